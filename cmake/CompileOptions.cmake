@@ -1,0 +1,22 @@
+# mathexpr_options: what every target of the project is compiled with.
+#
+# Floating point is exact and repeatable: each multiplication and division is a double operation of its own, so the
+# compiler may neither contract nor reorder them.
+add_library(mathexpr_options INTERFACE)
+target_include_directories(mathexpr_options INTERFACE ${PROJECT_SOURCE_DIR})
+if(MSVC)
+  target_compile_options(mathexpr_options INTERFACE /utf-8 /fp:precise /W4 /permissive- $<$<BOOL:${MATHEXPR_WARNINGS_AS_ERRORS}>:/WX>)
+else()
+  target_compile_options(
+    mathexpr_options
+    INTERFACE -ffp-contract=off
+              -Wall
+              -Wextra
+              -Wpedantic
+              $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>
+              -Wconversion
+              -Wsign-conversion
+              -Wnon-virtual-dtor
+              -Woverloaded-virtual
+              $<$<BOOL:${MATHEXPR_WARNINGS_AS_ERRORS}>:-Werror>)
+endif()

@@ -1,0 +1,107 @@
+// MathExpression.h - the expression object: compiles a text and evaluates it as often as the host likes.
+//
+//     MathExpression expression(false, nullptr);
+//     VALTYPE value;
+//     if (expression.setExpression(L"[1,2,0]+[3,4,0]") && expression.evaluate(value))
+//         ...  // value.type is 1, value.x 4, value.y 6, value.z 0
+//
+// One object is used from one thread at a time; two objects share nothing that changes. While a call waits for the
+// host, in its service or its message display, calls on the same object answer false and change nothing.
+#pragma once
+
+#include "mathexpr/Export.h"
+#include "mathexpr/IMathExprService.h"
+#include "mathexpr/IMathVariableFactory.h"
+#include "mathexpr/ValType.h"
+
+#include <memory>
+#include <string>
+
+class MTParserRegistrar;
+class MTParserCompiler;
+class MTParserProgram;
+
+/// Owns a registry of operators, functions, constants and variables, and one compiled expression. Variables live as
+/// long as the object, so values persist from one expression to the next.
+class MATHEXPR_API MathExpression
+{
+public:
+    /// @param silent   false: errors are shown in message boxes and reported as false. true: no box (but message 19),
+    /// and a
+    ///                 text that does not compile raises MTExceptions<SMTParsingExcepData>.
+    /// @param service  asked for names that nothing defines; may be null; owned by the host and kept alive by it
+    /// @throws std::bad_alloc
+    MathExpression(bool silent, const IMathExprService* service);
+    ~MathExpression();
+
+    /// Compiles a text; a null pointer is an empty text. After a failure the object holds no program.
+    /// @return true when there is a program to evaluate; false after the user has seen a message, or, when silent,
+    /// where an
+    ///         item refused its constant arguments, or an integer literal is too large
+    /// @throws MTExceptions<SMTParsingExcepData>  when silent: every other failure. In both modes: ")" before "(" (code
+    /// 0),
+    ///         and a constant point where a function needs a number (code 15)
+    /// @throws MTExceptions<SMTDefExcepData>      when silent: a name that the host knows but that cannot be a variable
+    /// @throws std::bad_alloc, and whatever the host's service throws
+    bool setExpression(const wchar_t* expression);
+
+    /// Runs the program and stores a pending assignment, once.
+    /// @param result  the value; untouched unless true is returned
+    /// @return false when an item refused its arguments, when the assigned name cannot be a variable, or when there is
+    /// no
+    ///         program
+    /// @throws MTExceptions<SMTParsingExcepData>  in both modes: code 15, a point where a function needs a number
+    /// @throws std::bad_alloc  when the variable assigned to is new
+    bool evaluate(VALTYPE& result);
+
+    /// Forgets the name that a text such as "a=2" waits to assign. An assignment that failed, such as "pi=3", otherwise
+    /// stays pending and is made by the next successful evaluate, whatever its text.
+    void dropAssignment() noexcept;
+
+    /// A variable held in memory.
+    class MATHEXPR_API MemVariableEvaluator final : public IMathVariable
+    {
+    public:
+        MemVariableEvaluator(const wchar_t* name, const VALTYPE& initialValue);
+
+        bool evaluate(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages) const override;
+        std::wstring getSymbol() const override;
+        VALTYPE* getValuePtr() override;
+
+    private:
+        std::wstring name;
+        VALTYPE value;
+    };
+
+    /// Makes variables held in memory.
+    class MATHEXPR_API MemVariableFactory final : public IMathVariableFactory
+    {
+    public:
+        IMathVariable* create(const wchar_t* name) override;
+    };
+
+private:
+    friend class CMathExpr;
+
+    // A copy shares registrar, compiler and program with its source; whichever is destroyed last releases them. Only
+    // CMathExpr copies.
+    MathExpression(const MathExpression&);
+    MathExpression& operator=(const MathExpression&);
+
+    struct AutomaticVariables
+    {
+        bool enabled = false;                     // an unknown name becomes a variable of value 0
+        IMathVariableFactory* factory = nullptr;  // null: the object's own
+    };
+
+    bool assign(const VALTYPE& value);
+    void setMaxInteger(std::uint32_t maxInteger) noexcept;
+
+    std::shared_ptr<MTParserRegistrar> registrar;
+    std::shared_ptr<MTParserCompiler> compiler;
+    AutomaticVariables automaticVariables;
+    MTParserProgram* program = nullptr;  // held by the compiler
+    MemVariableFactory memVariableFactory;
+    std::wstring assignTarget;
+    bool silent;
+};

@@ -1,0 +1,38 @@
+// SMTParsingExcepData.h - what could not be compiled, and where in the text it stands.
+#pragma once
+
+#include "mathexpr/MTExceptions.h"
+
+/// Codes of a text that does not compile, and of an argument of the wrong kind. The numbers are part of the interface.
+namespace ParsingError {
+enum : std::uint32_t
+{
+    OperatorMisplaced = 0,         ///< An operator where its form (unary, binary) does not exist, or ")" before "(".
+    OperandMissing = 3,            ///< An operator at the end, or before ")" or a separator.
+    ClosingWithoutOpening = 4,     ///< ")" without "(".
+    SeparatorOutsideBrackets = 5,  ///< An argument separator outside brackets.
+    BracketNotClosed = 6,          ///< "(" that is never closed.
+    NoOverload = 7,                ///< No overload of the function takes that many arguments.
+    NoExpression = 8,              ///< Nothing to compile.
+    ValueAfterValue = 9,           ///< A value right after a value.
+    UnknownFunction = 10,          ///< A name before "(" that is not a function.
+    UnknownName = 11,              ///< A name that nothing defines.
+    ArgumentEmpty = 12,            ///< "()", an empty argument, or "=" while something waits for an operand.
+    ArgumentKind = 15,             ///< A point where a function needs a number.
+    Structure = 16,                ///< An operand is missing where the program needs one.
+};
+}
+
+/// The record of an exception of the parsing kind.
+struct MATHEXPR_EXCEPTION SMTParsingExcepData
+{
+    std::uint32_t exID = 0;  ///< One of ParsingError.
+    std::uint32_t pos = 0;  ///< Position in the rewritten text. Tokens and functions count from 1, brackets, separators
+                            ///< and operators from 0 (from 1 with code 0); 0 where nothing is known.
+    std::wstring itemName;  ///< The token, symbol or expression concerned; empty where there is none.
+    std::uint32_t nbArgs = 0;    ///< With code 7: how many arguments the call has.
+    std::uint32_t reserved = 0;  ///< Set by nothing.
+    std::wstring reservedName;   ///< Set by nothing.
+};
+
+using ParsingException = MTExceptions<SMTParsingExcepData>;
