@@ -1,0 +1,134 @@
+// MTParserCompiler.h - turns a text into a program in one pass from left to right.
+//
+// How an expression is compiled by hand. Read the rewritten text character by character; a token is what lies between
+// operator symbols, brackets and separators.
+//
+//   A value token (number, constant, variable) is emitted at once.
+//   An operator first makes operators that bind at least as tightly leave the stack and be emitted, then goes onto the
+//     stack itself. A unary operator is not made to leave by one of its own precedence.
+//   A name before "(" is a function: it goes onto the stack with precedence 5, under the "(" that follows it, which
+//   also
+//     emits a placeholder. It leaves the stack like an operator, after its ")".
+//   "(" goes onto the stack as a wall, and opens a bracket level.
+//   ")" and the separator emit everything down to the wall; ")" removes the wall. Both end an argument: it is counted
+//   by the
+//     record under the wall if that is a function's and something was read since the last separator (its pending flag).
+//   At the end of the text everything left on the stack is emitted.
+//
+// A bracket level holds what was read last in it and what before that: it tells a unary operator from a binary one, and
+// a value from a value that follows a value.
+//
+// The pending flag belongs to the nearest record: the top of the stack, or the one under it where the top is a wall. It
+// is set and read on any record, an operator's and a wall's too; only the count is kept for functions alone.
+#pragma once
+
+#include "MTParserLib/MTCompileErrors.h"
+#include "MTParserLib/MTParserEmitter.h"
+#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/MTParserRegistrar.h"
+#include "mathexpr/IMathExprService.h"
+#include "mathexpr/SMTParsingExcepData.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class MTParserCompiler
+{
+public:
+    /// @param registrar     resolves symbols and names, and receives the variables that the host answers; outlives the
+    /// compiler
+    /// @param showMessages  true: an error shows its message and compile returns false; false: it raises an exception
+    /// @param service       the host's; may be null
+    MTParserCompiler(MTParserRegistrar& registrar, bool showMessages, const IMathExprService* service) noexcept;
+
+    /// The greatest integer literal that is accepted.
+    void setMaxInteger(std::uint32_t limit) noexcept { maxInteger = limit; }
+
+    /// Whether an unknown name that the host does not answer becomes a variable of value 0.
+    void setAutomaticVariables(bool enabled) noexcept { automaticVariables = enabled; }
+
+    /// Compiles a text. The program is empty while this runs and after any failure.
+    /// @param text          as the user typed it; null is an empty text
+    /// @param assignTarget  receives the name that the text assigns to, also where the text fails after that
+    /// @return true with a complete program; false after a message, or where an item refused its constant arguments
+    /// @throws ParsingException, DefinitionException, std::bad_alloc, and what the host's service throws
+    bool compile(const wchar_t* text, std::wstring& assignTarget);
+
+    /// The program, at one address for the life of the compiler.
+    MTParserProgram& getProgram() noexcept { return program; }
+
+private:
+    enum class Token : std::uint8_t
+    {
+        Nothing,
+        Value,
+        Operator,
+        Function,
+    };
+
+    struct BracketLevel
+    {
+        Token previous = Token::Nothing;
+        Token current = Token::Nothing;
+    };
+
+    struct StackRecord
+    {
+        enum class Kind : std::uint8_t
+        {
+            OpenBracket,
+            Operator,
+            Function,
+        };
+        Kind kind;
+        std::int32_t precedence;
+        std::uint32_t position;
+        bool argumentPending = false;
+        std::uint32_t nbArgs = 0;                                 // a function's grows as its arguments are read
+        const IMathOperator* operatorItem = nullptr;              // of an operator
+        std::size_t firstOverload = MTParserRegistrar::notFound;  // of a function
+    };
+
+    bool compileRewritten(std::wstring& assignTarget);
+    bool compileEnd();
+
+    bool compileToken(std::wstring_view token, std::uint32_t position, wchar_t following);
+    bool compileFunctionName(std::wstring_view token, std::uint32_t position);
+    bool compileNumber(std::wstring_view token, std::uint32_t position);
+    bool compileName(std::wstring_view token, std::uint32_t position);
+    IMathVariable* resolveVariable(std::wstring_view name);
+
+    bool openBracket(std::uint32_t position, wchar_t next);
+    bool endArgument(std::uint32_t position, wchar_t character, wchar_t next);
+    bool takeArgument();
+    bool compileOperator(std::wstring_view symbol, std::uint32_t position);
+
+    template <class Leaves>
+    bool emitWhile(Leaves leaves, std::size_t& nbEmitted);
+    bool emit(const StackRecord& record);
+
+    void setKind(Token kind) noexcept;
+    StackRecord* nearestRecord() noexcept;
+    void markPending() noexcept;
+
+    [[nodiscard]] bool fail(const MTCompileError& error, std::uint32_t line, std::uint32_t position,
+                            std::wstring_view itemName = {}, std::uint32_t nbArgs = 0) const;
+    [[noreturn]] static void raise(const MTCompileError& error, std::uint32_t line, std::uint32_t position,
+                                   std::wstring_view itemName = {}, std::uint32_t nbArgs = 0);
+
+    MTParserRegistrar& registrar;
+    const bool showMessages;
+    const IMathExprService* const service;
+    std::uint32_t maxInteger = 2147483647;
+    bool automaticVariables = false;
+
+    MTParserProgram program;
+    MTParserEmitter emitter;
+
+    std::wstring text;
+    std::vector<StackRecord> stack;
+    std::vector<BracketLevel> levels;
+    std::string digits;  // of the number being read
+};

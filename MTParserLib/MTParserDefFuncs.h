@@ -1,0 +1,44 @@
+// MTParserDefFuncs.h - the vocabulary: every operator and function that a new expression object knows.
+//
+// The classes stand in vocabulary/, one header per family. The one list of them, in the order in which they are
+// registered, stands in MTParserDefFuncs.cpp. To add a function, write its class and add it to that list.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+class MTParserRegistrar;
+
+/// What an item is about, for a reader who looks for one.
+enum class VocabularyFamily
+{
+    Operators,
+    CoreMath,
+    Angle,  ///< This and the next three are conversions between units.
+    Length,
+    Area,
+    Volume,
+    Geometry,
+};
+
+/// One operator or function. The strings are zero-terminated and live as long as the process.
+struct VocabularyEntry
+{
+    VocabularyFamily family;
+    const wchar_t* className;
+    const wchar_t* symbol;
+    const wchar_t* help;
+    const wchar_t* description;
+    std::uint32_t nbArgs;     ///< NB_ARGS_UNDEFINED for any number; of an operator the number of operands.
+    std::int32_t precedence;  ///< 0 for a function.
+    bool isOperator;
+    bool isUnary;
+    bool isConstant;                     ///< As the item answers.
+    void (*define)(MTParserRegistrar&);  ///< Hands the registrar a new item, which the registrar then owns.
+};
+
+/// All operators and then all functions, in the order in which they are registered.
+std::span<const VocabularyEntry> getVocabulary() noexcept;
+
+/// Defines the whole vocabulary. What the registrar throws passes.
+void registerVocabulary(MTParserRegistrar& registrar);

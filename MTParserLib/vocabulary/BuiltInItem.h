@@ -1,0 +1,95 @@
+// BuiltInItem.h - what every class of the vocabulary is made of.
+//
+// A class of the vocabulary has no data. It states its strings and numbers in a constant named text and its arithmetic
+// in a static member function
+//
+//     bool apply(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages)
+//
+// which does what IMathExprItemEvaluator::evaluate promises and can also be called without an object. The bases below
+// answer the item interfaces from these two. apply writes only the fields of result that the item means to set.
+#pragma once
+
+#include "MTParserLib/vocabulary/Refusal.h"
+#include "mathexpr/IMathFunction.h"
+#include "mathexpr/IMathOperator.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+struct OperatorText
+{
+    const wchar_t* symbol;
+    const wchar_t* help;
+    const wchar_t* description;
+    std::int32_t precedence;
+    bool unary = false;
+};
+
+struct FunctionText
+{
+    const wchar_t* symbol;
+    const wchar_t* help;
+    const wchar_t* description;
+    std::uint32_t nbArgs;    ///< NB_ARGS_UNDEFINED for any number.
+    std::uint32_t line = 0;  ///< Carried by the exception for a point argument; 0 in a class that raises none.
+};
+
+/// Answers IMathOperator for a class with text and apply.
+template <class Operator>
+class BuiltInOperator : public IMathOperator
+{
+public:
+    std::wstring getHelpString() const final { return Operator::text.help; }
+    std::wstring getDescription() const final { return Operator::text.description; }
+    bool isConstant() const final { return true; }
+    std::int32_t getPrecedence() const final { return Operator::text.precedence; }
+    std::wstring getSymbol() const final { return Operator::text.symbol; }
+    bool isUnaryOp() const final { return Operator::text.unary; }
+
+    bool evaluate(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages) const final
+    {
+        return Operator::apply(nbArgs, args, result, showMessages);
+    }
+};
+
+/// Answers IMathFunction for a class with text and apply.
+template <class Function>
+class BuiltInFunction : public IMathFunction
+{
+public:
+    /// Hidden by a function whose result does not depend on the arguments alone.
+    static constexpr bool constant = true;
+
+    std::wstring getHelpString() const final { return Function::text.help; }
+    std::wstring getDescription() const final { return Function::text.description; }
+    bool isConstant() const final { return Function::constant; }
+    std::wstring getSymbol() const final { return Function::text.symbol; }
+    std::uint32_t getNbArgs() const final { return Function::text.nbArgs; }
+
+    bool evaluate(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages) const final
+    {
+        return Function::apply(nbArgs, args, result, showMessages);
+    }
+};
+
+inline bool isPoint(const VALTYPE& value)
+{
+    return value.type != 0;
+}
+
+/// Makes result a number; y and z stay.
+inline void setNumber(VALTYPE& result, double x)
+{
+    result.type = 0;
+    result.x = x;
+}
+
+/// Makes result a point; the second flag stays.
+inline void setPoint(VALTYPE& result, double x, double y, double z)
+{
+    result.type = 1;
+    result.x = x;
+    result.y = y;
+    result.z = z;
+}

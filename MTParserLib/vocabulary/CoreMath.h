@@ -1,0 +1,417 @@
+// CoreMath.h - trigonometry, roots, powers, logarithms, rounding, extremes, sums, random numbers.
+//
+// Angles are degrees. Every function writes type (number) and x of the result and leaves the rest. All but "abs" raise
+// the exception for a point as their first argument, before they look at their domain; of a point given as a later
+// argument they read x.
+#pragma once
+
+#include "MTParserLib/vocabulary/BuiltInItem.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+#include <span>
+
+/// A function of the x of its arguments. It states compute, which takes as many doubles as the function has arguments,
+/// or all the argument records where it takes any number.
+template <class Function>
+class NumericFunction : public BuiltInFunction<Function>
+{
+public:
+    static bool apply(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool)
+    {
+        if (nbArgs != 0 && isPoint(args[0]))
+        {
+            refusePoint(Function::text.line);
+        }
+        setNumber(result, value(nbArgs, args));
+        return true;
+    }
+
+private:
+    static double value(std::uint32_t nbArgs, const VALTYPE* args)
+    {
+        if constexpr (Function::text.nbArgs == 1)
+        {
+            return Function::compute(args[0].x);
+        }
+        else if constexpr (Function::text.nbArgs == 2)
+        {
+            return Function::compute(args[0].x, args[1].x);
+        }
+        else if constexpr (Function::text.nbArgs == 3)
+        {
+            return Function::compute(args[0].x, args[1].x, args[2].x);
+        }
+        else
+        {
+            static_assert(Function::text.nbArgs == NB_ARGS_UNDEFINED);
+            return Function::compute(std::span(args, nbArgs));
+        }
+    }
+};
+
+/// A function of one number that also states isOutside: where that holds it refuses with the message.
+template <class Function, Message::Id domainMessage>
+class DomainFunction : public BuiltInFunction<Function>
+{
+public:
+    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool showMessages)
+    {
+        if (isPoint(args[0]))
+        {
+            refusePoint(Function::text.line);
+        }
+        if (Function::isOutside(args[0].x))
+        {
+            return refuse(domainMessage, showMessages);
+        }
+        setNumber(result, Function::compute(args[0].x));
+        return true;
+    }
+};
+
+namespace coremath {
+
+/// Eleven decimals, required so; the constants "pi" and "PI" hold the same value.
+inline constexpr double pi = 3.14159265359;
+
+inline double radiansFromDegrees(double x)
+{
+    return x * pi / 180.0;
+}
+
+inline double degreesFromRadians(double x)
+{
+    return x * 180.0 / pi;
+}
+
+/// Truncates toward zero. NaN and what does not fit count as the smallest integer, as the processor's own conversion
+/// has it; the language leaves those cases undefined.
+inline std::int32_t truncate(double x)
+{
+    const bool fits = x > -2147483649.0 && x < 2147483648.0;
+    return fits ? static_cast<std::int32_t>(x) : std::numeric_limits<std::int32_t>::min();
+}
+
+inline bool isOutsideInt32(double x)
+{
+    return x < -2147483648.0 || x > 2147483647.0;
+}
+
+/// 0 to 1 inclusive in 32767 steps, however much the platform's generator draws at once.
+inline double random()
+{
+    return (std::rand() & 0x7FFF) / 32767.0;
+}
+
+}
+
+struct SinFct final : NumericFunction<SinFct>
+{
+    static constexpr FunctionText text{L"sin", L"sin(x)", L"Sine", 1, __LINE__};
+    static double compute(double x) { return std::sin(coremath::radiansFromDegrees(x)); }
+};
+
+struct ArcSinFct final : DomainFunction<ArcSinFct, Message::ArcDomain>
+{
+    static constexpr FunctionText text{L"asin", L"asin(x)", L"Arcsine", 1, __LINE__};
+    static bool isOutside(double x) { return x < -1.0 || x > 1.0; }
+    static double compute(double x) { return coremath::degreesFromRadians(std::asin(x)); }
+};
+
+/// The hyperbolic functions convert from degrees too.
+struct SinhFct final : NumericFunction<SinhFct>
+{
+    static constexpr FunctionText text{L"sinh", L"sinh(x)", L"Hyperbolic sine", 1, __LINE__};
+    static double compute(double x) { return std::sinh(coremath::radiansFromDegrees(x)); }
+};
+
+struct CosFct final : NumericFunction<CosFct>
+{
+    static constexpr FunctionText text{L"cos", L"cos(x)", L"Cosine", 1, __LINE__};
+    static double compute(double x) { return std::cos(coremath::radiansFromDegrees(x)); }
+};
+
+struct ArcCosFct final : DomainFunction<ArcCosFct, Message::ArcDomain>
+{
+    static constexpr FunctionText text{L"acos", L"acos(x)", L"Arccosine", 1, __LINE__};
+    static bool isOutside(double x) { return x < -1.0 || x > 1.0; }
+    static double compute(double x) { return coremath::degreesFromRadians(std::acos(x)); }
+};
+
+struct CoshFct final : NumericFunction<CoshFct>
+{
+    static constexpr FunctionText text{L"cosh", L"cosh(x)", L"Hyperbolic cosine", 1, __LINE__};
+    static double compute(double x) { return std::cosh(coremath::radiansFromDegrees(x)); }
+};
+
+struct TanFct final : NumericFunction<TanFct>
+{
+    static constexpr FunctionText text{L"tan", L"tan(x)", L"Tangent", 1, __LINE__};
+    static double compute(double x) { return std::tan(coremath::radiansFromDegrees(x)); }
+};
+
+struct ArcTanFct final : NumericFunction<ArcTanFct>
+{
+    static constexpr FunctionText text{L"atan", L"atan(x)", L"Arctangent", 1, __LINE__};
+    static double compute(double x) { return coremath::degreesFromRadians(std::atan(x)); }
+};
+
+struct TanhFct final : NumericFunction<TanhFct>
+{
+    static constexpr FunctionText text{L"tanh", L"tanh(x)", L"Hyperbolic tangent", 1, __LINE__};
+    static double compute(double x) { return std::tanh(coremath::radiansFromDegrees(x)); }
+};
+
+/// Refuses 0 as well.
+struct SqrtFct final : DomainFunction<SqrtFct, Message::SqrtDomain>
+{
+    static constexpr FunctionText text{L"sqrt", L"sqrt(x)", L"Square root", 1, __LINE__};
+    static bool isOutside(double x) { return x <= 0.0; }
+    static double compute(double x) { return std::sqrt(x); }
+};
+
+struct MinFct final : NumericFunction<MinFct>
+{
+    static constexpr FunctionText text{L"min", L"min(x,y)", L"Return smaller of two values", 2, __LINE__};
+    static double compute(double a, double b) { return b > a ? a : b; }
+};
+
+struct Min3Fct final : NumericFunction<Min3Fct>
+{
+    static constexpr FunctionText text{L"min", L"min(x,y,z)", L"Return smaller of three values", 3, __LINE__};
+
+    static double compute(double a, double b, double c)
+    {
+        const double smaller = MinFct::compute(a, b);
+        return c > smaller ? smaller : c;
+    }
+};
+
+struct MinUndefFct final : NumericFunction<MinUndefFct>
+{
+    static constexpr FunctionText text{L"min", L"min(v1,v2,v3,...)", L"Return smaller of a set of values",
+                                       NB_ARGS_UNDEFINED, __LINE__};
+
+    /// NaN for no values at all, which an expression cannot ask for.
+    static double compute(std::span<const VALTYPE> values)
+    {
+        double smallest = values.empty() ? std::numeric_limits<double>::quiet_NaN() : values[0].x;
+        for (const VALTYPE& value : values)
+        {
+            smallest = value.x < smallest ? value.x : smallest;
+        }
+        return smallest;
+    }
+};
+
+struct MaxFct final : NumericFunction<MaxFct>
+{
+    static constexpr FunctionText text{L"max", L"max(x,y)", L"Return larger of two values", 2, __LINE__};
+    static double compute(double a, double b) { return a > b ? a : b; }
+};
+
+struct Max3Fct final : NumericFunction<Max3Fct>
+{
+    static constexpr FunctionText text{L"max", L"max(x,y,z)", L"Return larger of three values", 3, __LINE__};
+
+    static double compute(double a, double b, double c)
+    {
+        const double larger = MaxFct::compute(a, b);
+        return larger > c ? larger : c;
+    }
+};
+
+struct MaxUndefFct final : NumericFunction<MaxUndefFct>
+{
+    static constexpr FunctionText text{L"max", L"max(v1,v2,v3,...)", L"Return larger of a set of values",
+                                       NB_ARGS_UNDEFINED, __LINE__};
+
+    /// NaN for no values at all, which an expression cannot ask for.
+    static double compute(std::span<const VALTYPE> values)
+    {
+        double largest = values.empty() ? std::numeric_limits<double>::quiet_NaN() : values[0].x;
+        for (const VALTYPE& value : values)
+        {
+            largest = value.x > largest ? value.x : largest;
+        }
+        return largest;
+    }
+};
+
+/// The magnitude of a number, or the length of a point.
+struct AbsFct final : BuiltInFunction<AbsFct>
+{
+    static constexpr FunctionText text{L"abs", L"abs(x)", L"Absolute value", 1};
+
+    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
+    {
+        const VALTYPE& a = args[0];
+        setNumber(result, isPoint(a) ? std::sqrt(a.x * a.x + a.y * a.y + a.z * a.z) : std::fabs(a.x));
+        return true;
+    }
+};
+
+/// Never seeded by the library: the process's default sequence, shared with whoever else draws from it.
+struct RandFct final : BuiltInFunction<RandFct>
+{
+    static constexpr FunctionText text{L"rand", L"rand()", L"Random value between 0 and 1", 0};
+    static constexpr bool constant = false;
+
+    static bool apply(std::uint32_t, const VALTYPE*, VALTYPE& result, bool)
+    {
+        setNumber(result, coremath::random());
+        return true;
+    }
+};
+
+struct RandMinMaxFct final : NumericFunction<RandMinMaxFct>
+{
+    static constexpr FunctionText text{L"rand", L"rand(min, max)", L"Random value between min and max", 2, __LINE__};
+    static constexpr bool constant = false;
+    static double compute(double min, double max) { return min + coremath::random() * (max - min); }
+};
+
+struct CeilFct final : NumericFunction<CeilFct>
+{
+    static constexpr FunctionText text{L"ceil", L"ceil(x)", L"Ceiling", 1, __LINE__};
+    static double compute(double x) { return std::ceil(x); }
+};
+
+struct FloorFct final : NumericFunction<FloorFct>
+{
+    static constexpr FunctionText text{L"floor", L"floor(x)", L"Floor", 1, __LINE__};
+    static double compute(double x) { return std::floor(x); }
+};
+
+/// "ln"; the base-10 logarithm is "log".
+struct LogFct final : DomainFunction<LogFct, Message::LnDomain>
+{
+    static constexpr FunctionText text{L"ln", L"ln(x)", L"Natural logarithm", 1, __LINE__};
+    static bool isOutside(double x) { return x <= 0.0; }
+    static double compute(double x) { return std::log(x); }
+};
+
+struct Log10Fct final : DomainFunction<Log10Fct, Message::LogDomain>
+{
+    static constexpr FunctionText text{L"log", L"log(x)", L"Base-10 logarithm", 1, __LINE__};
+    static bool isOutside(double x) { return x <= 0.0; }
+    static double compute(double x) { return std::log10(x); }
+};
+
+struct SumFct final : NumericFunction<SumFct>
+{
+    static constexpr FunctionText text{L"sum", L"sum(v1,v2,v3,...)", L"Return the sum of a set of values",
+                                       NB_ARGS_UNDEFINED, __LINE__};
+
+    static double compute(std::span<const VALTYPE> values)
+    {
+        double sum = 0.0;
+        for (const VALTYPE& value : values)
+        {
+            sum += value.x;
+        }
+        return sum;
+    }
+};
+
+struct AvgFct final : NumericFunction<AvgFct>
+{
+    static constexpr FunctionText text{L"avg", L"avg(v1,v2,v3,...)", L"Return the average of a set of values",
+                                       NB_ARGS_UNDEFINED, __LINE__};
+    static double compute(std::span<const VALTYPE> values)
+    {
+        return SumFct::compute(values) / static_cast<double>(values.size());
+    }
+};
+
+/// Multiplies what the result holds on entry by (n-1)!; no factorial comes of the argument alone.
+struct FactorialFct final : BuiltInFunction<FactorialFct>
+{
+    static constexpr FunctionText text{L"fact", L"fact(x)", L"Return the factorial of x: x*(x-1)*(x-2)*...(x-x+1)", 1,
+                                       __LINE__};
+
+    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
+    {
+        if (isPoint(args[0]))
+        {
+            refusePoint(text.line);
+        }
+        const std::int32_t n = coremath::truncate(args[0].x);
+        setNumber(result, n <= 0 ? 0.0 : multiplyDown(result.x, n - 1));
+        return true;
+    }
+
+private:
+    /// Stops as soon as no factor can change the product any more, so that a huge n costs nothing.
+    static double multiplyDown(double product, std::int32_t factor)
+    {
+        for (; factor >= 2 && product != 0.0 && std::isfinite(product); --factor)
+        {
+            product *= factor;
+        }
+        return product;
+    }
+};
+
+struct SqrFct final : NumericFunction<SqrFct>
+{
+    static constexpr FunctionText text{L"sqr", L"sqr(x)", L"Square", 1, __LINE__};
+    static double compute(double x) { return x * x; }
+};
+
+struct ExpFct final : NumericFunction<ExpFct>
+{
+    static constexpr FunctionText text{L"exp", L"exp(x)", L"Calculates e raised to the power of x", 1, __LINE__};
+    static double compute(double x) { return std::exp(x); }
+};
+
+struct Exp10Fct final : NumericFunction<Exp10Fct>
+{
+    static constexpr FunctionText text{L"exp10", L"exp10(x)", L"Calculates 10 raised to the power of x", 1, __LINE__};
+
+    static double compute(double x)
+    {
+        // Volatile, because a compiler that sees the base turns pow(10, x) into exp10(x), which differs in the last
+        // bits.
+        const volatile double ten = 10.0;
+        return std::pow(ten, x);
+    }
+};
+
+/// Halves away from zero.
+struct RoundFct final : DomainFunction<RoundFct, Message::RoundDomain>
+{
+    static constexpr FunctionText text{L"round", L"round(x)", L"Round", 1, __LINE__};
+    static bool isOutside(double x) { return coremath::isOutsideInt32(x); }
+    static double compute(double x) { return coremath::truncate(x >= 0.0 ? x + 0.5 : x - 0.5); }
+};
+
+struct TruncFct final : DomainFunction<TruncFct, Message::RoundDomain>
+{
+    static constexpr FunctionText text{L"trunc", L"trunc(x)", L"Truncate", 1, __LINE__};
+    static bool isOutside(double x) { return coremath::isOutsideInt32(x); }
+    static double compute(double x) { return coremath::truncate(x); }
+};
+
+/// Unlike the angle conversions, "r2d" and "d2r" use the short pi and do not set the second flag.
+struct R2dFct final : NumericFunction<R2dFct>
+{
+    static constexpr FunctionText text{L"r2d", L"r2d(x)", L"Convert Radians To Degrees", 1, __LINE__};
+    static double compute(double x) { return coremath::degreesFromRadians(x); }
+};
+
+struct D2rFct final : NumericFunction<D2rFct>
+{
+    static constexpr FunctionText text{L"d2r", L"d2r(x)", L"Convert Degrees To Radians", 1, __LINE__};
+    static double compute(double x) { return coremath::radiansFromDegrees(x); }
+};
+
+/// Unlike the operator "^", leaves a zero base to the standard library: pow(0,0) is 1.
+struct PowFct final : NumericFunction<PowFct>
+{
+    static constexpr FunctionText text{L"pow", L"pow(x,y)", L"the y power of x", 2, __LINE__};
+    static double compute(double x, double y) { return std::pow(x, y); }
+};
