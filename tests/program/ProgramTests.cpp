@@ -1,0 +1,114 @@
+// ProgramTests.cpp - compiles the expressions of programs.txt and compares the programs with what stands there.
+#include "MTParserLib/MTMessage.h"
+#include "MTParserLib/MTParserCompiler.h"
+#include "MTParserLib/MTParserDefFuncs.h"
+#include "MTParserLib/MTParserRegistrar.h"
+#include "tests/program/ProgramDump.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+void showMessage(Message::Id id)
+{
+    FAIL() << "message " << id;
+}
+
+namespace {
+
+/// Answers x, y and z with numbers, and p and q with points.
+class Host final : public IMathExprService
+{
+public:
+    bool lookupValue(const wchar_t* name, VALTYPE& value) const override
+    {
+        value.type = name[0] == L'p' || name[0] == L'q' ? 1 : 0;
+        value.x = value.y = value.z = 2.5;
+        return std::wstring(L"xyzpq").find(name) != std::wstring::npos;
+    }
+};
+
+class Factory final : public IMathVariableFactory
+{
+public:
+    IMathVariable* create(const wchar_t* name) override;
+};
+
+class Variable final : public IMathVariable
+{
+public:
+    explicit Variable(const wchar_t* variableName) : name(variableName) {}
+    bool evaluate(std::uint32_t, const VALTYPE*, VALTYPE& result, bool) const override
+    {
+        result = value;
+        return true;
+    }
+    std::wstring getSymbol() const override { return name; }
+    VALTYPE* getValuePtr() override { return &value; }
+
+private:
+    std::wstring name;
+    VALTYPE value;
+};
+
+IMathVariable* Factory::create(const wchar_t* name)
+{
+    return new Variable(name);
+}
+
+struct GoldenProgram
+{
+    int line;
+    std::string text;
+    std::string dump;
+};
+
+/// The file holds an expression a block: the text, then its program with each line indented; "#" begins a comment.
+std::vector<GoldenProgram> readGoldenPrograms()
+{
+    std::ifstream file(PROGRAMS_FILE);
+    std::vector<GoldenProgram> programs;
+    int number = 0;
+    for (std::string line; std::getline(file, line);)
+    {
+        ++number;
+        if (line.empty() || line.front() == '#')
+        {
+            continue;
+        }
+        if (line.front() != ' ')
+        {
+            programs.push_back({number, line, {}});
+        }
+        else
+        {
+            programs.back().dump += line.substr(line.find_first_not_of(' ')) + '\n';
+        }
+    }
+    return programs;
+}
+
+TEST(Programs, CompileAsWritten)
+{
+    Host host;
+    Factory factory;
+    MTParserRegistrar registrar;
+    registrar.setSyntax({L'.', L',', L'[', L']'});
+    registrar.setVariableFactory(&factory);
+    registerVocabulary(registrar);
+    MTParserCompiler compiler(registrar, false, &host);
+
+    const std::vector<GoldenProgram> programs = readGoldenPrograms();
+    ASSERT_GE(programs.size(), 12U);
+    for (const GoldenProgram& golden : programs)
+    {
+        SCOPED_TRACE(std::string(PROGRAMS_FILE) + ":" + std::to_string(golden.line) + ": " + golden.text);
+        std::wstring assignTarget;
+        ASSERT_TRUE(compiler.compile(std::wstring(golden.text.begin(), golden.text.end()).c_str(), assignTarget));
+        EXPECT_EQ(dumpProgram(compiler.getProgram()), golden.dump);
+    }
+}
+
+}
