@@ -4,11 +4,20 @@
 #include "platform/Platform.h"
 
 #include <algorithm>
-#include <numeric>
+#include <iterator>
 
 namespace {
 
 constexpr const wchar_t* sourceFile = L"MTParserLib/MTParserRegistrar";
+
+/// The precedence of function calls, which no operator may reach.
+constexpr std::int32_t functionPrecedence = 5;
+
+[[noreturn]] void raise(std::uint32_t exID, std::wstring_view itemName, std::wstring_view conflictItemName)
+{
+    throw DefinitionException(__LINE__, 0, sourceFile,
+                              SMTDefExcepData{exID, std::wstring(itemName), std::wstring(conflictItemName)});
+}
 
 /// Adds this layer's entry to an exception that passes through, with the record of its newest entry.
 void addOwnEntry(DefinitionException& exception, std::uint32_t line)
@@ -32,6 +41,109 @@ void reserveOneMore(std::vector<Entry>& entries)
     }
 }
 
+/// Looks among all names, where the index knows none that is spelt alike, for one that the system takes for the same.
+template <class Entry>
+std::size_t findOtherSpelling(const std::vector<Entry>& entries, std::wstring Entry::*nameOf,
+                              std::wstring_view name) noexcept
+{
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&](const Entry& entry) { return platform::isSameName(entry.*nameOf, name); });
+    return found == entries.end() ? MTParserRegistrar::notFound : static_cast<std::size_t>(found - entries.begin());
+}
+
+/// The item with its deletion, if it is owned.
+template <class Item>
+std::shared_ptr<const Item> handleOf(Item* item, bool owned)
+{
+    return owned ? std::shared_ptr<const Item>(item) : std::shared_ptr<const Item>(item, [](const Item*) {});
+}
+
+}
+
+/// What registrars may share.
+struct MTParserRegistrar::Definitions
+{
+    struct Constant
+    {
+        std::wstring name;
+        VALTYPE value;
+    };
+
+    std::vector<MTOperatorDefinition> operators;
+    std::vector<MTFunctionDefinition> functions;
+    MTNameIndex functionIndex;  // the first overload
+    std::vector<Constant> constants;
+    MTNameIndex constantIndex;
+    bool everyNameIsPlain = true;  // of functions and constants
+    SyntaxCharacters syntax;
+    MTPlainCharacters plainCharacters;
+    // For each ASCII character, the first operator whose symbol begins with it; beyond ASCII every operator is looked
+    // at.
+    std::array<std::size_t, 128> firstOperator;
+
+    void indexCharacters() noexcept;
+    bool mayBeSpeltOtherwise(std::wstring_view name) const noexcept;
+    std::size_t firstOperatorWith(wchar_t character) const noexcept;
+};
+
+/// Whether the system may take the name for one that is spelt otherwise.
+bool MTParserRegistrar::Definitions::mayBeSpeltOtherwise(std::wstring_view name) const noexcept
+{
+    return platform::comparesLinguistically && !(everyNameIsPlain && platform::isPlainName(name));
+}
+
+void MTParserRegistrar::Definitions::indexCharacters() noexcept
+{
+    plainCharacters = MTPlainCharacters();
+    for (const wchar_t special : {L'(', L')', L'=', syntax.argumentSeparator})
+    {
+        plainCharacters.set(special, false);
+    }
+    firstOperator.fill(operators.size());
+    for (std::size_t index = operators.size(); index-- > 0;)
+    {
+        const wchar_t first = operators[index].symbol.front();
+        plainCharacters.set(first, false);
+        const auto code = static_cast<std::size_t>(first);
+        if (code < firstOperator.size())
+        {
+            firstOperator[code] = index;
+        }
+    }
+}
+
+std::size_t MTParserRegistrar::Definitions::firstOperatorWith(wchar_t character) const noexcept
+{
+    const auto code = static_cast<std::size_t>(character);
+    return code < firstOperator.size() ? firstOperator[code] : 0;
+}
+
+MTParserRegistrar::MTParserRegistrar() : MTParserRegistrar(nullptr) {}
+
+MTParserRegistrar::MTParserRegistrar(const MTParserRegistrar* prototype)
+    : definitions(prototype != nullptr ? prototype->definitions : std::make_shared<Definitions>())
+{
+    if (prototype == nullptr)
+    {
+        definitions->indexCharacters();
+    }
+}
+
+MTParserRegistrar::~MTParserRegistrar() = default;
+
+MTParserRegistrar::Definitions& MTParserRegistrar::ownDefinitions()
+{
+    if (definitions.use_count() != 1)
+    {
+        definitions = std::make_shared<Definitions>(*definitions);
+    }
+    return *definitions;
+}
+
+void MTParserRegistrar::setVariableFactory(IMathVariableFactory* factory, bool inPlace) noexcept
+{
+    variableFactory = factory;
+    factoryMakesInPlace = inPlace;
 }
 
 void MTParserRegistrar::setSyntax(const SyntaxCharacters& characters)
@@ -61,28 +173,32 @@ void MTParserRegistrar::setSyntax(const SyntaxCharacters& characters)
             raise(exID, defined, defined.substr(at, 1));
         }
     };
-    for (const OperatorEntry& entry : operators)
+    for (const MTOperatorDefinition& entry : definitions->operators)
     {
         refuseIn(DefinitionError::OperatorContainsSyntaxCharacter, entry.symbol);
     }
-    for (const FunctionEntry& entry : functions)
+    for (const MTFunctionDefinition& entry : definitions->functions)
     {
         refuseIn(DefinitionError::FunctionContainsSyntaxCharacter, entry.symbol);
     }
-    for (const ConstantEntry& entry : constants)
+    for (const Definitions::Constant& entry : definitions->constants)
     {
         refuseIn(DefinitionError::ConstantContainsSyntaxCharacter, entry.name);
     }
-    syntax = characters;
+    Definitions& own = ownDefinitions();
+    own.syntax = characters;
+    own.indexCharacters();
 }
 
-void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned)
+void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned, const MTItemKernels& kernels)
 {
-    ItemPtr<IMathOperator> handle(item, ReleaseOwned{owned});
-    OperatorEntry entry{std::move(handle), item->getSymbol(), item->isUnaryOp()};
+    MTOperatorDefinition definition{handleOf(item, owned), &kernels, {}, 0, false};
+    definition.symbol = item->getSymbol();
+    definition.precedence = item->getPrecedence();
+    definition.unary = item->isUnaryOp();
     try
     {
-        checkOperator(entry);
+        checkOperator(definition);
     }
     catch (DefinitionException& exception)
     {
@@ -90,27 +206,27 @@ void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned)
         throw;
     }
 
-    reserveOneMore(operatorsByFirstCharacter);
-    const auto firstShorter = std::find_if(operators.begin(), operators.end(), [&](const OperatorEntry& defined) {
-        return defined.symbol.size() < entry.symbol.size();
-    });
-    operators.insert(firstShorter, std::move(entry));
-    indexOperators();
+    Definitions& own = ownDefinitions();
+    const auto firstShorter =
+        std::find_if(own.operators.begin(), own.operators.end(), [&](const MTOperatorDefinition& defined) {
+            return defined.symbol.size() < definition.symbol.size();
+        });
+    own.operators.insert(firstShorter, std::move(definition));
+    own.indexCharacters();
 }
 
-void MTParserRegistrar::checkOperator(const OperatorEntry& entry) const
+void MTParserRegistrar::checkOperator(const MTOperatorDefinition& definition) const
 {
-    const std::wstring& symbol = entry.symbol;
+    const std::wstring& symbol = definition.symbol;
     if (symbol.empty())
     {
         raise(DefinitionError::OperatorSymbolEmpty, {}, {});
     }
-    // 5 belongs to function calls.
-    if (entry.item->getPrecedence() >= 5)
+    if (definition.precedence >= functionPrecedence)
     {
         raise(DefinitionError::OperatorPrecedenceTooHigh, symbol, {});
     }
-    if (findOperator(symbol, entry.unary) != notFound)
+    if (findOperator(symbol, definition.unary) != notFound)
     {
         raise(DefinitionError::OperatorAlreadyDefined, symbol, symbol);
     }
@@ -119,14 +235,14 @@ void MTParserRegistrar::checkOperator(const OperatorEntry& entry) const
     {
         raise(DefinitionError::OperatorContainsSyntaxCharacter, symbol, symbol.substr(at, 1));
     }
-    for (const FunctionEntry& function : functions)
+    for (const MTFunctionDefinition& function : definitions->functions)
     {
         if (contains(function.symbol, symbol))
         {
             raise(DefinitionError::FunctionContainsOperatorSymbol, symbol, function.symbol);
         }
     }
-    for (const ConstantEntry& constant : constants)
+    for (const Definitions::Constant& constant : definitions->constants)
     {
         if (contains(constant.name, symbol))
         {
@@ -135,58 +251,44 @@ void MTParserRegistrar::checkOperator(const OperatorEntry& entry) const
     }
 }
 
-void MTParserRegistrar::indexOperators() noexcept
+void MTParserRegistrar::defineFunction(IMathFunction* item, bool owned, const MTItemKernels& kernels)
 {
-    operatorsByFirstCharacter.resize(operators.size());
-    std::iota(operatorsByFirstCharacter.begin(), operatorsByFirstCharacter.end(), 0U);
-    const auto classOf = [this](std::uint32_t index) { return firstCharacterClass(operators[index].symbol.front()); };
-    std::sort(operatorsByFirstCharacter.begin(), operatorsByFirstCharacter.end(),
-              [&](std::uint32_t left, std::uint32_t right) {
-                  return classOf(left) != classOf(right) ? classOf(left) < classOf(right) : left < right;
-              });
+    MTFunctionDefinition definition{handleOf(item, owned), &kernels, {}, 0, notFound};
+    definition.symbol = item->getSymbol();
+    definition.nbArgs = item->getNbArgs();
+    checkFunction(definition);
 
-    operatorRanges.fill(Range{});
-    for (std::uint32_t at = 0; at < operatorsByFirstCharacter.size(); ++at)
+    Definitions& own = ownDefinitions();
+    reserveOneMore(own.functions);
+    own.functionIndex.reserveOneMore();
+    const std::size_t index = own.functions.size();
+    std::size_t last = findFunction(definition.symbol);
+    if (last == notFound)
     {
-        Range& range = operatorRanges[classOf(operatorsByFirstCharacter[at])];
-        if (range.last == 0)
-        {
-            range.first = at;
-        }
-        range.last = at + 1;
+        own.functionIndex.insert(MTNameIndex::hash(definition.symbol), index);
     }
+    else
+    {
+        while (own.functions[last].nextOverload != notFound)
+        {
+            last = own.functions[last].nextOverload;
+        }
+        own.functions[last].nextOverload = index;
+    }
+    own.everyNameIsPlain = own.everyNameIsPlain && platform::isPlainName(definition.symbol);
+    own.functions.push_back(std::move(definition));
 }
 
-void MTParserRegistrar::defineFunction(IMathFunction* item, bool owned)
+void MTParserRegistrar::checkFunction(const MTFunctionDefinition& definition) const
 {
-    ItemPtr<IMathFunction> handle(item, ReleaseOwned{owned});
-    FunctionEntry entry{std::move(handle), item->getSymbol(), item->getNbArgs(), notFound};
-    checkFunction(entry);
-
-    reserveOneMore(functions);
-    const auto [named, isNew] = functionsByName.try_emplace(entry.symbol, functions.size());
-    if (!isNew)
-    {
-        std::size_t last = named->second;
-        while (functions[last].nextOverload != notFound)
-        {
-            last = functions[last].nextOverload;
-        }
-        functions[last].nextOverload = functions.size();
-    }
-    functions.push_back(std::move(entry));
-}
-
-void MTParserRegistrar::checkFunction(const FunctionEntry& entry) const
-{
-    const std::wstring& symbol = entry.symbol;
+    const std::wstring& symbol = definition.symbol;
     if (symbol.empty())
     {
         raise(DefinitionError::FunctionSymbolEmpty, {}, {});
     }
-    for (std::size_t at = findFunction(symbol); at != notFound; at = functions[at].nextOverload)
+    for (std::size_t at = findFunction(symbol); at != notFound; at = definitions->functions[at].nextOverload)
     {
-        if (functions[at].nbArgs == entry.nbArgs)
+        if (definitions->functions[at].nbArgs == definition.nbArgs)
         {
             raise(DefinitionError::FunctionAlreadyDefined, symbol, symbol);
         }
@@ -204,6 +306,19 @@ void MTParserRegistrar::checkFunction(const FunctionEntry& entry) const
 }
 
 void MTParserRegistrar::defineConstant(std::wstring_view name, const VALTYPE& value)
+{
+    checkConstant(name);
+
+    Definitions& own = ownDefinitions();
+    Definitions::Constant constant{std::wstring(name), value};
+    reserveOneMore(own.constants);
+    own.constantIndex.reserveOneMore();
+    own.constantIndex.insert(MTNameIndex::hash(name), own.constants.size());
+    own.everyNameIsPlain = own.everyNameIsPlain && platform::isPlainName(name);
+    own.constants.push_back(std::move(constant));
+}
+
+void MTParserRegistrar::checkConstant(std::wstring_view name) const
 {
     if (name.empty())
     {
@@ -227,26 +342,23 @@ void MTParserRegistrar::defineConstant(std::wstring_view name, const VALTYPE& va
     {
         raise(DefinitionError::ConstantContainsOperatorSymbol, name, operatorSymbol);
     }
-    const auto variable = variables.find(name);
-    if (variable != variables.end())
+    if (const MTVariableDefinition* variable = findVariableDefinition(name))
     {
-        raise(DefinitionError::ConstantNameIsVariable, name, variable->first);
+        raise(DefinitionError::ConstantNameIsVariable, name, variable->name);
     }
-
-    ConstantEntry entry{std::wstring(name), value};
-    reserveOneMore(constants);
-    constantsByName.try_emplace(entry.name, constants.size());
-    constants.push_back(std::move(entry));
 }
 
-void MTParserRegistrar::defineVariable(IMathVariable* item)
+void MTParserRegistrar::defineVariable(IMathVariable* item, bool inPlace)
 {
-    std::unique_ptr<IMathVariable> variable(item);
+    std::unique_ptr<IMathVariable> handle(item);
     try
     {
-        std::wstring name = item->getSymbol();
-        checkVariable(name);
-        variables.emplace(std::move(name), std::move(variable));
+        MTVariableDefinition definition{item->getSymbol(), std::move(handle), inPlace ? item->getValuePtr() : nullptr};
+        checkVariable(definition.name);
+        reserveOneMore(variables);
+        variableIndex.reserveOneMore();
+        variableIndex.insert(MTNameIndex::hash(definition.name), variables.size());
+        variables.push_back(std::move(definition));
     }
     catch (DefinitionException& exception)
     {
@@ -259,13 +371,13 @@ void MTParserRegistrar::defineVariable(std::wstring_view name)
 {
     try
     {
-        IMathVariable* variable =
+        IMathVariable* item =
             variableFactory == nullptr ? nullptr : variableFactory->create(std::wstring(name).c_str());
-        if (variable == nullptr)
+        if (item == nullptr)
         {
             raise(DefinitionError::VariableNameEmpty, name, {});
         }
-        defineVariable(variable);
+        defineVariable(item, factoryMakesInPlace);
     }
     catch (DefinitionException& exception)
     {
@@ -280,10 +392,9 @@ void MTParserRegistrar::checkVariable(std::wstring_view name) const
     {
         raise(DefinitionError::VariableNameEmpty, {}, {});
     }
-    const auto variable = variables.find(name);
-    if (variable != variables.end())
+    if (const MTVariableDefinition* variable = findVariableDefinition(name))
     {
-        raise(DefinitionError::VariableAlreadyDefined, name, variable->first);
+        raise(DefinitionError::VariableAlreadyDefined, name, variable->name);
     }
     if (isNumber(name))
     {
@@ -300,17 +411,78 @@ void MTParserRegistrar::checkVariable(std::wstring_view name) const
     }
 }
 
+bool MTParserRegistrar::removeVariable(std::wstring_view name)
+{
+    const MTVariableDefinition* removed = findVariableDefinition(name);
+    if (removed == nullptr)
+    {
+        return false;
+    }
+    variables.erase(variables.begin() + (removed - variables.data()));
+    variableIndex.clear();
+    for (std::size_t index = 0; index < variables.size(); ++index)
+    {
+        variableIndex.insert(MTNameIndex::hash(variables[index].name), index);
+    }
+    return true;
+}
+
+const SyntaxCharacters& MTParserRegistrar::getSyntax() const noexcept
+{
+    return definitions->syntax;
+}
+
+std::size_t MTParserRegistrar::getNbOperators() const noexcept
+{
+    return definitions->operators.size();
+}
+
+std::size_t MTParserRegistrar::getNbFunctions() const noexcept
+{
+    return definitions->functions.size();
+}
+
+std::size_t MTParserRegistrar::getNbConstants() const noexcept
+{
+    return definitions->constants.size();
+}
+
+const std::wstring& MTParserRegistrar::getConstantName(std::size_t index) const noexcept
+{
+    return definitions->constants[index].name;
+}
+
+const VALTYPE& MTParserRegistrar::getConstantValue(std::size_t index) const noexcept
+{
+    return definitions->constants[index].value;
+}
+
+const MTOperatorDefinition& MTParserRegistrar::getOperatorDefinition(std::size_t index) const noexcept
+{
+    return definitions->operators[index];
+}
+
+const MTFunctionDefinition& MTParserRegistrar::getFunctionDefinition(std::size_t index) const noexcept
+{
+    return definitions->functions[index];
+}
+
+const MTPlainCharacters& MTParserRegistrar::getPlainCharacters() const noexcept
+{
+    return definitions->plainCharacters;
+}
+
 bool MTParserRegistrar::isOperatorSymbol(std::wstring_view text, std::wstring_view& symbol) const noexcept
 {
     if (text.empty())
     {
         return false;
     }
-    const Range range = operatorRanges[firstCharacterClass(text.front())];
-    for (std::uint32_t at = range.first; at < range.last; ++at)
+    const std::vector<MTOperatorDefinition>& operators = definitions->operators;
+    for (std::size_t index = definitions->firstOperatorWith(text.front()); index < operators.size(); ++index)
     {
-        const std::wstring_view candidate = operators[operatorsByFirstCharacter[at]].symbol;
-        if (text.substr(0, candidate.size()) == candidate)
+        const std::wstring_view candidate = operators[index].symbol;
+        if (candidate.front() == text.front() && text.substr(0, candidate.size()) == candidate)
         {
             symbol = candidate;
             return true;
@@ -319,16 +491,15 @@ bool MTParserRegistrar::isOperatorSymbol(std::wstring_view text, std::wstring_vi
     return false;
 }
 
-std::size_t MTParserRegistrar::findOperator(std::wstring_view symbol, bool unary) const
+std::size_t MTParserRegistrar::findOperator(std::wstring_view symbol, bool unary) const noexcept
 {
     if (symbol.empty())
     {
         return notFound;
     }
-    const Range range = operatorRanges[firstCharacterClass(symbol.front())];
-    for (std::uint32_t at = range.first; at < range.last; ++at)
+    const std::vector<MTOperatorDefinition>& operators = definitions->operators;
+    for (std::size_t index = definitions->firstOperatorWith(symbol.front()); index < operators.size(); ++index)
     {
-        const std::uint32_t index = operatorsByFirstCharacter[at];
         if (operators[index].unary == unary && operators[index].symbol == symbol)
         {
             return index;
@@ -337,48 +508,69 @@ std::size_t MTParserRegistrar::findOperator(std::wstring_view symbol, bool unary
     return notFound;
 }
 
-std::size_t MTParserRegistrar::findFunction(std::wstring_view name) const
+std::size_t MTParserRegistrar::findFunction(std::wstring_view name) const noexcept
 {
-    const auto named = functionsByName.find(name);
-    return named == functionsByName.end() ? notFound : named->second;
+    const std::vector<MTFunctionDefinition>& functions = definitions->functions;
+    const std::size_t found = definitions->functionIndex.find(
+        MTNameIndex::hash(name), [&](std::size_t index) { return functions[index].symbol == name; });
+    return found == notFound && definitions->mayBeSpeltOtherwise(name)
+               ? findOtherSpelling(functions, &MTFunctionDefinition::symbol, name)
+               : found;
 }
 
-std::size_t MTParserRegistrar::findFunctionOverload(std::wstring_view name, std::uint32_t nbArgs) const
+std::size_t MTParserRegistrar::findFunctionOverload(std::wstring_view name, std::uint32_t nbArgs) const noexcept
 {
     return findOverload(findFunction(name), nbArgs);
 }
 
-std::size_t MTParserRegistrar::findOverload(std::size_t firstOverload, std::uint32_t nbArgs) const
+std::size_t MTParserRegistrar::findOverload(std::size_t firstOverload, std::uint32_t nbArgs) const noexcept
 {
     std::size_t candidate = notFound;
-    for (std::size_t at = firstOverload; at != notFound; at = functions[at].nextOverload)
+    for (std::size_t index = firstOverload; index != notFound; index = definitions->functions[index].nextOverload)
     {
-        const FunctionEntry& entry = functions[at];
-        if (entry.nbArgs == NB_ARGS_UNDEFINED)
+        const MTFunctionDefinition& function = definitions->functions[index];
+        if (function.nbArgs == NB_ARGS_UNDEFINED)
         {
-            if (nbArgs > 0 || entry.symbol == L"point")
+            if (nbArgs > 0 || function.symbol == L"point")
             {
-                candidate = at;
+                candidate = index;
             }
         }
-        else if (entry.nbArgs == nbArgs)
+        else if (function.nbArgs == nbArgs)
         {
-            return at;
+            return index;
         }
     }
     return candidate;
 }
 
-std::size_t MTParserRegistrar::findConstant(std::wstring_view name) const
+std::size_t MTParserRegistrar::findConstant(std::wstring_view name) const noexcept
 {
-    const auto named = constantsByName.find(name);
-    return named == constantsByName.end() ? notFound : named->second;
+    const std::vector<Definitions::Constant>& constants = definitions->constants;
+    const std::size_t found = definitions->constantIndex.find(
+        MTNameIndex::hash(name), [&](std::size_t index) { return constants[index].name == name; });
+    return found == notFound && definitions->mayBeSpeltOtherwise(name)
+               ? findOtherSpelling(constants, &Definitions::Constant::name, name)
+               : found;
 }
 
-IMathVariable* MTParserRegistrar::findVariable(std::wstring_view name) const
+IMathVariable* MTParserRegistrar::findVariable(std::wstring_view name) const noexcept
 {
-    const auto variable = variables.find(name);
-    return variable == variables.end() ? nullptr : variable->second.get();
+    const MTVariableDefinition* definition = findVariableDefinition(name);
+    return definition == nullptr ? nullptr : definition->item.get();
+}
+
+const MTVariableDefinition* MTParserRegistrar::findVariableDefinition(std::wstring_view name) const noexcept
+{
+    const std::size_t found = variableIndex.find(
+        MTNameIndex::hash(name), [&](std::size_t index) { return sameIgnoringCase(variables[index].name, name); });
+    return found == notFound ? nullptr : &variables[found];
+}
+
+MTVariableDefinition* MTParserRegistrar::findVariableDefinition(std::wstring_view name) noexcept
+{
+    const MTParserRegistrar& constant = *this;
+    return const_cast<MTVariableDefinition*>(constant.findVariableDefinition(name));
 }
 
 VALTYPE* MTParserRegistrar::getVariableValuePtr(std::wstring_view name) const
@@ -393,10 +585,11 @@ VALTYPE* MTParserRegistrar::getVariableValuePtr(std::wstring_view name) const
 
 bool MTParserRegistrar::isNumber(std::wstring_view name) const noexcept
 {
+    const wchar_t decimalPoint = definitions->syntax.decimalPoint;
     bool pointSeen = false;
     for (const wchar_t character : name)
     {
-        const bool isPoint = character == syntax.decimalPoint;
+        const bool isPoint = character == decimalPoint;
         if (isPoint ? pointSeen : (character < L'0' || character > L'9'))
         {
             return false;
@@ -406,27 +599,11 @@ bool MTParserRegistrar::isNumber(std::wstring_view name) const noexcept
     return !name.empty();
 }
 
-bool MTParserRegistrar::VariableOrder::operator()(std::wstring_view left, std::wstring_view right) const noexcept
-{
-    return platform::compareIgnoringCase(left, right) < 0;
-}
-
-std::size_t MTParserRegistrar::firstCharacterClass(wchar_t character) noexcept
-{
-    const auto code = static_cast<std::size_t>(character);
-    return code < asciiCharacters ? code : asciiCharacters;
-}
-
-bool MTParserRegistrar::isSyntaxCharacter(wchar_t character) const noexcept
-{
-    return character == syntax.decimalPoint || character == syntax.argumentSeparator ||
-           character == syntax.pointOpeningBracket || character == syntax.pointClosingBracket;
-}
-
 std::size_t MTParserRegistrar::findSyntaxCharacter(std::wstring_view name) const noexcept
 {
-    const auto found = std::find_if(name.begin(), name.end(), [this](wchar_t c) { return isSyntaxCharacter(c); });
-    return found == name.end() ? std::wstring_view::npos : static_cast<std::size_t>(found - name.begin());
+    const auto [decimalPoint, separator, opening, closing] = definitions->syntax;
+    const std::array<wchar_t, 4> all{decimalPoint, separator, opening, closing};
+    return name.find_first_of(all.data(), 0, all.size());
 }
 
 bool MTParserRegistrar::findOperatorSymbolIn(std::wstring_view name, std::wstring_view& symbol) const noexcept
@@ -439,10 +616,4 @@ bool MTParserRegistrar::findOperatorSymbolIn(std::wstring_view name, std::wstrin
         }
     }
     return false;
-}
-
-void MTParserRegistrar::raise(std::uint32_t exID, std::wstring_view itemName, std::wstring_view conflictItemName)
-{
-    throw DefinitionException(__LINE__, 0, sourceFile,
-                              SMTDefExcepData{exID, std::wstring(itemName), std::wstring(conflictItemName)});
 }

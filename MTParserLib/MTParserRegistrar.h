@@ -4,8 +4,14 @@
 // the syntax characters of the language. Every definition is checked against everything defined before; a refused one
 // raises DefinitionException and changes nothing. The compiler resolves every symbol and name through the look-ups,
 // which build no string and walk no list: an index is kept as items are defined.
+//
+// Operators, functions, constants and syntax are shared between a prototype and the registrars made from it, and are
+// copied by the first of them that defines something more. Items are stateless, so sharing them shows nowhere; it makes
+// an expression object as cheap to construct as its variables.
 #pragma once
 
+#include "MTParserLib/MTItemKernels.h"
+#include "MTParserLib/MTNameIndex.h"
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/IMathOperator.h"
 #include "mathexpr/IMathVariableFactory.h"
@@ -14,12 +20,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 /// The syntax characters of the language.
@@ -31,65 +34,138 @@ struct SyntaxCharacters
     wchar_t pointClosingBracket = L'\0';
 };
 
+/// An operator, and what it answered when it was defined.
+struct MTOperatorDefinition
+{
+    std::shared_ptr<const IMathOperator> item;
+    const MTItemKernels* kernels;
+    std::wstring symbol;
+    std::int32_t precedence;
+    bool unary;
+};
+
+/// A function, and what it answered when it was defined.
+struct MTFunctionDefinition
+{
+    std::shared_ptr<const IMathFunction> item;
+    const MTItemKernels* kernels;
+    std::wstring symbol;
+    std::uint32_t nbArgs;
+    std::size_t nextOverload;  ///< MTParserRegistrar::notFound after the last.
+};
+
+struct MTVariableDefinition
+{
+    std::wstring name;
+    std::unique_ptr<IMathVariable> item;
+    /// The value, where evaluating the variable does nothing but copy it; null otherwise.
+    const VALTYPE* valueInPlace;
+    /// Whether the host gave the value when the variable was defined. Kept by the compiler, as the next one.
+    bool answeredByHost = false;
+    /// The number of the compilation that used the variable last.
+    std::uint64_t lastUse = 0;
+};
+
+/// Tells the characters that can only be part of a name or number from those that may end one: the first of an
+/// operator's symbol, a bracket, the separator and "=".
+class MTPlainCharacters
+{
+public:
+    bool contains(wchar_t character) const noexcept
+    {
+        const auto code = static_cast<std::size_t>(character);
+        return code < ascii ? plain[code] : plainBeyondAscii;
+    }
+
+    void set(wchar_t character, bool isPlain) noexcept
+    {
+        const auto code = static_cast<std::size_t>(character);
+        (code < ascii ? plain[code] : plainBeyondAscii) = isPlain;
+    }
+
+    MTPlainCharacters() noexcept { plain.fill(true); }
+
+private:
+    static constexpr std::size_t ascii = 128;
+    std::array<bool, ascii> plain;
+    bool plainBeyondAscii = true;  // for all of them together
+};
+
 class MTParserRegistrar
 {
 public:
     /// What an index look-up answers when there is nothing.
-    static constexpr std::size_t notFound = static_cast<std::size_t>(-1);
+    static constexpr std::size_t notFound = MTNameIndex::notFound;
 
-    MTParserRegistrar() = default;
+    /// A registrar that knows nothing.
+    MTParserRegistrar();
+    /// A registrar with everything that the prototype has but its variables and its factory.
+    explicit MTParserRegistrar(const MTParserRegistrar* prototype);
     MTParserRegistrar(const MTParserRegistrar&) = delete;
     MTParserRegistrar& operator=(const MTParserRegistrar&) = delete;
 
-    /// Deletes the operators and functions that it owns, and every variable.
-    virtual ~MTParserRegistrar() = default;
+    /// Deletes the variables, and the operators and functions that it owns and shares with no other.
+    virtual ~MTParserRegistrar();
 
     /// The factory that defineVariable(name) asks; not owned.
-    void setVariableFactory(IMathVariableFactory* factory) noexcept { variableFactory = factory; }
+    /// @param inPlace  whether evaluating a variable that it makes does nothing but copy the value at its address
+    void setVariableFactory(IMathVariableFactory* factory, bool inPlace = false) noexcept;
 
     /// Codes 0, 1, 2, 5, 9, 20.
     void setSyntax(const SyntaxCharacters& characters);
-    const SyntaxCharacters& getSyntax() const noexcept { return syntax; }
+    const SyntaxCharacters& getSyntax() const noexcept;
 
     /// An item handed over with owned = true belongs to the registrar from the call on, and is deleted when it is
     /// refused. Codes 3, 4, 5, 6, 10, 21.
-    void defineOperator(IMathOperator* item, bool owned);
+    void defineOperator(IMathOperator* item, bool owned, const MTItemKernels& kernels = virtualKernels);
     /// As defineOperator. Codes 7, 8, 9, 10.
-    void defineFunction(IMathFunction* item, bool owned);
+    void defineFunction(IMathFunction* item, bool owned, const MTItemKernels& kernels = virtualKernels);
     /// Codes 17 to 22.
     void defineConstant(std::wstring_view name, const VALTYPE& value);
     /// Takes the variable, and deletes it when it is refused. Codes 11 to 15.
-    void defineVariable(IMathVariable* item);
+    void defineVariable(IMathVariable* item, bool inPlace = false);
     /// Defines a variable that the factory makes. Codes 11 to 15; code 12 also where the factory makes none.
     void defineVariable(std::wstring_view name);
+    /// Deletes a variable; a program that uses it must not be evaluated any more. False when there is none.
+    bool removeVariable(std::wstring_view name);
 
-    std::size_t getNbOperators() const noexcept { return operators.size(); }
-    std::size_t getNbFunctions() const noexcept { return functions.size(); }
-    std::size_t getNbConstants() const noexcept { return constants.size(); }
+    std::size_t getNbOperators() const noexcept;
+    std::size_t getNbFunctions() const noexcept;
+    std::size_t getNbConstants() const noexcept;
+    std::size_t getNbVariables() const noexcept { return variables.size(); }
 
     /// Operators, the longest symbol first; among symbols of one length in the order of definition.
-    const IMathOperator& getOperator(std::size_t index) const { return *operators[index].item; }
-    /// Functions in the order of definition.
-    const IMathFunction& getFunction(std::size_t index) const { return *functions[index].item; }
-    const std::wstring& getConstantName(std::size_t index) const { return constants[index].name; }
-    const VALTYPE& getConstantValue(std::size_t index) const { return constants[index].value; }
+    const IMathOperator& getOperator(std::size_t index) const noexcept { return *getOperatorDefinition(index).item; }
+    /// Functions, in the order of definition.
+    const IMathFunction& getFunction(std::size_t index) const noexcept { return *getFunctionDefinition(index).item; }
+    const std::wstring& getConstantName(std::size_t index) const noexcept;
+    const VALTYPE& getConstantValue(std::size_t index) const noexcept;
 
+    /// A definition stays where it is until the next one of its kind.
+    const MTOperatorDefinition& getOperatorDefinition(std::size_t index) const noexcept;
+    const MTFunctionDefinition& getFunctionDefinition(std::size_t index) const noexcept;
+    const MTVariableDefinition& getVariableDefinition(std::size_t index) const noexcept { return variables[index]; }
+
+    /// Which characters can only be part of a name or number.
+    const MTPlainCharacters& getPlainCharacters() const noexcept;
     /// Whether the text begins with the symbol of an operator; the longest that matches wins.
     /// @param symbol  receives the symbol, valid as long as no operator is defined
     bool isOperatorSymbol(std::wstring_view text, std::wstring_view& symbol) const noexcept;
-    std::size_t findOperator(std::wstring_view symbol, bool unary) const;
+    std::size_t findOperator(std::wstring_view symbol, bool unary) const noexcept;
 
     /// The first function defined under that name, whatever its argument count.
-    std::size_t findFunction(std::wstring_view name) const;
+    std::size_t findFunction(std::wstring_view name) const noexcept;
     /// The overload for a number of arguments. An exact count wins over a function that takes any number; that one
     /// needs at least one argument, but for "point".
-    std::size_t findFunctionOverload(std::wstring_view name, std::uint32_t nbArgs) const;
+    std::size_t findFunctionOverload(std::wstring_view name, std::uint32_t nbArgs) const noexcept;
     /// The same, starting from what findFunction answered.
-    std::size_t findOverload(std::size_t firstOverload, std::uint32_t nbArgs) const;
+    std::size_t findOverload(std::size_t firstOverload, std::uint32_t nbArgs) const noexcept;
 
-    std::size_t findConstant(std::wstring_view name) const;
+    std::size_t findConstant(std::wstring_view name) const noexcept;
     /// Null when there is none; names of variables are compared without regard to case.
-    IMathVariable* findVariable(std::wstring_view name) const;
+    IMathVariable* findVariable(std::wstring_view name) const noexcept;
+    MTVariableDefinition* findVariableDefinition(std::wstring_view name) noexcept;
+    const MTVariableDefinition* findVariableDefinition(std::wstring_view name) const noexcept;
     /// Where the variable's value is held. Code 16 when there is no such variable.
     VALTYPE* getVariableValuePtr(std::wstring_view name) const;
 
@@ -97,84 +173,23 @@ public:
     bool isNumber(std::wstring_view name) const noexcept;
 
 private:
-    struct ReleaseOwned
-    {
-        bool owned;
-        void operator()(const IMathExprItemEvaluator* item) const
-        {
-            if (owned)
-            {
-                delete item;
-            }
-        }
-    };
-    template <class Item>
-    using ItemPtr = std::unique_ptr<Item, ReleaseOwned>;
+    struct Definitions;
 
-    struct OperatorEntry
-    {
-        ItemPtr<IMathOperator> item;
-        std::wstring symbol;
-        bool unary;
-    };
-    struct FunctionEntry
-    {
-        ItemPtr<IMathFunction> item;
-        std::wstring symbol;
-        std::uint32_t nbArgs;
-        std::size_t nextOverload;
-    };
-    struct ConstantEntry
-    {
-        std::wstring name;
-        VALTYPE value;
-    };
+    /// The definitions, copied first if another registrar shares them.
+    Definitions& ownDefinitions();
 
-    struct NameHash
-    {
-        using is_transparent = void;
-        std::size_t operator()(std::wstring_view name) const noexcept { return std::hash<std::wstring_view>{}(name); }
-    };
-    using NameIndex = std::unordered_map<std::wstring, std::size_t, NameHash, std::equal_to<>>;
-
-    struct VariableOrder
-    {
-        using is_transparent = void;
-        bool operator()(std::wstring_view left, std::wstring_view right) const noexcept;
-    };
-
-    void checkOperator(const OperatorEntry& entry) const;
-    void checkFunction(const FunctionEntry& entry) const;
+    void checkOperator(const MTOperatorDefinition& definition) const;
+    void checkFunction(const MTFunctionDefinition& definition) const;
+    void checkConstant(std::wstring_view name) const;
     void checkVariable(std::wstring_view name) const;
-    void indexOperators() noexcept;
 
-    bool isSyntaxCharacter(wchar_t character) const noexcept;
     std::size_t findSyntaxCharacter(std::wstring_view name) const noexcept;
     bool findOperatorSymbolIn(std::wstring_view name, std::wstring_view& symbol) const noexcept;
-    [[noreturn]] static void raise(std::uint32_t exID, std::wstring_view itemName, std::wstring_view conflictItemName);
 
-    // For each ASCII character, the operators whose symbols begin with it are operators[first] to operators[last - 1]
-    // of operatorsByFirstCharacter; every other character shares the last entry.
-    struct Range
-    {
-        std::uint32_t first = 0;
-        std::uint32_t last = 0;
-    };
-    static constexpr std::size_t asciiCharacters = 128;
-    static std::size_t firstCharacterClass(wchar_t character) noexcept;
+    std::shared_ptr<Definitions> definitions;
 
-    std::vector<OperatorEntry> operators;
-    std::array<Range, asciiCharacters + 1> operatorRanges;
-    std::vector<std::uint32_t> operatorsByFirstCharacter;
-
-    std::vector<FunctionEntry> functions;
-    NameIndex functionsByName;  // the first overload
-
-    std::map<std::wstring, std::unique_ptr<IMathVariable>, VariableOrder> variables;
-
-    std::vector<ConstantEntry> constants;
-    NameIndex constantsByName;
-
-    SyntaxCharacters syntax;
+    std::vector<MTVariableDefinition> variables;
+    MTNameIndex variableIndex;
     IMathVariableFactory* variableFactory = nullptr;
+    bool factoryMakesInPlace = false;
 };

@@ -4,6 +4,9 @@
 # compiler may neither contract nor reorder them.
 add_library(mathexpr_options INTERFACE)
 target_include_directories(mathexpr_options INTERFACE ${PROJECT_SOURCE_DIR})
+if(WIN32)
+  target_compile_definitions(mathexpr_options INTERFACE NOMINMAX UNICODE WIN32_LEAN_AND_MEAN)
+endif()
 if(MSVC)
   target_compile_options(mathexpr_options INTERFACE /utf-8 /fp:precise /W4 /permissive- $<$<BOOL:${MATHEXPR_WARNINGS_AS_ERRORS}>:/WX>)
 else()

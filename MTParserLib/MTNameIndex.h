@@ -1,0 +1,126 @@
+// MTNameIndex.h - finds the entry of a name among entries that stand in a vector of the owner's.
+//
+// An open-addressing hash table of (hash, index) pairs. The names stay with their entries: whoever asks says how to
+// compare. One hash serves every kind of name, so that it is computed once for a token: it folds the letters A to Z, as
+// names of variables do, and leaves the rest to the comparison.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+/// The letters A to Z as a to z, in every locale; nothing else is folded.
+constexpr wchar_t foldCase(wchar_t character) noexcept
+{
+    return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character - L'A' + L'a') : character;
+}
+
+/// Whether two names of variables are one and the same.
+constexpr bool sameIgnoringCase(std::wstring_view left, std::wstring_view right) noexcept
+{
+    if (left.size() != right.size())
+    {
+        return false;
+    }
+    for (std::size_t at = 0; at < left.size(); ++at)
+    {
+        if (foldCase(left[at]) != foldCase(right[at]))
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+class MTNameIndex
+{
+public:
+    static constexpr std::size_t notFound = static_cast<std::size_t>(-1);
+
+    /// FNV-1a over the folded characters.
+    static constexpr std::uint32_t hash(std::wstring_view name) noexcept
+    {
+        std::uint32_t value = 2166136261U;
+        for (const wchar_t character : name)
+        {
+            value = (value ^ static_cast<std::uint32_t>(foldCase(character))) * 16777619U;
+        }
+        return value;
+    }
+
+    /// The index of the entry with that hash for which isNamed(index) holds.
+    template <class IsNamed>
+    std::size_t find(std::uint32_t hash, IsNamed isNamed) const
+    {
+        if (slots.empty())
+        {
+            return notFound;
+        }
+        const std::size_t mask = slots.size() - 1;
+        for (std::size_t at = hash & mask; slots[at].index != free; at = (at + 1) & mask)
+        {
+            if (slots[at].hash == hash && isNamed(slots[at].index))
+            {
+                return slots[at].index;
+            }
+        }
+        return notFound;
+    }
+
+    /// Makes room for one more, so that inserting it cannot fail.
+    void reserveOneMore()
+    {
+        // At most half full, so that a search ends after a step or two.
+        if (2 * (used + 1) <= slots.size())
+        {
+            return;
+        }
+        std::vector<Slot> larger(slots.empty() ? 16 : 2 * slots.size());
+        larger.swap(slots);
+        for (const Slot& slot : larger)
+        {
+            if (slot.index != free)
+            {
+                place(slot);
+            }
+        }
+    }
+
+    /// Adds an entry after reserveOneMore.
+    void insert(std::uint32_t hash, std::size_t index) noexcept
+    {
+        place(Slot{hash, static_cast<std::uint32_t>(index)});
+        ++used;
+    }
+
+    /// Forgets the entries and keeps the memory.
+    void clear() noexcept
+    {
+        slots.assign(slots.size(), Slot{});
+        used = 0;
+    }
+
+private:
+    static constexpr std::uint32_t free = 0xFFFFFFFF;
+
+    struct Slot
+    {
+        std::uint32_t hash = 0;
+        std::uint32_t index = free;
+    };
+
+    void place(Slot slot) noexcept
+    {
+        const std::size_t mask = slots.size() - 1;
+        std::size_t at = slot.hash & mask;
+        while (slots[at].index != free)
+        {
+            at = (at + 1) & mask;
+        }
+        slots[at] = slot;
+    }
+
+    std::vector<Slot> slots;
+    std::size_t used = 0;
+};
