@@ -1,34 +1,80 @@
-// MTCompileErrors.h - every way in which a text may fail to compile: the code of the exception and the message.
+// MTCompileErrors.h - every way in which a text may fail to compile: the code of the exception, the message, and what
+// would have been accepted instead.
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
+#include "mathexpr/ExpressionDiagnostic.h"
 #include "mathexpr/SMTParsingExcepData.h"
 
 #include <cstdint>
 
-/// What a failure is called in an exception, and which message tells the user instead.
+/// What a failure is called in an exception, which message tells the user instead, and what the text could have had
+/// there.
 struct MTCompileError
 {
     std::uint32_t exID;
     Message::Id message;
+    std::uint32_t expected;  ///< Bits of Expected, or continuation.
 };
 
-// clang-format off
 namespace CompileError {
-//                             error                     exception                                message
-// ---------------------------------------------------------------------------------------------------------------------
-inline constexpr MTCompileError operatorMisplaced        {ParsingError::OperatorMisplaced,        Message::InvalidExpression};
-inline constexpr MTCompileError operandMissing           {ParsingError::OperandMissing,           Message::InvalidExpression};
-inline constexpr MTCompileError closingWithoutOpening    {ParsingError::ClosingWithoutOpening,    Message::InvalidExpression};
-inline constexpr MTCompileError separatorOutsideBrackets {ParsingError::SeparatorOutsideBrackets, Message::InvalidExpression};
-inline constexpr MTCompileError bracketNotClosed         {ParsingError::BracketNotClosed,         Message::BracketNotClosed};
-inline constexpr MTCompileError noOverload               {ParsingError::NoOverload,               Message::InvalidExpression};
-inline constexpr MTCompileError noExpression             {ParsingError::NoExpression,             Message::InvalidExpression};
-inline constexpr MTCompileError valueAfterValue          {ParsingError::ValueAfterValue,          Message::InvalidExpression};
-inline constexpr MTCompileError unknownFunction          {ParsingError::UnknownFunction,          Message::UnknownFunction};
-inline constexpr MTCompileError unknownName              {ParsingError::UnknownName,              Message::UnknownName};
-inline constexpr MTCompileError argumentEmpty            {ParsingError::ArgumentEmpty,            Message::InvalidExpression};
-inline constexpr MTCompileError assignmentMisplaced      {ParsingError::ArgumentEmpty,            Message::InvalidExpression};
-inline constexpr MTCompileError programBroken            {ParsingError::Structure,                Message::InvalidExpression};
-}
+
+/// What may follow a value: an operator, and what ends the argument or the text, by what is open.
+inline constexpr std::uint32_t continuation = 0x80000000;
+
+inline constexpr std::uint32_t anyInBracket = Expected::Operator | Expected::ClosingBracket | Expected::Separator;
+inline constexpr std::uint32_t anyOutside = Expected::Operator | Expected::End;
+
+// clang-format off
+//                             error                     exception                                message                     expected
+// ------------------------------------------------------------------------------------------------------------------------------------
+inline constexpr MTCompileError bracketAfterBracket      {ParsingError::OperatorMisplaced,        Message::InvalidExpression, continuation};
+inline constexpr MTCompileError operatorWithoutLeft      {ParsingError::OperatorMisplaced,        Message::InvalidExpression, Expected::Value};
+inline constexpr MTCompileError operatorNotBinary        {ParsingError::OperatorMisplaced,        Message::InvalidExpression, continuation};
+inline constexpr MTCompileError operandMissing           {ParsingError::OperandMissing,           Message::InvalidExpression, Expected::Value};
+inline constexpr MTCompileError closingWithoutOpening    {ParsingError::ClosingWithoutOpening,    Message::InvalidExpression, anyOutside};
+inline constexpr MTCompileError separatorOutsideBrackets {ParsingError::SeparatorOutsideBrackets, Message::InvalidExpression, anyOutside};
+inline constexpr MTCompileError bracketNotClosed         {ParsingError::BracketNotClosed,         Message::BracketNotClosed,  anyInBracket};
+inline constexpr MTCompileError noOverload               {ParsingError::NoOverload,               Message::InvalidExpression, Expected::OtherCount};
+inline constexpr MTCompileError noExpression             {ParsingError::NoExpression,             Message::InvalidExpression, Expected::Value};
+inline constexpr MTCompileError valueAfterValue          {ParsingError::ValueAfterValue,          Message::InvalidExpression, continuation};
+inline constexpr MTCompileError unknownFunction          {ParsingError::UnknownFunction,          Message::UnknownFunction,   Expected::Function};
+inline constexpr MTCompileError unknownName              {ParsingError::UnknownName,              Message::UnknownName,       Expected::KnownName};
+inline constexpr MTCompileError argumentEmpty            {ParsingError::ArgumentEmpty,            Message::InvalidExpression, Expected::Value};
+inline constexpr MTCompileError assignmentAfterValue     {ParsingError::ArgumentEmpty,            Message::InvalidExpression, continuation};
+inline constexpr MTCompileError assignmentForValue       {ParsingError::ArgumentEmpty,            Message::InvalidExpression, Expected::Value};
+inline constexpr MTCompileError programBroken            {ParsingError::Structure,                Message::InvalidExpression, Expected::Value};
+inline constexpr MTCompileError textTooLong              {ParsingError::TextTooLong,              Message::InvalidExpression, Expected::Less};
+inline constexpr MTCompileError tooManyRecords           {ParsingError::TooManyRecords,           Message::InvalidExpression, Expected::Less};
+inline constexpr MTCompileError nestedTooDeep            {ParsingError::NestedTooDeep,            Message::InvalidExpression, Expected::Less};
 // clang-format on
+
+}
+
+/// What an item that refuses its arguments would have accepted: bits of Expected; 0 for any other message.
+constexpr std::uint32_t expectedInsteadOf(Message::Id refusal) noexcept
+{
+    switch (refusal)
+    {
+    case Message::NumberWithPoint:
+        return Expected::SameKind;
+    case Message::DivisionByPoint:
+    case Message::PowerOfPoint:
+        return Expected::Number;
+    case Message::DistNeedsPoints:
+    case Message::NorNeedsPoints:
+    case Message::VecNeedsPoints:
+    case Message::Vec1NeedsPoints:
+    case Message::IllNeedsPoints:
+        return Expected::Point;
+    case Message::ArcDomain:
+    case Message::RoundDomain:
+    case Message::LnDomain:
+    case Message::LogDomain:
+    case Message::DivisionByZero:
+    case Message::SqrtDomain:
+        return Expected::InDomain;
+    default:
+        return 0;
+    }
+}

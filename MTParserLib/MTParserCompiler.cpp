@@ -3,6 +3,8 @@
 
 #include "MTParserLib/MTParserNumber.h"
 #include "MTParserLib/MTParserPreprocessing.h"
+#include "MTParserLib/vocabulary/Refusal.h"
+#include "platform/FloatingPointGuard.h"
 
 #include <string>
 
@@ -40,6 +42,11 @@ std::uint32_t positionOf(std::size_t tokenStart)
     return static_cast<std::uint32_t>(tokenStart + 1);
 }
 
+MTSpan spanOfToken(std::wstring_view token, std::uint32_t position)
+{
+    return {position - std::size_t{1}, position - 1 + token.size()};
+}
+
 }
 
 MTParserCompiler::MTParserCompiler(MTParserRegistrar& registrar, bool showMessages,
@@ -47,37 +54,70 @@ MTParserCompiler::MTParserCompiler(MTParserRegistrar& registrar, bool showMessag
     : registrar(registrar), showMessages(showMessages), service(service), emitter(program, showMessages)
 {}
 
-bool MTParserCompiler::compile(const wchar_t* typed, std::wstring& assignTarget)
+bool MTParserCompiler::compile(const wchar_t* given, std::wstring& assignTarget)
 {
-    program.clear();
+    emitter.clear();
+    clearFailure();
+    usedVariables.clear();
+    ++compilation;
     const EmptyUnlessComplete emptyUnlessComplete(program);
 
-    preprocess(typed, text);
+    const wchar_t* const typed = given != nullptr ? given : L"";
+    typedText.clear();
+    if (!checkLimits(typed))
+    {
+        return false;
+    }
+    typedText = typed;
+    preprocess(typedText, text);
+    assignSpan = {};
     stack.clear();
     levels.assign(1, BracketLevel{});
     if (!compileRewritten(assignTarget) || !compileEnd())
     {
         return false;
     }
-    program.finish();
-    return program.isComplete() || fail(CompileError::noExpression, __LINE__, 0, text);
+    return emitter.finish() || fail(CompileError::noExpression, __LINE__, 0, {0, text.size()}, text);
+}
+
+bool MTParserCompiler::checkLimits(const wchar_t* typed)
+{
+    const MTLimitExcess excess = findLimitExcess(typed, limits, registrar, limitScratch);
+    if (excess.error == nullptr)
+    {
+        return true;
+    }
+    noteError(*excess.error, excess.span, {}, 0);
+    failure.spanCountsTyped = true;
+    if (excess.error != &CompileError::textTooLong)
+    {
+        typedText = typed;
+    }
+    return report(__LINE__, static_cast<std::uint32_t>(excess.span.begin));
 }
 
 bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
 {
     const std::wstring_view all = text;
     const wchar_t separator = registrar.getSyntax().argumentSeparator;
+    const MTPlainCharacters& plainCharacters = registrar.getPlainCharacters();
 
     std::size_t tokenStart = 0;
     for (std::size_t i = 0; i < all.size(); ++i)
     {
         const wchar_t character = all[i];
+        if (plainCharacters.contains(character))
+        {
+            continue;
+        }
         const wchar_t next = i + 1 < all.size() ? all[i + 1] : L'\0';
         const auto position = static_cast<std::uint32_t>(i);
 
         if (character == L')' && next == L'(')
         {
-            raise(CompileError::operatorMisplaced, __LINE__, position + 1);
+            levels.pop_back();
+            noteError(CompileError::bracketAfterBracket, {i + 1, i + 2}, {}, 0);
+            raise(__LINE__, position + 1);
         }
 
         std::wstring_view symbol;
@@ -90,9 +130,12 @@ bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
             {
                 if (!stack.empty())
                 {
-                    return fail(CompileError::assignmentMisplaced, __LINE__, position);
+                    const bool afterValue = !token.empty() || levels.back().current == Token::Value;
+                    return fail(afterValue ? CompileError::assignmentAfterValue : CompileError::assignmentForValue,
+                                __LINE__, position, {i, i + 1});
                 }
                 assignTarget = token;
+                assignSpan = {tokenStart, i};
                 tokenStart = i + 1;
             }
             continue;
@@ -135,7 +178,7 @@ bool MTParserCompiler::compileEnd()
         stack.pop_back();
         if (record.kind == StackRecord::Kind::OpenBracket)
         {
-            return fail(CompileError::bracketNotClosed, __LINE__, record.position);
+            return fail(CompileError::bracketNotClosed, __LINE__, record.position, spanOf(record));
         }
         if (!emit(record))
         {
@@ -150,7 +193,7 @@ bool MTParserCompiler::compileToken(std::wstring_view token, std::uint32_t posit
     const Token current = levels.back().current;
     if (current != Token::Nothing && current != Token::Operator)
     {
-        return fail(CompileError::valueAfterValue, __LINE__, position, token);
+        return fail(CompileError::valueAfterValue, __LINE__, position, spanOfToken(token, position), token);
     }
     if (following == L'(')
     {
@@ -170,7 +213,7 @@ bool MTParserCompiler::compileFunctionName(std::wstring_view token, std::uint32_
     const std::size_t firstOverload = registrar.findFunction(token);
     if (firstOverload == MTParserRegistrar::notFound)
     {
-        return fail(CompileError::unknownFunction, __LINE__, position, token);
+        return fail(CompileError::unknownFunction, __LINE__, position, spanOfToken(token, position), token);
     }
     markPending();
     setKind(Token::Function);
@@ -188,6 +231,7 @@ bool MTParserCompiler::compileNumber(std::wstring_view token, std::uint32_t posi
     if (value.x > maxInteger && token.find(decimalPoint) == std::wstring_view::npos)
     {
         // Shown whatever the message switch says, and never an exception.
+        note(Message::IntegerTooLarge, Expected::SmallerNumber, spanOfToken(token, position), token, 0);
         showMessage(Message::IntegerTooLarge);
         return false;
     }
@@ -205,16 +249,22 @@ bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t positi
     }
     try
     {
-        const IMathVariable* variable = resolveVariable(token);
+        MTVariableDefinition* variable = resolveVariable(token);
         if (variable == nullptr)
         {
-            return fail(CompileError::unknownName, __LINE__, position, token);
+            return fail(CompileError::unknownName, __LINE__, position, spanOfToken(token, position), token);
         }
-        emitter.emitVariable(*variable, position);
+        if (variable->lastUse != compilation)
+        {
+            usedVariables.push_back(variable->item.get());
+            variable->lastUse = compilation;
+        }
+        emitter.emitVariable(*variable->item, variable->valueInPlace, position);
         return true;
     }
     catch (DefinitionException& exception)
     {
+        noteDefinition(exception.entries.front().data, Expected::KnownName, spanOfToken(token, position));
         if (showMessages)
         {
             showMessage(Message::InvalidExpression);
@@ -226,37 +276,58 @@ bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t positi
     }
 }
 
-IMathVariable* MTParserCompiler::resolveVariable(std::wstring_view name)
+/// The host's own floating-point control words are in force while it answers.
+bool MTParserCompiler::askHost(std::wstring_view name, VALTYPE& answer) const
 {
-    IMathVariable* variable = registrar.findVariable(name);
+    if (service == nullptr)
+    {
+        return false;
+    }
+    const std::wstring text(name);
+    const platform::HostFloatingPoint hostsWords;
+    return service->lookupValue(text.c_str(), answer);
+}
+
+MTVariableDefinition* MTParserCompiler::resolveVariable(std::wstring_view name)
+{
+    MTVariableDefinition* variable = registrar.findVariableDefinition(name);
     if (variable != nullptr)
     {
         return variable;
     }
     VALTYPE answer;
-    if (service != nullptr && service->lookupValue(std::wstring(name).c_str(), answer))
+    const bool answered = askHost(name, answer);
+    if (!answered && !automaticVariables)
     {
-        registrar.defineVariable(name);
-        variable = registrar.findVariable(name);
-        if (variable != nullptr)
-        {
-            *variable->getValuePtr() = answer;
-        }
-        return variable;
+        return nullptr;
     }
-    if (automaticVariables)
+    registrar.defineVariable(name);
+    variable = registrar.findVariableDefinition(name);
+    if (answered && variable != nullptr)
     {
-        registrar.defineVariable(name);
-        variable = registrar.findVariable(name);
+        *variable->item->getValuePtr() = answer;
+        variable->answeredByHost = true;
     }
     return variable;
+}
+
+bool MTParserCompiler::removeVariable(std::wstring_view name)
+{
+    const MTVariableDefinition* variable = registrar.findVariableDefinition(name);
+    if (variable != nullptr && variable->lastUse == compilation)
+    {
+        program.clear();
+        usedVariables.clear();
+        note(Message::UnknownName, Expected::KnownName, {}, name, 0);
+    }
+    return registrar.removeVariable(name);
 }
 
 bool MTParserCompiler::openBracket(std::uint32_t position, wchar_t next)
 {
     if (next == L')')
     {
-        return fail(CompileError::argumentEmpty, __LINE__, position);
+        return fail(CompileError::argumentEmpty, __LINE__, position, {position, position + 2});
     }
     if (StackRecord* nearest = nearestRecord())
     {
@@ -274,9 +345,10 @@ bool MTParserCompiler::openBracket(std::uint32_t position, wchar_t next)
 bool MTParserCompiler::endArgument(std::uint32_t position, wchar_t character, wchar_t next)
 {
     const bool closes = character == L')';
+    const MTSpan here{position, position + 1};
     if (levels.back().current == Token::Operator)
     {
-        return fail(CompileError::operandMissing, __LINE__, position);
+        return fail(CompileError::operandMissing, __LINE__, position, here);
     }
     levels.pop_back();
     if (!closes)
@@ -284,7 +356,7 @@ bool MTParserCompiler::endArgument(std::uint32_t position, wchar_t character, wc
         levels.push_back(BracketLevel{});
         if (next == L')')
         {
-            return fail(CompileError::argumentEmpty, __LINE__, position);
+            return fail(CompileError::argumentEmpty, __LINE__, position, {position, position + 2});
         }
     }
 
@@ -295,8 +367,8 @@ bool MTParserCompiler::endArgument(std::uint32_t position, wchar_t character, wc
     }
     if (stack.empty())
     {
-        return closes ? fail(CompileError::closingWithoutOpening, __LINE__, position)
-                      : fail(CompileError::separatorOutsideBrackets, __LINE__, position);
+        return fail(closes ? CompileError::closingWithoutOpening : CompileError::separatorOutsideBrackets, __LINE__,
+                    position, here);
     }
 
     const bool argumentTaken = takeArgument();
@@ -310,7 +382,7 @@ bool MTParserCompiler::endArgument(std::uint32_t position, wchar_t character, wc
     }
     else if (nbEmitted == 0 && !argumentTaken)
     {
-        return fail(CompileError::argumentEmpty, __LINE__, position);
+        return fail(CompileError::argumentEmpty, __LINE__, position, here);
     }
 
     // A bracket that is an argument by itself, as in sin((1)), counts for the record around it.
@@ -342,22 +414,23 @@ bool MTParserCompiler::compileOperator(std::wstring_view symbol, std::uint32_t p
     setKind(Token::Operator);
     const Token before = levels.back().previous;
     const bool unary = before == Token::Nothing || before == Token::Operator;
+    const MTSpan span{position, position + symbol.size()};
     const std::size_t index = registrar.findOperator(symbol, unary);
     if (index == MTParserRegistrar::notFound)
     {
-        return fail(CompileError::operatorMisplaced, __LINE__, position + 1);
+        return fail(unary ? CompileError::operatorWithoutLeft : CompileError::operatorNotBinary, __LINE__, position + 1,
+                    span);
     }
-    const std::size_t last = position + symbol.size() - 1;
-    if (last + 1 >= text.size())
+    if (span.end >= text.size())
     {
-        return fail(CompileError::operandMissing, __LINE__, static_cast<std::uint32_t>(last));
+        return fail(CompileError::operandMissing, __LINE__, static_cast<std::uint32_t>(span.end - 1), span);
     }
 
-    const IMathOperator& item = registrar.getOperator(index);
-    const std::int32_t precedence = item.getPrecedence();
+    const MTOperatorDefinition& definition = registrar.getOperatorDefinition(index);
+    const std::int32_t precedence = definition.precedence;
     // A waiting unary operator stays when one of its own precedence follows: that one and its operand belong to it.
     const bool staysUnderEqual = !stack.empty() && stack.back().kind == StackRecord::Kind::Operator &&
-                                 stack.back().precedence == precedence && stack.back().operatorItem->isUnaryOp();
+                                 stack.back().precedence == precedence && stack.back().operatorDefinition->unary;
     const std::int32_t leaving = staysUnderEqual ? precedence + 1 : precedence;
     std::size_t nbEmitted = 0;
     if (!emitWhile([leaving](const StackRecord& top) { return leaving <= top.precedence; }, nbEmitted))
@@ -367,7 +440,7 @@ bool MTParserCompiler::compileOperator(std::wstring_view symbol, std::uint32_t p
 
     StackRecord record{StackRecord::Kind::Operator, precedence, position};
     record.nbArgs = unary ? 1 : 2;
-    record.operatorItem = &item;
+    record.operatorDefinition = &definition;
     stack.push_back(record);
     return true;
 }
@@ -390,27 +463,47 @@ bool MTParserCompiler::emitWhile(Leaves leaves, std::size_t& nbEmitted)
 
 bool MTParserCompiler::emit(const StackRecord& record)
 {
-    MTEmission emission;
+    const MTFunctionDefinition* function = nullptr;
     if (record.kind == StackRecord::Kind::Function)
     {
         const std::size_t overload = registrar.findOverload(record.firstOverload, record.nbArgs);
         if (overload == MTParserRegistrar::notFound)
         {
-            const std::wstring symbol = registrar.getFunction(record.firstOverload).getSymbol();
-            return fail(CompileError::noOverload, __LINE__, record.position, symbol, record.nbArgs);
+            const std::wstring& symbol = registrar.getFunctionDefinition(record.firstOverload).symbol;
+            return fail(CompileError::noOverload, __LINE__, record.position, spanOf(record), symbol, record.nbArgs);
         }
-        emission = emitter.emitCall(registrar.getFunction(overload), record.nbArgs, record.position);
+        function = &registrar.getFunctionDefinition(overload);
     }
-    else
+
+    MTEmission emission;
+    try
     {
-        emission = emitter.emitOperator(*record.operatorItem, record.nbArgs, record.position);
+        if (function != nullptr)
+        {
+            emission = emitter.emitCall(*function->item, *function->kernels, record.nbArgs, record.position);
+        }
+        else
+        {
+            const MTOperatorDefinition& definition = *record.operatorDefinition;
+            emission = emitter.emitOperator(*definition.item, *definition.kernels, record.nbArgs, record.position);
+        }
+    }
+    catch (const ParsingException& exception)
+    {
+        noteRaisedItem(spanOf(record), record.nbArgs, exception);
+        throw;
     }
     if (emission.outcome == MTEmission::Outcome::OperandMissing)
     {
-        return fail(CompileError::programBroken, __LINE__, emission.position);
+        return fail(CompileError::programBroken, __LINE__, emission.position, spanOf(record));
     }
-    // An item that refused its constant arguments has told the user itself.
-    return emission.outcome == MTEmission::Outcome::Done;
+    if (emission.outcome == MTEmission::Outcome::Refused)
+    {
+        // The item has told the user itself.
+        noteRefusedItem(spanOf(record), record.nbArgs);
+        return false;
+    }
+    return true;
 }
 
 void MTParserCompiler::setKind(Token kind) noexcept
@@ -434,24 +527,127 @@ void MTParserCompiler::markPending() noexcept
     }
 }
 
-bool MTParserCompiler::fail(const MTCompileError& error, std::uint32_t line, std::uint32_t position,
-                            std::wstring_view itemName, std::uint32_t nbArgs) const
+MTSpan MTParserCompiler::spanOf(const StackRecord& record) const noexcept
+{
+    switch (record.kind)
+    {
+    case StackRecord::Kind::Function:
+        return spanOfToken(registrar.getFunctionDefinition(record.firstOverload).symbol, record.position);
+    case StackRecord::Kind::Operator:
+        return {record.position, record.position + record.operatorDefinition->symbol.size()};
+    default:
+        return {record.position, record.position + 1};
+    }
+}
+
+MTSpan MTParserCompiler::spanOfStep(std::uint32_t position, std::uint32_t nbArgs) const noexcept
+{
+    const std::wstring_view all = text;
+    std::wstring_view symbol;
+    // No operator's symbol begins in the name of a function or right after it. A step without arguments is a variable.
+    if (nbArgs != 0 && registrar.isOperatorSymbol(all.substr(position), symbol))
+    {
+        return {position, position + symbol.size()};
+    }
+    const std::size_t begin = position - 1;
+    std::size_t end = begin;
+    while (end < all.size() && all[end] != L'(' && !registrar.isOperatorSymbol(all.substr(end), symbol))
+    {
+        ++end;
+    }
+    return {begin, end};
+}
+
+void MTParserCompiler::noteRefusal(std::uint32_t position, std::uint32_t nbArgs)
+{
+    noteRefusedItem(spanOfStep(position, nbArgs), nbArgs);
+}
+
+void MTParserCompiler::noteRaised(std::uint32_t position, std::uint32_t nbArgs, const ParsingException& exception)
+{
+    noteRaisedItem(spanOfStep(position, nbArgs), nbArgs, exception);
+}
+
+void MTParserCompiler::noteRefusedAssignment(const SMTDefExcepData& data)
+{
+    // The name may be one that an earlier text has left pending.
+    const bool named = std::wstring_view(text).substr(assignSpan.begin, assignSpan.end - assignSpan.begin) ==
+                       std::wstring_view(data.itemName);
+    noteDefinition(data, Expected::NewName, named ? assignSpan : MTSpan{});
+}
+
+void MTParserCompiler::note(Message::Id message, std::uint32_t expected, MTSpan span, std::wstring_view itemName,
+                            std::uint32_t nbArgs)
+{
+    failure.message = message;
+    failure.kind = ExpressionDiagnostic::Kind::None;
+    failure.code = 0;
+    failure.span = span;
+    failure.spanCountsTyped = false;
+    failure.expected = expected;
+    failure.nbArgs = nbArgs;
+    failure.itemName = itemName;
+    failure.conflictItemName.clear();
+}
+
+void MTParserCompiler::noteError(const MTCompileError& error, MTSpan span, std::wstring_view itemName,
+                                 std::uint32_t nbArgs)
+{
+    std::uint32_t expected = error.expected;
+    if (expected == CompileError::continuation)
+    {
+        expected = levels.size() > 1 ? CompileError::anyInBracket : CompileError::anyOutside;
+    }
+    note(error.message, expected, span, itemName, nbArgs);
+    failure.kind = ExpressionDiagnostic::Kind::Parsing;
+    failure.code = error.exID;
+}
+
+void MTParserCompiler::noteDefinition(const SMTDefExcepData& data, std::uint32_t expected, MTSpan span)
+{
+    note(Message::InvalidExpression, expected, span, data.itemName, 0);
+    failure.kind = ExpressionDiagnostic::Kind::Definition;
+    failure.code = data.exID;
+    failure.conflictItemName = data.conflictItemName;
+}
+
+void MTParserCompiler::noteRefusedItem(MTSpan span, std::uint32_t nbArgs)
+{
+    const Message::Id reason = takeRefusal();
+    note(reason != Message::Id{} ? reason : Message::InvalidExpression, expectedInsteadOf(reason), span, {}, nbArgs);
+}
+
+void MTParserCompiler::noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const ParsingException& exception)
+{
+    const SMTParsingExcepData& data = exception.entries.front().data;
+    note(Message::InvalidExpression, Expected::Number, span, data.itemName, nbArgs);
+    failure.kind = ExpressionDiagnostic::Kind::Parsing;
+    failure.code = data.exID;
+}
+
+bool MTParserCompiler::fail(const MTCompileError& error, std::uint32_t line, std::uint32_t position, MTSpan span,
+                            std::wstring_view itemName, std::uint32_t nbArgs)
+{
+    noteError(error, span, itemName, nbArgs);
+    return report(line, position);
+}
+
+bool MTParserCompiler::report(std::uint32_t line, std::uint32_t position) const
 {
     if (!showMessages)
     {
-        raise(error, line, position, itemName, nbArgs);
+        raise(line, position);
     }
-    showMessage(error.message);
+    showMessage(failure.message);
     return false;
 }
 
-void MTParserCompiler::raise(const MTCompileError& error, std::uint32_t line, std::uint32_t position,
-                             std::wstring_view itemName, std::uint32_t nbArgs)
+void MTParserCompiler::raise(std::uint32_t line, std::uint32_t position) const
 {
     SMTParsingExcepData data;
-    data.exID = error.exID;
+    data.exID = failure.code;
     data.pos = position;
-    data.itemName = itemName;
-    data.nbArgs = nbArgs;
+    data.itemName = failure.itemName;
+    data.nbArgs = failure.nbArgs;
     throw ParsingException(line, 0, sourceFile, data);
 }

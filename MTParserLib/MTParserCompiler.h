@@ -23,10 +23,14 @@
 #pragma once
 
 #include "MTParserLib/MTCompileErrors.h"
+#include "MTParserLib/MTFailure.h"
+#include "MTParserLib/MTLimits.h"
 #include "MTParserLib/MTParserEmitter.h"
 #include "MTParserLib/MTParserProgram.h"
 #include "MTParserLib/MTParserRegistrar.h"
+#include "mathexpr/IMathExprNameSource.h"
 #include "mathexpr/IMathExprService.h"
+#include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
 
 #include <cstdint>
@@ -49,6 +53,14 @@ public:
     /// Whether an unknown name that the host does not answer becomes a variable of value 0.
     void setAutomaticVariables(bool enabled) noexcept { automaticVariables = enabled; }
 
+    /// In force from the next text on.
+    void setLimits(const MTLimits& newLimits) noexcept { limits = newLimits; }
+    const MTLimits& getLimits() const noexcept { return limits; }
+
+    /// Names that the host offers for suggestions; the compiler only keeps the pointer, which may be null.
+    void setNameSource(const IMathExprNameSource* source) noexcept { nameSource = source; }
+    const IMathExprNameSource* getNameSource() const noexcept { return nameSource; }
+
     /// Compiles a text. The program is empty while this runs and after any failure.
     /// @param text          as the user typed it; null is an empty text
     /// @param assignTarget  receives the name that the text assigns to, also where the text fails after that
@@ -58,6 +70,27 @@ public:
 
     /// The program, at one address for the life of the compiler.
     MTParserProgram& getProgram() noexcept { return program; }
+
+    /// The variables that the program reads, in the order of their first use.
+    const std::vector<const IMathVariable*>& getUsedVariables() const noexcept { return usedVariables; }
+
+    /// The last failure of a compilation, or of a run that was noted here.
+    const MTFailure& getFailure() const noexcept { return failure; }
+    /// The text compiled last, as typed; empty where it was too long to be looked at.
+    const std::wstring& getTypedText() const noexcept { return typedText; }
+
+    void clearFailure() noexcept { failure.message = Message::Id{}; }
+
+    /// Notes that a step of the program refused its arguments, or what it raised.
+    /// @param position, nbArgs  of the step
+    void noteRefusal(std::uint32_t position, std::uint32_t nbArgs);
+    void noteRaised(std::uint32_t position, std::uint32_t nbArgs, const ParsingException& exception);
+    /// Notes that the name that waits to be assigned cannot be a variable.
+    void noteRefusedAssignment(const SMTDefExcepData& data);
+
+    /// Removes a variable from the registrar. A program that reads it is emptied, which is noted as a failure.
+    /// @return false when there is no such variable
+    bool removeVariable(std::wstring_view name);
 
 private:
     enum class Token : std::uint8_t
@@ -86,11 +119,12 @@ private:
         std::int32_t precedence;
         std::uint32_t position;
         bool argumentPending = false;
-        std::uint32_t nbArgs = 0;                                 // a function's grows as its arguments are read
-        const IMathOperator* operatorItem = nullptr;              // of an operator
-        std::size_t firstOverload = MTParserRegistrar::notFound;  // of a function
+        std::uint32_t nbArgs = 0;                                  // a function's grows as its arguments are read
+        const MTOperatorDefinition* operatorDefinition = nullptr;  // of an operator
+        std::size_t firstOverload = MTParserRegistrar::notFound;   // of a function
     };
 
+    bool checkLimits(const wchar_t* typed);
     bool compileRewritten(std::wstring& assignTarget);
     bool compileEnd();
 
@@ -98,7 +132,8 @@ private:
     bool compileFunctionName(std::wstring_view token, std::uint32_t position);
     bool compileNumber(std::wstring_view token, std::uint32_t position);
     bool compileName(std::wstring_view token, std::uint32_t position);
-    IMathVariable* resolveVariable(std::wstring_view name);
+    MTVariableDefinition* resolveVariable(std::wstring_view name);
+    bool askHost(std::wstring_view name, VALTYPE& answer) const;
 
     bool openBracket(std::uint32_t position, wchar_t next);
     bool endArgument(std::uint32_t position, wchar_t character, wchar_t next);
@@ -113,10 +148,23 @@ private:
     StackRecord* nearestRecord() noexcept;
     void markPending() noexcept;
 
-    [[nodiscard]] bool fail(const MTCompileError& error, std::uint32_t line, std::uint32_t position,
-                            std::wstring_view itemName = {}, std::uint32_t nbArgs = 0) const;
-    [[noreturn]] static void raise(const MTCompileError& error, std::uint32_t line, std::uint32_t position,
-                                   std::wstring_view itemName = {}, std::uint32_t nbArgs = 0);
+    MTSpan spanOf(const StackRecord& record) const noexcept;
+    MTSpan spanOfStep(std::uint32_t position, std::uint32_t nbArgs) const noexcept;
+
+    // The one place where a failure is told: what is noted is what the exception carries and the message says.
+    void note(Message::Id message, std::uint32_t expected, MTSpan span, std::wstring_view itemName,
+              std::uint32_t nbArgs);
+    void noteError(const MTCompileError& error, MTSpan span, std::wstring_view itemName, std::uint32_t nbArgs);
+    void noteDefinition(const SMTDefExcepData& data, std::uint32_t expected, MTSpan span);
+    void noteRefusedItem(MTSpan span, std::uint32_t nbArgs);
+    void noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const ParsingException& exception);
+
+    /// Notes an error and reports it.
+    [[nodiscard]] bool fail(const MTCompileError& error, std::uint32_t line, std::uint32_t position, MTSpan span,
+                            std::wstring_view itemName = {}, std::uint32_t nbArgs = 0);
+    /// Shows the message of the failure noted and answers false, or raises its exception.
+    [[nodiscard]] bool report(std::uint32_t line, std::uint32_t position) const;
+    [[noreturn]] void raise(std::uint32_t line, std::uint32_t position) const;
 
     MTParserRegistrar& registrar;
     const bool showMessages;
@@ -127,8 +175,18 @@ private:
     MTParserProgram program;
     MTParserEmitter emitter;
 
-    std::wstring text;
+    MTLimits limits;
+    const IMathExprNameSource* nameSource = nullptr;
+
+    MTFailure failure;
+    std::wstring typedText;
+    MTSpan assignSpan;  // of the name that the text assigns to
+    MTLimitScratch limitScratch;
+
+    std::wstring text;  // rewritten
     std::vector<StackRecord> stack;
     std::vector<BracketLevel> levels;
     std::string digits;  // of the number being read
+    std::vector<const IMathVariable*> usedVariables;
+    std::uint64_t compilation = 0;  // the number of the one that runs or ran last
 };

@@ -2,6 +2,7 @@
 #include "MTParserLib/MTParserDefFuncs.h"
 
 #include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/vocabulary/BuiltInKernels.h"
 #include "MTParserLib/vocabulary/Conversions.h"
 #include "MTParserLib/vocabulary/CoreMath.h"
 #include "MTParserLib/vocabulary/Geometry.h"
@@ -31,18 +32,29 @@ constexpr VocabularyEntry describe(VocabularyFamily family, const wchar_t* class
         entry.nbArgs = Item::text.unary ? 1 : 2;
         entry.precedence = Item::text.precedence;
         entry.isConstant = true;
-        entry.define = [](MTParserRegistrar& registrar) { registrar.defineOperator(new Item, true); };
+        entry.define = [](MTParserRegistrar& registrar) {
+            registrar.defineOperator(new Item, true, builtInKernels<Item>);
+        };
     }
     else
     {
         entry.nbArgs = Item::text.nbArgs;
         entry.isConstant = Item::constant;
-        entry.define = [](MTParserRegistrar& registrar) { registrar.defineFunction(new Item, true); };
+        entry.define = [](MTParserRegistrar& registrar) {
+            registrar.defineFunction(new Item, true, builtInKernels<Item>);
+        };
     }
     return entry;
 }
 
 #define ITEM(family, Class) describe<Class>(VocabularyFamily::family, L"" #Class)
+
+constexpr VocabularyConstant constants[] = {
+    {L"pi", coremath::pi},
+    {L"PI", coremath::pi},
+    {L"e", 2.718281828459045},
+    {L"E", 2.718281828459045},
+};
 
 // The order decides which of two colliding registrations the registrar refuses.
 constexpr VocabularyEntry vocabulary[] = {
@@ -122,6 +134,21 @@ static_assert(countOf(VocabularyFamily::Length) == 81, "9 x 9");
 static_assert(countOf(VocabularyFamily::Area) == 64, "8 x 8");
 static_assert(countOf(VocabularyFamily::Volume) == 49, "7 x 7");
 
+}
+
+std::span<const VocabularyConstant> getConstants() noexcept
+{
+    return constants;
+}
+
+void registerConstants(MTParserRegistrar& registrar)
+{
+    for (const VocabularyConstant& constant : constants)
+    {
+        VALTYPE value;
+        value.x = constant.value;
+        registrar.defineConstant(constant.symbol, value);
+    }
 }
 
 std::span<const VocabularyEntry> getVocabulary() noexcept

@@ -1,24 +1,21 @@
-// MTParserDefFuncs.h - the vocabulary: every operator and function that a new expression object knows.
+// MTParserDefFuncs.h - the vocabulary: every constant, operator and function that a new expression object knows.
 //
 // The classes stand in vocabulary/, one header per family. The one list of them, in the order in which they are
 // registered, stands in MTParserDefFuncs.cpp. To add a function, write its class and add it to that list.
 #pragma once
+
+#include "mathexpr/Vocabulary.h"
 
 #include <cstdint>
 #include <span>
 
 class MTParserRegistrar;
 
-/// What an item is about, for a reader who looks for one.
-enum class VocabularyFamily
+/// A name with a value that never changes. The string is zero-terminated and lives as long as the process.
+struct VocabularyConstant
 {
-    Operators,
-    CoreMath,
-    Angle,  ///< This and the next three are conversions between units.
-    Length,
-    Area,
-    Volume,
-    Geometry,
+    const wchar_t* symbol;
+    double value;
 };
 
 /// One operator or function. The strings are zero-terminated and live as long as the process.
@@ -37,8 +34,14 @@ struct VocabularyEntry
     void (*define)(MTParserRegistrar&);  ///< Hands the registrar a new item, which the registrar then owns.
 };
 
+/// The constants, in the order in which they are defined.
+std::span<const VocabularyConstant> getConstants() noexcept;
+
+/// Defines the constants. What the registrar throws passes.
+void registerConstants(MTParserRegistrar& registrar);
+
 /// All operators and then all functions, in the order in which they are registered.
 std::span<const VocabularyEntry> getVocabulary() noexcept;
 
-/// Defines the whole vocabulary. What the registrar throws passes.
+/// Defines the operators and functions. What the registrar throws passes.
 void registerVocabulary(MTParserRegistrar& registrar);

@@ -7,7 +7,9 @@
 
 #include "MTParserLib/MTParserProgram.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <vector>
 
 /// What became of an emitted record.
 struct MTEmission
@@ -29,27 +31,55 @@ struct MTEmission
 class MTParserEmitter
 {
 public:
-    /// @param program       receives the records; outlives the emitter
-    /// @param showMessages  whether an item that is folded may tell the user why it refuses
-    MTParserEmitter(MTParserProgram& program, bool showMessages) noexcept : program(program), showMessages(showMessages)
-    {}
+    /// @param target        receives the finished program; outlives the emitter
+    /// @param mayShow       whether an item that is folded may tell the user why it refuses
+    MTParserEmitter(MTParserProgram& target, bool mayShow) noexcept : program(target), showMessages(mayShow) {}
+
+    /// Forgets what was emitted and empties the program.
+    void clear() noexcept;
 
     void emitConstant(const VALTYPE& value, std::uint32_t position);
-    void emitVariable(const IMathExprItemEvaluator& variable, std::uint32_t position);
+
+    /// @param valueInPlace  the variable's value, where evaluating the variable does nothing but copy it; else null
+    void emitVariable(const IMathExprItemEvaluator& variable, const VALTYPE* valueInPlace, std::uint32_t position);
 
     /// Marks where the arguments of a function call begin.
     void emitPlaceholder(std::uint32_t position);
 
     /// Appends an operator, whose operands were emitted before it.
-    MTEmission emitOperator(const IMathExprItemEvaluator& item, std::uint32_t nbArgs, std::uint32_t position);
+    MTEmission emitOperator(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
+                            std::uint32_t position);
 
     /// Appends a function call, whose placeholder and arguments were emitted before it.
-    MTEmission emitCall(const IMathExprItemEvaluator& item, std::uint32_t nbArgs, std::uint32_t position);
+    MTEmission emitCall(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
+                        std::uint32_t position);
+
+    /// Completes the program. What no record consumes gets a slot of its own, and the last record is the root.
+    /// @return false when nothing was emitted: the program stays empty
+    bool finish();
 
 private:
-    MTEmission emit(const IMathExprItemEvaluator& item, std::uint32_t nbArgs, std::uint32_t position, bool isCall);
+    enum class Kind : std::uint8_t
+    {
+        Constant,     // the value is known: a literal, a constant, or a folded record
+        Item,         // evaluated each time
+        Placeholder,  // where the arguments of a call begin
+    };
+
+    struct Record
+    {
+        MTProgramStep step;       // of an item; its destination is null until a record consumes it
+        std::size_t firstRecord;  // where the sub-program that ends here begins
+        Kind kind;
+        VALTYPE value;  // of a constant
+    };
+
+    MTEmission emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
+                    std::uint32_t position, bool isCall);
     MTEmission operandMissing(std::size_t end) const;
+    Record& append(Kind kind, const MTProgramStep& step, std::size_t firstRecord);
 
     MTParserProgram& program;
-    bool showMessages;
+    const bool showMessages;
+    std::vector<Record> records;
 };

@@ -1,18 +1,31 @@
-// MTParserEvaluator.cpp - one pass over the records; each writes straight into the slot that consumes it.
+// MTParserEvaluator.cpp - one pass over the steps; each writes straight into the slot that consumes it. Number code runs
+// in their place where it may.
 #include "MTParserLib/MTParserEvaluator.h"
 
-bool runProgram(const MTParserProgram& program, bool showMessages)
+bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failure)
 {
-    if (program.records.back().kind == MTProgramRecord::Kind::Constant)
+    if (program.rootIsConstant || program.numbers.run(program))
     {
         return true;
     }
-    for (const MTProgramRecord& record : program.records)
+    auto step = program.steps.begin();
+    const auto tell = [&] { failure = MTRunFailure{step->position, step->nbArgs}; };
+    try
     {
-        if (!record.item->evaluate(record.nbArgs, record.args, *record.destination, showMessages))
+        for (; step != program.steps.end(); ++step)
         {
-            return false;
+            if (!step->evaluate(step->item, step->nbArgs, step->args, *step->destination, showMessages))
+            {
+                tell();
+                return false;
+            }
         }
     }
+    catch (...)
+    {
+        tell();
+        throw;
+    }
+    program.numbers.programRan();
     return true;
 }

@@ -3,8 +3,16 @@
 
 #include "MTParserLib/MTParserProgram.h"
 
+/// The step that ended a run: which one, and how many arguments it has.
+struct MTRunFailure
+{
+    std::uint32_t position = 0;
+    std::uint32_t nbArgs = 0;
+};
+
 /// Runs a complete program once. Nothing is allocated. A program whose root is constant is not run at all.
 /// @param showMessages  whether an item may tell the user why it refuses
+/// @param failure       receives the step that refused its arguments or raised an exception
 /// @return true with the value in the program's root; false as soon as an item refuses its arguments
 /// @throws what an item raises for an argument of the wrong kind
-bool runProgram(const MTParserProgram& program, bool showMessages);
+bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failure);

@@ -1,43 +1,89 @@
-// MTParserPreprocessing.cpp - both stages in one pass over the text.
+// MTParserPreprocessing.cpp - both stages in one pass over the text, and the way back.
 //
 // One pass gives what removing the blanks and then replacing one shorthand after the other gives, because no
 // replacement ends in "e" or begins with "+", and none contains a bracket or an "e+": inserted text never makes a new
 // shorthand.
 #include "MTParserLib/MTParserPreprocessing.h"
 
-void preprocess(const wchar_t* text, std::wstring& rewritten)
+namespace {
+
+constexpr std::wstring_view point = L"point(";
+constexpr std::wstring_view power = L"*10^";
+
+}
+
+void preprocess(std::wstring_view typed, std::wstring& rewritten)
 {
-    rewritten.clear();
-    if (text == nullptr)
+    std::size_t length = 0;
+    for (const wchar_t character : typed)
     {
-        return;
+        length += character == L'[' ? point.size() : character == L'+' ? power.size() - 1 : 1;
     }
-    for (; *text != L'\0'; ++text)
+    rewritten.resize(length);
+    wchar_t* const begin = rewritten.data();
+    wchar_t* end = begin;
+    for (const wchar_t character : typed)
     {
-        switch (*text)
+        switch (character)
         {
         case L' ':
             break;
         case L'[':
-            rewritten += L"point(";
+            end += point.copy(end, point.size());
             break;
         case L']':
-            rewritten += L')';
+            *end++ = L')';
             break;
         case L'+':
-            if (!rewritten.empty() && rewritten.back() == L'e')
+            if (end != begin && end[-1] == L'e')
             {
-                rewritten.pop_back();
-                rewritten += L"*10^";
+                --end;
+                end += power.copy(end, power.size());
             }
             else
             {
-                rewritten += L'+';
+                *end++ = L'+';
             }
             break;
         default:
-            rewritten += *text;
+            *end++ = character;
             break;
         }
     }
+    rewritten.resize(static_cast<std::size_t>(end - begin));
+}
+
+MTSpan typedSpanOf(std::wstring_view typed, MTSpan rewritten) noexcept
+{
+    MTSpan span{typed.size(), typed.size()};
+    std::size_t rewrittenEnd = 0;
+    for (std::size_t at = 0; at < typed.size() && rewrittenEnd < rewritten.end; ++at)
+    {
+        if (typed[at] == L' ')
+        {
+            continue;
+        }
+        const std::size_t pieceBegin = at;
+        std::size_t pieceLength = 1;
+        if (typed[at] == L'[')
+        {
+            pieceLength = point.size();
+        }
+        else if (typed[at] == L'e')
+        {
+            const std::size_t next = typed.find_first_not_of(L' ', at + 1);
+            if (next != std::wstring_view::npos && typed[next] == L'+')
+            {
+                pieceLength = power.size();
+                at = next;
+            }
+        }
+        if (rewrittenEnd <= rewritten.begin)
+        {
+            span.begin = pieceBegin;
+        }
+        rewrittenEnd += pieceLength;
+        span.end = at + 1;
+    }
+    return span;
 }

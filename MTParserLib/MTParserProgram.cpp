@@ -1,4 +1,4 @@
-// MTParserProgram.cpp - the memory of a program, and its passage from being compiled to being evaluated.
+// MTParserProgram.cpp - the memory of a program.
 #include "MTParserLib/MTParserProgram.h"
 
 #include <algorithm>
@@ -35,27 +35,9 @@ VALTYPE* MTSlotArena::allocate(std::size_t count)
 
 void MTParserProgram::clear() noexcept
 {
-    records.clear();
+    steps.clear();
+    numbers.clear();
     slots.release({});
-    complete = false;
-}
-
-void MTParserProgram::finish() noexcept
-{
-    const auto remove = [this](MTProgramRecord::Kind kind, std::ptrdiff_t kept) {
-        const auto end = records.end() - kept;
-        const auto isOfKind = [kind](const MTProgramRecord& record) { return record.kind == kind; };
-        records.erase(std::remove_if(records.begin(), end, isOfKind), end);
-    };
-    remove(MTProgramRecord::Kind::Placeholder, 0);
-    // The root stays even where it is a constant: it is then the value of the whole expression.
-    remove(MTProgramRecord::Kind::Constant, records.empty() ? 0 : 1);
-    for (MTProgramRecord& record : records)
-    {
-        if (record.destination == nullptr)
-        {
-            record.destination = &record.value;
-        }
-    }
-    complete = !records.empty();
+    root = nullptr;
+    rootIsConstant = false;
 }

@@ -1,12 +1,13 @@
 // MTParserProgram.h - the compiled program: what the compiler hands to the evaluator.
 //
-// Records in postfix order: the operands of a record are the sub-programs that end just before it, the last operand
-// last; the final record is the root. Each record's result goes straight to its destination, the slot of the record
-// that consumes it, so that evaluating is one pass over the records without a stack. A finished program holds no
-// placeholder, and no constant but, perhaps, its root: the values of the others already stand in the slots of their
-// consumers.
+// Steps in postfix order: the operands of a step are the sub-programs that end just before it, the last operand last;
+// the last step is the root's. Each step's result goes straight to its destination, the slot of the step that consumes
+// it, so that evaluating is one pass over the steps without a stack. Constants are no steps: their values stand in the
+// slots that consume them.
 #pragma once
 
+#include "MTParserLib/MTItemKernels.h"
+#include "MTParserLib/MTNumberCode.h"
 #include "mathexpr/IMathExprItemEvaluator.h"
 
 #include <cstddef>
@@ -14,24 +15,19 @@
 #include <memory>
 #include <vector>
 
-/// One step of the program.
-struct MTProgramRecord
+/// The evaluation of one operator, function or variable.
+struct MTProgramStep
 {
-    enum class Kind : std::uint8_t
-    {
-        Constant,     ///< The value is known: a literal, a constant, or a folded record.
-        Item,         ///< An operator, a function or a variable, evaluated each time.
-        Placeholder,  ///< Marks, while compiling, where the arguments of a function call begin.
-    };
+    MTEvaluate evaluate;  ///< Called with the item and the arguments.
+    const IMathExprItemEvaluator* item;
+    const MTNumberKernels* numbers;  ///< Of the item; null where it has none.
+    const VALTYPE* args;             ///< The slots of the arguments; of a variable read in place, its value.
+    VALTYPE* destination;            ///< The slot that consumes the result, or one of its own.
+    std::uint32_t nbArgs;
+    std::uint32_t position;  ///< In the rewritten text, for error reports.
 
-    VALTYPE value;                                 ///< Of a constant; where the result of an unconsumed record goes.
-    const IMathExprItemEvaluator* item = nullptr;  ///< Null but for an item.
-    VALTYPE* args = nullptr;                       ///< One slot an argument, owned by the program.
-    VALTYPE* destination = nullptr;                ///< Null, while compiling, until a record consumes this one.
-    std::uint32_t nbArgs = 0;                      ///< Number of slots.
-    std::uint32_t position = 0;                    ///< In the rewritten text, for error reports.
-    std::size_t firstRecord = 0;                   ///< While compiling: where the sub-program that ends here begins.
-    Kind kind = Kind::Constant;
+    /// Whether evaluating the step does nothing but copy a value, to which args points.
+    bool isVariableInPlace() const noexcept { return nbArgs == 0 && args != nullptr; }
 };
 
 /// Memory for argument slots. It hands out memory that never moves, takes it back in the reverse order, and keeps what
@@ -61,30 +57,30 @@ private:
     Mark top;
 };
 
-/// The records of one expression and the slots that their results go to.
+/// The steps of one expression and the slots that their results go to.
 class MTParserProgram
 {
 public:
-    /// Forgets the records and keeps the memory.
+    /// Forgets the steps and keeps the memory.
     void clear() noexcept;
 
-    /// Ends the compiling: drops what only the compiler needs, and gives every record that nothing consumes a
-    /// destination.
-    void finish() noexcept;
-
     /// Whether there is something to evaluate: a program that is still being compiled is not complete.
-    bool isComplete() const noexcept { return complete; }
+    bool isComplete() const noexcept { return root != nullptr; }
 
-    /// The value of the root: the result after a successful run.
-    const VALTYPE& rootValue() const noexcept { return records.back().value; }
-
-    std::vector<MTProgramRecord> records;
+    std::vector<MTProgramStep> steps;
     MTSlotArena slots;
+
+    /// Where the value of the whole expression stands after a run; null until the program is complete.
+    VALTYPE* root = nullptr;
+    /// Whether that value is known, so that no step has to be run for it.
+    bool rootIsConstant = false;
+
+    /// Runs in place of the steps while everything is a plain number.
+    MTNumberCode numbers;
 
 private:
     friend class MTProgramClaim;
 
-    bool complete = false;
     bool claimed = false;
 };
 

@@ -1,55 +1,97 @@
-// MessageTexts.cpp - the built-in form of the texts, for platforms without string resources.
+// MessageTexts.cpp - the built-in form of the texts, and the choice of a language.
 
 #include "MathExprRes/MessageTexts.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
+#include <cstdlib>
 
 namespace {
 
-enum class Language
-{
-    English
-};
+constexpr std::size_t nbLanguages = 8;
 
 struct MessageRow
 {
     std::uint32_t id;
-    Language language;
-    const wchar_t* text;
+    const wchar_t* texts[nbLanguages];
 };
 
 constexpr MessageRow messages[] = {
-#define MESSAGE(number, language, text) {number, Language::language, L##text},
-#include "MathExprRes/Messages.def"
+#define MESSAGE(number, en, de, fr, es, it, pt, ja, zh)                                                                \
+    {number, {L##en, L##de, L##fr, L##es, L##it, L##pt, L##ja, L##zh}},
+#include "MathExprRes/Messages.table"
 #undef MESSAGE
 };
 
-constexpr std::uint32_t lastId = 19;
-
-/// Whether the rows of a language are exactly the numbers 1 to 19, in this order, each with a text.
-constexpr bool isComplete(Language language)
+/// Whether the rows are exactly the numbers 1 to 19, in this order, with a text in every language.
+constexpr bool tableIsComplete()
 {
     std::uint32_t expected = 1;
     for (const MessageRow& row : messages)
     {
-        if (row.language == language && (row.id != expected++ || *row.text == L'\0'))
+        if (row.id != expected++)
         {
             return false;
         }
+        for (const wchar_t* text : row.texts)
+        {
+            if (*text == L'\0')
+            {
+                return false;
+            }
+        }
     }
-    return expected == lastId + 1;
+    return expected == 20;
 }
 
-static_assert(isComplete(Language::English));
+static_assert(tableIsComplete());
 
-}
-
-const wchar_t* messageText(std::uint32_t id)
+struct LanguageCode
 {
-    const auto* row = std::ranges::find_if(messages, [id](const MessageRow& candidate) {
-        return candidate.id == id && candidate.language == Language::English;
-    });
-    return row == std::end(messages) ? nullptr : row->text;
+    std::string_view code;
+    Language language;
+};
+
+constexpr LanguageCode languageCodes[] = {
+    {"en", Language::English},  {"de", Language::German},
+    {"fr", Language::French},   {"es", Language::Spanish},
+    {"it", Language::Italian},  {"pt", Language::Portuguese},
+    {"ja", Language::Japanese}, {"zh", Language::SimplifiedChinese},
+};
+
+static_assert(std::size(languageCodes) == nbLanguages);
+
+/// Whether a locale of the Chinese language writes the traditional characters.
+bool isTraditionalChinese(std::string_view locale) noexcept
+{
+    return locale.starts_with("zh_TW") || locale.starts_with("zh_HK") || locale.starts_with("zh_MO") ||
+           locale.starts_with("zh_Hant");
+}
+
+}
+
+const wchar_t* messageText(std::uint32_t id, Language language) noexcept
+{
+    const auto* row = std::ranges::find(messages, id, &MessageRow::id);
+    return row == std::end(messages) ? nullptr : row->texts[static_cast<std::size_t>(language)];
+}
+
+Language languageOfLocale(std::string_view locale) noexcept
+{
+    const std::string_view code = locale.substr(0, locale.find_first_of("_.@"));
+    const auto* known = std::ranges::find(languageCodes, code, &LanguageCode::code);
+    return known == std::end(languageCodes) || isTraditionalChinese(locale) ? Language::English : known->language;
+}
+
+Language languageOfUser() noexcept
+{
+    for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
+    {
+        const char* locale = std::getenv(variable);
+        if (locale != nullptr && *locale != '\0')
+        {
+            return languageOfLocale(locale);
+        }
+    }
+    return Language::English;
 }

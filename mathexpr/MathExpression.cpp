@@ -7,6 +7,8 @@
 #include "MTParserLib/MTParserEvaluator.h"
 #include "MTParserLib/MTParserProgram.h"
 #include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/MTValueCopy.h"
+#include "mathexpr/HostBoundary.h"
 
 namespace {
 
@@ -16,15 +18,17 @@ constexpr const wchar_t* sourceFile = L"MTParserLib/MTParser";
 /// code.
 constexpr std::uint32_t assignmentLine = 424;
 
-// Eleven decimals of pi: fewer than a double holds, and part of the language as they stand.
-constexpr double pi = 3.14159265359;
-constexpr double e = 2.718281828459045;
-
-VALTYPE numberOf(double x)
+/// A registrar with syntax, constants, operators and functions, filled once in the life of the process.
+const MTParserRegistrar& vocabularyPrototype()
 {
-    VALTYPE value;
-    value.x = x;
-    return value;
+    static const std::unique_ptr<const MTParserRegistrar> prototype = [] {
+        auto registrar = std::make_unique<MTParserRegistrar>();
+        registrar->setSyntax({L'.', L',', L'[', L']'});
+        registerConstants(*registrar);
+        registerVocabulary(*registrar);
+        return registrar;
+    }();
+    return *prototype;
 }
 
 /// Defines a variable that holds a value. A refusal is raised anew, as this layer's.
@@ -33,7 +37,7 @@ void defineMemoryVariable(MTParserRegistrar& registrar, const std::wstring& name
     auto variable = std::make_unique<MathExpression::MemVariableEvaluator>(name.c_str(), value);
     try
     {
-        registrar.defineVariable(variable.release());
+        registrar.defineVariable(variable.release(), true);
     }
     catch (const DefinitionException& exception)
     {
@@ -41,21 +45,34 @@ void defineMemoryVariable(MTParserRegistrar& registrar, const std::wstring& name
     }
 }
 
+/// Runs a program, and has the compiler note why it ended early.
+bool runAndNote(MTParserProgram& program, bool showMessages, MTParserCompiler& compiler)
+{
+    compiler.clearFailure();
+    MTRunFailure failure;
+    try
+    {
+        if (runProgram(program, showMessages, failure))
+        {
+            return true;
+        }
+    }
+    catch (const ParsingException& exception)
+    {
+        compiler.noteRaised(failure.position, failure.nbArgs, exception);
+        throw;
+    }
+    compiler.noteRefusal(failure.position, failure.nbArgs);
+    return false;
 }
 
-MathExpression::MathExpression(bool silentMode, const IMathExprService* service)
-    : registrar(std::make_shared<MTParserRegistrar>()),
-      compiler(std::make_shared<MTParserCompiler>(*registrar, !silentMode, service)), program(&compiler->getProgram()),
-      silent(silentMode)
-{
-    registrar->setSyntax({L'.', L',', L'[', L']'});
-    registrar->defineConstant(L"pi", numberOf(pi));
-    registrar->defineConstant(L"PI", numberOf(pi));
-    registrar->defineConstant(L"e", numberOf(e));
-    registrar->defineConstant(L"E", numberOf(e));
-    registrar->setVariableFactory(&memVariableFactory);
-    registerVocabulary(*registrar);
 }
+
+MathExpression::MathExpression(bool silentMode, const IMathExprService* service, const HostRuntime& hostRuntime)
+    : registrar(std::make_shared<MTParserRegistrar>(&vocabularyPrototype())),
+      compiler(std::make_shared<MTParserCompiler>(*registrar, !silentMode, service)), program(&compiler->getProgram()),
+      silent(silentMode), host(hostRuntime)
+{}
 
 MathExpression::MathExpression(const MathExpression&) = default;
 MathExpression& MathExpression::operator=(const MathExpression&) = default;
@@ -64,6 +81,18 @@ MathExpression::~MathExpression() = default;
 
 bool MathExpression::setExpression(const wchar_t* expression)
 {
+    const bool compiled = atHostBoundary(host, [&] { return compileText(expression); });
+    settleExceptions(host);
+    return compiled;
+}
+
+bool MathExpression::evaluate(VALTYPE& result)
+{
+    return atHostBoundary(host, [&] { return evaluateProgram(result); });
+}
+
+bool MathExpression::compileText(const wchar_t* expression)
+{
     const MTProgramClaim claim(*program);
     if (!claim.isGranted())
     {
@@ -71,49 +100,55 @@ bool MathExpression::setExpression(const wchar_t* expression)
     }
     // Copies share the registrar and the compiler: what points back at an expression object has to point at this one.
     IMathVariableFactory* configured = automaticVariables.factory;
-    registrar->setVariableFactory(configured != nullptr ? configured : &memVariableFactory);
+    registrar->setVariableFactory(configured != nullptr ? configured : &memVariableFactory, configured == nullptr);
     compiler->setAutomaticVariables(automaticVariables.enabled);
     return compiler->compile(expression, assignTarget);
 }
 
-bool MathExpression::evaluate(VALTYPE& result)
+bool MathExpression::evaluateProgram(VALTYPE& result)
 {
     const MTProgramClaim claim(*program);
-    if (!claim.isGranted() || !program->isComplete() || !runProgram(*program, !silent))
+    if (!claim.isGranted() || !program->isComplete() || !runAndNote(*program, !silent, *compiler))
     {
         return false;
     }
-    if (!assignTarget.empty() && !assign(program->rootValue()))
+    if (!assignTarget.empty() && !assign(*program->root))
     {
         return false;
     }
-    result = program->rootValue();
+    copyRecent(result, *program->root);
     return true;
 }
 
 bool MathExpression::assign(const VALTYPE& value)
 {
-    if (IMathVariable* variable = registrar->findVariable(assignTarget))
+    try
+    {
+        store(assignTarget, value);
+    }
+    catch (const DefinitionException& exception)
+    {
+        compiler->noteRefusedAssignment(exception.entries.front().data);
+        if (!silent)
+        {
+            showMessage(Message::InvalidExpression);
+        }
+        return false;
+    }
+    assignTarget.clear();
+    return true;
+}
+
+void MathExpression::store(const std::wstring& name, const VALTYPE& value)
+{
+    if (IMathVariable* variable = registrar->findVariable(name))
     {
         *variable->getValuePtr() = value;
     }
     else
     {
-        try
-        {
-            defineMemoryVariable(*registrar, assignTarget, value);
-        }
-        catch (const DefinitionException&)
-        {
-            if (!silent)
-            {
-                showMessage(Message::InvalidExpression);
-            }
-            return false;
-        }
+        defineMemoryVariable(*registrar, name, value);
     }
-    assignTarget.clear();
-    return true;
 }
 
 void MathExpression::dropAssignment() noexcept

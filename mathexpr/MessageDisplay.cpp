@@ -4,7 +4,8 @@
 #include "mathexpr/MessageDisplay.h"
 
 #include "MTParserLib/MTMessage.h"
-#include "MathExprRes/MessageTexts.h"
+#include "mathexpr/MessageSource.h"
+#include "platform/FloatingPointGuard.h"
 #include "platform/Platform.h"
 
 #include <utility>
@@ -22,17 +23,18 @@ MessageDisplay setMessageDisplay(MessageDisplay display) noexcept
 
 void showMessage(Message::Id id)
 {
-    const wchar_t* text = messageText(id);
-    if (text == nullptr)
+    const std::wstring text = loadMessage(id);
+    if (text.empty())
     {
         return;
     }
+    const platform::HostFloatingPoint hostsWords;
     if (messageDisplay.show != nullptr)
     {
-        messageDisplay.show(messageDisplay.context, id, text);
+        messageDisplay.show(messageDisplay.context, id, text.c_str());
     }
     else
     {
-        platform::showMessageBox(text);
+        platform::showMessageBox(text.c_str());
     }
 }

@@ -1,4 +1,5 @@
-// Platform.h - everything that differs between operating systems.
+// Platform.h - everything that differs between operating systems, but for the floating-point control words
+// (FloatingPointGuard.h).
 //
 // One source per platform implements it: PlatformPosix.cpp, and on Windows PlatformWindows.cpp.
 #pragma once
@@ -10,6 +11,21 @@ namespace platform {
 
 /// Orders names of variables: the letters A to Z count as a to z, in every locale; nothing else is folded.
 std::weak_ordering compareIgnoringCase(std::wstring_view left, std::wstring_view right) noexcept;
+
+/// Whether the system takes names of different spelling for the same name, as Windows does with a letter and its accent
+/// written as one character or as two.
+#if defined(_WIN32)
+inline constexpr bool comparesLinguistically = true;
+#else
+inline constexpr bool comparesLinguistically = false;
+#endif
+
+/// Whether a name consists of ASCII letters, digits and underscores. Between two such names being identical decides,
+/// and the system is not asked.
+bool isPlainName(std::wstring_view name) noexcept;
+
+/// Whether two names mean the same function or constant. Case matters.
+bool isSameName(std::wstring_view left, std::wstring_view right) noexcept;
 
 /// Shows a text to the user and returns when the user has seen it. Windows: a modal message box with an OK button.
 /// Elsewhere: the text on standard error, and, when a user sits at standard input and standard error, a wait for Enter.

@@ -2,18 +2,12 @@
 
 #include "platform/Platform.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <string>
 
 #include <unistd.h>
 
 namespace {
-
-constexpr wchar_t foldAscii(wchar_t c) noexcept
-{
-    return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
-}
 
 /// The UTF-8 form of a text of code points; what is no code point becomes U+FFFD.
 std::string toUtf8(std::wstring_view text)
@@ -84,11 +78,9 @@ void waitForEnter()
 
 }
 
-std::weak_ordering platform::compareIgnoringCase(std::wstring_view left, std::wstring_view right) noexcept
+bool platform::isSameName(std::wstring_view left, std::wstring_view right) noexcept
 {
-    return std::lexicographical_compare_three_way(
-        left.begin(), left.end(), right.begin(), right.end(),
-        [](wchar_t a, wchar_t b) -> std::weak_ordering { return foldAscii(a) <=> foldAscii(b); });
+    return left == right;
 }
 
 void platform::showMessageBox(const wchar_t* text)

@@ -14,25 +14,27 @@ enum class ConversionResult
     Copied,     ///< The whole argument record, bit by bit, without arithmetic.
 };
 
-/// A function of one number that states convert, its formula. Nothing is outside its domain; a point raises the
+/// A function of one number that states compute, its formula. Nothing is outside its domain; a point raises the
 /// exception.
 template <class Function, ConversionResult kind>
 class Conversion : public BuiltInFunction<Function>
 {
 public:
+    static constexpr bool copiesArgument = kind == ConversionResult::Copied;
+
     static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
     {
         if (isPoint(args[0]))
         {
             refusePoint(Function::text.line);
         }
-        if constexpr (kind == ConversionResult::Copied)
+        if constexpr (copiesArgument)
         {
             result = args[0];
         }
         else
         {
-            setNumber(result, Function::convert(args[0].x));
+            setNumber(result, Function::compute(args[0].x));
             result.flag = kind == ConversionResult::Converted ? 1 : 0;
             result.reserved = 0;
         }
@@ -47,6 +49,6 @@ inline constexpr std::uint32_t firstConversionLine = 1000;
     struct Class final : Conversion<Class, ConversionResult::kind>                                                     \
     {                                                                                                                  \
         static constexpr FunctionText text{symbol_, help_, description_, 1, firstConversionLine + __LINE__};           \
-        static double convert(double x) { return formula; }                                                            \
+        static double compute(double x) { return formula; }                                                            \
     };
 #include "MTParserLib/vocabulary/ConversionTable.h"

@@ -245,11 +245,12 @@ struct MaxUndefFct final : NumericFunction<MaxUndefFct>
 struct AbsFct final : BuiltInFunction<AbsFct>
 {
     static constexpr FunctionText text{L"abs", L"abs(x)", L"Absolute value", 1};
+    static double compute(double x) { return std::fabs(x); }
 
     static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
     {
         const VALTYPE& a = args[0];
-        setNumber(result, isPoint(a) ? std::sqrt(a.x * a.x + a.y * a.y + a.z * a.z) : std::fabs(a.x));
+        setNumber(result, isPoint(a) ? std::sqrt(a.x * a.x + a.y * a.y + a.z * a.z) : compute(a.x));
         return true;
     }
 };

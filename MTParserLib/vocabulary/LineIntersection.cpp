@@ -11,17 +11,9 @@ constexpr double tolerance = 1e-11;
 constexpr double segmentTolerance = 1e-7;  // of a product of two lengths
 constexpr double verticalSlope = 1e30;
 
-bool isNear(double value, double reference)
+bool isNearZero(double value)
 {
-    if (value == 0.0 && reference == 0.0)
-    {
-        return true;
-    }
-    if (std::fabs(reference) <= tolerance)
-    {
-        return std::fabs(value) <= tolerance;
-    }
-    return std::fabs(value - reference) <= std::fabs(reference * tolerance);
+    return std::fabs(value) <= tolerance;
 }
 
 bool isApart(double value, double reference)
@@ -44,7 +36,7 @@ double inverseSlope(double dx, double dy)
     {
         return dx / dy;
     }
-    return isNear(dx, 0.0) ? 0.0 : verticalSlope;
+    return isNearZero(dx) ? 0.0 : verticalSlope;
 }
 
 bool isOnSegment(const VALTYPE& point, const VALTYPE& from, const VALTYPE& to, double dx, double dy)
@@ -72,7 +64,7 @@ Intersection::Code intersectLines(const VALTYPE& p0, const VALTYPE& p1, const VA
     const double d2x = p3.x - p2.x;
     const double d2y = p3.y - p2.y;
     const double determinant = d1x * d2y - d2x * d1y;
-    if (isNear(determinant, 0.0) || isNear(p0, p1) || isNear(p2, p3))
+    if (isNearZero(determinant) || isNear(p0, p1) || isNear(p2, p3))
     {
         return Intersection::None;
     }

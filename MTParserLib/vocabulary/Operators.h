@@ -31,6 +31,8 @@ struct AddOp final : BuiltInOperator<AddOp>
 {
     static constexpr OperatorText text{L"+", L"x + y", L"Addition operator", 1};
 
+    static double compute(double a, double b) { return a + b; }
+
     static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool showMessages)
     {
         const VALTYPE& a = args[0];
@@ -45,7 +47,7 @@ struct AddOp final : BuiltInOperator<AddOp>
         }
         else
         {
-            result.x = a.x + b.x;
+            result.x = compute(a.x, b.x);
         }
         return true;
     }
@@ -54,6 +56,8 @@ struct AddOp final : BuiltInOperator<AddOp>
 struct MinusOp final : BuiltInOperator<MinusOp>
 {
     static constexpr OperatorText text{L"-", L"x - y", L"Minus operator", 1};
+
+    static double compute(double a, double b) { return a - b; }
 
     static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool showMessages)
     {
@@ -69,7 +73,7 @@ struct MinusOp final : BuiltInOperator<MinusOp>
         }
         else
         {
-            result.x = a.x - b.x;
+            result.x = compute(a.x, b.x);
         }
         return true;
     }
@@ -78,6 +82,10 @@ struct MinusOp final : BuiltInOperator<MinusOp>
 struct MultOp final : BuiltInOperator<MultOp>
 {
     static constexpr OperatorText text{L"*", L"x * y", L"Multiplication operator", 2};
+
+    /// The dot product reads the result that it is to write.
+    static constexpr bool readsResult = true;
+    static double compute(double a, double b) { return a * b; }
 
     static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
     {
@@ -100,7 +108,7 @@ struct MultOp final : BuiltInOperator<MultOp>
         }
         else
         {
-            result.x = a.x * b.x;
+            result.x = compute(a.x, b.x);
         }
         return true;
     }
@@ -110,6 +118,9 @@ struct DivOp final : BuiltInOperator<DivOp>
 {
     static constexpr OperatorText text{L"/", L"x / y", L"Division operator", 2};
 
+    static bool isOutside(double, double b) { return b == 0.0; }
+    static double compute(double a, double b) { return a / b; }
+
     static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool showMessages)
     {
         const VALTYPE& a = args[0];
@@ -118,7 +129,7 @@ struct DivOp final : BuiltInOperator<DivOp>
         {
             return refuse(Message::DivisionByPoint, showMessages);
         }
-        if (b.x == 0.0)
+        if (isOutside(a.x, b.x))
         {
             return refuse(Message::DivisionByZero, showMessages);
         }
@@ -128,7 +139,7 @@ struct DivOp final : BuiltInOperator<DivOp>
         }
         else
         {
-            result.x = a.x / b.x;
+            result.x = compute(a.x, b.x);
         }
         return true;
     }
@@ -138,6 +149,9 @@ struct ExpOp final : BuiltInOperator<ExpOp>
 {
     static constexpr OperatorText text{L"^", L"x ^ y", L"Calculates x raised to the power of y", 3};
 
+    /// 0 to any power is 0, so that neither 1 nor an infinity comes of it.
+    static double compute(double a, double b) { return a != 0.0 ? std::pow(a, b) : 0.0; }
+
     static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool showMessages)
     {
         const VALTYPE& a = args[0];
@@ -146,8 +160,7 @@ struct ExpOp final : BuiltInOperator<ExpOp>
         {
             return refuse(Message::PowerOfPoint, showMessages);
         }
-        // 0 to any power is 0, so that neither 1 nor an infinity comes of it.
-        result.x = a.x != 0.0 ? std::pow(a.x, b.x) : 0.0;
+        result.x = compute(a.x, b.x);
         return true;
     }
 };
@@ -155,6 +168,8 @@ struct ExpOp final : BuiltInOperator<ExpOp>
 struct UnaryMinusOp final : BuiltInOperator<UnaryMinusOp>
 {
     static constexpr OperatorText text{L"-", L"-x", L"Unary minus operator", 4, true};
+
+    static double compute(double a) { return -a; }
 
     static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
     {
@@ -165,7 +180,7 @@ struct UnaryMinusOp final : BuiltInOperator<UnaryMinusOp>
         }
         else
         {
-            result.x = -a.x;
+            result.x = compute(a.x);
         }
         return true;
     }

@@ -9,7 +9,10 @@
 class MATHEXPR_API CMathExpr
 {
 public:
-    CMathExpr();
+    CMathExpr() : CMathExpr(HostRuntime()) {}
+
+    /// As the constructor of MathExpression that takes a HostRuntime.
+    explicit CMathExpr(const HostRuntime& host);
 
     /// A copy shares variables and program with its source. Either may be destroyed first, and an assignment lands in
     /// the object that was asked.
@@ -32,5 +35,7 @@ public:
     void dropAssignment() noexcept;
 
 private:
+    friend struct EngineAccess;
+
     MathExpression expression;
 };

@@ -10,6 +10,7 @@
 #pragma once
 
 #include "mathexpr/Export.h"
+#include "mathexpr/HostRuntime.h"
 #include "mathexpr/IMathExprService.h"
 #include "mathexpr/IMathVariableFactory.h"
 #include "mathexpr/ValType.h"
@@ -31,7 +32,10 @@ public:
     ///                 text that does not compile raises MTExceptions<SMTParsingExcepData>.
     /// @param service  asked for names that nothing defines; may be null; owned by the host and kept alive by it
     /// @throws std::bad_alloc
-    MathExpression(bool silent, const IMathExprService* service);
+    MathExpression(bool silent, const IMathExprService* service) : MathExpression(silent, service, HostRuntime()) {}
+
+    /// The same for a host that finds the library's entry points at run time, and has to tell its run-time library.
+    MathExpression(bool silent, const IMathExprService* service, const HostRuntime& host);
     ~MathExpression();
 
     /// Compiles a text; a null pointer is an empty text. After a failure the object holds no program.
@@ -82,6 +86,7 @@ public:
 
 private:
     friend class CMathExpr;
+    friend struct EngineAccess;
 
     // A copy shares registrar, compiler and program with its source; whichever is destroyed last releases them. Only
     // CMathExpr copies.
@@ -94,7 +99,10 @@ private:
         IMathVariableFactory* factory = nullptr;  // null: the object's own
     };
 
+    bool compileText(const wchar_t* expression);
+    bool evaluateProgram(VALTYPE& result);
     bool assign(const VALTYPE& value);
+    void store(const std::wstring& name, const VALTYPE& value);
     void setMaxInteger(std::uint32_t maxInteger) noexcept;
 
     std::shared_ptr<MTParserRegistrar> registrar;
@@ -104,4 +112,5 @@ private:
     MemVariableFactory memVariableFactory;
     std::wstring assignTarget;
     bool silent;
+    HostRuntime host;
 };

@@ -20,6 +20,9 @@ enum : std::uint32_t
     ArgumentEmpty = 12,            ///< "()", an empty argument, or "=" while something waits for an operand.
     ArgumentKind = 15,             ///< A point where a function needs a number.
     Structure = 16,                ///< An operand is missing where the program needs one.
+    TextTooLong = 17,              ///< The text is longer than the host allows.
+    TooManyRecords = 18,           ///< It holds more values, operators and calls than the host allows.
+    NestedTooDeep = 19,            ///< It opens more at one place than the host allows.
 };
 }
 
@@ -28,7 +31,8 @@ struct MATHEXPR_EXCEPTION SMTParsingExcepData
 {
     std::uint32_t exID = 0;  ///< One of ParsingError.
     std::uint32_t pos = 0;  ///< Position in the rewritten text. Tokens and functions count from 1, brackets, separators
-                            ///< and operators from 0 (from 1 with code 0); 0 where nothing is known.
+                            ///< and operators from 0 (from 1 with code 0); 0 where nothing is known. Codes 17
+                            ///< to 19 count from 0 in the text as typed.
     std::wstring itemName;  ///< The token, symbol or expression concerned; empty where there is none.
     std::uint32_t nbArgs = 0;    ///< With code 7: how many arguments the call has.
     std::uint32_t reserved = 0;  ///< Set by nothing.

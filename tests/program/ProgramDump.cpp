@@ -5,8 +5,10 @@
 #include "mathexpr/IMathOperator.h"
 #include "mathexpr/IMathVariable.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <functional>
 #include <sstream>
 
 namespace {
@@ -47,34 +49,41 @@ std::string itemText(const IMathExprItemEvaluator& item)
 std::string dumpProgram(const MTParserProgram& program)
 {
     std::ostringstream dump;
-    const auto& records = program.records;
-    const auto writerOf = [&](const VALTYPE* slot) {
-        std::size_t writer = 0;
-        while (writer < records.size() && records[writer].destination != slot)
-        {
-            ++writer;
-        }
-        return writer;
-    };
-    for (std::size_t index = 0; index < records.size(); ++index)
+    if (program.rootIsConstant)
     {
-        const MTProgramRecord& record = records[index];
-        dump << index << ' ';
-        if (record.kind == MTProgramRecord::Kind::Constant)
+        dump << "constant " << valueText(*program.root) << '\n';
+    }
+    const auto& steps = program.steps;
+    const auto writerOf = [&](const VALTYPE* slot) {
+        const auto writes = [slot](const MTProgramStep& step) { return step.destination == slot; };
+        return static_cast<std::size_t>(std::find_if(steps.begin(), steps.end(), writes) - steps.begin());
+    };
+    const auto isConsumed = [&](const VALTYPE* slot) {
+        return std::any_of(steps.begin(), steps.end(), [slot](const MTProgramStep& step) {
+            return std::less_equal<>()(step.args, slot) && std::less<>()(slot, step.args + step.nbArgs);
+        });
+    };
+    for (std::size_t index = 0; index < steps.size(); ++index)
+    {
+        const MTProgramStep& step = steps[index];
+        dump << index << ' ' << itemText(*step.item) << " at " << step.position;
+        for (std::uint32_t j = 0; j < step.nbArgs; ++j)
         {
-            dump << "constant " << valueText(record.value) << " at " << record.position << '\n';
-            continue;
-        }
-        dump << itemText(*record.item) << " at " << record.position;
-        for (std::uint32_t j = 0; j < record.nbArgs; ++j)
-        {
-            const VALTYPE* slot = record.args + j;
+            const VALTYPE* slot = step.args + j;
             const std::size_t writer = writerOf(slot);
             dump << (j == 0 ? " [" : ", ");
-            dump << (writer < records.size() ? "#" + std::to_string(writer) : valueText(*slot));
+            dump << (writer < steps.size() ? "#" + std::to_string(writer) : valueText(*slot));
         }
-        dump << (record.nbArgs > 0 ? "]" : "");
-        dump << (record.destination == &record.value ? " -> value" : "") << '\n';
+        dump << (step.nbArgs > 0 ? "]" : "");
+        if (step.destination == program.root)
+        {
+            dump << " -> root";
+        }
+        else if (!isConsumed(step.destination))
+        {
+            dump << " -> nowhere";
+        }
+        dump << '\n';
     }
     return dump.str();
 }

@@ -1,0 +1,120 @@
+// MTNumberCode.h - a second, faster form of a program whose values are all plain numbers.
+//
+// Most programs only ever meet numbers. For these the records need not travel: a step reads its operands where they
+// stand (the variable's own value, a constant's slot, the result of the step before) and hands its result on in a
+// register.
+//
+// What can be observed stays what the program itself would give:
+//
+//   - The first run is the program's own; it sets types and flags of all slots. Number code takes over while every
+//   variable
+//     and every slot is a number: then no item writes anything but x, and otherwise only what stands there already.
+//   - x of a slot shows later only through an item that reads the result it is to write. Of those only the product
+//   reads
+//     nothing while it meets numbers and its result when it meets points: so a product is stored in its slot, and
+//     nothing else is. The others (factorial, "&", a point of many numbers, an intersection) have no number code, nor
+//     has a program that contains one.
+//   - A step that has to refuse its arguments ends the run before it stores anything, and the program runs instead: it
+//   comes
+//     to the same refusal, with its message.
+#pragma once
+
+#include "mathexpr/ValType.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+class MTParserProgram;
+struct MTNumberStep;
+struct MTNumberRun;
+
+/// Computes one step. value is the result of the step before; what the kernel returns is that of this one.
+using MTNumberKernel = double (*)(const MTNumberStep& step, double value, MTNumberRun& run);
+
+/// Where the operands of a step stand. Results that wait for their turn lie on a stack.
+enum class MTOperandForm : std::uint8_t
+{
+    Memory,       ///< All in memory, and no earlier result is left to be used.
+    PushMemory,   ///< All in memory; the result of the step before goes onto the stack.
+    ValueMemory,  ///< The first, or the only one, is the result of the step before, the second in memory.
+    MemoryValue,  ///< The first is in memory, the second is the result of the step before.
+    StackValue,   ///< The first is on top of the stack, the second is the result of the step before.
+};
+inline constexpr std::size_t nbOperandForms = 5;
+
+/// What the vocabulary tells about an item that computes a number from one or two numbers.
+struct MTNumberKernels
+{
+    /// What MTNumberKernels::fusedIndex says of an item that is never fused.
+    static constexpr std::size_t notFused = static_cast<std::size_t>(-1);
+
+    MTNumberKernel kernels[nbOperandForms];  ///< By form; null for a form that the item does not have.
+    std::size_t nbOperands;
+    std::size_t fusedIndex;  ///< Among the items of which two in a row become one step.
+};
+
+/// The kernel of two items in a row, of which the second has the form ValueMemory or MemoryValue.
+MTNumberKernel findFusedKernel(std::size_t firstIndex, MTOperandForm firstForm, std::size_t secondIndex,
+                               MTOperandForm secondForm) noexcept;
+
+/// One item, or two that are fused.
+struct MTNumberStep
+{
+    MTNumberKernel kernel;
+    const double* a;  ///< The operands in memory of the item, or of the first of two.
+    const double* b;
+    const double* c;        ///< The operand in memory of the second of two.
+    double* product;        ///< Where the item stores a product.
+    double* secondProduct;  ///< Where the second of two stores a product.
+};
+
+/// The state of one run.
+struct MTNumberRun
+{
+    const MTNumberStep* end;
+    double* top;  ///< Above the last result on the stack.
+    bool refused = false;
+
+    /// Ends the run after this step.
+    void refuse(const MTNumberStep& step) noexcept
+    {
+        refused = true;
+        end = &step + 1;
+    }
+};
+
+/// The number code of one program.
+class MTNumberCode
+{
+public:
+    /// Forgets the code and keeps the memory.
+    void clear() noexcept;
+
+    /// Makes room for the code of a program, so that building it while the program is evaluated allocates nothing.
+    /// Until this is called for a program, it has no number code.
+    void prepare(const MTParserProgram& program);
+
+    /// To be told when the program itself has run to its end.
+    void programRan() noexcept
+    {
+        settled = false;
+        ran = true;
+    }
+
+    /// Runs the code in place of the program.
+    /// @return true with the value in the program's root; false where the program has to run itself
+    bool run(const MTParserProgram& program);
+
+private:
+    bool variablesAreNumbers() const noexcept;
+    bool slotsAreNumbers(const MTParserProgram& program) const noexcept;
+    void build(const MTParserProgram& program);
+
+    std::vector<MTNumberStep> steps;
+    std::vector<double> stack;
+    std::vector<const VALTYPE*> variables;
+    bool possible = false;  // every item of the program has number kernels
+    bool ran = false;       // the program itself has run to its end
+    bool settled = false;   // and all slots are numbers since
+};

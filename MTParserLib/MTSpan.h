@@ -1,0 +1,12 @@
+// MTSpan.h - a stretch of a text.
+#pragma once
+
+#include <cstddef>
+
+struct MTSpan
+{
+    std::size_t begin = 0;
+    std::size_t end = 0;  ///< One past the last character.
+
+    bool isEmpty() const noexcept { return begin == end; }
+};

@@ -1,0 +1,20 @@
+// MTValueCopy.h - copies a value record of which single fields were written a moment ago.
+//
+// A processor hands a stored value straight on to a load of the same bytes, but not to a wider load that takes in bytes
+// from elsewhere: that one waits until the store has reached the cache, some ten cycles. Compilers copy a record in
+// wide pieces. Reading through volatile keeps each load as wide as the store that it meets.
+#pragma once
+
+#include "mathexpr/ValType.h"
+
+/// Copies a whole record field by field.
+inline void copyRecent(VALTYPE& to, const volatile VALTYPE& from) noexcept
+{
+    to.type = from.type;
+    to.flag = from.flag;
+    to.reserved = from.reserved;
+    to.padding = from.padding;
+    to.x = from.x;
+    to.y = from.y;
+    to.z = from.z;
+}

@@ -1,0 +1,46 @@
+// FusedKernels.cpp - the table of kernels for two items in a row.
+#include "MTParserLib/vocabulary/BuiltInKernels.h"
+
+#include <utility>
+
+namespace {
+
+using namespace numberkernels;
+
+constexpr std::size_t nbSecondForms = 2;
+constexpr std::size_t nbKernels = nbFused * nbOperandForms * nbFused * nbSecondForms;
+
+constexpr MTOperandForm secondForm(std::size_t index)
+{
+    return index == 0 ? MTOperandForm::ValueMemory : MTOperandForm::MemoryValue;
+}
+
+/// The kernel that stands at an index of the table: second form, second item, first form, first item vary in that
+/// order.
+template <std::size_t index>
+constexpr MTNumberKernel kernelAt()
+{
+    constexpr std::size_t second = index / nbSecondForms;
+    constexpr std::size_t form = second / nbFused;
+    constexpr std::size_t first = form / nbOperandForms;
+    return computeFused<std::tuple_element_t<first, Fused>, static_cast<MTOperandForm>(form % nbOperandForms),
+                        std::tuple_element_t<second % nbFused, Fused>, secondForm(index % nbSecondForms)>;
+}
+
+template <std::size_t... indices>
+constexpr std::array<MTNumberKernel, nbKernels> allKernels(std::index_sequence<indices...>)
+{
+    return {kernelAt<indices>()...};
+}
+
+constexpr auto fusedKernels = allKernels(std::make_index_sequence<nbKernels>());
+
+}
+
+MTNumberKernel findFusedKernel(std::size_t firstIndex, MTOperandForm firstForm, std::size_t secondIndex,
+                               MTOperandForm form) noexcept
+{
+    const std::size_t formIndex = form == secondForm(0) ? 0 : 1;
+    const std::size_t first = firstIndex * nbOperandForms + static_cast<std::size_t>(firstForm);
+    return fusedKernels[(first * nbFused + secondIndex) * nbSecondForms + formIndex];
+}

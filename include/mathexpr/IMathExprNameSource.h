@@ -1,0 +1,16 @@
+// IMathExprNameSource.h - how a host tells which names it would answer, so that a misspelt one can be recognised.
+#pragma once
+
+#include <cstdint>
+
+/// Implemented beside IMathExprService, by the host, which owns the object. The slot order is part of the interface.
+class IMathExprNameSource
+{
+public:
+    /// Slot 0: never called by the library.
+    virtual ~IMathExprNameSource() = default;
+
+    /// Slot 1: called with 0, 1, 2 and so on until it answers null, while a diagnostic about an unknown name is made.
+    /// @return a name, zero-terminated and valid until the next call; null when there are no more
+    virtual const wchar_t* getName(std::uint32_t index) const = 0;
+};

@@ -1,0 +1,72 @@
+// Variables.h - the variables of an expression object: listed, read, set and removed without compiling again.
+//
+//     ExpressionVariables variables(expression);
+//     expression.setExpression(L"width*height");
+//     VALTYPE* width = variables.address(L"width");
+//     for (width->x = 1; width->x <= 10; ++width->x)
+//         expression.evaluate(area);
+#pragma once
+
+#include "mathexpr/CMathExpr.h"
+#include "mathexpr/Export.h"
+#include "mathexpr/MathExpression.h"
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/ValType.h"
+
+#include <string>
+#include <vector>
+
+/// A view of the variables that an expression object keeps; it holds nothing itself and must not outlive the object.
+/// Names are compared without regard to the case of the letters A to Z, as the language compares them, and are answered
+/// as they were written when the variable was defined. Constants are not variables. Copies of a CMathExpr share their
+/// variables, so a view of one shows what the other does.
+///
+/// Threads: as the expression object itself. While a call on the object waits for the host (in its service or its
+/// message display), set and remove answer false and change nothing.
+class MATHEXPR_API ExpressionVariables
+{
+public:
+    explicit ExpressionVariables(MathExpression& expression) noexcept;
+    explicit ExpressionVariables(CMathExpr& calculator) noexcept;
+
+    /// The names that the compiled expression reads, in the order of their first use. Empty when there is no program.
+    /// The name that the expression assigns to is not among them unless it is read too.
+    std::vector<std::wstring> usedNames() const;
+
+    /// All names that have a value, in the order in which they were defined.
+    std::vector<std::wstring> names() const;
+
+    /// The names that the host's service has answered, in the order in which it was asked. The host is not asked again
+    /// for any of them until it is removed.
+    std::vector<std::wstring> hostNames() const;
+
+    /// Reads a value.
+    /// @param value  untouched unless true is returned
+    /// @return false when there is no such variable, or name is null
+    bool get(const wchar_t* name, VALTYPE& value) const;
+
+    /// Gives a variable a value, in place where it exists, so that a compiled program computes with it from the next
+    /// evaluation on. A new variable may be used by the next text that is compiled.
+    /// @param name  null is an empty name
+    /// @return false, with nothing changed, while a call on the object waits for the host
+    /// @throws DefinitionException  the name cannot be a variable: it is empty, a number, a constant, or holds a
+    ///         character that no name in an expression can hold (code 15, the character as conflictItemName): a blank,
+    ///         a bracket, ".", ",", "=" or an operator
+    /// @throws std::bad_alloc
+    bool set(const wchar_t* name, const VALTYPE& value);
+
+    /// Forgets a variable. A compiled program that reads it becomes empty: evaluate answers false until the next
+    /// setExpression. A program that does not read it stays, and a pending assignment to the name defines it anew.
+    /// @return false, with nothing changed, when there is no such variable, name is null, or a call on the object waits
+    ///         for the host
+    bool remove(const wchar_t* name);
+
+    /// Where the value is held, for reading and for writing in place. The address stays valid until the variable is
+    /// removed or the last expression object that shares it is destroyed; setting, assigning and compiling again do not
+    /// move it.
+    /// @return null when there is no such variable, or name is null
+    VALTYPE* address(const wchar_t* name);
+
+private:
+    MathExpression* expression;
+};

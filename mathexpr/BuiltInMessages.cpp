@@ -1,0 +1,12 @@
+// BuiltInMessages.cpp - MessageSource.h for platforms without string resources. Nothing is loaded, so start-up cannot
+// fail there.
+
+#include "mathexpr/MessageSource.h"
+
+#include "MathExprRes/MessageTexts.h"
+
+std::wstring loadMessage(std::uint32_t id)
+{
+    const wchar_t* text = messageText(id, languageOfUser());
+    return text == nullptr ? std::wstring() : std::wstring(text);
+}

@@ -1,0 +1,151 @@
+// Diagnostics.cpp - makes the record for the host from what the compiler has noted.
+#include "mathexpr/Diagnostics.h"
+
+#include "MTParserLib/MTParserCompiler.h"
+#include "MTParserLib/MTParserPreprocessing.h"
+#include "MTParserLib/MTParserRegistrar.h"
+#include "mathexpr/EngineAccess.h"
+#include "mathexpr/MessageSource.h"
+#include "mathexpr/NameSuggestions.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace {
+
+MTSpan spanInTypedText(const MTFailure& failure, std::wstring_view typed)
+{
+    const bool isParsing = failure.kind == ExpressionDiagnostic::Kind::Parsing;
+    if (isParsing && failure.code == ParsingError::NoExpression)
+    {
+        return {0, typed.size()};  // with the blanks, which may be all that there is
+    }
+    if (failure.spanCountsTyped || failure.span.isEmpty())
+    {
+        return failure.span;
+    }
+    return typedSpanOf(typed, failure.span);
+}
+
+std::wstring withoutBlanks(std::wstring_view text)
+{
+    std::wstring stripped;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(stripped),
+                 [](wchar_t character) { return character != L' '; });
+    return stripped;
+}
+
+/// The name of the function that stands in the typed text, where a failure concerns one.
+std::wstring_view functionAt(const MTParserRegistrar& registrar, std::wstring_view item)
+{
+    return item == L"["                                                  ? std::wstring_view(L"point")
+           : registrar.findFunction(item) != MTParserRegistrar::notFound ? item
+                                                                         : std::wstring_view{};
+}
+
+std::vector<std::uint32_t> acceptedCounts(const MTParserRegistrar& registrar, std::wstring_view function)
+{
+    std::vector<std::uint32_t> counts;
+    for (std::size_t index = registrar.findFunction(function); index != MTParserRegistrar::notFound;
+         index = registrar.getFunctionDefinition(index).nextOverload)
+    {
+        counts.push_back(registrar.getFunctionDefinition(index).nbArgs);
+    }
+    return counts;
+}
+
+void offerFunctions(NameSuggestions& suggestions, const MTParserRegistrar& registrar)
+{
+    for (std::size_t index = 0; index < registrar.getNbFunctions(); ++index)
+    {
+        suggestions.offer(registrar.getFunctionDefinition(index).symbol);
+    }
+}
+
+void offerValues(NameSuggestions& suggestions, const MTParserRegistrar& registrar, const IMathExprNameSource* host)
+{
+    for (std::size_t index = 0; index < registrar.getNbConstants(); ++index)
+    {
+        suggestions.offer(registrar.getConstantName(index));
+    }
+    for (std::size_t index = 0; index < registrar.getNbVariables(); ++index)
+    {
+        suggestions.offer(registrar.getVariableDefinition(index).name);
+    }
+    std::uint32_t index = 0;
+    for (const wchar_t* name = nullptr; host != nullptr && (name = host->getName(index)) != nullptr; ++index)
+    {
+        suggestions.offer(name);
+    }
+}
+
+/// Before a bracket only a function can be meant; elsewhere whatever has a value, and a function that lost its
+/// brackets.
+std::vector<std::wstring> suggestionsFor(const MTFailure& failure, const MTParserRegistrar& registrar,
+                                         const IMathExprNameSource* host)
+{
+    NameSuggestions suggestions(failure.itemName);
+    if (failure.message == Message::UnknownName)
+    {
+        offerValues(suggestions, registrar, host);
+    }
+    offerFunctions(suggestions, registrar);
+    return suggestions.take();
+}
+
+}
+
+ExpressionDiagnostics::ExpressionDiagnostics(MathExpression& object) noexcept : expression(&object) {}
+
+ExpressionDiagnostics::ExpressionDiagnostics(CMathExpr& calculator) noexcept
+    : expression(&EngineAccess::expressionOf(calculator))
+{}
+
+bool ExpressionDiagnostics::hasFailed() const noexcept
+{
+    return EngineAccess::compilerOf(*expression).getFailure().message != Message::Id{};
+}
+
+ExpressionDiagnostic ExpressionDiagnostics::get() const
+{
+    ExpressionDiagnostic diagnostic;
+    if (!hasFailed())
+    {
+        return diagnostic;
+    }
+    const MTParserCompiler& compiler = EngineAccess::compilerOf(*expression);
+    const MTParserRegistrar& registrar = EngineAccess::registrarOf(*expression);
+    const MTFailure& failure = compiler.getFailure();
+    const std::wstring_view typed = compiler.getTypedText();
+
+    diagnostic.message = failure.message;
+    diagnostic.text = loadMessage(failure.message);
+    diagnostic.kind = failure.kind;
+    diagnostic.code = failure.code;
+    const MTSpan span = spanInTypedText(failure, typed);
+    diagnostic.start = static_cast<std::uint32_t>(span.begin);
+    diagnostic.length = static_cast<std::uint32_t>(span.end - span.begin);
+    diagnostic.itemName = failure.itemName;
+    if (failure.itemName.empty() && span.end <= typed.size())
+    {
+        diagnostic.itemName = withoutBlanks(typed.substr(span.begin, span.end - span.begin));
+    }
+    diagnostic.conflictItemName = failure.conflictItemName;
+    diagnostic.nbArgs = failure.nbArgs;
+    if (failure.nbArgs != 0)
+    {
+        diagnostic.acceptedNbArgs = acceptedCounts(registrar, functionAt(registrar, diagnostic.itemName));
+    }
+    diagnostic.expected = failure.expected;
+    if (failure.message == Message::UnknownName || failure.message == Message::UnknownFunction)
+    {
+        diagnostic.suggestions = suggestionsFor(failure, registrar, compiler.getNameSource());
+    }
+    return diagnostic;
+}
+
+void ExpressionDiagnostics::setNameSource(const IMathExprNameSource* source) noexcept
+{
+    EngineAccess::compilerOf(*expression).setNameSource(source);
+}

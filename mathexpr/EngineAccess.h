@@ -1,0 +1,24 @@
+// EngineAccess.h - lets what stands beside the exported classes reach the engine behind them. Internal to this folder.
+#pragma once
+
+#include "mathexpr/CMathExpr.h"
+#include "mathexpr/MathExpression.h"
+
+#include <string>
+
+struct EngineAccess
+{
+    static MathExpression& expressionOf(CMathExpr& calculator) noexcept { return calculator.expression; }
+    static const MathExpression& expressionOf(const CMathExpr& calculator) noexcept { return calculator.expression; }
+
+    static const HostRuntime& hostOf(const MathExpression& expression) noexcept { return expression.host; }
+    static MTParserRegistrar& registrarOf(const MathExpression& expression) noexcept { return *expression.registrar; }
+    static MTParserCompiler& compilerOf(const MathExpression& expression) noexcept { return *expression.compiler; }
+    static MTParserProgram& programOf(const MathExpression& expression) noexcept { return *expression.program; }
+
+    /// Gives a variable a value, and defines it if there is none. Refused as an assignment is, by an exception.
+    static void store(MathExpression& expression, const std::wstring& name, const VALTYPE& value)
+    {
+        expression.store(name, value);
+    }
+};

@@ -1,0 +1,47 @@
+// HostBoundary.h - what every exported operation that computes goes through, on its way in and out.
+//
+//     return atHostBoundary(host, [&] { return ...; });
+//
+// It computes with the library's floating-point control words and gives the host its own back, and what it throws is
+// counted by the host's C++ run-time library when it arrives there (see mathexpr/HostRuntime.h).
+#pragma once
+
+#include "mathexpr/HostRuntime.h"
+
+#include "platform/FloatingPointGuard.h"
+
+#if defined(__MINGW32__)
+
+/// While the handler of an exception runs that will be thrown on: moves the count of exceptions to the host.
+void handExceptionsOver(const HostRuntime& host) noexcept;
+
+/// Moves the count of exceptions that the host has thrown, and that have ended here, back to the host.
+void settleExceptions(const HostRuntime& host) noexcept;
+
+template <class Work>
+auto atHostBoundary(const HostRuntime& host, Work work)
+{
+    const platform::FloatingPointGuard guard;
+    try
+    {
+        return work();
+    }
+    catch (...)
+    {
+        handExceptionsOver(host);
+        throw;
+    }
+}
+
+#else
+
+inline void settleExceptions(const HostRuntime&) noexcept {}
+
+template <class Work>
+auto atHostBoundary(const HostRuntime&, Work work)
+{
+    const platform::FloatingPointGuard guard;
+    return work();
+}
+
+#endif

@@ -1,0 +1,46 @@
+// HostBoundaryMinGW.cpp - moves counts of exceptions between two C++ run-time libraries.
+//
+// The count is the second member of a record that the C++ ABI lays down (__cxa_eh_globals: the stack of caught
+// exceptions, then the number of uncaught ones), one per thread and run-time library. Between two calls of the host the
+// library's own count is always 0.
+
+#include "mathexpr/HostBoundary.h"
+
+namespace {
+
+struct ExceptionState
+{
+    void* caughtExceptions;
+    unsigned int uncaughtExceptions;
+};
+
+ExceptionState& stateOf(abi::__cxa_eh_globals* globals) noexcept
+{
+    return *reinterpret_cast<ExceptionState*>(globals);
+}
+
+/// Leaves a count here and moves the rest, which may be negative in the sense of unsigned numbers, to the host.
+void moveCount(const HostRuntime& host, unsigned int remaining) noexcept
+{
+    ExceptionState& own = stateOf(abi::__cxa_get_globals());
+    ExceptionState& hosts = stateOf(host.exceptionState());
+    if (&own == &hosts)
+    {
+        return;
+    }
+    hosts.uncaughtExceptions += own.uncaughtExceptions - remaining;
+    own.uncaughtExceptions = remaining;
+}
+
+}
+
+void handExceptionsOver(const HostRuntime& host) noexcept
+{
+    // Throwing on counts one up again.
+    moveCount(host, static_cast<unsigned int>(-1));
+}
+
+void settleExceptions(const HostRuntime& host) noexcept
+{
+    moveCount(host, 0);
+}

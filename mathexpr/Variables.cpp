@@ -1,0 +1,128 @@
+// Variables.cpp - see Variables.h.
+#include "mathexpr/Variables.h"
+
+#include "MTParserLib/MTParserCompiler.h"
+#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/MTParserRegistrar.h"
+#include "mathexpr/EngineAccess.h"
+#include "mathexpr/HostBoundary.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr const wchar_t* sourceFile = L"mathexpr/Variables";
+
+std::wstring_view textOf(const wchar_t* name) noexcept
+{
+    return name == nullptr ? std::wstring_view{} : std::wstring_view(name);
+}
+
+/// Refuses a name that the registrar would take but that no expression can write. The rest is the registrar's to
+/// refuse.
+void checkWritable(const MTParserRegistrar& registrar, std::wstring_view name)
+{
+    for (std::size_t at = 0; at < name.size(); ++at)
+    {
+        std::wstring_view obstacle;
+        if (std::wstring_view(L" ()=").find(name[at]) != std::wstring_view::npos)
+        {
+            obstacle = name.substr(at, 1);
+        }
+        else
+        {
+            registrar.isOperatorSymbol(name.substr(at), obstacle);
+        }
+        if (!obstacle.empty())
+        {
+            throw DefinitionException(__LINE__, 0, sourceFile,
+                                      SMTDefExcepData{DefinitionError::VariableContainsSyntaxCharacter,
+                                                      std::wstring(name), std::wstring(obstacle)});
+        }
+    }
+}
+
+template <class Wanted>
+std::vector<std::wstring> namesOf(const MTParserRegistrar& registrar, Wanted isWanted)
+{
+    std::vector<std::wstring> names;
+    for (std::size_t index = 0; index < registrar.getNbVariables(); ++index)
+    {
+        const MTVariableDefinition& variable = registrar.getVariableDefinition(index);
+        if (isWanted(variable))
+        {
+            names.push_back(variable.name);
+        }
+    }
+    return names;
+}
+
+}
+
+ExpressionVariables::ExpressionVariables(MathExpression& object) noexcept : expression(&object) {}
+
+ExpressionVariables::ExpressionVariables(CMathExpr& calculator) noexcept
+    : expression(&EngineAccess::expressionOf(calculator))
+{}
+
+std::vector<std::wstring> ExpressionVariables::usedNames() const
+{
+    std::vector<std::wstring> names;
+    if (EngineAccess::programOf(*expression).isComplete())
+    {
+        for (const IMathVariable* variable : EngineAccess::compilerOf(*expression).getUsedVariables())
+        {
+            names.push_back(variable->getSymbol());
+        }
+    }
+    return names;
+}
+
+std::vector<std::wstring> ExpressionVariables::names() const
+{
+    return namesOf(EngineAccess::registrarOf(*expression), [](const MTVariableDefinition&) { return true; });
+}
+
+std::vector<std::wstring> ExpressionVariables::hostNames() const
+{
+    return namesOf(EngineAccess::registrarOf(*expression),
+                   [](const MTVariableDefinition& variable) { return variable.answeredByHost; });
+}
+
+bool ExpressionVariables::get(const wchar_t* name, VALTYPE& value) const
+{
+    IMathVariable* variable = EngineAccess::registrarOf(*expression).findVariable(textOf(name));
+    if (variable == nullptr)
+    {
+        return false;
+    }
+    value = *variable->getValuePtr();
+    return true;
+}
+
+bool ExpressionVariables::set(const wchar_t* name, const VALTYPE& value)
+{
+    const MTProgramClaim claim(EngineAccess::programOf(*expression));
+    if (!claim.isGranted())
+    {
+        return false;
+    }
+    return atHostBoundary(EngineAccess::hostOf(*expression), [&] {
+        const std::wstring_view text = textOf(name);
+        checkWritable(EngineAccess::registrarOf(*expression), text);
+        EngineAccess::store(*expression, std::wstring(text), value);
+        return true;
+    });
+}
+
+bool ExpressionVariables::remove(const wchar_t* name)
+{
+    const MTProgramClaim claim(EngineAccess::programOf(*expression));
+    return claim.isGranted() && EngineAccess::compilerOf(*expression).removeVariable(textOf(name));
+}
+
+VALTYPE* ExpressionVariables::address(const wchar_t* name)
+{
+    IMathVariable* variable = EngineAccess::registrarOf(*expression).findVariable(textOf(name));
+    return variable == nullptr ? nullptr : variable->getValuePtr();
+}

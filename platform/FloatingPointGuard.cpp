@@ -1,0 +1,85 @@
+// FloatingPointGuard.cpp - see FloatingPointGuard.h. Only calls from a host with words of its own come here.
+
+#include "platform/FloatingPointGuard.h"
+
+#include <utility>
+
+namespace {
+
+using platform::FloatingPointGuard;
+using platform::FloatingPointWords;
+
+/// The guard that knows the host's words, if the host has words of its own and its code is not running just now.
+thread_local const FloatingPointGuard* innermost = nullptr;
+
+#if defined(__x86_64__) || defined(_M_X64)
+
+constexpr FloatingPointWords librarysWords{0x1F80, 0x037F};
+
+void set(const FloatingPointWords& words) noexcept
+{
+#if !defined(_MSC_VER)
+    constexpr std::uint16_t everyExceptionMasked = 0x3F;
+    if ((words.x87 & everyExceptionMasked) != everyExceptionMasked)
+    {
+        // What has happened while masked must not trap once it is unmasked.
+        __asm__ __volatile__("fnclex");
+    }
+    __asm__ __volatile__("fldcw %0" : : "m"(words.x87));
+#endif
+    _mm_setcsr(words.mxcsr);
+}
+
+void setLibrarysWords() noexcept
+{
+#if !defined(_MSC_VER)
+    // An x87 exception that waits to be raised would be raised by the very instruction that masks it.
+    __asm__ __volatile__("fnclex");
+#endif
+    set(librarysWords);
+}
+
+#else
+
+void set(const FloatingPointWords& words) noexcept
+{
+    std::fesetenv(&words.environment);
+}
+
+void setLibrarysWords() noexcept
+{
+    std::fesetenv(FE_DFL_ENV);
+}
+
+#endif
+
+}
+
+void platform::FloatingPointGuard::enter() noexcept
+{
+    setLibrarysWords();
+    outer = std::exchange(innermost, this);
+}
+
+void platform::FloatingPointGuard::leave() noexcept
+{
+    innermost = outer;
+    set(host);
+}
+
+platform::HostFloatingPoint::HostFloatingPoint() noexcept : guard(std::exchange(innermost, nullptr))
+{
+    if (guard != nullptr)
+    {
+        set(guard->host);
+    }
+}
+
+platform::HostFloatingPoint::~HostFloatingPoint()
+{
+    if (!FloatingPointWords::current().areTheLibrarys())
+    {
+        setLibrarysWords();
+    }
+    innermost = guard;
+}
