@@ -1,0 +1,451 @@
+"""Tests of the calculator as its user meets it: a process with arguments, streams and an exit status.
+
+Usage: test_calculator.py CALCULATOR [unittest argument]...
+"""
+
+import json
+import os
+import pty
+import subprocess
+import sys
+import time
+import unittest
+
+CALCULATOR = None
+
+KEYS = ["expression", "ok", "stage", "values", "messages", "exception", "asked"]
+VALUE_KEYS = ["type", "flag", "x", "y", "z", "bits"]
+EXCEPTION_KEYS = ["kind", "exID", "pos", "itemName", "nbArgs", "conflictItemName", "file", "line", "entries"]
+
+ZERO_BITS = "0000000000000000"
+
+UNKNOWN_NAME = "A name is not known: check its spelling, or give it a value first, as in a=2."
+NOT_VALID = "The expression is not valid: check its operators, brackets, commas and names."
+DIVISION_BY_ZERO = "The divisor is 0: divide by another number."
+USAGE = "Usage: mathexpr [OPTION]... [--] [EXPRESSION]..."
+
+
+class CalculatorTest(unittest.TestCase):
+    maxDiff = None
+
+    def run_calculator(self, *arguments, stdin=b""):
+        return subprocess.run([CALCULATOR, *arguments], input=stdin, capture_output=True, timeout=60, check=False)
+
+    def expect(self, arguments, status, out, err, stdin=b""):
+        """The whole outcome: status, standard output and standard error, as lists of lines."""
+        done = self.run_calculator(*arguments, stdin=stdin)
+        self.assertEqual(
+            (done.returncode, done.stdout.decode().splitlines(), done.stderr.decode().splitlines()),
+            (status, out, err),
+        )
+
+    def expect_usage_error(self, arguments, complaint):
+        self.expect(arguments, 2, [], ["mathexpr: " + complaint, USAGE])
+
+    def answers(self, *arguments, status, stdin=b"", err=b""):
+        """The JSON objects printed, each with its keys in order."""
+        done = self.run_calculator("--json", *arguments, stdin=stdin)
+        self.assertEqual((done.returncode, done.stderr), (status, err))
+        return [json.loads(line) for line in done.stdout.decode().splitlines()]
+
+    def answer(self, *arguments, status):
+        answers = self.answers(*arguments, status=status)
+        self.assertEqual(len(answers), 1)
+        return answers[0]
+
+
+class Values(CalculatorTest):
+    def test_numbers_and_points_one_a_line(self):
+        self.expect(
+            ["[1,2,0]+[3,4,0]", "sin(30)*2", "a=2*3", "a^2"], 0, ["[4,6,0]", "1.0000000000000597", "6", "36"], []
+        )
+
+    def test_shortest_form_that_reads_back(self):
+        self.expect(["0.1", "1/3", "1e+21", "12345", "100000", "[0.5,2.50,1e+300]"], 0,
+                    ["0.1", "0.3333333333333333", "1e+21", "12345", "1e+05", "[0.5,2.5,1e+300]"], [])
+
+    def test_negative_zero_nan_and_infinities(self):
+        self.expect(["zero=0", "-zero", "1e+400", "-1e+400", "1e+400-1e+400", "nor([0,0,0],[0,0,0])"], 0,
+                    ["0", "-0", "inf", "-inf", "nan", "[nan,nan,0]"], [])
+
+    def test_variables_persist_and_failures_do_not_stop(self):
+        self.expect(["a=2", "1/0", "a+1"], 1, ["2", "3"], [DIVISION_BY_ZERO])
+
+    def test_a_failed_assignment_is_not_made_later(self):
+        self.expect(["b=1/0", "5", "b"], 1, ["5"], [DIVISION_BY_ZERO, UNKNOWN_NAME])
+        self.expect(["pi=3", "5", "6"], 1, ["5", "6"], [NOT_VALID])
+        self.expect(["--max-integer", "9", "pi=3", "5"], 1, ["5"], [NOT_VALID])
+
+    def test_an_empty_argument_is_an_expression(self):
+        self.expect([""], 1, [], [NOT_VALID])
+        self.expect(["   "], 1, [], [NOT_VALID])
+
+    def test_names_beyond_ascii(self):
+        self.expect(["h\u00f6he=2", "h\u00f6he*\U0001d70b", "--set", "\U0001d70b=3"], 0, ["2", "6"], [])
+
+    def test_an_exception_passes_in_both_modes(self):
+        for options in ([], ["--silent"]):
+            self.expect([*options, "sin([1,2,3])", "p=[1,2,3]", "sin(p)", "1"], 1, ["[1,2,3]", "1"],
+                        ["Parsing exception 15 at position 0."] * 2)
+
+    def test_the_locale_changes_nothing(self):
+        environment = {**os.environ, "LC_ALL": "de_DE.UTF-8"}
+        done = subprocess.run([CALCULATOR, "1.5+1", "--json"], env=environment, capture_output=True, check=True)
+        self.assertEqual(json.loads(done.stdout)["values"][0]["x"], 2.5)
+
+
+class Arguments(CalculatorTest):
+    def test_a_single_leading_minus_is_an_expression(self):
+        self.expect(["-2^2"], 0, ["4"], [])
+        self.expect(["-x", "--set", "x=2"], 0, ["-2"], [])
+        self.expect(["-", "1"], 1, ["1"], [NOT_VALID])
+
+    def test_after_two_minuses_everything_is_an_expression(self):
+        self.expect(["--", "--5", "-2^2"], 0, ["5", "4"], [])
+        self.expect(["--", "--json", "1"], 1, ["1"], [UNKNOWN_NAME])
+        self.expect(["--", "1", "--"], 1, ["1"], [NOT_VALID])
+
+    def test_options_stand_anywhere(self):
+        self.expect(["x+1", "--set", "x=1", "x+2", "--repeat=2"], 0, ["2", "2", "3", "3"], [])
+
+    def test_wrong_options(self):
+        self.expect_usage_error(["--nonsense", "1"], "The following argument was not expected: --nonsense")
+        self.expect_usage_error(["--sil"], "The following argument was not expected: --sil")
+        self.expect_usage_error(["--5"], "The following argument was not expected: --5")
+        self.expect_usage_error(["---5"], "The following argument was not expected: ---5")
+        self.expect_usage_error(["--json=no", "1"], "json was given a disallowed flag override")
+
+    def test_values_of_options(self):
+        for value in ("0", "-1", "1000001", "1.5", "0x10", " 1", "many"):
+            self.expect_usage_error(["--repeat", value, "1"],
+                                    f"--repeat: not a whole number from 1 to 1000000: {value}")
+        for value in ("-1", "4294967296", "1e3"):
+            self.expect_usage_error(["--max-integer", value, "1"],
+                                    f"--max-integer: not a whole number from 0 to 4294967295: {value}")
+        self.expect_usage_error(["--repeat"], "--repeat: 1 required N missing")
+        self.expect_usage_error(["--repeat", "1", "--repeat", "2", "1"],
+                                "--repeat: At Most 1 required but received 2")
+
+    def test_version(self):
+        done = self.run_calculator("--version")
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+        self.assertRegex(done.stdout.decode(), r"\Amathexpr \d+\.\d+\.\d+\n\Z")
+
+    def test_help_names_every_option(self):
+        done = self.run_calculator("--help")
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+        text = done.stdout.decode()
+        self.assertIn(USAGE, text)
+        for option in ("--json", "--set NAME=EXPRESSION", "--silent", "--repeat N", "--fresh", "--max-integer N",
+                       "--version", "--help"):
+            self.assertIn("\n  " + option, text)
+
+    def test_no_short_options(self):
+        self.expect(["-h", "-x"], 1, [], [UNKNOWN_NAME] * 2)
+
+
+class SetOption(CalculatorTest):
+    def test_answers_names_and_can_be_repeated(self):
+        self.expect(["--set", "x=2*3", "--set=p=[1,2,3]", "x*p"], 0, ["[6,12,18]"], [])
+
+    def test_names_match_exactly(self):
+        self.expect(["--set", "Width=1", "Width"], 0, ["1"], [])
+        self.expect(["--set", "Width=1", "width"], 1, [], [UNKNOWN_NAME])
+
+    def test_value_is_computed_once(self):
+        numbers = self.run_calculator("--set", "r=rand(0,1000000)", "r", "r", "--fresh").stdout.split()
+        self.assertEqual(len(numbers), 2)
+        self.assertEqual(numbers[0], numbers[1])
+
+    def test_each_value_has_an_expression_object_of_its_own(self):
+        self.expect_usage_error(["--set", "x=a=2", "--set", "y=a+1", "y"], "--set y: " + UNKNOWN_NAME)
+
+    def test_a_later_value_replaces_an_earlier(self):
+        self.expect(["--set", "x=1", "--set", "x=2", "x"], 0, ["2"], [])
+
+    def test_the_expression_may_hold_an_equals_sign_and_begin_with_a_minus(self):
+        self.expect(["--set", "x=1==1", "--set", "y=-2^2", "x", "y"], 0, ["1", "4"], [])
+
+    def test_failures(self):
+        self.expect_usage_error(["--set", "x=1/0", "1"], "--set x: " + DIVISION_BY_ZERO)
+        self.expect_usage_error(["--set", "x=sin([1,2,3])", "1"], "--set x: Parsing exception 15 at position 0.")
+        self.expect_usage_error(["--set", "x=", "1"], "--set x: " + NOT_VALID)
+        self.expect_usage_error(["--set", "x", "1"], "--set: not NAME=EXPRESSION: x")
+        self.expect_usage_error(["--set", "=1", "1"], "--set: not NAME=EXPRESSION: =1")
+        self.expect_usage_error(["--set", "[x]", "1"], "--set: not NAME=EXPRESSION: [x]")
+        self.expect_usage_error(["--set", b"x=\xff", "1"],
+                                "--set x: not valid UTF-8, or a zero character in it")
+
+
+class OtherOptions(CalculatorTest):
+    def test_repeat_prints_each_evaluation(self):
+        self.expect(["--repeat", "3", "1+1"], 0, ["2"] * 3, [])
+
+    def test_repeat_assigns_once(self):
+        self.expect(["--repeat", "3", "--set", "x=1", "x=x+1", "x"], 0, ["2", "3", "3", "2", "2", "2"], [])
+
+    def test_repeat_stops_at_a_failure(self):
+        self.expect(["--repeat", "3", "--set", "x=0", "1/x"], 1, [], [DIVISION_BY_ZERO])
+        answer = self.answer("--repeat", "3", "--set", "x=1", "x=1/x-1", status=1)
+        self.assertEqual([value["x"] for value in answer["values"]], [0.0])
+        self.assertEqual((answer["ok"], answer["stage"]), (False, "evaluate"))
+
+    def test_fresh_forgets_variables(self):
+        self.expect(["--fresh", "a=1", "a"], 1, ["1"], [UNKNOWN_NAME])
+        self.expect(["--fresh", "--max-integer", "9", "a=1", "a"], 1, ["1"], [UNKNOWN_NAME])
+        answers = self.answers("--fresh", "--set", "x=1", "x", "x", status=0)
+        self.assertEqual([answer["asked"] for answer in answers], [["x"], ["x"]])
+
+    def test_silent_raises_exceptions(self):
+        self.expect(
+            ["--silent", "x", "(1", "1+)", "a)b(c)", "sin(1,2)", "1/0", "pi=3", "1"], 1, ["1"],
+            ["Parsing exception 11 at position 1: x.",
+             "Parsing exception 6 at position 0.",
+             "Parsing exception 3 at position 2.",
+             "Parsing exception 11 at position 1: a.",
+             "Parsing exception 7 at position 1: sin with 2 arguments.",
+             "No value: an operator or a function refused its arguments, or the name cannot be assigned.",
+             "No value: an operator or a function refused its arguments, or the name cannot be assigned."])
+
+    def test_a_silent_definition_exception(self):
+        self.expect(["--silent", "--set", "a.b=1", "a.b"], 1, [], ["Definition exception 15: a.b against .."])
+
+    def test_silent_still_shows_the_message_for_large_numbers(self):
+        self.expect(["--silent", "2147483648"], 1, [],
+                    ["A whole number is too large: use a smaller one, or write it with a decimal point."])
+
+    def test_max_integer_limits_whole_numbers(self):
+        too_large = "A whole number is too large: use a smaller one, or write it with a decimal point."
+        self.expect(["--max-integer", "0", "2+3", "2.0+3.0"], 1, ["5"], [too_large])
+        self.expect(["--max-integer", "4294967295", "4294967295"], 0, ["4294967295"], [])
+        self.expect(["--max-integer", "5", "a=4", "a*a", "--repeat", "2"], 0, ["4", "4", "16", "16"], [])
+
+    def test_max_integer_has_no_host_and_is_never_silent(self):
+        self.expect_usage_error(["--max-integer", "5", "--silent", "1"], "--silent excludes --max-integer")
+        self.expect_usage_error(["--max-integer", "5", "--set", "x=1", "1"], "--set excludes --max-integer")
+        self.assertEqual(self.answer("--max-integer", "5", "x", status=1)["asked"], [])
+
+    def test_max_integer_tells_the_stage(self):
+        expressions = {
+            "6": "compile", "unknown": "compile", "1/0": "compile", "(1": "compile", "sin([1,2,3])": "compile",
+            "1+2)(3)": "compile", "pi=3": "evaluate", "1/zero": "evaluate", "sin(point)": "evaluate",
+            "sqrt(zero)": "evaluate", "a.b": "compile",
+        }
+        answers = self.answers("--max-integer", "5", "zero=0", "point=[1,2,3]", *expressions, status=1)
+        self.assertEqual({answer["expression"]: answer["stage"] for answer in answers},
+                         {"zero=0": None, "point=[1,2,3]": None, **expressions})
+
+
+class Json(CalculatorTest):
+    def test_a_number_to_the_letter(self):
+        done = self.run_calculator("--json", "1.5*2")
+        self.assertEqual(
+            (done.returncode, done.stdout.decode(), done.stderr),
+            (0,
+             '{"expression":"1.5*2","ok":true,"stage":null,"values":[{"type":"number","flag":0,"x":3.0,"y":0.0,"z":0.0,'
+             '"bits":["4008000000000000","0000000000000000","0000000000000000"]}],"messages":[],"exception":null,'
+             '"asked":[]}\n',
+             b""))
+
+    def test_a_point_with_its_bits(self):
+        value = self.answer("[1,-2,0.1]", status=0)["values"][0]
+        self.assertEqual(value, {
+            "type": "point", "flag": 0, "x": 1.0, "y": -2.0, "z": 0.1,
+            "bits": ["3ff0000000000000", "c000000000000000", "3fb999999999999a"]})
+        self.assertEqual(list(value), VALUE_KEYS)
+
+    def test_the_second_flag(self):
+        value = self.answer("dist([0,0,0],[3,4,12])", status=0)["values"][0]
+        self.assertEqual((value["type"], value["flag"], value["x"]), ("number", 1, 13.0))
+
+    def test_what_is_not_finite_is_a_string(self):
+        numbers = self.answers("1e+400", "-1e+400", "1e+400-1e+400", status=0)
+        self.assertEqual([number["values"][0]["x"] for number in numbers], ["inf", "-inf", "nan"])
+        self.assertEqual([number["values"][0]["bits"][0][:3] for number in numbers[:2]], ["7ff", "fff"])
+
+    def test_negative_zero(self):
+        self.expect(["--json", "z=0", "-z"], 0, [
+            '{"expression":"z=0","ok":true,"stage":null,"values":[{"type":"number","flag":0,"x":0.0,"y":0.0,"z":0.0,'
+            f'"bits":["{ZERO_BITS}","{ZERO_BITS}","{ZERO_BITS}"]}}],"messages":[],"exception":null,"asked":[]}}',
+            '{"expression":"-z","ok":true,"stage":null,"values":[{"type":"number","flag":0,"x":-0.0,"y":0.0,"z":0.0,'
+            f'"bits":["8000000000000000","{ZERO_BITS}","{ZERO_BITS}"]}}],"messages":[],"exception":null,"asked":[]}}',
+        ], [])
+
+    def test_a_message(self):
+        answer = self.answer("2*unknown", status=1)
+        self.assertEqual(list(answer), KEYS)
+        self.assertEqual(answer, {
+            "expression": "2*unknown", "ok": False, "stage": "compile", "values": [],
+            "messages": [{"id": 1, "text": UNKNOWN_NAME}], "exception": None, "asked": ["unknown"]})
+
+    def test_a_parsing_exception(self):
+        answer = self.answer("--silent", "1+sin(1,2)", status=1)
+        self.assertEqual(list(answer), KEYS)
+        exception = answer["exception"]
+        self.assertEqual(list(exception), EXCEPTION_KEYS)
+        self.assertGreater(exception.pop("line"), 0)
+        self.assertEqual(exception, {
+            "kind": "parsing", "exID": 7, "pos": 3, "itemName": "sin", "nbArgs": 2, "conflictItemName": "",
+            "file": "MTParserLib/MTParserCompiler", "entries": 1})
+        self.assertEqual((answer["stage"], answer["messages"]), ("compile", []))
+
+    def test_a_definition_exception(self):
+        answer = self.answer("--silent", "--set", "a.b=1", "a.b", status=1)
+        exception = answer["exception"]
+        self.assertEqual(list(exception), EXCEPTION_KEYS)
+        self.assertEqual((exception["kind"], exception["exID"], exception["itemName"], exception["conflictItemName"]),
+                         ("definition", 15, "a.b", "."))
+        self.assertGreater(exception["entries"], 1)
+        self.assertEqual(answer["asked"], ["a.b"])
+
+    def test_a_failure_without_message_or_exception(self):
+        answer = self.answer("--silent", "1/0", status=1)
+        self.assertEqual((answer["ok"], answer["stage"], answer["messages"], answer["exception"]),
+                         (False, "compile", [], None))
+
+    def test_a_failure_while_evaluating(self):
+        answers = self.answers("--set", "x=0", "1/x", "pi=3", status=1)
+        self.assertEqual([(answer["stage"], answer["messages"][0]["id"]) for answer in answers],
+                         [("evaluate", 10), ("evaluate", 3)])
+
+    def test_names_are_asked_in_order_and_once(self):
+        answers = self.answers("--set", "x=1", "--set", "y=2", "y*x+y+u", "x+v+w", status=1)
+        self.assertEqual([answer["asked"] for answer in answers], [["y", "x", "u"], ["v"]])
+
+    def test_repeat(self):
+        answer = self.answer("--repeat", "3", "--set", "x=2", "x*x", status=0)
+        self.assertEqual([value["x"] for value in answer["values"]], [4.0] * 3)
+
+    def test_text_beyond_ascii(self):
+        answer = self.answer("h\u00f6he\U0001d70b", status=1)
+        self.assertEqual((answer["expression"], answer["asked"]), ("h\u00f6he\U0001d70b", ["h\u00f6he\U0001d70b"]))
+
+
+class Messages(CalculatorTest):
+    EXPRESSIONS = {
+        1: "unknown", 2: "(1", 3: "1+", 4: "unknown(1)", 5: "1+[1,2,3]", 6: "asin(2)", 7: "round(3e+9)", 8: "ln(0)",
+        9: "log(0)", 10: "1/0", 11: "1/[1,2,3]", 12: "sqrt(0)", 13: "[1,2,3]^2", 14: "dist(1,2)", 15: "nor(1,2)",
+        16: "vec(1,2)", 17: "vec1(1,2)", 18: "ill(1,2,3,4)", 19: "2147483648",
+    }
+
+    def test_each_has_a_sentence_of_one_line(self):
+        answers = self.answers(*self.EXPRESSIONS.values(), status=1)
+        shown = [answer["messages"] for answer in answers]
+        self.assertEqual([len(messages) for messages in shown], [1] * 19)
+        self.assertEqual([messages[0]["id"] for messages in shown], list(self.EXPRESSIONS))
+        texts = [messages[0]["text"] for messages in shown]
+        self.assertEqual(len(set(texts)), 19)
+        for text in texts:
+            self.assertRegex(text, r"\A[A-Za-z][ -~]{20,98}\.\Z")
+        self.expect(self.EXPRESSIONS.values(), 1, [], texts)
+
+
+class StandardInput(CalculatorTest):
+    def test_one_expression_a_line(self):
+        self.expect([], 0, ["3", "[4,6,0]"], [], b"a=1+2\n[1,2,0]+[3,4,0]\n")
+
+    def test_a_last_line_without_an_end(self):
+        self.expect([], 0, ["1", "2"], [], b"1\n2")
+
+    def test_no_input(self):
+        self.expect([], 0, [], [])
+        self.expect(["--"], 0, ["7"], [], b"7\n")
+
+    def test_blank_lines_have_no_answer(self):
+        lines = b"\n1\n   \n\t\n \t \r\n2\n\n"
+        self.expect([], 0, ["1", "2"], [], lines)
+        answers = self.answers(status=0, stdin=lines)
+        self.assertEqual([answer["expression"] for answer in answers], ["1", "2"])
+
+    def test_line_ends_and_byte_order_mark_of_other_systems(self):
+        self.expect([], 0, ["1", "2"], [], b"\xef\xbb\xbf1\r\n2\r\n")
+
+    def test_a_minus_and_option_like_lines_are_expressions(self):
+        self.expect([], 0, ["4", "5"], [], b"-2^2\n--5\n")
+
+    def test_failures_go_on(self):
+        self.expect([], 1, ["2"], [DIVISION_BY_ZERO], b"1/0\n2\n")
+
+    def test_standard_input_is_left_alone_when_there_are_expressions(self):
+        self.expect(["1"], 0, ["1"], [], b"2\n")
+
+    def test_a_long_line(self):
+        self.expect([], 0, ["99999"], [], b"+".join([b"1"] * 99999) + b"\n")
+
+    def test_text_that_is_not_utf8(self):
+        for wrong in (b"\xff", b"1+\xc3", b"\xed\xa0\x80", b"\xc0\xb1", b"\xf4\x90\x80\x80", b"2\x002"):
+            lines = b"1\n\n" + wrong + b"\n2\n"
+            complaint = "mathexpr: line 3: not valid UTF-8, or a zero character in it"
+            self.expect([], 1, ["1", "2"], [complaint], lines)
+            answers = self.answers(status=1, stdin=lines, err=complaint.encode() + b"\n")
+            self.assertEqual([answer["ok"] for answer in answers], [True, False, True])
+            self.assertEqual((answers[1]["stage"], answers[1]["messages"]), ("compile", []))
+
+    def test_an_argument_that_is_not_utf8(self):
+        self.expect(["1", b"\xff", "2"], 1, ["1", "2"],
+                    ["mathexpr: expression 2: not valid UTF-8, or a zero character in it"])
+
+    def test_each_answer_comes_at_once(self):
+        with subprocess.Popen([CALCULATOR], stdin=subprocess.PIPE, stdout=subprocess.PIPE) as process:
+            for expression, value in ((b"a=20\n", b"20\n"), (b"a+1\n", b"21\n")):
+                process.stdin.write(expression)
+                process.stdin.flush()
+                self.assertEqual(process.stdout.readline(), value)
+            process.stdin.close()
+            self.assertEqual(process.wait(timeout=60), 0)
+
+    @unittest.skipUnless(os.path.exists("/dev/full"), "no device that is always full")
+    def test_output_that_cannot_be_written(self):
+        with open("/dev/full", "wb") as full:
+            done = subprocess.run([CALCULATOR, "1"], stdout=full, stderr=subprocess.PIPE, timeout=60, check=False)
+        self.assertEqual((done.returncode, done.stderr), (1, b"mathexpr: standard output cannot be written\n"))
+
+
+class Terminal(CalculatorTest):
+    def converse(self, *arguments, typed, answers):
+        """Types lines at a terminal, each when the prompt shows; returns standard error as the terminal showed it."""
+        user, terminal = pty.openpty()
+        with subprocess.Popen([CALCULATOR, *arguments], stdin=terminal, stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE) as process:
+            shown = b""
+            deadline = time.monotonic() + 60
+            for line in [*typed, b"\x04"]:  # the last one ends the input
+                while not shown.endswith(b"> ") and time.monotonic() < deadline:
+                    shown += os.read(process.stderr.fileno(), 1)
+                os.write(user, line)
+                shown += b"|"
+            self.assertEqual(process.stdout.read(), answers)
+            shown += process.stderr.read()
+            self.assertEqual(process.wait(timeout=60), 0)
+        os.close(user)
+        os.close(terminal)
+        return shown
+
+    def test_a_prompt_on_standard_error(self):
+        self.assertEqual(self.converse(typed=[b"1+1\n", b"\n", b"2^3\n"], answers=b"2\n8\n"), b"> |> |> |> |\n")
+
+    def test_no_prompt_without_a_terminal(self):
+        self.expect([], 0, ["1"], [], b"1\n")
+
+    def test_no_prompt_with_expressions(self):
+        user, terminal = pty.openpty()
+        done = subprocess.run([CALCULATOR, "1/4"], stdin=terminal, capture_output=True, timeout=60, check=False)
+        os.close(user)
+        os.close(terminal)
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (0, b"0.25\n", b""))
+
+    def test_a_failure_does_not_wait_for_enter(self):
+        user, terminal = pty.openpty()
+        done = subprocess.run([CALCULATOR, "1/0"], stdin=terminal, stdout=subprocess.PIPE, stderr=terminal, timeout=60,
+                              check=False)
+        shown = os.read(user, 1000)
+        os.close(user)
+        os.close(terminal)
+        self.assertEqual((done.returncode, shown), (1, DIVISION_BY_ZERO.encode() + b"\r\n"))
+
+
+if __name__ == "__main__":
+    CALCULATOR = sys.argv.pop(1)
+    os.environ.pop("LANGUAGE", None)
+    os.environ["LC_ALL"] = "C"  # messages in English
+    unittest.main()

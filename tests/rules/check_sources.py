@@ -1,0 +1,117 @@
+"""Holds the rules of the sources that a compiler does not hold; prints each breach and fails when there is one.
+
+Usage: check_sources.py ROOT
+"""
+
+import pathlib
+import re
+import sys
+
+# Each floor and the floors that it may include from, beside itself.
+FLOORS = {
+    "include/mathexpr": [],
+    "platform": [],
+    "MathExprRes": [],
+    "TarnUInfo": ["platform"],
+    "MTParserLib": ["include/mathexpr", "platform"],
+    "mathexpr": ["include/mathexpr", "platform", "MathExprRes", "TarnUInfo", "MTParserLib"],
+    "tools": ["include/mathexpr"],
+    "examples": ["include/mathexpr"],
+}
+
+# What the library is made of, and where in it the operating system may be spoken to: on two floors, and in a source that
+# bears the system's name.
+LIBRARY = ["include/mathexpr", "platform", "MathExprRes", "TarnUInfo", "MTParserLib", "mathexpr"]
+SYSTEM_FLOORS = ["platform", "TarnUInfo"]
+SYSTEM_SOURCES = ("Windows.cpp", "Posix.cpp")
+
+# One type passes from the compiler to the evaluator, in a header that knows neither of them.
+FORBIDDEN_INCLUDES = {
+    "MTParserLib/MTParserProgram.h": ["MTParserLib/MTParserCompiler.h", "MTParserLib/MTParserEvaluator.h"],
+    "MTParserLib/MTParserCompiler.h": ["MTParserLib/MTParserEvaluator.h"],
+    "MTParserLib/MTParserEvaluator.h": ["MTParserLib/MTParserCompiler.h"],
+}
+
+CPP_SUFFIXES = {".h", ".cpp", ".def"}
+SOURCE_SUFFIXES = CPP_SUFFIXES | {".py", ".cmake", ".sh"}
+SKIPPED_FOLDERS = {"build", "dist", ".git"}
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
+STANDARD_HEADER = re.compile(r"[a-z_]+\Z")
+OUTPUT = re.compile(r"\b(?:std::(?:w?cout|w?cerr|w?clog)|f?w?printf|f?put[sc]|f?putw[sc]|putchar|fwrite|perror)\b")
+ABORT = re.compile(r"\b(?:abort|exit|_Exit|quick_exit|terminate|assert)\s*\(")
+COMMENT = re.compile(r"//[^\n]*")
+
+
+def floor_of(path):
+    """The floor of a path relative to the root, or None for what is on no floor, such as the tests."""
+    for floor in FLOORS:
+        if path.startswith(floor + "/"):
+            return floor
+    return None
+
+
+def resolve(root, including, included):
+    """The path, relative to the root, of an included file of this project; None when it is none of its files."""
+    for candidate in (root / "include" / included, root / included, (root / including).parent / included):
+        if candidate.is_file():
+            return candidate.resolve().relative_to(root.resolve()).as_posix()
+    return None
+
+
+def check_includes(root, path, text):
+    floor = floor_of(path)
+    standard_only = floor in LIBRARY and floor not in SYSTEM_FLOORS and not path.endswith(SYSTEM_SOURCES)
+    for quoted, angled in INCLUDE.findall(text):
+        target = resolve(root, path, quoted or angled)
+        if target is None:
+            if quoted:
+                yield f"{path}: includes {quoted}, which is not there"
+            elif standard_only and not STANDARD_HEADER.match(angled):
+                yield f"{path}: includes <{angled}>, which is not of the standard library"
+        elif target in FORBIDDEN_INCLUDES.get(path, []):
+            yield f"{path}: must not include {target}"
+        elif floor_of(target) not in [floor, *FLOORS[floor]]:
+            yield f"{path}: includes {target}, which is not on a floor below"
+
+
+def check_library(path, text):
+    code = COMMENT.sub("", text)
+    for match in ABORT.finditer(code):
+        yield f"{path}: the library never ends the process: {match.group()}"
+    for match in OUTPUT.finditer(code):
+        yield f"{path}: the library writes to no stream: {match.group()}"
+
+
+def check_ascii(path, data):
+    for number, line in enumerate(data.splitlines(), 1):
+        if not line.isascii():
+            yield f"{path}:{number}: not ASCII"
+
+
+def check(root):
+    """Yields a line for every breach below the root."""
+    for file in sorted(root.rglob("*")):
+        path = file.relative_to(root).as_posix()
+        if SKIPPED_FOLDERS & set(path.split("/")) or not file.is_file():
+            continue
+        if file.suffix in SOURCE_SUFFIXES or file.name in ("CMakeLists.txt", "dev"):
+            yield from check_ascii(path, file.read_bytes())
+        floor = floor_of(path)
+        if floor is None or file.suffix not in CPP_SUFFIXES:
+            continue
+        text = file.read_text(encoding="utf-8", errors="replace")
+        yield from check_includes(root, path, text)
+        if floor in LIBRARY:
+            yield from check_library(path, text)
+
+
+def main():
+    breaches = list(check(pathlib.Path(sys.argv[1])))
+    for breach in breaches:
+        print(breach)
+    return 1 if breaches else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

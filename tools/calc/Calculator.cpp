@@ -1,0 +1,181 @@
+// Calculator.cpp - the tool as a host: calls the exported classes and collects all that they answer.
+
+#include "tools/calc/Calculator.h"
+
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "tools/calc/PlainReport.h"
+#include "tools/calc/Utf8.h"
+
+#include <new>
+#include <utility>
+
+namespace {
+
+constexpr const char* notText = "not valid UTF-8, or a zero character in it";
+
+RaisedException describe(const ParsingException& exception)
+{
+    const auto& newest = exception.entries.front();
+    return {RaisedException::Kind::Parsing,
+            newest.data.exID,
+            newest.data.pos,
+            toUtf8(newest.data.itemName),
+            newest.data.nbArgs,
+            {},
+            toUtf8(newest.file),
+            newest.line,
+            exception.entries.size()};
+}
+
+RaisedException describe(const DefinitionException& exception)
+{
+    const auto& newest = exception.entries.front();
+    return {RaisedException::Kind::Definition,    newest.data.exID,    0,           toUtf8(newest.data.itemName), 0,
+            toUtf8(newest.data.conflictItemName), toUtf8(newest.file), newest.line, exception.entries.size()};
+}
+
+/// Runs a part of the work and turns what it throws into a part of the answer.
+template <class Work>
+void guarded(Answer& answer, Work work)
+{
+    try
+    {
+        work();
+    }
+    catch (const ParsingException& exception)
+    {
+        answer.exception = describe(exception);
+    }
+    catch (const DefinitionException& exception)
+    {
+        answer.exception = describe(exception);
+    }
+    catch (const std::bad_alloc&)
+    {
+        answer.trouble = "not enough memory";
+    }
+}
+
+/// A host that knows every name.
+class KnowsEveryName final : public IMathExprService
+{
+public:
+    bool lookupValue(const wchar_t*, VALTYPE&) const override { return true; }
+};
+
+/// Where a one-shot calculation failed, which it does not tell. An unknown name and a whole number above the limit are
+/// found while compiling; for the rest, an expression object without limit whose host knows every name compiles exactly
+/// the texts that the calculation has compiled.
+Answer::Stage stageOfOneShotFailure(const std::wstring& text, const std::vector<ShownMessage>& shown)
+{
+    constexpr std::uint32_t unknownName = 1;
+    constexpr std::uint32_t integerTooLarge = 19;
+    if (!shown.empty() && (shown.front().id == unknownName || shown.front().id == integerTooLarge))
+    {
+        return Answer::Stage::Compile;
+    }
+    const KnowsEveryName host;
+    MathExpression probe(true, &host);
+    bool compiled = false;
+    Answer unused;
+    guarded(unused, [&] { compiled = probe.setExpression(text.c_str()); });
+    return compiled ? Answer::Stage::Evaluate : Answer::Stage::Compile;
+}
+
+}
+
+Calculator::Calculator(const Options& givenOptions) : options(givenOptions) {}
+
+std::string Calculator::defineHostName(const Options::HostName& hostName)
+{
+    const auto name = toWide(hostName.name);
+    const auto text = toWide(hostName.expression);
+    if (!name || !text)
+    {
+        return notText;
+    }
+    MathExpression object(false, nullptr);
+    VALTYPE value;
+    bool computed = false;
+    Answer answer;
+    guarded(answer, [&] { computed = object.setExpression(text->c_str()) && object.evaluate(value); });
+    answer.messages = messages.takeMessages();
+    if (computed)
+    {
+        hostNames.define(*name, value);
+        return {};
+    }
+    return failureText(answer);
+}
+
+Answer Calculator::compute(std::string_view expression)
+{
+    Answer answer;
+    answer.expression = expression;
+    answer.failed = Answer::Stage::Compile;
+    const auto text = toWide(expression);
+    if (!text)
+    {
+        answer.trouble = notText;
+        return answer;
+    }
+    guarded(answer, [&] { run(*text, answer); });
+    answer.messages = messages.takeMessages();
+    answer.asked = hostNames.takeAsked();
+    if (answer.failed)
+    {
+        dropAssignment();
+        if (options.maxInteger)
+        {
+            answer.failed = stageOfOneShotFailure(*text, answer.messages);
+        }
+    }
+    return answer;
+}
+
+void Calculator::run(const std::wstring& text, Answer& answer)
+{
+    prepareObject();
+    if (expressionObject && !expressionObject->setExpression(text.c_str()))
+    {
+        return;
+    }
+    answer.failed = Answer::Stage::Evaluate;
+    for (std::uint32_t i = 0; i < options.repeat; ++i)
+    {
+        VALTYPE value;
+        if (!(oneShot ? oneShot->Calculate(text.c_str(), value, *options.maxInteger)
+                      : expressionObject->evaluate(value)))
+        {
+            return;
+        }
+        answer.values.push_back(value);
+    }
+    answer.failed.reset();
+}
+
+void Calculator::prepareObject()
+{
+    if (options.maxInteger && (!oneShot || options.fresh))
+    {
+        oneShot.emplace();
+    }
+    else if (!options.maxInteger && (!expressionObject || options.fresh))
+    {
+        expressionObject.emplace(options.silent, &hostNames);
+    }
+}
+
+// An assignment that failed would otherwise be made by the next expression that succeeds.
+void Calculator::dropAssignment() noexcept
+{
+    if (oneShot)
+    {
+        oneShot->dropAssignment();
+    }
+    if (expressionObject)
+    {
+        expressionObject->dropAssignment();
+    }
+}

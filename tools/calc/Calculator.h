@@ -1,0 +1,41 @@
+// Calculator.h - computes expressions, one after the other, as the options ask.
+#pragma once
+
+#include "mathexpr/CMathExpr.h"
+#include "mathexpr/MathExpression.h"
+#include "tools/calc/Answer.h"
+#include "tools/calc/HostNames.h"
+#include "tools/calc/MessageRecorder.h"
+#include "tools/calc/Options.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// Holds one expression object, or one one-shot calculator when there is a limit for whole numbers, so that variables
+/// live from one expression to the next.
+class Calculator
+{
+public:
+    explicit Calculator(const Options& options);
+
+    /// Gives the host service a name to answer, whose value an expression object of its own computes.
+    /// @return what went wrong; empty when nothing did
+    std::string defineHostName(const Options::HostName& hostName);
+
+    /// Computes one expression, UTF-8. Nothing that the library throws comes out; a failure is in the answer.
+    Answer compute(std::string_view expression);
+
+private:
+    /// Fills in the values; answer.failed names the stage under way until all is done, also for what is thrown.
+    void run(const std::wstring& text, Answer& answer);
+
+    void prepareObject();
+    void dropAssignment() noexcept;
+
+    const Options& options;
+    MessageRecorder messages;
+    HostNames hostNames;
+    std::optional<MathExpression> expressionObject;
+    std::optional<CMathExpr> oneShot;  // with a limit for whole numbers; else the expression object
+};

@@ -1,0 +1,31 @@
+// HostNames.cpp - names and values by exact comparison: the host's names are its own, case included.
+
+#include "tools/calc/HostNames.h"
+
+#include "tools/calc/Utf8.h"
+
+#include <string_view>
+#include <utility>
+
+void HostNames::define(const std::wstring& name, const VALTYPE& value)
+{
+    values.insert_or_assign(name, value);
+}
+
+bool HostNames::lookupValue(const wchar_t* name, VALTYPE& value) const
+{
+    const std::wstring_view wanted = name;
+    asked.push_back(toUtf8(wanted));
+    const auto known = values.find(wanted);
+    if (known == values.end())
+    {
+        return false;
+    }
+    value = known->second;
+    return true;
+}
+
+std::vector<std::string> HostNames::takeAsked()
+{
+    return std::exchange(asked, {});
+}

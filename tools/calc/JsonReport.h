@@ -1,0 +1,6 @@
+// JsonReport.h - answers for scripts: one JSON object a line on standard output.
+#pragma once
+
+#include "tools/calc/Answer.h"
+
+void reportJson(const Answer& answer);

@@ -1,0 +1,24 @@
+// MessageRecorder.cpp - a message display that records.
+
+#include "tools/calc/MessageRecorder.h"
+
+#include "tools/calc/Utf8.h"
+
+#include <utility>
+
+MessageRecorder::MessageRecorder()
+    : previous(setMessageDisplay({[](void* context, std::uint32_t id, const wchar_t* text) {
+                                      static_cast<MessageRecorder*>(context)->messages.push_back({id, toUtf8(text)});
+                                  },
+                                  this}))
+{}
+
+MessageRecorder::~MessageRecorder()
+{
+    setMessageDisplay(previous);
+}
+
+std::vector<ShownMessage> MessageRecorder::takeMessages()
+{
+    return std::exchange(messages, {});
+}

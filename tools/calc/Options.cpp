@@ -1,0 +1,157 @@
+// Options.cpp - the command line.
+//
+// Every option is long, and expressions never reach the option parser: it would take "-2^2" for a short option and
+// "[1,2]" for a list. So the arguments are sorted first, by the parser's own table of options.
+
+#include "tools/calc/Options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <iostream>
+#include <iterator>
+#include <limits>
+#include <memory>
+#include <string_view>
+#include <system_error>
+
+namespace {
+
+constexpr const char* usageLine = "Usage: mathexpr [OPTION]... [--] [EXPRESSION]...";
+
+/// Keeps a list of values in memory for each expression, hence a bound.
+constexpr std::uint32_t maxRepeat = 1'000'000;
+
+class HelpFormatter final : public CLI::Formatter
+{
+public:
+    std::string make_usage(const CLI::App*, std::string) const override { return std::string(usageLine) + "\n"; }
+};
+
+/// The value of an option that takes a whole number from lowest to highest, in decimal digits.
+std::uint32_t wholeNumber(const std::string& option, const std::string& text, std::uint32_t lowest,
+                          std::uint32_t highest)
+{
+    std::uint32_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [parsedEnd, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || parsedEnd != end || number < lowest || number > highest)
+    {
+        throw CLI::ValidationError(option, "not a whole number from " + std::to_string(lowest) + " to " +
+                                               std::to_string(highest) + ": " + text);
+    }
+    return number;
+}
+
+Options::HostName hostName(const std::string& text)
+{
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos || equals == 0)
+    {
+        throw CLI::ValidationError("--set", "not NAME=EXPRESSION: " + text);
+    }
+    return {text.substr(0, equals), text.substr(equals + 1)};
+}
+
+/// Whether the argument is an option that takes its value from the next argument.
+bool takesNextArgument(const CLI::App& app, const std::string& argument)
+{
+    const CLI::Option* option = app.get_option_no_throw(argument);
+    return option != nullptr && option->get_items_expected_max() > 0;
+}
+
+struct SortedArguments
+{
+    std::vector<std::string> options;  ///< Each with its value in one piece, --name=value.
+    std::vector<std::string> expressions;
+};
+
+SortedArguments sortArguments(const CLI::App& app, const std::vector<std::string>& arguments)
+{
+    SortedArguments sorted;
+    for (auto argument = arguments.begin(); argument != arguments.end(); ++argument)
+    {
+        if (!argument->starts_with("--"))
+        {
+            sorted.expressions.push_back(*argument);
+        }
+        else if (*argument == "--")
+        {
+            sorted.expressions.insert(sorted.expressions.end(), argument + 1, arguments.end());
+            break;
+        }
+        else if (takesNextArgument(app, *argument) && argument + 1 != arguments.end())
+        {
+            const std::string& name = *argument;
+            sorted.options.push_back(name + "=" + *++argument);
+        }
+        else
+        {
+            sorted.options.push_back(*argument);
+        }
+    }
+    return sorted;
+}
+
+}
+
+ExitStatus usageError(const std::string& what)
+{
+    std::cerr << "mathexpr: " << what << '\n' << usageLine << '\n';
+    return {statusUsage};
+}
+
+std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
+{
+    Options options;
+    CLI::App app("Computes expressions: numbers, points, units, names.\n"
+                 "Without an EXPRESSION, reads them from standard input, one a line (UTF-8).\n");
+    app.formatter(std::make_shared<HelpFormatter>());
+    app.set_help_flag("--help", "Show this text and end");
+    app.set_version_flag("--version", "mathexpr " MATHEXPR_VERSION, "Show the version and end");
+    app.add_flag("--json", options.json, "Print one JSON object a line")->disable_flag_override();
+    auto* const silent =
+        app.add_flag("--silent", options.silent, "Show no messages; failures are exceptions")->disable_flag_override();
+    app.add_flag("--fresh", options.fresh, "Forget all variables after each expression")->disable_flag_override();
+    auto* const set = app.add_option_function<std::vector<std::string>>(
+                             "--set",
+                             [&](const std::vector<std::string>& texts) {
+                                 std::ranges::transform(texts, std::back_inserter(options.hostNames), hostName);
+                             },
+                             "Answer NAME, when asked, with the value of EXPRESSION (repeatable)")
+                          ->type_name("NAME=EXPRESSION")
+                          ->expected(1)
+                          ->allow_extra_args(false)
+                          ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    app.add_option_function<std::string>(
+           "--repeat", [&](const std::string& text) { options.repeat = wholeNumber("--repeat", text, 1, maxRepeat); },
+           "Evaluate each expression N times")
+        ->type_name("N");
+    app.add_option_function<std::string>(
+           "--max-integer",
+           [&](const std::string& text) {
+               options.maxInteger = wholeNumber("--max-integer", text, 0, std::numeric_limits<std::uint32_t>::max());
+           },
+           "Refuse whole numbers greater than N, without a host for names")
+        ->type_name("N")
+        ->excludes(set, silent);
+    app.footer("Failures are told on standard error. Exit status: 0 all computed, 1 an expression failed, 2 usage.");
+
+    SortedArguments arguments = sortArguments(app, {argv + 1, argv + argc});
+    std::ranges::reverse(arguments.options);  // the order in which the parser takes them
+    try
+    {
+        app.parse(arguments.options);
+    }
+    catch (const CLI::Success& request)
+    {
+        return ExitStatus{app.exit(request)};
+    }
+    catch (const CLI::ParseError& error)
+    {
+        return usageError(error.what());
+    }
+    options.expressions = std::move(arguments.expressions);
+    return options;
+}

@@ -1,0 +1,43 @@
+// Options.h - what the command line asks for.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+struct Options
+{
+    /// A name that the host answers, and the expression that gives its value; both UTF-8.
+    struct HostName
+    {
+        std::string name;
+        std::string expression;
+    };
+
+    std::vector<std::string> expressions;  ///< UTF-8, in order; none: they come from standard input.
+    std::vector<HostName> hostNames;
+    std::uint32_t repeat = 1;                 ///< How often each program is evaluated.
+    std::optional<std::uint32_t> maxInteger;  ///< The limit of one-shot calculation; absent: expression objects.
+    bool json = false;
+    bool silent = false;
+    bool fresh = false;  ///< A new expression object for every expression.
+};
+
+/// The program has done what was asked (help, version) or has complained, and is to end with this status.
+struct ExitStatus
+{
+    int status;
+};
+
+/// Exit statuses of the program.
+inline constexpr int statusOk = 0;
+inline constexpr int statusFailure = 1;
+inline constexpr int statusUsage = 2;
+
+/// Reads the command line. Help and version go to standard output, complaints with a usage line to standard error.
+std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv);
+
+/// Complains about an option: what is wrong and a usage line, on standard error.
+ExitStatus usageError(const std::string& what);

@@ -1,0 +1,4 @@
+// Terminal.h - whether a user sits at the other end.
+#pragma once
+
+bool standardInputIsTerminal();

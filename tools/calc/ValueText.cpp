@@ -1,0 +1,29 @@
+// ValueText.cpp - numbers and points as text.
+
+#include "tools/calc/ValueText.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+
+std::string numberText(double number)
+{
+    if (std::isnan(number))
+    {
+        return "nan";  // whatever its sign, which says nothing to a reader
+    }
+    std::array<char, 32> buffer;
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;
+    return {buffer.data(), end};
+}
+
+std::string valueText(const VALTYPE& value)
+{
+    if (value.type == 0)
+    {
+        return numberText(value.x);
+    }
+    std::string text = "[";
+    text += numberText(value.x) + ',' + numberText(value.y) + ',' + numberText(value.z) + ']';
+    return text;
+}

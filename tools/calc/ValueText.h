@@ -1,0 +1,12 @@
+// ValueText.h - how a value is written for people.
+#pragma once
+
+#include "mathexpr/ValType.h"
+
+#include <string>
+
+/// The shortest text that reads back to the same double, in any locale; "-0", "nan", "inf" and "-inf" where they apply.
+std::string numberText(double number);
+
+/// A number as such, a point as [x,y,z].
+std::string valueText(const VALTYPE& value);

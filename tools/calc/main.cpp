@@ -1,0 +1,136 @@
+// main.cpp - mathexpr, the command-line calculator: computes the expressions of its command line or of standard input.
+
+#include "tools/calc/Calculator.h"
+#include "tools/calc/JsonReport.h"
+#include "tools/calc/Options.h"
+#include "tools/calc/PlainReport.h"
+#include "tools/calc/Terminal.h"
+
+#include <algorithm>
+#include <exception>
+#include <iostream>
+#include <string>
+#include <string_view>
+
+namespace {
+
+/// Computes expressions and reports each answer at once.
+class Session
+{
+public:
+    explicit Session(const Options& givenOptions, Calculator& givenCalculator)
+        : calculator(givenCalculator), report(givenOptions.json ? reportJson : reportPlain)
+    {}
+
+    /// @param origin  where the expression stands, for a complaint about the text itself
+    void compute(std::string_view expression, const std::string& origin)
+    {
+        const Answer answer = calculator.compute(expression);
+        report(answer);
+        if (answer.failed)
+        {
+            failed = true;
+        }
+        if (!answer.trouble.empty())
+        {
+            std::cerr << "mathexpr: " << origin << ": " << answer.trouble << '\n';
+        }
+    }
+
+    bool hasFailed() const { return failed; }
+
+private:
+    Calculator& calculator;
+    void (*report)(const Answer&);
+    bool failed = false;
+};
+
+bool isBlank(std::string_view line)
+{
+    return line.find_first_not_of(" \t\r\f\v") == std::string_view::npos;
+}
+
+void computeLines(Session& session)
+{
+    // The prompt goes to standard error, as a shell's does, so that standard output holds the answers alone.
+    const bool prompting = standardInputIsTerminal();
+    const auto readLine = [prompting](std::string& line) {
+        if (prompting)
+        {
+            std::cerr << "> " << std::flush;
+        }
+        return static_cast<bool>(std::getline(std::cin, line));
+    };
+    std::string line;
+    std::size_t number = 0;
+    while (readLine(line))
+    {
+        ++number;
+        std::string_view expression = line;
+        if (number == 1 && expression.starts_with("\xEF\xBB\xBF"))
+        {
+            expression.remove_prefix(3);  // a byte order mark, as some editors write it
+        }
+        if (expression.ends_with('\r'))
+        {
+            expression.remove_suffix(1);
+        }
+        if (!isBlank(expression))
+        {
+            session.compute(expression, "line " + std::to_string(number));
+        }
+    }
+    if (prompting)
+    {
+        std::cerr << '\n';
+    }
+}
+
+int run(const Options& options)
+{
+    Calculator calculator(options);
+    for (const Options::HostName& hostName : options.hostNames)
+    {
+        const std::string trouble = calculator.defineHostName(hostName);
+        if (!trouble.empty())
+        {
+            return usageError("--set " + hostName.name + ": " + trouble).status;
+        }
+    }
+    Session session(options, calculator);
+    if (options.expressions.empty())
+    {
+        computeLines(session);
+    }
+    for (std::size_t i = 0; i < options.expressions.size(); ++i)
+    {
+        session.compute(options.expressions[i], "expression " + std::to_string(i + 1));
+    }
+    if (!std::cout.flush())
+    {
+        std::cerr << "mathexpr: standard output cannot be written\n";
+        return statusFailure;
+    }
+    return session.hasFailed() ? statusFailure : statusOk;
+}
+
+}
+
+int main(int argc, char** argv)
+{
+    std::ios::sync_with_stdio(false);
+    try
+    {
+        const auto options = readOptions(argc, argv);
+        if (const auto* exit = std::get_if<ExitStatus>(&options))
+        {
+            return exit->status;
+        }
+        return run(std::get<Options>(options));
+    }
+    catch (const std::exception& failure)
+    {
+        std::cerr << "mathexpr: " << failure.what() << '\n';
+        return statusFailure;
+    }
+}
