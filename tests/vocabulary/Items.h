@@ -1,0 +1,82 @@
+// Items.h - how the tests call an item, and what they expect of the record that it fills.
+//
+// An item writes the fields that it means to set and no others. So every call gets a result record in which each byte
+// holds something, and the whole record is compared: an expectation is that record with the named fields changed.
+#pragma once
+
+#include "MTParserLib/MTParserDefFuncs.h"
+#include "MTParserLib/MTParserRegistrar.h"
+#include "mathexpr/IMathExprItemEvaluator.h"
+#include "mathexpr/ValType.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cstdint>
+#include <iosfwd>
+#include <limits>
+#include <string>
+#include <vector>
+
+inline constexpr double infinity = std::numeric_limits<double>::infinity();
+inline constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+/// The value, out of the compiler's sight: it cannot compute with it before the program runs.
+double opaque(double value);
+
+inline std::uint64_t bitsOf(double value)
+{
+    return std::bit_cast<std::uint64_t>(value);
+}
+
+VALTYPE number(double x);
+VALTYPE point(double x, double y, double z);
+/// A number with the second flag, as a conversion yields it.
+VALTYPE converted(double x);
+
+/// A record that a call has left behind: no byte is zero, and type is neither number nor point.
+VALTYPE stale();
+
+// What an item leaves of a stale record.
+VALTYPE withX(double x);
+VALTYPE withNumber(double x);
+VALTYPE withConverted(double x);
+VALTYPE withPoint(double x, double y, double z);
+
+/// Byte by byte, except that a NaN coordinate equals any NaN.
+bool sameRecord(const VALTYPE& left, const VALTYPE& right);
+
+void PrintTo(const VALTYPE& value, std::ostream* out);
+
+/// Whether the item accepts the arguments, shows nothing and leaves the expected record, with and without messages.
+testing::AssertionResult yields(const IMathExprItemEvaluator& item, const std::vector<VALTYPE>& args,
+                                const VALTYPE& expected, const VALTYPE& onEntry = stale());
+
+/// Whether the item refuses the arguments, with exactly that message or without one, and leaves the record alone.
+testing::AssertionResult refuses(const IMathExprItemEvaluator& item, const std::vector<VALTYPE>& args,
+                                 std::uint32_t message);
+
+/// Whether the item raises the exception for a point in place of a number, with all its fields, with and without
+/// messages.
+testing::AssertionResult raises(const IMathExprItemEvaluator& item, const std::vector<VALTYPE>& args,
+                                std::uint32_t line);
+
+/// The line of the exception that the item raises for these arguments; 0 when it raises none.
+std::uint32_t raisedLine(const IMathExprItemEvaluator& item, const std::vector<VALTYPE>& args);
+
+/// The vocabulary as a registrar holds it.
+class RegisteredVocabulary
+{
+public:
+    RegisteredVocabulary() { registerVocabulary(registrar); }
+
+    const MTParserRegistrar& get() const { return registrar; }
+    const IMathOperator& getOperator(const VocabularyEntry& entry) const;
+    const IMathFunction& getFunction(const std::wstring& symbol, std::uint32_t nbArgs) const;
+
+private:
+    MTParserRegistrar registrar;
+};
+
+/// For messages of the tests; the texts of the vocabulary are ASCII.
+std::string narrow(const std::wstring& text);
