@@ -1,0 +1,119 @@
+// AllocationTests.cpp - evaluating allocates nothing, except for a new variable.
+//
+// The global operator new is this program's, for the shared library too, and counts its calls.
+#include "mathexpr/MathExpression.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "tests/language/MessageRecorder.h"
+#include "tests/unit/Hosts.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::size_t nbAllocations = 0;
+
+}
+
+void* operator new(std::size_t size)
+{
+    ++nbAllocations;
+    if (void* const memory = std::malloc(size == 0 ? 1 : size))
+    {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace {
+
+/// How many allocations an evaluation makes.
+std::size_t allocationsOf(MathExpression& expression, bool succeeds = true)
+{
+    VALTYPE value;
+    const std::size_t before = nbAllocations;
+    const bool ok = expression.evaluate(value);
+    const std::size_t made = nbAllocations - before;
+    EXPECT_EQ(ok, succeeds);
+    return made;
+}
+
+class Allocation : public testing::Test
+{
+protected:
+    const AnsweringHost host{{{L"x", number(2.5)},
+                              {L"zero", number(0.0)},
+                              {L"p", point(1.0, 2.0, 3.0)},
+                              {L"q", point(4.0, 5.0, 6.0)},
+                              {L"r", point(0.0, 2.0, 0.0)},
+                              {L"s", point(2.0, 0.0, 0.0)}}};
+    MathExpression expression{true, &host};
+};
+
+TEST_F(Allocation, IsSeenWhereItHappens)
+{
+    const std::size_t before = nbAllocations;
+    ASSERT_TRUE(expression.setExpression(L"x+sqr(zero)"));
+    EXPECT_GT(nbAllocations, before);
+}
+
+TEST_F(Allocation, IsMadeByNoEvaluation)
+{
+    const wchar_t* const texts[] = {
+        L"2*3",
+        L"x",
+        L"p",
+        L"x*2+3^x-7%x",
+        L"x>1&x<3|!x",
+        L"sin(x)+sqrt(x)+pow(x,2)+fact(x)+round(x)",
+        L"min(x,1,2,3,4,5)+max(x)+avg(x,x,x)+sum(x,2)",
+        L"rand(0,x)",
+        L"[x,x+1,2]*2+p",
+        L"p*q+dist(p,q)",
+        L"p&q",
+        L"nor(p,q)+vec(p,q)+vec1(p,q)",
+        L"ill(p,q,r,s)",
+        L"(x+1,x)",
+    };
+    for (const wchar_t* const text : texts)
+    {
+        ASSERT_TRUE(expression.setExpression(text));
+        for (int i = 0; i < 3; ++i)
+        {
+            EXPECT_EQ(allocationsOf(expression), 0u) << testing::PrintToString(std::wstring(text));
+        }
+    }
+}
+
+TEST_F(Allocation, IsMadeByNoRefusal)
+{
+    for (const wchar_t* const text : {L"x/zero", L"p+x", L"sqrt(zero)", L"dist(p,x)"})
+    {
+        ASSERT_TRUE(expression.setExpression(text));
+        EXPECT_EQ(allocationsOf(expression, false), 0u) << testing::PrintToString(std::wstring(text));
+    }
+}
+
+TEST_F(Allocation, IsMadeForANewVariableOnly)
+{
+    ASSERT_TRUE(expression.setExpression(L"aNameTooLongForAStringToKeepInItself=x+1"));
+    EXPECT_GT(allocationsOf(expression), 0u);
+    EXPECT_EQ(allocationsOf(expression), 0u);
+    ASSERT_TRUE(expression.setExpression(L"aNameTooLongForAStringToKeepInItself=p*x"));
+    EXPECT_EQ(allocationsOf(expression), 0u);
+    EXPECT_EQ(allocationsOf(expression), 0u);
+}
+
+}

@@ -1,0 +1,292 @@
+// HostServiceTests.cpp - what the library does with a host that answers, refuses, throws, or calls back.
+#include "mathexpr/CMathExpr.h"
+#include "mathexpr/MathExpression.h"
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "tests/language/MessageRecorder.h"
+#include "tests/unit/Hosts.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Ids = std::vector<std::uint32_t>;
+
+struct HostFailure
+{
+    int code;
+};
+
+constexpr VALTYPE untouched{7, 7, 7, 7, 7.0, 7.0, 7.0};
+
+bool isUntouched(const VALTYPE& value)
+{
+    return std::memcmp(&value, &untouched, sizeof(VALTYPE)) == 0;
+}
+
+double valueOf(MathExpression& expression, const wchar_t* text)
+{
+    VALTYPE value = untouched;
+    EXPECT_TRUE(expression.setExpression(text));
+    EXPECT_TRUE(expression.evaluate(value));
+    return value.x;
+}
+
+TEST(HostService, IsAskedWithTheNameAsWrittenAndAFreshValue)
+{
+    CallingHost host;
+    std::wstring asked;
+    host.lookup = [&](const wchar_t* name, VALTYPE& value) {
+        asked = name;
+        const VALTYPE zero{};
+        EXPECT_EQ(std::memcmp(&value, &zero, sizeof(VALTYPE)), 0);
+        value = point(1.0, 2.0, 3.0);
+        return true;
+    };
+    MathExpression expression(true, &host);
+    VALTYPE value;
+    ASSERT_TRUE(expression.setExpression(L"2*aName"));
+    EXPECT_EQ(asked, L"aName");
+    ASSERT_TRUE(expression.evaluate(value));
+    EXPECT_EQ(value.type, 1);
+    EXPECT_EQ(value.x, 2.0);
+    EXPECT_EQ(value.y, 4.0);
+    EXPECT_EQ(value.z, 6.0);
+}
+
+TEST(HostService, IsAskedOnceForANameThatItKnows)
+{
+    CallingHost host;
+    int nbAsked = 0;
+    host.lookup = [&](const wchar_t*, VALTYPE& value) {
+        value = number(++nbAsked);
+        return true;
+    };
+    MathExpression expression(true, &host);
+    EXPECT_EQ(valueOf(expression, L"x"), 1.0);
+    EXPECT_EQ(valueOf(expression, L"x+X"), 2.0);
+    EXPECT_EQ(nbAsked, 1);
+    // Another object asks for itself.
+    MathExpression other(true, &host);
+    EXPECT_EQ(valueOf(other, L"x"), 2.0);
+}
+
+TEST(HostService, ThatAnswersWithoutWritingYieldsZero)
+{
+    CallingHost host;
+    host.lookup = [](const wchar_t*, VALTYPE&) { return true; };
+    MathExpression expression(true, &host);
+    VALTYPE value = untouched;
+    ASSERT_TRUE(expression.setExpression(L"name"));
+    ASSERT_TRUE(expression.evaluate(value));
+    const VALTYPE zero{};
+    EXPECT_EQ(std::memcmp(&value, &zero, sizeof(VALTYPE)), 0);
+}
+
+TEST(HostService, ThatWritesAndRefusesHasRefused)
+{
+    CallingHost host;
+    int nbAsked = 0;
+    host.lookup = [&](const wchar_t*, VALTYPE& value) {
+        ++nbAsked;
+        value = number(5.0);
+        return false;
+    };
+    MathExpression expression(true, &host);
+    EXPECT_THROW(expression.setExpression(L"name"), ParsingException);
+    EXPECT_THROW(expression.setExpression(L"name"), ParsingException);
+    EXPECT_EQ(nbAsked, 2);
+}
+
+TEST(HostService, MayThrow)
+{
+    MessageRecorder recorder;
+    for (const bool silent : {false, true})
+    {
+        CallingHost host;
+        host.lookup = [](const wchar_t* name, VALTYPE& value) -> bool {
+            if (std::wstring(name) == L"bad")
+            {
+                throw HostFailure{42};
+            }
+            value = number(3.0);
+            return true;
+        };
+        MathExpression expression(silent, &host);
+        EXPECT_EQ(valueOf(expression, L"good"), 3.0);
+        try
+        {
+            expression.setExpression(L"a=[1,2,3]+min(good,(2*bad");
+            FAIL() << "the host's exception was swallowed";
+        }
+        catch (const HostFailure& failure)
+        {
+            EXPECT_EQ(failure.code, 42);
+        }
+        // Nothing is left to evaluate, and the object goes on.
+        VALTYPE value = untouched;
+        EXPECT_FALSE(expression.evaluate(value));
+        EXPECT_TRUE(isUntouched(value));
+        EXPECT_EQ(valueOf(expression, L"good*2"), 6.0);
+        EXPECT_EQ(recorder.take(), Ids{});
+    }
+}
+
+TEST(HostService, MayAnswerANameThatCannotBeAVariable)
+{
+    MessageRecorder recorder;
+    const AnsweringHost host({{L"..", number(1.0)}, {L"a.b", number(1.0)}});
+    for (const wchar_t* const text : {L"..", L"1+a.b"})
+    {
+        MathExpression silent(true, &host);
+        EXPECT_THROW(silent.setExpression(text), DefinitionException);
+        EXPECT_EQ(recorder.take(), Ids{});
+        EXPECT_EQ(valueOf(silent, L"2+3"), 5.0);
+
+        MathExpression loud(false, &host);
+        EXPECT_FALSE(loud.setExpression(text));
+        EXPECT_EQ(recorder.take(), Ids{3});
+        EXPECT_EQ(valueOf(loud, L"2+3"), 5.0);
+    }
+}
+
+TEST(HostService, CannotReachTheObjectThatAsksIt)
+{
+    MessageRecorder recorder;
+    for (const bool silent : {false, true})
+    {
+        CallingHost host;
+        MathExpression* asking = nullptr;
+        host.lookup = [&](const wchar_t*, VALTYPE& value) {
+            VALTYPE result = untouched;
+            EXPECT_FALSE(asking->setExpression(L"1+1"));
+            EXPECT_FALSE(asking->setExpression(L"1+"));
+            EXPECT_FALSE(asking->setExpression(L"other"));
+            EXPECT_FALSE(asking->evaluate(result));
+            EXPECT_TRUE(isUntouched(result));
+            EXPECT_EQ(recorder.take(), Ids{});
+            value = number(5.0);
+            return true;
+        };
+        MathExpression expression(silent, &host);
+        asking = &expression;
+        EXPECT_EQ(valueOf(expression, L"2*name+sqr(name)+other"), 40.0);
+    }
+}
+
+TEST(HostService, MayUseAnotherObject)
+{
+    const AnsweringHost inner({{L"y", number(4.0)}});
+    CallingHost host;
+    MathExpression other(true, &inner);
+    host.lookup = [&](const wchar_t* name, VALTYPE& value) {
+        return std::wstring(name) == L"x" && other.setExpression(L"y+1") && other.evaluate(value);
+    };
+    MathExpression expression(true, &host);
+    EXPECT_EQ(valueOf(expression, L"x*2"), 10.0);
+}
+
+/// A message display that calls a function of the test's.
+class CallingDisplay
+{
+public:
+    explicit CallingDisplay(std::function<void(std::uint32_t)> show)
+        : shown(std::move(show)), previous(setMessageDisplay({&call, this}))
+    {}
+    ~CallingDisplay() { setMessageDisplay(previous); }
+    CallingDisplay(const CallingDisplay&) = delete;
+    CallingDisplay& operator=(const CallingDisplay&) = delete;
+
+private:
+    static void call(void* context, std::uint32_t id, const wchar_t*)
+    {
+        static_cast<CallingDisplay*>(context)->shown(id);
+    }
+
+    std::function<void(std::uint32_t)> shown;
+    MessageDisplay previous;
+};
+
+TEST(MessageDisplayFunction, CannotReachTheObjectThatFailed)
+{
+    const AnsweringHost host({{L"zero", number(0.0)}});
+    MathExpression expression(false, &host);
+    Ids shown;
+    const CallingDisplay display([&](std::uint32_t id) {
+        shown.push_back(id);
+        VALTYPE result = untouched;
+        EXPECT_FALSE(expression.setExpression(L"1+1"));
+        EXPECT_FALSE(expression.setExpression(L"1+"));
+        EXPECT_FALSE(expression.evaluate(result));
+        EXPECT_TRUE(isUntouched(result));
+    });
+    VALTYPE value = untouched;
+    EXPECT_FALSE(expression.setExpression(L"1+"));
+    EXPECT_FALSE(expression.setExpression(L"1/0"));
+    EXPECT_FALSE(expression.setExpression(L"2147483648"));
+    EXPECT_TRUE(expression.setExpression(L"1/zero"));
+    EXPECT_FALSE(expression.evaluate(value));
+    EXPECT_TRUE(expression.setExpression(L"pi=3"));
+    EXPECT_FALSE(expression.evaluate(value));
+    expression.dropAssignment();
+    EXPECT_EQ(shown, (Ids{3, 10, 19, 10, 3}));
+    EXPECT_EQ(valueOf(expression, L"2+3"), 5.0);
+}
+
+TEST(MessageDisplayFunction, CannotReachTheCalculatorThatFailed)
+{
+    CMathExpr calculator;
+    int nbShown = 0;
+    const CallingDisplay display([&](std::uint32_t) {
+        ++nbShown;
+        VALTYPE result = untouched;
+        EXPECT_FALSE(calculator.Calculate(L"1+1", result, 0));
+        EXPECT_TRUE(isUntouched(result));
+    });
+    VALTYPE value = untouched;
+    EXPECT_FALSE(calculator.Calculate(L"1+", value, 10));
+    EXPECT_FALSE(calculator.Calculate(L"11", value, 10));
+    EXPECT_EQ(nbShown, 2);
+    EXPECT_TRUE(calculator.Calculate(L"5+5", value, 10));
+    EXPECT_EQ(value.x, 10.0);
+}
+
+TEST(MessageDisplayFunction, MayThrow)
+{
+    const AnsweringHost host({{L"zero", number(0.0)}});
+    MathExpression expression(false, &host);
+    {
+        const CallingDisplay display([](std::uint32_t id) { throw HostFailure{static_cast<int>(id)}; });
+        VALTYPE value = untouched;
+        for (const wchar_t* const text : {L"1+", L"1/0", L"unknown", L"2147483648"})
+        {
+            EXPECT_THROW(expression.setExpression(text), HostFailure);
+            EXPECT_FALSE(expression.evaluate(value));
+        }
+        ASSERT_TRUE(expression.setExpression(L"1/zero"));
+        EXPECT_THROW(expression.evaluate(value), HostFailure);
+        EXPECT_THROW(expression.evaluate(value), HostFailure);
+        EXPECT_TRUE(isUntouched(value));
+    }
+    EXPECT_EQ(valueOf(expression, L"2+3"), 5.0);
+}
+
+TEST(MessageDisplayFunction, IsPutInPlaceAndGivenBack)
+{
+    MessageRecorder outer;
+    {
+        MessageRecorder inner;
+        MathExpression expression(false, nullptr);
+        EXPECT_FALSE(expression.setExpression(L"1+"));
+        EXPECT_EQ(inner.take(), Ids{3});
+    }
+    MathExpression expression(false, nullptr);
+    EXPECT_FALSE(expression.setExpression(L"(1"));
+    EXPECT_EQ(outer.take(), Ids{2});
+}
+
+}

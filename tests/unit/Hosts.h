@@ -1,0 +1,51 @@
+// Hosts.h - host services for tests.
+#pragma once
+
+#include "mathexpr/IMathExprService.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+
+/// Knows the names of a list.
+class AnsweringHost final : public IMathExprService
+{
+public:
+    explicit AnsweringHost(std::map<std::wstring, VALTYPE> values) : known(std::move(values)) {}
+
+    bool lookupValue(const wchar_t* name, VALTYPE& value) const override
+    {
+        const auto found = known.find(name);
+        if (found == known.end())
+        {
+            return false;
+        }
+        value = found->second;
+        return true;
+    }
+
+private:
+    std::map<std::wstring, VALTYPE> known;
+};
+
+/// Does whatever a test has in mind.
+class CallingHost final : public IMathExprService
+{
+public:
+    std::function<bool(const wchar_t* name, VALTYPE& value)> lookup;
+
+    bool lookupValue(const wchar_t* name, VALTYPE& value) const override { return lookup(name, value); }
+};
+
+inline VALTYPE number(double x)
+{
+    VALTYPE value;
+    value.x = x;
+    return value;
+}
+
+inline VALTYPE point(double x, double y, double z)
+{
+    return VALTYPE{1, 0, 0, 0, x, y, z};
+}

@@ -1,0 +1,156 @@
+// SyntaxTests.cpp - the compiler with other characters, operators and functions than an expression object has.
+//
+// The texts are constant, so that what compiling leaves behind is their value.
+#include "MTParserLib/MTParserCompiler.h"
+#include "MTParserLib/MTParserRegistrar.h"
+#include "tests/unit/EngineItems.h"
+#include "tests/unit/ShownMessages.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace {
+
+using Ids = std::vector<std::uint32_t>;
+
+class Syntax : public testing::Test
+{
+protected:
+    Syntax()
+    {
+        registrar.setVariableFactory(&factory);
+        registrar.defineOperator(new TestOperator(L"+"), true);
+        registrar.defineOperator(new TestOperator(L"-", true, 4), true);
+        registrar.defineOperator(new TestOperator(L"plus", false, 1), true);
+        registrar.defineFunction(new TestFunction(L"count", NB_ARGS_UNDEFINED), true);
+        registrar.defineFunction(new TestFunction(L"one", 1), true);
+    }
+
+    /// The value of a constant text; nothing where it does not compile.
+    std::optional<double> valueOf(const wchar_t* text)
+    {
+        if (!compiler.compile(text, assignTarget))
+        {
+            EXPECT_FALSE(compiler.getProgram().isComplete());
+            return std::nullopt;
+        }
+        EXPECT_TRUE(compiler.getProgram().isComplete());
+        return compiler.getProgram().rootValue().x;
+    }
+
+    TestFactory factory;
+    MTParserRegistrar registrar;
+    MTParserCompiler compiler{registrar, true, nullptr};
+    std::wstring assignTarget;
+};
+
+TEST_F(Syntax, TakesAnotherDecimalPointAndSeparator)
+{
+    registrar.setSyntax({L',', L';', L'[', L']'});
+    EXPECT_EQ(valueOf(L"1,5+2"), 3.5);
+    EXPECT_EQ(valueOf(L",5"), 0.5);
+    EXPECT_EQ(valueOf(L"count(1,5;2;3)"), 3.0);
+    EXPECT_EQ(valueOf(L"count(1,5)"), 1.0);
+    EXPECT_EQ(takeShownMessages(), Ids{});
+    // With a decimal point a literal is not an integer, whatever its value.
+    EXPECT_EQ(valueOf(L"2147483648,0"), 2147483648.0);
+    EXPECT_EQ(valueOf(L"2147483648"), std::nullopt);
+    EXPECT_EQ(valueOf(L"1.5"), std::nullopt);
+    EXPECT_EQ(takeShownMessages(), (Ids{19, 1}));
+}
+
+TEST_F(Syntax, TakesOperatorsThatAreWords)
+{
+    registrar.setSyntax({L'.', L',', L'[', L']'});
+    EXPECT_EQ(valueOf(L"2plus3"), 5.0);
+    EXPECT_EQ(valueOf(L"2plus-3"), -1.0);
+    EXPECT_EQ(valueOf(L"2plus"), std::nullopt);
+    EXPECT_EQ(takeShownMessages(), Ids{3});
+}
+
+TEST_F(Syntax, PutsThePositionOfAnOperatorThatEndsTheTextOnItsLastCharacter)
+{
+    registrar.setSyntax({L'.', L',', L'[', L']'});
+    MTParserCompiler silent(registrar, false, nullptr);
+    try
+    {
+        silent.compile(L"2plus", assignTarget);
+        FAIL() << "nothing was raised";
+    }
+    catch (const ParsingException& exception)
+    {
+        EXPECT_EQ(exception.entries.front().data.exID, ParsingError::OperandMissing);
+        EXPECT_EQ(exception.entries.front().data.pos, 4u);
+    }
+    EXPECT_EQ(takeShownMessages(), Ids{});
+}
+
+TEST_F(Syntax, HandsAFunctionTheArgumentsThatWereWritten)
+{
+    registrar.setSyntax({L'.', L',', L'[', L']'});
+    EXPECT_EQ(valueOf(L"count(1)"), 1.0);
+    EXPECT_EQ(valueOf(L"count(1,2,3,4)"), 4.0);
+    EXPECT_EQ(valueOf(L"count(count(1,2),one(3),(4+5))"), 3.0);
+    EXPECT_EQ(valueOf(L"one(count(1,2,3))+count(1,2)"), 3.0);
+}
+
+TEST_F(Syntax, MakesUnknownNamesVariablesOnlyWhereThatIsSwitchedOn)
+{
+    registrar.setSyntax({L'.', L',', L'[', L']'});
+    EXPECT_EQ(valueOf(L"unknown+1"), std::nullopt);
+    EXPECT_EQ(takeShownMessages(), Ids{1});
+    EXPECT_EQ(registrar.findVariable(L"unknown"), nullptr);
+
+    compiler.setAutomaticVariables(true);
+    EXPECT_TRUE(compiler.compile(L"unknown+1", assignTarget));
+    ASSERT_NE(registrar.findVariable(L"UNKNOWN"), nullptr);
+    EXPECT_EQ(registrar.getVariableValuePtr(L"unknown")->x, 0.0);
+
+    compiler.setAutomaticVariables(false);
+    EXPECT_TRUE(compiler.compile(L"unknown+1", assignTarget));
+    EXPECT_FALSE(compiler.compile(L"another+1", assignTarget));
+    EXPECT_EQ(takeShownMessages(), Ids{1});
+}
+
+TEST_F(Syntax, ReportsAFactoryThatMakesNothing)
+{
+    registrar.setSyntax({L'.', L',', L'[', L']'});
+    TestFactory none(false);
+    registrar.setVariableFactory(&none);
+    compiler.setAutomaticVariables(true);
+    EXPECT_EQ(valueOf(L"unknown"), std::nullopt);
+    EXPECT_EQ(takeShownMessages(), Ids{3});
+
+    MTParserCompiler silent(registrar, false, nullptr);
+    silent.setAutomaticVariables(true);
+    try
+    {
+        silent.compile(L"unknown", assignTarget);
+        FAIL() << "nothing was raised";
+    }
+    catch (const DefinitionException& exception)
+    {
+        ASSERT_EQ(exception.entries.size(), 3u);
+        EXPECT_EQ(exception.entries.front().file, L"MTParserLib/MTParserCompiler");
+        EXPECT_EQ(exception.entries.front().data.exID, DefinitionError::VariableNameEmpty);
+        EXPECT_EQ(exception.entries.front().data.itemName, L"unknown");
+    }
+}
+
+TEST_F(Syntax, StoresTheNameAssignedTo)
+{
+    registrar.setSyntax({L'.', L',', L'[', L']'});
+    EXPECT_EQ(valueOf(L"a=2+3"), 5.0);
+    EXPECT_EQ(assignTarget, L"a");
+    // Another text leaves the name alone, unless it has a name of its own.
+    EXPECT_EQ(valueOf(L"2+3"), 5.0);
+    EXPECT_EQ(assignTarget, L"a");
+    EXPECT_EQ(valueOf(L"b=c=2+"), std::nullopt);
+    EXPECT_EQ(assignTarget, L"c");
+    EXPECT_EQ(valueOf(L"=5"), 5.0);
+    EXPECT_EQ(assignTarget, L"");
+    EXPECT_EQ(takeShownMessages(), Ids{3});
+}
+
+}
