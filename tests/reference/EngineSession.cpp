@@ -1,0 +1,114 @@
+// EngineSession.cpp - calls the library and writes down what a host notices.
+#include "EngineSession.h"
+
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "tests/language/VariableAccess.h"
+
+namespace reference {
+namespace {
+
+/// What a host's service throws is told apart from the library's own exceptions by this wrapper.
+struct ThrownByHost
+{};
+
+template <class Call>
+Outcome observed(MessageRecorder& recorder, Call call)
+{
+    Outcome outcome;
+    recorder.take();
+    try
+    {
+        outcome.returned = call();
+    }
+    catch (const ParsingException& exception)
+    {
+        const SMTParsingExcepData& data = exception.entries.front().data;
+        outcome.raised = Raised{Raised::Kind::Parsing, data.exID, data.pos, data.itemName, data.nbArgs, {}};
+    }
+    catch (const DefinitionException& exception)
+    {
+        const SMTDefExcepData& data = exception.entries.front().data;
+        outcome.raised = Raised{Raised::Kind::Definition, data.exID, 0, data.itemName, 0, data.conflictItemName};
+    }
+    catch (const ThrownByHost&)
+    {
+        outcome.raised = Raised{Raised::Kind::Host, 0, 0, {}, 0, {}};
+    }
+    outcome.messages = recorder.take();
+    return outcome;
+}
+}
+
+EngineSession::EngineSession(bool silent, Host host)
+    : service(std::move(host)), expression(silent, service.host ? &service : nullptr)
+{}
+
+bool EngineSession::Service::lookupValue(const wchar_t* name, VALTYPE& value) const
+{
+    asked.emplace_back(name);
+    try
+    {
+        return host(name, value);
+    }
+    catch (...)
+    {
+        throw ThrownByHost();
+    }
+}
+
+Outcome EngineSession::setExpression(const std::wstring& text)
+{
+    service.asked.clear();
+    Outcome outcome = observed(recorder, [&] { return expression.setExpression(text.c_str()); });
+    outcome.asked = service.asked;
+    return outcome;
+}
+
+Outcome EngineSession::evaluate(const VALTYPE& result)
+{
+    VALTYPE value = result;
+    service.asked.clear();
+    Outcome outcome = observed(recorder, [&] { return expression.evaluate(value); });
+    outcome.value = value;
+    outcome.asked = service.asked;
+    return outcome;
+}
+
+void EngineSession::dropAssignment()
+{
+    expression.dropAssignment();
+}
+
+bool EngineSession::changeVariable(const std::wstring& name, const VALTYPE& value)
+{
+    try
+    {
+        setVariable(expression, name, value);
+        return true;
+    }
+    catch (const DefinitionException&)
+    {
+        return false;
+    }
+}
+
+Outcome evaluateItem(const IMathExprItemEvaluator& item, const std::vector<VALTYPE>& args, const VALTYPE& result,
+                     bool showMessages)
+{
+    MessageRecorder recorder;
+    VALTYPE value = result;
+    const auto nbArgs = static_cast<std::uint32_t>(args.size());
+    Outcome outcome = observed(recorder, [&] { return item.evaluate(nbArgs, args.data(), value, showMessages); });
+    outcome.value = value;
+    return outcome;
+}
+
+Outcome EngineCalculator::calculate(const std::wstring& text, const VALTYPE& result, std::uint32_t limit)
+{
+    VALTYPE value = result;
+    Outcome outcome = observed(recorder, [&] { return calculator.Calculate(text.c_str(), value, limit); });
+    outcome.value = value;
+    return outcome;
+}
+}

@@ -1,0 +1,54 @@
+// EngineSession.h - the library behind the calls of the reference's Session, so that one script can be played on both.
+#pragma once
+
+#include "ReferenceEvaluator.h"
+
+#include "mathexpr/CMathExpr.h"
+#include "mathexpr/MathExpression.h"
+#include "tests/language/MessageRecorder.h"
+
+namespace reference {
+
+/// A MathExpression. Only one engine session or calculator may be in use at a time: each records the messages of the
+/// whole process.
+class EngineSession
+{
+public:
+    explicit EngineSession(bool silent, Host host = {});
+
+    Outcome setExpression(const std::wstring& text);
+    Outcome evaluate(const VALTYPE& result);
+    void dropAssignment();
+    bool changeVariable(const std::wstring& name, const VALTYPE& value);
+
+private:
+    class Service final : public IMathExprService
+    {
+    public:
+        explicit Service(Host answers) : host(std::move(answers)) {}
+        bool lookupValue(const wchar_t* name, VALTYPE& value) const override;
+
+        Host host;
+        mutable std::vector<std::wstring> asked;
+    };
+
+    Service service;
+    MessageRecorder recorder;
+    MathExpression expression;
+};
+
+/// An item called as an evaluator would; the outcome's value is the result record afterwards, whatever was answered.
+Outcome evaluateItem(const IMathExprItemEvaluator& item, const std::vector<VALTYPE>& args, const VALTYPE& result,
+                     bool showMessages);
+
+/// A CMathExpr.
+class EngineCalculator
+{
+public:
+    Outcome calculate(const std::wstring& text, const VALTYPE& result, std::uint32_t limit);
+
+private:
+    MessageRecorder recorder;
+    CMathExpr calculator;
+};
+}

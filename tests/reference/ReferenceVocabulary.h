@@ -1,0 +1,48 @@
+// ReferenceVocabulary.h - what the names and symbols of the expression language mean to the reference.
+//
+// Operators, functions and conversions are listed in the sources beside this header, one family each; the look-ups walk
+// the lists from front to back.
+#pragma once
+
+#include "ReferenceProgram.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace reference {
+
+/// The 16 operators, longest symbol first.
+const std::vector<Item>& operators();
+
+/// All functions; overloads share a symbol.
+const std::vector<Item>& functions();
+
+/// The operator symbol that starts at a place of the text: the longest one. Empty when there is none.
+std::wstring operatorSymbolAt(const std::wstring& text, std::size_t index);
+
+const Item* findOperator(const std::wstring& symbol, bool unary);
+
+bool isFunction(const std::wstring& name);
+
+/// An exact count wins; a function of any number of arguments needs at least one, but for point.
+const Item* findOverload(const std::wstring& name, std::uint32_t nbArgs);
+
+/// pi, PI, e or E.
+std::optional<double> findConstant(const std::wstring& name);
+
+/// Digits with at most one decimal point.
+bool isNumber(const std::wstring& token);
+
+// The families, in the order of the list of functions.
+void addOperators(std::vector<Item>& list);
+void addCoreFunctions(std::vector<Item>& list);
+void addGeometry(std::vector<Item>& list);
+void addConversions(std::vector<Item>& list);
+
+/// Raises the exception of a function that is given a point where it needs a number.
+void requireNumber(const VALTYPE& value);
+
+/// Truncated toward zero to 32 bits; a NaN or a value out of range is -2147483648.
+std::int32_t toInteger(double value);
+}
