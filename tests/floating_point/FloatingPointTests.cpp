@@ -1,0 +1,280 @@
+// FloatingPointTests.cpp - a host with floating-point control words of its own sees no trap, the usual values, and its
+// words again after every call, every callback and every exception.
+
+#include "mathexpr/CMathExpr.h"
+#include "mathexpr/MessageDisplay.h"
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "platform/FloatingPointGuard.h"
+
+#if defined(__x86_64__) || defined(_M_X64)
+
+#include <cmath>
+#include <cstring>
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Control words, without what has happened.
+struct Words
+{
+    std::uint32_t mxcsr;
+    std::uint16_t x87;
+
+    static Words current()
+    {
+        const auto words = platform::FloatingPointWords::current();
+        return {words.mxcsr & ~0x3FU, words.x87};
+    }
+
+    void set() const
+    {
+#if !defined(_MSC_VER)
+        __asm__ __volatile__("fnclex\n\tfldcw %0" : : "m"(x87));
+#endif
+        _mm_setcsr(mxcsr);
+    }
+
+    bool operator==(const Words&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Words& words)
+{
+    return out << std::hex << words.mxcsr << '/' << words.x87 << std::dec;
+}
+
+constexpr Words librarys{0x1F80, 0x037F};
+
+// Exceptions: invalid, denormal, division by zero, overflow, underflow, precision, from bit 0 of the x87 word and from
+// bit 7 of the other. A bit that is set masks.
+constexpr Words hosts[] = {
+    {0x1F80, 0x037F},  // the library's own
+    {0x1F80, 0x027F},  // 53 bits of precision in x87 registers
+    {0x1900, 0x0372},  // invalid, division by zero, overflow unmasked
+    {0x0000, 0x0340},  // everything unmasked
+    {0x5F80, 0x0B7F},  // rounds up
+    {0x7F80, 0x0C7F},  // rounds to zero, 24 bits of precision
+    {0x9FC0, 0x037F},  // denormal numbers flushed to zero, and taken for zero
+    {0xC000, 0x0B40},  // everything unmasked, flushed to zero, rounds up and down
+};
+
+/// Runs work with the words of a host, and answers the words that it left.
+template <class Work>
+Words wordsAfter(const Words& words, Work work)
+{
+    struct Restore
+    {
+        ~Restore() { librarys.set(); }
+    } restore;
+    words.set();
+    work();
+    return Words::current();
+}
+
+bool sameBytes(double left, double right)
+{
+    return std::memcmp(&left, &right, sizeof(double)) == 0;
+}
+
+constexpr const wchar_t* telling[] = {
+    L"1/3",
+    L"0-1/3",
+    L"2/3*1.1",
+    L"exp(1000)",
+    L"exp(-1000)",
+    L"10^400",
+    L"10^-320*1",
+    L"mod(5,0)",
+    L"5%0",
+    L"5.5%2",
+    L"fact(200)",
+    L"sin(30)",
+    L"tan(90)",
+    L"sinh(1e+9)",
+    L"acos(0.3)",
+    L"sqrt(2)",
+    L"ln(3)",
+    L"log(7)",
+    L"exp10(0-400)",
+    L"nor([0,0,0],[0,0,0])",
+    L"vec1([0,0,0],[0,0,0])",
+    L"dist([0,0,0],[1,1,1])",
+    L"ill([0,0,0],[1,0,0],[0,1,0],[1,1,0])",
+    L"ill([0,0,0],[1,1,1],[0,1,0],[1,0,1])",
+    L"round(0.5)",
+    L"trunc(2.5)",
+    L"0.1+0.2",
+    L"0.1*3",
+    L"10^308*10",
+    L"m2f(1)",
+    L"(10^200)*(10^200)-(10^200)*(10^200)",
+    L"[1,2,3]/3",
+    L"2^0.5",
+    L"atan(1)",
+};
+
+class ControlWords : public testing::TestWithParam<Words>
+{
+protected:
+    void SetUp() override
+    {
+        // Messages are of no interest here, but that they are shown with the host's words in force.
+        before = setMessageDisplay({[](void* context, std::uint32_t, const wchar_t*) {
+                                        static_cast<ControlWords*>(context)->whileShowing = Words::current();
+                                    },
+                                    this});
+    }
+    void TearDown() override { setMessageDisplay(before); }
+
+    Words whileShowing{};
+
+private:
+    MessageDisplay before;
+};
+
+TEST_P(ControlWords, NeitherTrapNorChangeAValue)
+{
+    for (const wchar_t* text : telling)
+    {
+        VALTYPE expected;
+        VALTYPE found;
+        bool expectedOk = false;
+        bool foundOk = true;
+        {
+            CMathExpr calculator;
+            expectedOk = calculator.Calculate(text, expected, 2147483647);
+        }
+        CMathExpr calculator;
+        EXPECT_EQ(wordsAfter(GetParam(), [&] { foundOk = calculator.Calculate(text, found, 2147483647); }), GetParam());
+        EXPECT_EQ(foundOk, expectedOk) << text;
+        EXPECT_TRUE(sameBytes(found.x, expected.x) && sameBytes(found.y, expected.y) && sameBytes(found.z, expected.z))
+            << text << ' ' << found.x << " instead of " << expected.x;
+    }
+}
+
+TEST_P(ControlWords, NeitherTrapNorChangeAValueThatIsNotFolded)
+{
+    struct Host : IMathExprService
+    {
+        bool lookupValue(const wchar_t* name, VALTYPE& value) const override
+        {
+            value.x = *name == L'z' ? 0.0 : 3.0;
+            return true;
+        }
+    } host;
+    for (const wchar_t* text : {L"one/three+1/three", L"1%zero", L"exp(three*1000)", L"ln(three)/three",
+                                L"nor([zero,zero,zero],[zero,zero,zero])", L"(10^three)^(three*100)"})
+    {
+        MathExpression plain(true, &host);
+        MathExpression guarded(true, &host);
+        VALTYPE expected;
+        VALTYPE found;
+        ASSERT_TRUE(plain.setExpression(text) && guarded.setExpression(text));
+        const bool expectedOk = plain.evaluate(expected);
+        bool foundOk = false;
+        EXPECT_EQ(wordsAfter(GetParam(), [&] { foundOk = guarded.evaluate(found); }), GetParam());
+        EXPECT_EQ(foundOk, expectedOk) << text;
+        EXPECT_TRUE(sameBytes(found.x, expected.x) && sameBytes(found.y, expected.y) && sameBytes(found.z, expected.z))
+            << text;
+    }
+}
+
+TEST_P(ControlWords, AreTheHostsInItsService)
+{
+    struct Host : IMathExprService
+    {
+        mutable Words seen{};
+        mutable Words seenAfterwards{};
+        bool lookupValue(const wchar_t*, VALTYPE& value) const override
+        {
+            seen = Words::current();
+            MathExpression inner(true, nullptr);
+            VALTYPE result;
+            inner.setExpression(L"1/3+exp(1000)") && inner.evaluate(result);
+            seenAfterwards = Words::current();
+            Words{0x1F00, 0x037E}.set();  // what the service changes ends with its call
+            value.x = 3;
+            return true;
+        }
+    } host;
+    MathExpression expression(true, &host);
+    VALTYPE result;
+    bool ok = false;
+    const Words after = wordsAfter(GetParam(), [&] {
+        ok = expression.setExpression(L"name/3+exp(1000)+1/3*name") && expression.evaluate(result);
+    });
+    EXPECT_EQ(after, GetParam());
+    EXPECT_EQ(host.seen, GetParam());
+    EXPECT_EQ(host.seenAfterwards, GetParam());
+    EXPECT_TRUE(ok);
+    EXPECT_TRUE(std::isinf(result.x));
+}
+
+TEST_P(ControlWords, AreTheHostsAfterAnException)
+{
+    struct Host : IMathExprService
+    {
+        bool lookupValue(const wchar_t*, VALTYPE&) const override { throw std::runtime_error("refused"); }
+    } host;
+    MathExpression silent(true, &host);
+    CMathExpr calculator;
+    bool caught[3] = {};
+    Words inHandler[3] = {};
+    const auto attempt = [&](int index, auto work) {
+        return wordsAfter(GetParam(), [&] {
+            try
+            {
+                work();
+            }
+            catch (const ParsingException&)
+            {
+                caught[index] = true;
+                inHandler[index] = Words::current();
+            }
+            catch (const std::runtime_error&)
+            {
+                caught[index] = true;
+                inHandler[index] = Words::current();
+            }
+        });
+    };
+    VALTYPE result;
+    EXPECT_EQ(attempt(0, [&] { silent.setExpression(L"1+"); }), GetParam());
+    EXPECT_EQ(attempt(1, [&] { silent.setExpression(L"1+name"); }), GetParam());
+    EXPECT_EQ(attempt(2, [&] { calculator.Calculate(L"sin([1,2,3])", result, 2147483647); }), GetParam());
+    for (int index = 0; index < 3; ++index)
+    {
+        EXPECT_TRUE(caught[index]) << index;
+        EXPECT_EQ(inHandler[index], GetParam()) << index;
+    }
+}
+
+TEST_P(ControlWords, AreTheHostsWhileAMessageIsShown)
+{
+    CMathExpr calculator;
+    VALTYPE result;
+    bool ok = true;
+    EXPECT_EQ(wordsAfter(GetParam(), [&] { ok = calculator.Calculate(L"1/0", result, 2147483647); }), GetParam());
+    EXPECT_FALSE(ok);
+    EXPECT_EQ(whileShowing, GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Hosts, ControlWords, testing::ValuesIn(hosts));
+
+TEST(StatusFlags, OfTheHostAreKeptWhereItsWordsDiffer)
+{
+    // Division by zero has happened, and will not be seen to have happened by an expression alone.
+    CMathExpr calculator;
+    VALTYPE result;
+    _mm_setcsr(0x1F80 | 0x4000 | 0x04);
+    calculator.Calculate(L"exp(1000)", result, 2147483647);
+    const std::uint32_t after = _mm_getcsr();
+    _mm_setcsr(0x1F80);
+    EXPECT_EQ(after, 0x1F80U | 0x4000U | 0x04U);
+}
+
+}
+
+#endif
