@@ -283,9 +283,9 @@ bool MTParserCompiler::askHost(std::wstring_view name, VALTYPE& answer) const
     {
         return false;
     }
-    const std::wstring text(name);
+    const std::wstring terminated(name);
     const platform::HostFloatingPoint hostsWords;
-    return service->lookupValue(text.c_str(), answer);
+    return service->lookupValue(terminated.c_str(), answer);
 }
 
 MTVariableDefinition* MTParserCompiler::resolveVariable(std::wstring_view name)
