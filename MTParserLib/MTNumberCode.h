@@ -95,12 +95,11 @@ public:
     /// Until this is called for a program, it has no number code.
     void prepare(const MTParserProgram& program);
 
-    /// To be told when the program itself has run to its end.
-    void programRan() noexcept
-    {
-        settled = false;
-        ran = true;
-    }
+    /// To be told when the program itself begins to run, which may leave points in the slots however it ends.
+    void programRuns() noexcept { settled = false; }
+
+    /// To be told when it has run to its end.
+    void programRan() noexcept { ran = true; }
 
     /// Runs the code in place of the program.
     /// @return true with the value in the program's root; false where the program has to run itself

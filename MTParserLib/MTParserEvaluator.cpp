@@ -1,5 +1,5 @@
-// MTParserEvaluator.cpp - one pass over the steps; each writes straight into the slot that consumes it. Number code runs
-// in their place where it may.
+// MTParserEvaluator.cpp - one pass over the steps; each writes straight into the slot that consumes it. Number code
+// runs in their place where it may.
 #include "MTParserLib/MTParserEvaluator.h"
 
 bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failure)
@@ -8,6 +8,7 @@ bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failu
     {
         return true;
     }
+    program.numbers.programRuns();
     auto step = program.steps.begin();
     const auto tell = [&] { failure = MTRunFailure{step->position, step->nbArgs}; };
     try

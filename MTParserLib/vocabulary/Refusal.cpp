@@ -2,13 +2,12 @@
 #include "MTParserLib/vocabulary/Refusal.h"
 
 #include "mathexpr/SMTParsingExcepData.h"
-
-#include <utility>
+#include "platform/ThreadSlot.h"
 
 namespace {
 
 // An item answers no more than false, so the reason waits here for whoever asked the item.
-thread_local Message::Id lastRefusal{};
+PLATFORM_THREAD_SLOT(Message::Id, lastRefusal);
 
 }
 
@@ -19,7 +18,7 @@ bool refuse(Message::Id reason, bool showMessages)
         showMessage(reason);
     }
     // After the message: while that is shown, the host may have computed something else.
-    lastRefusal = reason;
+    lastRefusal.set(reason);
     return false;
 }
 
@@ -32,5 +31,7 @@ void refusePoint(std::uint32_t line)
 
 Message::Id takeRefusal() noexcept
 {
-    return std::exchange(lastRefusal, Message::Id{});
+    const Message::Id reason = lastRefusal.get();
+    lastRefusal.set(Message::Id{});
+    return reason;
 }

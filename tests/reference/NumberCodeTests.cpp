@@ -1,0 +1,135 @@
+// NumberCodeTests.cpp - long runs of one program over variables that turn from numbers to points and back.
+//
+// While everything is a number, number code runs in the program's place. Formulas made of what it knows are evaluated
+// many times over, with refusals (a zero divisor, a root of a negative number) and points thrown in, and compared with
+// the reference evaluator after every step: the value, what a slot kept from an earlier evaluation, and every message.
+#include "tests/reference/EngineSession.h"
+#include "tests/reference/ReferenceEvaluator.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <random>
+#include <string>
+
+namespace {
+
+using reference::Outcome;
+
+const std::array<std::wstring, 4> names = {L"x", L"y", L"z", L"w"};
+
+class Chance
+{
+public:
+    explicit Chance(std::uint64_t seed) : engine(seed) {}
+    std::size_t below(std::size_t bound) { return static_cast<std::size_t>(engine() % bound); }
+    bool percent(std::size_t share) { return below(100) < share; }
+
+private:
+    std::mt19937_64 engine;
+};
+
+/// A formula of items that number code knows; now and then of one that it does not.
+std::wstring formula(Chance& chance, std::size_t depth)
+{
+    static const std::array<std::wstring, 14> binary = {L"+", L"-", L"*", L"/", L"+", L"-",  L"*",
+                                                        L"/", L"*", L"^", L"%", L">", L"==", L"|"};
+    static const std::array<std::wstring, 9> unary = {L"sqrt",   L"sin",   L"abs", L"ln", L"m2f",
+                                                      L"sf2skm", L"round", L"d2r", L"-"};
+    static const std::array<std::wstring, 4> pairs = {L"min", L"max", L"pow", L"min"};
+    static const std::array<std::wstring, 6> others = {L"fact(", L"m2m(", L"avg(", L"dist(x,", L"sum(1,", L"min(1,2,"};
+    if (depth == 0 || chance.percent(12))
+    {
+        return chance.percent(65) ? names[chance.below(names.size())] : std::to_wstring(chance.below(5)) + L".5";
+    }
+    const std::size_t kind = chance.below(100);
+    if (kind < 65)
+    {
+        return L"(" + formula(chance, depth - 1) + binary[chance.below(binary.size())] + formula(chance, depth - 1) +
+               L")";
+    }
+    if (kind < 82)
+    {
+        return unary[chance.below(unary.size())] + L"(" + formula(chance, depth - 1) + L")";
+    }
+    if (kind < 98)
+    {
+        return pairs[chance.below(pairs.size())] + L"(" + formula(chance, depth - 1) + L"," +
+               formula(chance, depth - 1) + L")";
+    }
+    return others[chance.below(others.size())] + formula(chance, depth - 1) + L")";
+}
+
+VALTYPE someValue(Chance& chance)
+{
+    static const std::array<double, 9> numbers = {0.0, -0.0, 1.0, 2.5, -3.0, 1e9, 1e-9, 0.3048, 30.0};
+    VALTYPE value;
+    value.type = chance.percent(6) ? 1 : 0;
+    value.flag = chance.percent(10) ? 1 : 0;
+    value.x = numbers[chance.below(numbers.size())];
+    value.y = chance.percent(50) ? 0.0 : numbers[chance.below(numbers.size())];
+    value.z = chance.percent(50) ? 0.0 : numbers[chance.below(numbers.size())];
+    return value;
+}
+
+/// Evaluates one formula many times on both sides; the text of the first difference, or nothing.
+std::string firstDifference(std::uint64_t seed, const std::wstring& text)
+{
+    Chance chance(seed);
+    const auto host = [](const std::wstring& name, VALTYPE& value) {
+        value.x = static_cast<double>(name.front() - L'v');
+        return true;
+    };
+    const bool silent = chance.percent(50);
+    reference::EngineSession engine(silent, host);
+    reference::Session session(silent, host);
+    Outcome ofEngine = engine.setExpression(text);
+    Outcome ofReference = session.setExpression(text);
+    std::string history;
+    for (int evaluation = 0; reference::sameOutcome(ofEngine, ofReference) && evaluation < 40; ++evaluation)
+    {
+        if (evaluation > 2 && chance.percent(70))
+        {
+            const std::wstring& name = names[chance.below(names.size())];
+            const VALTYPE value = someValue(chance);
+            engine.changeVariable(name, value);
+            session.changeVariable(name, value);
+            history += "\n  " + reference::printable(name) + " = " + reference::describe(value);
+        }
+        ofEngine = engine.evaluate(VALTYPE{});
+        ofReference = session.evaluate(VALTYPE{});
+        history += "\n  " + reference::describe(ofReference);
+    }
+    if (reference::sameOutcome(ofEngine, ofReference))
+    {
+        return {};
+    }
+    return reference::printable(text) + history + "\nlibrary: " + reference::describe(ofEngine);
+}
+
+TEST(NumberCode, FollowsThePrograms)
+{
+    for (std::uint64_t seed = 1; seed <= 10000; ++seed)
+    {
+        Chance chance(seed);
+        const std::wstring text = formula(chance, 1 + seed % 6);
+        const std::string difference = firstDifference(seed, text);
+        ASSERT_EQ(difference, "") << "seed " << seed;
+    }
+}
+
+// A product keeps its last number in its slot; points that come later are added to it.
+TEST(NumberCode, StoresProductsForTheDotProductsThatFollow)
+{
+    for (const wchar_t* text :
+         {L"x*y", L"(x*y)*z", L"(x+y)*z", L"z*(x+y)", L"x*y+z", L"z-x*y", L"(x*y)*(z*w)", L"sqrt(x*y)"})
+    {
+        for (std::uint64_t seed = 1; seed <= 300; ++seed)
+        {
+            ASSERT_EQ(firstDifference(seed, text), "");
+        }
+    }
+}
+
+}
