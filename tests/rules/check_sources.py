@@ -23,7 +23,7 @@ FLOORS = {
 # bears the system's name.
 LIBRARY = ["include/mathexpr", "platform", "MathExprRes", "TarnUInfo", "MTParserLib", "mathexpr"]
 SYSTEM_FLOORS = ["platform", "TarnUInfo"]
-SYSTEM_SOURCES = ("Windows.cpp", "Posix.cpp")
+SYSTEM_SOURCES = ("Windows.cpp", "MinGW.cpp", "Posix.cpp")
 
 # One type passes from the compiler to the evaluator, in a header that knows neither of them.
 FORBIDDEN_INCLUDES = {
@@ -37,7 +37,7 @@ SOURCE_SUFFIXES = CPP_SUFFIXES | {".py", ".cmake", ".sh"}
 SKIPPED_FOLDERS = {"build", "dist", ".git"}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
-STANDARD_HEADER = re.compile(r"[a-z_]+\Z")
+STANDARD_HEADER = re.compile(r"(?:[a-z_]+|cxxabi\.h)\Z")  # the latter comes with the standard library, as its ABI
 OUTPUT = re.compile(r"\b(?:std::(?:w?cout|w?cerr|w?clog)|f?w?printf|f?put[sc]|f?putw[sc]|putchar|fwrite|perror)\b")
 ABORT = re.compile(r"\b(?:abort|exit|_Exit|quick_exit|terminate|assert)\s*\(")
 COMMENT = re.compile(r"//[^\n]*")

@@ -23,6 +23,7 @@ class CheckSources(unittest.TestCase):
             "MTParserLib/Engine.h": '#include "mathexpr/Value.h"\n#include "platform/Box.h"\n// never abort()\n',
             "mathexpr/Shell.cpp": '#include "MTParserLib/Engine.h"\nstatic_assert(sizeof(int) == 4);\n',
             "mathexpr/StartUpWindows.cpp": "#include <windows.h>\n",
+            "mathexpr/RunTimeMinGW.cpp": "#include <cxxabi.h>\n#include <windows.h>\n",
             "tools/calc/main.cpp": '#include "mathexpr/Value.h"\n#include <unistd.h>\nint n = printf("");\n',
             "tests/Anything.cpp": '#include "MTParserLib/Engine.h"\n',
             "build/Generated.h": "\u00e9",

@@ -174,7 +174,7 @@ TEST(HostService, CannotReachTheObjectThatAsksIt)
         };
         MathExpression expression(silent, &host);
         asking = &expression;
-        EXPECT_EQ(valueOf(expression, L"2*name+sqr(name)+other"), 40.0);
+        EXPECT_EQ(valueOf(expression, L"2*first+sqr(first)+other"), 40.0);
     }
 }
 

@@ -36,7 +36,7 @@ protected:
             return std::nullopt;
         }
         EXPECT_TRUE(compiler.getProgram().isComplete());
-        return compiler.getProgram().rootValue().x;
+        return compiler.getProgram().root->x;
     }
 
     TestFactory factory;
