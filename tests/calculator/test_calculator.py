@@ -32,12 +32,11 @@ class CalculatorTest(unittest.TestCase):
         return subprocess.run([CALCULATOR, *arguments], input=stdin, capture_output=True, timeout=60, check=False)
 
     def expect(self, arguments, status, out, err, stdin=b""):
-        """The whole outcome: status, standard output and standard error, as lists of lines."""
+        """The outcome: status, standard output and standard error, as lists of lines. The indented lines that show
+        where an expression failed are not among them."""
         done = self.run_calculator(*arguments, stdin=stdin)
-        self.assertEqual(
-            (done.returncode, done.stdout.decode().splitlines(), done.stderr.decode().splitlines()),
-            (status, out, err),
-        )
+        told = [line for line in done.stderr.decode().splitlines() if not line.startswith(" ")]
+        self.assertEqual((done.returncode, done.stdout.decode().splitlines(), told), (status, out, err))
 
     def expect_usage_error(self, arguments, complaint):
         self.expect(arguments, 2, [], ["mathexpr: " + complaint, USAGE])
@@ -137,7 +136,7 @@ class Arguments(CalculatorTest):
         text = done.stdout.decode()
         self.assertIn(USAGE, text)
         for option in ("--json", "--set NAME=EXPRESSION", "--silent", "--repeat N", "--fresh", "--max-integer N",
-                       "--version", "--help"):
+                       "--list", "--describe NAME", "--version", "--help"):
             self.assertIn("\n  " + option, text)
 
     def test_no_short_options(self):
@@ -340,6 +339,141 @@ class Messages(CalculatorTest):
         self.expect(self.EXPRESSIONS.values(), 1, [], texts)
 
 
+class WhereItFailed(CalculatorTest):
+    def expect_lines(self, arguments, lines):
+        """The whole of standard error."""
+        done = self.run_calculator(*arguments)
+        self.assertEqual((done.returncode, done.stdout, done.stderr.decode().splitlines()), (1, b"", lines))
+
+    def test_the_message_comes_first_and_carets_below_the_text(self):
+        self.expect_lines(["2 * (3 + )"], [
+            NOT_VALID,
+            "  2 * (3 + )",
+            "           ^",
+            "  Expected a value."])
+        self.expect_lines(["1.5e + 3 / [0, 0]"], [
+            "Nothing can be divided by a point: divide by a number.",
+            "  1.5e + 3 / [0, 0]",
+            "           ^"])
+
+    def test_what_is_expected(self):
+        self.expect_lines(["(1 2 ! 3"], [NOT_VALID, "  (1 2 ! 3", "       ^",
+                                         "  Expected an operator, a closing bracket or a comma."])
+        self.expect_lines(["[1])"], [NOT_VALID, "  [1])", "     ^", "  Expected an operator or the end."])
+
+    def test_numbers_of_arguments(self):
+        self.expect_lines(["sin(1,2)"], [NOT_VALID, "  sin(1,2)", "  ^^^", "  sin takes 1 argument, not 2."])
+        self.expect_lines(["rand(1)"], [NOT_VALID, "  rand(1)", "  ^^^^", "  rand takes 0 or 2 arguments, not 1."])
+
+    def test_suggestions(self):
+        self.expect_lines(["2*dst([1,2],[3,4])"], [
+            "What stands before ( is not a function: check its name, or write * to multiply.",
+            "  2*dst([1,2],[3,4])", "    ^^^", "  Did you mean dist?"])
+        self.expect_lines(["--set", "height=1", "heigth"], [UNKNOWN_NAME, "  heigth", "  ^^^^^^",
+                                                            "  Did you mean height?"])
+        self.expect_lines(["Pi"], [UNKNOWN_NAME, "  Pi", "  ^^", "  Did you mean pi or PI?"])
+
+    def test_in_silence_and_with_a_limit(self):
+        self.expect_lines(["--silent", "1+(2"], ["Parsing exception 6 at position 2.", "  1+(2", "    ^",
+                                                 "  Expected an operator, a closing bracket or a comma."])
+        self.expect_lines(["--max-integer", "5", "1+60"], [
+            "A whole number is too large: use a smaller one, or write it with a decimal point.",
+            "  1+60", "    ^^"])
+
+    def test_characters_count_and_not_bytes(self):
+        self.expect_lines(["2*h\u00f6he*2"], [UNKNOWN_NAME, "  2*h\u00f6he*2", "    ^^^^"])
+        self.expect_lines(["pi+\U0001d70b*2"], [UNKNOWN_NAME, "  pi+\U0001d70b*2", "     ^"])
+
+    def test_a_long_text_is_cut(self):
+        self.expect_lines(["+".join(["1"] * 100) + "+1/0+" + "+".join(["1"] * 100)], [
+            DIVISION_BY_ZERO,
+            "  ..." + "+1" * 19 + "+1/0+" + "1+" * 16 + "1...",
+            "     " + " " * 40 + "^"])
+
+    def test_a_control_character_stays_on_its_line(self):
+        self.expect_lines(["1+\ta\n*2"], [UNKNOWN_NAME, "  1+ a *2", "    ^^^"])
+
+    def test_a_text_of_blanks_is_marked_whole(self):
+        self.expect_lines(["  "], [NOT_VALID, "    ", "  ^^", "  Expected a value."])
+        self.expect_lines([""], [NOT_VALID, "  Expected a value."])
+
+
+class Vocabulary(CalculatorTest):
+    def test_json_list(self):
+        done = self.run_calculator("--list", "--json")
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+        items = json.loads(done.stdout)
+        self.assertEqual([item["kind"] for item in items], ["constant"] * 4 + ["operator"] * 16 + ["function"] * 257)
+        self.assertEqual([(item["symbol"], item["value"][0]) for item in items[:4]],
+                         [("pi", "400921fb54442eea"), ("PI", "400921fb54442eea"),
+                          ("e", "4005bf0a8b145769"), ("E", "4005bf0a8b145769")])
+        self.assertEqual(items[4], {
+            "kind": "operator", "class": "AddOp", "symbol": "+", "help": "x + y", "description": "Addition operator",
+            "nbArgs": 2, "precedence": 1, "unary": False, "constant": True})
+        functions = {item["class"]: item for item in items[20:]}
+        self.assertEqual(functions["MinUndefFct"]["nbArgs"], "any")
+        self.assertEqual(functions["RandFct"], {
+            "kind": "function", "class": "RandFct", "symbol": "rand", "help": "rand()",
+            "description": "Random value between 0 and 1", "nbArgs": 0, "precedence": None, "unary": False,
+            "constant": False})
+        self.assertEqual((items[20]["class"], items[-1]["class"]), ("SinFct", "PowFct"))
+
+    def test_plain_list_by_family(self):
+        done = self.run_calculator("--list")
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+        lines = done.stdout.decode().splitlines()
+        self.assertEqual([line for line in lines if line and not line.startswith(" ")], [
+            "Constants", "Operators", "Core mathematics", "Geometry", "Angle conversions", "Length conversions",
+            "Area conversions", "Volume conversions"])
+        self.assertEqual(sum(line.startswith("  ") for line in lines), 277)
+        self.assertIn("  sin(x)              Sine", lines)
+
+    def test_describe(self):
+        self.expect(["--describe", "asin"], 0, [
+            "asin(x)",
+            "            Arcsine",
+            "  Family    Core mathematics",
+            "  Units     result in degrees",
+            "  Accepts   -1 to 1",
+            "  Example   asin(0.5) = 29.999999999998025",
+            "  Refusal   asin(2) is refused (message 6): asin and acos need a number from -1 to 1: change the argument.",
+            "  Points    asin([1,2,3]) is refused (exception 15): A number is needed instead of a point."], [])
+
+    def test_describe_tells_all_overloads(self):
+        for name, heads in (("-", ["x - y", "-x"]), ("min", ["min(x,y)", "min(x,y,z)", "min(v1,v2,v3,...)"])):
+            done = self.run_calculator("--describe", name)
+            self.assertEqual(done.returncode, 0)
+            lines = done.stdout.decode().splitlines()
+            self.assertEqual([line for line in lines if line and not line.startswith(" ")], heads)
+
+    def test_describe_an_unknown_name(self):
+        self.expect(["--describe", "dst"], 1, [], ["mathexpr: no such item: dst. Did you mean dist?"])
+        self.expect(["--describe", "Sin"], 1, [], ["mathexpr: no such item: Sin. Did you mean sin, asin or sinh?"])
+        self.expect(["--describe", "xyzzyx"], 1, [], ["mathexpr: no such item: xyzzyx"])
+        self.expect(["--describe", b"\xff"], 1, [], ["mathexpr: --describe: not valid UTF-8"])
+
+    def test_every_item_has_an_example_that_works(self):
+        items = json.loads(self.run_calculator("--list", "--json").stdout)
+        names = dict.fromkeys(item["symbol"] for item in items)
+        done = self.run_calculator("--json", *(f"--describe={name}" for name in names))
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+        described = [item for line in done.stdout.splitlines() for item in json.loads(line)]
+        self.assertEqual(len(described), len(items))
+        for item in described:
+            with self.subTest(item["class"] or item["symbol"]):
+                self.assertEqual(len(item["examples"]), 0 if item["class"] == "RandFct" else 1)
+                for example in item["examples"]:
+                    self.assertIn(item["symbol"], example["expression"])
+                    self.assertRegex(example["outcome"], r"\A[-\[0-9]")
+                for refused in item["refused"]:
+                    self.assertRegex(refused["outcome"], r"\Amessage \d+\Z")
+
+    def test_usage(self):
+        self.expect_usage_error(["--list", "1"], "--list computes no expressions")
+        self.expect_usage_error(["--describe", "sin", "1"], "--describe computes no expressions")
+        self.expect_usage_error(["--describe"], "--describe: 1 required NAME missing")
+
+
 class StandardInput(CalculatorTest):
     def test_one_expression_a_line(self):
         self.expect([], 0, ["3", "[4,6,0]"], [], b"a=1+2\n[1,2,0]+[3,4,0]\n")
@@ -441,7 +575,7 @@ class Terminal(CalculatorTest):
         shown = os.read(user, 1000)
         os.close(user)
         os.close(terminal)
-        self.assertEqual((done.returncode, shown), (1, DIVISION_BY_ZERO.encode() + b"\r\n"))
+        self.assertEqual((done.returncode, shown), (1, DIVISION_BY_ZERO.encode() + b"\r\n  1/0\r\n   ^\r\n"))
 
 
 if __name__ == "__main__":

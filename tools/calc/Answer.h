@@ -1,6 +1,7 @@
 // Answer.h - all that is known about one expression once it has been computed; what the reports print.
 #pragma once
 
+#include "mathexpr/ExpressionDiagnostic.h"
 #include "mathexpr/ValType.h"
 
 #include <cstdint>
@@ -49,6 +50,7 @@ struct Answer
     std::vector<VALTYPE> values;         ///< The evaluations that succeeded.
     std::vector<ShownMessage> messages;  ///< In order.
     std::optional<RaisedException> exception;
-    std::vector<std::string> asked;  ///< The names asked of the host, in order, answered or not.
-    std::string trouble;             ///< What went wrong outside the language, such as a text that is not UTF-8.
+    std::optional<ExpressionDiagnostic> diagnostic;  ///< Where the library failed, and why.
+    std::vector<std::string> asked;                  ///< The names asked of the host, in order, answered or not.
+    std::string trouble;  ///< What went wrong outside the language, such as a text that is not UTF-8.
 };

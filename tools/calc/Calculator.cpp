@@ -2,6 +2,7 @@
 
 #include "tools/calc/Calculator.h"
 
+#include "mathexpr/Diagnostics.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "tools/calc/PlainReport.h"
@@ -125,6 +126,7 @@ Answer Calculator::compute(std::string_view expression)
     answer.asked = hostNames.takeAsked();
     if (answer.failed)
     {
+        answer.diagnostic = diagnose();
         dropAssignment();
         if (options.maxInteger)
         {
@@ -164,7 +166,19 @@ void Calculator::prepareObject()
     else if (!options.maxInteger && (!expressionObject || options.fresh))
     {
         expressionObject.emplace(options.silent, &hostNames);
+        ExpressionDiagnostics(*expressionObject).setNameSource(&hostNames);
     }
+}
+
+std::optional<ExpressionDiagnostic> Calculator::diagnose()
+{
+    if (!oneShot && !expressionObject)
+    {
+        return std::nullopt;
+    }
+    const ExpressionDiagnostics diagnostics =
+        oneShot ? ExpressionDiagnostics(*oneShot) : ExpressionDiagnostics(*expressionObject);
+    return diagnostics.hasFailed() ? std::optional(diagnostics.get()) : std::nullopt;
 }
 
 // An assignment that failed would otherwise be made by the next expression that succeeds.

@@ -31,6 +31,7 @@ private:
     void run(const std::wstring& text, Answer& answer);
 
     void prepareObject();
+    std::optional<ExpressionDiagnostic> diagnose();
     void dropAssignment() noexcept;
 
     const Options& options;

@@ -4,6 +4,7 @@
 
 #include "tools/calc/Utf8.h"
 
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -23,6 +24,11 @@ bool HostNames::lookupValue(const wchar_t* name, VALTYPE& value) const
     }
     value = known->second;
     return true;
+}
+
+const wchar_t* HostNames::getName(std::uint32_t index) const
+{
+    return index < values.size() ? std::next(values.begin(), index)->first.c_str() : nullptr;
 }
 
 std::vector<std::string> HostNames::takeAsked()

@@ -1,19 +1,21 @@
 // HostNames.h - the tool's host service: answers the names given with --set and remembers what was asked.
 #pragma once
 
+#include "mathexpr/IMathExprNameSource.h"
 #include "mathexpr/IMathExprService.h"
 
 #include <map>
 #include <string>
 #include <vector>
 
-class HostNames final : public IMathExprService
+class HostNames final : public IMathExprService, public IMathExprNameSource
 {
 public:
     /// A later value for a name replaces an earlier one.
     void define(const std::wstring& name, const VALTYPE& value);
 
     bool lookupValue(const wchar_t* name, VALTYPE& value) const override;
+    const wchar_t* getName(std::uint32_t index) const override;
 
     /// The names asked since the last call, in order; UTF-8.
     std::vector<std::string> takeAsked();

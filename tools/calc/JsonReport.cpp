@@ -6,8 +6,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <array>
-#include <bit>
 #include <cmath>
 #include <iostream>
 
@@ -19,19 +17,6 @@ using Json = nlohmann::ordered_json;
 Json numberJson(double number)
 {
     return std::isfinite(number) ? Json(number) : Json(numberText(number));
-}
-
-/// The 16 hexadecimal digits of a double, the most significant first.
-std::string bitsText(double number)
-{
-    constexpr const char* digits = "0123456789abcdef";
-    auto bits = std::bit_cast<std::uint64_t>(number);
-    std::string text(16, '0');
-    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, bits >>= 4)
-    {
-        *digit = digits[bits & 0xF];
-    }
-    return text;
 }
 
 Json valueJson(const VALTYPE& value)

@@ -136,6 +136,15 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
            "Refuse whole numbers greater than N, without a host for names")
         ->type_name("N")
         ->excludes(set, silent);
+    auto* const list = app.add_flag("--list", options.list, "List all constants, operators and functions and end")
+                           ->disable_flag_override()
+                           ->excludes(set, silent);
+    app.add_option("--describe", options.described, "Tell about the item NAME and end (repeatable)")
+        ->type_name("NAME")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->excludes(list, set, silent);
     app.footer("Failures are told on standard error. Exit status: 0 all computed, 1 an expression failed, 2 usage.");
 
     SortedArguments arguments = sortArguments(app, {argv + 1, argv + argc});
@@ -153,5 +162,9 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
         return usageError(error.what());
     }
     options.expressions = std::move(arguments.expressions);
+    if ((options.list || !options.described.empty()) && !options.expressions.empty())
+    {
+        return usageError(std::string(options.list ? "--list" : "--describe") + " computes no expressions");
+    }
     return options;
 }

@@ -22,7 +22,9 @@ struct Options
     std::optional<std::uint32_t> maxInteger;  ///< The limit of one-shot calculation; absent: expression objects.
     bool json = false;
     bool silent = false;
-    bool fresh = false;  ///< A new expression object for every expression.
+    bool fresh = false;                  ///< A new expression object for every expression.
+    bool list = false;                   ///< Lists the vocabulary instead of computing.
+    std::vector<std::string> described;  ///< Items to tell about instead of computing; UTF-8.
 };
 
 /// The program has done what was asked (help, version) or has complained, and is to end with this status.

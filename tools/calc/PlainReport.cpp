@@ -2,6 +2,8 @@
 
 #include "tools/calc/PlainReport.h"
 
+#include "tools/calc/DiagnosticText.h"
+#include "tools/calc/Utf8.h"
 #include "tools/calc/ValueText.h"
 
 #include <iostream>
@@ -32,6 +34,13 @@ std::string exceptionText(const RaisedException& exception)
     return text + ".";
 }
 
+/// Where the expression failed, in lines of their own.
+std::string whereText(const Answer& answer)
+{
+    const auto expression = toWide(answer.expression);
+    return expression && answer.diagnostic ? diagnosticText(*expression, *answer.diagnostic) : std::string();
+}
+
 }
 
 void reportPlain(const Answer& answer)
@@ -43,7 +52,7 @@ void reportPlain(const Answer& answer)
     std::cout.flush();  // so that values and failures keep their order where both go to one place
     if (answer.failed && answer.trouble.empty())
     {
-        std::cerr << failureText(answer) << '\n';
+        std::cerr << failureText(answer) << '\n' << whereText(answer);
     }
 }
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-/// One value a line; what went wrong, when the expression failed.
+/// One value a line; when the expression failed, what went wrong, and below it where, in indented lines.
 void reportPlain(const Answer& answer);
 
 /// What went wrong, for an answer that failed: a line for each message, and for an exception a sentence.

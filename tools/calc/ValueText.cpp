@@ -3,8 +3,10 @@
 #include "tools/calc/ValueText.h"
 
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 
 std::string numberText(double number)
 {
@@ -15,6 +17,18 @@ std::string numberText(double number)
     std::array<char, 32> buffer;
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;
     return {buffer.data(), end};
+}
+
+std::string bitsText(double number)
+{
+    constexpr const char* digits = "0123456789abcdef";
+    auto bits = std::bit_cast<std::uint64_t>(number);
+    std::string text(16, '0');
+    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, bits >>= 4)
+    {
+        *digit = digits[bits & 0xF];
+    }
+    return text;
 }
 
 std::string valueText(const VALTYPE& value)

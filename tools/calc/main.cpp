@@ -5,6 +5,7 @@
 #include "tools/calc/Options.h"
 #include "tools/calc/PlainReport.h"
 #include "tools/calc/Terminal.h"
+#include "tools/calc/VocabularyReport.h"
 
 #include <algorithm>
 #include <exception>
@@ -86,8 +87,27 @@ void computeLines(Session& session)
     }
 }
 
+int finish(int status)
+{
+    if (!std::cout.flush())
+    {
+        std::cerr << "mathexpr: standard output cannot be written\n";
+        return statusFailure;
+    }
+    return status;
+}
+
 int run(const Options& options)
 {
+    if (options.list)
+    {
+        listVocabulary(options.json);
+        return finish(statusOk);
+    }
+    if (!options.described.empty())
+    {
+        return finish(describeItems(options.described, options.json) ? statusOk : statusFailure);
+    }
     Calculator calculator(options);
     for (const Options::HostName& hostName : options.hostNames)
     {
@@ -106,12 +126,7 @@ int run(const Options& options)
     {
         session.compute(options.expressions[i], "expression " + std::to_string(i + 1));
     }
-    if (!std::cout.flush())
-    {
-        std::cerr << "mathexpr: standard output cannot be written\n";
-        return statusFailure;
-    }
-    return session.hasFailed() ? statusFailure : statusOk;
+    return finish(session.hasFailed() ? statusFailure : statusOk);
 }
 
 }

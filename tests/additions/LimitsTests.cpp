@@ -1,0 +1,226 @@
+// LimitsTests.cpp - bounds that a host sets: what they count, and that nothing is done beyond them.
+//
+// The underlines are written by eye, under the text.
+#include "mathexpr/Limits.h"
+#include "mathexpr/Variables.h"
+#include "tests/additions/Session.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Row
+{
+    const wchar_t* text;
+    std::uint32_t count;  ///< The smallest limit under which the text is accepted.
+    const char* excess;   ///< What is underlined under a limit of one less.
+};
+
+std::uint32_t beginOf(const std::string& underline)
+{
+    return static_cast<std::uint32_t>(underline.find('^'));
+}
+
+std::uint32_t lengthOf(const std::string& underline)
+{
+    return static_cast<std::uint32_t>(underline.size()) - beginOf(underline);
+}
+
+void expectLimit(const Row& row, std::uint32_t ExpressionLimits::*measure, std::uint32_t code)
+{
+    SCOPED_TRACE(std::wstring(row.text));
+    Session session(true);
+    ExpressionVariables(session.expression).set(L"x", number(2));
+    ExpressionLimits limits;
+    limits.*measure = row.count;
+    ASSERT_TRUE(setLimits(session.expression, limits));
+    EXPECT_TRUE(session.run(row.text).evaluated);
+    session.expression.dropAssignment();
+
+    if (row.count == 1)
+    {
+        return;  // 0 is no limit
+    }
+    limits.*measure = row.count - 1;
+    setLimits(session.expression, limits);
+    const Outcome outcome = session.run(row.text);
+    ASSERT_TRUE(outcome.parsing);
+    EXPECT_EQ(outcome.parsing->exID, code);
+    EXPECT_EQ(outcome.parsing->pos, beginOf(row.excess));
+    EXPECT_EQ(outcome.messages, std::vector<std::uint32_t>{});
+    const ExpressionDiagnostic diagnostic = session.diagnostic();
+    EXPECT_EQ(diagnostic.message, 3U);
+    EXPECT_EQ(diagnostic.kind, ExpressionDiagnostic::Kind::Parsing);
+    EXPECT_EQ(diagnostic.code, code);
+    EXPECT_EQ(diagnostic.start, beginOf(row.excess));
+    EXPECT_EQ(diagnostic.length, lengthOf(row.excess));
+    EXPECT_EQ(diagnostic.expected, std::uint32_t{Expected::Less});
+}
+
+TEST(Limits, TextLengthCountsCharactersAsTyped)
+{
+    const Row rows[] = {
+        // clang-format off
+        {L"1+1",        3,
+           "  ^"},
+        {L" 1 + 1 ",    7,
+           "      ^"},
+        {L"[1, 2]",     6,
+           "     ^"},
+        {L"1.5e+3",     6,
+           "     ^"},
+        {L"2",          1, ""},
+        // clang-format on
+    };
+    for (const Row& row : rows)
+    {
+        expectLimit(row, &ExpressionLimits::textLength, ParsingError::TextTooLong);
+    }
+}
+
+TEST(Limits, RecordsCountValuesOperatorsAndCalls)
+{
+    const Row rows[] = {
+        // clang-format off
+        {L"2",              1, ""},
+        {L"1+x",            3,
+           "  ^"},
+        {L"a = 1 + 25",     3,
+           "        ^^"},
+        {L"1+sin(30)",      4,
+           "      ^^"},
+        {L"[1,2,3]",        4,
+           "     ^"},
+        {L"[1,2,3]*2",      6,
+           "        ^"},
+        {L"1.5e+3",         1, ""},
+        {L"2 * 1.5e +3",    3,
+           "    ^^^^^^^"},
+        {L"--x",            3,
+           "  ^"},
+        {L"1 < = 2 & 1",    5,
+           "          ^"},
+        {L"((1))+1",        3,
+           "      ^"},
+        {L"max(1,2,x)+1e+2", 6,
+           "           ^^^^"},
+        {L"min(x,2 )  < =3", 5,
+           "              ^"},
+        {L"x+min(x,2 ) * 1", 7,
+           "              ^"},
+        // clang-format on
+    };
+    for (const Row& row : rows)
+    {
+        expectLimit(row, &ExpressionLimits::records, ParsingError::TooManyRecords);
+    }
+}
+
+TEST(Limits, NestingCountsWhatIsOpenAtOnePlace)
+{
+    const Row rows[] = {
+        // clang-format off
+        {L"(1)",            1, ""},
+        {L"(1)+(2)+(3)",    1, ""},
+        {L"[1,2]*(3+x)",    1, ""},
+        {L"((1))",          2,
+           " ^"},
+        {L"sin( [ 1 ]*[1])", 2,
+           "     ^"},
+        {L"-x-x",           1, ""},
+        {L"1 - -x",         1, ""},
+        {L"- - x",          2,
+           "  ^"},
+        {L"2*-(-x)",        3,
+           "    ^"},
+        {L"-(1)-(2)",       2,
+           " ^"},
+        {L"-sin(x)+!max(1,-x)", 3,
+           "               ^"},
+        {L"-(-x)-(-(-x))",  4,
+           "         ^"},
+        {L"(-1)*(1)",       2,
+           " ^"},
+        {L"max(-1,-2)",     2,
+           "    ^"},
+        // clang-format on
+    };
+    for (const Row& row : rows)
+    {
+        expectLimit(row, &ExpressionLimits::nesting, ParsingError::NestedTooDeep);
+    }
+}
+
+TEST(Limits, AreOffUntilTheyAreSet)
+{
+    Session session(true);
+    const ExpressionLimits limits = getLimits(session.expression);
+    EXPECT_EQ(limits.textLength, 0U);
+    EXPECT_EQ(limits.records, 0U);
+    EXPECT_EQ(limits.nesting, 0U);
+    const std::wstring deep = std::wstring(50'000, L'(') + L"1" + std::wstring(50'000, L')');
+    EXPECT_TRUE(session.run(deep.c_str()).evaluated);
+}
+
+TEST(Limits, NothingIsDoneBeyondThem)
+{
+    Session session(false);
+    session.host.names[L"h"] = number(1);
+    ASSERT_TRUE(setLimits(session.expression, {0, 4, 0}));
+    const Outcome outcome = session.run(L"a=h+h*h");
+    EXPECT_FALSE(outcome.compiled);
+    EXPECT_EQ(outcome.messages, std::vector<std::uint32_t>{3});
+    EXPECT_EQ(session.host.asked, std::vector<std::wstring>{});
+    EXPECT_TRUE(session.run(L"1+1").evaluated);
+    EXPECT_EQ(ExpressionVariables(session.expression).names(), std::vector<std::wstring>{});
+}
+
+TEST(Limits, ATextTooLongIsNotReadToItsEnd)
+{
+    Session session(true);
+    setLimits(session.expression, {10, 0, 0});
+    const std::wstring text(10'000'000, L'1');
+    EXPECT_TRUE(session.run(text.c_str()).parsing);
+    EXPECT_EQ(session.diagnostic().start, 10U);
+    EXPECT_EQ(session.diagnostic().itemName, L"");
+}
+
+TEST(Limits, UnbalancedTextsAreCountedToo)
+{
+    Session session(true);
+    setLimits(session.expression, {0, 100, 3});
+    for (const wchar_t* text : {L")))))1", L"]]]](1", L",,,,", L"1)+2)-3)", L"-)-)-)-", L"====", L"e+e+e+", L"((", L""})
+    {
+        const Outcome outcome = session.run(text);
+        ASSERT_TRUE(outcome.parsing);
+        EXPECT_LT(outcome.parsing->exID, 17U) << testing::PrintToString(std::wstring(text));
+        session.expression.dropAssignment();
+    }
+}
+
+TEST(Limits, OfAOneShotCalculatorAreSharedWithItsCopies)
+{
+    const ShownMessages shown;
+    CMathExpr calculator;
+    CMathExpr copy(calculator);
+    ASSERT_TRUE(setLimits(calculator, {3, 0, 0}));
+    EXPECT_EQ(getLimits(copy).textLength, 3U);
+    VALTYPE value;
+    EXPECT_FALSE(copy.Calculate(L"1+11", value, 100));
+    EXPECT_TRUE(copy.Calculate(L"1+1", value, 100));
+}
+
+TEST(Limits, CannotBeSetWhileACallWaitsForTheHost)
+{
+    Session session(false);
+    bool answer = true;
+    session.shown.whileShown = [&] { answer = setLimits(session.expression, {1, 1, 1}); };
+    session.run(L"1+");
+    EXPECT_FALSE(answer);
+    EXPECT_EQ(getLimits(session.expression).textLength, 0U);
+}
+
+}

@@ -1,0 +1,57 @@
+// Session.cpp - see Session.h.
+#include "tests/additions/Session.h"
+
+ShownMessages::ShownMessages() : before(setMessageDisplay({show, this})) {}
+
+ShownMessages::~ShownMessages()
+{
+    setMessageDisplay(before);
+}
+
+void ShownMessages::show(void* self, std::uint32_t id, const wchar_t* text)
+{
+    auto& messages = *static_cast<ShownMessages*>(self);
+    messages.ids.push_back(id);
+    messages.texts.emplace_back(text);
+    if (messages.whileShown)
+    {
+        messages.whileShown();
+    }
+}
+
+bool Host::lookupValue(const wchar_t* name, VALTYPE& value) const
+{
+    asked.emplace_back(name);
+    const auto known = names.find(name);
+    if (known == names.end())
+    {
+        return false;
+    }
+    value = known->second;
+    return true;
+}
+
+Session::Session(bool silent) : expression(silent, &host) {}
+
+Outcome Session::run(const wchar_t* text)
+{
+    Outcome outcome;
+    shown.ids.clear();
+    shown.texts.clear();
+    try
+    {
+        outcome.compiled = expression.setExpression(text);
+        outcome.evaluated = outcome.compiled && expression.evaluate(outcome.value);
+    }
+    catch (const ParsingException& exception)
+    {
+        outcome.parsing = exception.entries.front().data;
+    }
+    catch (const DefinitionException& exception)
+    {
+        outcome.definition = exception.entries.front().data;
+    }
+    outcome.messages = shown.ids;
+    outcome.messageTexts = shown.texts;
+    return outcome;
+}

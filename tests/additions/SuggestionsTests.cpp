@@ -1,0 +1,123 @@
+// SuggestionsTests.cpp - what an unknown name may have meant.
+#include "mathexpr/Variables.h"
+#include "tests/additions/Session.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Names = std::vector<std::wstring>;
+
+Names suggested(Session& session, const wchar_t* text)
+{
+    session.run(text);
+    return session.diagnostic().suggestions;
+}
+
+class Offered final : public IMathExprNameSource
+{
+public:
+    explicit Offered(Names offered) : names(std::move(offered)) {}
+
+    const wchar_t* getName(std::uint32_t index) const override
+    {
+        return index < names.size() ? names[index].c_str() : nullptr;
+    }
+
+private:
+    Names names;
+};
+
+TEST(Suggestions, ForAFunction)
+{
+    Session session(true);
+    EXPECT_EQ(suggested(session, L"dst([1,2],[3,4])"), Names{L"dist"});    // left out
+    EXPECT_EQ(suggested(session, L"distt([1,2],[3,4])"), Names{L"dist"});  // put in
+    EXPECT_EQ(suggested(session, L"dixt([1,2],[3,4])"), Names{L"dist"});   // changed
+    EXPECT_EQ(suggested(session, L"idst([1,2],[3,4])"), Names{L"dist"});   // swapped
+    EXPECT_EQ(suggested(session, L"DIST([1,2],[3,4])"), Names{L"dist"});   // another case
+    EXPECT_EQ(suggested(session, L"ropund(2.5)"), (Names{L"round"}));
+    EXPECT_EQ(suggested(session, L"xyzzyx(1)"), Names{});
+}
+
+TEST(Suggestions, AreThreeAtMostAndTheNearestFirst)
+{
+    Session session(true);
+    EXPECT_EQ(suggested(session, L"sind(30)"), (Names{L"sin", L"sinh"}));
+    const Names names = suggested(session, L"m2n(30)");
+    ASSERT_EQ(names.size(), 3U);
+    EXPECT_EQ(names.front(), L"min");
+}
+
+TEST(Suggestions, OfAnOverloadedFunctionComeOnce)
+{
+    Session session(true);
+    EXPECT_EQ(suggested(session, L"maxx(1,2)"), Names{L"max"});
+}
+
+TEST(Suggestions, ForAName)
+{
+    Session session(true);
+    ExpressionVariables(session.expression).set(L"width", number(1));
+    EXPECT_EQ(suggested(session, L"Pi*2"), (Names{L"pi", L"PI"}));
+    EXPECT_EQ(suggested(session, L"wdith*2"), Names{L"width"});
+    EXPECT_EQ(suggested(session, L"sin+2"), (Names{L"sin", L"asin", L"sinh"}));  // the brackets were forgotten
+    EXPECT_EQ(suggested(session, L"q+2"), Names{});
+}
+
+TEST(Suggestions, BeforeABracketAreFunctionsOnly)
+{
+    Session session(true);
+    ExpressionVariables(session.expression).set(L"width", number(1));
+    EXPECT_EQ(suggested(session, L"wdith(2)"), Names{});
+}
+
+TEST(Suggestions, OfTheHost)
+{
+    Session session(true);
+    const Offered offered({L"height", L"weight"});
+    ExpressionDiagnostics(session.expression).setNameSource(&offered);
+    EXPECT_EQ(suggested(session, L"heigth"), (Names{L"height", L"weight"}));
+    EXPECT_EQ(suggested(session, L"eight"), (Names{L"height", L"weight"}));
+    ExpressionDiagnostics(session.expression).setNameSource(nullptr);
+    EXPECT_EQ(suggested(session, L"eight"), Names{});
+}
+
+TEST(Suggestions, AreNotMadeForOtherFailures)
+{
+    Session session(true);
+    EXPECT_EQ(suggested(session, L"sin(1,2)"), Names{});
+    EXPECT_EQ(suggested(session, L"1+"), Names{});
+}
+
+TEST(Suggestions, WhatTheHostThrowsPasses)
+{
+    class Throwing final : public IMathExprNameSource
+    {
+    public:
+        const wchar_t* getName(std::uint32_t) const override { throw std::runtime_error("host"); }
+    };
+    Session session(true);
+    const Throwing source;
+    ExpressionDiagnostics(session.expression).setNameSource(&source);
+    session.run(L"unk");
+    EXPECT_THROW(session.diagnostic(), std::runtime_error);
+    EXPECT_TRUE(session.run(L"1+1").evaluated);
+}
+
+/// Comparing each character of one with each of the other would take hours.
+TEST(Suggestions, OfLongNamesTakeLinearTime)
+{
+    Session session(true);
+    const std::wstring longName(1'000'000, L'x');
+    const Offered offered({longName + L"y"});
+    ExpressionDiagnostics(session.expression).setNameSource(&offered);
+    EXPECT_EQ(suggested(session, longName.c_str()), Names{longName + L"y"});
+}
+
+}

@@ -1,0 +1,89 @@
+// VocabularyListTests.cpp - the vocabulary as hosts see it.
+#include "mathexpr/IMathFunction.h"
+#include "mathexpr/Vocabulary.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::vector<VocabularyItem> allItems()
+{
+    std::vector<VocabularyItem> items;
+    VocabularyItem item;
+    for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
+    {
+        items.push_back(item);
+    }
+    return items;
+}
+
+TEST(VocabularyList, HoldsConstantsThenOperatorsThenFunctions)
+{
+    const std::vector<VocabularyItem> items = allItems();
+    ASSERT_EQ(items.size(), 4U + 16U + 257U);
+    for (std::size_t index = 0; index < items.size(); ++index)
+    {
+        const VocabularyKind expected = index < 4    ? VocabularyKind::Constant
+                                        : index < 20 ? VocabularyKind::Operator
+                                                     : VocabularyKind::Function;
+        EXPECT_EQ(items[index].kind, expected) << index;
+    }
+}
+
+TEST(VocabularyList, EndsWithoutTouchingTheRecord)
+{
+    VocabularyItem item{};
+    item.nbArgs = 77;
+    EXPECT_FALSE(getVocabularyItem(277, item));
+    EXPECT_FALSE(getVocabularyItem(0xFFFFFFFF, item));
+    EXPECT_EQ(item.nbArgs, 77U);
+}
+
+TEST(VocabularyList, TellsTheConstants)
+{
+    const std::vector<VocabularyItem> items = allItems();
+    const std::vector<std::pair<std::wstring, double>> expected{
+        {L"pi", 3.14159265359}, {L"PI", 3.14159265359}, {L"e", 2.718281828459045}, {L"E", 2.718281828459045}};
+    for (std::size_t index = 0; index < expected.size(); ++index)
+    {
+        EXPECT_EQ(items[index].symbol, expected[index].first);
+        EXPECT_EQ(items[index].value, expected[index].second);
+        EXPECT_EQ(items[index].family, VocabularyFamily::Constants);
+        EXPECT_TRUE(items[index].constant);
+        EXPECT_EQ(items[index].className, std::wstring());
+    }
+}
+
+TEST(VocabularyList, TellsOperatorsAndFunctions)
+{
+    std::map<std::wstring, VocabularyItem> items;
+    for (const VocabularyItem& item : allItems())
+    {
+        items[item.className] = item;
+    }
+    const VocabularyItem& minus = items.at(L"UnaryMinusOp");
+    EXPECT_EQ(minus.symbol, std::wstring(L"-"));
+    EXPECT_TRUE(minus.unary);
+    EXPECT_EQ(minus.nbArgs, 1U);
+    const VocabularyItem& power = items.at(L"ExpOp");
+    EXPECT_EQ(power.symbol, std::wstring(L"^"));
+    EXPECT_FALSE(power.unary);
+    EXPECT_EQ(power.nbArgs, 2U);
+    EXPECT_GT(power.precedence, items.at(L"AddOp").precedence);
+    const VocabularyItem& sine = items.at(L"SinFct");
+    EXPECT_EQ(sine.symbol, std::wstring(L"sin"));
+    EXPECT_EQ(sine.help, std::wstring(L"sin(x)"));
+    EXPECT_EQ(sine.description, std::wstring(L"Sine"));
+    EXPECT_EQ(sine.family, VocabularyFamily::CoreMath);
+    EXPECT_TRUE(sine.constant);
+    EXPECT_FALSE(items.at(L"RandFct").constant);
+    EXPECT_EQ(items.at(L"MaxUndefFct").nbArgs, NB_ARGS_UNDEFINED);
+    EXPECT_EQ(items.at(L"M2cmFct").family, VocabularyFamily::Length);
+    EXPECT_EQ(items.at(L"dist").family, VocabularyFamily::Geometry);
+}
+
+}

@@ -1,0 +1,14 @@
+// VocabularyReport.h - the vocabulary for people and for scripts.
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// Prints all items: a line each, by family; or one JSON array in the order in which they are registered.
+void listVocabulary(bool json);
+
+/// Tells all about the items of each name, overloads included, with expressions that are computed meanwhile; as JSON an
+/// array a name. Of a name that is none, the nearest ones are told on standard error.
+/// @param names  UTF-8
+/// @return whether all names are known
+bool describeItems(const std::vector<std::string>& names, bool json);

@@ -1,0 +1,163 @@
+"""Writes docs/vocabulary.md: every item of the vocabulary, with results that the calculator computes meanwhile.
+
+Usage: vocabulary_page.py CALCULATOR PAGE          writes the page
+       vocabulary_page.py --check CALCULATOR PAGE  fails when the page is not what would be written
+"""
+
+import difflib
+import json
+import subprocess
+import sys
+from fractions import Fraction
+from pathlib import Path
+
+INTRODUCTION = """\
+# The vocabulary
+
+Everything that an expression can name, by family. `tools/vocabulary_page.py` writes this page from what the calculator
+answers, so every result on it was computed; do not edit it.
+
+- *Accepts* is what the item computes with. An argument of another kind is refused: *message N* is the message that the
+  user sees (in silent mode `evaluate` or `setExpression` just answers false), *exception 15* is a parsing exception,
+  raised in both modes and never shown.
+- *With points* shows what the item makes of a point among its arguments.
+- A *converted* number, and a distance, carries a second flag, by which `&` tells it from a plain number.
+"""
+
+SIZES = {
+    # In arc-seconds, metres, square metres and cubic metres. The radian, the survey foot and the acre are the fixed
+    # numbers of the vocabulary; all others are exact.
+    "d": "3600", "r": "206264.80624709636", "c": "1296000", "g": "3240", "q": "324000",
+    "m": "1", "cm": "0.01", "mm": "0.001", "km": "1000", "f": "0.3048", "i": "0.0254", "y": "0.9144",
+    "mile": "1609.344", "su": "0.30480060960122",
+}
+ACRE = "4046.85642"
+ARGUMENTS = ["1", "0.1", "2.5", "3", "7", "0.001", "12345.678", "299792458.0", "0.333333"]
+
+
+def size_of(family, unit):
+    if family == "Area conversions":
+        return Fraction(ACRE) if unit == "sa" else Fraction(SIZES[unit[1:]]) ** 2
+    if family == "Volume conversions":
+        return Fraction(SIZES[unit[1:]]) ** 3
+    return Fraction(SIZES[unit])
+
+
+class Calculator:
+    def __init__(self, path):
+        self.path = path
+
+    def run(self, *arguments, stdin=""):
+        done = subprocess.run([self.path, "--json", *arguments], input=stdin, capture_output=True, text=True,
+                              encoding="utf-8", check=True)
+        return [json.loads(line) for line in done.stdout.splitlines()]
+
+    def items(self):
+        """All items, in the order in which they are registered, with their notes and computed expressions."""
+        listed = self.run("--list")[0]
+        names = list(dict.fromkeys(item["symbol"] for item in listed))
+        described = [item for items in self.run(*(f"--describe={name}" for name in names)) for item in items]
+        by_head = {(item["kind"], item["class"], item["symbol"]): item for item in described}
+        return [by_head[item["kind"], item["class"], item["symbol"]] for item in listed]
+
+    def numbers(self, expressions):
+        return [answer["values"][0]["x"] for answer in self.run(stdin="\n".join(expressions) + "\n")]
+
+
+def is_conversion(item):
+    return item["family"].endswith(" conversions")
+
+
+def relative_errors(calculator, items):
+    """The largest relative error of the conversions: of those that go through an acre and an imperial area, whose
+    literals do not fit each other, and of all others. Each with the symbol where it is met."""
+    conversions = [item for item in items if is_conversion(item)]
+    calls = [(item, argument) for item in conversions for argument in ARGUMENTS]
+    results = calculator.numbers(f"{item['symbol']}({argument})" for item, argument in calls)
+    largest = {True: (0, ""), False: (0, "")}
+    for (item, argument), result in zip(calls, results):
+        source, target = item["symbol"].split("2")
+        exact = Fraction(float(argument)) * size_of(item["family"], source) / size_of(item["family"], target)
+        error = abs(Fraction(result) / exact - 1)
+        by_acre = "sa" in (source, target) and {"sf", "si", "sy"} & {source, target} != set()
+        largest[by_acre] = max(largest[by_acre], (error, item["symbol"]))
+    return largest
+
+
+def code(text):
+    return "`" + text.replace("|", "\\|") + "`" if text else ""
+
+
+def computed(expressions):
+    return "<br>".join(f"{code(each['expression'])} {outcome(each['outcome'])}" for each in expressions)
+
+
+def outcome(text):
+    return text if text.startswith(("message", "exception")) else "= " + text
+
+
+def table(heading, rows):
+    lines = ["| " + " | ".join(heading) + " |", "|" + " --- |" * len(heading)]
+    lines += ["| " + " | ".join(row) + " |" for row in rows]
+    return "\n".join(lines) + "\n"
+
+
+def refusals(item):
+    """What the item refuses, points aside."""
+    return computed(item["refused"]) or "nothing"
+
+
+def page(calculator):
+    items = calculator.items()
+    families = {}
+    for item in items:
+        families.setdefault(item["family"], []).append(item)
+    sections = [INTRODUCTION]
+
+    sections.append("## Constants\n\n" + table(
+        ["Name", "Example"],
+        [[code(item["symbol"]), computed(item["examples"])] for item in families.pop("Constants")]))
+
+    sections.append("## Operators\n\nThe higher number binds tighter.\n\n" + table(
+        ["Signature", "What it does", "Binds", "Accepts", "Example", "With points", "Otherwise refused"],
+        [[code(item["help"]), item["description"].replace("|", "\\|"), str(item["precedence"]), item["domain"],
+          computed(item["examples"]), computed(item["points"]), refusals(item)] for item in families.pop("Operators")]))
+
+    for family in ("Core mathematics", "Geometry"):
+        sections.append(f"## {family}\n\n" + table(
+            ["Signature", "What it does", "Units", "Accepts", "Example", "With points", "Otherwise refused"],
+            [[code(item["help"]), item["description"], item["units"] or "none", item["domain"],
+              computed(item["examples"]), computed(item["points"]), refusals(item)]
+             for item in families.pop(family)]))
+
+    errors = relative_errors(calculator, items)
+    (rounding, where), (acre, acre_where) = errors[False], errors[True]
+    sections.append(
+        "## Conversions between units\n\n"
+        "Each takes one number, any number, and refuses none. Compared with the exact ratio of the units over "
+        f"{len(ARGUMENTS)} arguments, the largest relative error is {float(rounding):.2g} (`{where}`); between acres "
+        f"and imperial areas, whose numbers of square metres are fixed independently, {float(acre):.2g} "
+        f"(`{acre_where}`).\n")
+    for family, conversions in families.items():
+        sections.append(f"### {family}\n\n" + table(
+            ["Signature", "Units", "Description", "Example", "With a point"],
+            [[code(item["symbol"] + "(x)"), item["units"], item["description"].strip(), computed(item["examples"]),
+              item["points"][0]["outcome"]] for item in conversions]))
+    return "\n".join(sections)
+
+
+def main(arguments):
+    check = arguments[:1] == ["--check"]
+    calculator, path = arguments[check:]
+    text = page(Calculator(calculator))
+    if not check:
+        Path(path).write_text(text, encoding="utf-8")
+        return 0
+    written = Path(path).read_text(encoding="utf-8")
+    difference = list(difflib.unified_diff(written.splitlines(), text.splitlines(), path, "computed", lineterm=""))
+    print("\n".join(difference))
+    return 1 if written != text else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
