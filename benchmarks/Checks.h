@@ -1,0 +1,40 @@
+// Checks.h - inputs for the formulas, and how a result is held against native code's.
+#pragma once
+
+#include "benchmarks/Inputs.h"
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <random>
+
+/// Inputs within which every formula is defined.
+inline Inputs randomInputs(std::mt19937_64& generator)
+{
+    const auto draw = [&](double from, double to) {
+        return std::uniform_real_distribution<double>(from, to)(generator);
+    };
+    Inputs inputs{};
+    for (double* any : {&inputs.x, &inputs.y, &inputs.z, &inputs.p.x, &inputs.p.y, &inputs.p.z, &inputs.q.x,
+                        &inputs.q.y, &inputs.q.z})
+    {
+        *any = draw(-180.0, 180.0);
+    }
+    for (double* positive : {&inputs.a, &inputs.b, &inputs.r})
+    {
+        *positive = draw(1.0, 10.0);
+    }
+    return inputs;
+}
+
+inline bool sameBits(double value, double expected)
+{
+    return std::bit_cast<std::uint64_t>(value) == std::bit_cast<std::uint64_t>(expected);
+}
+
+/// Whether a value that is not bit-exact is still the same formula's: far more than an engine's own roundings can
+/// amount to, far less than another formula would give.
+inline bool isClose(double value, double expected)
+{
+    return std::fabs(value - expected) <= 1e-9 * std::fmax(1.0, std::fabs(expected));
+}

@@ -1,0 +1,35 @@
+// Native.h - the formulas in C++: the limit that an interpreter can approach, and the values that it has to meet.
+//
+// Each is compiled on its own with g++ -O2 and called through a pointer, as an expression is. Operations stand in the
+// order in which the language states them, and trigonometry takes degrees with the language's eleven decimals of pi.
+#pragma once
+
+#include "benchmarks/Inputs.h"
+
+namespace native {
+
+double increment(const Inputs& in);
+double multiplyAdd(const Inputs& in);
+double differenceOfSquares(const Inputs& in);
+double nestedArithmetic(const Inputs& in);
+double lengthByPowers(const Inputs& in);
+double lengthByProducts(const Inputs& in);
+double trigonometry(const Inputs& in);
+double extremes(const Inputs& in);
+double comparisons(const Inputs& in);
+double polynomial(const Inputs& in);
+double constants(const Inputs& in);
+double flatSum(const Inputs& in);
+double nestedSum(const Inputs& in);
+
+Point pointArithmetic(const Inputs& in);
+double distance(const Inputs& in);
+Point direction(const Inputs& in);
+Point crossProduct(const Inputs& in);
+
+double conversions(const Inputs& in);
+
+/// What the peers make of the trigonometric formula as this language writes it: their angles are radians.
+double trigonometryInRadians(const Inputs& in);
+
+}
