@@ -5,8 +5,10 @@
 #include "MTParserLib/MTParserPreprocessing.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "mathexpr/EngineAccess.h"
+#include "mathexpr/HostBoundary.h"
 #include "mathexpr/MessageSource.h"
 #include "mathexpr/NameSuggestions.h"
+#include "platform/FloatingPointGuard.h"
 
 #include <algorithm>
 #include <iterator>
@@ -36,18 +38,11 @@ std::wstring withoutBlanks(std::wstring_view text)
     return stripped;
 }
 
-/// The name of the function that stands in the typed text, where a failure concerns one.
-std::wstring_view functionAt(const MTParserRegistrar& registrar, std::wstring_view item)
-{
-    return item == L"["                                                  ? std::wstring_view(L"point")
-           : registrar.findFunction(item) != MTParserRegistrar::notFound ? item
-                                                                         : std::wstring_view{};
-}
-
-std::vector<std::uint32_t> acceptedCounts(const MTParserRegistrar& registrar, std::wstring_view function)
+/// Nothing where the item concerned is no function.
+std::vector<std::uint32_t> acceptedCounts(const MTParserRegistrar& registrar, std::wstring_view item)
 {
     std::vector<std::uint32_t> counts;
-    for (std::size_t index = registrar.findFunction(function); index != MTParserRegistrar::notFound;
+    for (std::size_t index = registrar.findFunction(item); index != MTParserRegistrar::notFound;
          index = registrar.getFunctionDefinition(index).nextOverload)
     {
         counts.push_back(registrar.getFunctionDefinition(index).nbArgs);
@@ -73,6 +68,7 @@ void offerValues(NameSuggestions& suggestions, const MTParserRegistrar& registra
     {
         suggestions.offer(registrar.getVariableDefinition(index).name);
     }
+    const platform::HostFloatingPoint hostsWords;
     std::uint32_t index = 0;
     for (const wchar_t* name = nullptr; host != nullptr && (name = host->getName(index)) != nullptr; ++index)
     {
@@ -94,28 +90,9 @@ std::vector<std::wstring> suggestionsFor(const MTFailure& failure, const MTParse
     return suggestions.take();
 }
 
-}
-
-ExpressionDiagnostics::ExpressionDiagnostics(MathExpression& object) noexcept : expression(&object) {}
-
-ExpressionDiagnostics::ExpressionDiagnostics(CMathExpr& calculator) noexcept
-    : expression(&EngineAccess::expressionOf(calculator))
-{}
-
-bool ExpressionDiagnostics::hasFailed() const noexcept
-{
-    return EngineAccess::compilerOf(*expression).getFailure().message != Message::Id{};
-}
-
-ExpressionDiagnostic ExpressionDiagnostics::get() const
+ExpressionDiagnostic diagnosticOf(const MTParserCompiler& compiler, const MTParserRegistrar& registrar)
 {
     ExpressionDiagnostic diagnostic;
-    if (!hasFailed())
-    {
-        return diagnostic;
-    }
-    const MTParserCompiler& compiler = EngineAccess::compilerOf(*expression);
-    const MTParserRegistrar& registrar = EngineAccess::registrarOf(*expression);
     const MTFailure& failure = compiler.getFailure();
     const std::wstring_view typed = compiler.getTypedText();
 
@@ -135,7 +112,7 @@ ExpressionDiagnostic ExpressionDiagnostics::get() const
     diagnostic.nbArgs = failure.nbArgs;
     if (failure.nbArgs != 0)
     {
-        diagnostic.acceptedNbArgs = acceptedCounts(registrar, functionAt(registrar, diagnostic.itemName));
+        diagnostic.acceptedNbArgs = acceptedCounts(registrar, diagnostic.itemName);
     }
     diagnostic.expected = failure.expected;
     if (failure.message == Message::UnknownName || failure.message == Message::UnknownFunction)
@@ -143,6 +120,27 @@ ExpressionDiagnostic ExpressionDiagnostics::get() const
         diagnostic.suggestions = suggestionsFor(failure, registrar, compiler.getNameSource());
     }
     return diagnostic;
+}
+
+}
+
+ExpressionDiagnostics::ExpressionDiagnostics(MathExpression& object) noexcept : expression(&object) {}
+
+ExpressionDiagnostics::ExpressionDiagnostics(CMathExpr& calculator) noexcept
+    : expression(&EngineAccess::expressionOf(calculator))
+{}
+
+bool ExpressionDiagnostics::hasFailed() const noexcept
+{
+    return EngineAccess::compilerOf(*expression).getFailure().message != Message::Id{};
+}
+
+ExpressionDiagnostic ExpressionDiagnostics::get() const
+{
+    return atHostBoundary(EngineAccess::hostOf(*expression), [&] {
+        return hasFailed() ? diagnosticOf(EngineAccess::compilerOf(*expression), EngineAccess::registrarOf(*expression))
+                           : ExpressionDiagnostic();
+    });
 }
 
 void ExpressionDiagnostics::setNameSource(const IMathExprNameSource* source) noexcept

@@ -2,7 +2,7 @@
 
 #include "platform/FloatingPointGuard.h"
 
-#include <utility>
+#include "platform/ThreadSlot.h"
 
 namespace {
 
@@ -10,7 +10,7 @@ using platform::FloatingPointGuard;
 using platform::FloatingPointWords;
 
 /// The guard that knows the host's words, if the host has words of its own and its code is not running just now.
-thread_local const FloatingPointGuard* innermost = nullptr;
+PLATFORM_THREAD_SLOT(const FloatingPointGuard*, innermost);
 
 #if defined(__x86_64__) || defined(_M_X64)
 
@@ -58,19 +58,21 @@ void setLibrarysWords() noexcept
 void platform::FloatingPointGuard::enter() noexcept
 {
     setLibrarysWords();
-    outer = std::exchange(innermost, this);
+    outer = innermost.get();
+    innermost.set(this);
 }
 
 void platform::FloatingPointGuard::leave() noexcept
 {
-    innermost = outer;
+    innermost.set(outer);
     set(host);
 }
 
-platform::HostFloatingPoint::HostFloatingPoint() noexcept : guard(std::exchange(innermost, nullptr))
+platform::HostFloatingPoint::HostFloatingPoint() noexcept : guard(innermost.get())
 {
     if (guard != nullptr)
     {
+        innermost.set(nullptr);
         set(guard->host);
     }
 }
@@ -81,5 +83,5 @@ platform::HostFloatingPoint::~HostFloatingPoint()
     {
         setLibrarysWords();
     }
-    innermost = guard;
+    innermost.set(guard);
 }

@@ -1,0 +1,22 @@
+# add_version_resource(<target> <description>): gives a Windows module a VERSIONINFO with the project's version.
+set(MATHEXPR_VERSION_TEMPLATE ${CMAKE_CURRENT_LIST_DIR}/VersionInfo.rc.in)
+
+function(add_version_resource target description)
+  get_target_property(type ${target} TYPE)
+  if(type STREQUAL "EXECUTABLE")
+    set(file_type VFT_APP)
+    set(suffix .exe)
+  else()
+    set(file_type VFT_DLL)
+    set(suffix .dll)
+  endif()
+  get_target_property(name ${target} OUTPUT_NAME)
+  if(NOT name)
+    set(name ${target})
+  endif()
+  set(source ${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc)
+  configure_file(${MATHEXPR_VERSION_TEMPLATE} ${source} @ONLY)
+  # A library of its own, so that the resource compiler does not see the options of the C++ compiler.
+  add_library(${target}_version OBJECT ${source})
+  target_sources(${target} PRIVATE $<TARGET_OBJECTS:${target}_version>)
+endfunction()

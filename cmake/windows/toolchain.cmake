@@ -1,0 +1,28 @@
+# Cross-builds for 64-bit Windows with Debian's mingw-w64, and runs what was built under Wine.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+
+# The variant with the standard library's threads.
+set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
+set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+
+# No module may need a compiler's run-time DLL: a host would have to ship it, and two of different make would meet.
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
+
+set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+
+# Debian packs GoogleTest and the header-only libraries for its own architecture only; the Find modules beside this file
+# take their sources and headers from there.
+list(PREPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR})
+set(MATHEXPR_UTF8CPP_INCLUDE_DIR /usr/include/utf8cpp CACHE PATH "Where utf8.h is")
+
+find_program(MATHEXPR_WINE NAMES wine64 wine PATHS /usr/lib/wine)
+if(MATHEXPR_WINE)
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${MATHEXPR_WINE})
+endif()

@@ -1,0 +1,74 @@
+// ThreadSlot.h - a small value that every thread has for itself, all zero at first.
+//
+//     PLATFORM_THREAD_SLOT(int, depth);
+//     depth.set(depth.get() + 1);
+//
+// With MinGW this stands in for thread_local: the compiler's run-time library takes a slot of the process for that and
+// does not give it back when the library is unloaded, so a host that loads and unloads it would run out of them.
+#pragma once
+
+#include <type_traits>
+
+#if defined(__MINGW32__)
+
+#include <cstring>
+
+#include <windows.h>
+
+#define PLATFORM_THREAD_SLOT(Value, name) const platform::ThreadSlot<Value> name
+
+namespace platform {
+
+template <class Value>
+class ThreadSlot
+{
+    static_assert(std::is_trivially_copyable_v<Value> && sizeof(Value) <= sizeof(void*));
+
+public:
+    ThreadSlot() noexcept : index(TlsAlloc()) {}
+    ThreadSlot(const ThreadSlot&) = delete;
+    ThreadSlot& operator=(const ThreadSlot&) = delete;
+    ~ThreadSlot() { TlsFree(index); }
+
+    Value get() const noexcept
+    {
+        void* const bits = TlsGetValue(index);
+        Value value;
+        std::memcpy(&value, &bits, sizeof(value));
+        return value;
+    }
+    void set(Value value) const noexcept
+    {
+        void* bits = nullptr;
+        std::memcpy(&bits, &value, sizeof(value));
+        TlsSetValue(index, bits);
+    }
+
+private:
+    const DWORD index;
+};
+
+}
+
+#else
+
+#define PLATFORM_THREAD_SLOT(Value, name) thread_local platform::ThreadSlot<Value> name
+
+namespace platform {
+
+template <class Value>
+class ThreadSlot
+{
+    static_assert(std::is_trivially_copyable_v<Value> && sizeof(Value) <= sizeof(void*));
+
+public:
+    Value get() const noexcept { return held; }
+    void set(Value value) noexcept { held = value; }
+
+private:
+    Value held{};
+};
+
+}
+
+#endif

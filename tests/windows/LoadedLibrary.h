@@ -1,0 +1,60 @@
+// LoadedLibrary.h - the library as a host that loads it at run time sees it.
+#pragma once
+
+#include "mathexpr/CMathExpr.h"
+
+#include <memory>
+#include <new>
+#include <string>
+
+#include <windows.h>
+
+class LoadedLibrary
+{
+public:
+    /// @param path  full path of mathexpr.dll, whose folder is searched for what it needs
+    explicit LoadedLibrary(const std::wstring& path)
+        : module(LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH))
+    {}
+    LoadedLibrary(const LoadedLibrary&) = delete;
+    LoadedLibrary& operator=(const LoadedLibrary&) = delete;
+    ~LoadedLibrary()
+    {
+        if (module != nullptr)
+        {
+            FreeLibrary(module);
+        }
+    }
+
+    explicit operator bool() const { return module != nullptr; }
+
+    /// Computes one text with a calculator that lives for this call.
+    bool calculate(const wchar_t* text, VALTYPE& result) const
+    {
+        const HostRuntime host;
+        alignas(CMathExpr) unsigned char memory[sizeof(CMathExpr)];
+        entry<void (*)(void*, const HostRuntime*)>("_ZN9CMathExprC1ERK11HostRuntime")(memory, &host);
+        struct Destroy
+        {
+            void (*destructor)(void*);
+            void operator()(void* object) const { destructor(object); }
+        };
+        const std::unique_ptr<void, Destroy> object(memory, {entry<void (*)(void*)>("_ZN9CMathExprD1Ev")});
+        using Calculate = bool (*)(void*, const wchar_t*, VALTYPE*, std::uint32_t);
+        return entry<Calculate>("_ZN9CMathExpr9CalculateEPKwR7VALTYPEj")(memory, text, &result, 2147483647);
+    }
+
+private:
+    template <class Function>
+    Function entry(const char* name) const
+    {
+        const FARPROC address = GetProcAddress(module, name);
+        if (address == nullptr)
+        {
+            throw std::runtime_error(std::string("not exported: ") + name);
+        }
+        return reinterpret_cast<Function>(reinterpret_cast<void*>(address));
+    }
+
+    HMODULE module;
+};

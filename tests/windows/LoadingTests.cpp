@@ -1,0 +1,138 @@
+// LoadingTests.cpp - attaching to a process, with and without the resource library, once and a thousand times.
+//
+// This program is not linked with the library.
+
+#include "tests/windows/BoxWatch.h"
+#include "tests/windows/LoadedLibrary.h"
+
+#include "mathexpr/SMTParsingExcepData.h"
+
+#include <cstring>
+#include <thread>
+
+#include <gtest/gtest.h>
+#include <psapi.h>
+
+namespace {
+
+/// A copy of the library in a folder of its own, without its resource library.
+class LibraryCopy
+{
+public:
+    LibraryCopy()
+    {
+        folder.copy(L"mathexpr.dll");
+        folder.copy(L"TarnUInfo.dll");
+    }
+
+    void addResources(const std::wstring& from) { folder.copy(from, L"MathExprRes.dll"); }
+
+    std::wstring path() const { return folder.path() + L"mathexpr.dll"; }
+
+private:
+    ScratchFolder folder;
+};
+
+TEST(Loading, IsRefusedWithoutTheResourceLibrary)
+{
+    // One stands in the folder of the program, which is also the current directory and on the search path.
+    SetCurrentDirectoryW(programFolder().c_str());
+    ASSERT_NE(GetFileAttributesW(L"MathExprRes.dll"), INVALID_FILE_ATTRIBUTES);
+    const std::wstring searchPath = programFolder();
+    SetEnvironmentVariableW(L"PATH", searchPath.c_str());
+
+    const LibraryCopy copy;
+    BoxWatch watch;
+    {
+        const LoadedLibrary library(copy.path());
+        const DWORD error = GetLastError();
+        EXPECT_FALSE(library);
+        EXPECT_EQ(error, static_cast<DWORD>(ERROR_DLL_INIT_FAILED));
+    }
+    EXPECT_EQ(watch.count(), 1);
+    EXPECT_STREQ(watch.last().text, L"MathExprRes.dll not found");
+    EXPECT_EQ(watch.last().title, programTitle());
+    EXPECT_EQ(watch.last().buttons, 1);
+    EXPECT_EQ(GetModuleHandleW(L"mathexpr.dll"), nullptr);
+    EXPECT_EQ(GetModuleHandleW(L"TarnUInfo.dll"), nullptr);
+}
+
+TEST(Loading, SucceedsWithTheResourceLibraryBesideIt)
+{
+    LibraryCopy copy;
+    copy.addResources(L"MathExprRes.dll");
+    BoxWatch watch;
+    const LoadedLibrary library(copy.path());
+    ASSERT_TRUE(library);
+    VALTYPE result;
+    EXPECT_TRUE(library.calculate(L"[1,2,0]+[3,4,0]", result));
+    EXPECT_EQ(result.type, 1);
+    EXPECT_EQ(result.x, 4);
+    EXPECT_EQ(result.y, 6);
+    EXPECT_EQ(watch.count(), 0);
+}
+
+TEST(Loading, ShowsNothingForAStringThatIsMissing)
+{
+    LibraryCopy copy;
+    copy.addResources(L"OneStringRes.dll");
+    BoxWatch watch;
+    const LoadedLibrary library(copy.path());
+    ASSERT_TRUE(library);
+    VALTYPE result;
+    EXPECT_FALSE(library.calculate(L"1/0", result));
+    Sleep(100);
+    EXPECT_EQ(watch.count(), 0);
+    EXPECT_FALSE(library.calculate(L"1+", result));
+    EXPECT_EQ(watch.count(), 1);
+    EXPECT_STREQ(watch.last().text, L"The one string of this library.");
+}
+
+TEST(Loading, LeavesNothingBehindAThousandTimes)
+{
+    LibraryCopy copy;
+    copy.addResources(L"MathExprRes.dll");
+    const auto loadUseAndUnload = [&copy] {
+        const LoadedLibrary library(copy.path());
+        VALTYPE result;
+        ASSERT_TRUE(library && library.calculate(L"a=sin(30)+[1,2,3]*[4,5,6]", result));
+        // A thread that computes and ends while the library is loaded, and an exception that leaves it.
+        std::thread([&library] {
+            VALTYPE point;
+            EXPECT_TRUE(library.calculate(L"[1,2,3]*2", point));
+        }).join();
+        EXPECT_THROW(library.calculate(L"sin([1,2,3])", result), ParsingException);
+    };
+    // Wine does not count handles, but it hands out the lowest number that is free, as Windows does.
+    const auto measure = [](ULONG_PTR& handles, SIZE_T& memory) {
+        HANDLE next = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+        handles = reinterpret_cast<ULONG_PTR>(next) / 4;
+        CloseHandle(next);
+        PROCESS_MEMORY_COUNTERS counters{};
+        GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters));
+        memory = counters.WorkingSetSize;
+    };
+    for (int i = 0; i < 100; ++i)
+    {
+        loadUseAndUnload();
+    }
+    ULONG_PTR handlesBefore = 0;
+    ULONG_PTR handlesAfter = 0;
+    SIZE_T memoryBefore = 0;
+    SIZE_T memoryAfter = 0;
+    measure(handlesBefore, memoryBefore);
+    for (int i = 0; i < 1000; ++i)
+    {
+        loadUseAndUnload();
+    }
+    measure(handlesAfter, memoryAfter);
+    std::printf("handles %llu -> %llu, working set %llu -> %llu bytes\n",
+                static_cast<unsigned long long>(handlesBefore), static_cast<unsigned long long>(handlesAfter),
+                static_cast<unsigned long long>(memoryBefore), static_cast<unsigned long long>(memoryAfter));
+    EXPECT_LE(handlesAfter, handlesBefore + 8);
+    // A leak of one mapping of the resource library alone would be 28 MB.
+    EXPECT_LE(memoryAfter, memoryBefore + 1024 * 1024);
+    EXPECT_EQ(GetModuleHandleW(L"mathexpr.dll"), nullptr);
+}
+
+}
