@@ -449,6 +449,8 @@ class Vocabulary(CalculatorTest):
     def test_describe_an_unknown_name(self):
         self.expect(["--describe", "dst"], 1, [], ["mathexpr: no such item: dst. Did you mean dist?"])
         self.expect(["--describe", "Sin"], 1, [], ["mathexpr: no such item: Sin. Did you mean sin, asin or sinh?"])
+        self.expect(["--describe", "m2parsec"], 1, [],
+                    ["mathexpr: no such item: m2parsec. Did you mean m2m, m2mile or m2km?"])
         self.expect(["--describe", "xyzzyx"], 1, [], ["mathexpr: no such item: xyzzyx"])
         self.expect(["--describe", b"\xff"], 1, [], ["mathexpr: --describe: not valid UTF-8"])
 

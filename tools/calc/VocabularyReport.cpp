@@ -192,6 +192,31 @@ void printDescription(const VocabularyItem& item)
     printComputed("Points", notes.points);
 }
 
+/// Up to three names that have the most characters at the beginning in common with a name, in the order of the
+/// vocabulary.
+std::vector<std::wstring> namesThatBeginAlike(const std::wstring& name)
+{
+    std::vector<std::wstring> alike;
+    std::size_t most = 1;
+    for (const VocabularyItem& item : allItems())
+    {
+        const std::wstring_view symbol = item.symbol;
+        const auto differing = std::mismatch(name.begin(), name.end(), symbol.begin(), symbol.end()).first;
+        const auto common = static_cast<std::size_t>(differing - name.begin());
+        if (common > most)
+        {
+            alike.clear();
+            most = common;
+        }
+        const bool isNew = std::find(alike.begin(), alike.end(), symbol) == alike.end();
+        if (common == most && alike.size() < 3 && isNew)
+        {
+            alike.emplace_back(symbol);
+        }
+    }
+    return alike;
+}
+
 /// The names that a misspelt one may mean, as the library suggests them for an unknown name in an expression.
 std::vector<std::wstring> nearestNames(const std::wstring& name)
 {
@@ -202,7 +227,8 @@ std::vector<std::wstring> nearestNames(const std::wstring& name)
     }
     catch (const ParsingException&)
     {
-        return ExpressionDiagnostics(object).get().suggestions;
+        const std::vector<std::wstring> near = ExpressionDiagnostics(object).get().suggestions;
+        return near.empty() ? namesThatBeginAlike(name) : near;
     }
     return {};
 }
