@@ -620,7 +620,8 @@ void MTParserCompiler::noteRefusedItem(MTSpan span, std::uint32_t nbArgs)
 void MTParserCompiler::noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const ParsingException& exception)
 {
     const SMTParsingExcepData& data = exception.entries.front().data;
-    note(Message::InvalidExpression, Expected::Number, span, data.itemName, nbArgs);
+    const std::uint32_t expected = data.exID == ParsingError::ArgumentKind ? Expected::Number : 0U;
+    note(Message::InvalidExpression, expected, span, data.itemName, nbArgs);
     failure.kind = ExpressionDiagnostic::Kind::Parsing;
     failure.code = data.exID;
 }

@@ -7,12 +7,11 @@
 //   An operator first makes operators that bind at least as tightly leave the stack and be emitted, then goes onto the
 //     stack itself. A unary operator is not made to leave by one of its own precedence.
 //   A name before "(" is a function: it goes onto the stack with precedence 5, under the "(" that follows it, which
-//   also
-//     emits a placeholder. It leaves the stack like an operator, after its ")".
+//     also emits a placeholder. It leaves the stack like an operator, after its ")".
 //   "(" goes onto the stack as a wall, and opens a bracket level.
 //   ")" and the separator emit everything down to the wall; ")" removes the wall. Both end an argument: it is counted
-//   by the
-//     record under the wall if that is a function's and something was read since the last separator (its pending flag).
+//     by the record under the wall if that is a function's and something was read since the last separator (its
+//     pending flag).
 //   At the end of the text everything left on the stack is emitted.
 //
 // A bracket level holds what was read last in it and what before that: it tells a unary operator from a binary one, and
@@ -42,7 +41,7 @@ class MTParserCompiler
 {
 public:
     /// @param registrar     resolves symbols and names, and receives the variables that the host answers; outlives the
-    /// compiler
+    ///                      compiler
     /// @param showMessages  true: an error shows its message and compile returns false; false: it raises an exception
     /// @param service       the host's; may be null
     MTParserCompiler(MTParserRegistrar& registrar, bool showMessages, const IMathExprService* service) noexcept;

@@ -99,6 +99,8 @@ TEST(Limits, RecordsCountValuesOperatorsAndCalls)
         {L"1.5e+3",         1, ""},
         {L"2 * 1.5e +3",    3,
            "    ^^^^^^^"},
+        {L"e*2",            3,
+           "  ^"},
         {L"--x",            3,
            "  ^"},
         {L"1 < = 2 & 1",    5,
@@ -186,6 +188,15 @@ TEST(Limits, ATextTooLongIsNotReadToItsEnd)
     EXPECT_TRUE(session.run(text.c_str()).parsing);
     EXPECT_EQ(session.diagnostic().start, 10U);
     EXPECT_EQ(session.diagnostic().itemName, L"");
+}
+
+TEST(Limits, OfTwoBrokenAtOnePlaceTheFirstIsTold)
+{
+    Session session(true);
+    setLimits(session.expression, {0, 1, 1});
+    EXPECT_EQ(session.run(L"--1").parsing->exID, std::uint32_t{ParsingError::TooManyRecords});
+    setLimits(session.expression, {3, 1, 1});
+    EXPECT_EQ(session.run(L"--11").parsing->exID, std::uint32_t{ParsingError::TextTooLong});
 }
 
 TEST(Limits, UnbalancedTextsAreCountedToo)
