@@ -1,5 +1,7 @@
 // VocabularyListTests.cpp - the vocabulary as hosts see it.
 #include "mathexpr/IMathFunction.h"
+#include "mathexpr/MathExpression.h"
+#include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Vocabulary.h"
 
 #include <gtest/gtest.h>
@@ -84,6 +86,48 @@ TEST(VocabularyList, TellsOperatorsAndFunctions)
     EXPECT_EQ(items.at(L"MaxUndefFct").nbArgs, NB_ARGS_UNDEFINED);
     EXPECT_EQ(items.at(L"M2cmFct").family, VocabularyFamily::Length);
     EXPECT_EQ(items.at(L"dist").family, VocabularyFamily::Geometry);
+}
+
+/// Answers every name with a number.
+class AnyNumber final : public IMathExprService
+{
+public:
+    bool lookupValue(const wchar_t*, VALTYPE& value) const override
+    {
+        value.x = 0.5;
+        return true;
+    }
+};
+
+// Only "rand()" is out of reach: empty brackets are refused whatever stands before them.
+TEST(VocabularyList, HoldsNothingThatAnExpressionCannotSay)
+{
+    const AnyNumber host;
+    MathExpression expression(true, &host);
+    for (const VocabularyItem& item : allItems())
+    {
+        std::wstring text = item.symbol;
+        if (item.kind == VocabularyKind::Operator)
+        {
+            text = item.unary ? text + L"x" : L"x" + text + L"x";
+        }
+        else if (item.kind == VocabularyKind::Function && item.nbArgs == 0)
+        {
+            EXPECT_THROW(expression.setExpression((text + L"()").c_str()), ParsingException);
+            continue;
+        }
+        else if (item.kind == VocabularyKind::Function)
+        {
+            text += L"(x";
+            const std::uint32_t nbArgs = item.nbArgs == NB_ARGS_UNDEFINED ? 5 : item.nbArgs;
+            for (std::uint32_t j = 1; j < nbArgs; ++j)
+            {
+                text += L",x";
+            }
+            text += L")";
+        }
+        EXPECT_NO_THROW(EXPECT_TRUE(expression.setExpression(text.c_str()))) << std::string(text.begin(), text.end());
+    }
 }
 
 }
