@@ -59,7 +59,7 @@ namespace platform {
 template <class Value>
 class ThreadSlot
 {
-    static_assert(std::is_trivially_copyable_v<Value> && sizeof(Value) <= sizeof(void*));
+    static_assert(std::is_trivially_copyable_v<Value>);
 
 public:
     Value get() const noexcept { return held; }
