@@ -1,4 +1,5 @@
-// BoxWatch.h - watches, from another process, for the message boxes of this one. Boxes are read and dismissed.
+// BoxWatch.h - watches, from another process, for the message boxes of this one or of a given one. Boxes are read and
+// dismissed.
 #pragma once
 
 #include "tests/windows/BoxReport.h"
@@ -11,13 +12,12 @@
 class BoxWatch
 {
 public:
-    BoxWatch()
+    explicit BoxWatch(DWORD process = GetCurrentProcessId())
     {
-        const DWORD self = GetCurrentProcessId();
         memory = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(BoxReport),
-                                    boxReportName(self).c_str());
+                                    boxReportName(process).c_str());
         report = static_cast<BoxReport*>(MapViewOfFile(memory, FILE_MAP_ALL_ACCESS, 0, 0, sizeof(BoxReport)));
-        std::wstring command = L"\"" + programFolder() + L"box_watcher.exe\" " + std::to_wstring(self);
+        std::wstring command = L"\"" + programFolder() + L"box_watcher.exe\" " + std::to_wstring(process);
         STARTUPINFOW start{};
         start.cb = sizeof(start);
         if (report == nullptr ||

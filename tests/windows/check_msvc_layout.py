@@ -52,7 +52,7 @@ FIELDS = {"type": 0, "flag": 1, "reserved": 2, "padding": 4, "x": 8, "y": 16, "z
 
 def slots(dump, name):
     """The functions of a class's virtual table, in the order of the table."""
-    table = re.search(rf"VFTable for .*'{name}'.*\n((?:\s+.*\n)+)", dump)
+    table = re.search(rf"VFTable for .*'{name}'.*\n((?:[ \t]+.*\n)+)", dump)
     found = re.findall(r"^\s+(\d+) \| (?!.*RTTI)(.*)$", table.group(1), re.M) if table else []
     names = []
     for _, text in found:

@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# test_package.sh ZIP BUILD-DIRECTORY - unpacks the package elsewhere, builds its samples as somebody would who has only
+# the package, and runs them for a German user.
+set -euo pipefail
+zip=$1
+build=$2
+elsewhere=$(mktemp -d "${TMPDIR:-/tmp}/mathexpr package.XXXXXX")
+trap 'rm -rf "$elsewhere"' EXIT
+cd "$elsewhere"
+cmake -E tar xf "$zip"
+package=$(echo "$elsewhere"/mathexpr-*)
+
+cat >toolchain.cmake <<'END'
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
+END
+cmake -S "$package/samples" -B samples -DCMAKE_TOOLCHAIN_FILE="$elsewhere/toolchain.cmake" -DCMAKE_BUILD_TYPE=Release >log
+cmake --build samples >>log || { cat log; exit 1; }
+
+export LC_ALL=de_DE.UTF-8
+MATHEXPR_PACKAGE=$(wine64 winepath -w "$package" | tr -d '\r')
+MATHEXPR_SAMPLES=$(wine64 winepath -w "$elsewhere/samples" | tr -d '\r')
+export MATHEXPR_PACKAGE MATHEXPR_SAMPLES
+wine64 "$build/bin/PackageTests.exe"
