@@ -1,5 +1,5 @@
 // resources.cpp - what this library allocates: while evaluating, while compiling, for an expression object and for a
-// compiled program. Prints one JSON object.
+// compiled program; and how long the first object of a process takes. Prints one JSON object.
 //
 // Every allocation of the process is counted, in the shared library too: operator new is replaced.
 #include "benchmarks/Formulas.h"
@@ -11,6 +11,7 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -93,6 +94,14 @@ std::size_t allocationsOf(Body body)
     return nbAllocations - before;
 }
 
+template <class Body>
+double nanosecondsOf(Body body)
+{
+    const auto start = std::chrono::steady_clock::now();
+    body();
+    return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count();
+}
+
 void evaluate(MathexprEngine& engine, const Formula& formula)
 {
     formula.isPoint() ? static_cast<void>(engine.point()) : static_cast<void>(engine.number());
@@ -156,14 +165,22 @@ std::size_t bytesOfProgram(const Formula& formula)
 
 int main()
 {
+    // First of all: what the first object of a process takes, and what it leaves behind for those that follow.
+    const std::size_t beforeFirst = liveBytes;
+    const double first = nanosecondsOf([] { MathexprEngine::construct(); });
+    const std::size_t sharedBytes = liveBytes - beforeFirst;
+    const double firstOfMuparser = nanosecondsOf([] { MuparserEngine::construct(); });
+
     const auto program = std::find_if(formulas().begin(), formulas().end(),
                                       [](const Formula& formula) { return formula.text == "((x*2+y)*3-z)/(a+b*2)"; });
-    std::printf("{\n  \"allocations per 1000 evaluations\": %zu,\n  \"allocations per compile\": %zu,\n",
+    std::printf("{\n  \"first object, ns\": {\"mathexpr\": %.0f, \"muparser\": %.0f},\n", first, firstOfMuparser);
+    std::printf("  \"allocations per 1000 evaluations\": %zu,\n  \"allocations per compile\": %zu,\n",
                 allocationsPerThousandEvaluations(), allocationsPerCompile());
     std::printf(
         "  \"bytes of an object\": {\"mathexpr\": %zu, \"muparser\": %zu, \"muparserx\": %zu, \"fparser\": %zu},\n",
         bytesOf<MathExpression>(true, nullptr), bytesOf<mu::Parser>(),
         bytesOf<mup::ParserX>(static_cast<unsigned>(mup::pckALL_NON_COMPLEX)), bytesOf<FunctionParser>());
-    std::printf("  \"bytes of the program\": %zu\n}\n", bytesOfProgram(*program));
+    std::printf("  \"bytes shared by all objects\": %zu,\n  \"bytes of the program\": %zu\n}\n", sharedBytes,
+                bytesOfProgram(*program));
     return 0;
 }

@@ -1,68 +1,93 @@
 #!/usr/bin/env python3
-"""Runs the benchmarks and prints one table; the first version: evaluation only."""
+"""Runs the benchmarks, prints the tables, and writes the page about performance.
+
+./dev bench builds the programs and calls this. While working on the engine, build them once with the preset "bench"
+and call it directly, for example: benchmarks/run.py build/bench/bin --quick --only evaluate --formula 4,10
+"""
 import argparse
-import json
-import math
 import os
-import statistics
+import platform
+import re
 import subprocess
 import sys
+from pathlib import Path
 
-ENGINES = ["native", "mathexpr", "muparser", "muparserx", "fparser", "fparser optimized", "luajit"]
+sys.dont_write_bytecode = True  # the source folder stays as it is
 
-
-def run_json(command):
-    done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
-    if done.returncode != 0:
-        sys.exit(f"{' '.join(command)}: {done.returncode}\n{done.stderr}")
-    return json.loads(done.stdout)
+import measure
+import report
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("directory", help="where the benchmark programs are")
-    parser.add_argument("--quick", action="store_true")
-    parser.add_argument("--cpu", type=int, default=max(os.sched_getaffinity(0)))
-    parser.add_argument("--formula", default="", help="numbers, such as 1,4")
-    parser.add_argument("--engines", default=",".join(ENGINES))
-    arguments = parser.parse_args()
+    arguments = parse_arguments()
     os.sched_setaffinity(0, {arguments.cpu})
-    rounds, seconds = (7, 0.004) if arguments.quick else (15, 0.01)
-    numbers = [int(n) for n in arguments.formula.split(",")] if arguments.formula else range(1, 19)
-    engines = arguments.engines.split(",")
+    effort = measure.QUICK if arguments.quick else measure.FULL
+    programs = measure.Programs(arguments.directory, effort, progress)
+    try:
+        if arguments.only == "evaluate":
+            tables = [evaluate_only(programs, arguments.formula)]
+        else:
+            tables = everything(programs)
+    except measure.Failed as failure:
+        sys.exit(f"a benchmark program failed: {failure}")
+    progress("")
+    print("\n".join(table.text() for table in tables))
+    print(f"{report.MARK}: not native code's results bit for bit; -: cannot compute the formula")
+    if arguments.page and not arguments.quick and not arguments.only:
+        Path(arguments.page).write_text(page(tables, arguments.cpu), encoding="utf-8")
 
-    print(f"{'ns per evaluation':28}" + "".join(f"{e:>12.12}" for e in engines) + f"{'x native':>10}{'best peer':>10}")
-    ratios = {}
-    for number in numbers:
-        report = run_json([
-            os.path.join(arguments.directory, "benchmark_evaluate"),
-            f"--benchmark_filter=^{number}/({'|'.join(engines)})$", f"--benchmark_repetitions={rounds}",
-            f"--benchmark_min_time={seconds}", "--benchmark_enable_random_interleaving=true",
-            "--benchmark_format=json"])
-        times, differing, title = {}, {}, report["context"][f"formula {number}"]
-        for row in report["benchmarks"]:
-            if row.get("run_type") == "aggregate" or row.get("error_occurred"):
-                continue
-            engine = row["name"].split("/")[1]
-            times.setdefault(engine, []).append(row["cpu_time"])
-            differing[engine] = row["differing"]
-        medians = {e: statistics.median(t) for e, t in times.items()}
-        line = f"{number:2} {title:25.25}"
-        for engine in engines:
-            mark = "~" if differing.get(engine) else " "
-            line += f"{medians[engine]:11.2f}{mark}" if engine in medians else f"{'-':>11} "
-        ours, native = medians.get("mathexpr"), medians.get("native")
-        peers = [m for e, m in medians.items() if e not in ("native", "mathexpr")]
-        if ours and native:
-            ratios[number] = ours / native
-            line += f"{ours / native:10.2f}"
-            if peers:
-                line += f"{ours / min(peers):10.2f}"
-        print(line, flush=True)
-    mean = [ratios[n] for n in range(1, 12) if n in ratios]
-    if mean:
-        print(f"geometric mean of {len(mean)}: {math.exp(statistics.fmean(map(math.log, mean))):.2f} x native "
-              f"(~: not bit-exact)")
+
+def parse_arguments():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("directory", help="where the benchmark programs are")
+    parser.add_argument("--quick", action="store_true", help="within a minute, with more noise")
+    parser.add_argument("--only", choices=["evaluate"], help="measure evaluation alone")
+    parser.add_argument("--formula", type=lambda text: [int(n) for n in text.split(",")],
+                        default=list(range(1, measure.NB_FORMULAS + 1)), help="with --only: numbers, such as 1,4")
+    parser.add_argument("--cpu", type=int, default=max(os.sched_getaffinity(0)), help="the processor to run on")
+    parser.add_argument("--page", help="the page to write; only a full run writes it")
+    return parser.parse_args()
+
+
+def progress(text):
+    if sys.stderr.isatty():
+        print(f"\r\033[K{text}", end="", file=sys.stderr, flush=True)
+
+
+def evaluate_only(programs, formulas):
+    evaluated = programs.evaluate(formulas, [measure.NATIVE, measure.OURS, *measure.PEERS])
+    return report.evaluation_table(evaluated, programs.titles)
+
+
+def everything(programs):
+    interpreters = [measure.OURS, *measure.PEERS]
+    evaluated = programs.evaluate(range(1, measure.NB_FORMULAS + 1), [measure.NATIVE, *interpreters])
+    compiled = programs.compile(interpreters)
+    scaled = programs.scale(interpreters)
+    resources = programs.resources()
+    titles = programs.titles
+    return [report.evaluation_table(evaluated, titles), report.compile_table(compiled, titles),
+            report.object_table(compiled, resources, titles), report.scale_table(scaled),
+            report.memory_table(resources), report.summary(evaluated, compiled, scaled, resources)]
+
+
+def page(tables, cpu):
+    """The page: what was measured and how, the figures with the targets first, and the hand-written remarks."""
+    template = Path(__file__).with_name("page.md").read_text(encoding="utf-8")
+    return template.format(machine=machine(cpu), summary=tables[-1].markdown(),
+                           tables="\n".join(table.markdown() for table in tables[:-1]))
+
+
+def machine(cpu):
+    model = re.search(r"model name\s*: (.*)", Path("/proc/cpuinfo").read_text(encoding="utf-8"))
+    compiler = subprocess.run(["g++", "--version"], stdout=subprocess.PIPE, text=True, check=True).stdout.split("\n")[0]
+    packages = ["libbenchmark-dev", "libmuparser-dev", "libmuparserx-dev", "libfparser-dev", "libluajit-5.1-dev",
+                "libc6"]
+    versions = subprocess.run(["dpkg-query", "-W", "-f=${Package} ${Version}, ", *packages], stdout=subprocess.PIPE,
+                              text=True, check=True).stdout.rstrip(", ")
+    return (f"{model.group(1) if model else platform.machine()}, {os.cpu_count()} processors, pinned to number {cpu}; "
+            f"load average {os.getloadavg()[0]:.1f} at the end; {platform.system()} {platform.release()}; {compiler}; "
+            f"{versions}.")
 
 
 main()

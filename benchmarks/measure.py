@@ -1,0 +1,135 @@
+"""Runs the benchmark programs and collects their figures: medians in nanoseconds of processor time.
+
+Everything runs pinned to one processor. Evaluation: one process for each formula, in which Google Benchmark interleaves
+the engines at random. Compiling: each engine in a process of its own, in rounds, so that the engines alternate. Long
+texts: a process for each text, which may fail without harm to the others.
+"""
+import json
+import os
+import statistics
+import subprocess
+from dataclasses import dataclass
+
+NATIVE = "native"
+OURS = "mathexpr"
+PEERS = ["muparser", "muparserx", "fparser", "fparser optimized", "luajit"]
+NB_FORMULAS = 18
+SHAPES = ["flat", "nested", "right-nested"]
+TERMS = [100, 1000, 10_000, 100_000, 1_000_000]
+
+
+@dataclass
+class Effort:
+    """How much is measured."""
+    evaluate_rounds: int
+    evaluate_seconds: float  # of each repetition
+    compile_rounds: int
+    compile_seconds: float
+    scale_rounds: int
+    scale_timeout: float
+    scale_peer_terms: int  # the largest text that peers are given
+
+
+FULL = Effort(15, 0.01, 9, 0.008, 5, 10.0, 1_000_000)
+QUICK = Effort(5, 0.004, 3, 0.002, 2, 3.0, 1000)
+
+
+class Failed(Exception):
+    """A program that was to report figures did not."""
+
+
+class Programs:
+    """The benchmark programs in a build directory."""
+
+    def __init__(self, directory, effort, progress):
+        self.directory = directory
+        self.effort = effort
+        self.progress = progress
+        self.titles = {}  # of formulas and one-shot texts, as the programs tell them
+
+    def run(self, program, *arguments, timeout=None):
+        command = [os.path.join(self.directory, program), *arguments]
+        done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, timeout=timeout,
+                              check=False)
+        if done.returncode != 0:
+            signal = f"signal {-done.returncode}" if done.returncode < 0 else f"status {done.returncode}"
+            raise Failed(f"{signal}\n{done.stderr}".strip())
+        return json.loads(done.stdout)
+
+    def benchmark(self, program, pattern, seconds, repetitions=1, timeout=None):
+        """The rows of single repetitions."""
+        report = self.run(program, f"--benchmark_filter={pattern}", f"--benchmark_min_time={seconds}",
+                          f"--benchmark_repetitions={repetitions}", "--benchmark_enable_random_interleaving=true",
+                          "--benchmark_format=json", timeout=timeout)
+        self.titles.update({k: v for k, v in report["context"].items() if k.startswith(("formula ", "oneshot "))})
+        return [row for row in report["benchmarks"] if row.get("run_type") != "aggregate"]
+
+    def evaluate(self, formulas, engines):
+        """{formula: {engine: (ns, differing results)}}; an engine that cannot compute a formula is not in it."""
+        result = {}
+        for formula in formulas:
+            self.progress(f"evaluate {formula}")
+            rows = self.benchmark("benchmark_evaluate", f"^{formula}/({'|'.join(engines)})$",
+                                  self.effort.evaluate_seconds, self.effort.evaluate_rounds)
+            result[formula] = medians(rows, lambda name: name[1])
+        return result
+
+    def compile(self, engines):
+        """{"compile/FORMULA" or "construct" or "oneshot/NUMBER": {engine: (ns, differing results)}}"""
+        rows = []
+        for round_number in range(self.effort.compile_rounds):
+            self.progress(f"compile, round {round_number + 1}")
+            for engine in engines:
+                rows += self.benchmark("benchmark_compile", f"^(compile|construct|oneshot)(/[0-9]+)?/{engine}$",
+                                       self.effort.compile_seconds)
+        by_measurement = {}
+        for row in rows:
+            by_measurement.setdefault(row["name"].rsplit("/", 1)[0], []).append(row)
+        return {name: medians(some, lambda name: name[-1]) for name, some in by_measurement.items()}
+
+    def scale(self, engines):
+        """{shape: {engine: {terms: ns for each term, or why there is no figure}}}"""
+        result = {shape: {engine: {} for engine in engines} for shape in SHAPES}
+        for shape in SHAPES:
+            for engine in engines:
+                for terms in TERMS:
+                    if engine != OURS and terms > self.effort.scale_peer_terms:
+                        break
+                    self.progress(f"scale {shape} {engine} {terms}")
+                    figure = self.one_scale(shape, terms, engine)
+                    result[shape][engine][terms] = figure
+                    if isinstance(figure, str):
+                        break
+        return result
+
+    def one_scale(self, shape, terms, engine):
+        rounds = self.effort.scale_rounds if engine == OURS else 1
+        try:
+            rows = self.benchmark("benchmark_compile", f"^scale/{shape}/{terms}/{engine}$", 0.02, rounds,
+                                  timeout=self.effort.scale_timeout)
+        except subprocess.TimeoutExpired:
+            return f"over {self.effort.scale_timeout:.0f} s"
+        except Failed as failure:
+            return "crashes" if str(failure).startswith("signal") else "fails"
+        if rows[0].get("error_occurred"):
+            return "wrong" if "something else" in rows[0]["error_message"] else "refuses"
+        return statistics.median(row["cpu_time"] for row in rows) / terms
+
+    def resources(self):
+        """What benchmark_resources prints; the first object's times are medians, since a process has only one."""
+        self.progress("resources")
+        reports = [self.run("benchmark_resources") for _ in range(self.effort.compile_rounds)]
+        first = [report["first object, ns"] for report in reports]
+        return {**reports[0], "first object, ns": {e: statistics.median(t[e] for t in first) for e in first[0]}}
+
+
+def medians(rows, engine_of):
+    """{engine: (median ns, differing results)} of the rows that are no errors."""
+    times, differing = {}, {}
+    for row in rows:
+        if row.get("error_occurred"):
+            continue
+        engine = engine_of(row["name"].split("/"))
+        times.setdefault(engine, []).append(row["cpu_time"])
+        differing[engine] = int(row.get("differing", 0))
+    return {engine: (statistics.median(some), differing[engine]) for engine, some in times.items()}

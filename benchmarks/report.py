@@ -1,0 +1,157 @@
+"""Makes tables of the figures, sets the targets beside them, and writes docs/performance.md."""
+import math
+import statistics
+from dataclasses import dataclass, field
+
+from measure import NATIVE, OURS, PEERS, SHAPES, TERMS
+
+MARK = "~"  # a peer whose results are not native code's bit for bit
+MEAN_OF = range(1, 12)
+POLYNOMIAL = 10
+POINTS_WITH_TARGET = {14: "p+q*2", 15: "dist(p,q)"}
+
+
+@dataclass
+class Table:
+    title: str
+    header: list
+    rows: list = field(default_factory=list)
+
+    def text(self):
+        cells = [self.header, *self.rows]
+        widths = [max(len(row[i]) for row in cells) for i in range(len(self.header))]
+        lines = ["  ".join(c.ljust(w) if i == 0 else c.rjust(w) for i, (c, w) in enumerate(zip(row, widths)))
+                 for row in cells]
+        return "\n".join([self.title, lines[0], "-" * len(lines[0]), *lines[1:]]) + "\n"
+
+    def markdown(self):
+        rule = ["---"] + ["---:"] * (len(self.header) - 1)
+        lines = ["| " + " | ".join(cell.replace("|", "\\|") for cell in row) + " |"
+                 for row in [self.header, rule, *self.rows]]
+        return f"**{self.title}**\n\n" + "\n".join(lines) + "\n"
+
+
+def number(value):
+    if value is None:
+        return "-"
+    if isinstance(value, int):
+        return str(value)
+    return f"{value:.0f}" if value >= 100 else f"{value:.1f}" if value >= 10 else f"{value:.2f}"
+
+
+def marked(figure):
+    return "-" if figure is None else number(figure[0]) + (MARK if figure[1] else "")
+
+
+def ratio(figures, other):
+    """Ours through the other's; None where one is missing."""
+    if OURS not in figures or other not in figures:
+        return None
+    return figures[OURS][0] / figures[other][0]
+
+
+def fastest(figures, exact_only=False):
+    """The name of the fastest peer, or None."""
+    peers = [e for e in figures if e in PEERS and not (exact_only and figures[e][1])]
+    return min(peers, key=lambda e: figures[e][0], default=None)
+
+
+def evaluation_table(evaluated, titles):
+    table = Table("Evaluate once, ns", ["formula", NATIVE, OURS, *PEERS, "x native", "x fastest peer",
+                                        "x fastest exact peer"])
+    for formula, figures in evaluated.items():
+        table.rows.append([f"{formula} {titles[f'formula {formula}']}", *[marked(figures.get(e)) for e in
+                                                                         [NATIVE, OURS, *PEERS]],
+                           number(ratio(figures, NATIVE)), number(ratio(figures, fastest(figures))),
+                           number(ratio(figures, fastest(figures, True)))])
+    return table
+
+
+def compile_table(compiled, titles):
+    table = Table("Compile and evaluate once on an existing object, ns",
+                  ["formula", OURS, *PEERS, "x fparser", "muparser x ours"])
+    for formula in compiled_formulas(compiled):
+        figures = compiled[f"compile/{formula}"]
+        inverse = ratio(figures, "muparser")
+        table.rows.append([f"{formula} {titles[f'formula {formula}']}",
+                           *[marked(figures.get(e)) for e in [OURS, *PEERS]], number(ratio(figures, "fparser")),
+                           number(1 / inverse if inverse else None)])
+    return table
+
+
+def object_table(compiled, resources, titles):
+    table = Table("Objects, ns", ["", OURS, *PEERS, "x muparser"])
+    for name, figures in compiled.items():
+        if name.startswith("compile/"):
+            continue
+        title = "construct and destroy" if name == "construct" else "one shot " + titles[name.replace("/", " ")]
+        table.rows.append([title, *[marked(figures.get(e)) for e in [OURS, *PEERS]],
+                           number(ratio(figures, "muparser"))])
+    first = {engine: (time, 0) for engine, time in resources["first object, ns"].items()}
+    table.rows.append(["first object of a process", *[marked(first.get(e)) for e in [OURS, *PEERS]],
+                       number(ratio(first, "muparser"))])
+    return table
+
+
+def scale_table(scaled):
+    table = Table("Compile and evaluate once, ns for each term", ["shape, engine", *[f"{t:,}" for t in TERMS]])
+    for shape in SHAPES:
+        for engine, figures in scaled[shape].items():
+            cells = [figures.get(t) for t in TERMS]
+            table.rows.append([f"{shape}, {engine}", *[c if isinstance(c, str) else number(c) for c in cells]])
+    return table
+
+
+def memory_table(resources):
+    table = Table("Memory of an object that has compiled nothing, bytes", ["", *resources["bytes of an object"]])
+    table.rows.append(["object", *[str(b) for b in resources["bytes of an object"].values()]])
+    table.rows.append(["shared by all objects, once", str(resources["bytes shared by all objects"]),
+                       *["-"] * (len(table.header) - 2)])
+    return table
+
+
+def compiled_formulas(compiled):
+    return sorted(int(name.split("/")[1]) for name in compiled if name.startswith("compile/"))
+
+
+def geometric_mean(evaluated):
+    return math.exp(statistics.fmean(math.log(ratio(evaluated[f], NATIVE)) for f in MEAN_OF))
+
+
+def summary(evaluated, compiled, scaled, resources):
+    """The targets, each beside its figure. A target is an upper bound unless it is written with "at least"."""
+    table = Table("Targets", ["what", "figure", "target", "reached"])
+
+    def row(what, figure, target, at_least=False, unit=""):
+        reached = figure >= target if at_least else figure <= target
+        table.rows.append([what, number(figure) + unit, ("at least " if at_least else "at most ") + f"{target:g}{unit}",
+                           "yes" if reached else "no"])
+
+    worst_peer = max((ratio(evaluated[f], fastest(evaluated[f])), f) for f in MEAN_OF)
+    worst_exact = max((ratio(evaluated[f], fastest(evaluated[f], True)), f) for f in MEAN_OF
+                      if fastest(evaluated[f], True))
+    row("evaluate, formulas 1 to 11, geometric mean, x native", geometric_mean(evaluated), 1.8)
+    row(f"evaluate, formulas 1 to 11, worst (formula {worst_peer[1]}), x fastest peer", worst_peer[0], 1)
+    row(f"the same beside bit-exact peers alone (formula {worst_exact[1]})", worst_exact[0], 1)
+    row("evaluate, polynomial, x native", ratio(evaluated[POLYNOMIAL], NATIVE), 6)
+    for formula, title in POINTS_WITH_TARGET.items():
+        row(f"evaluate, {title}, x native", ratio(evaluated[formula], NATIVE), 4)
+    formulas = [compiled[f"compile/{f}"] for f in compiled_formulas(compiled)]
+    row("compile and evaluate once, worst formula, x fparser", max(ratio(f, "fparser") for f in formulas), 1)
+    row("compile and evaluate once, worst formula, muparser x ours",
+        min(1 / ratio(f, "muparser") for f in formulas), 20, at_least=True)
+    for shape in SHAPES:
+        figures = scaled[shape][OURS].values()
+        if any(isinstance(f, str) for f in figures):
+            table.rows.append([f"compile, {shape}, 100 to 1,000,000 terms", "fails", "at most 1.5", "no"])
+        else:
+            row(f"compile, {shape}, time for each term, slowest x fastest of 100 to 1,000,000 terms",
+                max(figures) / min(figures), 1.5)
+    row("construct and destroy, full vocabulary, x muparser", ratio(compiled["construct"], "muparser"), 1)
+    row("one shot, worst, x muparser",
+        max(ratio(f, "muparser") for n, f in compiled.items() if n.startswith("oneshot/")), 0.5)
+    row("allocations in 1000 evaluations", resources["allocations per 1000 evaluations"], 0)
+    row("allocations for compiling again", resources["allocations per compile"], 0)
+    row("memory of an expression object", resources["bytes of an object"][OURS], 65536, unit=" bytes")
+    row("memory of the compiled ((x*2+y)*3-z)/(a+b*2)", resources["bytes of the program"], 1536, unit=" bytes")
+    return table
