@@ -4,7 +4,7 @@
 //
 //     MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1000000 MATHEXPR_DIFFERENTIAL_SEED=7 reference_tests
 //
-// A difference names the seed of its script, which alone shows it again with MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1.
+// A difference names its script by a seed, which alone shows it again with MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1.
 #include "EngineSession.h"
 #include "ExpressionGenerator.h"
 #include "ReferenceEvaluator.h"
