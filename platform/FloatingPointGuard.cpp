@@ -30,12 +30,17 @@ void set(const FloatingPointWords& words) noexcept
     _mm_setcsr(words.mxcsr);
 }
 
-void setLibrarysWords() noexcept
+/// An x87 exception that waits to be raised would be raised by the very instruction that masks it.
+void clearX87() noexcept
 {
 #if !defined(_MSC_VER)
-    // An x87 exception that waits to be raised would be raised by the very instruction that masks it.
     __asm__ __volatile__("fnclex");
 #endif
+}
+
+void setLibrarysWords() noexcept
+{
+    clearX87();
     set(librarysWords);
 }
 
@@ -45,6 +50,8 @@ void set(const FloatingPointWords& words) noexcept
 {
     std::fesetenv(&words.environment);
 }
+
+void clearX87() noexcept {}
 
 void setLibrarysWords() noexcept
 {
@@ -68,7 +75,8 @@ void platform::FloatingPointGuard::leave() noexcept
     set(host);
 }
 
-platform::HostFloatingPoint::HostFloatingPoint() noexcept : guard(innermost.get())
+platform::HostFloatingPoint::HostFloatingPoint() noexcept
+    : librarys(FloatingPointWords::current()), guard(innermost.get())
 {
     if (guard != nullptr)
     {
@@ -79,9 +87,10 @@ platform::HostFloatingPoint::HostFloatingPoint() noexcept : guard(innermost.get(
 
 platform::HostFloatingPoint::~HostFloatingPoint()
 {
-    if (!FloatingPointWords::current().areTheLibrarys())
+    if (!FloatingPointWords::current().areAs(librarys))
     {
-        setLibrarysWords();
+        clearX87();
+        set(librarys);
     }
     innermost.set(guard);
 }

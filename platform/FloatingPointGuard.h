@@ -6,8 +6,7 @@
 // HostFloatingPoint around every call back into the host.
 //
 // The guard reads the words and changes them only where they differ from the library's: every exception masked,
-// rounding to nearest, denormal numbers kept, and 64 bits of precision in the x87 registers, which some run-time
-// libraries compute their functions with.
+// rounding to nearest, denormal numbers kept.
 #pragma once
 
 #include <cstdint>
@@ -37,9 +36,16 @@ struct FloatingPointWords
         return words;
     }
 
+    /// The precision of x87 registers is left alone: nothing computes with them, and Windows starts its threads with
+    /// another one than Linux does.
     bool areTheLibrarys() const noexcept
     {
-        return (mxcsr & ~0x3FU) == 0x1F80 && x87 == 0x037F;
+        return (mxcsr & ~0x3FU) == 0x1F80 && (x87 & 0x0C3F) == 0x003F;
+    }
+
+    bool areAs(const FloatingPointWords& other) const noexcept
+    {
+        return ((mxcsr ^ other.mxcsr) & ~0x3FU) == 0 && x87 == other.x87;
     }
 };
 
@@ -58,6 +64,7 @@ struct FloatingPointWords
     }
 
     bool areTheLibrarys() const noexcept { return std::fegetround() == FE_TONEAREST; }
+    bool areAs(const FloatingPointWords&) const noexcept { return areTheLibrarys(); }
 };
 
 #endif
@@ -105,6 +112,7 @@ public:
     ~HostFloatingPoint();
 
 private:
+    const FloatingPointWords librarys;
     const FloatingPointGuard* const guard;  // null: the host's words are the library's
 };
 
