@@ -6,22 +6,20 @@
 
 #include <cstdint>
 
-/// Does what item->evaluate promises. A built-in item has no data, and its function does not look at the item.
-using MTEvaluate = bool (*)(const IMathExprItemEvaluator* item, std::uint32_t nbArgs, const VALTYPE* args,
-                            VALTYPE& result, bool showMessages);
+struct MTProgramStep;
+
+/// Evaluates the item of a step: does what item->evaluate promises, with the operands and the destination of the step.
+using MTEvaluate = bool (*)(const MTProgramStep& step, bool showMessages);
 
 /// What the vocabulary tells the evaluator about a class. It lives as long as the process.
 struct MTItemKernels
 {
     MTEvaluate evaluate;
+    /// Whether it takes its one or two operands from where the step says that they stand. Otherwise they have to be
+    /// collected in the argument slots of the step.
+    bool readsInPlace = false;
     const MTNumberKernels* numbers = nullptr;  ///< Null where number code cannot stand for the item.
 };
 
 /// For an item that is known by its interface only.
-inline bool evaluateVirtually(const IMathExprItemEvaluator* item, std::uint32_t nbArgs, const VALTYPE* args,
-                              VALTYPE& result, bool showMessages)
-{
-    return item->evaluate(nbArgs, args, result, showMessages);
-}
-
-inline constexpr MTItemKernels virtualKernels{evaluateVirtually};
+extern const MTItemKernels virtualKernels;

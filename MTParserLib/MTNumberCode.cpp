@@ -8,43 +8,59 @@
 
 namespace {
 
-/// Programs with more steps than this run themselves: what number code takes in memory would no longer be small.
+/// Programs with more steps than this run themselves. What number code takes in memory would no longer be small; and a
+/// compiler that is not asked to optimise makes calls of the jumps from step to step, which all wait on the stack.
+#if defined(__OPTIMIZE__)
 constexpr std::size_t mostSteps = 4096;
+#else
+constexpr std::size_t mostSteps = 128;
+#endif
 
-/// Operands that wait at once. Only a program nested deeper than that runs itself.
-constexpr std::size_t mostOperands = 128;
+/// Results that wait at once. Only a program nested deeper than that runs itself.
+constexpr std::size_t mostWaiting = 128;
 
-/// The result of a step, or a variable, that waits for its consumer.
+double loadConstant(const MTNumberStep* step, double, double*, bool*)
+{
+    return *step->a;
+}
+
+double end(const MTNumberStep*, double value, double*, bool*)
+{
+    return value;
+}
+
+/// Where the operand of a step stands.
 struct Operand
 {
     enum class Place : std::uint8_t
     {
         Memory,
-        Value,
+        Value,  // the result of the step before
         Stack,
     };
     Place place;
-    const double* memory;        // where it stands in memory
+    const double* memory;
+};
+
+/// The result of a step that waits for its consumer.
+struct WaitingResult
+{
+    bool onStack;
     const VALTYPE* destination;  // the slot of its consumer
 };
 
-/// Turns a program into number code, step by step, with the operands that wait on a stack of fixed size.
+/// Turns a program into number code, step by step, with the results that wait in an array of fixed size.
 class Builder
 {
 public:
     explicit Builder(std::vector<MTNumberStep>& target) noexcept : steps(target) {}
-
-    void addVariable(const VALTYPE& value, const VALTYPE* destination) noexcept
-    {
-        wait({Operand::Place::Memory, &value.x, destination});
-    }
 
     void addItem(const MTProgramStep& step)
     {
         std::array<Operand, 2> operands{};
         for (std::uint32_t j = step.nbArgs; j-- > 0;)
         {
-            operands[j] = takeOperand(step.args[j]);
+            operands[j] = takeOperand(step.operand(j));
         }
         const MTOperandForm form = formOf(operands, step.nbArgs);
         std::array<const double*, 2> memory{};
@@ -57,31 +73,32 @@ public:
             }
         }
         append(*step.numbers, form, memory, &step.destination->x);
-        wait({Operand::Place::Value, nullptr, step.destination});
-    }
-
-    /// Whether the one thing left is the result of the last step.
-    bool isDone() const noexcept { return !overflowed && nbWaiting == 1 && waiting[0].place == Operand::Place::Value; }
-
-private:
-    void wait(Operand operand) noexcept
-    {
         if (nbWaiting == waiting.size())
         {
             overflowed = true;
             return;
         }
-        waiting[nbWaiting++] = operand;
+        waiting[nbWaiting++] = {false, step.destination};
     }
 
-    /// What is written to a slot: what waits for it, or the constant that stands there.
-    Operand takeOperand(const VALTYPE& slot) noexcept
+    /// Ends the code.
+    /// @return false when it is of no use, because too many results wait at once or never find a consumer
+    bool finish()
     {
-        if (nbWaiting > 0 && waiting[nbWaiting - 1].destination == &slot)
+        steps.push_back({end, nullptr, nullptr, nullptr, nullptr, nullptr});
+        return !overflowed && nbWaiting == 1;
+    }
+
+private:
+    /// What is written to a slot or what stands there.
+    Operand takeOperand(const VALTYPE& value) noexcept
+    {
+        if (nbWaiting > 0 && waiting[nbWaiting - 1].destination == &value)
         {
-            return waiting[--nbWaiting];
+            --nbWaiting;
+            return {waiting[nbWaiting].onStack ? Operand::Place::Stack : Operand::Place::Value, nullptr};
         }
-        return {Operand::Place::Memory, &slot.x, nullptr};
+        return {Operand::Place::Memory, &value.x};
     }
 
     MTOperandForm formOf(const std::array<Operand, 2>& operands, std::uint32_t nbArgs) noexcept
@@ -100,15 +117,12 @@ private:
         {
             return MTOperandForm::MemoryValue;
         }
-        // A result that still waits has to make way for the new one.
-        const auto end = waiting.begin() + static_cast<std::ptrdiff_t>(nbWaiting);
-        const auto value = std::find_if(waiting.begin(), end,
-                                        [](const Operand& operand) { return operand.place == Operand::Place::Value; });
-        if (value == end)
+        // A result that still waits has to make way for the new one. Only the last one can be where none has gone.
+        if (nbWaiting == 0 || waiting[nbWaiting - 1].onStack)
         {
             return MTOperandForm::Memory;
         }
-        value->place = Operand::Place::Stack;
+        waiting[nbWaiting - 1].onStack = true;
         return MTOperandForm::PushMemory;
     }
 
@@ -132,7 +146,7 @@ private:
     }
 
     std::vector<MTNumberStep>& steps;
-    std::array<Operand, mostOperands> waiting;
+    std::array<WaitingResult, mostWaiting> waiting;
     std::size_t nbWaiting = 0;
     bool overflowed = false;
     // Of the last step, if it holds one item that can be fused.
@@ -144,77 +158,53 @@ private:
 
 void MTNumberCode::clear() noexcept
 {
-    steps.clear();
+    ready = nullptr;
     variables.clear();
+    steps.clear();
     possible = false;
     ran = false;
-    settled = false;
 }
 
 void MTNumberCode::prepare(const MTParserProgram& program)
 {
-    const auto isInPlace = [](const MTProgramStep& step) { return step.isVariableInPlace(); };
-    const auto hasNumbers = [&](const MTProgramStep& step) { return isInPlace(step) || step.numbers != nullptr; };
-    if (program.rootIsConstant || program.steps.size() > mostSteps ||
-        !std::all_of(program.steps.begin(), program.steps.end(), hasNumbers))
+    if (program.rootIsConstant)
+    {
+        steps.push_back({loadConstant, &program.root->x, nullptr, nullptr, nullptr, nullptr});
+        ready = steps.data();
+        return;
+    }
+    const auto hasNumbers = [](const MTProgramStep& step) { return step.numbers != nullptr; };
+    if (program.steps.size() > mostSteps || !std::all_of(program.steps.begin(), program.steps.end(), hasNumbers))
     {
         return;
     }
-    const auto nbVariables =
-        static_cast<std::size_t>(std::count_if(program.steps.begin(), program.steps.end(), isInPlace));
-    const std::size_t nbItems = program.steps.size() - nbVariables;
-    steps.reserve(nbItems);
-    variables.reserve(nbVariables);
+    const std::size_t nbItems = program.steps.size();
+    steps.reserve(nbItems + 1);
     // Each result on the stack waits for an item of two operands, and the last result never lies there.
     stack.resize(std::max(stack.size(), nbItems));
     possible = true;
 }
 
-bool MTNumberCode::run(const MTParserProgram& program)
+bool MTNumberCode::getReady(const MTParserProgram& program)
 {
     if (!possible || !ran)
     {
         return false;
     }
-    if (steps.empty())
+    for (const MTProgramStep& step : program.steps)
     {
-        build(program);
-        if (!possible)
+        const bool takesPoint = step.operand(0).type != 0 || (step.nbArgs > 1 && step.operand(1).type != 0);
+        if (takesPoint || step.destination->type != 0)
         {
             return false;
         }
     }
-    if (!variablesAreNumbers() || !(settled || slotsAreNumbers(program)))
+    if (steps.empty())
     {
-        return false;
+        build(program);
     }
-    settled = true;
-
-    MTNumberRun state{steps.data() + steps.size(), stack.data()};
-    double value = 0.0;
-    for (const MTNumberStep* step = steps.data(); step != state.end; ++step)
-    {
-        value = step->kernel(*step, value, state);
-    }
-    if (state.refused)
-    {
-        return false;
-    }
-    program.root->x = value;
-    return true;
-}
-
-bool MTNumberCode::variablesAreNumbers() const noexcept
-{
-    return std::all_of(variables.begin(), variables.end(), [](const VALTYPE* value) { return value->type == 0; });
-}
-
-bool MTNumberCode::slotsAreNumbers(const MTParserProgram& program) const noexcept
-{
-    const auto isNumber = [](const VALTYPE& slot) { return slot.type == 0; };
-    return std::all_of(program.steps.begin(), program.steps.end(), [&](const MTProgramStep& step) {
-        return isNumber(*step.destination) && std::all_of(step.args, step.args + step.nbArgs, isNumber);
-    });
+    ready = possible ? steps.data() : nullptr;
+    return possible;
 }
 
 void MTNumberCode::build(const MTParserProgram& program)
@@ -222,15 +212,7 @@ void MTNumberCode::build(const MTParserProgram& program)
     Builder builder(steps);
     for (const MTProgramStep& step : program.steps)
     {
-        if (step.isVariableInPlace())
-        {
-            variables.push_back(step.args);
-            builder.addVariable(*step.args, step.destination);
-        }
-        else
-        {
-            builder.addItem(step);
-        }
+        builder.addItem(step);
     }
-    possible = builder.isDone();
+    possible = builder.finish();
 }

@@ -2,21 +2,19 @@
 //
 // Most programs only ever meet numbers. For these the records need not travel: a step reads its operands where they
 // stand (the variable's own value, a constant's slot, the result of the step before) and hands its result on in a
-// register.
+// register. A kernel ends by jumping to the kernel of the next step.
 //
 // What can be observed stays what the program itself would give:
 //
 //   - The first run is the program's own; it sets types and flags of all slots. Number code takes over while every
-//   variable
-//     and every slot is a number: then no item writes anything but x, and otherwise only what stands there already.
+//     variable and every slot is a number: then no item writes anything but x, and otherwise only what stands there
+//     already.
 //   - x of a slot shows later only through an item that reads the result it is to write. Of those only the product
-//   reads
-//     nothing while it meets numbers and its result when it meets points: so a product is stored in its slot, and
+//     reads nothing while it meets numbers and its result when it meets points: so a product is stored in its slot, and
 //     nothing else is. The others (factorial, "&", a point of many numbers, an intersection) have no number code, nor
 //     has a program that contains one.
 //   - A step that has to refuse its arguments ends the run before it stores anything, and the program runs instead: it
-//   comes
-//     to the same refusal, with its message.
+//     comes to the same refusal, with its message.
 #pragma once
 
 #include "mathexpr/ValType.h"
@@ -27,10 +25,13 @@
 
 class MTParserProgram;
 struct MTNumberStep;
-struct MTNumberRun;
 
-/// Computes one step. value is the result of the step before; what the kernel returns is that of this one.
-using MTNumberKernel = double (*)(const MTNumberStep& step, double value, MTNumberRun& run);
+/// Computes one step, and then all that follow.
+/// @param value    the result of the step before
+/// @param top      above the last result on the stack of those that wait for their turn
+/// @param refused  set where an item refuses its operands; the value returned means nothing then
+/// @return the value of the whole program
+using MTNumberKernel = double (*)(const MTNumberStep* step, double value, double* top, bool* refused);
 
 /// Where the operands of a step stand. Results that wait for their turn lie on a stack.
 enum class MTOperandForm : std::uint8_t
@@ -58,7 +59,7 @@ struct MTNumberKernels
 MTNumberKernel findFusedKernel(std::size_t firstIndex, MTOperandForm firstForm, std::size_t secondIndex,
                                MTOperandForm secondForm) noexcept;
 
-/// One item, or two that are fused.
+/// One item, or two that are fused, or the end.
 struct MTNumberStep
 {
     MTNumberKernel kernel;
@@ -67,21 +68,6 @@ struct MTNumberStep
     const double* c;        ///< The operand in memory of the second of two.
     double* product;        ///< Where the item stores a product.
     double* secondProduct;  ///< Where the second of two stores a product.
-};
-
-/// The state of one run.
-struct MTNumberRun
-{
-    const MTNumberStep* end;
-    double* top;  ///< Above the last result on the stack.
-    bool refused = false;
-
-    /// Ends the run after this step.
-    void refuse(const MTNumberStep& step) noexcept
-    {
-        refused = true;
-        end = &step + 1;
-    }
 };
 
 /// The number code of one program.
@@ -95,25 +81,47 @@ public:
     /// Until this is called for a program, it has no number code.
     void prepare(const MTParserProgram& program);
 
+    /// Adds a variable that the program reads in place. Each is added once, in the order of their first use.
+    void addVariable(const VALTYPE& value) { variables.push_back(&value); }
+
     /// To be told when the program itself begins to run, which may leave points in the slots however it ends.
-    void programRuns() noexcept { settled = false; }
+    void programRuns() noexcept { ready = nullptr; }
 
     /// To be told when it has run to its end.
     void programRan() noexcept { ran = true; }
 
-    /// Runs the code in place of the program.
-    /// @return true with the value in the program's root; false where the program has to run itself
-    bool run(const MTParserProgram& program);
+    /// Whether the code may run in place of the program, as far as the slots are concerned.
+    bool isReady(const MTParserProgram& program) { return ready != nullptr || getReady(program); }
+
+    /// Runs the code in place of the program, if that is ready and all variables are numbers.
+    /// @param value  receives x of the program's root, whose other fields stand there
+    /// @return false, with a meaningless value, where the program has to run itself
+    bool run(double& value) noexcept
+    {
+        if (ready == nullptr)
+        {
+            return false;
+        }
+        for (const VALTYPE* variable : variables)
+        {
+            if (variable->type != 0)
+            {
+                return false;
+            }
+        }
+        bool refused = false;
+        value = ready->kernel(ready, 0.0, stack.data(), &refused);
+        return !refused;
+    }
 
 private:
-    bool variablesAreNumbers() const noexcept;
-    bool slotsAreNumbers(const MTParserProgram& program) const noexcept;
+    bool getReady(const MTParserProgram& program);
     void build(const MTParserProgram& program);
 
-    std::vector<MTNumberStep> steps;
-    std::vector<double> stack;
+    const MTNumberStep* ready = nullptr;  // the first step, while all slots are numbers
     std::vector<const VALTYPE*> variables;
+    std::vector<double> stack;
+    std::vector<MTNumberStep> steps;
     bool possible = false;  // every item of the program has number kernels
     bool ran = false;       // the program itself has run to its end
-    bool settled = false;   // and all slots are numbers since
 };

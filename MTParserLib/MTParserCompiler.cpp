@@ -257,6 +257,10 @@ bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t positi
         if (variable->lastUse != compilation)
         {
             usedVariables.push_back(variable->item.get());
+            if (variable->valueInPlace != nullptr)
+            {
+                program.numbers.addVariable(*variable->valueInPlace);
+            }
             variable->lastUse = compilation;
         }
         emitter.emitVariable(*variable->item, variable->valueInPlace, position);

@@ -7,11 +7,16 @@
 
 namespace {
 
-/// Evaluates a variable that is read in place: its value is what the step has for arguments.
-bool copyValue(const IMathExprItemEvaluator*, std::uint32_t, const VALTYPE* value, VALTYPE& result, bool)
+/// Evaluates a variable that has to be copied.
+bool copyValue(const MTProgramStep& step, bool)
 {
-    copyRecent(result, *value);
+    copyRecent(*step.destination, *step.first);
     return true;
+}
+
+const VALTYPE* secondOf(const VALTYPE* args, std::uint32_t nbArgs) noexcept
+{
+    return nbArgs > 1 ? args + 1 : nullptr;
 }
 
 }
@@ -19,29 +24,35 @@ bool copyValue(const IMathExprItemEvaluator*, std::uint32_t, const VALTYPE* valu
 void MTParserEmitter::clear() noexcept
 {
     records.clear();
+    callsHost = false;
     program.clear();
 }
 
 MTParserEmitter::Record& MTParserEmitter::append(Kind kind, const MTProgramStep& step, std::size_t firstRecord)
 {
-    return records.emplace_back(Record{step, firstRecord, kind, VALTYPE{}});
+    return records.emplace_back(Record{step, step.first, firstRecord, kind, VALTYPE{}});
 }
 
 void MTParserEmitter::emitConstant(const VALTYPE& value, std::uint32_t position)
 {
-    append(Kind::Constant, {nullptr, nullptr, nullptr, nullptr, nullptr, 0, position}, records.size()).value = value;
+    append(Kind::Constant, {nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0, position}, records.size()).value =
+        value;
 }
 
 void MTParserEmitter::emitVariable(const IMathExprItemEvaluator& variable, const VALTYPE* valueInPlace,
                                    std::uint32_t position)
 {
-    const MTEvaluate evaluate = valueInPlace != nullptr ? copyValue : evaluateVirtually;
-    append(Kind::Item, {evaluate, &variable, nullptr, valueInPlace, nullptr, 0, position}, records.size());
+    const bool inPlace = valueInPlace != nullptr;
+    callsHost = callsHost || !inPlace;
+    append(inPlace ? Kind::Variable : Kind::Item,
+           {inPlace ? copyValue : virtualKernels.evaluate, &variable, nullptr, valueInPlace, nullptr, nullptr, 0,
+            position},
+           records.size());
 }
 
 void MTParserEmitter::emitPlaceholder(std::uint32_t position)
 {
-    append(Kind::Placeholder, {nullptr, nullptr, nullptr, nullptr, nullptr, 0, position}, records.size());
+    append(Kind::Placeholder, {nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0, position}, records.size());
 }
 
 MTEmission MTParserEmitter::emitOperator(const IMathExprItemEvaluator& item, const MTItemKernels& kernels,
@@ -61,6 +72,10 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
 {
     const MTSlotArena::Mark slotsBefore = program.slots.mark();
     VALTYPE* const args = program.slots.allocate(nbArgs);
+    VALTYPE folded;
+    MTProgramStep step{kernels.evaluate,       &item,   kernels.numbers, args,
+                       secondOf(args, nbArgs), &folded, nbArgs,          position};
+    callsHost = callsHost || kernels.evaluate == virtualKernels.evaluate;
 
     bool foldable = item.isConstant();
     std::size_t end = records.size();
@@ -80,12 +95,16 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
         {
             foldable = false;
         }
+        if (operand.kind == Kind::Variable && kernels.readsInPlace)
+        {
+            (j == 0 ? step.first : step.second) = operand.step.first;
+            operand.kind = Kind::VariableRead;
+        }
         end = operand.firstRecord;
     }
 
     // The item meets an all-zero result, and is asked before the beginning of the call is looked for: its refusal wins.
-    VALTYPE folded;
-    if (foldable && !kernels.evaluate(&item, nbArgs, args, folded, showMessages))
+    if (foldable && !kernels.evaluate(step, showMessages))
     {
         return {MTEmission::Outcome::Refused, position};
     }
@@ -106,7 +125,8 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
     }
     else
     {
-        append(Kind::Item, {kernels.evaluate, &item, kernels.numbers, args, nullptr, nbArgs, position}, end);
+        step.destination = nullptr;
+        append(Kind::Item, step, end).slots = args;
     }
     return {};
 }
@@ -125,11 +145,15 @@ bool MTParserEmitter::finish()
     {
         return false;
     }
+    if (callsHost)
+    {
+        copyAllVariables();
+    }
     VALTYPE* const root = program.slots.allocate(1);
     for (Record& record : records)
     {
-        // A constant stands in the slot of its consumer already, and one without a consumer is of no use to anybody.
-        if (record.kind != Kind::Item)
+        // What stands in its place already is no step, and a constant without a consumer is of no use to anybody.
+        if (record.kind != Kind::Item && record.kind != Kind::Variable)
         {
             continue;
         }
@@ -141,7 +165,23 @@ bool MTParserEmitter::finish()
     }
     *root = last->value;
     program.rootIsConstant = last->kind == Kind::Constant;
-    program.numbers.prepare(program);
     program.root = root;
+    program.numbers.prepare(program);
     return true;
+}
+
+void MTParserEmitter::copyAllVariables() noexcept
+{
+    for (Record& record : records)
+    {
+        if (record.kind == Kind::VariableRead)
+        {
+            record.kind = Kind::Variable;
+        }
+        else if (record.kind == Kind::Item)
+        {
+            record.step.first = record.slots;
+            record.step.second = secondOf(record.slots, record.step.nbArgs);
+        }
+    }
 }

@@ -61,14 +61,17 @@ public:
 private:
     enum class Kind : std::uint8_t
     {
-        Constant,     // the value is known: a literal, a constant, or a folded record
-        Item,         // evaluated each time
-        Placeholder,  // where the arguments of a call begin
+        Constant,      // the value is known: a literal, a constant, or a folded record
+        Item,          // evaluated each time
+        Variable,      // read where its value stands, or copied to where it is consumed
+        VariableRead,  // consumed by an item that reads it in place
+        Placeholder,   // where the arguments of a call begin
     };
 
     struct Record
     {
-        MTProgramStep step;       // of an item; its destination is null until a record consumes it
+        MTProgramStep step;       // of an item or a variable; its destination is null until a record consumes it
+        const VALTYPE* slots;     // of an item: where its arguments can stand side by side
         std::size_t firstRecord;  // where the sub-program that ends here begins
         Kind kind;
         VALTYPE value;  // of a constant
@@ -78,8 +81,10 @@ private:
                     std::uint32_t position, bool isCall);
     MTEmission operandMissing(std::size_t end) const;
     Record& append(Kind kind, const MTProgramStep& step, std::size_t firstRecord);
+    void copyAllVariables() noexcept;
 
     MTParserProgram& program;
     const bool showMessages;
     std::vector<Record> records;
+    bool callsHost = false;  // an item or a variable is known by its interface only
 };

@@ -4,8 +4,14 @@
 
 bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failure)
 {
-    if (program.rootIsConstant || program.numbers.run(program))
+    if (program.rootIsConstant)
     {
+        return true;
+    }
+    double value = 0.0;
+    if (program.numbers.isReady(program) && program.numbers.run(value))
+    {
+        program.root->x = value;
         return true;
     }
     program.numbers.programRuns();
@@ -15,7 +21,7 @@ bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failu
     {
         for (; step != program.steps.end(); ++step)
         {
-            if (!step->evaluate(step->item, step->nbArgs, step->args, *step->destination, showMessages))
+            if (!step->evaluate(*step, showMessages))
             {
                 tell();
                 return false;

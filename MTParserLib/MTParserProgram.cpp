@@ -3,6 +3,10 @@
 
 #include <algorithm>
 
+const MTItemKernels virtualKernels{[](const MTProgramStep& step, bool showMessages) {
+    return step.item->evaluate(step.nbArgs, step.first, *step.destination, showMessages);
+}};
+
 namespace {
 
 constexpr std::size_t smallestChunk = 16;

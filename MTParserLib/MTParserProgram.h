@@ -2,8 +2,12 @@
 //
 // Steps in postfix order: the operands of a step are the sub-programs that end just before it, the last operand last;
 // the last step is the root's. Each step's result goes straight to its destination, the slot of the step that consumes
-// it, so that evaluating is one pass over the steps without a stack. Constants are no steps: their values stand in the
-// slots that consume them.
+// it, so that evaluating is one pass over the steps without a stack.
+//
+// What already stands somewhere is no step: constants stand in the slots that consume them, and the value of a variable
+// is read where the variable keeps it. A variable is a step of its own, which copies it to its destination, only where
+// that can be told from reading it in place: where its class is the host's; where a step of the host's runs in the same
+// program, and might change variables on the way; and where the consumer needs its arguments side by side.
 #pragma once
 
 #include "MTParserLib/MTItemKernels.h"
@@ -18,16 +22,18 @@
 /// The evaluation of one operator, function or variable.
 struct MTProgramStep
 {
-    MTEvaluate evaluate;  ///< Called with the item and the arguments.
+    MTEvaluate evaluate;
     const IMathExprItemEvaluator* item;
     const MTNumberKernels* numbers;  ///< Of the item; null where it has none.
-    const VALTYPE* args;             ///< The slots of the arguments; of a variable read in place, its value.
-    VALTYPE* destination;            ///< The slot that consumes the result, or one of its own.
+    /// The first operand, of which all others follow side by side, unless the item reads its operands in place. Of a
+    /// variable that is copied, its value.
+    const VALTYPE* first;
+    const VALTYPE* second;  ///< The second operand; meaningless where there is none.
+    VALTYPE* destination;   ///< The slot that consumes the result, or one of its own.
     std::uint32_t nbArgs;
     std::uint32_t position;  ///< In the rewritten text, for error reports.
 
-    /// Whether evaluating the step does nothing but copy a value, to which args points.
-    bool isVariableInPlace() const noexcept { return nbArgs == 0 && args != nullptr; }
+    const VALTYPE& operand(std::uint32_t index) const noexcept { return index == 1 ? *second : first[index]; }
 };
 
 /// Memory for argument slots. It hands out memory that never moves, takes it back in the reverse order, and keeps what
@@ -77,6 +83,8 @@ public:
 
     /// Runs in place of the steps while everything is a plain number.
     MTNumberCode numbers;
+
+    bool isClaimed() const noexcept { return claimed; }
 
 private:
     friend class MTProgramClaim;

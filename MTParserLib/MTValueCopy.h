@@ -7,6 +7,8 @@
 
 #include "mathexpr/ValType.h"
 
+#include <cstring>
+
 /// Copies a whole record field by field.
 inline void copyRecent(VALTYPE& to, const volatile VALTYPE& from) noexcept
 {
@@ -17,4 +19,12 @@ inline void copyRecent(VALTYPE& to, const volatile VALTYPE& from) noexcept
     to.x = from.x;
     to.y = from.y;
     to.z = from.z;
+}
+
+/// Copies a record that stands long since, but for x, which has just been computed.
+inline void copyWithX(VALTYPE& to, const VALTYPE& from, double x) noexcept
+{
+    std::memcpy(static_cast<void*>(&to), &from, offsetof(VALTYPE, x));
+    to.x = x;
+    std::memcpy(&to.y, &from.y, sizeof to.y + sizeof to.z);
 }

@@ -1,12 +1,15 @@
 // BuiltInItem.h - what every class of the vocabulary is made of.
 //
 // A class of the vocabulary has no data. It states its strings and numbers in a constant named text and its arithmetic
-// in a static member function
+// in a static member function apply, which does what IMathExprItemEvaluator::evaluate promises and can also be called
+// without an object. It takes one operand, two operands, or any number of arguments:
 //
+//     bool apply(const VALTYPE& a, VALTYPE& result, bool showMessages)
+//     bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool showMessages)
 //     bool apply(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages)
 //
-// which does what IMathExprItemEvaluator::evaluate promises and can also be called without an object. The bases below
-// answer the item interfaces from these two. apply writes only the fields of result that the item means to set.
+// The bases below answer the item interfaces from these two. apply writes only the fields of result that the item means
+// to set.
 #pragma once
 
 #include "MTParserLib/vocabulary/Refusal.h"
@@ -35,6 +38,36 @@ struct FunctionText
     std::uint32_t line = 0;  ///< Carried by the exception for a point argument; 0 in a class that raises none.
 };
 
+template <class Item>
+concept TakesOneOperand = requires(const VALTYPE& a, VALTYPE& result)
+{
+    Item::apply(a, result, false);
+};
+
+template <class Item>
+concept TakesTwoOperands = requires(const VALTYPE& a, VALTYPE& result)
+{
+    Item::apply(a, a, result, false);
+};
+
+/// Hands an item the operands that stand side by side.
+template <class Item>
+bool applyToArgs(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages)
+{
+    if constexpr (TakesOneOperand<Item>)
+    {
+        return Item::apply(args[0], result, showMessages);
+    }
+    else if constexpr (TakesTwoOperands<Item>)
+    {
+        return Item::apply(args[0], args[1], result, showMessages);
+    }
+    else
+    {
+        return Item::apply(nbArgs, args, result, showMessages);
+    }
+}
+
 /// Answers IMathOperator for a class with text and apply.
 template <class Operator>
 class BuiltInOperator : public IMathOperator
@@ -49,7 +82,7 @@ public:
 
     bool evaluate(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages) const final
     {
-        return Operator::apply(nbArgs, args, result, showMessages);
+        return applyToArgs<Operator>(nbArgs, args, result, showMessages);
     }
 };
 
@@ -69,7 +102,7 @@ public:
 
     bool evaluate(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages) const final
     {
-        return Function::apply(nbArgs, args, result, showMessages);
+        return applyToArgs<Function>(nbArgs, args, result, showMessages);
     }
 };
 

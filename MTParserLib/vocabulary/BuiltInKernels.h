@@ -6,6 +6,7 @@
 #pragma once
 
 #include "MTParserLib/MTItemKernels.h"
+#include "MTParserLib/MTParserProgram.h"
 #include "MTParserLib/vocabulary/BuiltInItem.h"
 #include "MTParserLib/vocabulary/Operators.h"
 
@@ -15,10 +16,20 @@
 #include <type_traits>
 
 template <class Item>
-bool evaluateDirectly(const IMathExprItemEvaluator*, std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result,
-                      bool showMessages)
+bool evaluateDirectly(const MTProgramStep& step, bool showMessages)
 {
-    return Item::apply(nbArgs, args, result, showMessages);
+    if constexpr (TakesOneOperand<Item>)
+    {
+        return Item::apply(*step.first, *step.destination, showMessages);
+    }
+    else if constexpr (TakesTwoOperands<Item>)
+    {
+        return Item::apply(*step.first, *step.second, *step.destination, showMessages);
+    }
+    else
+    {
+        return Item::apply(step.nbArgs, step.first, *step.destination, showMessages);
+    }
 }
 
 namespace numberkernels {
@@ -73,15 +84,25 @@ concept ComputesFromTwo = yieldsOnlyX<Item>() && requires(double x)
     static_cast<double>(Item::compute(x, x));
 };
 
-/// Computes one item, unless it refuses.
-template <class Item, class... Operands>
-double computeItem(const MTNumberStep& step, double* product, MTNumberRun& run, Operands... operands)
+template <class Item>
+concept MayRefuse = requires(double x)
 {
-    if constexpr (requires { Item::isOutside(operands...); })
+    Item::isOutside(x);
+}
+|| requires(double x)
+{
+    Item::isOutside(x, x);
+};
+
+/// Computes one item, unless it refuses its operands.
+template <class Item, class... Operands>
+double computeItem(double* product, bool& refused, Operands... operands)
+{
+    if constexpr (MayRefuse<Item>)
     {
-        if (Item::isOutside(operands...))
+        refused = Item::isOutside(operands...);
+        if (refused)
         {
-            run.refuse(step);
             return 0.0;
         }
     }
@@ -93,79 +114,93 @@ double computeItem(const MTNumberStep& step, double* product, MTNumberRun& run, 
     return result;
 }
 
+/// Fetches the operands of an item from where they stand, and computes it.
 template <class Item, MTOperandForm form>
-double computeUnary(const MTNumberStep& step, double value, MTNumberRun& run)
+double computeForm(const MTNumberStep& step, double value, double*& top, bool& refused)
 {
-    if constexpr (form == MTOperandForm::PushMemory)
+    using enum MTOperandForm;
+    if constexpr (form == PushMemory)
     {
-        *run.top++ = value;
+        *top++ = value;
     }
-    const double operand = form == MTOperandForm::ValueMemory ? value : *step.a;
-    return computeItem<Item>(step, step.product, run, operand);
-}
-
-template <class Item, MTOperandForm form>
-double computeBinary(const MTNumberStep& step, double value, MTNumberRun& run)
-{
-    if constexpr (form == MTOperandForm::ValueMemory)
+    if constexpr (ComputesFromOne<Item>)
     {
-        return computeItem<Item>(step, step.product, run, value, *step.a);
+        return computeItem<Item>(step.product, refused, form == ValueMemory ? value : *step.a);
     }
-    else if constexpr (form == MTOperandForm::MemoryValue)
+    else if constexpr (form == ValueMemory)
     {
-        return computeItem<Item>(step, step.product, run, *step.a, value);
+        return computeItem<Item>(step.product, refused, value, *step.a);
     }
-    else if constexpr (form == MTOperandForm::StackValue)
+    else if constexpr (form == MemoryValue)
     {
-        return computeItem<Item>(step, step.product, run, *--run.top, value);
+        return computeItem<Item>(step.product, refused, *step.a, value);
+    }
+    else if constexpr (form == StackValue)
+    {
+        return computeItem<Item>(step.product, refused, *--top, value);
     }
     else
     {
-        if constexpr (form == MTOperandForm::PushMemory)
-        {
-            *run.top++ = value;
-        }
-        return computeItem<Item>(step, step.product, run, *step.a, *step.b);
+        return computeItem<Item>(step.product, refused, *step.a, *step.b);
     }
+}
+
+/// Runs the next step. As the last thing that a kernel does, this is a jump.
+inline double runNext(const MTNumberStep* step, double value, double* top, bool* refused)
+{
+    ++step;
+    return step->kernel(step, value, top, refused);
+}
+
+template <class Item, MTOperandForm form>
+double runItem(const MTNumberStep* step, double value, double* top, bool* refused)
+{
+    bool itemRefused = false;
+    const double result = computeForm<Item, form>(*step, value, top, itemRefused);
+    if (itemRefused)
+    {
+        *refused = true;
+        return result;
+    }
+    return runNext(step, result, top, refused);
 }
 
 template <class First, MTOperandForm firstForm, class Second, MTOperandForm secondForm>
-double computeFused(const MTNumberStep& step, double value, MTNumberRun& run)
+double runFused(const MTNumberStep* step, double value, double* top, bool* refused)
 {
-    const double first = computeBinary<First, firstForm>(step, value, run);
-    if constexpr (requires { First::isOutside(value, value); })
+    bool itemRefused = false;
+    const double first = computeForm<First, firstForm>(*step, value, top, itemRefused);
+    if (itemRefused)
     {
-        if (run.refused)
-        {
-            return first;
-        }
+        *refused = true;
+        return first;
     }
-    if constexpr (secondForm == MTOperandForm::ValueMemory)
+    const double result = secondForm == MTOperandForm::ValueMemory
+                              ? computeItem<Second>(step->secondProduct, itemRefused, first, *step->c)
+                              : computeItem<Second>(step->secondProduct, itemRefused, *step->c, first);
+    if (itemRefused)
     {
-        return computeItem<Second>(step, step.secondProduct, run, first, *step.c);
+        *refused = true;
+        return result;
     }
-    else
-    {
-        return computeItem<Second>(step, step.secondProduct, run, *step.c, first);
-    }
+    return runNext(step, result, top, refused);
 }
 
 template <class Item>
 constexpr MTNumberKernels unaryKernels()
 {
     using enum MTOperandForm;
-    return {
-        {computeUnary<Item, Memory>, computeUnary<Item, PushMemory>, computeUnary<Item, ValueMemory>, nullptr, nullptr},
-        1,
-        MTNumberKernels::notFused};
+    return {{runItem<Item, Memory>, runItem<Item, PushMemory>, runItem<Item, ValueMemory>, nullptr, nullptr},
+            1,
+            MTNumberKernels::notFused};
 }
 
 template <class Item>
 constexpr MTNumberKernels binaryKernels()
 {
     using enum MTOperandForm;
-    return {{computeBinary<Item, Memory>, computeBinary<Item, PushMemory>, computeBinary<Item, ValueMemory>,
-             computeBinary<Item, MemoryValue>, computeBinary<Item, StackValue>},
+    return {{runItem<Item, Memory>, runItem<Item, PushMemory>, runItem<Item, ValueMemory>, runItem<Item, MemoryValue>,
+             runItem<Item, StackValue>},
             2,
             fusedIndexOf<Item>()};
 }
@@ -196,4 +231,5 @@ constexpr const MTNumberKernels* kernelsOf()
 
 /// For a class of the vocabulary.
 template <class Item>
-inline constexpr MTItemKernels builtInKernels{evaluateDirectly<Item>, numberkernels::kernelsOf<Item>()};
+inline constexpr MTItemKernels builtInKernels{evaluateDirectly<Item>, TakesOneOperand<Item> || TakesTwoOperands<Item>,
+                                              numberkernels::kernelsOf<Item>()};

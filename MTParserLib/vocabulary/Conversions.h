@@ -22,19 +22,19 @@ class Conversion : public BuiltInFunction<Function>
 public:
     static constexpr bool copiesArgument = kind == ConversionResult::Copied;
 
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
+    static bool apply(const VALTYPE& a, VALTYPE& result, bool)
     {
-        if (isPoint(args[0]))
+        if (isPoint(a))
         {
             refusePoint(Function::text.line);
         }
         if constexpr (copiesArgument)
         {
-            result = args[0];
+            result = a;
         }
         else
         {
-            setNumber(result, Function::compute(args[0].x));
+            setNumber(result, Function::compute(a.x));
             result.flag = kind == ConversionResult::Converted ? 1 : 0;
             result.reserved = 0;
         }

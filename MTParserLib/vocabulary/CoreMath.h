@@ -13,10 +13,41 @@
 #include <limits>
 #include <span>
 
-/// A function of the x of its arguments. It states compute, which takes as many doubles as the function has arguments,
-/// or all the argument records where it takes any number.
+/// A function of one number, which states compute.
 template <class Function>
-class NumericFunction : public BuiltInFunction<Function>
+class UnaryFunction : public BuiltInFunction<Function>
+{
+public:
+    static bool apply(const VALTYPE& a, VALTYPE& result, bool)
+    {
+        if (isPoint(a))
+        {
+            refusePoint(Function::text.line);
+        }
+        setNumber(result, Function::compute(a.x));
+        return true;
+    }
+};
+
+/// A function of two numbers, which states compute.
+template <class Function>
+class BinaryFunction : public BuiltInFunction<Function>
+{
+public:
+    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool)
+    {
+        if (isPoint(a))
+        {
+            refusePoint(Function::text.line);
+        }
+        setNumber(result, Function::compute(a.x, b.x));
+        return true;
+    }
+};
+
+/// A function of more numbers, which states compute of three doubles or of all argument records.
+template <class Function>
+class VariadicFunction : public BuiltInFunction<Function>
 {
 public:
     static bool apply(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool)
@@ -25,29 +56,21 @@ public:
         {
             refusePoint(Function::text.line);
         }
-        setNumber(result, value(nbArgs, args));
+        setNumber(result, value(std::span(args, nbArgs)));
         return true;
     }
 
 private:
-    static double value(std::uint32_t nbArgs, const VALTYPE* args)
+    static double value(std::span<const VALTYPE> args)
     {
-        if constexpr (Function::text.nbArgs == 1)
-        {
-            return Function::compute(args[0].x);
-        }
-        else if constexpr (Function::text.nbArgs == 2)
-        {
-            return Function::compute(args[0].x, args[1].x);
-        }
-        else if constexpr (Function::text.nbArgs == 3)
+        if constexpr (Function::text.nbArgs == 3)
         {
             return Function::compute(args[0].x, args[1].x, args[2].x);
         }
         else
         {
             static_assert(Function::text.nbArgs == NB_ARGS_UNDEFINED);
-            return Function::compute(std::span(args, nbArgs));
+            return Function::compute(args);
         }
     }
 };
@@ -57,17 +80,17 @@ template <class Function, Message::Id domainMessage>
 class DomainFunction : public BuiltInFunction<Function>
 {
 public:
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool showMessages)
+    static bool apply(const VALTYPE& a, VALTYPE& result, bool showMessages)
     {
-        if (isPoint(args[0]))
+        if (isPoint(a))
         {
             refusePoint(Function::text.line);
         }
-        if (Function::isOutside(args[0].x))
+        if (Function::isOutside(a.x))
         {
             return refuse(domainMessage, showMessages);
         }
-        setNumber(result, Function::compute(args[0].x));
+        setNumber(result, Function::compute(a.x));
         return true;
     }
 };
@@ -108,7 +131,7 @@ inline double random()
 
 }
 
-struct SinFct final : NumericFunction<SinFct>
+struct SinFct final : UnaryFunction<SinFct>
 {
     static constexpr FunctionText text{L"sin", L"sin(x)", L"Sine", 1, __LINE__};
     static double compute(double x) { return std::sin(coremath::radiansFromDegrees(x)); }
@@ -122,13 +145,13 @@ struct ArcSinFct final : DomainFunction<ArcSinFct, Message::ArcDomain>
 };
 
 /// The hyperbolic functions convert from degrees too.
-struct SinhFct final : NumericFunction<SinhFct>
+struct SinhFct final : UnaryFunction<SinhFct>
 {
     static constexpr FunctionText text{L"sinh", L"sinh(x)", L"Hyperbolic sine", 1, __LINE__};
     static double compute(double x) { return std::sinh(coremath::radiansFromDegrees(x)); }
 };
 
-struct CosFct final : NumericFunction<CosFct>
+struct CosFct final : UnaryFunction<CosFct>
 {
     static constexpr FunctionText text{L"cos", L"cos(x)", L"Cosine", 1, __LINE__};
     static double compute(double x) { return std::cos(coremath::radiansFromDegrees(x)); }
@@ -141,25 +164,25 @@ struct ArcCosFct final : DomainFunction<ArcCosFct, Message::ArcDomain>
     static double compute(double x) { return coremath::degreesFromRadians(std::acos(x)); }
 };
 
-struct CoshFct final : NumericFunction<CoshFct>
+struct CoshFct final : UnaryFunction<CoshFct>
 {
     static constexpr FunctionText text{L"cosh", L"cosh(x)", L"Hyperbolic cosine", 1, __LINE__};
     static double compute(double x) { return std::cosh(coremath::radiansFromDegrees(x)); }
 };
 
-struct TanFct final : NumericFunction<TanFct>
+struct TanFct final : UnaryFunction<TanFct>
 {
     static constexpr FunctionText text{L"tan", L"tan(x)", L"Tangent", 1, __LINE__};
     static double compute(double x) { return std::tan(coremath::radiansFromDegrees(x)); }
 };
 
-struct ArcTanFct final : NumericFunction<ArcTanFct>
+struct ArcTanFct final : UnaryFunction<ArcTanFct>
 {
     static constexpr FunctionText text{L"atan", L"atan(x)", L"Arctangent", 1, __LINE__};
     static double compute(double x) { return coremath::degreesFromRadians(std::atan(x)); }
 };
 
-struct TanhFct final : NumericFunction<TanhFct>
+struct TanhFct final : UnaryFunction<TanhFct>
 {
     static constexpr FunctionText text{L"tanh", L"tanh(x)", L"Hyperbolic tangent", 1, __LINE__};
     static double compute(double x) { return std::tanh(coremath::radiansFromDegrees(x)); }
@@ -173,13 +196,13 @@ struct SqrtFct final : DomainFunction<SqrtFct, Message::SqrtDomain>
     static double compute(double x) { return std::sqrt(x); }
 };
 
-struct MinFct final : NumericFunction<MinFct>
+struct MinFct final : BinaryFunction<MinFct>
 {
     static constexpr FunctionText text{L"min", L"min(x,y)", L"Return smaller of two values", 2, __LINE__};
     static double compute(double a, double b) { return b > a ? a : b; }
 };
 
-struct Min3Fct final : NumericFunction<Min3Fct>
+struct Min3Fct final : VariadicFunction<Min3Fct>
 {
     static constexpr FunctionText text{L"min", L"min(x,y,z)", L"Return smaller of three values", 3, __LINE__};
 
@@ -190,7 +213,7 @@ struct Min3Fct final : NumericFunction<Min3Fct>
     }
 };
 
-struct MinUndefFct final : NumericFunction<MinUndefFct>
+struct MinUndefFct final : VariadicFunction<MinUndefFct>
 {
     static constexpr FunctionText text{L"min", L"min(v1,v2,v3,...)", L"Return smaller of a set of values",
                                        NB_ARGS_UNDEFINED, __LINE__};
@@ -207,13 +230,13 @@ struct MinUndefFct final : NumericFunction<MinUndefFct>
     }
 };
 
-struct MaxFct final : NumericFunction<MaxFct>
+struct MaxFct final : BinaryFunction<MaxFct>
 {
     static constexpr FunctionText text{L"max", L"max(x,y)", L"Return larger of two values", 2, __LINE__};
     static double compute(double a, double b) { return a > b ? a : b; }
 };
 
-struct Max3Fct final : NumericFunction<Max3Fct>
+struct Max3Fct final : VariadicFunction<Max3Fct>
 {
     static constexpr FunctionText text{L"max", L"max(x,y,z)", L"Return larger of three values", 3, __LINE__};
 
@@ -224,7 +247,7 @@ struct Max3Fct final : NumericFunction<Max3Fct>
     }
 };
 
-struct MaxUndefFct final : NumericFunction<MaxUndefFct>
+struct MaxUndefFct final : VariadicFunction<MaxUndefFct>
 {
     static constexpr FunctionText text{L"max", L"max(v1,v2,v3,...)", L"Return larger of a set of values",
                                        NB_ARGS_UNDEFINED, __LINE__};
@@ -247,9 +270,8 @@ struct AbsFct final : BuiltInFunction<AbsFct>
     static constexpr FunctionText text{L"abs", L"abs(x)", L"Absolute value", 1};
     static double compute(double x) { return std::fabs(x); }
 
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
+    static bool apply(const VALTYPE& a, VALTYPE& result, bool)
     {
-        const VALTYPE& a = args[0];
         setNumber(result, isPoint(a) ? std::sqrt(a.x * a.x + a.y * a.y + a.z * a.z) : compute(a.x));
         return true;
     }
@@ -268,20 +290,20 @@ struct RandFct final : BuiltInFunction<RandFct>
     }
 };
 
-struct RandMinMaxFct final : NumericFunction<RandMinMaxFct>
+struct RandMinMaxFct final : BinaryFunction<RandMinMaxFct>
 {
     static constexpr FunctionText text{L"rand", L"rand(min, max)", L"Random value between min and max", 2, __LINE__};
     static constexpr bool constant = false;
     static double compute(double min, double max) { return min + coremath::random() * (max - min); }
 };
 
-struct CeilFct final : NumericFunction<CeilFct>
+struct CeilFct final : UnaryFunction<CeilFct>
 {
     static constexpr FunctionText text{L"ceil", L"ceil(x)", L"Ceiling", 1, __LINE__};
     static double compute(double x) { return std::ceil(x); }
 };
 
-struct FloorFct final : NumericFunction<FloorFct>
+struct FloorFct final : UnaryFunction<FloorFct>
 {
     static constexpr FunctionText text{L"floor", L"floor(x)", L"Floor", 1, __LINE__};
     static double compute(double x) { return std::floor(x); }
@@ -302,7 +324,7 @@ struct Log10Fct final : DomainFunction<Log10Fct, Message::LogDomain>
     static double compute(double x) { return std::log10(x); }
 };
 
-struct SumFct final : NumericFunction<SumFct>
+struct SumFct final : VariadicFunction<SumFct>
 {
     static constexpr FunctionText text{L"sum", L"sum(v1,v2,v3,...)", L"Return the sum of a set of values",
                                        NB_ARGS_UNDEFINED, __LINE__};
@@ -318,7 +340,7 @@ struct SumFct final : NumericFunction<SumFct>
     }
 };
 
-struct AvgFct final : NumericFunction<AvgFct>
+struct AvgFct final : VariadicFunction<AvgFct>
 {
     static constexpr FunctionText text{L"avg", L"avg(v1,v2,v3,...)", L"Return the average of a set of values",
                                        NB_ARGS_UNDEFINED, __LINE__};
@@ -334,13 +356,13 @@ struct FactorialFct final : BuiltInFunction<FactorialFct>
     static constexpr FunctionText text{L"fact", L"fact(x)", L"Return the factorial of x: x*(x-1)*(x-2)*...(x-x+1)", 1,
                                        __LINE__};
 
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
+    static bool apply(const VALTYPE& a, VALTYPE& result, bool)
     {
-        if (isPoint(args[0]))
+        if (isPoint(a))
         {
             refusePoint(text.line);
         }
-        const std::int32_t n = coremath::truncate(args[0].x);
+        const std::int32_t n = coremath::truncate(a.x);
         setNumber(result, n <= 0 ? 0.0 : multiplyDown(result.x, n - 1));
         return true;
     }
@@ -357,19 +379,19 @@ private:
     }
 };
 
-struct SqrFct final : NumericFunction<SqrFct>
+struct SqrFct final : UnaryFunction<SqrFct>
 {
     static constexpr FunctionText text{L"sqr", L"sqr(x)", L"Square", 1, __LINE__};
     static double compute(double x) { return x * x; }
 };
 
-struct ExpFct final : NumericFunction<ExpFct>
+struct ExpFct final : UnaryFunction<ExpFct>
 {
     static constexpr FunctionText text{L"exp", L"exp(x)", L"Calculates e raised to the power of x", 1, __LINE__};
     static double compute(double x) { return std::exp(x); }
 };
 
-struct Exp10Fct final : NumericFunction<Exp10Fct>
+struct Exp10Fct final : UnaryFunction<Exp10Fct>
 {
     static constexpr FunctionText text{L"exp10", L"exp10(x)", L"Calculates 10 raised to the power of x", 1, __LINE__};
 
@@ -398,20 +420,20 @@ struct TruncFct final : DomainFunction<TruncFct, Message::RoundDomain>
 };
 
 /// Unlike the angle conversions, "r2d" and "d2r" use the short pi and do not set the second flag.
-struct R2dFct final : NumericFunction<R2dFct>
+struct R2dFct final : UnaryFunction<R2dFct>
 {
     static constexpr FunctionText text{L"r2d", L"r2d(x)", L"Convert Radians To Degrees", 1, __LINE__};
     static double compute(double x) { return coremath::degreesFromRadians(x); }
 };
 
-struct D2rFct final : NumericFunction<D2rFct>
+struct D2rFct final : UnaryFunction<D2rFct>
 {
     static constexpr FunctionText text{L"d2r", L"d2r(x)", L"Convert Degrees To Radians", 1, __LINE__};
     static double compute(double x) { return coremath::radiansFromDegrees(x); }
 };
 
 /// Unlike the operator "^", leaves a zero base to the standard library: pow(0,0) is 1.
-struct PowFct final : NumericFunction<PowFct>
+struct PowFct final : BinaryFunction<PowFct>
 {
     static constexpr FunctionText text{L"pow", L"pow(x,y)", L"the y power of x", 2, __LINE__};
     static double compute(double x, double y) { return std::pow(x, y); }

@@ -23,7 +23,7 @@ constexpr MTNumberKernel kernelAt()
     constexpr std::size_t second = index / nbSecondForms;
     constexpr std::size_t form = second / nbFused;
     constexpr std::size_t first = form / nbOperandForms;
-    return computeFused<std::tuple_element_t<first, Fused>, static_cast<MTOperandForm>(form % nbOperandForms),
+    return runFused<std::tuple_element_t<first, Fused>, static_cast<MTOperandForm>(form % nbOperandForms),
                         std::tuple_element_t<second % nbFused, Fused>, secondForm(index % nbSecondForms)>;
 }
 

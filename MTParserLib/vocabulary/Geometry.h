@@ -30,18 +30,18 @@ struct Point final : BuiltInFunction<Point>
     }
 };
 
-/// A function whose arguments all have to be points. It states compute, which takes the arguments and the result.
+/// A function of two points. It states compute, which takes them and the result.
 template <class Function, Message::Id needsPoints>
 class PointFunction : public BuiltInFunction<Function>
 {
 public:
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool showMessages)
+    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool showMessages)
     {
-        if (!std::all_of(args, args + Function::text.nbArgs, isPoint))
+        if (!isPoint(a) || !isPoint(b))
         {
             return refuse(needsPoints, showMessages);
         }
-        Function::compute(args, result);
+        Function::compute(a, b, result);
         return true;
     }
 };
@@ -50,9 +50,9 @@ struct dist final : PointFunction<dist, Message::DistNeedsPoints>
 {
     static constexpr FunctionText text{L"dist", L"dist(x,y)", L"Distance between two endpoints", 2};
 
-    static void compute(const VALTYPE* points, VALTYPE& result)
+    static void compute(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
-        setNumber(result, between(points[0], points[1]));
+        setNumber(result, between(a, b));
         result.flag = 1;
         result.reserved = 0;
     }
@@ -72,10 +72,8 @@ struct nor final : PointFunction<nor, Message::NorNeedsPoints>
     // "normao" is required as it stands.
     static constexpr FunctionText text{L"nor", L"nor(x,y)", L"Unit vector in the XY plane normao to two endpoints", 2};
 
-    static void compute(const VALTYPE* points, VALTYPE& result)
+    static void compute(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
-        const VALTYPE& a = points[0];
-        const VALTYPE& b = points[1];
         const double x = a.x - b.x;
         const double y = a.y - b.y;
         const double length = std::sqrt(x * x + y * y);
@@ -87,10 +85,8 @@ struct vec final : PointFunction<vec, Message::VecNeedsPoints>
 {
     static constexpr FunctionText text{L"vec", L"vec(x,y)", L"Vector from two endpoints", 2};
 
-    static void compute(const VALTYPE* points, VALTYPE& result)
+    static void compute(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
-        const VALTYPE& a = points[0];
-        const VALTYPE& b = points[1];
         setPoint(result, b.x - a.x, b.y - a.y, b.z - a.z);
     }
 };
@@ -100,24 +96,27 @@ struct vec1 final : PointFunction<vec1, Message::Vec1NeedsPoints>
 {
     static constexpr FunctionText text{L"vec1", L"vec1(x,y)", L"Unit vector from two endpoints", 2};
 
-    static void compute(const VALTYPE* points, VALTYPE& result)
+    static void compute(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
-        const VALTYPE& a = points[0];
-        const VALTYPE& b = points[1];
         const double length = dist::between(a, b);
         setPoint(result, (b.x - a.x) / length, (b.y - a.y) / length, (b.z - a.z) / length);
     }
 };
 
 /// Lines that have no one intersection leave x, y and z of the result as they were.
-struct ill final : PointFunction<ill, Message::IllNeedsPoints>
+struct ill final : BuiltInFunction<ill>
 {
     static constexpr FunctionText text{L"ill", L"ill(x,y,z,w)", L"Intersection of two lines defined by four endpoints",
                                        4};
 
-    static void compute(const VALTYPE* points, VALTYPE& result)
+    static bool apply(std::uint32_t, const VALTYPE* points, VALTYPE& result, bool showMessages)
     {
+        if (!std::all_of(points, points + text.nbArgs, isPoint))
+        {
+            return refuse(Message::IllNeedsPoints, showMessages);
+        }
         result.type = 1;
         intersectLines(points[0], points[1], points[2], points[3], result);
+        return true;
     }
 };

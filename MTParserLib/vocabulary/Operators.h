@@ -8,21 +8,14 @@
 
 #include <cmath>
 
-/// An operator that reads and writes x alone, whatever its operands are.
+/// A binary operator that reads and writes x alone, whatever its operands are.
 template <class Operator>
 class NumberOperator : public BuiltInOperator<Operator>
 {
 public:
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
+    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool)
     {
-        if constexpr (Operator::text.unary)
-        {
-            result.x = Operator::compute(args[0].x);
-        }
-        else
-        {
-            result.x = Operator::compute(args[0].x, args[1].x);
-        }
+        result.x = Operator::compute(a.x, b.x);
         return true;
     }
 };
@@ -33,10 +26,8 @@ struct AddOp final : BuiltInOperator<AddOp>
 
     static double compute(double a, double b) { return a + b; }
 
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool showMessages)
+    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool showMessages)
     {
-        const VALTYPE& a = args[0];
-        const VALTYPE& b = args[1];
         if (isPoint(a) != isPoint(b))
         {
             return refuse(Message::NumberWithPoint, showMessages);
@@ -59,10 +50,8 @@ struct MinusOp final : BuiltInOperator<MinusOp>
 
     static double compute(double a, double b) { return a - b; }
 
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool showMessages)
+    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool showMessages)
     {
-        const VALTYPE& a = args[0];
-        const VALTYPE& b = args[1];
         if (isPoint(a) != isPoint(b))
         {
             return refuse(Message::NumberWithPoint, showMessages);
@@ -87,10 +76,8 @@ struct MultOp final : BuiltInOperator<MultOp>
     static constexpr bool readsResult = true;
     static double compute(double a, double b) { return a * b; }
 
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
+    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool)
     {
-        const VALTYPE& a = args[0];
-        const VALTYPE& b = args[1];
         if (isPoint(a) && isPoint(b))
         {
             // The dot product is added onto what the result holds: it is the product only where x was 0 on entry.
@@ -121,10 +108,8 @@ struct DivOp final : BuiltInOperator<DivOp>
     static bool isOutside(double, double b) { return b == 0.0; }
     static double compute(double a, double b) { return a / b; }
 
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool showMessages)
+    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool showMessages)
     {
-        const VALTYPE& a = args[0];
-        const VALTYPE& b = args[1];
         if (isPoint(b))
         {
             return refuse(Message::DivisionByPoint, showMessages);
@@ -152,10 +137,8 @@ struct ExpOp final : BuiltInOperator<ExpOp>
     /// 0 to any power is 0, so that neither 1 nor an infinity comes of it.
     static double compute(double a, double b) { return a != 0.0 ? std::pow(a, b) : 0.0; }
 
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool showMessages)
+    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool showMessages)
     {
-        const VALTYPE& a = args[0];
-        const VALTYPE& b = args[1];
         if (isPoint(a))
         {
             return refuse(Message::PowerOfPoint, showMessages);
@@ -171,9 +154,8 @@ struct UnaryMinusOp final : BuiltInOperator<UnaryMinusOp>
 
     static double compute(double a) { return -a; }
 
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
+    static bool apply(const VALTYPE& a, VALTYPE& result, bool)
     {
-        const VALTYPE& a = args[0];
         if (isPoint(a))
         {
             setPoint(result, -a.x, -a.y, -a.z);
@@ -237,10 +219,8 @@ struct AndOp final : BuiltInOperator<AndOp>
 {
     static constexpr OperatorText text{L"&", L"x & y", L"And logical operator.  Return 1 if true, 0 if false.", 0};
 
-    static bool apply(std::uint32_t, const VALTYPE* args, VALTYPE& result, bool)
+    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool)
     {
-        const VALTYPE& a = args[0];
-        const VALTYPE& b = args[1];
         if (a.flag != 0 && b.flag != 0)
         {
             result.flag = 1;
@@ -261,10 +241,16 @@ struct OrOp final : NumberOperator<OrOp>
     static double compute(double a, double b) { return a == 0.0 && b == 0.0 ? 0.0 : 1.0; }
 };
 
-struct NotOp final : NumberOperator<NotOp>
+struct NotOp final : BuiltInOperator<NotOp>
 {
     // The second "return 1" is required as it stands, although the operator yields 0 there.
     static constexpr OperatorText text{L"!", L"!x", L"Not logical operator. Return 1 if x is 0, else return 1", 2,
                                        true};
     static double compute(double a) { return a == 0.0 ? 1.0 : 0.0; }
+
+    static bool apply(const VALTYPE& a, VALTYPE& result, bool)
+    {
+        result.x = compute(a.x);
+        return true;
+    }
 };

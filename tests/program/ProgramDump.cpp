@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <functional>
+#include <ranges>
 #include <sstream>
 
 namespace {
@@ -30,9 +30,13 @@ std::string valueText(const VALTYPE& value)
     return value.flag == 1 ? text + " flagged" : text;
 }
 
+std::string ascii(const std::wstring& text)
+{
+    return std::string(text.begin(), text.end());
+}
+
 std::string itemText(const IMathExprItemEvaluator& item)
 {
-    const auto ascii = [](const std::wstring& text) { return std::string(text.begin(), text.end()); };
     if (const auto* anOperator = dynamic_cast<const IMathOperator*>(&item))
     {
         return (anOperator->isUnaryOp() ? "unary " : "operator ") + ascii(anOperator->getSymbol());
@@ -46,7 +50,7 @@ std::string itemText(const IMathExprItemEvaluator& item)
 
 }
 
-std::string dumpProgram(const MTParserProgram& program)
+std::string dumpProgram(const MTParserProgram& program, const std::vector<const IMathVariable*>& usedVariables)
 {
     std::ostringstream dump;
     if (program.rootIsConstant)
@@ -60,8 +64,21 @@ std::string dumpProgram(const MTParserProgram& program)
     };
     const auto isConsumed = [&](const VALTYPE* slot) {
         return std::any_of(steps.begin(), steps.end(), [slot](const MTProgramStep& step) {
-            return std::less_equal<>()(step.args, slot) && std::less<>()(slot, step.args + step.nbArgs);
+            const auto isOperand = [&](std::uint32_t j) { return &step.operand(j) == slot; };
+            return std::ranges::any_of(std::views::iota(0U, step.nbArgs), isOperand);
         });
+    };
+    const auto operandText = [&](const VALTYPE* operand) {
+        const std::size_t writer = writerOf(operand);
+        if (writer < steps.size())
+        {
+            return "#" + std::to_string(writer);
+        }
+        const auto holdsOperand = [operand](const IMathVariable* variable) {
+            return const_cast<IMathVariable*>(variable)->getValuePtr() == operand;
+        };
+        const auto variable = std::ranges::find_if(usedVariables, holdsOperand);
+        return variable == usedVariables.end() ? valueText(*operand) : ascii((*variable)->getSymbol());
     };
     for (std::size_t index = 0; index < steps.size(); ++index)
     {
@@ -69,10 +86,7 @@ std::string dumpProgram(const MTParserProgram& program)
         dump << index << ' ' << itemText(*step.item) << " at " << step.position;
         for (std::uint32_t j = 0; j < step.nbArgs; ++j)
         {
-            const VALTYPE* slot = step.args + j;
-            const std::size_t writer = writerOf(slot);
-            dump << (j == 0 ? " [" : ", ");
-            dump << (writer < steps.size() ? "#" + std::to_string(writer) : valueText(*slot));
+            dump << (j == 0 ? " [" : ", ") << operandText(&step.operand(j));
         }
         dump << (step.nbArgs > 0 ? "]" : "");
         if (step.destination == program.root)

@@ -3,11 +3,13 @@
 //     1 operator + at 1 [#0, 3] -> value
 //
 // reads: record 1 is the operator "+" at position 1; its first argument is written by record 0, its second is 3; its
-// result goes to its own value.
+// result goes to its own value. An argument that is read where a variable keeps its value bears the variable's name.
 #pragma once
 
 #include "MTParserLib/MTParserProgram.h"
+#include "mathexpr/IMathVariable.h"
 
 #include <string>
+#include <vector>
 
-std::string dumpProgram(const MTParserProgram& program);
+std::string dumpProgram(const MTParserProgram& program, const std::vector<const IMathVariable*>& usedVariables);

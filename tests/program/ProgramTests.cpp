@@ -1,4 +1,4 @@
-// ProgramTests.cpp - compiles the expressions of programs.txt and compares the programs with what stands there.
+// ProgramTests.cpp - compiles the expressions of the golden files and compares the programs with what stands there.
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
@@ -66,9 +66,9 @@ struct GoldenProgram
 };
 
 /// The file holds an expression a block: the text, then its program with each line indented; "#" begins a comment.
-std::vector<GoldenProgram> readGoldenPrograms()
+std::vector<GoldenProgram> readGoldenPrograms(const std::string& path)
 {
-    std::ifstream file(PROGRAMS_FILE);
+    std::ifstream file(path);
     std::vector<GoldenProgram> programs;
     int number = 0;
     for (std::string line; std::getline(file, line);)
@@ -90,25 +90,37 @@ std::vector<GoldenProgram> readGoldenPrograms()
     return programs;
 }
 
-TEST(Programs, CompileAsWritten)
+/// @param inPlace  whether the variables count as the library's own, which are read where their value stands
+void compareWithGoldenFile(const std::string& name, bool inPlace)
 {
     Host host;
     Factory factory;
     MTParserRegistrar registrar;
     registrar.setSyntax({L'.', L',', L'[', L']'});
-    registrar.setVariableFactory(&factory);
+    registrar.setVariableFactory(&factory, inPlace);
     registerVocabulary(registrar);
     MTParserCompiler compiler(registrar, false, &host);
 
-    const std::vector<GoldenProgram> programs = readGoldenPrograms();
-    ASSERT_GE(programs.size(), 12U);
+    const std::string path = std::string(PROGRAMS_DIRECTORY) + "/" + name;
+    const std::vector<GoldenProgram> programs = readGoldenPrograms(path);
+    ASSERT_GE(programs.size(), 8U);
     for (const GoldenProgram& golden : programs)
     {
-        SCOPED_TRACE(std::string(PROGRAMS_FILE) + ":" + std::to_string(golden.line) + ": " + golden.text);
+        SCOPED_TRACE(path + ":" + std::to_string(golden.line) + ": " + golden.text);
         std::wstring assignTarget;
         ASSERT_TRUE(compiler.compile(std::wstring(golden.text.begin(), golden.text.end()).c_str(), assignTarget));
-        EXPECT_EQ(dumpProgram(compiler.getProgram()), golden.dump);
+        EXPECT_EQ(dumpProgram(compiler.getProgram(), compiler.getUsedVariables()), golden.dump);
     }
+}
+
+TEST(Programs, CopyTheVariablesOfAHost)
+{
+    compareWithGoldenFile("programs.txt", false);
+}
+
+TEST(Programs, ReadTheLibrarysOwnVariablesInPlace)
+{
+    compareWithGoldenFile("programs_in_place.txt", true);
 }
 
 }
