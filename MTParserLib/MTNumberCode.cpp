@@ -187,10 +187,6 @@ void MTNumberCode::prepare(const MTParserProgram& program)
 
 bool MTNumberCode::getReady(const MTParserProgram& program)
 {
-    if (!possible || !ran)
-    {
-        return false;
-    }
     for (const MTProgramStep& step : program.steps)
     {
         const bool takesPoint = step.operand(0).type != 0 || (step.nbArgs > 1 && step.operand(1).type != 0);

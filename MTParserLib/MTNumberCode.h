@@ -83,6 +83,7 @@ public:
 
     /// Adds a variable that the program reads in place. Each is added once, in the order of their first use.
     void addVariable(const VALTYPE& value) { variables.push_back(&value); }
+    const std::vector<const VALTYPE*>& getVariables() const noexcept { return variables; }
 
     /// To be told when the program itself begins to run, which may leave points in the slots however it ends.
     void programRuns() noexcept { ready = nullptr; }
@@ -91,23 +92,19 @@ public:
     void programRan() noexcept { ran = true; }
 
     /// Whether the code may run in place of the program, as far as the slots are concerned.
-    bool isReady(const MTParserProgram& program) { return ready != nullptr || getReady(program); }
+    bool isReady(const MTParserProgram& program)
+    {
+        return ready != nullptr || (possible && ran && variablesAreNumbers() && getReady(program));
+    }
 
     /// Runs the code in place of the program, if that is ready and all variables are numbers.
     /// @param value  receives x of the program's root, whose other fields stand there
     /// @return false, with a meaningless value, where the program has to run itself
     bool run(double& value) noexcept
     {
-        if (ready == nullptr)
+        if (ready == nullptr || !variablesAreNumbers())
         {
             return false;
-        }
-        for (const VALTYPE* variable : variables)
-        {
-            if (variable->type != 0)
-            {
-                return false;
-            }
         }
         bool refused = false;
         value = ready->kernel(ready, 0.0, stack.data(), &refused);
@@ -115,6 +112,18 @@ public:
     }
 
 private:
+    bool variablesAreNumbers() const noexcept
+    {
+        // Not an algorithm: those are unrolled, and most programs have few variables.
+        for (const VALTYPE* variable : variables)
+        {
+            if (variable->type != 0)
+            {
+                return false;
+            }
+        }
+        return true;
+    }
     bool getReady(const MTParserProgram& program);
     void build(const MTParserProgram& program);
 

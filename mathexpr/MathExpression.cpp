@@ -96,7 +96,7 @@ bool MathExpression::evaluate(VALTYPE& result)
         copyWithX(result, *program->root, x);
         return true;
     }
-    return atHostBoundary(host, [&] { return evaluateProgram(result); });
+    return evaluateProgram(result);
 }
 
 bool MathExpression::compileText(const wchar_t* expression)
@@ -115,17 +115,19 @@ bool MathExpression::compileText(const wchar_t* expression)
 
 bool MathExpression::evaluateProgram(VALTYPE& result)
 {
-    const MTProgramClaim claim(*program);
-    if (!claim.isGranted() || !program->isComplete() || !runAndNote(*program, !silent, *compiler))
-    {
-        return false;
-    }
-    if (!assignTarget.empty() && !assign(*program->root))
-    {
-        return false;
-    }
-    copyRecent(result, *program->root);
-    return true;
+    return atHostBoundary(host, [&] {
+        const MTProgramClaim claim(*program);
+        if (!claim.isGranted() || !program->isComplete() || !runAndNote(*program, !silent, *compiler))
+        {
+            return false;
+        }
+        if (!assignTarget.empty() && !assign(*program->root))
+        {
+            return false;
+        }
+        copyRecent(result, *program->root);
+        return true;
+    });
 }
 
 bool MathExpression::assign(const VALTYPE& value)

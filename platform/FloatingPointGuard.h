@@ -29,8 +29,11 @@ struct FloatingPointWords
 
     static FloatingPointWords current() noexcept
     {
-        FloatingPointWords words{_mm_getcsr(), 0x037F};
-#if !defined(_MSC_VER)  // there nothing computes with x87 registers
+        FloatingPointWords words;
+        words.mxcsr = _mm_getcsr();
+#if defined(_MSC_VER)  // there nothing computes with x87 registers
+        words.x87 = 0x037F;
+#else
         __asm__ __volatile__("fnstcw %0" : "=m"(words.x87));
 #endif
         return words;
