@@ -241,7 +241,8 @@ bool MTParserCompiler::compileNumber(std::wstring_view token, std::uint32_t posi
 
 bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t position)
 {
-    const std::size_t constant = registrar.findConstant(token);
+    const std::uint32_t hash = MTNameIndex::hash(token);
+    const std::size_t constant = registrar.findConstant(token, hash);
     if (constant != MTParserRegistrar::notFound)
     {
         emitter.emitConstant(registrar.getConstantValue(constant), position);
@@ -249,7 +250,7 @@ bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t positi
     }
     try
     {
-        MTVariableDefinition* variable = resolveVariable(token);
+        MTVariableDefinition* variable = resolveVariable(token, hash);
         if (variable == nullptr)
         {
             return fail(CompileError::unknownName, __LINE__, position, spanOfToken(token, position), token);
@@ -292,9 +293,9 @@ bool MTParserCompiler::askHost(std::wstring_view name, VALTYPE& answer) const
     return service->lookupValue(terminated.c_str(), answer);
 }
 
-MTVariableDefinition* MTParserCompiler::resolveVariable(std::wstring_view name)
+MTVariableDefinition* MTParserCompiler::resolveVariable(std::wstring_view name, std::uint32_t hash)
 {
-    MTVariableDefinition* variable = registrar.findVariableDefinition(name);
+    MTVariableDefinition* variable = registrar.findVariableDefinition(name, hash);
     if (variable != nullptr)
     {
         return variable;
@@ -306,7 +307,7 @@ MTVariableDefinition* MTParserCompiler::resolveVariable(std::wstring_view name)
         return nullptr;
     }
     registrar.defineVariable(name);
-    variable = registrar.findVariableDefinition(name);
+    variable = registrar.findVariableDefinition(name, hash);
     if (answered && variable != nullptr)
     {
         *variable->item->getValuePtr() = answer;

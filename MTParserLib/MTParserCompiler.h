@@ -132,7 +132,7 @@ private:
     bool compileFunctionName(std::wstring_view token, std::uint32_t position);
     bool compileNumber(std::wstring_view token, std::uint32_t position);
     bool compileName(std::wstring_view token, std::uint32_t position);
-    MTVariableDefinition* resolveVariable(std::wstring_view name);
+    MTVariableDefinition* resolveVariable(std::wstring_view name, std::uint32_t hash);
     bool askHost(std::wstring_view name, VALTYPE& answer) const;
 
     bool openBracket(std::uint32_t position, wchar_t next);

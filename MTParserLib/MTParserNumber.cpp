@@ -1,12 +1,48 @@
-// MTParserNumber.cpp - reads through the standard library's conversion that knows no locale.
+// MTParserNumber.cpp - reads short numbers by hand, and the others through the standard library's conversion that knows
+// no locale.
 #include "MTParserLib/MTParserNumber.h"
 
+#include <array>
 #include <charconv>
+#include <cstdint>
 #include <limits>
 #include <system_error>
 
+namespace {
+
+/// The powers of ten that a double holds exactly.
+constexpr std::array<double, 23> powersOfTen{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                             1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+/// A number so short that a double holds its digits, read as an integer: one division rounds correctly then.
+constexpr std::size_t mostDigits = std::numeric_limits<double>::digits10;
+
+double readShortNumber(std::wstring_view number, wchar_t decimalPoint)
+{
+    std::uint64_t digits = 0;
+    std::size_t nbDecimals = 0;
+    for (std::size_t at = 0; at < number.size(); ++at)
+    {
+        if (number[at] == decimalPoint)
+        {
+            nbDecimals = number.size() - at - 1;
+        }
+        else
+        {
+            digits = 10 * digits + static_cast<std::uint64_t>(number[at] - L'0');
+        }
+    }
+    return static_cast<double>(digits) / powersOfTen[nbDecimals];
+}
+
+}
+
 double readNumber(std::wstring_view number, wchar_t decimalPoint, std::string& scratch)
 {
+    if (number.size() <= mostDigits)
+    {
+        return readShortNumber(number, decimalPoint);
+    }
     scratch.clear();
     for (const wchar_t character : number)
     {

@@ -13,12 +13,8 @@ constexpr std::size_t smallestChunk = 16;
 
 }
 
-VALTYPE* MTSlotArena::allocate(std::size_t count)
+VALTYPE* MTSlotArena::allocateElsewhere(std::size_t count)
 {
-    if (count == 0)
-    {
-        return nullptr;
-    }
     Mark place = top;
     while (place.chunk < chunks.size() && chunks[place.chunk].size - place.used < count)
     {
@@ -31,10 +27,8 @@ VALTYPE* MTSlotArena::allocate(std::size_t count)
         const std::size_t size = std::max(count, doubled);
         chunks.push_back(Chunk{std::make_unique<VALTYPE[]>(size), size});
     }
-    VALTYPE* allocated = chunks[place.chunk].slots.get() + place.used;
-    std::fill_n(allocated, count, VALTYPE{});
-    top = Mark{place.chunk, place.used + count};
-    return allocated;
+    top = place;
+    return allocate(count);
 }
 
 void MTParserProgram::clear() noexcept

@@ -49,7 +49,20 @@ public:
     };
 
     /// A contiguous array of all-zero slots; null for none.
-    VALTYPE* allocate(std::size_t count);
+    VALTYPE* allocate(std::size_t count)
+    {
+        if (top.chunk == chunks.size() || chunks[top.chunk].size - top.used < count)
+        {
+            return allocateElsewhere(count);
+        }
+        VALTYPE* const allocated = chunks[top.chunk].slots.get() + top.used;
+        top.used += count;
+        for (VALTYPE* slot = allocated; slot != allocated + count; ++slot)
+        {
+            *slot = VALTYPE{};
+        }
+        return count == 0 ? nullptr : allocated;
+    }
     Mark mark() const noexcept { return top; }
     void release(Mark mark) noexcept { top = mark; }
 
@@ -59,6 +72,9 @@ private:
         std::unique_ptr<VALTYPE[]> slots;
         std::size_t size;
     };
+
+    VALTYPE* allocateElsewhere(std::size_t count);
+
     std::vector<Chunk> chunks;
     Mark top;
 };

@@ -77,9 +77,7 @@ struct MTParserRegistrar::Definitions
     bool everyNameIsPlain = true;  // of functions and constants
     SyntaxCharacters syntax;
     MTPlainCharacters plainCharacters;
-    // For each ASCII character, the first operator whose symbol begins with it; beyond ASCII every operator is looked
-    // at.
-    std::array<std::size_t, 128> firstOperator;
+    std::array<std::size_t, 128> firstOperator;  // whose symbol begins with an ASCII character
 
     void indexCharacters() noexcept;
     bool mayBeSpeltOtherwise(std::wstring_view name) const noexcept;
@@ -99,11 +97,16 @@ void MTParserRegistrar::Definitions::indexCharacters() noexcept
     {
         plainCharacters.set(special, false);
     }
-    firstOperator.fill(operators.size());
+    firstOperator.fill(notFound);
     for (std::size_t index = operators.size(); index-- > 0;)
     {
         const wchar_t first = operators[index].symbol.front();
         plainCharacters.set(first, false);
+        const auto isAlike = [first](const MTOperatorDefinition& other) { return other.symbol.front() == first; };
+        const auto alike =
+            std::find_if(operators.begin() + static_cast<std::ptrdiff_t>(index) + 1, operators.end(), isAlike);
+        operators[index].nextAlike =
+            alike == operators.end() ? notFound : static_cast<std::size_t>(alike - operators.begin());
         const auto code = static_cast<std::size_t>(first);
         if (code < firstOperator.size())
         {
@@ -115,7 +118,14 @@ void MTParserRegistrar::Definitions::indexCharacters() noexcept
 std::size_t MTParserRegistrar::Definitions::firstOperatorWith(wchar_t character) const noexcept
 {
     const auto code = static_cast<std::size_t>(character);
-    return code < firstOperator.size() ? firstOperator[code] : 0;
+    if (code < firstOperator.size())
+    {
+        return firstOperator[code];
+    }
+    const auto first = std::find_if(operators.begin(), operators.end(), [character](const MTOperatorDefinition& each) {
+        return each.symbol.front() == character;
+    });
+    return first == operators.end() ? notFound : static_cast<std::size_t>(first - operators.begin());
 }
 
 MTParserRegistrar::MTParserRegistrar() : MTParserRegistrar(nullptr) {}
@@ -192,7 +202,7 @@ void MTParserRegistrar::setSyntax(const SyntaxCharacters& characters)
 
 void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned, const MTItemKernels& kernels)
 {
-    MTOperatorDefinition definition{handleOf(item, owned), &kernels, {}, 0, false};
+    MTOperatorDefinition definition{handleOf(item, owned), &kernels, {}, 0, false, notFound};
     definition.symbol = item->getSymbol();
     definition.precedence = item->getPrecedence();
     definition.unary = item->isUnaryOp();
@@ -479,10 +489,11 @@ bool MTParserRegistrar::isOperatorSymbol(std::wstring_view text, std::wstring_vi
         return false;
     }
     const std::vector<MTOperatorDefinition>& operators = definitions->operators;
-    for (std::size_t index = definitions->firstOperatorWith(text.front()); index < operators.size(); ++index)
+    for (std::size_t index = definitions->firstOperatorWith(text.front()); index != notFound;
+         index = operators[index].nextAlike)
     {
         const std::wstring_view candidate = operators[index].symbol;
-        if (candidate.front() == text.front() && text.substr(0, candidate.size()) == candidate)
+        if (candidate.size() == 1 || text.starts_with(candidate))
         {
             symbol = candidate;
             return true;
@@ -498,9 +509,12 @@ std::size_t MTParserRegistrar::findOperator(std::wstring_view symbol, bool unary
         return notFound;
     }
     const std::vector<MTOperatorDefinition>& operators = definitions->operators;
-    for (std::size_t index = definitions->firstOperatorWith(symbol.front()); index < operators.size(); ++index)
+    for (std::size_t index = definitions->firstOperatorWith(symbol.front()); index != notFound;
+         index = operators[index].nextAlike)
     {
-        if (operators[index].unary == unary && operators[index].symbol == symbol)
+        const std::wstring_view candidate = operators[index].symbol;
+        if (operators[index].unary == unary && candidate.size() == symbol.size() &&
+            (symbol.size() == 1 || candidate == symbol))
         {
             return index;
         }
@@ -546,9 +560,14 @@ std::size_t MTParserRegistrar::findOverload(std::size_t firstOverload, std::uint
 
 std::size_t MTParserRegistrar::findConstant(std::wstring_view name) const noexcept
 {
+    return findConstant(name, MTNameIndex::hash(name));
+}
+
+std::size_t MTParserRegistrar::findConstant(std::wstring_view name, std::uint32_t hash) const noexcept
+{
     const std::vector<Definitions::Constant>& constants = definitions->constants;
-    const std::size_t found = definitions->constantIndex.find(
-        MTNameIndex::hash(name), [&](std::size_t index) { return constants[index].name == name; });
+    const std::size_t found =
+        definitions->constantIndex.find(hash, [&](std::size_t index) { return constants[index].name == name; });
     return found == notFound && definitions->mayBeSpeltOtherwise(name)
                ? findOtherSpelling(constants, &Definitions::Constant::name, name)
                : found;
@@ -562,15 +581,24 @@ IMathVariable* MTParserRegistrar::findVariable(std::wstring_view name) const noe
 
 const MTVariableDefinition* MTParserRegistrar::findVariableDefinition(std::wstring_view name) const noexcept
 {
-    const std::size_t found = variableIndex.find(
-        MTNameIndex::hash(name), [&](std::size_t index) { return sameIgnoringCase(variables[index].name, name); });
+    const std::size_t found = findVariableIndex(name, MTNameIndex::hash(name));
     return found == notFound ? nullptr : &variables[found];
 }
 
 MTVariableDefinition* MTParserRegistrar::findVariableDefinition(std::wstring_view name) noexcept
 {
-    const MTParserRegistrar& constant = *this;
-    return const_cast<MTVariableDefinition*>(constant.findVariableDefinition(name));
+    return findVariableDefinition(name, MTNameIndex::hash(name));
+}
+
+MTVariableDefinition* MTParserRegistrar::findVariableDefinition(std::wstring_view name, std::uint32_t hash) noexcept
+{
+    const std::size_t found = findVariableIndex(name, hash);
+    return found == notFound ? nullptr : &variables[found];
+}
+
+std::size_t MTParserRegistrar::findVariableIndex(std::wstring_view name, std::uint32_t hash) const noexcept
+{
+    return variableIndex.find(hash, [&](std::size_t index) { return sameIgnoringCase(variables[index].name, name); });
 }
 
 VALTYPE* MTParserRegistrar::getVariableValuePtr(std::wstring_view name) const

@@ -42,6 +42,8 @@ struct MTOperatorDefinition
     std::wstring symbol;
     std::int32_t precedence;
     bool unary;
+    /// The next one whose symbol begins with the same character; MTParserRegistrar::notFound after the last.
+    std::size_t nextAlike;
 };
 
 /// A function, and what it answered when it was defined.
@@ -162,9 +164,12 @@ public:
     std::size_t findOverload(std::size_t firstOverload, std::uint32_t nbArgs) const noexcept;
 
     std::size_t findConstant(std::wstring_view name) const noexcept;
+    /// The same for a caller that has computed MTNameIndex::hash(name).
+    std::size_t findConstant(std::wstring_view name, std::uint32_t hash) const noexcept;
     /// Null when there is none; names of variables are compared without regard to case.
     IMathVariable* findVariable(std::wstring_view name) const noexcept;
     MTVariableDefinition* findVariableDefinition(std::wstring_view name) noexcept;
+    MTVariableDefinition* findVariableDefinition(std::wstring_view name, std::uint32_t hash) noexcept;
     const MTVariableDefinition* findVariableDefinition(std::wstring_view name) const noexcept;
     /// Where the variable's value is held. Code 16 when there is no such variable.
     VALTYPE* getVariableValuePtr(std::wstring_view name) const;
@@ -183,6 +188,7 @@ private:
     void checkConstant(std::wstring_view name) const;
     void checkVariable(std::wstring_view name) const;
 
+    std::size_t findVariableIndex(std::wstring_view name, std::uint32_t hash) const noexcept;
     std::size_t findSyntaxCharacter(std::wstring_view name) const noexcept;
     bool findOperatorSymbolIn(std::wstring_view name, std::wstring_view& symbol) const noexcept;
 
