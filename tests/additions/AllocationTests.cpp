@@ -1,6 +1,7 @@
 // AllocationTests.cpp - what is kept for a host that may ask later costs no memory while nothing fails.
 //
 // The global operator new is this program's, for the shared library too, and counts its calls.
+#include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"
 #include "tests/additions/Session.h"
@@ -10,6 +11,7 @@
 #include <cstdlib>
 #include <new>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -61,6 +63,35 @@ TEST(Allocations, AreMadeByTheFirstCompilationOnly)
             ASSERT_TRUE(session.expression.evaluate(value));
         }
         EXPECT_EQ(nbAllocations, before) << "limit " << limit;
+    }
+}
+
+// Once it is prepared, bulk evaluation takes no memory, by blocks and by rows, also where rows fail.
+TEST(Allocations, AreNotMadeForRows)
+{
+    Session session(true);
+    session.host.names = {{L"x", number(1)}};
+    std::vector<double> x(20000);
+    for (std::size_t row = 0; row < x.size(); ++row)
+    {
+        x[row] = static_cast<double>(row % 7);
+    }
+    std::vector<VALTYPE> results(x.size());
+    const BulkColumn column{L"x", x.data()};
+    for (const wchar_t* text : {L"1/x+min(x,2,3,4)", L"[x,1,2]*2/x"})
+    {
+        ASSERT_TRUE(session.expression.setExpression(text));
+        BulkOutcome outcome;
+        const auto allocationsFor = [&](std::size_t nbRows) {
+            const std::size_t before = nbAllocations;
+            EXPECT_TRUE(evaluateBulk(session.expression, &column, 1, nbRows,
+                                     {results.data(), sizeof(VALTYPE), BulkKind::Record}, 1, outcome));
+            return nbAllocations - before;
+        };
+        allocationsFor(1);
+        const std::size_t forOne = allocationsFor(1);
+        EXPECT_EQ(allocationsFor(x.size()), forOne);
+        EXPECT_GT(outcome.nbFailed, 0U);
     }
 }
 

@@ -1,0 +1,330 @@
+// MTBlockProgram.cpp - builds the block form of a program, and runs it.
+#include "MTParserLib/MTBlockProgram.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace {
+
+/// Results that wait at once: more would take more memory than a thread is to have, and more than the cache holds.
+constexpr std::size_t mostBuffers = 256;
+
+std::uint32_t indexOfLast(std::size_t size) noexcept
+{
+    return static_cast<std::uint32_t>(size - 1);
+}
+
+/// Asks an item itself, with plain numbers.
+/// @return the status of such a row
+std::uint32_t askItem(const IMathExprItemEvaluator& item, std::span<const VALTYPE> args, VALTYPE& result)
+{
+    if (item.evaluate(static_cast<std::uint32_t>(args.size()), args.data(), result, false))
+    {
+        return RowStatus::Done;
+    }
+    return refusalStatus();
+}
+
+}
+
+class MTBlockProgram::Builder
+{
+public:
+    Builder(const MTParserProgram& source, std::span<const MTBoundColumn> bound) : program(source)
+    {
+        for (const MTBoundColumn& column : bound)
+        {
+            target->columns.push_back(column.column);
+            places[column.variable] = Operand{Operand::Place::Column, indexOfLast(target->columns.size())};
+            numbersOnly = numbersOnly && column.column.kind == BulkKind::Number;
+        }
+    }
+
+    std::unique_ptr<const MTBlockProgram> build()
+    {
+        const bool built = numbersOnly && std::all_of(program.steps.begin(), program.steps.end(),
+                                                      [this](const MTProgramStep& step) { return add(step); });
+        const MTProgramStep* const last = program.steps.empty() ? nullptr : &program.steps.back();
+        if (!built || last->destination != program.root || last->nbArgs == 0 || nbBuffersUsed > mostBuffers)
+        {
+            return nullptr;
+        }
+        target->root = take(*program.root);
+        target->rootFlag = flagOf(*last);
+        target->nbBuffers = nbBuffersUsed;
+        return std::move(target);
+    }
+
+private:
+    bool add(const MTProgramStep& step)
+    {
+        if (step.nbArgs == 0)
+        {
+            return addCopy(step);
+        }
+        const MTBlockKernels* const kernels = findBlockKernels(*step.item).kernels;
+        if (kernels == nullptr)
+        {
+            return false;
+        }
+        const std::size_t firstOperand = target->operands.size();
+        bool allUniform = true;
+        for (std::uint32_t j = 0; j < step.nbArgs; ++j)
+        {
+            if (!isNumber(step.operand(j)))
+            {
+                return false;
+            }
+            const Operand operand = take(step.operand(j));
+            allUniform = allUniform && operand.place == Operand::Place::Uniform;
+            target->operands.push_back(operand);
+        }
+        if (allUniform)
+        {
+            addUniform(step, firstOperand);
+            return true;
+        }
+        // Taken before those of the operands are given back, so that an item never writes where it reads.
+        const std::uint32_t result = takeBuffer();
+        for (const Operand& operand : std::span(target->operands).subspan(firstOperand))
+        {
+            if (operand.place == Operand::Place::Buffer)
+            {
+                freeBuffers.push_back(operand.index);
+            }
+        }
+        target->steps.push_back(
+            {kernels, step.item, static_cast<std::uint32_t>(firstOperand), step.nbArgs, result, RowStatus::Done});
+        target->mostOperands = std::max<std::size_t>(target->mostOperands, step.nbArgs);
+        places[step.destination] = Operand{Operand::Place::Buffer, result};
+        return true;
+    }
+
+    /// A variable that is copied to its consumer is read in its own place here.
+    bool addCopy(const MTProgramStep& step)
+    {
+        if (step.first == nullptr || !isNumber(*step.first))
+        {
+            return false;
+        }
+        places[step.destination] = take(*step.first);
+        return true;
+    }
+
+    /// Computes a step whose operands are the same in all rows.
+    void addUniform(const MTProgramStep& step, std::size_t firstOperand)
+    {
+        args.assign(step.nbArgs, VALTYPE{});
+        for (std::uint32_t j = 0; j < step.nbArgs; ++j)
+        {
+            args[j].x = target->uniforms[target->operands[firstOperand + j].index];
+        }
+        target->operands.resize(firstOperand);
+        VALTYPE result;
+        const std::uint32_t status = askItem(*step.item, args, result);
+        if (status != RowStatus::Done)
+        {
+            target->steps.push_back({nullptr, nullptr, 0, 0, 0, status});
+        }
+        places[step.destination] = addNumber(result.x);
+    }
+
+    /// Whether what stands in a place is a number in every row. Results of steps are.
+    bool isNumber(const VALTYPE& place) const { return places.contains(&place) || place.type == 0; }
+
+    /// What stands in a place: a column, a result, or else what is the same in all rows.
+    Operand take(const VALTYPE& place)
+    {
+        const auto known = places.find(&place);
+        return known != places.end() ? known->second : addNumber(place.x);
+    }
+
+    Operand addNumber(double number)
+    {
+        target->uniforms.push_back(number);
+        return {Operand::Place::Uniform, indexOfLast(target->uniforms.size())};
+    }
+
+    std::uint32_t takeBuffer()
+    {
+        if (freeBuffers.empty())
+        {
+            return static_cast<std::uint32_t>(nbBuffersUsed++);
+        }
+        const std::uint32_t buffer = freeBuffers.back();
+        freeBuffers.pop_back();
+        return buffer;
+    }
+
+    /// The second flag of a result depends on the item alone while it meets plain numbers. None refuses 1.
+    std::uint8_t flagOf(const MTProgramStep& step)
+    {
+        VALTYPE one;
+        one.x = 1.0;
+        args.assign(step.nbArgs, one);
+        VALTYPE result;
+        askItem(*step.item, args, result);
+        return result.flag;
+    }
+
+    const MTParserProgram& program;
+    std::unique_ptr<MTBlockProgram> target = std::make_unique<MTBlockProgram>();
+    bool numbersOnly = true;
+    std::unordered_map<const VALTYPE*, Operand> places;  // of the columns and of the results
+    std::vector<std::uint32_t> freeBuffers;
+    std::size_t nbBuffersUsed = 0;
+    std::vector<VALTYPE> args;
+};
+
+std::unique_ptr<const MTBlockProgram> MTBlockProgram::build(const MTParserProgram& program,
+                                                            std::span<const MTBoundColumn> columns)
+{
+    return Builder(program, columns).build();
+}
+
+MTBlockWorker::MTBlockWorker(const MTBlockProgram& blockProgram, const BulkResults& results)
+    : program(blockProgram), writer(results),
+      buffers((blockProgram.nbBuffers + blockProgram.columns.size()) * blockRows),
+      columnValues(blockProgram.columns.size()), manyOperands(blockProgram.mostOperands),
+      args(blockProgram.mostOperands)
+{}
+
+void MTBlockWorker::evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status)
+{
+    readColumns(firstRow, nbRows);
+    refused = false;
+    // The value goes to the host's array right away where its numbers stand side by side.
+    const bool isComputed = program.root.place == Operand::Place::Buffer;
+    double* const direct = isComputed ? writer.contiguousNumbers(firstRow) : nullptr;
+    for (const Step& step : program.steps)
+    {
+        const bool isLast = &step == &program.steps.back();
+        run(step, isLast && direct != nullptr ? direct : buffer(step.result), nbRows, status);
+    }
+    if (direct == nullptr)
+    {
+        writeRows(firstRow, nbRows, status);
+    }
+    else if (refused)
+    {
+        writeFailures(firstRow, nbRows, status);
+    }
+}
+
+void MTBlockWorker::readColumns(std::size_t firstRow, std::size_t nbRows)
+{
+    for (std::size_t index = 0; index < columnValues.size(); ++index)
+    {
+        const BulkColumn& column = program.columns[index];
+        if (column.stride == static_cast<std::ptrdiff_t>(sizeof(double)))
+        {
+            columnValues[index] = column.data + firstRow;
+            continue;
+        }
+        double* const values = buffer(program.nbBuffers + index);
+        std::ptrdiff_t offset = offsetOf(firstRow, column.stride);
+        for (std::size_t row = 0; row < nbRows; ++row, offset += column.stride)
+        {
+            values[row] = readNumber(column.data, offset);
+        }
+        columnValues[index] = values;
+    }
+}
+
+const double* MTBlockWorker::valuesOf(Operand operand) const noexcept
+{
+    switch (operand.place)
+    {
+    case Operand::Place::Column:
+        return columnValues[operand.index];
+    case Operand::Place::Buffer:
+        return buffers.data() + operand.index * blockRows;
+    default:
+        return &program.uniforms[operand.index];
+    }
+}
+
+void MTBlockWorker::run(const Step& step, double* result, std::size_t nbRows, std::uint32_t* status)
+{
+    if (step.kernels == nullptr)
+    {
+        std::replace(status, status + nbRows, static_cast<std::uint32_t>(RowStatus::Done), step.refusal);
+        refused = true;
+        return;
+    }
+    if (step.kernels->computeMany == nullptr)
+    {
+        compute(step, result, nbRows, status);
+        return;
+    }
+    for (std::uint32_t j = 0; j < step.nbOperands; ++j)
+    {
+        const Operand operand = program.operands[step.firstOperand + j];
+        manyOperands[j] = {valuesOf(operand), operand.place == Operand::Place::Uniform};
+    }
+    step.kernels->computeMany(std::span(manyOperands).first(step.nbOperands), args.data(), result, nbRows);
+}
+
+void MTBlockWorker::compute(const Step& step, double* result, std::size_t nbRows, std::uint32_t* status)
+{
+    const Operand first = program.operands[step.firstOperand];
+    const Operand second = program.operands[step.firstOperand + step.nbOperands - 1];
+    const auto form = static_cast<std::size_t>(first.place == Operand::Place::Uniform    ? MTBlockForm::FirstUniform
+                                               : second.place == Operand::Place::Uniform ? MTBlockForm::SecondUniform
+                                                                                         : MTBlockForm::NoneUniform);
+    const double* const a = valuesOf(first);
+    const double* const b = valuesOf(second);
+    const MTBlockOutside outside = step.kernels->outside[form];
+    if (outside != nullptr && outside(a, b, nbRows))
+    {
+        refuseRows(step, nbRows, status);
+    }
+    step.kernels->compute[form](a, b, result, nbRows);
+}
+
+void MTBlockWorker::refuseRows(const Step& step, std::size_t nbRows, std::uint32_t* status)
+{
+    for (std::size_t row = 0; row < nbRows; ++row)
+    {
+        if (status[row] != RowStatus::Done)
+        {
+            continue;
+        }
+        for (std::uint32_t j = 0; j < step.nbOperands; ++j)
+        {
+            const Operand operand = program.operands[step.firstOperand + j];
+            args[j].x = valuesOf(operand)[operand.place == Operand::Place::Uniform ? 0 : row];
+        }
+        VALTYPE unused;
+        status[row] = askItem(*step.item, std::span(args).first(step.nbOperands), unused);
+        refused = refused || status[row] != RowStatus::Done;
+    }
+}
+
+void MTBlockWorker::writeRows(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status)
+{
+    const double* const values = valuesOf(program.root);
+    const bool isUniform = program.root.place == Operand::Place::Uniform;
+    VALTYPE value;
+    value.flag = program.rootFlag;
+    for (std::size_t row = 0; row < nbRows; ++row)
+    {
+        value.x = values[isUniform ? 0 : row];
+        if (status[row] == RowStatus::Done && !writer.write(firstRow + row, value))
+        {
+            status[row] = RowStatus::OtherKind;
+        }
+    }
+    writeFailures(firstRow, nbRows, status);
+}
+
+void MTBlockWorker::writeFailures(std::size_t firstRow, std::size_t nbRows, const std::uint32_t* status)
+{
+    for (std::size_t row = 0; row < nbRows; ++row)
+    {
+        if (status[row] != RowStatus::Done)
+        {
+            writer.writeFailure(firstRow + row);
+        }
+    }
+}

@@ -1,0 +1,109 @@
+// MTBulkArrays.h - reads the rows of columns and writes those of results, whatever their strides.
+#pragma once
+
+#include "mathexpr/BulkArrays.h"
+#include "mathexpr/ValType.h"
+
+#include <cstddef>
+#include <cstring>
+#include <limits>
+
+/// A column, and the variable that it gives values to.
+struct MTBoundColumn
+{
+    const VALTYPE* variable;  ///< Where the program reads it.
+    BulkColumn column;
+};
+
+inline double readNumber(const double* data, std::ptrdiff_t offset) noexcept
+{
+    return *reinterpret_cast<const double*>(reinterpret_cast<const char*>(data) + offset);
+}
+
+/// Where a row begins, in bytes from the first.
+inline std::ptrdiff_t offsetOf(std::size_t row, std::ptrdiff_t stride) noexcept
+{
+    return static_cast<std::ptrdiff_t>(row) * stride;
+}
+
+/// Gives a variable the value of a row. The record holds a value of the same column already, or is all zero.
+inline void readRow(const BulkColumn& column, std::size_t row, VALTYPE& variable) noexcept
+{
+    const std::ptrdiff_t offset = offsetOf(row, column.stride);
+    variable.x = readNumber(column.data, offset);
+    if (column.kind == BulkKind::Point)
+    {
+        variable.type = 1;
+        variable.y = readNumber(column.data, offset + column.coordinateStride);
+        variable.z = readNumber(column.data, offset + 2 * column.coordinateStride);
+    }
+}
+
+/// Writes the rows of results.
+class MTBulkWriter
+{
+public:
+    explicit MTBulkWriter(const BulkResults& target) noexcept : results(target) {}
+
+    BulkKind kind() const noexcept { return results.kind; }
+
+    /// Where numbers of rows from this one on stand side by side; null where they do not.
+    double* contiguousNumbers(std::size_t row) const noexcept
+    {
+        const bool contiguous =
+            results.kind == BulkKind::Number && results.stride == static_cast<std::ptrdiff_t>(sizeof(double));
+        return contiguous ? static_cast<double*>(results.data) + row : nullptr;
+    }
+
+    /// @return false, with nothing written, for a value of a kind that the results do not take
+    bool write(std::size_t row, const VALTYPE& value) const noexcept
+    {
+        const bool isPoint = value.type != 0;
+        switch (results.kind)
+        {
+        case BulkKind::Number:
+            if (isPoint)
+            {
+                return false;
+            }
+            writeNumber(row, 0, value.x);
+            return true;
+        case BulkKind::Point:
+            if (!isPoint)
+            {
+                return false;
+            }
+            writeNumber(row, 0, value.x);
+            writeNumber(row, results.coordinateStride, value.y);
+            writeNumber(row, 2 * results.coordinateStride, value.z);
+            return true;
+        default:
+            std::memcpy(addressOf(row, 0), &value, sizeof(value));
+            return true;
+        }
+    }
+
+    void writeFailure(std::size_t row) const noexcept
+    {
+        VALTYPE nothing;
+        nothing.type = results.kind == BulkKind::Point ? 1 : 0;
+        nothing.x = nothing.y = nothing.z = std::numeric_limits<double>::quiet_NaN();
+        if (results.kind == BulkKind::Record)
+        {
+            nothing.y = nothing.z = 0.0;
+        }
+        write(row, nothing);
+    }
+
+private:
+    char* addressOf(std::size_t row, std::ptrdiff_t offset) const noexcept
+    {
+        return static_cast<char*>(results.data) + offsetOf(row, results.stride) + offset;
+    }
+    void writeNumber(std::size_t row, std::ptrdiff_t offset, double number) const noexcept
+    {
+        *reinterpret_cast<double*>(addressOf(row, offset)) = number;
+    }
+
+    BulkResults results;
+};

@@ -1,0 +1,163 @@
+// MTBulkRun.cpp - rows are shared out in portions; whichever thread is free takes the next one.
+#include "MTParserLib/MTBulkRun.h"
+
+#include "MTParserLib/MTBlockKernels.h"
+#include "MTParserLib/MTBlockProgram.h"
+#include "MTParserLib/MTRowProgram.h"
+#include "platform/FloatingPointGuard.h"
+#include "platform/Threads.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <memory>
+#include <vector>
+
+namespace {
+
+/// So many rows that taking a portion does not show, and no two threads write to the same place of the cache.
+constexpr std::size_t portionRows = 16 * MTBulkWorker::blockRows;
+
+constexpr std::uint32_t mostThreads = 256;
+
+/// The value of a program that needs not be run.
+class ConstantWorker final : public MTBulkWorker
+{
+public:
+    ConstantWorker(const VALTYPE& constant, const BulkResults& results) noexcept : value(constant), writer(results) {}
+
+    void evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override
+    {
+        for (std::size_t j = 0; j < nbRows; ++j)
+        {
+            if (!writer.write(firstRow + j, value))
+            {
+                status[j] = RowStatus::OtherKind;
+                writer.writeFailure(firstRow + j);
+            }
+        }
+    }
+
+private:
+    VALTYPE value;
+    MTBulkWriter writer;
+};
+
+/// Whether nobody can tell in which order rows are evaluated, and on which thread.
+bool isOrderHidden(const MTParserProgram& program)
+{
+    return std::ranges::all_of(program.steps, [](const MTProgramStep& step) {
+        return step.nbArgs == 0 ? step.first != nullptr
+                                : step.item->isConstant() && findBlockKernels(*step.item).isBuiltIn;
+    });
+}
+
+/// What all threads share.
+class Rows
+{
+public:
+    Rows(std::size_t rows, std::uint32_t* rowStatus) noexcept : nbRows(rows), status(rowStatus) {}
+
+    /// Evaluates portions until none is left.
+    MTBulkTally evaluatePortions(MTBulkWorker& worker)
+    {
+        const platform::FloatingPointGuard guard;
+        MTBulkTally tally;
+        for (;;)
+        {
+            const std::size_t first = next.fetch_add(portionRows, std::memory_order_relaxed);
+            if (first >= nbRows)
+            {
+                return tally;
+            }
+            const std::size_t end = std::min(first + portionRows, nbRows);
+            for (std::size_t row = first; row < end; row += MTBulkWorker::blockRows)
+            {
+                evaluateBlock(worker, row, std::min(MTBulkWorker::blockRows, end - row), tally);
+            }
+        }
+    }
+
+private:
+    void evaluateBlock(MTBulkWorker& worker, std::size_t first, std::size_t count, MTBulkTally& tally)
+    {
+        std::array<std::uint32_t, MTBulkWorker::blockRows> block;
+        std::fill_n(block.begin(), count, RowStatus::Done);
+        worker.evaluate(first, count, block.data());
+        for (std::size_t j = 0; j < count; ++j)
+        {
+            if (block[j] != RowStatus::Done && tally.nbFailed++ == 0)
+            {
+                tally.firstFailed = first + j;
+                tally.firstStatus = block[j];
+            }
+        }
+        if (status != nullptr)
+        {
+            std::copy_n(block.begin(), count, status + first);
+        }
+    }
+
+    const std::size_t nbRows;
+    std::uint32_t* const status;
+    std::atomic<std::size_t> next = 0;
+};
+
+void addTo(MTBulkTally& sum, const MTBulkTally& part) noexcept
+{
+    if (part.nbFailed != 0 && (sum.nbFailed == 0 || part.firstFailed < sum.firstFailed))
+    {
+        sum.firstFailed = part.firstFailed;
+        sum.firstStatus = part.firstStatus;
+    }
+    sum.nbFailed += part.nbFailed;
+}
+
+std::size_t portionsOf(std::size_t nbRows) noexcept
+{
+    return nbRows / portionRows + (nbRows % portionRows != 0 ? 1 : 0);
+}
+
+}
+
+MTBulkTally runInBulk(const MTParserProgram& program, std::span<const MTBoundColumn> columns, std::size_t nbRows,
+                      const BulkResults& results, std::uint32_t nbThreads)
+{
+    const bool isConstant = program.rootIsConstant;
+    const auto blocks = isConstant ? nullptr : MTBlockProgram::build(program, columns);
+    const auto makeWorker = [&]() -> std::unique_ptr<MTBulkWorker> {
+        if (isConstant)
+        {
+            return std::make_unique<ConstantWorker>(*program.root, results);
+        }
+        if (blocks)
+        {
+            return std::make_unique<MTBlockWorker>(*blocks, results);
+        }
+        return std::make_unique<MTRowProgram>(program, columns, results);
+    };
+
+    std::size_t nbWorkers = 1;
+    if (nbThreads > 1 && nbRows > portionRows && isOrderHidden(program))
+    {
+        nbWorkers = std::min<std::size_t>({nbThreads, mostThreads, portionsOf(nbRows)});
+    }
+    Rows rows(nbRows, results.status);
+    if (nbWorkers == 1)
+    {
+        return rows.evaluatePortions(*makeWorker());
+    }
+
+    // All memory is taken before a row is evaluated.
+    std::vector<std::unique_ptr<MTBulkWorker>> workers(nbWorkers);
+    std::ranges::generate(workers, makeWorker);
+    std::vector<MTBulkTally> tallies(nbWorkers);
+    platform::runOnThreads(
+        nbWorkers, [&](std::size_t worker) noexcept { tallies[worker] = rows.evaluatePortions(*workers[worker]); });
+    MTBulkTally all;
+    for (const MTBulkTally& tally : tallies)
+    {
+        addTo(all, tally);
+    }
+    return all;
+}

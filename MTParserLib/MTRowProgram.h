@@ -1,0 +1,42 @@
+// MTRowProgram.h - a copy of a program with slots and variables of its own, which evaluates rows one after the other.
+//
+// It runs what block kernels cannot: points, and items that read the result they are to write. The
+// slots are set before each row to what they are in a program that has just been compiled, so that no row shows in the
+// next.
+#pragma once
+
+#include "MTParserLib/MTBulkArrays.h"
+#include "MTParserLib/MTBulkWorker.h"
+#include "MTParserLib/MTParserProgram.h"
+
+#include <span>
+#include <vector>
+
+class MTRowProgram final : public MTBulkWorker
+{
+public:
+    /// @param program  complete; has to stay as it is for the life of this object
+    MTRowProgram(const MTParserProgram& program, std::span<const MTBoundColumn> columns, const BulkResults& results);
+
+    /// @throws what an item of the host throws, but for the exception with code 15
+    void evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
+
+private:
+    class Relocation;
+
+    struct Column
+    {
+        VALTYPE* variable;
+        BulkColumn source;
+    };
+
+    std::uint32_t evaluateRow(std::size_t row);
+    std::uint32_t runSteps();
+
+    std::vector<MTProgramStep> steps;
+    std::vector<VALTYPE> fresh;  // what stands in the slots before a run
+    std::vector<VALTYPE> slots;  // and the variables
+    const VALTYPE* root;
+    std::vector<Column> columns;
+    MTBulkWriter writer;
+};

@@ -1,0 +1,210 @@
+// BulkEvaluation.cpp - checks the arrays, finds the variables of the columns, and has the engine do the rest.
+#include "mathexpr/BulkEvaluation.h"
+
+#include "MTParserLib/MTBulkRun.h"
+#include "MTParserLib/MTNameIndex.h"
+#include "MTParserLib/MTParserCompiler.h"
+#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/MTParserRegistrar.h"
+#include "mathexpr/EngineAccess.h"
+#include "mathexpr/HostBoundary.h"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t alignment = sizeof(double);
+
+bool isAligned(const void* data, std::size_t to) noexcept
+{
+    return reinterpret_cast<std::uintptr_t>(data) % to == 0;
+}
+
+bool isAligned(std::ptrdiff_t distance) noexcept
+{
+    return distance % static_cast<std::ptrdiff_t>(alignment) == 0;
+}
+
+BulkError checkColumn(const BulkColumn& column, std::size_t nbRows) noexcept
+{
+    if (column.name == nullptr || *column.name == L'\0')
+    {
+        return BulkError::ColumnName;
+    }
+    if (column.kind != BulkKind::Number && column.kind != BulkKind::Point)
+    {
+        return BulkError::ColumnKind;
+    }
+    if (column.data == nullptr && nbRows != 0)
+    {
+        return BulkError::ColumnData;
+    }
+    const bool aligned = isAligned(column.data, alignment) && isAligned(column.stride) &&
+                         (column.kind != BulkKind::Point || isAligned(column.coordinateStride));
+    return aligned ? BulkError::None : BulkError::ColumnAlignment;
+}
+
+std::size_t magnitude(std::ptrdiff_t distance) noexcept
+{
+    const auto bits = static_cast<std::size_t>(distance);
+    return distance < 0 ? 0 - bits : bits;
+}
+
+/// Whether the rows of points share memory: they may stand behind each other, or the coordinates of all rows may.
+bool pointsOverlap(std::size_t nbRows, std::size_t stride, std::size_t coordinateStride) noexcept
+{
+    if (coordinateStride < alignment || (nbRows > 1 && stride < alignment))
+    {
+        return true;
+    }
+    const bool rowsApart = nbRows == 1 || (stride - alignment) / 2 >= coordinateStride;
+    return !rowsApart && (coordinateStride - alignment) / stride < nbRows - 1;
+}
+
+BulkError checkResults(const BulkResults& results, std::size_t nbRows) noexcept
+{
+    if (results.kind != BulkKind::Number && results.kind != BulkKind::Point && results.kind != BulkKind::Record)
+    {
+        return BulkError::ResultsKind;
+    }
+    if (nbRows == 0)
+    {
+        return BulkError::None;
+    }
+    if (results.data == nullptr)
+    {
+        return BulkError::ResultsData;
+    }
+    const bool isPoint = results.kind == BulkKind::Point;
+    if (!isAligned(results.data, alignment) || !isAligned(results.stride) ||
+        (isPoint && !isAligned(results.coordinateStride)) || !isAligned(results.status, alignof(std::uint32_t)))
+    {
+        return BulkError::ResultsAlignment;
+    }
+    const std::size_t stride = magnitude(results.stride);
+    const std::size_t size = results.kind == BulkKind::Record ? sizeof(VALTYPE) : sizeof(double);
+    const bool shared =
+        isPoint ? pointsOverlap(nbRows, stride, magnitude(results.coordinateStride)) : nbRows > 1 && stride < size;
+    return shared ? BulkError::ResultsOverlap : BulkError::None;
+}
+
+/// Of columns with one name the later one; nbColumns where each has a name of its own.
+std::size_t findColumnTwice(const BulkColumn* columns, std::size_t nbColumns)
+{
+    MTNameIndex names;
+    for (std::size_t index = 0; index < nbColumns; ++index)
+    {
+        const std::wstring_view name = columns[index].name;
+        const std::uint32_t hash = MTNameIndex::hash(name);
+        const auto isName = [&](std::size_t other) { return sameIgnoringCase(columns[other].name, name); };
+        if (names.find(hash, isName) != MTNameIndex::notFound)
+        {
+            return index;
+        }
+        names.reserveOneMore();
+        names.insert(hash, index);
+    }
+    return nbColumns;
+}
+
+/// Checks the columns and finds the variables of those that the program reads.
+class ColumnBinder
+{
+public:
+    ColumnBinder(const MTParserRegistrar& names, const MTParserCompiler& source) noexcept
+        : registrar(names), used(source.getUsedVariables())
+    {}
+
+    BulkError bind(const BulkColumn* columns, std::size_t nbColumns, std::size_t nbRows, std::size_t& failed)
+    {
+        if (columns == nullptr && nbColumns != 0)
+        {
+            return BulkError::ColumnsMissing;
+        }
+        for (failed = 0; failed < nbColumns; ++failed)
+        {
+            const BulkError error = checkColumn(columns[failed], nbRows);
+            if (error != BulkError::None)
+            {
+                return error;
+            }
+        }
+        failed = findColumnTwice(columns, nbColumns);
+        if (failed != nbColumns)
+        {
+            return BulkError::ColumnTwice;
+        }
+        for (failed = 0; failed < nbColumns; ++failed)
+        {
+            if (!bind(columns[failed]))
+            {
+                return BulkError::ColumnVariable;
+            }
+        }
+        failed = 0;
+        return BulkError::None;
+    }
+
+    const std::vector<MTBoundColumn>& bound() const noexcept { return boundColumns; }
+
+private:
+    bool bind(const BulkColumn& column)
+    {
+        const MTVariableDefinition* const variable = registrar.findVariableDefinition(column.name);
+        if (variable == nullptr || std::ranges::find(used, variable->item.get()) == used.end())
+        {
+            return true;
+        }
+        if (variable->valueInPlace != nullptr)
+        {
+            boundColumns.push_back({variable->valueInPlace, column});
+        }
+        return variable->valueInPlace != nullptr;
+    }
+
+    const MTParserRegistrar& registrar;
+    const std::vector<const IMathVariable*>& used;
+    std::vector<MTBoundColumn> boundColumns;
+};
+
+}
+
+bool evaluateBulk(MathExpression& expression, const BulkColumn* columns, std::size_t nbColumns, std::size_t nbRows,
+                  const BulkResults& results, std::uint32_t nbThreads, BulkOutcome& outcome)
+{
+    outcome = BulkOutcome{};
+    MTParserProgram& program = EngineAccess::programOf(expression);
+    const MTProgramClaim claim(program);
+    if (!claim.isGranted())
+    {
+        outcome.error = BulkError::Busy;
+        return false;
+    }
+    return atHostBoundary(EngineAccess::hostOf(expression), [&] {
+        ColumnBinder binder(EngineAccess::registrarOf(expression), EngineAccess::compilerOf(expression));
+        outcome.error =
+            program.isComplete() ? binder.bind(columns, nbColumns, nbRows, outcome.column) : BulkError::NoProgram;
+        if (outcome.error == BulkError::None)
+        {
+            outcome.error = checkResults(results, nbRows);
+        }
+        if (outcome.error != BulkError::None)
+        {
+            return false;
+        }
+        const MTBulkTally tally = runInBulk(program, binder.bound(), nbRows, results, nbThreads);
+        outcome.nbFailed = tally.nbFailed;
+        outcome.firstFailed = tally.firstFailed;
+        outcome.firstStatus = tally.firstStatus;
+        return true;
+    });
+}
+
+bool evaluateBulk(CMathExpr& calculator, const BulkColumn* columns, std::size_t nbColumns, std::size_t nbRows,
+                  const BulkResults& results, std::uint32_t nbThreads, BulkOutcome& outcome)
+{
+    return evaluateBulk(EngineAccess::expressionOf(calculator), columns, nbColumns, nbRows, results, nbThreads,
+                        outcome);
+}

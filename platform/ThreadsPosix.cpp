@@ -1,0 +1,29 @@
+// ThreadsPosix.cpp - Threads.h for Linux and other POSIX systems.
+
+#include "platform/Threads.h"
+
+#include <exception>
+#include <thread>
+#include <vector>
+
+void platform::runOnThreads(std::size_t nbThreads, void (*work)(void* context, std::size_t index) noexcept,
+                            void* context)
+{
+    std::vector<std::thread> others;
+    try
+    {
+        for (std::size_t index = 1; index < nbThreads; ++index)
+        {
+            others.emplace_back(work, context, index);
+        }
+    }
+    catch (const std::exception&)
+    {
+        // Fewer threads do, whether the system or memory has run out of them.
+    }
+    work(context, 0);
+    for (std::thread& other : others)
+    {
+        other.join();
+    }
+}

@@ -1,0 +1,435 @@
+// BulkTests.cpp - bulk evaluation held against fresh programs: every row is compiled and evaluated anew by an object of
+// its own, and has to come to the same value, bit for bit, or to the same message.
+#include "ExpressionGenerator.h"
+#include "Settings.h"
+
+#include "mathexpr/BulkEvaluation.h"
+#include "mathexpr/Diagnostics.h"
+#include "mathexpr/IMathExprService.h"
+#include "mathexpr/IMathFunction.h"
+#include "mathexpr/MTExceptions.h"
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
+#include "mathexpr/Vocabulary.h"
+#include "tests/language/MessageRecorder.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+using reference::Random;
+using Values = std::map<std::wstring, VALTYPE>;
+
+/// Answers every name, with a value of its own where one is given.
+class Names final : public IMathExprService
+{
+public:
+    bool lookupValue(const wchar_t* name, VALTYPE& value) const override
+    {
+        const auto known = values.find(name);
+        if (known != values.end())
+        {
+            value = known->second;
+        }
+        return true;
+    }
+
+    Values values;
+};
+
+/// Bit for bit, except that any NaN equals any other: the sign and payload depend on which of two NaN operands the
+/// compiler has put first.
+bool isSame(const VALTYPE& left, const VALTYPE& right)
+{
+    const auto same = [](double a, double b) {
+        return (std::isnan(a) && std::isnan(b)) || std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+    };
+    return left.type == right.type && left.flag == right.flag && left.reserved == right.reserved &&
+           same(left.x, right.x) && same(left.y, right.y) && same(left.z, right.z);
+}
+
+struct Row
+{
+    std::uint32_t status = 0;
+    VALTYPE value;
+
+    bool operator==(const Row& other) const
+    {
+        return status == other.status && (status != 0 || isSame(value, other.value));
+    }
+};
+
+std::ostream& operator<<(std::ostream& out, const Row& row)
+{
+    return out << "status " << row.status << ", type " << int{row.value.type} << ", flag " << int{row.value.flag}
+               << ", " << std::hexfloat << row.value.x << ' ' << row.value.y << ' ' << row.value.z;
+}
+
+/// What one row comes to by itself.
+Row evaluateAlone(const std::wstring& text, const Values& values)
+{
+    Names names;
+    names.values = values;
+    MathExpression expression(true, &names);
+    Row row;
+    bool evaluated = false;
+    try
+    {
+        EXPECT_TRUE(expression.setExpression(text.c_str()));
+        evaluated = expression.evaluate(row.value);
+    }
+    catch (const ParsingException&)
+    {}
+    const ExpressionDiagnostics diagnostics(expression);
+    // A name that cannot be assigned is no failure of the value, and bulk evaluation does not assign.
+    if (!evaluated && diagnostics.get().kind != ExpressionDiagnostic::Kind::Definition)
+    {
+        row.status = diagnostics.get().message;
+    }
+    return row;
+}
+
+/// Columns of random values in memory with gaps between them.
+class Table
+{
+public:
+    Table(Random& random, std::vector<std::wstring> columnNames, std::size_t rows, bool mayBePoints)
+        : names(std::move(columnNames)), nbRows(rows)
+    {
+        for (const std::wstring& name : names)
+        {
+            Column column{};
+            column.isPoint = mayBePoints && random.chance(40);
+            const std::size_t width = column.isPoint ? 3 : 1;
+            column.gap = random.chance(40) ? random.below(3) : 0;
+            column.backwards = random.chance(20);
+            column.planes = column.isPoint && random.chance(30);
+            column.data.resize((width + column.gap) * nbRows);
+            for (double& number : column.data)
+            {
+                number = numbers[random.below(numbers.size())];
+            }
+            columns.emplace(name, std::move(column));
+        }
+    }
+
+    std::vector<BulkColumn> bulkColumns() const
+    {
+        std::vector<BulkColumn> all;
+        for (const std::wstring& name : names)
+        {
+            const Column& column = columns.at(name);
+            BulkColumn bulk;
+            bulk.name = name.c_str();
+            bulk.kind = column.isPoint ? BulkKind::Point : BulkKind::Number;
+            const auto [row, coordinate] = distances(column);
+            bulk.stride = row * 8;
+            bulk.coordinateStride = coordinate * 8;
+            bulk.data = column.data.data() + origin(column);
+            all.push_back(bulk);
+        }
+        return all;
+    }
+
+    void setRow(std::size_t row, Values& values) const
+    {
+        for (const auto& [name, column] : columns)
+        {
+            const auto [rowDistance, coordinate] = distances(column);
+            const double* x = column.data.data() + origin(column) + static_cast<std::ptrdiff_t>(row) * rowDistance;
+            VALTYPE value;
+            value.type = column.isPoint ? 1 : 0;
+            value.x = *x;
+            value.y = column.isPoint ? x[coordinate] : 0.0;
+            value.z = column.isPoint ? x[2 * coordinate] : 0.0;
+            values[name] = value;
+        }
+    }
+
+private:
+    static constexpr std::array<double, 18> numbers = {std::numeric_limits<double>::quiet_NaN(),
+                                                       -std::numeric_limits<double>::quiet_NaN(),
+                                                       std::numeric_limits<double>::infinity(),
+                                                       -std::numeric_limits<double>::infinity(),
+                                                       1.0,
+                                                       2.5,
+                                                       30.0,
+                                                       0.3048,
+                                                       0.0,
+                                                       -0.0,
+                                                       -3.0,
+                                                       1e-9,
+                                                       0.5,
+                                                       1e+300,
+                                                       -1e+9,
+                                                       5e-9,
+                                                       1e-310,
+                                                       45.0};
+
+    struct Column
+    {
+        bool isPoint;
+        bool backwards;
+        bool planes;  // all x, all y, all z
+        std::size_t gap;
+        std::vector<double> data;
+    };
+
+    std::pair<std::ptrdiff_t, std::ptrdiff_t> distances(const Column& column) const
+    {
+        const auto width = static_cast<std::ptrdiff_t>((column.isPoint && !column.planes ? 3 : 1) + column.gap);
+        const auto rowDistance = column.planes ? 1 : width;
+        const auto coordinate = column.planes ? static_cast<std::ptrdiff_t>(nbRows) : 1;
+        return {column.backwards ? -rowDistance : rowDistance, coordinate};
+    }
+
+    std::ptrdiff_t origin(const Column& column) const
+    {
+        const std::ptrdiff_t rowDistance = distances(column).first;
+        return column.backwards ? -rowDistance * static_cast<std::ptrdiff_t>(nbRows - 1) : 0;
+    }
+
+    std::vector<std::wstring> names;
+    std::size_t nbRows;
+    std::map<std::wstring, Column> columns;
+};
+
+constexpr std::array<std::size_t, 10> rowCounts = {1, 2, 3, 5, 8, 13, 17, 19, 24, 31};
+
+class BulkDifferential : public testing::Test
+{
+protected:
+    /// Compares all rows of a random table; whether the text compiled.
+    bool compare(Random& random, const std::wstring& text, const Values& known, std::size_t nbRows, bool mayBePoints,
+                 std::uint32_t nbThreads)
+    {
+        Names names;
+        names.values = known;
+        MathExpression expression(true, &names);
+        try
+        {
+            if (!expression.setExpression(text.c_str()))
+            {
+                return false;
+            }
+        }
+        catch (const ParsingException&)
+        {
+            return false;
+        }
+        catch (const DefinitionException&)
+        {
+            return false;
+        }
+        std::vector<std::wstring> columnNames;
+        for (const std::wstring& name : ExpressionVariables(expression).usedNames())
+        {
+            if (random.chance(85))
+            {
+                columnNames.push_back(name);
+            }
+        }
+        if (random.chance(50))
+        {
+            leaveTraces(expression);
+        }
+        const Table table(random, columnNames, nbRows, mayBePoints);
+        const std::vector<BulkColumn> columns = table.bulkColumns();
+        std::vector<VALTYPE> values(nbRows);
+        std::vector<std::uint32_t> status(nbRows, 77);
+        BulkResults results{values.data(), sizeof(VALTYPE), BulkKind::Record};
+        results.status = status.data();
+        BulkOutcome outcome;
+        std::srand(7);
+        messages.take();
+        EXPECT_TRUE(evaluateBulk(expression, columns.data(), columns.size(), nbRows, results, nbThreads, outcome));
+        EXPECT_TRUE(messages.take().empty());
+
+        std::size_t nbFailed = 0;
+        std::srand(7);
+        for (std::size_t row = 0; row < nbRows; ++row)
+        {
+            Values rowValues = known;
+            table.setRow(row, rowValues);
+            const Row expected = evaluateAlone(text, rowValues);
+            const Row found{status[row], values[row]};
+            EXPECT_EQ(found, expected) << "row " << row;
+            if (expected.status != 0 && nbFailed++ == 0)
+            {
+                EXPECT_EQ(outcome.firstFailed, row);
+                EXPECT_EQ(outcome.firstStatus, expected.status);
+            }
+            if (testing::Test::HasFailure())
+            {
+                return true;
+            }
+        }
+        EXPECT_EQ(outcome.nbFailed, nbFailed);
+        return true;
+    }
+
+    /// Evaluations before bulk evaluation leave values in the slots that must not show in it.
+    static void leaveTraces(MathExpression& expression)
+    {
+        try
+        {
+            VALTYPE value;
+            expression.evaluate(value);
+            expression.evaluate(value);
+        }
+        catch (const ParsingException&)
+        {}
+        expression.dropAssignment();
+    }
+
+    MessageRecorder messages;
+};
+
+std::string narrow(const std::wstring& text)
+{
+    std::string narrowed;
+    for (const wchar_t c : text)
+    {
+        narrowed += c < 128 ? static_cast<char>(c) : '?';
+    }
+    return narrowed;
+}
+
+TEST_F(BulkDifferential, AnyExpression)
+{
+    const std::uint64_t first = reference::firstSeed();
+    const std::uint64_t count = reference::fromEnvironment("MATHEXPR_DIFFERENTIAL_COUNT", 4000);
+    std::size_t nbCompiled = 0;
+    for (std::uint64_t seed = first; seed < first + count; ++seed)
+    {
+        Random random(seed);
+        reference::ExpressionGenerator generator(random);
+        const std::wstring text = generator.wellFormed();
+        Values known;
+        for (const wchar_t* name : {L"a", L"b", L"v0", L"v1", L"v5", L"p", L"x", L"y"})
+        {
+            known[name] = generator.value();
+        }
+        nbCompiled += compare(random, text, known, random.pick(rowCounts), true, 1) ? 1U : 0U;
+        ASSERT_FALSE(HasFailure()) << "seed " << seed << ": " << narrow(text);
+    }
+    EXPECT_GT(nbCompiled, count / 2);
+}
+
+/// A formula of items of the vocabulary, given numbers throughout.
+std::wstring numberFormula(Random& random, const std::vector<VocabularyItem>& items, std::size_t depth)
+{
+    if (depth == 0 || random.chance(10))
+    {
+        static const std::array<std::wstring, 6> leaves = {L"x", L"y", L"z", L"k", L"2.5", L"3"};
+        return random.pick(leaves);
+    }
+    // Every other item is one of the arithmetic operators, which stand first.
+    const VocabularyItem& item = items[random.below(random.chance(50) ? 4 : items.size())];
+    const auto operand = [&] { return numberFormula(random, items, depth - 1); };
+    if (item.kind == VocabularyKind::Operator)
+    {
+        return item.unary ? L"(" + std::wstring(item.symbol) + operand() + L")"
+                          : L"(" + operand() + item.symbol + operand() + L")";
+    }
+    const std::size_t nbArgs = item.nbArgs == NB_ARGS_UNDEFINED ? 4 + random.below(3) : item.nbArgs;
+    std::wstring text = std::wstring(item.symbol) + L"(";
+    for (std::size_t j = 0; j < nbArgs; ++j)
+    {
+        text += (j == 0 ? L"" : L",") + operand();
+    }
+    return text + L")";
+}
+
+std::vector<VocabularyItem> numberItems()
+{
+    std::vector<VocabularyItem> items;
+    VocabularyItem item;
+    for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
+    {
+        // "rand()" is a function that no expression can call.
+        if (item.kind != VocabularyKind::Constant && item.family != VocabularyFamily::Geometry && item.nbArgs != 0)
+        {
+            items.push_back(item);
+        }
+    }
+    return items;
+}
+
+TEST_F(BulkDifferential, FormulasOfNumbers)
+{
+    const std::vector<VocabularyItem> items = numberItems();
+    const std::uint64_t first = reference::firstSeed();
+    const std::uint64_t count = reference::fromEnvironment("MATHEXPR_DIFFERENTIAL_COUNT", 4000);
+    std::size_t nbCompiled = 0;
+    for (std::uint64_t seed = first; seed < first + count; ++seed)
+    {
+        Random random(seed);
+        const std::wstring text = numberFormula(random, items, 1 + seed % 5);
+        VALTYPE constant;
+        constant.x = 1.25;
+        constant.flag = random.chance(20) ? 1 : 0;
+        constant.y = random.chance(20) ? 4.0 : 0.0;
+        nbCompiled += compare(random, text, {{L"k", constant}}, random.pick(rowCounts), random.chance(10), 1) ? 1U : 0U;
+        ASSERT_FALSE(HasFailure()) << "seed " << seed << ": " << narrow(text);
+    }
+    EXPECT_GT(nbCompiled, count / 2);
+}
+
+TEST_F(BulkDifferential, EveryItemOfNumbers)
+{
+    for (const VocabularyItem& item : numberItems())
+    {
+        Random random(1);
+        std::wstring text = item.symbol;
+        if (item.kind == VocabularyKind::Operator)
+        {
+            text = item.unary ? text + L"x" : L"x" + text + L"y";
+        }
+        else if (item.nbArgs == NB_ARGS_UNDEFINED)
+        {
+            text += L"(x,y,k,z,2)";
+        }
+        else
+        {
+            static const std::array<const wchar_t*, 3> args = {L"(x)", L"(x,y)", L"(x,y,z)"};
+            text += args[item.nbArgs - 1];
+        }
+        EXPECT_TRUE(compare(random, text, {}, 200, false, 1));
+        ASSERT_FALSE(HasFailure()) << narrow(text);
+    }
+}
+
+TEST_F(BulkDifferential, RowCountsAroundTheEdgesOfBlocksAndPortions)
+{
+    const std::array<const wchar_t*, 6> texts = {
+        L"((x*2+y)*3-z)/(x-y)", L"sqrt(x)+ln(y)", L"[x,y,z]*k&[y,z,x]", L"m2f(x)", L"min(x,y,z,k)", L"fact(x)+x*y"};
+    for (const std::size_t nbRows : {511U, 512U, 513U, 1024U, 8191U, 8192U, 8193U, 16385U, 33000U})
+    {
+        for (const std::uint32_t nbThreads : {1U, 4U})
+        {
+            Random random(nbRows);
+            const std::wstring text = texts[(nbRows + nbThreads) % texts.size()];
+            EXPECT_TRUE(compare(random, text, {}, nbRows, false, nbThreads));
+            ASSERT_FALSE(HasFailure()) << nbRows << " rows, " << nbThreads << " threads: " << narrow(text);
+        }
+    }
+}
+
+TEST_F(BulkDifferential, RandomNumbersAreDrawnRowByRow)
+{
+    Random random(1);
+    EXPECT_TRUE(compare(random, L"rand(0,x)+y*rand(y,k)", {}, 20000, false, 4));
+}
+
+}
