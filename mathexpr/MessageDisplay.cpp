@@ -1,12 +1,14 @@
-// MessageDisplay.cpp - from the number of a message to the user: the text, then the host's display or the platform's
-// box.
+// MessageDisplay.cpp - from the number of a message to the user: the text, then the thread's display, the process's, or
+// the platform's box.
 
 #include "mathexpr/MessageDisplay.h"
 
 #include "MTParserLib/MTMessage.h"
 #include "mathexpr/MessageSource.h"
+#include "mathexpr/ThreadMessageDisplay.h"
 #include "platform/FloatingPointGuard.h"
 #include "platform/Platform.h"
+#include "platform/ThreadSlot.h"
 
 #include <utility>
 
@@ -14,6 +16,19 @@ namespace {
 
 MessageDisplay messageDisplay;
 
+/// Null where the process's is in force.
+PLATFORM_THREAD_SLOT(const MessageDisplay*, threadsDisplay);
+
+}
+
+ThreadMessageDisplay::ThreadMessageDisplay(const MessageDisplay* display) noexcept : before(threadsDisplay.get())
+{
+    threadsDisplay.set(display != nullptr && display->show != nullptr ? display : nullptr);
+}
+
+ThreadMessageDisplay::~ThreadMessageDisplay()
+{
+    threadsDisplay.set(before);
 }
 
 MessageDisplay setMessageDisplay(MessageDisplay display) noexcept
@@ -29,9 +44,11 @@ void showMessage(Message::Id id)
         return;
     }
     const platform::HostFloatingPoint hostsWords;
-    if (messageDisplay.show != nullptr)
+    const MessageDisplay* const threads = threadsDisplay.get();
+    const MessageDisplay display = threads != nullptr ? *threads : messageDisplay;
+    if (display.show != nullptr)
     {
-        messageDisplay.show(messageDisplay.context, id, text.c_str());
+        display.show(display.context, id, text.c_str());
     }
     else
     {

@@ -9,19 +9,19 @@ import sys
 
 # Each floor and the floors that it may include from, beside itself.
 FLOORS = {
-    "include/mathexpr": [],
+    "include": [],
     "platform": [],
     "MathExprRes": [],
     "TarnUInfo": ["platform"],
-    "MTParserLib": ["include/mathexpr", "platform"],
-    "mathexpr": ["include/mathexpr", "platform", "MathExprRes", "TarnUInfo", "MTParserLib"],
-    "tools": ["include/mathexpr"],
-    "examples": ["include/mathexpr"],
+    "MTParserLib": ["include", "platform"],
+    "mathexpr": ["include", "platform", "MathExprRes", "TarnUInfo", "MTParserLib"],
+    "tools": ["include"],
+    "examples": ["include"],
 }
 
 # What the library is made of, and where in it the operating system may be spoken to: on two floors, and in a source that
 # bears the system's name.
-LIBRARY = ["include/mathexpr", "platform", "MathExprRes", "TarnUInfo", "MTParserLib", "mathexpr"]
+LIBRARY = ["include", "platform", "MathExprRes", "TarnUInfo", "MTParserLib", "mathexpr"]
 SYSTEM_FLOORS = ["platform", "TarnUInfo"]
 SYSTEM_SOURCES = ("Windows.cpp", "MinGW.cpp", "Posix.cpp")
 
@@ -33,11 +33,11 @@ FORBIDDEN_INCLUDES = {
 }
 
 CPP_SUFFIXES = {".h", ".cpp", ".def"}
-SOURCE_SUFFIXES = CPP_SUFFIXES | {".py", ".cmake", ".sh"}
+SOURCE_SUFFIXES = CPP_SUFFIXES | {".c", ".py", ".cmake", ".sh"}
 SKIPPED_FOLDERS = {"build", "dist", ".git"}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
-STANDARD_HEADER = re.compile(r"(?:[a-z_]+|cxxabi\.h)\Z")  # the latter comes with the standard library, as its ABI
+STANDARD_HEADER = re.compile(r"(?:[a-z_]+|std(?:def|int)\.h|cxxabi\.h)\Z")  # the last is the standard library's ABI
 OUTPUT = re.compile(r"\b(?:std::(?:w?cout|w?cerr|w?clog)|f?w?printf|f?put[sc]|f?putw[sc]|putchar|fwrite|perror)\b")
 ABORT = re.compile(r"\b(?:abort|exit|_Exit|quick_exit|terminate|assert)\s*\(")
 COMMENT = re.compile(r"//[^\n]*")

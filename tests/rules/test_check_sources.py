@@ -19,6 +19,8 @@ class CheckSources(unittest.TestCase):
     def test_nothing_to_find(self):
         self.assertEqual(self.breaches({
             "include/mathexpr/Value.h": "#include <cstdint>\n",
+            "include/value.h": "#include <stddef.h>\n#include <stdint.h>\n",
+            "mathexpr/c/Values.h": "#include <value.h>\n",
             "platform/Box.h": "#include <unistd.h>\n",
             "MTParserLib/Engine.h": '#include "mathexpr/Value.h"\n#include "platform/Box.h"\n// never abort()\n',
             "mathexpr/Shell.cpp": '#include "MTParserLib/Engine.h"\nstatic_assert(sizeof(int) == 4);\n',
@@ -32,6 +34,7 @@ class CheckSources(unittest.TestCase):
     def test_upward_includes(self):
         for path, included in (
             ("include/mathexpr/Value.h", "platform/Box.h"),
+            ("include/value.h", "platform/Box.h"),
             ("platform/Box2.h", "mathexpr/Host.h"),
             ("MTParserLib/Engine.h", "mathexpr/Shell.h"),
             ("MathExprRes/Texts.h", "MTParserLib/Engine2.h"),

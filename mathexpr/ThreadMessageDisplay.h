@@ -1,0 +1,18 @@
+// ThreadMessageDisplay.h - replaces, for calls of one thread, the way in which messages are shown to the user.
+#pragma once
+
+#include "mathexpr/MessageDisplay.h"
+
+/// While one lives, messages of the calling thread go to its display instead of the process's. They nest.
+class ThreadMessageDisplay
+{
+public:
+    /// @param display  null, or without a function: the process's
+    explicit ThreadMessageDisplay(const MessageDisplay* display) noexcept;
+    ThreadMessageDisplay(const ThreadMessageDisplay&) = delete;
+    ThreadMessageDisplay& operator=(const ThreadMessageDisplay&) = delete;
+    ~ThreadMessageDisplay();
+
+private:
+    const MessageDisplay* const before;
+};

@@ -1,0 +1,102 @@
+// Diagnostics.cpp - the part of mathexpr.h about diagnostics.
+#include "mathexpr/Diagnostics.h"
+
+#include "MTParserLib/MTParserCompiler.h"
+#include "mathexpr/c/Expression.h"
+#include "mathexpr/c/Structures.h"
+
+#include <algorithm>
+
+namespace {
+
+// The numbers are the library's own.
+static_assert(MATHEXPR_KIND_NONE == static_cast<std::uint32_t>(ExpressionDiagnostic::Kind::None));
+static_assert(MATHEXPR_KIND_PARSING == static_cast<std::uint32_t>(ExpressionDiagnostic::Kind::Parsing));
+static_assert(MATHEXPR_KIND_DEFINITION == static_cast<std::uint32_t>(ExpressionDiagnostic::Kind::Definition));
+
+/// How many units of an encoding a part of the typed text takes.
+template <class Encoding>
+std::size_t unitsOf(std::wstring_view typed, std::size_t begin, std::size_t length)
+{
+    const std::size_t first = std::min(begin, typed.size());
+    return Encoding::encode(typed.substr(first, length)).size();
+}
+
+template <class Encoding>
+typename Encoding::Diagnostic describe(const ExpressionDiagnostic& own, const DiagnosticTexts<Encoding>& texts,
+                                       std::wstring_view typed)
+{
+    typename Encoding::Diagnostic diagnostic{};
+    diagnostic.message = own.message;
+    diagnostic.kind = static_cast<std::uint32_t>(own.kind);
+    diagnostic.code = own.code;
+    diagnostic.start = unitsOf<Encoding>(typed, 0, own.start);
+    diagnostic.length = unitsOf<Encoding>(typed, own.start, own.length);
+    diagnostic.text = texts.text.c_str();
+    diagnostic.text_length = texts.text.size();
+    diagnostic.item_name = texts.itemName.c_str();
+    diagnostic.item_name_length = texts.itemName.size();
+    diagnostic.conflict_name = texts.conflictName.c_str();
+    diagnostic.conflict_name_length = texts.conflictName.size();
+    diagnostic.expected = own.expected;
+    diagnostic.nb_args = own.nbArgs;
+    diagnostic.accepted_nb_args = texts.acceptedNbArgs.empty() ? nullptr : texts.acceptedNbArgs.data();
+    diagnostic.nb_accepted_nb_args = texts.acceptedNbArgs.size();
+    diagnostic.suggestions = texts.suggestions.data();
+    diagnostic.nb_suggestions = texts.suggestions.size();
+    return diagnostic;
+}
+
+template <class Encoding>
+mathexpr_status getDiagnostic(mathexpr_expression* handle, typename Encoding::Diagnostic* diagnostic) noexcept
+{
+    return readExpression(handle, [diagnostic](mathexpr_expression& expression) {
+        if (diagnostic == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        if (!hasPlausibleSize(diagnostic))
+        {
+            return MATHEXPR_BAD_SIZE;
+        }
+        if (expression.host->isAskedForNames)
+        {
+            return MATHEXPR_BUSY;
+        }
+        const Mark asked(expression.host->isAskedForNames);
+        const ExpressionDiagnostic own = ExpressionDiagnostics(expression.object()).get();
+        std::unique_ptr<const DiagnosticTexts<Encoding>> texts(new DiagnosticTexts<Encoding>{
+            Encoding::encode(own.text), Encoding::encode(own.itemName), Encoding::encode(own.conflictItemName),
+            own.acceptedNbArgs, TextList<Encoding>(own.suggestions)});
+        const std::wstring_view typed = EngineAccess::compilerOf(expression.object()).getTypedText();
+        writeStructure(describe<Encoding>(own, *texts, typed), diagnostic);
+        expression.template answers<Encoding>().diagnostic = std::move(texts);
+        return MATHEXPR_OK;
+    });
+}
+
+}
+
+mathexpr_status mathexpr_has_failed(const mathexpr_expression* handle, int32_t* failed) noexcept
+{
+    return readExpression(handle, [failed](mathexpr_expression& expression) {
+        if (failed == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        *failed = ExpressionDiagnostics(expression.object()).hasFailed() ? 1 : 0;
+        return MATHEXPR_OK;
+    });
+}
+
+mathexpr_status mathexpr_get_diagnostic_utf8(mathexpr_expression* expression,
+                                             mathexpr_diagnostic_utf8* diagnostic) noexcept
+{
+    return getDiagnostic<Utf8>(expression, diagnostic);
+}
+
+mathexpr_status mathexpr_get_diagnostic_utf16(mathexpr_expression* expression,
+                                              mathexpr_diagnostic_utf16* diagnostic) noexcept
+{
+    return getDiagnostic<Utf16>(expression, diagnostic);
+}

@@ -1,0 +1,183 @@
+// Evaluation.cpp - the part of mathexpr.h that compiles and computes.
+#include "MTParserLib/MTParserCompiler.h"
+#include "MTParserLib/MTParserProgram.h"
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/c/Expression.h"
+#include "mathexpr/c/Values.h"
+
+namespace {
+
+/// What the record of the last failure tells: the same whether it was shown or thrown.
+mathexpr_status statusOfFailure(mathexpr_expression& expression) noexcept
+{
+    switch (EngineAccess::compilerOf(expression.object()).getFailure().kind)
+    {
+    case ExpressionDiagnostic::Kind::Parsing:
+        return MATHEXPR_PARSING_ERROR;
+    case ExpressionDiagnostic::Kind::Definition:
+        return MATHEXPR_DEFINITION_ERROR;
+    case ExpressionDiagnostic::Kind::None:
+        break;
+    }
+    return MATHEXPR_REFUSED;
+}
+
+/// @param compute  answers false or throws where it failed
+template <class Compute>
+mathexpr_status attempt(mathexpr_expression& expression, Compute compute)
+{
+    try
+    {
+        if (compute())
+        {
+            return MATHEXPR_OK;
+        }
+    }
+    catch (const ParsingException&)
+    {
+        return MATHEXPR_PARSING_ERROR;
+    }
+    catch (const DefinitionException&)
+    {
+        return MATHEXPR_DEFINITION_ERROR;
+    }
+    return statusOfFailure(expression);
+}
+
+mathexpr_status evaluate(mathexpr_expression& expression, mathexpr_value* value)
+{
+    if (!EngineAccess::programOf(*expression.plain).isComplete())
+    {
+        return MATHEXPR_NO_PROGRAM;
+    }
+    VALTYPE result;
+    const mathexpr_status status = attempt(expression, [&] { return expression.plain->evaluate(result); });
+    if (status == MATHEXPR_OK)
+    {
+        *value = toHost(result);
+    }
+    return status;
+}
+
+template <class Encoding>
+mathexpr_status setExpression(mathexpr_expression& expression, const typename Encoding::Unit* text, std::size_t length)
+{
+    if (expression.isCalculator())
+    {
+        return MATHEXPR_WRONG_KIND;
+    }
+    std::wstring wide;
+    const mathexpr_status status = takeText<Encoding>(text, length, wide);
+    return status != MATHEXPR_OK ? status
+                                 : attempt(expression, [&] { return expression.plain->setExpression(wide.c_str()); });
+}
+
+template <class Encoding>
+mathexpr_status evaluateText(mathexpr_expression* handle, const typename Encoding::Unit* text, std::size_t length,
+                             mathexpr_value* value) noexcept
+{
+    return changeExpression(handle, [=](mathexpr_expression& expression) -> mathexpr_status {
+        if (value == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        const mathexpr_status status = setExpression<Encoding>(expression, text, length);
+        return status != MATHEXPR_OK ? status : evaluate(expression, value);
+    });
+}
+
+template <class Encoding>
+mathexpr_status calculate(mathexpr_expression* handle, const typename Encoding::Unit* text, std::size_t length,
+                          std::uint32_t maxInteger, mathexpr_value* value) noexcept
+{
+    return changeExpression(handle, [=](mathexpr_expression& expression) -> mathexpr_status {
+        if (value == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        if (!expression.isCalculator())
+        {
+            return MATHEXPR_WRONG_KIND;
+        }
+        std::wstring wide;
+        mathexpr_status status = takeText<Encoding>(text, length, wide);
+        if (status != MATHEXPR_OK)
+        {
+            return status;
+        }
+        VALTYPE result;
+        status =
+            attempt(expression, [&] { return expression.calculator->Calculate(wide.c_str(), result, maxInteger); });
+        if (status == MATHEXPR_OK)
+        {
+            *value = toHost(result);
+        }
+        return status;
+    });
+}
+
+}
+
+mathexpr_status mathexpr_set_expression_utf8(mathexpr_expression* handle, const char* text, size_t length) noexcept
+{
+    return changeExpression(
+        handle, [=](mathexpr_expression& expression) { return setExpression<Utf8>(expression, text, length); });
+}
+
+mathexpr_status mathexpr_set_expression_utf16(mathexpr_expression* handle, const mathexpr_char16* text,
+                                              size_t length) noexcept
+{
+    return changeExpression(
+        handle, [=](mathexpr_expression& expression) { return setExpression<Utf16>(expression, text, length); });
+}
+
+mathexpr_status mathexpr_evaluate(mathexpr_expression* handle, mathexpr_value* value) noexcept
+{
+    return changeExpression(handle, [=](mathexpr_expression& expression) -> mathexpr_status {
+        if (value == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        return expression.isCalculator() ? MATHEXPR_WRONG_KIND : evaluate(expression, value);
+    });
+}
+
+mathexpr_status mathexpr_evaluate_text_utf8(mathexpr_expression* expression, const char* text, size_t length,
+                                            mathexpr_value* value) noexcept
+{
+    return evaluateText<Utf8>(expression, text, length, value);
+}
+
+mathexpr_status mathexpr_evaluate_text_utf16(mathexpr_expression* expression, const mathexpr_char16* text,
+                                             size_t length, mathexpr_value* value) noexcept
+{
+    return evaluateText<Utf16>(expression, text, length, value);
+}
+
+mathexpr_status mathexpr_calculate_utf8(mathexpr_expression* expression, const char* text, size_t length,
+                                        uint32_t max_integer, mathexpr_value* value) noexcept
+{
+    return calculate<Utf8>(expression, text, length, max_integer, value);
+}
+
+mathexpr_status mathexpr_calculate_utf16(mathexpr_expression* expression, const mathexpr_char16* text, size_t length,
+                                         uint32_t max_integer, mathexpr_value* value) noexcept
+{
+    return calculate<Utf16>(expression, text, length, max_integer, value);
+}
+
+mathexpr_status mathexpr_drop_assignment(mathexpr_expression* handle) noexcept
+{
+    return changeExpression(handle, [](mathexpr_expression& expression) {
+        if (expression.isCalculator())
+        {
+            expression.calculator->dropAssignment();
+        }
+        else
+        {
+            expression.plain->dropAssignment();
+        }
+        return MATHEXPR_OK;
+    });
+}

@@ -1,0 +1,136 @@
+// Expression.h - what a handle of the C interface points at, and the way into it that every function takes.
+#pragma once
+
+#include "mathexpr/CMathExpr.h"
+#include "mathexpr/EngineAccess.h"
+#include "mathexpr/MathExpression.h"
+#include "mathexpr/ThreadMessageDisplay.h"
+#include "mathexpr/c/Boundary.h"
+#include "mathexpr/c/HandleRegistry.h"
+#include "mathexpr/c/HostCallbacks.h"
+
+#include <mathexpr.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <vector>
+
+/// Texts that the host reads until it asks for others.
+template <class Encoding>
+class TextList
+{
+public:
+    explicit TextList(const std::vector<std::wstring>& wide)
+    {
+        texts.reserve(wide.size());
+        pointers.reserve(wide.size());
+        for (const std::wstring& text : wide)
+        {
+            pointers.push_back(texts.emplace_back(Encoding::encode(text)).c_str());
+        }
+    }
+    TextList(const TextList&) = delete;
+    TextList& operator=(const TextList&) = delete;
+
+    const typename Encoding::Unit* const* data() const noexcept { return pointers.empty() ? nullptr : pointers.data(); }
+    std::size_t size() const noexcept { return pointers.size(); }
+
+private:
+    std::vector<typename Encoding::Text> texts;
+    std::vector<const typename Encoding::Unit*> pointers;
+};
+
+template <class Encoding>
+struct DiagnosticTexts
+{
+    typename Encoding::Text text;
+    typename Encoding::Text itemName;
+    typename Encoding::Text conflictName;
+    std::vector<std::uint32_t> acceptedNbArgs;
+    TextList<Encoding> suggestions;
+};
+
+/// What the host may still be reading in one encoding.
+template <class Encoding>
+struct Answers
+{
+    std::unique_ptr<const DiagnosticTexts<Encoding>> diagnostic;
+    std::unique_ptr<const TextList<Encoding>> names;
+};
+
+struct mathexpr_expression
+{
+    /// A plain expression.
+    mathexpr_expression(bool silent, std::shared_ptr<HostCallbacks> callbacks);
+    /// A calculator.
+    explicit mathexpr_expression(std::shared_ptr<HostCallbacks> callbacks);
+    /// A copy of a calculator.
+    mathexpr_expression(const mathexpr_expression& other);
+    mathexpr_expression& operator=(const mathexpr_expression&) = delete;
+    ~mathexpr_expression() = default;
+
+#if defined(MATHEXPR_CHECK_HANDLES)
+    static void operator delete(void* memory) noexcept
+    {
+        HandleRegistry::retire(memory);
+    }
+#endif
+
+    bool isCalculator() const noexcept
+    {
+        return calculator.has_value();
+    }
+
+    /// The expression object, whichever class it is wrapped into.
+    MathExpression& object() noexcept
+    {
+        return isCalculator() ? EngineAccess::expressionOf(*calculator) : *plain;
+    }
+
+    template <class Encoding>
+    Answers<Encoding>& answers() noexcept
+    {
+        return std::get<Answers<Encoding>>(answersByEncoding);
+    }
+
+    const std::shared_ptr<HostCallbacks> host;  // outlives the objects that ask it
+    std::optional<MathExpression> plain;
+    std::optional<CMathExpr> calculator;
+
+private:
+    std::tuple<Answers<Utf8>, Answers<Utf16>> answersByEncoding;
+};
+
+/// Calls work with the expression behind a handle, also while another call on it waits for the host.
+template <class Work>
+mathexpr_status readExpression(const mathexpr_expression* handle, Work work) noexcept
+{
+    if (handle == nullptr)
+    {
+        return MATHEXPR_NULL_ARGUMENT;
+    }
+    if (!HandleRegistry::isLive(handle))
+    {
+        return MATHEXPR_STALE_HANDLE;
+    }
+    return atBoundary([&] { return work(const_cast<mathexpr_expression&>(*handle)); });
+}
+
+/// The same for work that changes the expression, or runs it.
+template <class Work>
+mathexpr_status changeExpression(mathexpr_expression* handle, Work work) noexcept
+{
+    return readExpression(handle, [&](mathexpr_expression& expression) -> mathexpr_status {
+        HostCallbacks& host = *expression.host;
+        if (host.isCalled || host.isAskedForNames)
+        {
+            return MATHEXPR_BUSY;
+        }
+        const Mark underWay(host.isCalled);
+        const ThreadMessageDisplay display(&host.display());
+        return work(expression);
+    });
+}

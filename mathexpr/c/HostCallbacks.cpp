@@ -1,0 +1,83 @@
+// HostCallbacks.cpp - see HostCallbacks.h.
+#include "mathexpr/c/HostCallbacks.h"
+
+#include "mathexpr/ThreadMessageDisplay.h"
+#include "mathexpr/c/Values.h"
+
+namespace {
+
+/// Calls the host. Whatever else it uses of the library meanwhile shows its messages in its own way.
+template <class Call>
+auto callHost(Call call)
+{
+    const ThreadMessageDisplay processes(nullptr);
+    try
+    {
+        return call();
+    }
+    catch (...)
+    {
+        throw HostCallbackFailure{MATHEXPR_HOST_CALLBACK_THREW};
+    }
+}
+
+}
+
+template <class Encoding>
+EncodedHostCallbacks<Encoding>::EncodedHostCallbacks(const typename Encoding::Options& given) noexcept : options(given)
+{
+    if (options.show_message != nullptr)
+    {
+        messageDisplay.context = this;
+        messageDisplay.show = [](void* self, std::uint32_t id, const wchar_t* text) {
+            static_cast<const EncodedHostCallbacks*>(self)->show(id, text);
+        };
+    }
+}
+
+template <class Encoding>
+bool EncodedHostCallbacks<Encoding>::lookupValue(const wchar_t* name, VALTYPE& value) const
+{
+    const typename Encoding::Text text = Encoding::encode(name);
+    mathexpr_value answer{};
+    const std::int32_t known =
+        callHost([&] { return options.lookup(options.context, text.c_str(), text.size(), &answer); });
+    if (known == MATHEXPR_LOOKUP_REFUSED)
+    {
+        throw HostCallbackFailure{MATHEXPR_HOST_CALLBACK_REFUSED};
+    }
+    if (known != MATHEXPR_LOOKUP_NOT_KNOWN && (known != MATHEXPR_LOOKUP_FOUND || !isNumberOrPoint(answer)))
+    {
+        throw HostCallbackFailure{MATHEXPR_HOST_CALLBACK_BAD_ANSWER};
+    }
+    if (known == MATHEXPR_LOOKUP_FOUND)
+    {
+        value = toLibrary(answer);
+    }
+    return known == MATHEXPR_LOOKUP_FOUND;
+}
+
+template <class Encoding>
+const wchar_t* EncodedHostCallbacks<Encoding>::getName(std::uint32_t index) const
+{
+    const typename Encoding::Unit* const name = callHost([&] { return options.get_name(options.context, index); });
+    if (name == nullptr)
+    {
+        return nullptr;
+    }
+    if (takeText<Encoding>(name, MATHEXPR_ZERO_TERMINATED, offeredName) != MATHEXPR_OK)
+    {
+        throw HostCallbackFailure{MATHEXPR_HOST_CALLBACK_BAD_ANSWER};
+    }
+    return offeredName.c_str();
+}
+
+template <class Encoding>
+void EncodedHostCallbacks<Encoding>::show(std::uint32_t id, const wchar_t* wide) const
+{
+    const typename Encoding::Text text = Encoding::encode(wide);
+    callHost([&] { options.show_message(options.context, id, text.c_str(), text.size()); });
+}
+
+template class EncodedHostCallbacks<Utf8>;
+template class EncodedHostCallbacks<Utf16>;

@@ -1,0 +1,76 @@
+// HostCallbacks.h - the C host's callbacks, in the form in which the library asks a host.
+//
+// What a callback throws ends here; a HostCallbackFailure takes its place and ends the call that waits.
+#pragma once
+
+#include "mathexpr/IMathExprNameSource.h"
+#include "mathexpr/IMathExprService.h"
+#include "mathexpr/MessageDisplay.h"
+#include "mathexpr/c/Encoding.h"
+
+#include <mathexpr.h>
+
+#include <string>
+
+/// Thrown through the library, from a callback to the boundary.
+struct HostCallbackFailure
+{
+    mathexpr_status status;
+};
+
+/// Holds while it lives.
+class Mark
+{
+public:
+    explicit Mark(bool& flag) noexcept : marked(flag) { marked = true; }
+    Mark(const Mark&) = delete;
+    Mark& operator=(const Mark&) = delete;
+    ~Mark() { marked = false; }
+
+private:
+    bool& marked;
+};
+
+/// The callbacks of one expression and its copies, which share it, and whether a call of theirs is under way.
+class HostCallbacks : public IMathExprService, public IMathExprNameSource
+{
+public:
+    HostCallbacks() = default;
+    HostCallbacks(const HostCallbacks&) = delete;
+    HostCallbacks& operator=(const HostCallbacks&) = delete;
+    ~HostCallbacks() override = default;
+
+    virtual bool answersNames() const noexcept = 0;
+    virtual bool offersNames() const noexcept = 0;
+
+    /// Without a function where the host shows no messages itself.
+    const MessageDisplay& display() const noexcept { return messageDisplay; }
+
+    bool isCalled = false;         ///< A call is under way that changes the expression or runs it.
+    bool isAskedForNames = false;  ///< One is that makes a diagnostic.
+
+protected:
+    MessageDisplay messageDisplay;
+};
+
+template <class Encoding>
+class EncodedHostCallbacks final : public HostCallbacks
+{
+public:
+    explicit EncodedHostCallbacks(const typename Encoding::Options& options) noexcept;
+
+    bool answersNames() const noexcept override { return options.lookup != nullptr; }
+    bool offersNames() const noexcept override { return options.get_name != nullptr; }
+
+    bool lookupValue(const wchar_t* name, VALTYPE& value) const override;
+    const wchar_t* getName(std::uint32_t index) const override;
+
+private:
+    void show(std::uint32_t id, const wchar_t* text) const;
+
+    const typename Encoding::Options options;
+    mutable std::wstring offeredName;
+};
+
+extern template class EncodedHostCallbacks<Utf8>;
+extern template class EncodedHostCallbacks<Utf16>;

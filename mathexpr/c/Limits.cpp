@@ -1,0 +1,39 @@
+// Limits.cpp - the part of mathexpr.h about limits.
+#include "mathexpr/Limits.h"
+
+#include "mathexpr/c/Expression.h"
+#include "mathexpr/c/Structures.h"
+
+mathexpr_status mathexpr_set_limits(mathexpr_expression* handle, const mathexpr_limits* limits) noexcept
+{
+    return changeExpression(handle, [limits](mathexpr_expression& expression) {
+        if (limits == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        mathexpr_limits known{};
+        if (!readStructure(limits, known))
+        {
+            return MATHEXPR_BAD_SIZE;
+        }
+        const ExpressionLimits own{known.text_length, known.records, known.nesting};
+        return setLimits(expression.object(), own) ? MATHEXPR_OK : MATHEXPR_BUSY;
+    });
+}
+
+mathexpr_status mathexpr_get_limits(const mathexpr_expression* handle, mathexpr_limits* limits) noexcept
+{
+    return readExpression(handle, [limits](mathexpr_expression& expression) {
+        if (limits == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        if (!hasPlausibleSize(limits))
+        {
+            return MATHEXPR_BAD_SIZE;
+        }
+        const ExpressionLimits own = getLimits(expression.object());
+        writeStructure(mathexpr_limits{0, own.textLength, own.records, own.nesting}, limits);
+        return MATHEXPR_OK;
+    });
+}

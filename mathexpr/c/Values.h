@@ -1,0 +1,38 @@
+// Values.h - the value record of the C interface is the library's own, under another name.
+#pragma once
+
+#include "mathexpr/ValType.h"
+
+#include <mathexpr.h>
+
+#include <bit>
+#include <cstddef>
+
+static_assert(sizeof(mathexpr_value) == sizeof(VALTYPE) && alignof(mathexpr_value) == alignof(VALTYPE));
+static_assert(offsetof(mathexpr_value, type) == offsetof(VALTYPE, type) &&
+              offsetof(mathexpr_value, flag) == offsetof(VALTYPE, flag) &&
+              offsetof(mathexpr_value, x) == offsetof(VALTYPE, x) &&
+              offsetof(mathexpr_value, y) == offsetof(VALTYPE, y) &&
+              offsetof(mathexpr_value, z) == offsetof(VALTYPE, z));
+
+inline bool isNumberOrPoint(const mathexpr_value& value) noexcept
+{
+    return value.type <= MATHEXPR_POINT && value.flag <= 1;
+}
+
+inline mathexpr_value toHost(const VALTYPE& value) noexcept
+{
+    return std::bit_cast<mathexpr_value>(value);
+}
+
+/// What the library does not read becomes zero, as it is in its own values.
+inline VALTYPE toLibrary(const mathexpr_value& value) noexcept
+{
+    VALTYPE own;
+    own.type = value.type;
+    own.flag = value.flag;
+    own.x = value.x;
+    own.y = value.y;
+    own.z = value.z;
+    return own;
+}

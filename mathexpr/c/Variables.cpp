@@ -1,0 +1,226 @@
+// Variables.cpp - the part of mathexpr.h about variables.
+#include "mathexpr/Variables.h"
+
+#include "mathexpr/c/Expression.h"
+#include "mathexpr/c/Structures.h"
+#include "mathexpr/c/Values.h"
+
+namespace {
+
+/// Takes the name over and calls work with the variables and the name.
+template <class Encoding, class Work>
+mathexpr_status withName(mathexpr_expression& expression, const typename Encoding::Unit* name, std::size_t length,
+                         Work work)
+{
+    std::wstring wide;
+    const mathexpr_status status = takeText<Encoding>(name, length, wide);
+    if (status != MATHEXPR_OK)
+    {
+        return status;
+    }
+    ExpressionVariables variables(expression.object());
+    return work(variables, wide.c_str());
+}
+
+std::vector<std::wstring> namesOf(const ExpressionVariables& variables, std::uint32_t which)
+{
+    switch (which)
+    {
+    case MATHEXPR_NAMES_USED:
+        return variables.usedNames();
+    case MATHEXPR_NAMES_DEFINED:
+        return variables.names();
+    default:
+        return variables.hostNames();
+    }
+}
+
+template <class Encoding>
+mathexpr_status getNames(mathexpr_expression* handle, std::uint32_t which, typename Encoding::Names* names) noexcept
+{
+    return readExpression(handle, [=](mathexpr_expression& expression) {
+        if (names == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        if (which > MATHEXPR_NAMES_OF_HOST)
+        {
+            return MATHEXPR_BAD_OPTION;
+        }
+        if (!hasPlausibleSize(names))
+        {
+            return MATHEXPR_BAD_SIZE;
+        }
+        auto list =
+            std::make_unique<const TextList<Encoding>>(namesOf(ExpressionVariables(expression.object()), which));
+        writeStructure(typename Encoding::Names{0, 0, list->data(), list->size()}, names);
+        expression.template answers<Encoding>().names = std::move(list);
+        return MATHEXPR_OK;
+    });
+}
+
+template <class Encoding>
+mathexpr_status getVariable(const mathexpr_expression* handle, const typename Encoding::Unit* name, std::size_t length,
+                            mathexpr_value* value) noexcept
+{
+    return readExpression(handle, [=](mathexpr_expression& expression) -> mathexpr_status {
+        if (value == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        return withName<Encoding>(expression, name, length,
+                                  [value](ExpressionVariables& variables, const wchar_t* wide) {
+                                      VALTYPE held;
+                                      if (!variables.get(wide, held))
+                                      {
+                                          return MATHEXPR_NOT_FOUND;
+                                      }
+                                      *value = toHost(held);
+                                      return MATHEXPR_OK;
+                                  });
+    });
+}
+
+/// Tells which part of a name stands in the way.
+template <class Encoding>
+mathexpr_name_refusal refusalOf(const SMTDefExcepData& data)
+{
+    const std::wstring_view name = data.itemName;
+    std::size_t begin = data.conflictItemName.empty() ? std::wstring_view::npos : name.find(data.conflictItemName);
+    std::size_t size = data.conflictItemName.size();
+    if (begin == std::wstring_view::npos)
+    {
+        begin = 0;
+        size = name.size();
+    }
+    return {0, data.exID, Encoding::encode(name.substr(0, begin)).size(),
+            Encoding::encode(name.substr(begin, size)).size()};
+}
+
+template <class Encoding>
+mathexpr_status setVariable(mathexpr_expression* handle, const typename Encoding::Unit* name, std::size_t length,
+                            const mathexpr_value* value, mathexpr_name_refusal* refusal) noexcept
+{
+    return changeExpression(handle, [=](mathexpr_expression& expression) -> mathexpr_status {
+        if (value == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        if (!isNumberOrPoint(*value))
+        {
+            return MATHEXPR_BAD_VALUE;
+        }
+        if (refusal != nullptr && !hasPlausibleSize(refusal))
+        {
+            return MATHEXPR_BAD_SIZE;
+        }
+        return withName<Encoding>(expression, name, length, [=](ExpressionVariables& variables, const wchar_t* wide) {
+            try
+            {
+                return variables.set(wide, toLibrary(*value)) ? MATHEXPR_OK : MATHEXPR_BUSY;
+            }
+            catch (const DefinitionException& exception)
+            {
+                if (refusal != nullptr)
+                {
+                    writeStructure(refusalOf<Encoding>(exception.entries.front().data), refusal);
+                }
+                return MATHEXPR_DEFINITION_ERROR;
+            }
+        });
+    });
+}
+
+template <class Encoding>
+mathexpr_status removeVariable(mathexpr_expression* handle, const typename Encoding::Unit* name,
+                               std::size_t length) noexcept
+{
+    return changeExpression(handle, [=](mathexpr_expression& expression) {
+        return withName<Encoding>(expression, name, length, [](ExpressionVariables& variables, const wchar_t* wide) {
+            return variables.remove(wide) ? MATHEXPR_OK : MATHEXPR_NOT_FOUND;
+        });
+    });
+}
+
+template <class Encoding>
+mathexpr_status getAddress(mathexpr_expression* handle, const typename Encoding::Unit* name, std::size_t length,
+                           mathexpr_value** address) noexcept
+{
+    return readExpression(handle, [=](mathexpr_expression& expression) -> mathexpr_status {
+        if (address == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        return withName<Encoding>(expression, name, length,
+                                  [address](ExpressionVariables& variables, const wchar_t* wide) {
+                                      VALTYPE* const held = variables.address(wide);
+                                      if (held == nullptr)
+                                      {
+                                          return MATHEXPR_NOT_FOUND;
+                                      }
+                                      *address = reinterpret_cast<mathexpr_value*>(held);
+                                      return MATHEXPR_OK;
+                                  });
+    });
+}
+
+}
+
+mathexpr_status mathexpr_get_names_utf8(mathexpr_expression* expression, uint32_t which,
+                                        mathexpr_names_utf8* names) noexcept
+{
+    return getNames<Utf8>(expression, which, names);
+}
+
+mathexpr_status mathexpr_get_names_utf16(mathexpr_expression* expression, uint32_t which,
+                                         mathexpr_names_utf16* names) noexcept
+{
+    return getNames<Utf16>(expression, which, names);
+}
+
+mathexpr_status mathexpr_get_variable_utf8(const mathexpr_expression* expression, const char* name, size_t length,
+                                           mathexpr_value* value) noexcept
+{
+    return getVariable<Utf8>(expression, name, length, value);
+}
+
+mathexpr_status mathexpr_get_variable_utf16(const mathexpr_expression* expression, const mathexpr_char16* name,
+                                            size_t length, mathexpr_value* value) noexcept
+{
+    return getVariable<Utf16>(expression, name, length, value);
+}
+
+mathexpr_status mathexpr_set_variable_utf8(mathexpr_expression* expression, const char* name, size_t length,
+                                           const mathexpr_value* value, mathexpr_name_refusal* refusal) noexcept
+{
+    return setVariable<Utf8>(expression, name, length, value, refusal);
+}
+
+mathexpr_status mathexpr_set_variable_utf16(mathexpr_expression* expression, const mathexpr_char16* name, size_t length,
+                                            const mathexpr_value* value, mathexpr_name_refusal* refusal) noexcept
+{
+    return setVariable<Utf16>(expression, name, length, value, refusal);
+}
+
+mathexpr_status mathexpr_remove_variable_utf8(mathexpr_expression* expression, const char* name, size_t length) noexcept
+{
+    return removeVariable<Utf8>(expression, name, length);
+}
+
+mathexpr_status mathexpr_remove_variable_utf16(mathexpr_expression* expression, const mathexpr_char16* name,
+                                               size_t length) noexcept
+{
+    return removeVariable<Utf16>(expression, name, length);
+}
+
+mathexpr_status mathexpr_get_address_utf8(mathexpr_expression* expression, const char* name, size_t length,
+                                          mathexpr_value** address) noexcept
+{
+    return getAddress<Utf8>(expression, name, length, address);
+}
+
+mathexpr_status mathexpr_get_address_utf16(mathexpr_expression* expression, const mathexpr_char16* name, size_t length,
+                                           mathexpr_value** address) noexcept
+{
+    return getAddress<Utf16>(expression, name, length, address);
+}

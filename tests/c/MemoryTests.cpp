@@ -1,0 +1,241 @@
+// MemoryTests.cpp - every function of the C interface that needs memory, with memory running out at each of its
+// allocations in turn: the status says so, nothing leaks, and the same call succeeds when there is memory again.
+//
+// The global operator new is this program's, for the shared library too.
+#include <mathexpr.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+#include <string>
+
+namespace {
+
+constexpr long unlimited = -1;
+long nbLeft = unlimited;
+
+void* allocate(std::size_t size)
+{
+    if (nbLeft == 0)
+    {
+        return nullptr;
+    }
+    nbLeft -= nbLeft > 0 ? 1 : 0;
+    return std::malloc(size == 0 ? 1 : size);
+}
+
+}
+
+void* operator new(std::size_t size)
+{
+    if (void* const memory = allocate(size))
+    {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return allocate(size);
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t&) noexcept
+{
+    std::free(memory);
+}
+
+namespace {
+
+constexpr std::size_t zt = MATHEXPR_ZERO_TERMINATED;
+
+std::int32_t answerTwo(void*, const char*, std::size_t, mathexpr_value* value)
+{
+    *value = mathexpr_value{MATHEXPR_NUMBER, 0, 0, 0, 2.0, 0.0, 0.0};
+    return MATHEXPR_LOOKUP_FOUND;
+}
+
+void showNothing(void*, std::uint32_t, const char*, std::size_t) {}
+
+const char* offerOne(void*, std::uint32_t index)
+{
+    return index == 0 ? "a name of the host that is too long to be held in place" : nullptr;
+}
+
+mathexpr_options_utf8 options(std::uint32_t kind)
+{
+    mathexpr_options_utf8 made{};
+    made.size = sizeof(made);
+    made.kind = kind;
+    made.flags = MATHEXPR_SHOW_MESSAGES;
+    made.lookup = kind == MATHEXPR_EXPRESSION ? answerTwo : nullptr;
+    made.show_message = showNothing;
+    made.get_name = offerOne;
+    return made;
+}
+
+/// A call on an expression that is made anew for each number of allocations.
+template <class Call>
+void runOutOfMemory(std::uint32_t kind, const char* text, Call call)
+{
+    const mathexpr_options_utf8 with = options(kind);
+    long nbAllowed = 0;
+    mathexpr_status status = MATHEXPR_OUT_OF_MEMORY;
+    for (; status != MATHEXPR_OK && nbAllowed < 10000; ++nbAllowed)
+    {
+        mathexpr_expression* expression = nullptr;
+        ASSERT_EQ(mathexpr_create_utf8(&with, &expression), MATHEXPR_OK);
+        if (text != nullptr)
+        {
+            mathexpr_set_expression_utf8(expression, text, zt);
+        }
+        nbLeft = nbAllowed;
+        status = call(expression);
+        nbLeft = unlimited;
+        ASSERT_TRUE(status == MATHEXPR_OK || status == MATHEXPR_OUT_OF_MEMORY) << status << " after " << nbAllowed;
+        EXPECT_EQ(call(expression), MATHEXPR_OK) << "after " << nbAllowed;
+        EXPECT_EQ(mathexpr_destroy(expression), MATHEXPR_OK);
+    }
+    EXPECT_EQ(status, MATHEXPR_OK);
+    EXPECT_GT(nbAllowed, 1) << "nothing was allocated";
+}
+
+const char* const longText = "width*2 + a_name_that_is_too_long_to_be_held_in_place * [1,2,3]";
+
+TEST(Memory, RunsOutWhileAnExpressionIsMade)
+{
+    for (const std::uint32_t kind : {MATHEXPR_EXPRESSION, MATHEXPR_CALCULATOR})
+    {
+        const mathexpr_options_utf8 with = options(kind);
+        mathexpr_expression* expression = nullptr;
+        long nbAllowed = 0;
+        for (; expression == nullptr && nbAllowed < 10000; ++nbAllowed)
+        {
+            nbLeft = nbAllowed;
+            const mathexpr_status status = mathexpr_create_utf8(&with, &expression);
+            nbLeft = unlimited;
+            ASSERT_EQ(status, expression == nullptr ? MATHEXPR_OUT_OF_MEMORY : MATHEXPR_OK) << nbAllowed;
+        }
+        EXPECT_GT(nbAllowed, 1);
+        EXPECT_EQ(mathexpr_destroy(expression), MATHEXPR_OK);
+    }
+}
+
+TEST(Memory, RunsOutWhileATextIsCompiled)
+{
+    runOutOfMemory(MATHEXPR_EXPRESSION, nullptr, [](mathexpr_expression* expression) {
+        return mathexpr_set_expression_utf8(expression, longText, zt);
+    });
+}
+
+TEST(Memory, RunsOutWhileATextIsComputed)
+{
+    runOutOfMemory(MATHEXPR_EXPRESSION, nullptr, [](mathexpr_expression* expression) {
+        mathexpr_value value{};
+        return mathexpr_evaluate_text_utf16(expression, u"a_variable_of_some_length_or_other = 2 * 3", zt, &value);
+    });
+    runOutOfMemory(MATHEXPR_CALCULATOR, nullptr, [](mathexpr_expression* expression) {
+        mathexpr_value value{};
+        return mathexpr_calculate_utf8(expression, "a_variable_of_some_length_or_other = 2 * 3", zt, 10, &value);
+    });
+}
+
+TEST(Memory, RunsOutWhileACopyIsMade)
+{
+    runOutOfMemory(MATHEXPR_CALCULATOR, nullptr, [](mathexpr_expression* expression) {
+        mathexpr_expression* copy = nullptr;
+        const mathexpr_status status = mathexpr_copy(expression, &copy);
+        EXPECT_EQ(mathexpr_destroy(copy), MATHEXPR_OK);
+        return status;
+    });
+}
+
+TEST(Memory, RunsOutWhileADiagnosticIsMade)
+{
+    runOutOfMemory(MATHEXPR_EXPRESSION, "an_unknown_function_of_some_length(1)", [](mathexpr_expression* expression) {
+        mathexpr_diagnostic_utf8 diagnostic{};
+        diagnostic.size = sizeof(diagnostic);
+        return mathexpr_get_diagnostic_utf8(expression, &diagnostic);
+    });
+    runOutOfMemory(MATHEXPR_CALCULATOR, nullptr, [](mathexpr_expression* expression) {
+        mathexpr_diagnostic_utf16 diagnostic{};
+        diagnostic.size = sizeof(diagnostic);
+        return mathexpr_get_diagnostic_utf16(expression, &diagnostic);
+    });
+}
+
+TEST(Memory, RunsOutWhileNamesAreListed)
+{
+    runOutOfMemory(MATHEXPR_EXPRESSION, longText, [](mathexpr_expression* expression) {
+        mathexpr_names_utf8 names{};
+        names.size = sizeof(names);
+        return mathexpr_get_names_utf8(expression, MATHEXPR_NAMES_USED, &names);
+    });
+}
+
+TEST(Memory, RunsOutWhileVariablesAreUsed)
+{
+    static const std::string name(100, 'v');
+    runOutOfMemory(MATHEXPR_EXPRESSION, nullptr, [](mathexpr_expression* expression) {
+        const mathexpr_value value{MATHEXPR_NUMBER, 0, 0, 0, 2.0, 0.0, 0.0};
+        return mathexpr_set_variable_utf8(expression, name.c_str(), zt, &value, nullptr);
+    });
+    runOutOfMemory(MATHEXPR_EXPRESSION, name.c_str(), [](mathexpr_expression* expression) {
+        mathexpr_value value{};
+        return mathexpr_get_variable_utf8(expression, name.c_str(), zt, &value);
+    });
+    runOutOfMemory(MATHEXPR_EXPRESSION, name.c_str(), [](mathexpr_expression* expression) {
+        mathexpr_value* address = nullptr;
+        return mathexpr_get_address_utf8(expression, name.c_str(), zt, &address);
+    });
+}
+
+TEST(Memory, RunsOutDuringBulkEvaluation)
+{
+    runOutOfMemory(MATHEXPR_EXPRESSION, "width*2", [](mathexpr_expression* expression) {
+        const double widths[] = {1, 2, 3};
+        double found[3] = {};
+        mathexpr_column_utf8 column{};
+        column.size = sizeof(column);
+        column.name = "width";
+        column.name_length = zt;
+        column.data = widths;
+        column.stride = sizeof(double);
+        mathexpr_results results{};
+        results.size = sizeof(results);
+        results.data = found;
+        results.stride = sizeof(double);
+        return mathexpr_evaluate_bulk_utf8(expression, &column, 1, 3, &results, 1, nullptr);
+    });
+}
+
+// Last, because the texts are converted once in the life of the library.
+TEST(Memory, RunsOutWhileTheVocabularyIsConverted)
+{
+    mathexpr_vocabulary_item_utf8 item{};
+    item.size = sizeof(item);
+    long nbAllowed = 0;
+    mathexpr_status status = MATHEXPR_OUT_OF_MEMORY;
+    for (; status != MATHEXPR_OK && nbAllowed < 10000; ++nbAllowed)
+    {
+        nbLeft = nbAllowed;
+        status = mathexpr_get_vocabulary_item_utf8(0, &item);
+        nbLeft = unlimited;
+        ASSERT_TRUE(status == MATHEXPR_OK || status == MATHEXPR_OUT_OF_MEMORY) << status;
+    }
+    EXPECT_GT(nbAllowed, 1);
+    EXPECT_STREQ(item.help, "");
+}
+
+}

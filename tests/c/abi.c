@@ -1,0 +1,287 @@
+/* abi.c - the numbers and layouts of the interface, frozen: a line here may be added, none may be changed. The layouts
+ * are those of 64-bit platforms.
+ */
+#include "tests/c/check.h"
+
+#include <stddef.h>
+
+void test_numbers(void);
+void test_layouts(void);
+
+void test_numbers(void)
+{
+    CHECK_EQUAL(MATHEXPR_OK, 0);
+    CHECK_EQUAL(MATHEXPR_NULL_ARGUMENT, 1);
+    CHECK_EQUAL(MATHEXPR_STALE_HANDLE, 2);
+    CHECK_EQUAL(MATHEXPR_WRONG_KIND, 3);
+    CHECK_EQUAL(MATHEXPR_BUSY, 4);
+    CHECK_EQUAL(MATHEXPR_BAD_UTF8, 5);
+    CHECK_EQUAL(MATHEXPR_BAD_UTF16, 6);
+    CHECK_EQUAL(MATHEXPR_ZERO_IN_TEXT, 7);
+    CHECK_EQUAL(MATHEXPR_BAD_SIZE, 8);
+    CHECK_EQUAL(MATHEXPR_BAD_VALUE, 9);
+    CHECK_EQUAL(MATHEXPR_BAD_OPTION, 10);
+    CHECK_EQUAL(MATHEXPR_NOT_FOUND, 11);
+    CHECK_EQUAL(MATHEXPR_BULK_REFUSED, 12);
+    CHECK_EQUAL(MATHEXPR_PARSING_ERROR, 20);
+    CHECK_EQUAL(MATHEXPR_DEFINITION_ERROR, 21);
+    CHECK_EQUAL(MATHEXPR_REFUSED, 22);
+    CHECK_EQUAL(MATHEXPR_NO_PROGRAM, 23);
+    CHECK_EQUAL(MATHEXPR_HOST_CALLBACK_THREW, 30);
+    CHECK_EQUAL(MATHEXPR_HOST_CALLBACK_REFUSED, 31);
+    CHECK_EQUAL(MATHEXPR_HOST_CALLBACK_BAD_ANSWER, 32);
+    CHECK_EQUAL(MATHEXPR_OUT_OF_MEMORY, 40);
+    CHECK_EQUAL(MATHEXPR_INTERNAL_ERROR, 41);
+    CHECK_EQUAL(MATHEXPR_NUMBER, 0);
+    CHECK_EQUAL(MATHEXPR_POINT, 1);
+    CHECK_EQUAL(MATHEXPR_EXPRESSION, 0);
+    CHECK_EQUAL(MATHEXPR_CALCULATOR, 1);
+    CHECK_EQUAL(MATHEXPR_SHOW_MESSAGES, 1);
+    CHECK_EQUAL(MATHEXPR_LOOKUP_NOT_KNOWN, 0);
+    CHECK_EQUAL(MATHEXPR_LOOKUP_FOUND, 1);
+    CHECK_EQUAL(MATHEXPR_LOOKUP_REFUSED, 2);
+    CHECK_EQUAL(MATHEXPR_KIND_NONE, 0);
+    CHECK_EQUAL(MATHEXPR_KIND_PARSING, 1);
+    CHECK_EQUAL(MATHEXPR_KIND_DEFINITION, 2);
+    CHECK_EQUAL(MATHEXPR_PARSING_OPERATOR_MISPLACED, 0);
+    CHECK_EQUAL(MATHEXPR_PARSING_OPERAND_MISSING, 3);
+    CHECK_EQUAL(MATHEXPR_PARSING_CLOSING_WITHOUT_OPENING, 4);
+    CHECK_EQUAL(MATHEXPR_PARSING_SEPARATOR_OUTSIDE_BRACKETS, 5);
+    CHECK_EQUAL(MATHEXPR_PARSING_BRACKET_NOT_CLOSED, 6);
+    CHECK_EQUAL(MATHEXPR_PARSING_NO_OVERLOAD, 7);
+    CHECK_EQUAL(MATHEXPR_PARSING_NO_EXPRESSION, 8);
+    CHECK_EQUAL(MATHEXPR_PARSING_VALUE_AFTER_VALUE, 9);
+    CHECK_EQUAL(MATHEXPR_PARSING_UNKNOWN_FUNCTION, 10);
+    CHECK_EQUAL(MATHEXPR_PARSING_UNKNOWN_NAME, 11);
+    CHECK_EQUAL(MATHEXPR_PARSING_ARGUMENT_EMPTY, 12);
+    CHECK_EQUAL(MATHEXPR_PARSING_ARGUMENT_KIND, 15);
+    CHECK_EQUAL(MATHEXPR_PARSING_STRUCTURE, 16);
+    CHECK_EQUAL(MATHEXPR_PARSING_TEXT_TOO_LONG, 17);
+    CHECK_EQUAL(MATHEXPR_PARSING_TOO_MANY_RECORDS, 18);
+    CHECK_EQUAL(MATHEXPR_PARSING_NESTED_TOO_DEEP, 19);
+    CHECK_EQUAL(MATHEXPR_DEFINITION_NAME_EMPTY, 12);
+    CHECK_EQUAL(MATHEXPR_DEFINITION_NAME_IS_NUMBER, 13);
+    CHECK_EQUAL(MATHEXPR_DEFINITION_NAME_IS_CONSTANT, 14);
+    CHECK_EQUAL(MATHEXPR_DEFINITION_CONTAINS_SYNTAX_CHARACTER, 15);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_VALUE, 0x1);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_OPERATOR, 0x2);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_CLOSING_BRACKET, 0x4);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_SEPARATOR, 0x8);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_END, 0x10);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_FUNCTION, 0x20);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_KNOWN_NAME, 0x40);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_NEW_NAME, 0x80);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_OTHER_COUNT, 0x100);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_NUMBER, 0x200);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_POINT, 0x400);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_SAME_KIND, 0x800);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_IN_DOMAIN, 0x1000);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_SMALLER_NUMBER, 0x2000);
+    CHECK_EQUAL(MATHEXPR_EXPECTED_LESS, 0x4000);
+    CHECK_EQUAL(MATHEXPR_NAMES_USED, 0);
+    CHECK_EQUAL(MATHEXPR_NAMES_DEFINED, 1);
+    CHECK_EQUAL(MATHEXPR_NAMES_OF_HOST, 2);
+    CHECK_EQUAL(MATHEXPR_ITEM_CONSTANT, 0);
+    CHECK_EQUAL(MATHEXPR_ITEM_OPERATOR, 1);
+    CHECK_EQUAL(MATHEXPR_ITEM_FUNCTION, 2);
+    CHECK_EQUAL(MATHEXPR_FAMILY_OPERATORS, 0);
+    CHECK_EQUAL(MATHEXPR_FAMILY_CORE_MATH, 1);
+    CHECK_EQUAL(MATHEXPR_FAMILY_ANGLE, 2);
+    CHECK_EQUAL(MATHEXPR_FAMILY_LENGTH, 3);
+    CHECK_EQUAL(MATHEXPR_FAMILY_AREA, 4);
+    CHECK_EQUAL(MATHEXPR_FAMILY_VOLUME, 5);
+    CHECK_EQUAL(MATHEXPR_FAMILY_GEOMETRY, 6);
+    CHECK_EQUAL(MATHEXPR_FAMILY_CONSTANTS, 7);
+    CHECK_EQUAL(MATHEXPR_NUMBERS, 0);
+    CHECK_EQUAL(MATHEXPR_POINTS, 1);
+    CHECK_EQUAL(MATHEXPR_RECORDS, 2);
+    CHECK_EQUAL(MATHEXPR_ROW_DONE, 0);
+    CHECK_EQUAL(MATHEXPR_ROW_ARGUMENTS_REFUSED, 3);
+    CHECK_EQUAL(MATHEXPR_ROW_OTHER_KIND, 256);
+    CHECK_EQUAL(MATHEXPR_BULK_NONE, 0);
+    CHECK_EQUAL(MATHEXPR_BULK_BUSY, 1);
+    CHECK_EQUAL(MATHEXPR_BULK_NO_PROGRAM, 2);
+    CHECK_EQUAL(MATHEXPR_BULK_COLUMNS_MISSING, 3);
+    CHECK_EQUAL(MATHEXPR_BULK_COLUMN_NAME, 4);
+    CHECK_EQUAL(MATHEXPR_BULK_COLUMN_TWICE, 5);
+    CHECK_EQUAL(MATHEXPR_BULK_COLUMN_KIND, 6);
+    CHECK_EQUAL(MATHEXPR_BULK_COLUMN_DATA, 7);
+    CHECK_EQUAL(MATHEXPR_BULK_COLUMN_ALIGNMENT, 8);
+    CHECK_EQUAL(MATHEXPR_BULK_COLUMN_VARIABLE, 9);
+    CHECK_EQUAL(MATHEXPR_BULK_RESULTS_KIND, 10);
+    CHECK_EQUAL(MATHEXPR_BULK_RESULTS_DATA, 11);
+    CHECK_EQUAL(MATHEXPR_BULK_RESULTS_ALIGNMENT, 12);
+    CHECK_EQUAL(MATHEXPR_BULK_RESULTS_OVERLAP, 13);
+    CHECK_EQUAL(MATHEXPR_ANY_NB_ARGS, 0xFFFFFFFF);
+    CHECK_EQUAL(MATHEXPR_GREATEST_SIZE, 4096);
+    CHECK(MATHEXPR_ZERO_TERMINATED == (size_t)-1);
+    CHECK_EQUAL(MATHEXPR_ABI_VERSION, 1);
+}
+
+#define MEMBER(structure, member, offset) CHECK_EQUAL(offsetof(structure, member), offset)
+
+void test_layouts(void)
+{
+    CHECK_EQUAL(sizeof(mathexpr_status), 4);
+    CHECK_EQUAL(sizeof(mathexpr_char16), 2);
+    if (sizeof(void*) != 8)
+    {
+        skip("not a 64-bit platform");
+    }
+
+    CHECK_EQUAL(sizeof(mathexpr_value), 32);
+    MEMBER(mathexpr_value, type, 0);
+    MEMBER(mathexpr_value, flag, 1);
+    MEMBER(mathexpr_value, reserved, 2);
+    MEMBER(mathexpr_value, padding, 4);
+    MEMBER(mathexpr_value, x, 8);
+    MEMBER(mathexpr_value, y, 16);
+    MEMBER(mathexpr_value, z, 24);
+
+    CHECK_EQUAL(sizeof(mathexpr_options_utf8), 48);
+    MEMBER(mathexpr_options_utf8, size, 0);
+    MEMBER(mathexpr_options_utf8, kind, 4);
+    MEMBER(mathexpr_options_utf8, flags, 8);
+    MEMBER(mathexpr_options_utf8, reserved, 12);
+    MEMBER(mathexpr_options_utf8, context, 16);
+    MEMBER(mathexpr_options_utf8, lookup, 24);
+    MEMBER(mathexpr_options_utf8, show_message, 32);
+    MEMBER(mathexpr_options_utf8, get_name, 40);
+
+    CHECK_EQUAL(sizeof(mathexpr_options_utf16), 48);
+    MEMBER(mathexpr_options_utf16, size, 0);
+    MEMBER(mathexpr_options_utf16, kind, 4);
+    MEMBER(mathexpr_options_utf16, flags, 8);
+    MEMBER(mathexpr_options_utf16, reserved, 12);
+    MEMBER(mathexpr_options_utf16, context, 16);
+    MEMBER(mathexpr_options_utf16, lookup, 24);
+    MEMBER(mathexpr_options_utf16, show_message, 32);
+    MEMBER(mathexpr_options_utf16, get_name, 40);
+
+    CHECK_EQUAL(sizeof(mathexpr_limits), 16);
+    MEMBER(mathexpr_limits, size, 0);
+    MEMBER(mathexpr_limits, text_length, 4);
+    MEMBER(mathexpr_limits, records, 8);
+    MEMBER(mathexpr_limits, nesting, 12);
+
+    CHECK_EQUAL(sizeof(mathexpr_diagnostic_utf8), 120);
+    MEMBER(mathexpr_diagnostic_utf8, size, 0);
+    MEMBER(mathexpr_diagnostic_utf8, message, 4);
+    MEMBER(mathexpr_diagnostic_utf8, kind, 8);
+    MEMBER(mathexpr_diagnostic_utf8, code, 12);
+    MEMBER(mathexpr_diagnostic_utf8, start, 16);
+    MEMBER(mathexpr_diagnostic_utf8, length, 24);
+    MEMBER(mathexpr_diagnostic_utf8, text, 32);
+    MEMBER(mathexpr_diagnostic_utf8, text_length, 40);
+    MEMBER(mathexpr_diagnostic_utf8, item_name, 48);
+    MEMBER(mathexpr_diagnostic_utf8, item_name_length, 56);
+    MEMBER(mathexpr_diagnostic_utf8, conflict_name, 64);
+    MEMBER(mathexpr_diagnostic_utf8, conflict_name_length, 72);
+    MEMBER(mathexpr_diagnostic_utf8, expected, 80);
+    MEMBER(mathexpr_diagnostic_utf8, nb_args, 84);
+    MEMBER(mathexpr_diagnostic_utf8, accepted_nb_args, 88);
+    MEMBER(mathexpr_diagnostic_utf8, nb_accepted_nb_args, 96);
+    MEMBER(mathexpr_diagnostic_utf8, suggestions, 104);
+    MEMBER(mathexpr_diagnostic_utf8, nb_suggestions, 112);
+
+    CHECK_EQUAL(sizeof(mathexpr_diagnostic_utf16), 120);
+    MEMBER(mathexpr_diagnostic_utf16, size, 0);
+    MEMBER(mathexpr_diagnostic_utf16, message, 4);
+    MEMBER(mathexpr_diagnostic_utf16, kind, 8);
+    MEMBER(mathexpr_diagnostic_utf16, code, 12);
+    MEMBER(mathexpr_diagnostic_utf16, start, 16);
+    MEMBER(mathexpr_diagnostic_utf16, length, 24);
+    MEMBER(mathexpr_diagnostic_utf16, text, 32);
+    MEMBER(mathexpr_diagnostic_utf16, text_length, 40);
+    MEMBER(mathexpr_diagnostic_utf16, item_name, 48);
+    MEMBER(mathexpr_diagnostic_utf16, item_name_length, 56);
+    MEMBER(mathexpr_diagnostic_utf16, conflict_name, 64);
+    MEMBER(mathexpr_diagnostic_utf16, conflict_name_length, 72);
+    MEMBER(mathexpr_diagnostic_utf16, expected, 80);
+    MEMBER(mathexpr_diagnostic_utf16, nb_args, 84);
+    MEMBER(mathexpr_diagnostic_utf16, accepted_nb_args, 88);
+    MEMBER(mathexpr_diagnostic_utf16, nb_accepted_nb_args, 96);
+    MEMBER(mathexpr_diagnostic_utf16, suggestions, 104);
+    MEMBER(mathexpr_diagnostic_utf16, nb_suggestions, 112);
+
+    CHECK_EQUAL(sizeof(mathexpr_names_utf8), 24);
+    MEMBER(mathexpr_names_utf8, size, 0);
+    MEMBER(mathexpr_names_utf8, reserved, 4);
+    MEMBER(mathexpr_names_utf8, names, 8);
+    MEMBER(mathexpr_names_utf8, nb_names, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_names_utf16), 24);
+    MEMBER(mathexpr_names_utf16, size, 0);
+    MEMBER(mathexpr_names_utf16, reserved, 4);
+    MEMBER(mathexpr_names_utf16, names, 8);
+    MEMBER(mathexpr_names_utf16, nb_names, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_name_refusal), 24);
+    MEMBER(mathexpr_name_refusal, size, 0);
+    MEMBER(mathexpr_name_refusal, code, 4);
+    MEMBER(mathexpr_name_refusal, start, 8);
+    MEMBER(mathexpr_name_refusal, length, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_vocabulary_item_utf8), 64);
+    MEMBER(mathexpr_vocabulary_item_utf8, size, 0);
+    MEMBER(mathexpr_vocabulary_item_utf8, kind, 4);
+    MEMBER(mathexpr_vocabulary_item_utf8, family, 8);
+    MEMBER(mathexpr_vocabulary_item_utf8, nb_args, 12);
+    MEMBER(mathexpr_vocabulary_item_utf8, precedence, 16);
+    MEMBER(mathexpr_vocabulary_item_utf8, unary, 20);
+    MEMBER(mathexpr_vocabulary_item_utf8, constant, 24);
+    MEMBER(mathexpr_vocabulary_item_utf8, reserved, 28);
+    MEMBER(mathexpr_vocabulary_item_utf8, value, 32);
+    MEMBER(mathexpr_vocabulary_item_utf8, symbol, 40);
+    MEMBER(mathexpr_vocabulary_item_utf8, help, 48);
+    MEMBER(mathexpr_vocabulary_item_utf8, description, 56);
+
+    CHECK_EQUAL(sizeof(mathexpr_vocabulary_item_utf16), 64);
+    MEMBER(mathexpr_vocabulary_item_utf16, size, 0);
+    MEMBER(mathexpr_vocabulary_item_utf16, kind, 4);
+    MEMBER(mathexpr_vocabulary_item_utf16, family, 8);
+    MEMBER(mathexpr_vocabulary_item_utf16, nb_args, 12);
+    MEMBER(mathexpr_vocabulary_item_utf16, precedence, 16);
+    MEMBER(mathexpr_vocabulary_item_utf16, unary, 20);
+    MEMBER(mathexpr_vocabulary_item_utf16, constant, 24);
+    MEMBER(mathexpr_vocabulary_item_utf16, reserved, 28);
+    MEMBER(mathexpr_vocabulary_item_utf16, value, 32);
+    MEMBER(mathexpr_vocabulary_item_utf16, symbol, 40);
+    MEMBER(mathexpr_vocabulary_item_utf16, help, 48);
+    MEMBER(mathexpr_vocabulary_item_utf16, description, 56);
+
+    CHECK_EQUAL(sizeof(mathexpr_column_utf8), 48);
+    MEMBER(mathexpr_column_utf8, size, 0);
+    MEMBER(mathexpr_column_utf8, kind, 4);
+    MEMBER(mathexpr_column_utf8, name, 8);
+    MEMBER(mathexpr_column_utf8, name_length, 16);
+    MEMBER(mathexpr_column_utf8, data, 24);
+    MEMBER(mathexpr_column_utf8, stride, 32);
+    MEMBER(mathexpr_column_utf8, coordinate_stride, 40);
+
+    CHECK_EQUAL(sizeof(mathexpr_column_utf16), 48);
+    MEMBER(mathexpr_column_utf16, size, 0);
+    MEMBER(mathexpr_column_utf16, kind, 4);
+    MEMBER(mathexpr_column_utf16, name, 8);
+    MEMBER(mathexpr_column_utf16, name_length, 16);
+    MEMBER(mathexpr_column_utf16, data, 24);
+    MEMBER(mathexpr_column_utf16, stride, 32);
+    MEMBER(mathexpr_column_utf16, coordinate_stride, 40);
+
+    CHECK_EQUAL(sizeof(mathexpr_results), 40);
+    MEMBER(mathexpr_results, size, 0);
+    MEMBER(mathexpr_results, kind, 4);
+    MEMBER(mathexpr_results, data, 8);
+    MEMBER(mathexpr_results, stride, 16);
+    MEMBER(mathexpr_results, coordinate_stride, 24);
+    MEMBER(mathexpr_results, row_status, 32);
+
+    CHECK_EQUAL(sizeof(mathexpr_bulk_outcome), 40);
+    MEMBER(mathexpr_bulk_outcome, size, 0);
+    MEMBER(mathexpr_bulk_outcome, error, 4);
+    MEMBER(mathexpr_bulk_outcome, column, 8);
+    MEMBER(mathexpr_bulk_outcome, nb_failed, 16);
+    MEMBER(mathexpr_bulk_outcome, first_failed, 24);
+    MEMBER(mathexpr_bulk_outcome, first_status, 32);
+    MEMBER(mathexpr_bulk_outcome, reserved, 36);
+}

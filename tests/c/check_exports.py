@@ -1,0 +1,43 @@
+"""check_exports.py - the names of the C interface: declared, exported and tested are the same ones.
+
+    check_exports.py EXPORTS HEADER TEST-DIRECTORY [NM LIBRARY]
+
+EXPORTS is the golden list. Each of its names has to be declared by HEADER and called in a C file of TEST-DIRECTORY; HEADER
+may declare no others. With NM and LIBRARY, a shared library of the ELF format, that library has to export them, no
+other name that begins like them, and besides only names of C++.
+"""
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+DECLARATION = re.compile(r"MATHEXPR_C_API [^;(]*?\b(mathexpr_\w+)\(")
+CPP_NAME = re.compile(r"_Z")
+
+
+def differences(golden, found, what):
+    yield from (f"not {what}: {name}" for name in sorted(golden - found))
+    yield from (f"{what}, but not in the list: {name}" for name in sorted(found - golden))
+
+
+def exported(nm, library):
+    lines = subprocess.run([nm, "-D", "--defined-only", library], check=True, capture_output=True, text=True).stdout
+    return {line.split()[-1].partition("@")[0] for line in lines.splitlines()}
+
+
+def main():
+    exports, header, tests, *binary = sys.argv[1:]
+    lines = Path(exports).read_text().splitlines()
+    golden = set(lines)
+    failures = [] if lines == sorted(golden) else ["the list is not in order, or has a name twice"]
+    failures += differences(golden, set(DECLARATION.findall(Path(header).read_text())), "declared")
+    text = "".join(file.read_text() for file in Path(tests).glob("*.c"))
+    failures += [f"not tested: {name}" for name in sorted(golden) if not re.search(rf"\b{name}\(", text)]
+    if binary:
+        shown = {name for name in exported(*binary) if not CPP_NAME.match(name)}
+        failures += differences(golden, shown, "exported")
+    print("\n".join(failures) or f"{len(golden)} names")
+    return 1 if failures else 0
+
+
+sys.exit(main())

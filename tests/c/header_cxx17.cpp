@@ -1,0 +1,12 @@
+// header_cxx17.cpp - the header alone, as C++17, with warnings as errors; nothing in it may throw.
+#include <mathexpr.h>
+
+static_assert(noexcept(mathexpr_evaluate(nullptr, nullptr)), "nothing is thrown across the C interface");
+static_assert(sizeof(mathexpr_char16) == 2, "a unit of UTF-16");
+
+mathexpr_status useHeader(mathexpr_expression* expression);
+
+mathexpr_status useHeader(mathexpr_expression* expression)
+{
+    return mathexpr_set_expression_utf16(expression, u"1+2", MATHEXPR_ZERO_TERMINATED);
+}

@@ -1,0 +1,18 @@
+/* throwing_host.h - callbacks that end by a C++ exception, which only C++ can write. The context is not used. */
+#pragma once
+
+#include <mathexpr.h>
+
+#if defined(__cplusplus)
+extern "C"
+{
+#endif
+
+    int32_t throwing_lookup(void* context, const char* name, size_t length, mathexpr_value* value);
+    int32_t throwing_lookup16(void* context, const mathexpr_char16* name, size_t length, mathexpr_value* value);
+    void throwing_show(void* context, uint32_t id, const char* text, size_t length);
+    const char* throwing_get_name(void* context, uint32_t index);
+
+#if defined(__cplusplus)
+}
+#endif
