@@ -464,9 +464,9 @@ MATHEXPR_C_API mathexpr_status mathexpr_has_failed(const mathexpr_expression* ex
                                                    int32_t* failed) MATHEXPR_NOEXCEPT;
 
 /// Tells what went wrong. The failure is cleared by the next text that is compiled and by the next evaluation that
-/// runs a program; a call that answers a status of what the caller gave, or MATHEXPR_NO_PROGRAM, leaves it. What a
-/// callback did leaves no diagnostic. It is there when the call that failed returns; in show_message it may not be yet.
-/// Takes time in proportion to the text and to the number of names known.
+/// runs a program; a call that answers a status of what the caller gave, or MATHEXPR_NO_PROGRAM, leaves it. A lookup
+/// that ends a call leaves no diagnostic. It is there when the call that failed returns; in show_message it may not be
+/// yet. Takes time in proportion to the text and to the number of names known.
 /// @param diagnostic  its size is read, the rest filled
 /// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT, MATHEXPR_STALE_HANDLE, MATHEXPR_BUSY (in get_name), MATHEXPR_BAD_SIZE,
 ///         MATHEXPR_HOST_CALLBACK_THREW or MATHEXPR_HOST_CALLBACK_BAD_ANSWER (of get_name), MATHEXPR_OUT_OF_MEMORY

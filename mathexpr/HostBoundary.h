@@ -18,6 +18,18 @@ void handExceptionsOver(const HostRuntime& host) noexcept;
 /// Moves the count of exceptions that the host has thrown, and that have ended here, back to the host.
 void settleExceptions(const HostRuntime& host) noexcept;
 
+/// The library's count of exceptions, to be what it was when one has been caught that the host's run-time library may
+/// have counted up.
+class ExceptionCount
+{
+public:
+    ExceptionCount() noexcept;
+    void restore() const noexcept;
+
+private:
+    unsigned int count;
+};
+
 template <class Work>
 auto atHostBoundary(const HostRuntime& host, Work work)
 {
@@ -36,6 +48,11 @@ auto atHostBoundary(const HostRuntime& host, Work work)
 #else
 
 inline void settleExceptions(const HostRuntime&) noexcept {}
+
+struct ExceptionCount
+{
+    void restore() const noexcept {}
+};
 
 template <class Work>
 auto atHostBoundary(const HostRuntime&, Work work)

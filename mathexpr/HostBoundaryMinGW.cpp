@@ -44,3 +44,10 @@ void settleExceptions(const HostRuntime& host) noexcept
 {
     moveCount(host, 0);
 }
+
+ExceptionCount::ExceptionCount() noexcept : count(stateOf(abi::__cxa_get_globals()).uncaughtExceptions) {}
+
+void ExceptionCount::restore() const noexcept
+{
+    stateOf(abi::__cxa_get_globals()).uncaughtExceptions = count;
+}

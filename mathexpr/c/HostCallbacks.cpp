@@ -1,6 +1,7 @@
 // HostCallbacks.cpp - see HostCallbacks.h.
 #include "mathexpr/c/HostCallbacks.h"
 
+#include "mathexpr/HostBoundary.h"
 #include "mathexpr/ThreadMessageDisplay.h"
 #include "mathexpr/c/Values.h"
 
@@ -11,12 +12,14 @@ template <class Call>
 auto callHost(Call call)
 {
     const ThreadMessageDisplay processes(nullptr);
+    const ExceptionCount exceptions;
     try
     {
         return call();
     }
     catch (...)
     {
+        exceptions.restore();
         throw HostCallbackFailure{MATHEXPR_HOST_CALLBACK_THREW};
     }
 }

@@ -82,6 +82,9 @@ void test_lookup(void)
     CHECK_EQUAL(value.type, MATHEXPR_POINT);
     CHECK_NUMBER(value.z, 6.0);
 
+    /* A name that the host knows, but that cannot be a variable. */
+    CHECK_STATUS(mathexpr_evaluate_text_utf8(expression, "1+a.b", ZT, &value), MATHEXPR_DEFINITION_ERROR);
+    CHECK_TEXT(host.last, "a.b");
     host.answer = MATHEXPR_LOOKUP_NOT_KNOWN;
     CHECK_STATUS(mathexpr_evaluate_text_utf8(expression, "unk", ZT, &value), MATHEXPR_PARSING_ERROR);
     CHECK_TEXT(host.last, "unk");
