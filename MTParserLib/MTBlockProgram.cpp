@@ -189,7 +189,7 @@ MTBlockWorker::MTBlockWorker(const MTBlockProgram& blockProgram, const BulkResul
       args(blockProgram.mostOperands)
 {}
 
-void MTBlockWorker::evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status)
+bool MTBlockWorker::evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status)
 {
     readColumns(firstRow, nbRows);
     refused = false;
@@ -209,6 +209,7 @@ void MTBlockWorker::evaluate(std::size_t firstRow, std::size_t nbRows, std::uint
     {
         writeFailures(firstRow, nbRows, status);
     }
+    return !refused;
 }
 
 void MTBlockWorker::readColumns(std::size_t firstRow, std::size_t nbRows)
@@ -313,9 +314,13 @@ void MTBlockWorker::writeRows(std::size_t firstRow, std::size_t nbRows, std::uin
         if (status[row] == RowStatus::Done && !writer.write(firstRow + row, value))
         {
             status[row] = RowStatus::OtherKind;
+            refused = true;
         }
     }
-    writeFailures(firstRow, nbRows, status);
+    if (refused)
+    {
+        writeFailures(firstRow, nbRows, status);
+    }
 }
 
 void MTBlockWorker::writeFailures(std::size_t firstRow, std::size_t nbRows, const std::uint32_t* status)

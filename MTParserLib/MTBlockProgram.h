@@ -72,7 +72,7 @@ public:
     /// @param program  outlives this object
     MTBlockWorker(const MTBlockProgram& program, const BulkResults& results);
 
-    void evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
+    bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
 
 private:
     using Step = MTBlockProgram::Step;

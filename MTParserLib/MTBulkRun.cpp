@@ -26,16 +26,19 @@ class ConstantWorker final : public MTBulkWorker
 public:
     ConstantWorker(const VALTYPE& constant, const BulkResults& results) noexcept : value(constant), writer(results) {}
 
-    void evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override
+    bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override
     {
+        bool allDone = true;
         for (std::size_t j = 0; j < nbRows; ++j)
         {
             if (!writer.write(firstRow + j, value))
             {
                 status[j] = RowStatus::OtherKind;
                 writer.writeFailure(firstRow + j);
+                allDone = false;
             }
         }
+        return allDone;
     }
 
 private:
@@ -83,8 +86,8 @@ private:
     {
         std::array<std::uint32_t, MTBulkWorker::blockRows> block;
         std::fill_n(block.begin(), count, RowStatus::Done);
-        worker.evaluate(first, count, block.data());
-        for (std::size_t j = 0; j < count; ++j)
+        const bool allDone = worker.evaluate(first, count, block.data());
+        for (std::size_t j = 0; !allDone && j < count; ++j)
         {
             if (block[j] != RowStatus::Done && tally.nbFailed++ == 0)
             {

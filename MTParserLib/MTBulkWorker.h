@@ -22,7 +22,8 @@ public:
 
     /// Evaluates some rows, at most blockRows, and writes their results. Nothing is allocated.
     /// @param status  a RowStatus for each of these rows, all 0 on entry
-    virtual void evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) = 0;
+    /// @return whether all rows have a value
+    virtual bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) = 0;
 
     /// Few enough that the numbers of several operands stay in the processor's nearest cache, and so many that the
     /// work for a block itself does not show.

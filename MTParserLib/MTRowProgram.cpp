@@ -84,16 +84,19 @@ MTRowProgram::MTRowProgram(const MTParserProgram& program, std::span<const MTBou
     }
 }
 
-void MTRowProgram::evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status)
+bool MTRowProgram::evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status)
 {
+    bool allDone = true;
     for (std::size_t j = 0; j < nbRows; ++j)
     {
         status[j] = evaluateRow(firstRow + j);
         if (status[j] != RowStatus::Done)
         {
             writer.writeFailure(firstRow + j);
+            allDone = false;
         }
     }
+    return allDone;
 }
 
 std::uint32_t MTRowProgram::evaluateRow(std::size_t row)

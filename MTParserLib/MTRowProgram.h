@@ -19,7 +19,7 @@ public:
     MTRowProgram(const MTParserProgram& program, std::span<const MTBoundColumn> columns, const BulkResults& results);
 
     /// @throws what an item of the host throws, but for the exception with code 15
-    void evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
+    bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
 
 private:
     class Relocation;

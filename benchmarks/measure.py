@@ -4,6 +4,7 @@ Everything runs pinned to one processor. Evaluation: one process for each formul
 the engines at random. Compiling: each engine in a process of its own, in rounds, so that the engines alternate. Long
 texts: a process for each text, which may fail without harm to the others.
 """
+import contextlib
 import json
 import os
 import statistics
@@ -14,6 +15,7 @@ NATIVE = "native"
 OURS = "mathexpr"
 PEERS = ["muparser", "muparserx", "fparser", "fparser optimized", "luajit"]
 NB_FORMULAS = 18
+BULK_FORMULAS = [1, 4, 6, 7, 10, 15]
 SHAPES = ["flat", "nested", "right-nested"]
 TERMS = [100, 1000, 10_000, 100_000, 1_000_000]
 
@@ -74,6 +76,33 @@ class Programs:
             result[formula] = medians(rows, lambda name: name[1])
         return result
 
+    def bulk(self):
+        """{formula: {way: ns for a row}}: processor time on one thread, and elapsed time on one and on two."""
+        result = {}
+        for formula in BULK_FORMULAS:
+            self.progress(f"bulk {formula}")
+            rows = self.benchmark("benchmark_bulk", f"^{formula}/(native|mathexpr|row by row)$",
+                                  self.effort.evaluate_seconds, self.effort.evaluate_rounds)
+            result[formula] = {way: time for way, (time, _) in medians(rows, lambda name: name[1]).items()}
+        with self.on_all_processors():
+            for formula in BULK_FORMULAS:
+                self.progress(f"bulk on threads {formula}")
+                rows = self.benchmark("benchmark_bulk", f"^{formula}/. threads?/real_time$",
+                                      self.effort.evaluate_seconds, self.effort.evaluate_rounds)
+                elapsed = medians(rows, lambda name: name[1], "real_time")
+                result[formula].update({way: time for way, (time, _) in elapsed.items()})
+        return result
+
+    @contextlib.contextmanager
+    def on_all_processors(self):
+        """Programs started meanwhile are not pinned."""
+        pinned = os.sched_getaffinity(0)
+        os.sched_setaffinity(0, range(os.cpu_count()))
+        try:
+            yield
+        finally:
+            os.sched_setaffinity(0, pinned)
+
     def compile(self, engines):
         """{"compile/FORMULA" or "construct" or "oneshot/NUMBER": {engine: (ns, differing results)}}"""
         rows = []
@@ -123,13 +152,13 @@ class Programs:
         return {**reports[0], "first object, ns": {e: statistics.median(t[e] for t in first) for e in first[0]}}
 
 
-def medians(rows, engine_of):
-    """{engine: (median ns, differing results)} of the rows that are no errors."""
+def medians(rows, engine_of, time="cpu_time"):
+    """{engine: (median ns, differing results)} of the rows that are no errors; for each item where items are counted."""
     times, differing = {}, {}
     for row in rows:
         if row.get("error_occurred"):
             continue
         engine = engine_of(row["name"].split("/"))
-        times.setdefault(engine, []).append(row["cpu_time"])
+        times.setdefault(engine, []).append(row[time] / row.get("items", 1))
         differing[engine] = int(row.get("differing", 0))
     return {engine: (statistics.median(some), differing[engine]) for engine, some in times.items()}

@@ -7,6 +7,7 @@ from measure import NATIVE, OURS, PEERS, SHAPES, TERMS
 
 MARK = "~"  # a peer whose results are not native code's bit for bit
 MEAN_OF = range(1, 12)
+NESTED_ARITHMETIC = 4
 POLYNOMIAL = 10
 POINTS_WITH_TARGET = {14: "p+q*2", 15: "dist(p,q)"}
 
@@ -67,6 +68,19 @@ def evaluation_table(evaluated, titles):
     return table
 
 
+def bulk_table(bulk, titles):
+    table = Table("Bulk evaluation, ns for each row",
+                  ["formula", NATIVE, OURS, "row by row", "x native", "row by row x ours", "1 thread", "2 threads",
+                   "1 thread x 2"])
+    for formula, times in bulk.items():
+        figures = [number(times[way]) for way in [NATIVE, OURS, "row by row"]]
+        table.rows.append([f"{formula} {titles[f'formula {formula}']}", *figures,
+                           number(times[OURS] / times[NATIVE]), number(times["row by row"] / times[OURS]),
+                           number(times["1 thread"]), number(times["2 threads"]),
+                           number(times["1 thread"] / times["2 threads"])])
+    return table
+
+
 def compile_table(compiled, titles):
     table = Table("Compile and evaluate once on an existing object, ns",
                   ["formula", OURS, *PEERS, "x fparser", "muparser x ours"])
@@ -118,7 +132,7 @@ def geometric_mean(evaluated):
     return math.exp(statistics.fmean(math.log(ratio(evaluated[f], NATIVE)) for f in MEAN_OF))
 
 
-def summary(evaluated, compiled, scaled, resources):
+def summary(evaluated, bulk, compiled, scaled, resources):
     """The targets, each beside its figure. A target is an upper bound unless it is written with "at least"."""
     table = Table("Targets", ["what", "figure", "target", "reached"])
 
@@ -136,6 +150,9 @@ def summary(evaluated, compiled, scaled, resources):
     row("evaluate, polynomial, x native", ratio(evaluated[POLYNOMIAL], NATIVE), 6)
     for formula, title in POINTS_WITH_TARGET.items():
         row(f"evaluate, {title}, x native", ratio(evaluated[formula], NATIVE), 4)
+    nested = bulk[NESTED_ARITHMETIC]
+    row("bulk evaluation, ((x*2+y)*3-z)/(a+b*2), x native loop", nested[OURS] / nested[NATIVE], 2.5)
+    row("the same, evaluate for each row x bulk", nested["row by row"] / nested[OURS], 2, at_least=True)
     formulas = [compiled[f"compile/{f}"] for f in compiled_formulas(compiled)]
     row("compile and evaluate once, worst formula, x fparser", max(ratio(f, "fparser") for f in formulas), 1)
     row("compile and evaluate once, worst formula, muparser x ours",

@@ -26,6 +26,8 @@ def main():
     try:
         if arguments.only == "evaluate":
             tables = [evaluate_only(programs, arguments.formula)]
+        elif arguments.only == "bulk":
+            tables = [report.bulk_table(programs.bulk(), programs.titles)]
         else:
             tables = everything(programs)
     except measure.Failed as failure:
@@ -41,9 +43,9 @@ def parse_arguments():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("directory", help="where the benchmark programs are")
     parser.add_argument("--quick", action="store_true", help="within a minute, with more noise")
-    parser.add_argument("--only", choices=["evaluate"], help="measure evaluation alone")
+    parser.add_argument("--only", choices=["evaluate", "bulk"], help="measure evaluation alone")
     parser.add_argument("--formula", type=lambda text: [int(n) for n in text.split(",")],
-                        default=list(range(1, measure.NB_FORMULAS + 1)), help="with --only: numbers, such as 1,4")
+                        default=list(range(1, measure.NB_FORMULAS + 1)), help="with --only evaluate: numbers, such as 1,4")
     parser.add_argument("--cpu", type=int, default=max(os.sched_getaffinity(0)), help="the processor to run on")
     parser.add_argument("--page", help="the page to write; only a full run writes it")
     return parser.parse_args()
@@ -62,13 +64,15 @@ def evaluate_only(programs, formulas):
 def everything(programs):
     interpreters = [measure.OURS, *measure.PEERS]
     evaluated = programs.evaluate(range(1, measure.NB_FORMULAS + 1), [measure.NATIVE, *interpreters])
+    bulk = programs.bulk()
     compiled = programs.compile(interpreters)
     scaled = programs.scale(interpreters)
     resources = programs.resources()
     titles = programs.titles
-    return [report.evaluation_table(evaluated, titles), report.compile_table(compiled, titles),
+    return [report.evaluation_table(evaluated, titles), report.bulk_table(bulk, titles),
+            report.compile_table(compiled, titles),
             report.object_table(compiled, resources, titles), report.scale_table(scaled),
-            report.memory_table(resources), report.summary(evaluated, compiled, scaled, resources)]
+            report.memory_table(resources), report.summary(evaluated, bulk, compiled, scaled, resources)]
 
 
 def page(tables, cpu):

@@ -5,66 +5,76 @@
 #include "MTParserLib/MTBlockKernels.h"
 #include "MTParserLib/vocabulary/BuiltInKernels.h"
 
+#include <array>
 #include <cstdint>
 
 namespace blockkernels {
 
-template <MTBlockForm form>
-double first(const double* a, std::size_t row)
+/// Computes a result for each row. So many results at a time are computed before they are stored that compilers, who
+/// cannot know whether the arrays overlap, have a stretch without stores to vectorise.
+template <class Compute>
+void computeRows(double* result, std::size_t nbRows, Compute compute)
 {
-    return a[form == MTBlockForm::FirstUniform ? 0 : row];
+    constexpr std::size_t nbAtOnce = 8;
+    std::size_t row = 0;
+    for (; row + nbAtOnce <= nbRows; row += nbAtOnce)
+    {
+        std::array<double, nbAtOnce> computed;
+        for (std::size_t j = 0; j < nbAtOnce; ++j)
+        {
+            computed[j] = compute(row + j);
+        }
+        for (std::size_t j = 0; j < nbAtOnce; ++j)
+        {
+            result[row + j] = computed[j];
+        }
+    }
+    for (; row < nbRows; ++row)
+    {
+        result[row] = compute(row);
+    }
 }
 
-template <MTBlockForm form>
-double second(const double* b, std::size_t row)
+/// Whether something holds for any row. Written so that compilers vectorise it: there is no other way out of the loop.
+template <class Condition>
+bool holdsInAnyRow(std::size_t nbRows, Condition condition)
 {
-    return b[form == MTBlockForm::SecondUniform ? 0 : row];
+    std::int64_t holds = 0;
+    for (std::size_t row = 0; row < nbRows; ++row)
+    {
+        holds = condition(row) ? std::int64_t{1} : holds;
+    }
+    return holds != 0;
 }
 
 template <class Item>
 void computeUnary(const double* a, const double*, double* result, std::size_t nbRows)
 {
-    for (std::size_t row = 0; row < nbRows; ++row)
-    {
-        result[row] = Item::compute(a[row]);
-    }
+    computeRows(result, nbRows, [a](std::size_t row) { return Item::compute(a[row]); });
 }
 
 template <class Item, MTBlockForm form>
 void computeBinary(const double* a, const double* b, double* result, std::size_t nbRows)
 {
-    // Read before the loop, which could otherwise not know that it does not change them.
-    const double uniformA = *a;
-    const double uniformB = *b;
-    for (std::size_t row = 0; row < nbRows; ++row)
-    {
-        result[row] = Item::compute(form == MTBlockForm::FirstUniform ? uniformA : a[row],
-                                    form == MTBlockForm::SecondUniform ? uniformB : b[row]);
-    }
+    computeRows(result, nbRows, [a, b, uniformA = *a, uniformB = *b](std::size_t row) {
+        return Item::compute(form == MTBlockForm::FirstUniform ? uniformA : a[row],
+                             form == MTBlockForm::SecondUniform ? uniformB : b[row]);
+    });
 }
-
-// Rows are counted rather than searched for the first, so that the loop has no other way out.
 
 template <class Item>
 bool isUnaryOutside(const double* a, const double*, std::size_t nbRows)
 {
-    std::int64_t nbOutside = 0;
-    for (std::size_t row = 0; row < nbRows; ++row)
-    {
-        nbOutside += Item::isOutside(a[row]) ? 1 : 0;
-    }
-    return nbOutside != 0;
+    return holdsInAnyRow(nbRows, [a](std::size_t row) { return Item::isOutside(a[row]); });
 }
 
 template <class Item, MTBlockForm form>
 bool isBinaryOutside(const double* a, const double* b, std::size_t nbRows)
 {
-    std::int64_t nbOutside = 0;
-    for (std::size_t row = 0; row < nbRows; ++row)
-    {
-        nbOutside += Item::isOutside(first<form>(a, row), second<form>(b, row)) ? 1 : 0;
-    }
-    return nbOutside != 0;
+    return holdsInAnyRow(nbRows, [a, b](std::size_t row) {
+        return Item::isOutside(a[form == MTBlockForm::FirstUniform ? 0 : row],
+                               b[form == MTBlockForm::SecondUniform ? 0 : row]);
+    });
 }
 
 template <class Item>

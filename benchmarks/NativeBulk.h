@@ -1,0 +1,26 @@
+// NativeBulk.h - some of the formulas in C++ as loops over columns: the limit of bulk evaluation. Compiled with g++
+// -O2, in a translation unit of their own.
+#pragma once
+
+#include "benchmarks/Inputs.h"
+
+#include <cstddef>
+#include <vector>
+
+/// A column for each of the scalars, and for each of the points.
+struct Columns
+{
+    std::vector<double> x, y, z, a, b, r;
+    std::vector<Point> p, q;
+};
+
+namespace nativebulk {
+
+void increment(const Columns& in, double* results, std::size_t nbRows);
+void nestedArithmetic(const Columns& in, double* results, std::size_t nbRows);
+void lengthByProducts(const Columns& in, double* results, std::size_t nbRows);
+void trigonometry(const Columns& in, double* results, std::size_t nbRows);
+void polynomial(const Columns& in, double* results, std::size_t nbRows);
+void distance(const Columns& in, double* results, std::size_t nbRows);
+
+}
