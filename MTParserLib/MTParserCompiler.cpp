@@ -56,7 +56,7 @@ MTParserCompiler::MTParserCompiler(MTParserRegistrar& registrar, bool showMessag
 
 bool MTParserCompiler::compile(const wchar_t* given, std::wstring& assignTarget)
 {
-    emitter.clear();
+    emitter.begin(!registrar.callsHost());
     clearFailure();
     usedVariables.clear();
     ++compilation;
@@ -217,9 +217,7 @@ bool MTParserCompiler::compileFunctionName(std::wstring_view token, std::uint32_
     }
     markPending();
     setKind(Token::Function);
-    StackRecord record{StackRecord::Kind::Function, functionPrecedence, position};
-    record.firstOverload = firstOverload;
-    stack.push_back(record);
+    stack.push_back({StackRecord::Kind::Function, false, functionPrecedence, position, 0, firstOverload});
     return true;
 }
 
@@ -338,7 +336,7 @@ bool MTParserCompiler::openBracket(std::uint32_t position, wchar_t next)
     {
         nearest->argumentPending = false;
     }
-    stack.push_back(StackRecord{StackRecord::Kind::OpenBracket, openBracketPrecedence, position});
+    stack.push_back({StackRecord::Kind::OpenBracket, false, openBracketPrecedence, position, 0, 0});
     if (levels.back().current == Token::Function)
     {
         emitter.emitPlaceholder(position);
@@ -431,11 +429,11 @@ bool MTParserCompiler::compileOperator(std::wstring_view symbol, std::uint32_t p
         return fail(CompileError::operandMissing, __LINE__, static_cast<std::uint32_t>(span.end - 1), span);
     }
 
-    const MTOperatorDefinition& definition = registrar.getOperatorDefinition(index);
-    const std::int32_t precedence = definition.precedence;
+    const std::int32_t precedence = registrar.getOperatorDefinition(index).precedence;
     // A waiting unary operator stays when one of its own precedence follows: that one and its operand belong to it.
     const bool staysUnderEqual = !stack.empty() && stack.back().kind == StackRecord::Kind::Operator &&
-                                 stack.back().precedence == precedence && stack.back().operatorDefinition->unary;
+                                 stack.back().precedence == precedence &&
+                                 registrar.getOperatorDefinition(stack.back().definition).unary;
     const std::int32_t leaving = staysUnderEqual ? precedence + 1 : precedence;
     std::size_t nbEmitted = 0;
     if (!emitWhile([leaving](const StackRecord& top) { return leaving <= top.precedence; }, nbEmitted))
@@ -443,10 +441,7 @@ bool MTParserCompiler::compileOperator(std::wstring_view symbol, std::uint32_t p
         return false;
     }
 
-    StackRecord record{StackRecord::Kind::Operator, precedence, position};
-    record.nbArgs = unary ? 1 : 2;
-    record.operatorDefinition = &definition;
-    stack.push_back(record);
+    stack.push_back({StackRecord::Kind::Operator, false, precedence, position, unary ? 1U : 2U, index});
     return true;
 }
 
@@ -471,10 +466,10 @@ bool MTParserCompiler::emit(const StackRecord& record)
     const MTFunctionDefinition* function = nullptr;
     if (record.kind == StackRecord::Kind::Function)
     {
-        const std::size_t overload = registrar.findOverload(record.firstOverload, record.nbArgs);
+        const std::size_t overload = registrar.findOverload(record.definition, record.nbArgs);
         if (overload == MTParserRegistrar::notFound)
         {
-            const std::wstring& symbol = registrar.getFunctionDefinition(record.firstOverload).symbol;
+            const std::wstring& symbol = registrar.getFunctionDefinition(record.definition).symbol;
             return fail(CompileError::noOverload, __LINE__, record.position, spanOf(record), symbol, record.nbArgs);
         }
         function = &registrar.getFunctionDefinition(overload);
@@ -489,7 +484,7 @@ bool MTParserCompiler::emit(const StackRecord& record)
         }
         else
         {
-            const MTOperatorDefinition& definition = *record.operatorDefinition;
+            const MTOperatorDefinition& definition = registrar.getOperatorDefinition(record.definition);
             emission = emitter.emitOperator(*definition.item, *definition.kernels, record.nbArgs, record.position);
         }
     }
@@ -537,9 +532,9 @@ MTSpan MTParserCompiler::spanOf(const StackRecord& record) const noexcept
     switch (record.kind)
     {
     case StackRecord::Kind::Function:
-        return spanOfToken(registrar.getFunctionDefinition(record.firstOverload).symbol, record.position);
+        return spanOfToken(registrar.getFunctionDefinition(record.definition).symbol, record.position);
     case StackRecord::Kind::Operator:
-        return {record.position, record.position + record.operatorDefinition->symbol.size()};
+        return {record.position, record.position + registrar.getOperatorDefinition(record.definition).symbol.size()};
     default:
         return {record.position, record.position + 1};
     }

@@ -116,12 +116,11 @@ private:
             Function,
         };
         Kind kind;
+        bool argumentPending;
         std::int32_t precedence;
         std::uint32_t position;
-        bool argumentPending = false;
-        std::uint32_t nbArgs = 0;                                  // a function's grows as its arguments are read
-        const MTOperatorDefinition* operatorDefinition = nullptr;  // of an operator
-        std::size_t firstOverload = MTParserRegistrar::notFound;   // of a function
+        std::uint32_t nbArgs;    // a function's grows as its arguments are read
+        std::size_t definition;  // the operator's, or that of a function's first overload
     };
 
     bool checkLimits(const wchar_t* typed);

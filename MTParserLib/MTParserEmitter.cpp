@@ -1,4 +1,4 @@
-// MTParserEmitter.cpp - one walk over the operands of each emitted record, from the last to the first.
+// MTParserEmitter.cpp - the stack of operands, and the steps that they become.
 #include "MTParserLib/MTParserEmitter.h"
 
 #include "MTParserLib/MTValueCopy.h"
@@ -14,45 +14,61 @@ bool copyValue(const MTProgramStep& step, bool)
     return true;
 }
 
-const VALTYPE* secondOf(const VALTYPE* args, std::uint32_t nbArgs) noexcept
+MTProgramStep copyingStep(const IMathExprItemEvaluator* variable, const VALTYPE* value, std::uint32_t position)
 {
-    return nbArgs > 1 ? args + 1 : nullptr;
+    return {copyValue, variable, nullptr, value, nullptr, nullptr, 0, position};
 }
 
 }
 
-void MTParserEmitter::clear() noexcept
+void MTParserEmitter::begin(bool readsInPlace) noexcept
 {
-    records.clear();
-    callsHost = false;
+    variablesInPlace = readsInPlace;
+    waiting.clear();
     program.clear();
 }
 
-MTParserEmitter::Record& MTParserEmitter::append(Kind kind, const MTProgramStep& step, std::size_t firstRecord)
+MTParserEmitter::Operand& MTParserEmitter::push(Kind kind, std::uint32_t position)
 {
-    return records.emplace_back(Record{step, step.first, firstRecord, kind, VALTYPE{}});
+    Operand& operand = waiting.emplace_back();
+    operand.kind = kind;
+    operand.position = position;
+    return operand;
+}
+
+void MTParserEmitter::pushResult(const MTProgramStep& step)
+{
+    push(Kind::Result, step.position).step = program.steps.size();
+    program.steps.push_back(step);
 }
 
 void MTParserEmitter::emitConstant(const VALTYPE& value, std::uint32_t position)
 {
-    append(Kind::Constant, {nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0, position}, records.size()).value =
-        value;
+    push(Kind::Constant, position).value = value;
 }
 
 void MTParserEmitter::emitVariable(const IMathExprItemEvaluator& variable, const VALTYPE* valueInPlace,
                                    std::uint32_t position)
 {
-    const bool inPlace = valueInPlace != nullptr;
-    callsHost = callsHost || !inPlace;
-    append(inPlace ? Kind::Variable : Kind::Item,
-           {inPlace ? copyValue : virtualKernels.evaluate, &variable, nullptr, valueInPlace, nullptr, nullptr, 0,
-            position},
-           records.size());
+    if (variablesInPlace)
+    {
+        Operand& operand = push(Kind::Variable, position);
+        operand.variable = &variable;
+        operand.valueInPlace = valueInPlace;
+    }
+    else if (valueInPlace != nullptr)
+    {
+        pushResult(copyingStep(&variable, valueInPlace, position));
+    }
+    else
+    {
+        pushResult({virtualKernels.evaluate, &variable, nullptr, nullptr, nullptr, nullptr, 0, position});
+    }
 }
 
 void MTParserEmitter::emitPlaceholder(std::uint32_t position)
 {
-    append(Kind::Placeholder, {nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0, position}, records.size());
+    push(Kind::Placeholder, position);
 }
 
 MTEmission MTParserEmitter::emitOperator(const IMathExprItemEvaluator& item, const MTItemKernels& kernels,
@@ -70,39 +86,22 @@ MTEmission MTParserEmitter::emitCall(const IMathExprItemEvaluator& item, const M
 MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
                                  std::uint32_t position, bool isCall)
 {
-    const MTSlotArena::Mark slotsBefore = program.slots.mark();
-    VALTYPE* const args = program.slots.allocate(nbArgs);
-    VALTYPE folded;
-    MTProgramStep step{kernels.evaluate,       &item,   kernels.numbers, args,
-                       secondOf(args, nbArgs), &folded, nbArgs,          position};
-    callsHost = callsHost || kernels.evaluate == virtualKernels.evaluate;
-
     bool foldable = item.isConstant();
-    std::size_t end = records.size();
-    for (std::uint32_t j = nbArgs; j-- > 0;)
+    std::size_t end = waiting.size();
+    for (std::uint32_t j = 0; j < nbArgs; ++j)
     {
-        if (end == 0 || records[end - 1].kind == Kind::Placeholder)
+        if (end == 0 || waiting[end - 1].kind == Kind::Placeholder)
         {
             return operandMissing(end);
         }
-        Record& operand = records[end - 1];
-        operand.step.destination = &args[j];
-        if (operand.kind == Kind::Constant)
-        {
-            args[j] = operand.value;
-        }
-        else
-        {
-            foldable = false;
-        }
-        if (operand.kind == Kind::Variable && kernels.readsInPlace)
-        {
-            (j == 0 ? step.first : step.second) = operand.step.first;
-            operand.kind = Kind::VariableRead;
-        }
-        end = operand.firstRecord;
+        --end;
+        foldable = foldable && waiting[end].kind == Kind::Constant;
     }
 
+    VALTYPE folded;
+    MTProgramStep step{kernels.evaluate, &item, kernels.numbers, nullptr, nullptr, &folded, nbArgs, position};
+    const MTSlotArena::Mark slotsBefore = program.slots.mark();
+    setOperands(step, waiting.data() + end, kernels);
     // The item meets an all-zero result, and is asked before the beginning of the call is looked for: its refusal wins.
     if (foldable && !kernels.evaluate(step, showMessages))
     {
@@ -110,78 +109,101 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
     }
     if (isCall)
     {
-        if (end == 0 || records[end - 1].kind != Kind::Placeholder)
+        if (end == 0 || waiting[end - 1].kind != Kind::Placeholder)
         {
             return operandMissing(end);
         }
         --end;
     }
 
+    waiting.resize(end);
     if (foldable)
     {
-        records.erase(records.begin() + static_cast<std::ptrdiff_t>(end), records.end());
         program.slots.release(slotsBefore);
         emitConstant(folded, position);
     }
     else
     {
         step.destination = nullptr;
-        append(Kind::Item, step, end).slots = args;
+        pushResult(step);
     }
     return {};
 }
 
 MTEmission MTParserEmitter::operandMissing(std::size_t end) const
 {
-    const std::uint32_t position = end == 0 ? MTEmission::noRecord : records[end - 1].step.position;
+    const std::uint32_t position = end == 0 ? MTEmission::noRecord : waiting[end - 1].position;
     return {MTEmission::Outcome::OperandMissing, position};
+}
+
+void MTParserEmitter::setOperands(MTProgramStep& step, const Operand* operands, const MTItemKernels& kernels)
+{
+    if (kernels.readsInPlace)
+    {
+        step.first = placeOf(operands[0]);
+        step.second = step.nbArgs > 1 ? placeOf(operands[1]) : nullptr;
+        return;
+    }
+    VALTYPE* const args = program.slots.allocate(step.nbArgs);
+    for (std::uint32_t j = 0; j < step.nbArgs; ++j)
+    {
+        bring(operands[j], args[j]);
+    }
+    step.first = args;
+    step.second = step.nbArgs > 1 ? args + 1 : nullptr;
+}
+
+const VALTYPE* MTParserEmitter::placeOf(const Operand& operand)
+{
+    if (operand.kind == Kind::Variable)
+    {
+        return operand.valueInPlace;
+    }
+    VALTYPE* const slot = program.slots.allocate(1);
+    bring(operand, *slot);
+    return slot;
+}
+
+/// Sees to it that the operand stands in a slot when the program comes to its consumer.
+void MTParserEmitter::bring(const Operand& operand, VALTYPE& slot)
+{
+    switch (operand.kind)
+    {
+    case Kind::Constant:
+        slot = operand.value;
+        break;
+    case Kind::Variable:
+        program.steps.push_back(copyingStep(operand.variable, operand.valueInPlace, operand.position));
+        program.steps.back().destination = &slot;
+        break;
+    case Kind::Result:
+        program.steps[operand.step].destination = &slot;
+        break;
+    case Kind::Placeholder:
+        break;
+    }
 }
 
 bool MTParserEmitter::finish()
 {
-    const auto last = std::find_if(records.rbegin(), records.rend(),
-                                   [](const Record& record) { return record.kind != Kind::Placeholder; });
-    if (last == records.rend())
+    const auto last = std::find_if(waiting.rbegin(), waiting.rend(),
+                                   [](const Operand& operand) { return operand.kind != Kind::Placeholder; });
+    if (last == waiting.rend())
     {
         return false;
     }
-    if (callsHost)
-    {
-        copyAllVariables();
-    }
     VALTYPE* const root = program.slots.allocate(1);
-    for (Record& record : records)
+    bring(*last, *root);
+    // A result that nothing consumes has to go somewhere: its step may refuse its arguments all the same.
+    for (auto other = std::next(last); other != waiting.rend(); ++other)
     {
-        // What stands in its place already is no step, and a constant without a consumer is of no use to anybody.
-        if (record.kind != Kind::Item && record.kind != Kind::Variable)
+        if (other->kind == Kind::Result)
         {
-            continue;
+            bring(*other, *program.slots.allocate(1));
         }
-        if (record.step.destination == nullptr)
-        {
-            record.step.destination = &record == &*last ? root : program.slots.allocate(1);
-        }
-        program.steps.push_back(record.step);
     }
-    *root = last->value;
     program.rootIsConstant = last->kind == Kind::Constant;
     program.root = root;
     program.numbers.prepare(program);
     return true;
-}
-
-void MTParserEmitter::copyAllVariables() noexcept
-{
-    for (Record& record : records)
-    {
-        if (record.kind == Kind::VariableRead)
-        {
-            record.kind = Kind::Variable;
-        }
-        else if (record.kind == Kind::Item)
-        {
-            record.step.first = record.slots;
-            record.step.second = secondOf(record.slots, record.step.nbArgs);
-        }
-    }
 }

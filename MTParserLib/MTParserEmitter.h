@@ -1,8 +1,9 @@
-// MTParserEmitter.h - appends records to a program, wires each to its operands, and folds what is constant.
+// MTParserEmitter.h - appends steps to a program, wires each to its operands, and folds what is constant.
 //
-// An operand is found through the extent of the sub-program that ends before it, so that the work for a record grows
-// with the number of its operands and not with what lies below them. A record whose item depends on its arguments
-// alone, and whose arguments are all constant, is computed at once and takes the place of its whole sub-program.
+// What has been emitted and not been consumed yet waits on a stack: a constant, a variable, the result of a step. An
+// item takes its operands from the top and leaves its result there, so that the work for a record grows with the number
+// of its operands and not with the length of the program. An item that depends on its arguments alone, and whose
+// arguments are all constant, is computed at once and never becomes a step.
 #pragma once
 
 #include "MTParserLib/MTParserProgram.h"
@@ -36,7 +37,8 @@ public:
     MTParserEmitter(MTParserProgram& target, bool mayShow) noexcept : program(target), showMessages(mayShow) {}
 
     /// Forgets what was emitted and empties the program.
-    void clear() noexcept;
+    /// @param readsInPlace  whether variables may be read when they are consumed: no item of the host's runs on the way
+    void begin(bool readsInPlace) noexcept;
 
     void emitConstant(const VALTYPE& value, std::uint32_t position);
 
@@ -61,30 +63,34 @@ public:
 private:
     enum class Kind : std::uint8_t
     {
-        Constant,      // the value is known: a literal, a constant, or a folded record
-        Item,          // evaluated each time
-        Variable,      // read where its value stands, or copied to where it is consumed
-        VariableRead,  // consumed by an item that reads it in place
-        Placeholder,   // where the arguments of a call begin
+        Constant,     // the value is known: a literal, a constant, or what was folded
+        Variable,     // to be read where its value stands
+        Result,       // of a step
+        Placeholder,  // where the arguments of a call begin
     };
 
-    struct Record
+    /// What waits for its consumer.
+    struct Operand
     {
-        MTProgramStep step;       // of an item or a variable; its destination is null until a record consumes it
-        const VALTYPE* slots;     // of an item: where its arguments can stand side by side
-        std::size_t firstRecord;  // where the sub-program that ends here begins
         Kind kind;
+        std::uint32_t position;
+        std::size_t step;                        // the index, of a result
+        const IMathExprItemEvaluator* variable;  // and where its value stands:
+        const VALTYPE* valueInPlace;
         VALTYPE value;  // of a constant
     };
 
     MTEmission emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
                     std::uint32_t position, bool isCall);
     MTEmission operandMissing(std::size_t end) const;
-    Record& append(Kind kind, const MTProgramStep& step, std::size_t firstRecord);
-    void copyAllVariables() noexcept;
+    void setOperands(MTProgramStep& step, const Operand* operands, const MTItemKernels& kernels);
+    const VALTYPE* placeOf(const Operand& operand);
+    void bring(const Operand& operand, VALTYPE& slot);
+    Operand& push(Kind kind, std::uint32_t position);
+    void pushResult(const MTProgramStep& step);
 
     MTParserProgram& program;
     const bool showMessages;
-    std::vector<Record> records;
-    bool callsHost = false;  // an item or a variable is known by its interface only
+    bool variablesInPlace = false;
+    std::vector<Operand> waiting;
 };

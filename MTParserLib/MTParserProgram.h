@@ -6,8 +6,8 @@
 //
 // What already stands somewhere is no step: constants stand in the slots that consume them, and the value of a variable
 // is read where the variable keeps it. A variable is a step of its own, which copies it to its destination, only where
-// that can be told from reading it in place: where its class is the host's; where a step of the host's runs in the same
-// program, and might change variables on the way; and where the consumer needs its arguments side by side.
+// its consumer needs its arguments side by side, and where code of the host's may run in a program and change variables
+// on the way.
 #pragma once
 
 #include "MTParserLib/MTItemKernels.h"

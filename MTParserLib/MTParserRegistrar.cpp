@@ -75,6 +75,7 @@ struct MTParserRegistrar::Definitions
     std::vector<Constant> constants;
     MTNameIndex constantIndex;
     bool everyNameIsPlain = true;  // of functions and constants
+    bool hasHostItems = false;     // operators or functions that are known by their interface only
     SyntaxCharacters syntax;
     MTPlainCharacters plainCharacters;
     std::array<std::size_t, 128> firstOperator;  // whose symbol begins with an ASCII character
@@ -221,6 +222,7 @@ void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned, const MT
         std::find_if(own.operators.begin(), own.operators.end(), [&](const MTOperatorDefinition& defined) {
             return defined.symbol.size() < definition.symbol.size();
         });
+    own.hasHostItems = own.hasHostItems || kernels.evaluate == virtualKernels.evaluate;
     own.operators.insert(firstShorter, std::move(definition));
     own.indexCharacters();
 }
@@ -286,6 +288,7 @@ void MTParserRegistrar::defineFunction(IMathFunction* item, bool owned, const MT
         own.functions[last].nextOverload = index;
     }
     own.everyNameIsPlain = own.everyNameIsPlain && platform::isPlainName(definition.symbol);
+    own.hasHostItems = own.hasHostItems || kernels.evaluate == virtualKernels.evaluate;
     own.functions.push_back(std::move(definition));
 }
 
@@ -368,6 +371,7 @@ void MTParserRegistrar::defineVariable(IMathVariable* item, bool inPlace)
         reserveOneMore(variables);
         variableIndex.reserveOneMore();
         variableIndex.insert(MTNameIndex::hash(definition.name), variables.size());
+        hasHostVariables = hasHostVariables || !inPlace;
         variables.push_back(std::move(definition));
     }
     catch (DefinitionException& exception)
@@ -475,6 +479,11 @@ const MTOperatorDefinition& MTParserRegistrar::getOperatorDefinition(std::size_t
 const MTFunctionDefinition& MTParserRegistrar::getFunctionDefinition(std::size_t index) const noexcept
 {
     return definitions->functions[index];
+}
+
+bool MTParserRegistrar::callsHost() const noexcept
+{
+    return definitions->hasHostItems || hasHostVariables || (variableFactory != nullptr && !factoryMakesInPlace);
 }
 
 const MTPlainCharacters& MTParserRegistrar::getPlainCharacters() const noexcept

@@ -148,6 +148,10 @@ public:
     const MTFunctionDefinition& getFunctionDefinition(std::size_t index) const noexcept;
     const MTVariableDefinition& getVariableDefinition(std::size_t index) const noexcept { return variables[index]; }
 
+    /// Whether a program may come to run code of the host's: an item or a variable of a class that is not the
+    /// library's, defined already or made by the factory later.
+    bool callsHost() const noexcept;
+
     /// Which characters can only be part of a name or number.
     const MTPlainCharacters& getPlainCharacters() const noexcept;
     /// Whether the text begins with the symbol of an operator; the longest that matches wins.
@@ -198,4 +202,5 @@ private:
     MTNameIndex variableIndex;
     IMathVariableFactory* variableFactory = nullptr;
     bool factoryMakesInPlace = false;
+    bool hasHostVariables = false;  // or has had some
 };
