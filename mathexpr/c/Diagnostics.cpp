@@ -65,9 +65,7 @@ mathexpr_status getDiagnostic(mathexpr_expression* handle, typename Encoding::Di
         }
         const Mark asked(expression.host->isAskedForNames);
         const ExpressionDiagnostic own = ExpressionDiagnostics(expression.object()).get();
-        std::unique_ptr<const DiagnosticTexts<Encoding>> texts(new DiagnosticTexts<Encoding>{
-            Encoding::encode(own.text), Encoding::encode(own.itemName), Encoding::encode(own.conflictItemName),
-            own.acceptedNbArgs, TextList<Encoding>(own.suggestions)});
+        auto texts = std::make_unique<const DiagnosticTexts<Encoding>>(own);
         const std::wstring_view typed = EngineAccess::compilerOf(expression.object()).getTypedText();
         writeStructure(describe<Encoding>(own, *texts, typed), diagnostic);
         expression.template answers<Encoding>().diagnostic = std::move(texts);

@@ -3,6 +3,7 @@
 
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/EngineAccess.h"
+#include "mathexpr/ExpressionDiagnostic.h"
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/ThreadMessageDisplay.h"
 #include "mathexpr/c/Boundary.h"
@@ -46,6 +47,12 @@ private:
 template <class Encoding>
 struct DiagnosticTexts
 {
+    explicit DiagnosticTexts(const ExpressionDiagnostic& own)
+        : text(Encoding::encode(own.text)), itemName(Encoding::encode(own.itemName)),
+          conflictName(Encoding::encode(own.conflictItemName)), acceptedNbArgs(own.acceptedNbArgs),
+          suggestions(own.suggestions)
+    {}
+
     typename Encoding::Text text;
     typename Encoding::Text itemName;
     typename Encoding::Text conflictName;

@@ -1,0 +1,60 @@
+// ThreadTests.cpp - expressions of different threads do not meet: neither their handles nor where their messages go.
+#include <mathexpr.h>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <vector>
+
+namespace {
+
+void countMessage(void* context, std::uint32_t, const char*, std::size_t)
+{
+    ++*static_cast<int*>(context);
+}
+
+/// @return how many of the values and messages were right
+int useExpressions(int thread)
+{
+    int nbRight = 0;
+    for (int time = 0; time < 200; ++time)
+    {
+        int nbMessages = 0;
+        mathexpr_options_utf8 options{};
+        options.size = sizeof(options);
+        options.flags = MATHEXPR_SHOW_MESSAGES;
+        options.context = &nbMessages;
+        options.show_message = countMessage;
+        mathexpr_expression* expression = nullptr;
+        mathexpr_create_utf8(&options, &expression);
+        const mathexpr_value value{MATHEXPR_NUMBER, 0, 0, 0, static_cast<double>(thread), 0.0, 0.0};
+        mathexpr_set_variable_utf8(expression, "thread", MATHEXPR_ZERO_TERMINATED, &value, nullptr);
+        mathexpr_value result{};
+        mathexpr_evaluate_text_utf8(expression, "thread*2", MATHEXPR_ZERO_TERMINATED, &result);
+        mathexpr_evaluate_text_utf8(expression, "thread/0", MATHEXPR_ZERO_TERMINATED, &result);
+        mathexpr_vocabulary_item_utf16 item{};
+        item.size = sizeof(item);
+        mathexpr_get_vocabulary_item_utf16(0, &item);
+        mathexpr_destroy(expression);
+        nbRight += result.x == thread * 2.0 && nbMessages == 1 && item.symbol != nullptr ? 1 : 0;
+    }
+    return nbRight;
+}
+
+TEST(Threads, UseExpressionsOfTheirOwn)
+{
+    std::vector<int> nbRight(4, 0);
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread)
+    {
+        threads.emplace_back(
+            [&nbRight, thread] { nbRight[static_cast<std::size_t>(thread)] = useExpressions(thread); });
+    }
+    for (std::thread& thread : threads)
+    {
+        thread.join();
+    }
+    EXPECT_EQ(nbRight, std::vector<int>(4, 200));
+}
+
+}
