@@ -51,13 +51,7 @@ mathexpr_status evaluate(mathexpr_expression& expression, mathexpr_value* value)
     {
         return MATHEXPR_NO_PROGRAM;
     }
-    VALTYPE result;
-    const mathexpr_status status = attempt(expression, [&] { return expression.plain->evaluate(result); });
-    if (status == MATHEXPR_OK)
-    {
-        *value = toHost(result);
-    }
-    return status;
+    return attempt(expression, [&] { return expression.plain->evaluate(inPlace(*value)); });
 }
 
 template <class Encoding>
@@ -101,19 +95,10 @@ mathexpr_status calculate(mathexpr_expression* handle, const typename Encoding::
             return MATHEXPR_WRONG_KIND;
         }
         std::wstring wide;
-        mathexpr_status status = takeText<Encoding>(text, length, wide);
-        if (status != MATHEXPR_OK)
-        {
-            return status;
-        }
-        VALTYPE result;
-        status =
-            attempt(expression, [&] { return expression.calculator->Calculate(wide.c_str(), result, maxInteger); });
-        if (status == MATHEXPR_OK)
-        {
-            *value = toHost(result);
-        }
-        return status;
+        const mathexpr_status status = takeText<Encoding>(text, length, wide);
+        return status != MATHEXPR_OK ? status : attempt(expression, [&] {
+            return expression.calculator->Calculate(wide.c_str(), inPlace(*value), maxInteger);
+        });
     });
 }
 

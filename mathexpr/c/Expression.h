@@ -137,7 +137,11 @@ mathexpr_status changeExpression(mathexpr_expression* handle, Work work) noexcep
             return MATHEXPR_BUSY;
         }
         const Mark underWay(host.isCalled);
-        const ThreadMessageDisplay display(&host.display());
+        std::optional<ThreadMessageDisplay> display;
+        if (host.display().show != nullptr)
+        {
+            display.emplace(&host.display());
+        }
         return work(expression);
     });
 }

@@ -5,7 +5,6 @@
 
 #include <mathexpr.h>
 
-#include <bit>
 #include <cstddef>
 
 static_assert(sizeof(mathexpr_value) == sizeof(VALTYPE) && alignof(mathexpr_value) == alignof(VALTYPE));
@@ -20,9 +19,15 @@ inline bool isNumberOrPoint(const mathexpr_value& value) noexcept
     return value.type <= MATHEXPR_POINT && value.flag <= 1;
 }
 
-inline mathexpr_value toHost(const VALTYPE& value) noexcept
+/// A record of one side as the other side's, for it to read and write.
+inline VALTYPE& inPlace(mathexpr_value& value) noexcept
 {
-    return std::bit_cast<mathexpr_value>(value);
+    return reinterpret_cast<VALTYPE&>(value);
+}
+
+inline mathexpr_value& inPlace(VALTYPE& value) noexcept
+{
+    return reinterpret_cast<mathexpr_value&>(value);
 }
 
 /// What the library does not read becomes zero, as it is in its own values.

@@ -70,13 +70,7 @@ mathexpr_status getVariable(const mathexpr_expression* handle, const typename En
         }
         return withName<Encoding>(expression, name, length,
                                   [value](ExpressionVariables& variables, const wchar_t* wide) {
-                                      VALTYPE held;
-                                      if (!variables.get(wide, held))
-                                      {
-                                          return MATHEXPR_NOT_FOUND;
-                                      }
-                                      *value = toHost(held);
-                                      return MATHEXPR_OK;
+                                      return variables.get(wide, inPlace(*value)) ? MATHEXPR_OK : MATHEXPR_NOT_FOUND;
                                   });
     });
 }
@@ -158,7 +152,7 @@ mathexpr_status getAddress(mathexpr_expression* handle, const typename Encoding:
                                       {
                                           return MATHEXPR_NOT_FOUND;
                                       }
-                                      *address = reinterpret_cast<mathexpr_value*>(held);
+                                      *address = &inPlace(*held);
                                       return MATHEXPR_OK;
                                   });
     });
