@@ -1,0 +1,86 @@
+// FailingMemory.cpp - the global operator new of the program, which the shared library uses too. Worker threads
+// allocate as well, so that the counts are atomic.
+#include "tests/robustness/FailingMemory.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::atomic<std::size_t> alive = 0;
+std::atomic<std::size_t> made = 0;
+std::atomic<std::size_t> firstToFail = 0;  // 0: none
+std::atomic<std::size_t> lastToFail = 0;
+
+void* allocate(std::size_t size)
+{
+    const std::size_t count = ++made;
+    const bool fails = firstToFail != 0 && count >= firstToFail && count <= lastToFail;
+    void* const memory = fails ? nullptr : std::malloc(size == 0 ? 1 : size);
+    alive += memory != nullptr ? 1 : 0;
+    return memory;
+}
+
+void release(void* memory) noexcept
+{
+    alive -= memory != nullptr ? 1 : 0;
+    std::free(memory);
+}
+
+}
+
+void* operator new(std::size_t size)
+{
+    if (void* const memory = allocate(size))
+    {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return allocate(size);
+}
+
+void operator delete(void* memory) noexcept
+{
+    release(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept
+{
+    release(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t&) noexcept
+{
+    release(memory);
+}
+
+namespace memory {
+
+Shortage::Shortage(std::size_t n, Failing failing) noexcept
+{
+    made = 0;
+    lastToFail = failing == Failing::Once ? n : static_cast<std::size_t>(-1);
+    firstToFail = n;
+}
+
+Shortage::~Shortage()
+{
+    firstToFail = 0;
+}
+
+bool Shortage::wasFelt() const noexcept
+{
+    return made >= firstToFail;
+}
+
+std::size_t nbAlive() noexcept
+{
+    return alive;
+}
+
+}

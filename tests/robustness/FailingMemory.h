@@ -1,0 +1,31 @@
+// FailingMemory.h - lets chosen allocations of this program and of the shared library fail, and counts what is alive.
+#pragma once
+
+#include <cstddef>
+
+namespace memory {
+
+/// Which allocations fail, counted from 1 on.
+enum class Failing
+{
+    Once,        ///< The n-th alone.
+    FromThenOn,  ///< The n-th and all after it.
+};
+
+/// While one lives, allocations fail as it was told.
+class Shortage
+{
+public:
+    Shortage(std::size_t n, Failing failing) noexcept;
+    Shortage(const Shortage&) = delete;
+    Shortage& operator=(const Shortage&) = delete;
+    ~Shortage();
+
+    /// Whether an allocation has failed.
+    bool wasFelt() const noexcept;
+};
+
+/// How many allocations have not been released.
+std::size_t nbAlive() noexcept;
+
+}
