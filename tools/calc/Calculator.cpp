@@ -136,6 +136,12 @@ Answer Calculator::compute(std::string_view expression)
     return answer;
 }
 
+MathExpression& Calculator::expression()
+{
+    prepareObject();
+    return *expressionObject;
+}
+
 void Calculator::run(const std::wstring& text, Answer& answer)
 {
     prepareObject();

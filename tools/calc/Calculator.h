@@ -26,6 +26,9 @@ public:
     /// Computes one expression, UTF-8. Nothing that the library throws comes out; a failure is in the answer.
     Answer compute(std::string_view expression);
 
+    /// The expression object; not for one-shot calculation.
+    MathExpression& expression();
+
 private:
     /// Fills in the values; answer.failed names the stage under way until all is done, also for what is thrown.
     void run(const std::wstring& text, Answer& answer);

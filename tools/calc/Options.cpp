@@ -23,6 +23,8 @@ constexpr const char* usageLine = "Usage: mathexpr [OPTION]... [--] [EXPRESSION]
 /// Keeps a list of values in memory for each expression, hence a bound.
 constexpr std::uint32_t maxRepeat = 1'000'000;
 
+constexpr std::uint32_t mostThreads = 256;
+
 class HelpFormatter final : public CLI::Formatter
 {
 public:
@@ -145,7 +147,23 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
         ->allow_extra_args(false)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->excludes(list, set, silent);
-    app.footer("Failures are told on standard error. Exit status: 0 all computed, 1 an expression failed, 2 usage.");
+    Options::Table table;
+    auto* const tableFile = app.add_option("--table", table.file,
+                                           "Compute the expression for each row of a CSV file, whose headings are "
+                                           "names (-: standard input)")
+                                ->type_name("FILE")
+                                ->excludes(list, "--json", "--fresh", "--repeat", "--max-integer", "--describe");
+    app.add_flag("--skip-broken", table.skipBroken, "With --table: leave the result of a broken row empty and go on")
+        ->disable_flag_override()
+        ->needs(tableFile);
+    app.add_option_function<std::string>(
+           "--threads",
+           [&](const std::string& text) { table.threads = wholeNumber("--threads", text, 1, mostThreads); },
+           "With --table: compute on N threads")
+        ->type_name("N")
+        ->needs(tableFile);
+    app.footer("Failures are told on standard error. Exit status: 0 all computed, 1 an expression failed, 2 usage, 130 "
+               "Ctrl-C.");
 
     SortedArguments arguments = sortArguments(app, {argv + 1, argv + argc});
     std::ranges::reverse(arguments.options);  // the order in which the parser takes them
@@ -165,6 +183,14 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
     if ((options.list || !options.described.empty()) && !options.expressions.empty())
     {
         return usageError(std::string(options.list ? "--list" : "--describe") + " computes no expressions");
+    }
+    if (tableFile->count() != 0)
+    {
+        if (options.expressions.size() != 1)
+        {
+            return usageError("--table computes one expression");
+        }
+        options.table = table;
     }
     return options;
 }

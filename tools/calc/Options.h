@@ -16,8 +16,17 @@ struct Options
         std::string expression;
     };
 
+    /// A table to compute the one expression over.
+    struct Table
+    {
+        std::string file;  ///< "-": standard input.
+        bool skipBroken = false;
+        std::uint32_t threads = 1;
+    };
+
     std::vector<std::string> expressions;  ///< UTF-8, in order; none: they come from standard input.
     std::vector<HostName> hostNames;
+    std::optional<Table> table;
     std::uint32_t repeat = 1;                 ///< How often each program is evaluated.
     std::optional<std::uint32_t> maxInteger;  ///< The limit of one-shot calculation; absent: expression objects.
     bool json = false;
@@ -37,6 +46,7 @@ struct ExitStatus
 inline constexpr int statusOk = 0;
 inline constexpr int statusFailure = 1;
 inline constexpr int statusUsage = 2;
+inline constexpr int statusInterrupted = 130;  ///< As a shell has it of a program that Ctrl-C has ended.
 
 /// Reads the command line. Help and version go to standard output, complaints with a usage line to standard error.
 std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv);

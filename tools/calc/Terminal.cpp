@@ -13,6 +13,11 @@ bool standardInputIsTerminal()
     return _isatty(_fileno(stdin)) != 0;
 }
 
+bool standardErrorIsTerminal()
+{
+    return _isatty(_fileno(stderr)) != 0;
+}
+
 #else
 
 #include <unistd.h>
@@ -20,6 +25,11 @@ bool standardInputIsTerminal()
 bool standardInputIsTerminal()
 {
     return isatty(STDIN_FILENO) == 1;
+}
+
+bool standardErrorIsTerminal()
+{
+    return isatty(STDERR_FILENO) == 1;
 }
 
 #endif

@@ -2,3 +2,4 @@
 #pragma once
 
 bool standardInputIsTerminal();
+bool standardErrorIsTerminal();

@@ -4,6 +4,7 @@
 #include "tools/calc/JsonReport.h"
 #include "tools/calc/Options.h"
 #include "tools/calc/PlainReport.h"
+#include "tools/calc/Table.h"
 #include "tools/calc/Terminal.h"
 #include "tools/calc/VocabularyReport.h"
 
@@ -107,6 +108,10 @@ int run(const Options& options)
     if (!options.described.empty())
     {
         return finish(describeItems(options.described, options.json) ? statusOk : statusFailure);
+    }
+    if (options.table)
+    {
+        return computeTable(options);
     }
     Calculator calculator(options);
     for (const Options::HostName& hostName : options.hostNames)

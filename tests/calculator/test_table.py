@@ -1,0 +1,256 @@
+"""Tests of the calculator over tables: a process with a file, streams, signals and an exit status.
+
+Usage: test_table.py CALCULATOR [unittest argument]...
+"""
+
+import os
+import pty
+import random
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+CALCULATOR = None
+
+USAGE = "Usage: mathexpr [OPTION]... [--] [EXPRESSION]..."
+DIVISION_BY_ZERO = "The divisor is 0: divide by another number."
+
+
+class TableTest(unittest.TestCase):
+    maxDiff = None
+
+    def run_table(self, table, *arguments):
+        return subprocess.run([CALCULATOR, "--table", "-", *arguments], input=table.encode(), capture_output=True,
+                              timeout=60, check=False)
+
+    def expect(self, table, arguments, status, out, err=()):
+        """The outcome: status, and the lines of standard output and standard error. A name before the complaint is the
+        same in all of them, and left out here."""
+        done = self.run_table(table, *arguments)
+        told = [line.replace("mathexpr: standard input: ", "") for line in done.stderr.decode().splitlines()]
+        self.assertEqual((done.returncode, done.stdout.decode().splitlines(), told), (status, out, list(err)))
+
+    def results(self, table, *arguments):
+        done = self.run_table(table, *arguments)
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+        return done.stdout.decode().splitlines()
+
+
+class Results(TableTest):
+    def test_headings_are_names(self):
+        self.assertEqual(self.results("x,y\n1,2\n3,0.5\n", "x*2+y"), ["result", "4", "6.5"])
+
+    def test_the_assigned_name_is_the_heading(self):
+        self.assertEqual(self.results("x\n1\n", "area = x*2"), ["area", "2"])
+        self.assertEqual(self.results("x\n1\n", "x=x*2"), ["x", "2"])
+        for comparison in ("x==1", "x>=1", "x<=1", "(x!=2)"):
+            self.assertEqual(self.results("x\n1\n", comparison), ["result", "1"])
+
+    def test_points_in_and_out(self):
+        self.assertEqual(self.results('p,r\n"[1,2,3]",2\n" [ 0, -1 ,1e-3] ",10\n', "p*r"),
+                         ["result", '"[2,4,6]"', '"[0,-10,0.01]"'])
+        self.assertEqual(self.results('p\n"[3,4,0]"\n5\n"[0,0,2]"\n', "abs(p)"), ["result", "5", "5", "2"])
+
+    def test_numbers_keep_every_bit(self):
+        numbers = ["0.1", "-0", "1e-310", "1.7976931348623157e+308", "123456.789", "inf", "nan", "+2", " 7 "]
+        self.assertEqual(self.results("x\n" + "\n".join(numbers) + "\n", "x"),
+                         ["result", "0.1", "-0", "1e-310", "1.7976931348623157e+308", "123456.789", "inf", "nan", "2",
+                          "7"])
+
+    def test_results_are_those_of_single_expressions(self):
+        source = random.Random(1)
+        rows = [[f"{source.uniform(-9, 9):.17g}" for _ in range(3)] for _ in range(50)]
+        table = "x,y,z\n" + "\n".join(",".join(row) for row in rows) + "\n"
+        alone = subprocess.run([CALCULATOR, "--"] + [f"sin({x})*({y})+dist([{x},{y},{z}],[0,0,0])" for x, y, z in rows],
+                               capture_output=True, timeout=60, check=True)
+        self.assertEqual(self.results(table, "sin(x)*y+dist([x,y,z],[0,0,0])")[1:], alone.stdout.decode().splitlines())
+
+    def test_csv_as_the_standard_has_it(self):
+        self.assertEqual(self.results('\ufeff"x",note\r\n"1","a,b"\r\n2,"he said ""no"""\r\n3,"two\r\nlines"\r\n4,', "x"),
+                         ["result", "1", "2", "3", "4"])
+
+    def test_columns_that_are_not_read_may_hold_anything(self):
+        self.assertEqual(self.results("name,x\nbolt,1\n,2\n", "x+1"), ["result", "2", "3"])
+
+    def test_names_are_compared_as_the_language_does(self):
+        self.assertEqual(self.results("Width\n2\n", "width*WIDTH"), ["result", "4"])
+
+    def test_host_names_and_constants(self):
+        self.assertEqual(self.results("x\n2\n", "--set", "k=3", "k*x+0*pi"), ["result", "6"])
+        self.assertEqual(self.results("x\n2\n1\n", "2*3"), ["result", "6", "6"])
+
+    def test_no_rows(self):
+        self.assertEqual(self.results("x\n", "x"), ["result"])
+        self.assertEqual(self.results("x", "x"), ["result"])
+
+    def test_long_tables_and_threads(self):
+        table = "x,y\n" + "".join(f"{row},{row % 7}\n" for row in range(150000))
+        one = self.results(table, "x*2+y")
+        self.assertEqual(one[:3] + one[-1:], ["result", "0", "3", str(149999 * 2 + 149999 % 7)])
+        self.assertEqual(len(one), 150001)
+        self.assertEqual(self.results(table, "--threads", "4", "x*2+y"), one)
+
+    def test_a_file(self):
+        with tempfile.TemporaryDirectory() as directory:
+            file = Path(directory) / "t.csv"
+            file.write_text("x\n4\n", encoding="utf-8")
+            done = subprocess.run([CALCULATOR, "--table", file, "sqrt(x)"], capture_output=True, timeout=60, check=False)
+            self.assertEqual((done.returncode, done.stdout, done.stderr), (0, b"result\n2\n", b""))
+
+
+class BrokenRows(TableTest):
+    TABLE = "x,y\n1,1\n0,5\n2,\n3\n4,1,1\nq,1\n\"1\"2,1\n5,1\n"
+    COMPLAINTS = [
+        "line 3: " + DIVISION_BY_ZERO,
+        "line 4: y is empty",
+        "line 5: it has 1 cell instead of 2",
+        "line 6: it has 3 cells instead of 2",
+        'line 7: x is neither a number nor a point: "q"',
+        "line 8: its quotes are not in order",
+    ]
+
+    def test_the_first_one_ends_the_work(self):
+        self.expect(self.TABLE, ["y/x"], 1, ["result", "1"], self.COMPLAINTS[:1])
+        self.expect("x\n1\n2\nq\n4\n", ["x"], 1, ["result", "1", "2"],
+                    ['line 4: x is neither a number nor a point: "q"'])
+
+    def test_they_can_be_skipped_and_keep_their_place(self):
+        self.expect(self.TABLE, ["--skip-broken", "y/x"], 1, ["result", "1", "", "", "", "", "", "", "0.2"],
+                    self.COMPLAINTS + ["6 of 8 rows are broken and have no result"])
+
+    def test_lines_are_counted_through_quotes(self):
+        self.expect('x,t\n1,"a\n\nb"\nq,c\n', ["x"], 1, ["result", "1"],
+                    ['line 5: x is neither a number nor a point: "q"'])
+
+    def test_an_empty_line_is_a_row(self):
+        self.expect("x,y\n1,2\n\n", ["x"], 1, ["result", "1"], ["line 3: it has 1 cell instead of 2"])
+
+    def test_what_cannot_be_a_number(self):
+        for cell in ("1 2", "1,5", "0x10", "1e999", "--1", "+-1", "[1,2]", "[1,2,3,4]", "[1,2,3", "[1,,3]", "1e", ""):
+            with self.subTest(cell):
+                done = self.run_table(f'x\n"{cell}"\n', "x")
+                self.assertEqual((done.returncode, done.stdout), (1, b"result\n"))
+                self.assertIn(b"line 2: x is ", done.stderr)
+
+    def test_exceptions_are_told_too(self):
+        self.expect('p\n"[1,2,3]"\n', ["sin(p)"], 1, ["result"], ["line 2: Parsing exception 15 at position 0."])
+
+    def test_a_quote_that_is_not_closed_is_never_skipped(self):
+        self.expect('x\n1\n"2\n3\n', ["--skip-broken", "x"], 1, ["result", "1"], ["line 3: a quote is not closed"])
+
+
+class Headings(TableTest):
+    def expect_refused(self, headings, complaint):
+        self.expect(headings + "\n" + "1," * headings.count(",") + "1\n", ["1"], 1, [], [complaint])
+
+    def test_that_cannot_be_names(self):
+        cannot = 'column 2: the heading "{}" cannot be a name: {}'
+        self.expect_refused("x,a b", cannot.format("a b", 'it holds " "'))
+        self.expect_refused("x,a-b", cannot.format("a-b", 'it holds "-"'))
+        self.expect_refused("x,f(x)", cannot.format("f(x)", 'it holds "("'))
+        self.expect_refused("x,a.b", cannot.format("a.b", 'it holds "."'))
+        self.expect_refused("x,2", cannot.format("2", "it is a number"))
+        self.expect_refused("x,pi", cannot.format("pi", "it is a constant of the language"))
+        self.expect_refused("x,", cannot.format("", "it is empty"))
+
+    def test_twice(self):
+        self.expect_refused("x,y,X", 'column 3: the heading "X" is that of column 1 too')
+
+    def test_none(self):
+        self.expect("", ["x"], 1, [], ["there are no headings"])
+
+    def test_not_utf8(self):
+        done = subprocess.run([CALCULATOR, "--table", "-", "x"], input=b"x,\xff\n1,2\n", capture_output=True, timeout=60,
+                              check=False)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn(b"column 2: the heading is not UTF-8", done.stderr)
+
+    def test_an_assigned_name_that_cannot_be_one(self):
+        self.expect("x\n1\n", ["pi=x"], 1, [],
+                    ['the assigned name "pi" cannot be a name: it is a constant of the language'])
+
+
+class Refusals(TableTest):
+    def test_an_expression_that_does_not_compile(self):
+        self.expect("x\n1\n", ["x*zz"], 1, [],
+                    ["A name is not known: check its spelling, or give it a value first, as in a=2.", "  x*zz", "    ^^"])
+
+    def test_usage(self):
+        for arguments, complaint in (
+            (["--table", "t.csv"], "--table computes one expression"),
+            (["--table", "t.csv", "1", "2"], "--table computes one expression"),
+            (["--skip-broken", "1"], "--skip-broken requires --table"),
+            (["--threads", "2", "1"], "--threads requires --table"),
+            (["--threads=0", "--table=-", "1"], "--threads: not a whole number from 1 to 256: 0"),
+            (["--json", "--table=-", "1"], "--json excludes --table"),
+        ):
+            done = subprocess.run([CALCULATOR, *arguments], capture_output=True, timeout=60, check=False,
+                                  stdin=subprocess.DEVNULL)
+            self.assertEqual((done.returncode, done.stdout, done.stderr.decode().splitlines()),
+                             (2, b"", ["mathexpr: " + complaint, USAGE]))
+
+    def test_files_that_cannot_be_read(self):
+        for file, complaint in (("/nowhere/t.csv", b"cannot be opened: "), ("/", b"line 1: ")):
+            done = subprocess.run([CALCULATOR, "--table", file, "1"], capture_output=True, timeout=60, check=False)
+            self.assertEqual((done.returncode, done.stdout), (1, b""))
+            self.assertIn(b"mathexpr: " + file.encode() + b": " + complaint, done.stderr)
+
+
+class Endings(TableTest):
+    COMPLAINT = b"mathexpr: standard input: standard output cannot be written: the result is not complete\n"
+
+    def test_a_full_disk(self):
+        with open("/dev/full", "wb") as full:
+            done = subprocess.run([CALCULATOR, "--table", "-", "x"], input=b"x\n1\n", stdout=full,
+                                  stderr=subprocess.PIPE, timeout=60, check=False)
+        self.assertEqual((done.returncode, done.stderr), (1, self.COMPLAINT))
+
+    def test_a_closed_pipe(self):
+        reading, writing = os.pipe()
+        os.close(reading)
+        with os.fdopen(writing, "wb") as pipe:
+            done = subprocess.run([CALCULATOR, "--table", "-", "x"], input=b"x\n1\n", stdout=pipe,
+                                  stderr=subprocess.PIPE, timeout=60, check=False)
+        self.assertEqual((done.returncode, done.stderr), (1, self.COMPLAINT))
+
+    def test_an_interrupt_is_told_with_what_was_written(self):
+        with subprocess.Popen([CALCULATOR, "--table", "-", "x"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE) as running:
+            running.stdin.write(b"x\n" + b"1\n" * 100)
+            running.stdin.flush()
+            time.sleep(0.5)  # until it waits for more
+            running.send_signal(signal.SIGINT)
+            out, err = running.communicate(timeout=60)
+        self.assertEqual(running.returncode, 130)
+        self.assertEqual(err, b"mathexpr: interrupted: the result is not complete, it ends after 100 rows\n")
+        self.assertEqual(out, b"result\n" + b"1\n" * 100)
+
+    def test_a_terminal_sees_how_far_it_is(self):
+        leader, follower = pty.openpty()
+        with subprocess.Popen([CALCULATOR, "--table", "-", "x"], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
+                              stderr=follower) as running:
+            os.close(follower)
+            running.stdin.write(b"x\n" + b"1\n" * 70000)
+            running.stdin.flush()
+            time.sleep(0.5)
+            running.stdin.write(b"1\n" * 1000000)
+            running.stdin.close()
+            told = b""
+            try:
+                while chunk := os.read(leader, 4096):
+                    told += chunk
+            except OSError:
+                pass  # the other end is closed
+        os.close(leader)
+        self.assertEqual(running.returncode, 0)
+        self.assertRegex(told, rb"\r\d+ rows")
+        self.assertTrue(told.endswith(b"\r"), told)
+
+
+if __name__ == "__main__":
+    CALCULATOR = sys.argv.pop(1)
+    unittest.main()

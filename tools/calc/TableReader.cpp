@@ -1,0 +1,180 @@
+// TableReader.cpp - scans the row at the beginning of a buffer; where the buffer ends within the row, more is read and
+// the row is scanned again.
+
+#include "tools/calc/TableReader.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+
+namespace {
+
+constexpr std::size_t initialSize = std::size_t{1} << 20;
+
+/// A row longer than this is taken for a quote that was never closed.
+constexpr std::size_t longestRow = std::size_t{64} << 20;
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+}
+
+TableReader::TableReader(TableSource& input, bool (*interrupted)())
+    : source(input), isInterrupted(interrupted), buffer(initialSize)
+{
+    while (end < byteOrderMark.size() && !atEnd && reason.empty() && readMore())
+    {}
+    if (std::string_view(buffer.data(), end).starts_with(byteOrderMark))
+    {
+        begin = byteOrderMark.size();
+    }
+}
+
+TableReader::Outcome TableReader::next()
+{
+    for (;;)
+    {
+        if (isInterrupted())
+        {
+            return Outcome::Interrupted;
+        }
+        if (begin == end && atEnd)
+        {
+            return Outcome::End;
+        }
+        const Scan scan = begin == end ? Scan::Short : scanRow();
+        if (scan == Scan::Complete || scan == Scan::Malformed)
+        {
+            makeViews();
+            rowLine = nextLine;
+            nextLine += linesInRow;
+            begin = rowEnd;
+            return scan == Scan::Complete ? Outcome::Row : Outcome::Malformed;
+        }
+        rowLine = nextLine;
+        if (scan == Scan::QuoteOpen)
+        {
+            reason = "a quote is not closed";
+            return Outcome::Unreadable;
+        }
+        if (!readMore())
+        {
+            return isInterrupted() ? Outcome::Interrupted : Outcome::Unreadable;
+        }
+    }
+}
+
+TableReader::Scan TableReader::scanRow()
+{
+    found.clear();
+    linesInRow = 1;
+    bool malformed = false;
+    std::size_t at = begin;
+    for (;;)
+    {
+        Cell cell{at, at, false};
+        if (at < end && buffer[at] == '"')
+        {
+            cell.begin = ++at;
+            for (;;)
+            {
+                for (; at < end && buffer[at] != '"'; ++at)
+                {
+                    linesInRow += buffer[at] == '\n' ? 1U : 0U;
+                }
+                if (at + 1 >= end && !atEnd)
+                {
+                    return Scan::Short;
+                }
+                if (at == end)
+                {
+                    return Scan::QuoteOpen;
+                }
+                if (at + 1 == end || buffer[at + 1] != '"')
+                {
+                    break;
+                }
+                cell.hasQuotes = true;
+                at += 2;
+            }
+            cell.end = at++;
+            const std::size_t after = at;
+            while (at < end && buffer[at] != ',' && buffer[at] != '\n')
+            {
+                ++at;
+            }
+            const std::string_view behind(buffer.data() + after, at - after);
+            malformed = malformed || !(behind.empty() || behind == "\r");
+        }
+        else
+        {
+            while (at < end && buffer[at] != ',' && buffer[at] != '\n')
+            {
+                ++at;
+            }
+            const bool beforeLineEnd = at < end ? buffer[at] == '\n' : atEnd;
+            cell.end = beforeLineEnd && at > cell.begin && buffer[at - 1] == '\r' ? at - 1 : at;
+        }
+        if (at == end && !atEnd)
+        {
+            return Scan::Short;
+        }
+        found.push_back(cell);
+        if (at == end || buffer[at++] == '\n')
+        {
+            rowEnd = at;
+            return malformed ? Scan::Malformed : Scan::Complete;
+        }
+    }
+}
+
+bool TableReader::readMore()
+{
+    if (begin != 0)
+    {
+        std::copy(buffer.begin() + static_cast<std::ptrdiff_t>(begin),
+                  buffer.begin() + static_cast<std::ptrdiff_t>(end), buffer.begin());
+        end -= begin;
+        begin = 0;
+    }
+    if (end == buffer.size())
+    {
+        if (buffer.size() >= longestRow)
+        {
+            reason = "the row is too long; a quote may be missing";
+            return false;
+        }
+        buffer.resize(2 * buffer.size());
+    }
+    const auto count = source.read(buffer.data() + end, buffer.size() - end);
+    if (!count)
+    {
+        reason = std::generic_category().message(errno);
+        return false;
+    }
+    end += *count;
+    atEnd = *count == 0;
+    return true;
+}
+
+void TableReader::makeViews()
+{
+    views.clear();
+    unquoted.clear();
+    unquoted.reserve(found.size());  // so that they stay where they are
+    for (const Cell& cell : found)
+    {
+        const std::string_view raw(buffer.data() + cell.begin, cell.end - cell.begin);
+        if (!cell.hasQuotes)
+        {
+            views.push_back(raw);
+            continue;
+        }
+        std::string& text = unquoted.emplace_back();
+        for (std::size_t at = 0; at < raw.size(); ++at)
+        {
+            text += raw[at];
+            at += raw[at] == '"' ? 1U : 0U;
+        }
+        views.push_back(text);
+    }
+}
