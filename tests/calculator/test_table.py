@@ -73,6 +73,21 @@ class Results(TableTest):
         self.assertEqual(self.results('\ufeff"x",note\r\n"1","a,b"\r\n2,"he said ""no"""\r\n3,"two\r\nlines"\r\n4,', "x"),
                          ["result", "1", "2", "3", "4"])
 
+    def test_input_may_arrive_in_any_pieces(self):
+        table = b'\xef\xbb\xbfx,t\r\n1,"a ""b"",\r\n"\r\n"2",""\n3,"""x"""\n4,'
+        with subprocess.Popen([CALCULATOR, "--table", "-", "x"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                              bufsize=0) as running:
+            for byte in table:
+                running.stdin.write(bytes([byte]))
+                time.sleep(0.002)
+            out, _ = running.communicate(timeout=60)
+        self.assertEqual((running.returncode, out), (0, b"result\n1\n2\n3\n4\n"))
+
+    def test_rows_and_cells_of_any_length(self):
+        rows = [(row, "q" * (row * 7919 % 100000)) for row in range(60)]
+        table = "x,t\n" + "".join(f'{x},"{text}"",\n"\n' for x, text in rows)
+        self.assertEqual(self.results(table, "x"), ["result"] + [str(x) for x, _ in rows])
+
     def test_columns_that_are_not_read_may_hold_anything(self):
         self.assertEqual(self.results("name,x\nbolt,1\n,2\n", "x+1"), ["result", "2", "3"])
 
