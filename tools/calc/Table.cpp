@@ -41,13 +41,6 @@ std::string nameOf(const std::string& file)
     return file == "-" ? "standard input" : file;
 }
 
-std::string_view withoutBlanks(std::string_view text)
-{
-    const std::size_t first = text.find_first_not_of(" \t");
-    return first == std::string_view::npos ? std::string_view{}
-                                           : text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
 /// Why a name cannot be a variable.
 std::string refusalOf(const SMTDefExcepData& data)
 {

@@ -2,6 +2,8 @@
 
 #include "tools/calc/TableBatch.h"
 
+#include "tools/calc/TableReader.h"
+
 #include <array>
 #include <charconv>
 #include <stdexcept>
@@ -10,17 +12,9 @@
 
 namespace {
 
-std::string_view trimmed(std::string_view text)
-{
-    constexpr std::string_view blanks = " \t";
-    const std::size_t first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view{}
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
 std::optional<double> numberIn(std::string_view text)
 {
-    text = trimmed(text);
+    text = withoutBlanks(text);
     if (text.size() > 1 && text[0] == '+' && text[1] != '-')
     {
         text.remove_prefix(1);
@@ -35,7 +29,7 @@ std::optional<double> numberIn(std::string_view text)
 
 std::optional<VALTYPE> cellValue(std::string_view cell)
 {
-    cell = trimmed(cell);
+    cell = withoutBlanks(cell);
     VALTYPE value;
     if (!cell.starts_with('['))
     {

@@ -12,8 +12,8 @@
 #include <string_view>
 #include <vector>
 
-/// The value of a cell: a number in any locale's absence, or a point such as [1,2,3]; blanks around it do not count.
-/// Nothing where it is neither.
+/// The value of a cell: a number, read the same in every locale, or a point such as [1,2,3]; blanks around them do not
+/// count. Nothing where it is neither.
 std::optional<VALTYPE> cellValue(std::string_view cell);
 
 /// A column of the table that the expression reads.

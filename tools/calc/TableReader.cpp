@@ -18,6 +18,14 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 }
 
+std::string_view withoutBlanks(std::string_view cell)
+{
+    constexpr std::string_view blanks = " \t";
+    const std::size_t first = cell.find_first_not_of(blanks);
+    return first == std::string_view::npos ? std::string_view{}
+                                           : cell.substr(first, cell.find_last_not_of(blanks) - first + 1);
+}
+
 TableReader::TableReader(TableSource& input, bool (*interrupted)())
     : source(input), isInterrupted(interrupted), buffer(initialSize)
 {

@@ -13,6 +13,9 @@
 #include <string_view>
 #include <vector>
 
+/// A cell without the blanks and tabs around it.
+std::string_view withoutBlanks(std::string_view cell);
+
 class TableReader
 {
 public:
