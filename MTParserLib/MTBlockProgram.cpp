@@ -44,18 +44,24 @@ public:
     {
         const bool built = numbersOnly && std::all_of(program.steps.begin(), program.steps.end(),
                                                       [this](const MTProgramStep& step) { return add(step); });
-        const MTProgramStep* const last = program.steps.empty() ? nullptr : &program.steps.back();
-        if (!built || last->destination != program.root || last->nbArgs == 0 || nbBuffersUsed > mostBuffers)
+        if (!built || nbBuffersUsed > mostBuffers || !endsWithItem())
         {
             return nullptr;
         }
         target->root = take(*program.root);
-        target->rootFlag = flagOf(*last);
+        target->rootFlag = flagOf(program.steps.back());
         target->nbBuffers = nbBuffersUsed;
         return std::move(target);
     }
 
 private:
+    /// Whether the value is an item's, and not a copy of a variable, which has a flag and coordinates of its own.
+    bool endsWithItem() const noexcept
+    {
+        return !program.steps.empty() && program.steps.back().nbArgs != 0 &&
+               program.steps.back().destination == program.root;
+    }
+
     bool add(const MTProgramStep& step)
     {
         if (step.nbArgs == 0)
