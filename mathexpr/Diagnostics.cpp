@@ -58,6 +58,13 @@ void offerFunctions(NameSuggestions& suggestions, const MTParserRegistrar& regis
     }
 }
 
+/// Asks the host with the host's own floating-point control words in force.
+const wchar_t* nameFrom(const IMathExprNameSource& host, std::uint32_t index)
+{
+    const platform::HostFloatingPoint hostsWords;
+    return host.getName(index);
+}
+
 void offerValues(NameSuggestions& suggestions, const MTParserRegistrar& registrar, const IMathExprNameSource* host)
 {
     for (std::size_t index = 0; index < registrar.getNbConstants(); ++index)
@@ -68,9 +75,8 @@ void offerValues(NameSuggestions& suggestions, const MTParserRegistrar& registra
     {
         suggestions.offer(registrar.getVariableDefinition(index).name);
     }
-    const platform::HostFloatingPoint hostsWords;
     std::uint32_t index = 0;
-    for (const wchar_t* name = nullptr; host != nullptr && (name = host->getName(index)) != nullptr; ++index)
+    for (const wchar_t* name = nullptr; host != nullptr && (name = nameFrom(*host, index)) != nullptr; ++index)
     {
         suggestions.offer(name);
     }

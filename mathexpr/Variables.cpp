@@ -67,26 +67,32 @@ ExpressionVariables::ExpressionVariables(CMathExpr& calculator) noexcept
 
 std::vector<std::wstring> ExpressionVariables::usedNames() const
 {
-    std::vector<std::wstring> names;
-    if (EngineAccess::programOf(*expression).isComplete())
-    {
-        for (const IMathVariable* variable : EngineAccess::compilerOf(*expression).getUsedVariables())
+    return atHostBoundary(EngineAccess::hostOf(*expression), [&] {
+        std::vector<std::wstring> names;
+        if (EngineAccess::programOf(*expression).isComplete())
         {
-            names.push_back(variable->getSymbol());
+            for (const IMathVariable* variable : EngineAccess::compilerOf(*expression).getUsedVariables())
+            {
+                names.push_back(variable->getSymbol());
+            }
         }
-    }
-    return names;
+        return names;
+    });
 }
 
 std::vector<std::wstring> ExpressionVariables::names() const
 {
-    return namesOf(EngineAccess::registrarOf(*expression), [](const MTVariableDefinition&) { return true; });
+    return atHostBoundary(EngineAccess::hostOf(*expression), [&] {
+        return namesOf(EngineAccess::registrarOf(*expression), [](const MTVariableDefinition&) { return true; });
+    });
 }
 
 std::vector<std::wstring> ExpressionVariables::hostNames() const
 {
-    return namesOf(EngineAccess::registrarOf(*expression),
-                   [](const MTVariableDefinition& variable) { return variable.answeredByHost; });
+    return atHostBoundary(EngineAccess::hostOf(*expression), [&] {
+        return namesOf(EngineAccess::registrarOf(*expression),
+                       [](const MTVariableDefinition& variable) { return variable.answeredByHost; });
+    });
 }
 
 bool ExpressionVariables::get(const wchar_t* name, VALTYPE& value) const
@@ -118,7 +124,9 @@ bool ExpressionVariables::set(const wchar_t* name, const VALTYPE& value)
 bool ExpressionVariables::remove(const wchar_t* name)
 {
     const MTProgramClaim claim(EngineAccess::programOf(*expression));
-    return claim.isGranted() && EngineAccess::compilerOf(*expression).removeVariable(textOf(name));
+    return claim.isGranted() && atHostBoundary(EngineAccess::hostOf(*expression), [&] {
+               return EngineAccess::compilerOf(*expression).removeVariable(textOf(name));
+           });
 }
 
 VALTYPE* ExpressionVariables::address(const wchar_t* name)

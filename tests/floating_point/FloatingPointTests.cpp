@@ -2,6 +2,7 @@
 // words again after every call, every callback and every exception.
 
 #include "mathexpr/CMathExpr.h"
+#include "mathexpr/Diagnostics.h"
 #include "mathexpr/MessageDisplay.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
@@ -12,6 +13,8 @@
 #include <cmath>
 #include <cstring>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -210,6 +213,57 @@ TEST_P(ControlWords, AreTheHostsInItsService)
     EXPECT_EQ(host.seenAfterwards, GetParam());
     EXPECT_TRUE(ok);
     EXPECT_TRUE(std::isinf(result.x));
+}
+
+TEST_P(ControlWords, AreTheHostsInItsNameSource)
+{
+    struct Names : IMathExprNameSource
+    {
+        mutable std::vector<Words> seen;
+        bool throws = false;
+        const wchar_t* getName(std::uint32_t index) const override
+        {
+            seen.push_back(Words::current());
+            if (throws)
+            {
+                throw std::runtime_error("refused");
+            }
+            MathExpression inner(true, nullptr);
+            VALTYPE result;
+            inner.setExpression(L"1/3+exp(1000)") && inner.evaluate(result);
+            seen.push_back(Words::current());
+            Words{0x1F00, 0x037E}.set();  // what the name source changes ends with its call
+            return index < 2 ? L"width" : nullptr;
+        }
+    } names;
+    CMathExpr calculator;
+    ExpressionDiagnostics diagnostics(calculator);
+    diagnostics.setNameSource(&names);
+    VALTYPE result;
+    ExpressionDiagnostic diagnostic;
+    bool caught = false;
+    EXPECT_EQ(wordsAfter(GetParam(),
+                         [&] {
+                             calculator.Calculate(L"wdith", result, 2147483647);
+                             diagnostic = diagnostics.get();
+                         }),
+              GetParam());
+    EXPECT_EQ(names.seen, std::vector<Words>(6, GetParam()));
+    EXPECT_EQ(diagnostic.suggestions, std::vector<std::wstring>{L"width"});
+    names.throws = true;
+    EXPECT_EQ(wordsAfter(GetParam(),
+                         [&] {
+                             try
+                             {
+                                 diagnostics.get();
+                             }
+                             catch (const std::runtime_error&)
+                             {
+                                 caught = Words::current() == GetParam();
+                             }
+                         }),
+              GetParam());
+    EXPECT_TRUE(caught);
 }
 
 TEST_P(ControlWords, AreTheHostsAfterAnException)

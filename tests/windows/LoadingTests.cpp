@@ -129,7 +129,9 @@ TEST(Loading, LeavesNothingBehindAThousandTimes)
     std::printf("handles %llu -> %llu, working set %llu -> %llu bytes\n",
                 static_cast<unsigned long long>(handlesBefore), static_cast<unsigned long long>(handlesAfter),
                 static_cast<unsigned long long>(memoryBefore), static_cast<unsigned long long>(memoryAfter));
-    EXPECT_LE(handlesAfter, handlesBefore + 8);
+    // The lowest free number goes up and down by some handles that Wine itself keeps or has not closed yet, such as
+    // those of threads that end. A leak of one handle a load would be 1,000.
+    EXPECT_LE(handlesAfter, handlesBefore + 100);
     // A leak of one mapping of the resource library alone would be 28 MB.
     EXPECT_LE(memoryAfter, memoryBefore + 1024 * 1024);
     EXPECT_EQ(GetModuleHandleW(L"mathexpr.dll"), nullptr);

@@ -1,0 +1,136 @@
+// PlatformMathTests.cpp - how far the platform's sin, pow and so on are from the true values (reference.py), in units
+// in the last place.
+//
+// Arithmetic and square roots are exact everywhere. These functions are not: they are those of the C library, or on
+// Windows of msvcrt.dll, and may round differently from one system to another. What the tests hold is how differently.
+
+#include "mathexpr/MathExpression.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Answers x and y.
+class Arguments : public IMathExprService
+{
+public:
+    bool lookupValue(const wchar_t* name, VALTYPE& value) const override
+    {
+        value.x = values[*name == L'x' ? 0 : 1];
+        return true;
+    }
+
+    double values[2] = {};
+};
+
+double doubleOf(const std::string& digits)
+{
+    return std::bit_cast<double>(static_cast<std::uint64_t>(std::stoull(digits, nullptr, 16)));
+}
+
+/// How many doubles lie from one to the other, both finite.
+std::uint64_t unitsBetween(double left, double right)
+{
+    const auto place = [](double value) {
+        const auto magnitude = static_cast<std::int64_t>(std::bit_cast<std::uint64_t>(std::abs(value)));
+        return std::signbit(value) ? -magnitude : magnitude;
+    };
+    return static_cast<std::uint64_t>(std::abs(place(left) - place(right)));
+}
+
+struct Distance
+{
+    std::uint64_t largest = 0;
+    int nbNotNearest = 0;
+    int nbValues = 0;
+};
+
+std::map<std::string, Distance> distances()
+{
+    std::map<std::string, Distance> found;
+    Arguments host;
+    std::ifstream file(MATHEXPR_PLATFORM_MATH_EXPECTED);
+    for (std::string line; std::getline(file, line);)
+    {
+        std::istringstream input(line);
+        std::string text;
+        input >> text;
+        std::vector<double> numbers;
+        for (std::string digits; input >> digits;)
+        {
+            numbers.push_back(doubleOf(digits));
+        }
+        std::copy(numbers.begin(), numbers.end() - 1, host.values);
+        MathExpression expression(true, &host);  // a new one: it would not ask for x again
+        VALTYPE result;
+        if (!expression.setExpression(std::wstring(text.begin(), text.end()).c_str()) || !expression.evaluate(result) ||
+            !std::isfinite(result.x))
+        {
+            ADD_FAILURE() << line;
+            continue;
+        }
+        Distance& distance = found[text];
+        const std::uint64_t units = unitsBetween(result.x, numbers.back());
+        distance.largest = std::max(distance.largest, units);
+        distance.nbNotNearest += units == 0 ? 0 : 1;
+        ++distance.nbValues;
+    }
+    return found;
+}
+
+struct Bound
+{
+    const char* text;
+    std::uint64_t units;
+};
+
+// A function may be two doubles from the nearest one; what is multiplied by 180 and divided by pi afterwards widens
+// that by up to two more.
+// clang-format off
+constexpr Bound bounds[] = {
+    {"sin(x)",   2},
+    {"cos(x)",   2},
+    {"tan(x)",   2},
+    {"asin(x)",  4},
+    {"acos(x)",  4},
+    {"atan(x)",  4},
+    {"sinh(x)",  2},
+    {"cosh(x)",  2},
+    {"tanh(x)",  2},
+    {"exp(x)",   2},
+    {"ln(x)",    2},
+    {"log(x)",   2},
+    {"exp10(x)", 2},
+    {"pow(x,y)", 2},
+    {"x^y",      2},
+};
+// clang-format on
+
+TEST(PlatformMath, IsWithinAFewUnitsInTheLastPlaceOfTheTrueValue)
+{
+    const auto found = distances();
+    EXPECT_EQ(found.size(), std::size(bounds));
+    for (const auto& [text, units] : bounds)
+    {
+        const auto function = found.find(text);
+        ASSERT_NE(function, found.end()) << text;
+        const Distance& distance = function->second;
+        std::printf("%-8s  of %d values %3d not the nearest double, at most %llu away\n", text, distance.nbValues,
+                    distance.nbNotNearest, static_cast<unsigned long long>(distance.largest));
+        EXPECT_GE(distance.nbValues, 250) << text;
+        EXPECT_LE(distance.largest, units) << text;
+    }
+}
+
+}
