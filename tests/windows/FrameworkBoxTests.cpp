@@ -1,0 +1,46 @@
+// FrameworkBoxTests.cpp - the message display as it is built for Microsoft's framework, compiled here against a
+// stand-in for the framework's header: it asks the framework for the box, and for nothing but the text.
+
+#include "platform/Platform.h"
+
+#include <afxwin.h>
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Request
+{
+    std::wstring text;
+    UINT type;
+    UINT helpId;
+};
+
+Request last;
+int requests = 0;
+
+TEST(FrameworkBox, IsAskedForWithoutStyleAndHelp)
+{
+    platform::showMessageBox(L"Division by zero");
+    EXPECT_EQ(requests, 1);
+    EXPECT_EQ(last.text, L"Division by zero");
+    EXPECT_EQ(last.type, 0U);
+    EXPECT_EQ(last.helpId, 0U);
+}
+
+TEST(FrameworkBox, LeavesTheComparisonOfNamesAsItIs)
+{
+    EXPECT_TRUE(platform::isSameName(L"p\u200Di", L"pi"));
+    EXPECT_FALSE(platform::isSameName(L"Pi", L"pi"));
+}
+
+}
+
+int WINAPI AfxMessageBox(const wchar_t* text, UINT type, UINT helpId)
+{
+    last = {text, type, helpId};
+    ++requests;
+    return IDOK;
+}
