@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <ranges>
 #include <sstream>
 
 namespace {
@@ -64,8 +63,12 @@ std::string dumpProgram(const MTParserProgram& program, const std::vector<const 
     };
     const auto isConsumed = [&](const VALTYPE* slot) {
         return std::any_of(steps.begin(), steps.end(), [slot](const MTProgramStep& step) {
-            const auto isOperand = [&](std::uint32_t j) { return &step.operand(j) == slot; };
-            return std::ranges::any_of(std::views::iota(0U, step.nbArgs), isOperand);
+            bool found = false;
+            for (std::uint32_t j = 0; j < step.nbArgs; ++j)
+            {
+                found = found || &step.operand(j) == slot;
+            }
+            return found;
         });
     };
     const auto operandText = [&](const VALTYPE* operand) {
