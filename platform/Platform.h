@@ -4,13 +4,9 @@
 // One source per platform implements it: PlatformPosix.cpp, and on Windows PlatformWindows.cpp.
 #pragma once
 
-#include <compare>
 #include <string_view>
 
 namespace platform {
-
-/// Orders names of variables: the letters A to Z count as a to z, in every locale; nothing else is folded.
-std::weak_ordering compareIgnoringCase(std::wstring_view left, std::wstring_view right) noexcept;
 
 /// Whether the system takes names of different spelling for the same name, as Windows does with a letter and its accent
 /// written as one character or as two.

@@ -1,0 +1,86 @@
+// c_interface_fuzzer.cpp - any bytes as texts and names of the C interface, in both encodings: every call answers with
+// a status, UTF-8 and UTF-16 of one text give one result, and the object stays usable.
+#include <mathexpr.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+namespace {
+
+void expect(bool holds)
+{
+    if (!holds)
+    {
+        std::abort();
+    }
+}
+
+struct Result
+{
+    mathexpr_status status;
+    mathexpr_value value;
+
+    bool operator==(const Result& other) const
+    {
+        return status == other.status &&
+               (status != MATHEXPR_OK || std::memcmp(&value, &other.value, sizeof value) == 0);
+    }
+};
+
+mathexpr_expression* create()
+{
+    mathexpr_expression* expression = nullptr;
+    expect(mathexpr_create_utf8(nullptr, &expression) == MATHEXPR_OK && expression != nullptr);
+    return expression;
+}
+
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    mathexpr_expression* const expression = create();
+    const char* const utf8 = reinterpret_cast<const char*>(data);
+    Result first{mathexpr_set_expression_utf8(expression, utf8, size), {}};
+    if (first.status == MATHEXPR_OK)
+    {
+        first.status = mathexpr_evaluate(expression, &first.value);
+    }
+    std::size_t offset = 0;
+    const mathexpr_status encoding = mathexpr_check_utf8(utf8, size, &offset);
+    expect(encoding == MATHEXPR_OK ? offset == 0 || offset == size : first.status == encoding && offset < size);
+
+    const bool ascii = std::string_view(utf8, size)
+                           .find_first_not_of("\t\n\r !\"#$%&'()*+,-./0123456789:;<=>?@"
+                                              "ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]^_`"
+                                              "abcdefghijklmnopqrstuvwxyz{|}~") == std::string_view::npos;
+    if (ascii)
+    {
+        const std::basic_string<mathexpr_char16> utf16(data, data + size);
+        mathexpr_expression* const other = create();
+        Result second{mathexpr_set_expression_utf16(other, utf16.data(), utf16.size()), {}};
+        if (second.status == MATHEXPR_OK)
+        {
+            second.status = mathexpr_evaluate(other, &second.value);
+        }
+        expect(first == second || first.value.x != first.value.x || first.value.y != first.value.y ||
+               first.value.z != first.value.z || std::string_view(utf8, size).find("rand") != std::string_view::npos);
+        expect(mathexpr_destroy(other) == MATHEXPR_OK);
+    }
+
+    mathexpr_value value{};
+    mathexpr_set_variable_utf8(expression, utf8, size, &value, nullptr);
+    mathexpr_get_variable_utf8(expression, utf8, size, &value);
+    mathexpr_remove_variable_utf8(expression, utf8, size);
+    std::basic_string<mathexpr_char16> units(size / sizeof(mathexpr_char16), 0);
+    std::memcpy(units.data(), data, units.size() * sizeof(mathexpr_char16));
+    mathexpr_set_expression_utf16(expression, units.data(), units.size());
+
+    expect(mathexpr_drop_assignment(expression) == MATHEXPR_OK);
+    expect(mathexpr_set_expression_utf8(expression, "1+1", MATHEXPR_ZERO_TERMINATED) == MATHEXPR_OK);
+    expect(mathexpr_evaluate(expression, &value) == MATHEXPR_OK && value.x == 2.0);
+    expect(mathexpr_destroy(expression) == MATHEXPR_OK);
+    return 0;
+}
