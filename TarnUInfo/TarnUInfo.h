@@ -17,8 +17,7 @@
 /// May be called while the caller is being attached to the process.
 ///
 /// @param fileName  a plain file name, such as L"MathExprRes.dll"
-/// @return the module to read resources from, the same for every call that finds the same file; null when there is
-/// none,
-///         when it is no resource library, or when the name is not a plain one. The module belongs to TarnUInfo, which
-///         keeps it until it is unloaded itself.
+/// @return the module to read resources from, the same for every call that finds the same file; null when there
+///         is none, when it is no resource library, or when the name is not a plain one. The module belongs to
+///         TarnUInfo, which keeps it until it is unloaded itself.
 TARNUINFO_API HMODULE LoadResourceDll(const wchar_t* fileName);

@@ -24,7 +24,7 @@ constexpr MTNumberKernel kernelAt()
     constexpr std::size_t form = second / nbFused;
     constexpr std::size_t first = form / nbOperandForms;
     return runFused<std::tuple_element_t<first, Fused>, static_cast<MTOperandForm>(form % nbOperandForms),
-                        std::tuple_element_t<second % nbFused, Fused>, secondForm(index % nbSecondForms)>;
+                    std::tuple_element_t<second % nbFused, Fused>, secondForm(index % nbSecondForms)>;
 }
 
 template <std::size_t... indices>

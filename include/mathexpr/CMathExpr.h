@@ -26,8 +26,8 @@ public:
     /// @param result      the value; untouched unless true is returned
     /// @param maxInteger  the greatest integer literal accepted; a literal with a decimal point is not tested
     /// @return false after the user has seen a message
-    /// @throws MTExceptions<SMTParsingExcepData>  ")" before "(" (code 0), a point where a function needs a number
-    /// (code 15)
+    /// @throws MTExceptions<SMTParsingExcepData>  code 0, ")" before "("; code 15, a point where a
+    ///         function needs a number
     /// @throws std::bad_alloc
     bool Calculate(const wchar_t* expression, VALTYPE& result, std::uint32_t maxInteger);
 

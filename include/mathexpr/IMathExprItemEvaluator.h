@@ -26,8 +26,8 @@ public:
     /// Slot 4: computes the value.
     /// @param nbArgs        number of records in args
     /// @param args          the arguments, contiguous, the first one first; read only
-    /// @param result        written only in the fields that the item means to set; the others keep what they held on
-    /// entry
+    /// @param result        written only in the fields that the item means to set; the others keep what they held
+    ///                      on entry
     /// @param showMessages  whether the item may tell the user itself why it refuses
     /// @return false when the item refuses its arguments
     /// @throws MTExceptions<SMTParsingExcepData> with code 15 from a function that is given a point for a number

@@ -14,8 +14,7 @@ public:
     /// Slot 1: asked while an expression is compiled, for a name that is neither a constant nor a defined variable.
     /// @param name   the name exactly as written, zero-terminated, valid during the call only
     /// @param value  all zero on entry; to be filled with a number or a point
-    /// @return true when the host knows the name: the name is then a variable with that value, and is not asked for
-    /// again
-    ///         by the same expression object. What it throws passes out of the call that compiles.
+    /// @return true when the host knows the name: the name is then a variable with that value, and is not asked
+    ///         for again by the same expression object. What it throws passes out of the call that compiles.
     virtual bool lookupValue(const wchar_t* name, VALTYPE& value) const = 0;
 };

@@ -27,9 +27,8 @@ class MTParserProgram;
 class MATHEXPR_API MathExpression
 {
 public:
-    /// @param silent   false: errors are shown in message boxes and reported as false. true: no box (but message 19),
-    /// and a
-    ///                 text that does not compile raises MTExceptions<SMTParsingExcepData>.
+    /// @param silent   false: errors are shown in message boxes and reported as false. true: no box (but message
+    ///                 19), and a text that does not compile raises MTExceptions<SMTParsingExcepData>.
     /// @param service  asked for names that nothing defines; may be null; owned by the host and kept alive by it
     /// @throws std::bad_alloc
     MathExpression(bool silent, const IMathExprService* service) : MathExpression(silent, service, HostRuntime()) {}
@@ -40,11 +39,9 @@ public:
 
     /// Compiles a text; a null pointer is an empty text. After a failure the object holds no program.
     /// @return true when there is a program to evaluate; false after the user has seen a message, or, when silent,
-    /// where an
-    ///         item refused its constant arguments, or an integer literal is too large
-    /// @throws MTExceptions<SMTParsingExcepData>  when silent: every other failure. In both modes: ")" before "(" (code
-    /// 0),
-    ///         and a constant point where a function needs a number (code 15)
+    ///         where an item refused its constant arguments, or an integer literal is too large
+    /// @throws MTExceptions<SMTParsingExcepData>  when silent: every other failure. In both modes: ")" before "("
+    ///         (code 0), and a constant point where a function needs a number (code 15)
     /// @throws MTExceptions<SMTDefExcepData>      when silent: a name that the host knows but that cannot be a variable
     /// @throws std::bad_alloc, and whatever the host's service throws
     bool setExpression(const wchar_t* expression);
@@ -52,8 +49,7 @@ public:
     /// Runs the program and stores a pending assignment, once.
     /// @param result  the value; untouched unless true is returned
     /// @return false when an item refused its arguments, when the assigned name cannot be a variable, or when there is
-    /// no
-    ///         program
+    ///         no program
     /// @throws MTExceptions<SMTParsingExcepData>  in both modes: code 15, a point where a function needs a number
     /// @throws std::bad_alloc  when the variable assigned to is new
     bool evaluate(VALTYPE& result);

@@ -11,9 +11,8 @@
 /// A number or a point. A fresh record is all zero: the number 0.
 struct VALTYPE
 {
-    std::uint8_t type = 0;  ///< 0: a number, held in x; 1: a point, held in x, y and z.
-    std::uint8_t flag =
-        0;  ///< The second flag: 1 marks a converted value or a distance. Read by the operator "&" only.
+    std::uint8_t type = 0;       ///< 0: a number, held in x; 1: a point, held in x, y and z.
+    std::uint8_t flag = 0;       ///< 1 marks a converted value or a distance. Read by the operator "&" only.
     std::uint16_t reserved = 0;  ///< Always written as zero.
     std::uint32_t padding = 0;   ///< Named so that a copied record carries no uninitialised byte.
     double x = 0.0;              ///< The number, or the first coordinate.
