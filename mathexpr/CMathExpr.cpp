@@ -3,10 +3,32 @@
 
 #include "mathexpr/HostBoundary.h"
 
-CMathExpr::CMathExpr(const HostRuntime& host) : expression(false, nullptr, host) {}
+// Constructors compute nothing, but memory may run out in them.
 
-CMathExpr::CMathExpr(const CMathExpr& other) = default;
-CMathExpr& CMathExpr::operator=(const CMathExpr& other) = default;
+CMathExpr::CMathExpr(const HostRuntime& host)
+try : expression(false, nullptr, host)
+{}
+catch (...)
+{
+    handExceptionsOver(host);
+    throw;
+}
+
+CMathExpr::CMathExpr(const CMathExpr& other)
+try : expression(other.expression)
+{}
+catch (...)
+{
+    handExceptionsOver(other.expression.host);
+    throw;
+}
+
+CMathExpr& CMathExpr::operator=(const CMathExpr& other)
+{
+    atHostBoundary(expression.host, [&] { expression = other.expression; });
+    return *this;
+}
+
 CMathExpr::~CMathExpr() = default;
 
 bool CMathExpr::Calculate(const wchar_t* text, VALTYPE& result, std::uint32_t maxInteger)

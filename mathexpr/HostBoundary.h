@@ -47,6 +47,8 @@ auto atHostBoundary(const HostRuntime& host, Work work)
 
 #else
 
+inline void handExceptionsOver(const HostRuntime&) noexcept {}
+
 inline void settleExceptions(const HostRuntime&) noexcept {}
 
 struct ExceptionCount

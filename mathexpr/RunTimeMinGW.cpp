@@ -1,17 +1,20 @@
 // RunTimeMinGW.cpp - keeps the C++ run-time library inside this DLL from leaving anything behind when the DLL is
-// unloaded. It takes the place of two of its parts: a thread's exceptions, and the initialisation of static local
-// variables.
+// unloaded. It takes the place of three of its parts: a thread's exceptions, the memory of exceptions, and the
+// initialisation of static local variables.
 //
 // The run-time library's own take slots for thread-local values and never give them back: a host that loads and unloads
 // the library would run out of slots after a thousand times. Here everything is released when the library is unloaded,
 // and what belongs to a thread when the thread ends. For the same reason nothing in the library is thread_local (see
 // platform/ThreadSlot.h). The functions are those of the C++ ABI, and the linker prefers them to the library's.
 
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <exception>
+#include <cstring>
 
 #include <cxxabi.h>
+#include <unwind.h>
 #include <windows.h>
 
 namespace {
@@ -82,21 +85,113 @@ std::uint8_t* initialisedFlag(abi::__guard* guard) noexcept
 
 }
 
-// The run-time library's own function for giving back what it set aside for throwing when memory is short. It has no
-// header.
-namespace __gnu_cxx {
-void __freeres();
-}
-
 namespace {
 
-struct ReleaseAtTheEnd
+/// What stands before a thrown object, as the C++ ABI and the run-time library lay it down; here only its size matters.
+struct ExceptionHeader
 {
-    ~ReleaseAtTheEnd() { __gnu_cxx::__freeres(); }
+    std::size_t referenceCount;
+    void* type;
+    void* destructor;
+    void* unexpectedHandler;
+    void* terminateHandler;
+    void* next;
+    int handlerCount;
+    int handlerSwitchValue;
+    const void* actionRecord;
+    const void* languageSpecificData;
+    std::uintptr_t landingPad;
+    void* adjustedObject;
+    _Unwind_Exception unwinding;
 };
 
-const ReleaseAtTheEnd releaseAtTheEnd;
+static_assert(sizeof(ExceptionHeader) == 160);
 
+/// Memory for exceptions that are thrown when there is none. The run-time library's own is behind a mutex that it makes
+/// when it first locks it, for which it needs memory.
+class Reserve
+{
+public:
+    void* take(std::size_t size) noexcept
+    {
+        for (Block& block : blocks)
+        {
+            if (size <= sizeof(block.bytes) && !block.taken.test_and_set(std::memory_order_acquire))
+            {
+                return block.bytes;
+            }
+        }
+        return nullptr;
+    }
+
+    /// Whether the memory was the reserve's, which has it back now.
+    bool giveBack(void* memory) noexcept
+    {
+        for (Block& block : blocks)
+        {
+            if (memory == block.bytes)
+            {
+                block.taken.clear(std::memory_order_release);
+                return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    struct Block
+    {
+        alignas(ExceptionHeader) unsigned char bytes[1024] = {};
+        std::atomic_flag taken;
+    };
+
+    Block blocks[16];
+};
+
+constinit Reserve reserve;
+
+/// Where the reserve is used up, too, a thread waits until another one's exception ends or there is memory again.
+void* zeroedMemory(std::size_t size) noexcept
+{
+    void* memory = std::malloc(size);
+    while (memory == nullptr && (memory = reserve.take(size)) == nullptr)
+    {
+        Sleep(1);
+        memory = std::malloc(size);
+    }
+    return std::memset(memory, 0, size);
+}
+
+void release(void* memory) noexcept
+{
+    if (!reserve.giveBack(memory))
+    {
+        std::free(memory);
+    }
+}
+
+}
+
+extern "C" void* abi::__cxa_allocate_exception(std::size_t size) noexcept
+{
+    return static_cast<unsigned char*>(zeroedMemory(sizeof(ExceptionHeader) + size)) + sizeof(ExceptionHeader);
+}
+
+extern "C" void abi::__cxa_free_exception(void* object) noexcept
+{
+    release(static_cast<unsigned char*>(object) - sizeof(ExceptionHeader));
+}
+
+// A record that refers to an exception elsewhere is no larger than the header of one.
+
+extern "C" abi::__cxa_dependent_exception* abi::__cxa_allocate_dependent_exception() noexcept
+{
+    return static_cast<__cxa_dependent_exception*>(zeroedMemory(sizeof(ExceptionHeader)));
+}
+
+extern "C" void abi::__cxa_free_dependent_exception(__cxa_dependent_exception* exception) noexcept
+{
+    release(exception);
 }
 
 extern "C" abi::__cxa_eh_globals* abi::__cxa_get_globals() noexcept

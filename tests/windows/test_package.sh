@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # test_package.sh ZIP BUILD-DIRECTORY - unpacks the package elsewhere, builds its samples as somebody would who has only
-# the package, and runs them for a German user.
+# the package, and runs them for a German user; and a host for the ABI of Microsoft's compiler.
 set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 zip=$1
 build=$2
 elsewhere=$(mktemp -d "${TMPDIR:-/tmp}/mathexpr package.XXXXXX")
@@ -16,6 +17,12 @@ set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 END
 cmake -S "$package/samples" -B samples -DCMAKE_TOOLCHAIN_FILE="$elsewhere/toolchain.cmake" -DCMAKE_BUILD_TYPE=Release >log
 cmake --build samples >>log || { cat log; exit 1; }
+
+clang --target=x86_64-pc-windows-msvc -std=c99 -ffreestanding -O1 -Wall -Wextra -Werror -I "$package/include" \
+    -c "$here/msvc_host.c" -o msvc_host.obj
+x86_64-w64-mingw32-gcc-posix -nostdlib -Wl,-e,start -o "$package/bin/msvc_host.exe" msvc_host.obj \
+    "$package/lib/mathexpr.lib" -lkernel32
+wine64 "$package/bin/msvc_host.exe"
 
 export LC_ALL=de_DE.UTF-8
 MATHEXPR_PACKAGE=$(wine64 winepath -w "$package" | tr -d '\r')

@@ -1,0 +1,219 @@
+// MemoryTests.cpp - memory that runs out inside the DLL: std::bad_alloc arrives at the host, whose count of exceptions
+// stays right.
+//
+// The DLL has an operator new of its own. What it asks the system's C library for memory with is an entry in its table
+// of imports, and the tests put a function of their own there.
+
+#include "mathexpr/BulkEvaluation.h"
+#include "mathexpr/CMathExpr.h"
+#include "mathexpr/Diagnostics.h"
+#include "mathexpr/MessageDisplay.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <memory>
+#include <new>
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+namespace {
+
+constexpr int unlimited = -1;
+int allowed = unlimited;
+int nbRefused = 0;
+
+void* limitedMalloc(std::size_t size)
+{
+    if (allowed == 0)
+    {
+        ++nbRefused;
+        return nullptr;
+    }
+    allowed -= allowed == unlimited ? 0 : 1;
+    return std::malloc(size);
+}
+
+/// The entry of a module's table of imports that holds the address of a function; null when it has none.
+void** importedFunction(HMODULE module, const char* name)
+{
+    auto* const base = reinterpret_cast<unsigned char*>(module);
+    const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+    const auto* const headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+    const IMAGE_DATA_DIRECTORY& imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    for (auto* library = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + imports.VirtualAddress);
+         library->Name != 0; ++library)
+    {
+        const auto* names = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + library->OriginalFirstThunk);
+        auto* entries = reinterpret_cast<IMAGE_THUNK_DATA*>(base + library->FirstThunk);
+        for (; names->u1.AddressOfData != 0; ++names, ++entries)
+        {
+            const auto* byName = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
+            if (!IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal) &&
+                std::strcmp(reinterpret_cast<const char*>(byName->Name), name) == 0)
+            {
+                return reinterpret_cast<void**>(&entries->u1.Function);
+            }
+        }
+    }
+    return nullptr;
+}
+
+/// While one lives, the DLL's memory can be limited.
+class LimitedMemory
+{
+public:
+    LimitedMemory() : entry(importedFunction(GetModuleHandleW(L"mathexpr.dll"), "malloc"))
+    {
+        if (entry == nullptr)
+        {
+            throw std::runtime_error("the library does not import malloc");
+        }
+        original = *entry;
+        write(reinterpret_cast<void*>(&limitedMalloc));
+    }
+    LimitedMemory(const LimitedMemory&) = delete;
+    LimitedMemory& operator=(const LimitedMemory&) = delete;
+    ~LimitedMemory() { write(original); }
+
+private:
+    void write(void* function)
+    {
+        DWORD protection = 0;
+        VirtualProtect(entry, sizeof(*entry), PAGE_READWRITE, &protection);
+        *entry = function;
+        VirtualProtect(entry, sizeof(*entry), protection, &protection);
+    }
+
+    void** entry;
+    void* original = nullptr;
+};
+
+class Memory : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        before = setMessageDisplay({[](void*, std::uint32_t, const wchar_t*) {}, nullptr});
+    }
+    void TearDown() override { setMessageDisplay(before); }
+
+    /// Makes ready, and calls work with no memory, with one block, with two... until it gets through.
+    template <class Prepare, class Work>
+    void expectBadAlloc(Prepare prepare, Work work)
+    {
+        const LimitedMemory limited;
+        nbRefused = 0;
+        bool done = false;
+        for (int blocks = 0; !done; ++blocks)
+        {
+            ASSERT_LT(blocks, 1000);
+            const auto subject = prepare();
+            allowed = blocks;
+            try
+            {
+                work(*subject);
+                done = true;
+            }
+            catch (const std::bad_alloc&)
+            {}
+            allowed = unlimited;
+            ASSERT_EQ(std::uncaught_exceptions(), 0) << blocks;
+        }
+        EXPECT_GT(nbRefused, 0) << "nothing was refused";
+    }
+
+private:
+    MessageDisplay before;
+};
+
+struct Subject
+{
+    CMathExpr calculator;
+    MathExpression expression{true, nullptr};
+    ExpressionVariables variables{expression};
+    VALTYPE result{};
+
+    Subject()
+    {
+        variables.set(L"a", VALTYPE{0, 0, 0, 0, 2, 0, 0});
+        expression.setExpression(L"b=a+1");
+    }
+};
+
+std::unique_ptr<Subject> newSubject()
+{
+    return std::make_unique<Subject>();
+}
+
+TEST_F(Memory, RunsOutInACalculatorsConstructor)
+{
+    expectBadAlloc([] { return std::make_unique<int>(); }, [](int&) { const CMathExpr calculator; });
+}
+
+TEST_F(Memory, RunsOutWhileACalculatorIsCopied)
+{
+    const auto pending = [] {
+        auto subject = newSubject();
+        // What waits to be assigned is copied, too, and the name is too long for the text to hold it itself.
+        subject->calculator.Calculate(L"a_name_of_many_letters.b=3", subject->result, 2147483647);
+        return subject;
+    };
+    expectBadAlloc(pending, [](Subject& subject) { const CMathExpr copy(subject.calculator); });
+    expectBadAlloc(pending, [](Subject& subject) {
+        CMathExpr other;
+        other = subject.calculator;
+    });
+}
+
+TEST_F(Memory, RunsOutWhileATextIsComputed)
+{
+    expectBadAlloc(newSubject, [](Subject& subject) {
+        subject.calculator.Calculate(L"c=max(1,2)*[1,2,3]", subject.result, 2147483647);
+    });
+    expectBadAlloc(newSubject, [](Subject& subject) { subject.expression.setExpression(L"a*2+max(1,a)"); });
+    expectBadAlloc(newSubject, [](Subject& subject) { subject.expression.evaluate(subject.result); });
+}
+
+TEST_F(Memory, RunsOutInTheVariables)
+{
+    expectBadAlloc(newSubject, [](Subject& subject) { subject.variables.set(L"another", VALTYPE{}); });
+    expectBadAlloc(newSubject, [](Subject& subject) { subject.variables.names(); });
+    expectBadAlloc(newSubject, [](Subject& subject) { subject.variables.usedNames(); });
+}
+
+TEST_F(Memory, RunsOutInADiagnostic)
+{
+    const auto failed = [] {
+        auto subject = newSubject();
+        try
+        {
+            subject->expression.setExpression(L"unknown+1");
+        }
+        catch (const ParsingException&)
+        {}
+        return subject;
+    };
+    expectBadAlloc(failed, [](Subject& subject) { ExpressionDiagnostics(subject.expression).get(); });
+}
+
+TEST_F(Memory, RunsOutInBulkEvaluation)
+{
+    expectBadAlloc(newSubject, [](Subject& subject) {
+        const double numbers[] = {1, 2, 3};
+        double values[3];
+        BulkColumn column;
+        column.name = L"a";
+        column.data = numbers;
+        BulkResults results;
+        results.data = values;
+        BulkOutcome outcome;
+        evaluateBulk(subject.expression, &column, 1, 3, results, 2, outcome);
+    });
+}
+
+}
