@@ -1,0 +1,79 @@
+# What cmake --install puts where, in three components:
+#   library      what a program needs that was linked with the library
+#   development  what it takes to compile such a program: headers, CMake package, pkg-config file, documents, examples
+#   tool         the calculator
+#
+# Nothing that is installed holds a path of the machine that built it: the whole may be moved.
+include(CMakePackageConfigHelpers)
+
+set(cmake_folder ${CMAKE_INSTALL_LIBDIR}/cmake/mathexpr)
+set(pkgconfig_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# One name for each component's folder of documents, which is that of its Debian package as well.
+set(MATHEXPR_LIBRARY_PACKAGE libmathexpr${PROJECT_VERSION_MAJOR})
+set(MATHEXPR_DEVELOPMENT_PACKAGE libmathexpr-dev)
+set(MATHEXPR_TOOL_PACKAGE mathexpr)
+set(MATHEXPR_COMPONENTS library development)
+if(MATHEXPR_BUILD_TOOLS)
+  list(APPEND MATHEXPR_COMPONENTS tool)
+endif()
+foreach(component ${MATHEXPR_COMPONENTS})
+  string(TOUPPER ${component} COMPONENT)
+  set(folder ${CMAKE_INSTALL_DATAROOTDIR}/doc/${MATHEXPR_${COMPONENT}_PACKAGE})
+  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${folder} RENAME copyright COMPONENT ${component})
+endforeach()
+
+install(
+  TARGETS mathexpr
+  EXPORT mathexprTargets
+  RUNTIME COMPONENT library
+  LIBRARY COMPONENT library NAMELINK_COMPONENT development
+  ARCHIVE COMPONENT development)
+if(WIN32)
+  install(TARGETS TarnUInfo RUNTIME COMPONENT library ARCHIVE COMPONENT development)
+  install(TARGETS MathExprRes LIBRARY DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library)
+endif()
+
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/include/
+  TYPE INCLUDE
+  COMPONENT development)
+install(
+  EXPORT mathexprTargets
+  NAMESPACE mathexpr::
+  DESTINATION ${cmake_folder}
+  COMPONENT development)
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/mathexprConfig.cmake.in ${PROJECT_BINARY_DIR}/mathexprConfig.cmake
+                              INSTALL_DESTINATION ${cmake_folder} NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/mathexprConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(
+  FILES ${PROJECT_BINARY_DIR}/mathexprConfig.cmake ${PROJECT_BINARY_DIR}/mathexprConfigVersion.cmake
+  DESTINATION ${cmake_folder}
+  COMPONENT development)
+
+file(RELATIVE_PATH MATHEXPR_PREFIX_FROM_PKGCONFIG /prefix/${pkgconfig_folder} /prefix)
+string(REGEX REPLACE "/$" "" MATHEXPR_PREFIX_FROM_PKGCONFIG "${MATHEXPR_PREFIX_FROM_PKGCONFIG}")
+configure_file(${CMAKE_CURRENT_LIST_DIR}/mathexpr.pc.in ${PROJECT_BINARY_DIR}/mathexpr.pc @ONLY)
+install(
+  FILES ${PROJECT_BINARY_DIR}/mathexpr.pc
+  DESTINATION ${pkgconfig_folder}
+  COMPONENT development)
+
+set(documents ${CMAKE_INSTALL_DATAROOTDIR}/doc/${MATHEXPR_DEVELOPMENT_PACKAGE})
+install(
+  FILES ${PROJECT_SOURCE_DIR}/docs/embedding.md ${PROJECT_SOURCE_DIR}/docs/vocabulary.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+  DESTINATION ${documents}
+  COMPONENT development)
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/examples
+  DESTINATION ${documents}
+  COMPONENT development)
+
+if(MATHEXPR_BUILD_TOOLS)
+  install(TARGETS mathexpr-calc RUNTIME COMPONENT tool)
+  # Finds its library wherever the tree is unpacked; in /usr the system looks by itself.
+  if(UNIX AND NOT APPLE AND NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    file(RELATIVE_PATH library_from_tool /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
+    set_target_properties(mathexpr-calc PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_tool}")
+  endif()
+endif()

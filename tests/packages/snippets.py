@@ -1,0 +1,88 @@
+"""snippets.py - a document's code blocks do what the document says they do.
+
+    snippets.py DOCUMENT FOLDER CHECKOUT [PREFIX]
+
+Every fenced block has to be of a kind that is known here. A block of C++ or C is a whole program, kept in FOLDER as host.cpp
+or host.c. It is compiled and linked with what pkg-config says, and the text block that follows is what it prints, on
+standard output and standard error in their order. A block of sh is a list of commands for the folder, and one of cmake is
+the CMakeLists.txt of the program before it; either is followed by what it, or the program that it builds, prints.
+CHECKOUT is what stands where a project fetches the sources, or has them as third_party/mathexpr; PREFIX, where an
+unpacked archive is.
+"""
+import os
+import re
+import shutil
+import subprocess
+import sys
+from pathlib import Path
+
+FENCE = re.compile(r"^```(\w*)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+WARNINGS = ["-O1", "-Wall", "-Wextra", "-Wpedantic", "-Werror"]
+COMPILERS = {"cpp": ["c++", "-std=c++17"], "c": ["cc", "-std=c99"]}
+
+
+def run(command, folder):
+    """What a command prints, with no terminal around it."""
+    done = subprocess.run(command, cwd=folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, text=True, encoding="utf-8", check=False)
+    if done.returncode != 0:
+        raise RuntimeError(f"{' '.join(map(str, command))}: exit status {done.returncode}\n{done.stdout}")
+    return done.stdout
+
+
+def pkg_config():
+    return subprocess.run(["pkg-config", "--cflags", "--libs", "mathexpr"], check=True, capture_output=True,
+                          text=True).stdout.split()
+
+
+def build_with_cmake(folder, checkout, prefix):
+    build = folder / "build"
+    shutil.rmtree(build, ignore_errors=True)
+    third_party = folder / "third_party"
+    third_party.mkdir(exist_ok=True)
+    if not (third_party / "mathexpr").exists():
+        (third_party / "mathexpr").symlink_to(checkout)
+    run(["cmake", "-S", ".", "-B", build, "-DCMAKE_BUILD_TYPE=Release", f"-DFETCHCONTENT_SOURCE_DIR_MATHEXPR={checkout}",
+         *([f"-DCMAKE_PREFIX_PATH={prefix}"] if prefix else [])], folder)
+    run(["cmake", "--build", build, "--parallel", "2"], folder)
+    return run([build / "host"], folder)
+
+
+def printed(kind, text, folder, checkout, prefix):
+    if kind in COMPILERS:
+        (folder / f"host.{kind}").write_text(text, encoding="utf-8")
+        run([*COMPILERS[kind], *WARNINGS, f"host.{kind}", "-o", "host", *pkg_config()], folder)
+        return run(["./host"], folder)
+    if kind == "cmake":
+        (folder / "CMakeLists.txt").write_text(text, encoding="utf-8")
+        return build_with_cmake(folder, checkout, prefix)
+    if kind == "sh":
+        return run(["bash", "-euc", text], folder)
+    raise RuntimeError(f"a block of the kind '{kind}', which nothing here runs")
+
+
+def main():
+    document, folder, checkout, *prefix = sys.argv[1:]
+    folder = Path(folder)
+    folder.mkdir(parents=True)
+    text = Path(document).read_text(encoding="utf-8")
+    blocks = FENCE.findall(text)
+    if len(re.findall(r"^\s*(```|~~~)", text, re.MULTILINE)) != 2 * len(blocks):
+        raise RuntimeError(f"{document}: a fence that is not closed, indented or of the other kind")
+    if not blocks or len(blocks) % 2 or any(kind != "text" for kind, _ in blocks[1::2]):
+        raise RuntimeError(f"{document}: a block without the text that it prints")
+    failures = 0
+    for number, ((kind, code), (_, expected)) in enumerate(zip(blocks[0::2], blocks[1::2]), 1):
+        found = printed(kind, code, folder, Path(checkout).resolve(), prefix[0] if prefix else None)
+        if found != expected:
+            failures += 1
+            print(f"block {number} ({kind}) of {os.path.basename(document)} prints\n{found}instead of\n{expected}")
+    print(f"{len(blocks) // 2} blocks, {failures} print something else")
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    try:
+        sys.exit(main())
+    except RuntimeError as error:
+        sys.exit(f"snippets.py: {error}")
