@@ -69,10 +69,16 @@ bool runAndNote(MTParserProgram& program, bool showMessages, MTParserCompiler& c
 }
 
 MathExpression::MathExpression(bool silentMode, const IMathExprService* service, const HostRuntime& hostRuntime)
-    : registrar(std::make_shared<MTParserRegistrar>(&vocabularyPrototype())),
-      compiler(std::make_shared<MTParserCompiler>(*registrar, !silentMode, service)), program(&compiler->getProgram()),
-      silent(silentMode), host(hostRuntime)
+try : registrar(std::make_shared<MTParserRegistrar>(&vocabularyPrototype())),
+    compiler(std::make_shared<MTParserCompiler>(*registrar, !silentMode, service)), program(&compiler->getProgram()),
+    silent(silentMode), host(hostRuntime)
 {}
+catch (...)
+{
+    // It computes nothing, but memory may run out.
+    handExceptionsOver(hostRuntime);
+    throw;
+}
 
 MathExpression::MathExpression(const MathExpression&) = default;
 MathExpression& MathExpression::operator=(const MathExpression&) = default;

@@ -155,6 +155,11 @@ TEST_F(Memory, RunsOutInACalculatorsConstructor)
     expectBadAlloc([] { return std::make_unique<int>(); }, [](int&) { const CMathExpr calculator; });
 }
 
+TEST_F(Memory, RunsOutInAnExpressionsConstructor)
+{
+    expectBadAlloc([] { return std::make_unique<int>(); }, [](int&) { const MathExpression expression(true, nullptr); });
+}
+
 TEST_F(Memory, RunsOutWhileACalculatorIsCopied)
 {
     const auto pending = [] {
