@@ -157,7 +157,8 @@ TEST_F(Memory, RunsOutInACalculatorsConstructor)
 
 TEST_F(Memory, RunsOutInAnExpressionsConstructor)
 {
-    expectBadAlloc([] { return std::make_unique<int>(); }, [](int&) { const MathExpression expression(true, nullptr); });
+    expectBadAlloc([] { return std::make_unique<int>(); },
+                   [](int&) { const MathExpression expression(true, nullptr); });
 }
 
 TEST_F(Memory, RunsOutWhileACalculatorIsCopied)
