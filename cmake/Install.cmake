@@ -30,7 +30,11 @@ install(
   LIBRARY COMPONENT library NAMELINK_COMPONENT development
   ARCHIVE COMPONENT development)
 if(WIN32)
-  install(TARGETS TarnUInfo RUNTIME COMPONENT library ARCHIVE COMPONENT development)
+  install(
+    TARGETS TarnUInfo
+    EXPORT mathexprTargets
+    RUNTIME COMPONENT library
+    ARCHIVE COMPONENT development)
   install(TARGETS MathExprRes LIBRARY DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library)
 endif()
 
