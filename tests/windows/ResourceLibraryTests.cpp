@@ -1,0 +1,58 @@
+// ResourceLibraryTests.cpp - TarnUInfo opens what stands beside its caller, which is this program, and nothing else.
+
+#include "TarnUInfo/TarnUInfo.h"
+#include "tests/windows/Paths.h"
+
+#include <cstdint>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(ResourceLibrary, IsFoundBesideTheCaller)
+{
+    HMODULE library = LoadResourceDll(L"MathExprRes.dll");
+    ASSERT_NE(library, nullptr);
+    wchar_t text[512];
+    EXPECT_GT(LoadStringW(library, 10, text, 512), 0);
+    EXPECT_EQ(LoadResourceDll(L"MathExprRes.dll"), library);
+    EXPECT_EQ(LoadResourceDll(L"mathexprres.DLL"), library);
+}
+
+TEST(ResourceLibrary, IsOpenedForItsResourcesOnly)
+{
+    HMODULE library = LoadResourceDll(L"MathExprRes.dll");
+    ASSERT_NE(library, nullptr);
+    // The system marks such a handle in its low bits, and does not count the library among the modules.
+    EXPECT_NE(reinterpret_cast<std::uintptr_t>(library) & 3U, 0U);
+    EXPECT_EQ(GetModuleHandleW(L"MathExprRes.dll"), nullptr);
+}
+
+TEST(ResourceLibrary, IsFoundNowhereElse)
+{
+    ScratchFolder folder;
+    folder.copy(L"OneStringRes.dll", L"Planted.dll");
+    const std::wstring searchPath = folder.path();
+    ASSERT_TRUE(SetCurrentDirectoryW(searchPath.c_str()));
+    SetEnvironmentVariableW(L"PATH", searchPath.c_str());
+    ASSERT_NE(GetFileAttributesW(L"Planted.dll"), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(LoadResourceDll(L"Planted.dll"), nullptr);
+    EXPECT_EQ(LoadResourceDll((searchPath + L"Planted.dll").c_str()), nullptr);
+    SetCurrentDirectoryW(programFolder().c_str());
+}
+
+TEST(ResourceLibrary, HasAPlainName)
+{
+    const std::wstring fullPath = programFolder() + L"MathExprRes.dll";
+    ASSERT_NE(GetFileAttributesW(fullPath.c_str()), INVALID_FILE_ATTRIBUTES);
+    for (const wchar_t* name :
+         {L"", L".", L"..", L".\\MathExprRes.dll", L"./MathExprRes.dll", L"..\\bin\\MathExprRes.dll",
+          L"MathExprRes.dll:stream", L"C:MathExprRes.dll", fullPath.c_str(), L"no such library.dll"})
+    {
+        EXPECT_EQ(LoadResourceDll(name), nullptr) << testing::PrintToString(name);
+    }
+    EXPECT_EQ(LoadResourceDll(nullptr), nullptr);
+}
+
+}
