@@ -15,7 +15,7 @@ cat >toolchain.cmake <<'END'
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 END
-cmake -S "$package/samples" -B samples -DCMAKE_TOOLCHAIN_FILE="$elsewhere/toolchain.cmake" -DCMAKE_BUILD_TYPE=Release >log
+cmake -G Ninja -S "$package/samples" -B samples -DCMAKE_TOOLCHAIN_FILE="$elsewhere/toolchain.cmake" -DCMAKE_BUILD_TYPE=Release >log
 cmake --build samples >>log || { cat log; exit 1; }
 
 clang --target=x86_64-pc-windows-msvc -std=c99 -ffreestanding -O1 -Wall -Wextra -Werror -I "$package/include" \
