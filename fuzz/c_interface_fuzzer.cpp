@@ -25,8 +25,9 @@ struct Result
 
     bool operator==(const Result& other) const
     {
-        return status == other.status &&
-               (status != MATHEXPR_OK || std::memcmp(&value, &other.value, sizeof value) == 0);
+        const bool sameValue = value.type == other.value.type && value.flag == other.value.flag &&
+                               value.x == other.value.x && value.y == other.value.y && value.z == other.value.z;
+        return status == other.status && (status != MATHEXPR_OK || sameValue);
     }
 };
 

@@ -218,8 +218,10 @@ private:
             {
                 const auto first = std::ranges::find_if(
                     headings, [&](const std::wstring& other) { return variables.address(other.c_str()) == earlier; });
-                throw TableTrouble{where + ": the heading \"" + heading + "\" is that of column " +
-                                   std::to_string(first - headings.begin() + 1) + " too"};
+                std::string trouble = where;
+                trouble.append(": the heading \"").append(heading).append("\" is that of column ");
+                trouble.append(std::to_string(first - headings.begin() + 1)).append(" too");
+                throw TableTrouble{trouble};
             }
             define(*wide, where + ": the heading");
             headings.push_back(*wide);
