@@ -9,6 +9,7 @@ import pty
 import subprocess
 import sys
 import time
+import unicodedata
 import unittest
 
 CALCULATOR = None
@@ -384,6 +385,34 @@ class WhereItFailed(CalculatorTest):
         self.expect_lines(["2*h\u00f6he*2"], [UNKNOWN_NAME, "  2*h\u00f6he*2", "    ^^^^"])
         self.expect_lines(["pi+\U0001d70b*2"], [UNKNOWN_NAME, "  pi+\U0001d70b*2", "     ^"])
 
+    def test_wide_characters_have_two_carets(self):
+        self.expect_lines(["2*\u5e45+\u5bbd\u5ea6"], [UNKNOWN_NAME, "  2*\u5e45+\u5bbd\u5ea6", "    ^^"])
+        self.expect_lines(["--set", "\u5e45=2", "\u5e45+\u5bbd\u5ea6*2"], [
+            UNKNOWN_NAME, "  \u5e45+\u5bbd\u5ea6*2", "     ^^^^"])
+        self.expect_lines(["\uff41+1"], [UNKNOWN_NAME, "  \uff41+1", "  ^^"])  # a full-width letter
+        self.expect_lines(["\ud55c+1"], [UNKNOWN_NAME, "  \ud55c+1", "  ^^"])  # Hangul
+        self.expect_lines(["1+\U0001f600"], [UNKNOWN_NAME, "  1+\U0001f600", "    ^^"])
+        self.expect_lines(["\uff76+1"], [UNKNOWN_NAME, "  \uff76+1", "  ^"])  # half-width katakana
+
+    def test_combining_characters_have_no_caret_of_their_own(self):
+        self.expect_lines(["ho\u0308he*2"], [UNKNOWN_NAME, "  ho\u0308he*2", "  ^^^^"])
+        self.expect_lines(["--set", "o\u0308\u0301=1", "o\u0308\u0301+x"], [
+            UNKNOWN_NAME, "  o\u0308\u0301+x", "    ^"])
+        self.expect_lines(["\u0301"], [UNKNOWN_NAME, "  \u0301", "  ^"])
+
+    def test_a_long_text_of_wide_and_combining_characters_is_cut_between_them(self):
+        for character, width in (("\u5e45", 2), ("o\u0308", 1)):
+            done = self.run_calculator("--set", character + "=1", "+".join([character] * 100) + "+1/0")
+            text, carets = done.stderr.decode().splitlines()[1:3]
+            self.assertRegex(text, r"\A  \.\.\.[+o\u5e45]")
+            self.assertEqual(self.columns(text[:text.index("/")]), carets.index("^"))
+
+    @staticmethod
+    def columns(text):
+        """The columns that a text takes, by the tables of Python."""
+        return sum(0 if unicodedata.combining(character) else
+                   2 if unicodedata.east_asian_width(character) in "WF" else 1 for character in text)
+
     def test_a_long_text_is_cut(self):
         self.expect_lines(["+".join(["1"] * 100) + "+1/0+" + "+".join(["1"] * 100)], [
             DIVISION_BY_ZERO,
@@ -391,6 +420,7 @@ class WhereItFailed(CalculatorTest):
             "     " + " " * 40 + "^"])
 
     def test_a_control_character_stays_on_its_line(self):
+        self.expect_lines(["1+\x1b\x7f\x9bx"], [UNKNOWN_NAME, "  1+   x", "    ^^^^"])
         self.expect_lines(["1+\ta\n*2"], [UNKNOWN_NAME, "  1+ a *2", "    ^^^"])
 
     def test_a_text_of_blanks_is_marked_whole(self):

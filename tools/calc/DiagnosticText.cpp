@@ -2,6 +2,7 @@
 #include "tools/calc/DiagnosticText.h"
 
 #include "mathexpr/IMathFunction.h"
+#include "tools/calc/DisplayWidth.h"
 #include "tools/calc/Utf8.h"
 
 #include <algorithm>
@@ -11,44 +12,94 @@ namespace {
 
 constexpr const char* indent = "  ";
 
-/// So many characters are shown before the failure and from its beginning on.
-constexpr std::size_t shownBefore = 40;
-constexpr std::size_t shownFrom = 36;
+/// So many columns are shown at most before the failure, and from its beginning on.
+constexpr std::size_t mostBefore = 40;
+constexpr std::size_t mostFrom = 36;
 
-/// Characters, not bytes of UTF-8. Wide and combining ones count as one.
-std::size_t columnsOf(std::string_view utf8)
+bool isControl(wchar_t character)
 {
-    return static_cast<std::size_t>(std::count_if(
-        utf8.begin(), utf8.end(), [](char unit) { return (static_cast<unsigned char>(unit) & 0xC0) != 0x80; }));
+    return character < L' ' || (character >= 0x7F && character <= 0x9F);
 }
 
-/// A part of the text that stays on its line.
+/// A part of the text that stays on its line, and that the terminal takes for text.
 std::string printable(std::wstring_view text)
 {
     std::wstring line(text);
-    std::replace_if(
-        line.begin(), line.end(), [](wchar_t character) { return character < L' '; }, L' ');
+    std::replace_if(line.begin(), line.end(), isControl, L' ');
     return toUtf8(line);
 }
 
-/// Moves a boundary off the middle of a pair of units.
-std::size_t boundary(std::wstring_view text, std::size_t at)
+/// The columns of one unit of the text; of a pair of units each has one.
+std::size_t widthOf(wchar_t unit)
 {
-    const bool splits = at > 0 && at < text.size() && text[at] >= 0xDC00 && text[at] <= 0xDFFF;
-    return splits ? at - 1 : at;
+    return displayWidth(printable({&unit, 1}));
 }
 
-std::string excerpt(std::wstring_view text, std::size_t start, std::size_t length)
+/// Whether a cut before this unit would tear a pair of units apart, or a mark from what it combines with.
+bool belongsToPrevious(wchar_t unit)
 {
-    const std::size_t first = start > shownBefore ? boundary(text, start - shownBefore) : 0;
-    const std::size_t end = boundary(text, std::min(text.size(), start + shownFrom));
-    const std::size_t markedEnd = std::min(start + length, end);
+    return (unit >= 0xDC00 && unit <= 0xDFFF) || widthOf(unit) == 0;
+}
 
-    const std::string before = (first == 0 ? "" : "...") + printable(text.substr(first, start - first));
+/// The first unit that is shown, so that no more than so many columns stand before the failure.
+std::size_t beginOfExcerpt(std::wstring_view text, std::size_t start, std::size_t columns)
+{
+    std::size_t first = start;
+    for (std::size_t width = 0; first > 0; --first)
+    {
+        width += widthOf(text[first - 1]);
+        if (width > columns)
+        {
+            break;
+        }
+    }
+    while (first > 0 && first < start && belongsToPrevious(text[first]))
+    {
+        ++first;
+    }
+    return first;
+}
+
+/// The end of what is shown, so that no more than so many columns are taken from the beginning of the failure on.
+std::size_t endOfExcerpt(std::wstring_view text, std::size_t start, std::size_t columns)
+{
+    std::size_t end = start;
+    for (std::size_t width = 0; end < text.size(); ++end)
+    {
+        width += widthOf(text[end]);
+        if (width > columns)
+        {
+            break;
+        }
+    }
+    while (end < text.size() && end > start + 1 && belongsToPrevious(text[end]))
+    {
+        --end;
+    }
+    return end;
+}
+
+std::string excerpt(std::wstring_view text, std::size_t start, std::size_t length, std::size_t columns)
+{
+    constexpr std::string_view cut = "...";
+    constexpr std::size_t least = 5;
+    const std::size_t around = std::string_view(indent).size() + 2 * cut.size() + 1;  // the last column stays free
+    const std::size_t room = columns > around ? columns - around : 0;
+    const std::size_t before = std::clamp(room / 2, least, mostBefore);
+    const std::size_t from = std::clamp(room - std::min(room, before), least, mostFrom);
+
+    const std::size_t first = beginOfExcerpt(text, start, before);
+    const std::size_t end = endOfExcerpt(text, start, from);
+    const std::size_t markedEnd = std::min(start + length, end);
+    const std::string shownBefore = std::string(first == 0 ? "" : cut) + printable(text.substr(first, start - first));
     const std::string marked = printable(text.substr(start, markedEnd - start));
-    const std::string after = printable(text.substr(markedEnd, end - markedEnd)) + (end == text.size() ? "" : "...");
-    return indent + before + marked + after + '\n' + indent + std::string(columnsOf(before), ' ') +
-           std::string(columnsOf(marked), '^') + '\n';
+    const std::string after = printable(text.substr(markedEnd, end - markedEnd));
+    const std::size_t carets = std::max<std::size_t>(1, displayWidth(marked));
+    std::string lines = indent + shownBefore + marked + after;
+    lines += end == text.size() ? "" : cut;
+    lines += '\n';
+    lines += indent + std::string(displayWidth(shownBefore), ' ') + std::string(carets, '^') + '\n';
+    return lines;
 }
 
 /// "a, b or c"
@@ -106,12 +157,12 @@ std::string countText(const ExpressionDiagnostic& diagnostic)
 
 }
 
-std::string diagnosticText(std::wstring_view expression, const ExpressionDiagnostic& diagnostic)
+std::string diagnosticText(std::wstring_view expression, const ExpressionDiagnostic& diagnostic, std::size_t columns)
 {
     std::string text;
     if (diagnostic.length != 0 && diagnostic.start + diagnostic.length <= expression.size())
     {
-        text += excerpt(expression, diagnostic.start, diagnostic.length);
+        text += excerpt(expression, diagnostic.start, diagnostic.length, columns);
     }
     for (const std::string& sentence :
          {expectedText(diagnostic.expected), countText(diagnostic), suggestionText(diagnostic.suggestions)})
