@@ -1,0 +1,51 @@
+"""An expression calculator for CAD applications: numbers and points, units, geometry, variables.
+
+>>> import mathexpr
+>>> mathexpr.evaluate("3*[1,2,0.5]")
+Point(x=3.0, y=6.0, z=1.5)
+
+`evaluate` computes one text. An `Expression` is compiled once and evaluated as often as wanted, for single values or
+with NumPy for whole arrays, and keeps variables. A text that is wrong raises a `MathExprError`, which tells where.
+"""
+
+from ._errors import (
+    DefinitionError,
+    Diagnostic,
+    MathExprError,
+    ParsingError,
+    RefusedError,
+    RowsError,
+    VariableNameError,
+)
+from ._expression import Expression, Limits, evaluate, evaluate_arrays
+from ._library import LIBRARY as _LIBRARY
+from ._session import Resolver
+from ._values import Point, Value
+from ._variables import Variables
+from ._vocabulary import VocabularyItem, vocabulary
+
+__version__: str = _LIBRARY.mathexpr_version_text().decode("ascii")
+
+# A traceback names the exceptions as users import them.
+for _error in (DefinitionError, MathExprError, ParsingError, RefusedError, RowsError, VariableNameError):
+    _error.__module__ = __name__
+
+__all__ = [
+    "DefinitionError",
+    "Diagnostic",
+    "Expression",
+    "Limits",
+    "MathExprError",
+    "ParsingError",
+    "Point",
+    "RefusedError",
+    "Resolver",
+    "RowsError",
+    "Value",
+    "VariableNameError",
+    "Variables",
+    "VocabularyItem",
+    "evaluate",
+    "evaluate_arrays",
+    "vocabulary",
+]

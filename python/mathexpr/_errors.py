@@ -1,0 +1,178 @@
+"""Exceptions.
+
+What is wrong with an expression brings a `MathExprError` with the diagnostic; what is wrong with an argument, such as an
+array of another type, brings Python's own TypeError or ValueError.
+"""
+
+from __future__ import annotations
+
+from dataclasses import dataclass
+from typing import TYPE_CHECKING, Any
+
+from . import _library
+
+if TYPE_CHECKING:
+    import numpy as np
+    from numpy.typing import NDArray
+
+_BLANKS = str.maketrans("\t\n\r", "   ")
+
+
+@dataclass(frozen=True)
+class Diagnostic:
+    """What went wrong, and where in the text. Positions count characters."""
+
+    message: str  #: In the user's language, which the environment tells.
+    message_number: int  #: 1 to 19; 0 where the library has no message for it.
+    text: str  #: The expression, or the name, as it was given.
+    position: int = 0
+    length: int = 0  #: 0 where nothing in the text stands for the failure.
+    kind: str = "refused"  #: "parsing", "definition" or "refused".
+    code: int = 0  #: MATHEXPR_PARSING_... or MATHEXPR_DEFINITION_... of mathexpr.h.
+    item_name: str = ""  #: The token, symbol or text concerned.
+    conflict_name: str = ""  #: What stands in the way of a definition.
+    expected: int = 0  #: What would have been accepted: bits of MATHEXPR_EXPECTED_... of mathexpr.h.
+    nb_args: int = 0  #: How many arguments the item was given.
+    accepted_nb_args: tuple[int | None, ...] = ()  #: How many it takes, by overload; None is any number.
+    suggestions: tuple[str, ...] = ()  #: For an unknown name: what may be meant, the nearest first.
+
+    @property
+    def caret(self) -> str:
+        """The text, and below it the mark of what is wrong.
+
+        >>> print(Diagnostic("no such function", 5, "1 + sine(30)", 4, 4).caret)
+        1 + sine(30)
+            ^^^^
+        """
+        return f"{self.text.translate(_BLANKS)}\n{' ' * self.position}{'^' * max(self.length, 1)}"
+
+
+class MathExprError(Exception):
+    """An expression that cannot be compiled or evaluated. Its diagnostic's members are its own, too.
+
+    >>> import mathexpr
+    >>> try:
+    ...     mathexpr.evaluate("1 + sine(30)")
+    ... except mathexpr.MathExprError as error:
+    ...     print(error.code, error.position, error.length, error.suggestions)
+    10 4 4 ('sin', 'sinh')
+    """
+
+    def __init__(self, diagnostic: Diagnostic) -> None:
+        super().__init__(diagnostic)
+        self.diagnostic = diagnostic
+        self.message = diagnostic.message
+        self.message_number = diagnostic.message_number
+        self.text = diagnostic.text
+        self.position = diagnostic.position
+        self.length = diagnostic.length
+        self.code = diagnostic.code
+        self.suggestions = diagnostic.suggestions
+        self.caret = diagnostic.caret
+
+    def __str__(self) -> str:
+        perhaps = f"\nperhaps {', '.join(self.suggestions)}" if self.suggestions else ""
+        return f"{self.message}\n{self.caret}{perhaps}"
+
+
+class ParsingError(MathExprError):
+    """The text does not compile, or a point stands where a number is needed."""
+
+
+class DefinitionError(MathExprError):
+    """The name that a text assigns to cannot be a variable."""
+
+
+class RefusedError(MathExprError):
+    """An item refused its arguments, as ``ln`` does with -1."""
+
+
+class VariableNameError(MathExprError, ValueError):
+    """A name that cannot be a variable."""
+
+
+class RowsError(MathExprError):
+    """Rows of arrays that have no value. All others have been computed: nothing is lost.
+
+    ``diagnostic`` tells of the first of them.
+    """
+
+    def __init__(self, diagnostic: Diagnostic, values: NDArray[np.float64], nb_failed: int, first_failed: int) -> None:
+        super().__init__(diagnostic)
+        self.values = values  #: All results, NaN where there is none.
+        self.nb_failed = nb_failed
+        self.first_failed = first_failed  #: The first failed row, from 0.
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        return type(self), (self.diagnostic, self.values, self.nb_failed, self.first_failed)
+
+    def __str__(self) -> str:
+        failed = f"{self.nb_failed} of {len(self.values)} rows have no value"
+        return f"{failed}; row {self.first_failed}: {super().__str__()}"
+
+
+# By MATHEXPR_KIND_...
+_KINDS = {0: ("refused", RefusedError), 1: ("parsing", ParsingError), 2: ("definition", DefinitionError)}
+
+
+def error_of_record(record: _library.DiagnosticRecord, utf8: bytes) -> MathExprError:
+    """The exception for what the library tells of a text."""
+    kind, exception = _KINDS[record.kind]
+    start, length = record.start, record.length
+    accepted = (record.accepted_nb_args[index] for index in range(record.nb_accepted_nb_args))
+    return exception(
+        Diagnostic(
+            message=record.text.decode(),
+            message_number=record.message,
+            text=utf8.decode(),
+            position=len(utf8[:start].decode()),
+            length=len(utf8[start : start + length].decode()),
+            kind=kind,
+            code=record.code,
+            item_name=record.item_name.decode(),
+            conflict_name=record.conflict_name.decode(),
+            expected=record.expected,
+            nb_args=record.nb_args,
+            accepted_nb_args=tuple(None if number == _library.ANY_NB_ARGS else number for number in accepted),
+            suggestions=tuple(record.suggestions[index].decode() for index in range(record.nb_suggestions)),
+        )
+    )
+
+
+# By MATHEXPR_DEFINITION_...
+_NAME_REFUSALS = {
+    12: "a variable needs a name",
+    13: "the name of a variable may not be a number",
+    14: "the name is that of a constant",
+    15: "the name holds a character that no name can hold",
+}
+
+
+def error_of_name(refusal: _library.NameRefusal, name: bytes) -> VariableNameError:
+    """The exception for a name that cannot be a variable."""
+    start, length = refusal.start, refusal.length
+    return VariableNameError(
+        Diagnostic(
+            message=_NAME_REFUSALS[refusal.code],
+            message_number=0,
+            text=name.decode(),
+            position=len(name[:start].decode()),
+            length=len(name[start : start + length].decode()),
+            kind="definition",
+            code=refusal.code,
+        )
+    )
+
+
+def error_of_status(status: int) -> Exception:
+    """The exception for a status that no diagnostic tells about."""
+    text = _library.status_text(status)
+    if status == _library.OUT_OF_MEMORY:
+        return MemoryError(text)
+    if status == _library.ZERO_IN_TEXT:
+        return ValueError(text)
+    if status == _library.NO_PROGRAM:
+        return RuntimeError("there is nothing to evaluate: compile a text first")
+    if status == _library.BUSY:
+        return RuntimeError("the expression waits for its resolver, which may not change or run it")
+    return RuntimeError(f"{text} (status {status})")
