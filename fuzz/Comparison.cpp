@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -28,36 +29,66 @@ constexpr VALTYPE untouched{1, 1, 0x5A5A, 0xA5A5A5A5, 12345.678, -9876.5, 0.0312
 
 }
 
-Comparison::Comparison(bool silent) : library(silent, answer), reference(silent, answer) {}
-
-void Comparison::compare(const reference::Outcome& ofLibrary, const reference::Outcome& ofReference,
-                         const std::string& call)
+Comparison::Comparison(bool silent) : library(silent, answer), reference(silent, answer)
 {
-    history += call + "  ->  " + reference::describe(ofLibrary) + '\n';
-    if (!reference::sameOutcome(ofLibrary, ofReference))
+    history.reserve(16);
+    // The small generator of the C library: it is seeded twice a call, which takes the usual one thousands of steps.
+    static char state[8];
+    initstate(1, state, sizeof(state));
+}
+
+std::string Comparison::describe(const Call& call)
+{
+    switch (call.kind)
     {
-        std::fprintf(stderr, "%sbut the reference: %s\n", history.c_str(), reference::describe(ofReference).c_str());
-        std::abort();
+    case Call::Kind::SetExpression:
+        return "set " + reference::printable(call.text);
+    case Call::Kind::Evaluate:
+        return "evaluate";
+    case Call::Kind::DropAssignment:
+        return "drop the assignment";
+    case Call::Kind::ChangeVariable:
+        return "change " + reference::printable(call.text) + " to " + reference::describe(call.value);
     }
+    return {};
+}
+
+void Comparison::compare(Call call, const reference::Outcome& ofReference)
+{
+    history.push_back(std::move(call));
+    if (!reference::sameOutcome(history.back().outcome, ofReference))
+    {
+        fail(reference::describe(ofReference));
+    }
+}
+
+void Comparison::fail(const std::string& expected) const
+{
+    for (const Call& call : history)
+    {
+        std::fprintf(stderr, "%s  ->  %s\n", describe(call).c_str(), reference::describe(call.outcome).c_str());
+    }
+    std::fprintf(stderr, "but expected: %s\n", expected.c_str());
+    std::abort();
 }
 
 void Comparison::setExpression(const std::wstring& text)
 {
-    compare(library.setExpression(text), reference.setExpression(text), "set " + reference::printable(text));
+    compare({Call::Kind::SetExpression, text, {}, library.setExpression(text)}, reference.setExpression(text));
 }
 
 void Comparison::evaluate()
 {
     // Both sides draw the same random numbers from the process's generator.
     std::srand(1);
-    const reference::Outcome ofLibrary = library.evaluate(untouched);
+    reference::Outcome ofLibrary = library.evaluate(untouched);
     std::srand(1);
-    compare(ofLibrary, reference.evaluate(untouched), "evaluate");
+    compare({Call::Kind::Evaluate, {}, {}, std::move(ofLibrary)}, reference.evaluate(untouched));
 }
 
 void Comparison::dropAssignment()
 {
-    history += "drop the assignment\n";
+    history.push_back({Call::Kind::DropAssignment, {}, {}, {}});
     library.dropAssignment();
     reference.dropAssignment();
 }
@@ -68,17 +99,17 @@ void Comparison::changeVariable(const std::wstring& name, const VALTYPE& value)
     reference::Outcome ofReference;
     ofLibrary.returned = library.changeVariable(name, value);
     ofReference.returned = reference.changeVariable(name, value);
-    compare(ofLibrary, ofReference, "change " + reference::printable(name) + " to " + reference::describe(value));
+    compare({Call::Kind::ChangeVariable, name, value, std::move(ofLibrary)}, ofReference);
 }
 
 void Comparison::expectUsable()
 {
     dropAssignment();
     setExpression(L"1+1");
-    const reference::Outcome outcome = library.evaluate(untouched);
-    if (!outcome.returned || outcome.value.x != 2.0)
+    evaluate();
+    const reference::Outcome& outcome = history.back().outcome;
+    if (!outcome.returned || outcome.value.type != 0 || outcome.value.x != 2.0)
     {
-        std::fprintf(stderr, "%s1+1  ->  %s\n", history.c_str(), reference::describe(outcome).c_str());
-        std::abort();
+        fail("2");
     }
 }

@@ -5,7 +5,9 @@
 #include "tests/reference/EngineSession.h"
 #include "tests/reference/ReferenceEvaluator.h"
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 class Comparison
 {
@@ -21,9 +23,28 @@ public:
     void expectUsable();
 
 private:
-    void compare(const reference::Outcome& ofLibrary, const reference::Outcome& ofReference, const std::string& call);
+    /// A call and what the library answered, to be told when a later one goes wrong.
+    struct Call
+    {
+        enum class Kind : std::uint8_t
+        {
+            SetExpression,
+            Evaluate,
+            DropAssignment,
+            ChangeVariable,
+        };
 
-    std::string history;
+        Kind kind;
+        std::wstring text;  // of the expression, or the variable's name
+        VALTYPE value;
+        reference::Outcome outcome;
+    };
+
+    static std::string describe(const Call& call);
+    void compare(Call call, const reference::Outcome& ofReference);
+    [[noreturn]] void fail(const std::string& expected) const;
+
+    std::vector<Call> history;
     reference::EngineSession library;
     reference::Session reference;
 };
