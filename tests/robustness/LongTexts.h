@@ -1,0 +1,41 @@
+// LongTexts.h - texts of any length, each a part repeated before and behind a middle, and what has to come of them.
+#pragma once
+
+#include "mathexpr/ValType.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+
+/// A shape of texts: head, n times opening, middle, n times closing.
+struct LongText
+{
+    /// A number that grows with the text.
+    struct Line
+    {
+        double first = 0.0;
+        double each = 0.0;
+
+        double at(std::size_t n) const { return first + each * static_cast<double>(n); }
+    };
+
+    static constexpr std::uint32_t compiles = 0xFFFFFFFF;
+
+    const char* name;
+    const wchar_t* head;
+    const wchar_t* opening;
+    const wchar_t* middle;
+    const wchar_t* closing;
+    std::uint32_t code;    // of the failure, or compiles
+    Line expected;         // the value where x is 1, or the position of the failure
+    bool isPoint = false;  // the value is a point
+    bool isNamed = false;  // the failure names all of the openings
+
+    /// How many parts a text of about so many characters has: an even number.
+    std::size_t partsOf(std::size_t characters) const;
+
+    std::wstring make(std::size_t parts) const;
+};
+
+std::span<const LongText> longTexts();

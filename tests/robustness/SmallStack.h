@@ -1,0 +1,45 @@
+// SmallStack.h - runs code where a recursion as deep as a text is long would end the process.
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+
+#include <pthread.h>
+
+/// A host's thread with little room. Sanitizers need more of it for the same calls.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr bool isInstrumented = true;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+inline constexpr bool isInstrumented = true;
+#else
+inline constexpr bool isInstrumented = false;
+#endif
+#else
+inline constexpr bool isInstrumented = false;
+#endif
+
+inline constexpr std::size_t smallStack = isInstrumented ? 512 * 1024 : 64 * 1024;
+
+/// Runs code on a thread with a small stack, and waits for it.
+template <class Code>
+void onSmallStack(Code code)
+{
+    pthread_attr_t attributes;
+    pthread_t thread{};
+    pthread_attr_init(&attributes);
+    const bool started =
+        pthread_attr_setstacksize(&attributes, smallStack) == 0 && pthread_create(
+                                                                       &thread, &attributes,
+                                                                       [](void* given) -> void* {
+                                                                           (*static_cast<Code*>(given))();
+                                                                           return nullptr;
+                                                                       },
+                                                                       &code) == 0;
+    pthread_attr_destroy(&attributes);
+    if (!started)
+    {
+        throw std::runtime_error("no thread with a small stack");
+    }
+    pthread_join(thread, nullptr);
+}
