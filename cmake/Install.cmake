@@ -65,7 +65,8 @@ install(
 
 set(documents ${CMAKE_INSTALL_DATAROOTDIR}/doc/${MATHEXPR_DEVELOPMENT_PACKAGE})
 install(
-  FILES ${PROJECT_SOURCE_DIR}/docs/embedding.md ${PROJECT_SOURCE_DIR}/docs/vocabulary.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+  FILES ${PROJECT_SOURCE_DIR}/docs/embedding.md ${PROJECT_SOURCE_DIR}/docs/language.md
+        ${PROJECT_SOURCE_DIR}/docs/vocabulary.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
   DESTINATION ${documents}
   COMPONENT development)
 install(

@@ -1,0 +1,131 @@
+"""pages.py - does what the pages tell their readers to do, and compares what comes of it with what they say.
+
+    pages.py FOLDER CHECKOUT CALCULATOR PAGE...
+
+Each page is followed in a folder of its own in FOLDER, in which `mathexpr` is the CHECKOUT, from its first line to its
+last:
+
+- A fenced block below a line that ends in "as `NAME`:" is a file, and is saved under that name.
+- A block of sh is run, after the lines of earlier ones that begin with export. The block of text that follows it, if
+  there is one, is what it prints.
+- A block of python that is no file is a session, with >>> before what is typed. Those of a page are one session, which
+  the Python of the page's `.venv` runs, or else the one that runs this.
+- In a table whose first column is Expression, the CALCULATOR is given the expressions of a row, one after the other. The
+  second column is the last value, as code, or the words with which the message begins.
+
+A fence of another kind, and a page of which nothing was tried, are mistakes.
+"""
+import os
+import re
+import shutil
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+FENCE = re.compile(r"^```(\w*)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+FILE = re.compile(r"\bas `([\w./-]+)`:\s*\Z")
+CODE = re.compile(r"`([^`]+)`")
+TABLE = re.compile(r"^\| Expression \|.*\n\|[-| :]+\n((?:\|.*\n)+)", re.MULTILINE)
+CELL = re.compile(r"(?<!\\)\|")
+
+
+class Page:
+    def __init__(self, path, folder, calculator):
+        self.path = path
+        self.folder = folder
+        self.calculator = calculator
+        self.exports = ""
+        self.session = ""
+        self.failures = 0
+        self.nb_tried = 0
+
+    def compare(self, what, found, expected):
+        self.nb_tried += 1
+        if found != expected:
+            self.failures += 1
+            print(f"{self.path.name}: {what.strip()}\ngives\n{found.rstrip()}\ninstead of\n{expected.rstrip()}\n")
+
+    def run(self, command, what):
+        """What a command prints, with no terminal around it; a failure is told."""
+        done = subprocess.run(command, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                              stderr=subprocess.STDOUT, text=True, encoding="utf-8", check=False)
+        if done.returncode != 0:
+            self.failures += 1
+            print(f"{self.path.name}: exit status {done.returncode} of\n{what}\n{done.stdout}")
+        return done.stdout
+
+    def follow(self):
+        text = self.path.read_text(encoding="utf-8")
+        blocks = list(FENCE.finditer(text))
+        if len(re.findall(r"^\s*(?:```|~~~)", text, re.MULTILINE)) != 2 * len(blocks):
+            raise ValueError(f"{self.path}: a fence that is not closed, indented or of the other kind")
+        printed = None
+        for block in blocks:
+            kind, content = block.groups()
+            name = FILE.search(text[:block.start()])
+            if name and kind != "text":
+                file = self.folder / name.group(1)
+                file.parent.mkdir(parents=True, exist_ok=True)
+                file.write_text(content, encoding="utf-8")
+            elif kind == "sh":
+                printed = self.run(["bash", "-euo", "pipefail", "-c", self.exports + content], content)
+                self.exports += "".join(re.findall(r"^export .*\n", content, re.MULTILINE))
+                self.nb_tried += 1
+                continue
+            elif kind == "text" and printed is not None:
+                self.compare("the commands before", printed, content)
+            elif kind == "python":
+                self.session += content + "\n"
+            else:
+                raise ValueError(f"{self.path}: a block of the kind '{kind}', which nothing runs:\n{content}")
+            printed = None
+        self.run_session()
+        for rows in TABLE.findall(text):
+            for row in rows.splitlines():
+                self.check_row([cell.strip() for cell in CELL.split(row)][1:-1])
+        if self.nb_tried == 0:
+            raise ValueError(f"{self.path}: there is nothing in it to try")
+
+    def run_session(self):
+        if not self.session:
+            return
+        self.nb_tried += self.session.count(">>> ")
+        (self.folder / "session.txt").write_text(self.session, encoding="utf-8")
+        python = self.folder / ".venv" / "bin" / "python"
+        self.run([python if python.exists() else sys.executable, "-m", "doctest", "session.txt"], "a session")
+
+    def check_row(self, cells):
+        expressions = [code.replace("\\|", "|") for code in CODE.findall(cells[0])]
+        done = subprocess.run([self.calculator, "--", *expressions], stdin=subprocess.DEVNULL, capture_output=True, text=True,
+                              encoding="utf-8", check=False)
+        value = CODE.fullmatch(cells[1])
+        if value:
+            self.compare(cells[0], done.stdout.splitlines()[-1] if done.returncode == 0 else done.stderr, value.group(1))
+        elif not cells[1]:
+            raise ValueError(f"{self.path}: no value for {cells[0]}")
+        else:
+            self.compare(cells[0], done.stderr[:len(cells[1])] if done.returncode == 1 else done.stdout, cells[1])
+
+
+def main():
+    folder, checkout, calculator, *paths = sys.argv[1:]
+    failures = 0
+    for path in map(Path, paths):
+        work = Path(folder, path.stem).resolve()
+        shutil.rmtree(work, ignore_errors=True)
+        work.mkdir(parents=True)
+        (work / "mathexpr").symlink_to(Path(checkout).resolve())
+        page = Page(path, work, os.path.abspath(calculator))
+        start = time.monotonic()
+        page.follow()
+        failures += page.failures
+        print(f"{path.name}: {page.nb_tried} tried in {time.monotonic() - start:.0f} s, {page.failures} not as told")
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    try:
+        sys.exit(main())
+    except ValueError as error:
+        sys.exit(f"pages.py: {error}")
