@@ -142,6 +142,39 @@ MathExpression& Calculator::expression()
     return *expressionObject;
 }
 
+std::vector<NamedValue> Calculator::namedValues()
+{
+    const ExpressionVariables known = variables();
+    std::vector<NamedValue> named;
+    for (const std::wstring& name : known.names())
+    {
+        VALTYPE value;
+        known.get(name.c_str(), value);
+        named.push_back({name, value});
+    }
+    for (std::uint32_t index = 0; !oneShot && hostNames.getName(index) != nullptr; ++index)
+    {
+        VALTYPE value;
+        const std::wstring name = hostNames.getName(index);
+        if (!known.get(name.c_str(), value))
+        {
+            named.push_back({name, hostNames.valueOf(name)});
+        }
+    }
+    return named;
+}
+
+void Calculator::setVariable(const wchar_t* name, const VALTYPE& value)
+{
+    variables().set(name, value);
+}
+
+ExpressionVariables Calculator::variables()
+{
+    prepareObject();
+    return oneShot ? ExpressionVariables(*oneShot) : ExpressionVariables(*expressionObject);
+}
+
 void Calculator::run(const std::wstring& text, Answer& answer)
 {
     prepareObject();

@@ -3,14 +3,17 @@
 
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/MathExpression.h"
+#include "mathexpr/Variables.h"
 #include "tools/calc/Answer.h"
 #include "tools/calc/HostNames.h"
 #include "tools/calc/MessageRecorder.h"
+#include "tools/calc/NamedValue.h"
 #include "tools/calc/Options.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Holds one expression object, or one one-shot calculator when there is a limit for whole numbers, so that variables
 /// live from one expression to the next.
@@ -29,11 +32,19 @@ public:
     /// The expression object; not for one-shot calculation.
     MathExpression& expression();
 
+    /// What the next expression may name: the variables in the order in which they were defined, then the names of the
+    /// host's that it has not been asked for yet.
+    std::vector<NamedValue> namedValues();
+
+    /// Gives a variable a value.
+    void setVariable(const wchar_t* name, const VALTYPE& value);
+
 private:
     /// Fills in the values; answer.failed names the stage under way until all is done, also for what is thrown.
     void run(const std::wstring& text, Answer& answer);
 
     void prepareObject();
+    ExpressionVariables variables();
     std::optional<ExpressionDiagnostic> diagnose();
     void dropAssignment() noexcept;
 

@@ -79,12 +79,12 @@ std::size_t endOfExcerpt(std::wstring_view text, std::size_t start, std::size_t 
     return end;
 }
 
-std::string excerpt(std::wstring_view text, std::size_t start, std::size_t length, std::size_t columns)
+std::string excerpt(std::wstring_view text, std::size_t start, std::size_t length, const TerminalStyle& style)
 {
     constexpr std::string_view cut = "...";
     constexpr std::size_t least = 5;
     const std::size_t around = std::string_view(indent).size() + 2 * cut.size() + 1;  // the last column stays free
-    const std::size_t room = columns > around ? columns - around : 0;
+    const std::size_t room = style.columns > around ? style.columns - around : 0;
     const std::size_t before = std::clamp(room / 2, least, mostBefore);
     const std::size_t from = std::clamp(room - std::min(room, before), least, mostFrom);
 
@@ -98,7 +98,7 @@ std::string excerpt(std::wstring_view text, std::size_t start, std::size_t lengt
     std::string lines = indent + shownBefore + marked + after;
     lines += end == text.size() ? "" : cut;
     lines += '\n';
-    lines += indent + std::string(displayWidth(shownBefore), ' ') + std::string(carets, '^') + '\n';
+    lines += indent + std::string(displayWidth(shownBefore), ' ') + style.failure(std::string(carets, '^')) + '\n';
     return lines;
 }
 
@@ -157,12 +157,13 @@ std::string countText(const ExpressionDiagnostic& diagnostic)
 
 }
 
-std::string diagnosticText(std::wstring_view expression, const ExpressionDiagnostic& diagnostic, std::size_t columns)
+std::string diagnosticText(std::wstring_view expression, const ExpressionDiagnostic& diagnostic,
+                           const TerminalStyle& style)
 {
     std::string text;
     if (diagnostic.length != 0 && diagnostic.start + diagnostic.length <= expression.size())
     {
-        text += excerpt(expression, diagnostic.start, diagnostic.length, columns);
+        text += excerpt(expression, diagnostic.start, diagnostic.length, style);
     }
     for (const std::string& sentence :
          {expectedText(diagnostic.expected), countText(diagnostic), suggestionText(diagnostic.suggestions)})

@@ -2,23 +2,19 @@
 #pragma once
 
 #include "mathexpr/ExpressionDiagnostic.h"
+#include "tools/calc/TerminalStyle.h"
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
-
-/// A width at which nothing is cut for the terminal's sake.
-inline constexpr std::size_t wideEnough = 1000;
 
 /// The text with a caret under every column of the failure, then what would have been accepted there and what an
 /// unknown name may mean, where that says more than the message. Each line is indented and ends with a line end. Of a
 /// text that is long, or wider than the terminal, the surroundings of the failure are shown, so that the caret stays
 /// below what it marks.
 /// @param expression  as typed
-/// @param columns  of the terminal
 std::string diagnosticText(std::wstring_view expression, const ExpressionDiagnostic& diagnostic,
-                           std::size_t columns = wideEnough);
+                           const TerminalStyle& style = {});
 
 /// "Did you mean this, that or the other?"; empty without names.
 std::string suggestionText(const std::vector<std::wstring>& names);

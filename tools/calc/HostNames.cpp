@@ -31,6 +31,11 @@ const wchar_t* HostNames::getName(std::uint32_t index) const
     return index < values.size() ? std::next(values.begin(), index)->first.c_str() : nullptr;
 }
 
+const VALTYPE& HostNames::valueOf(const std::wstring& name) const
+{
+    return values.at(name);
+}
+
 std::vector<std::string> HostNames::takeAsked()
 {
     return std::exchange(asked, {});

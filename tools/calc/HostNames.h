@@ -17,6 +17,9 @@ public:
     bool lookupValue(const wchar_t* name, VALTYPE& value) const override;
     const wchar_t* getName(std::uint32_t index) const override;
 
+    /// The value of a name that has been defined, without counting as a question.
+    const VALTYPE& valueOf(const std::wstring& name) const;
+
     /// The names asked since the last call, in order; UTF-8.
     std::vector<std::string> takeAsked();
 

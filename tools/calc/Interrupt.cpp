@@ -20,6 +20,13 @@ bool wasInterrupted()
     return interrupted != 0;
 }
 
+bool takeInterrupt()
+{
+    const bool taken = interrupted != 0;
+    interrupted = 0;
+    return taken;
+}
+
 #if defined(_WIN32)
 
 void noteInterrupts()
@@ -27,16 +34,32 @@ void noteInterrupts()
     std::signal(SIGINT, noteInterrupt);
 }
 
+void noteEveryInterrupt() {}
+
 void failOnClosedPipes() {}
 
 #else
 
-void noteInterrupts()
+namespace {
+
+void noteInterruptsWith(int flags)
 {
     struct sigaction action = {};
     action.sa_handler = noteInterrupt;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    action.sa_flags = flags;
     sigaction(SIGINT, &action, nullptr);
+}
+
+}
+
+void noteInterrupts()
+{
+    noteInterruptsWith(static_cast<int>(SA_RESETHAND));
+}
+
+void noteEveryInterrupt()
+{
+    noteInterruptsWith(0);
 }
 
 void failOnClosedPipes()

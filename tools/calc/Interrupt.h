@@ -7,5 +7,11 @@ void noteInterrupts();
 
 bool wasInterrupted();
 
+/// From now on no Ctrl-C ends the program: each is noted for takeInterrupt, and ends a read that waits. Not on Windows.
+void noteEveryInterrupt();
+
+/// Whether there was a Ctrl-C since the last call.
+bool takeInterrupt();
+
 /// From now on writing to a pipe that nobody reads any more fails, instead of ending the program without a word.
 void failOnClosedPipes();

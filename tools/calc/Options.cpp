@@ -108,7 +108,8 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
 {
     Options options;
     CLI::App app("Computes expressions: numbers, points, units, names.\n"
-                 "Without an EXPRESSION, reads them from standard input, one a line (UTF-8).\n");
+                 "Without an EXPRESSION, opens a prompt on a terminal, or else reads expressions from\n"
+                 "standard input, one a line (UTF-8).\n");
     app.formatter(std::make_shared<HelpFormatter>());
     app.set_help_flag("--help", "Show this text and end");
     app.set_version_flag("--version", "mathexpr " MATHEXPR_VERSION, "Show the version and end");

@@ -35,15 +35,15 @@ std::string exceptionText(const RaisedException& exception)
 }
 
 /// Where the expression failed, in lines of their own.
-std::string whereText(const Answer& answer)
+std::string whereText(const Answer& answer, const TerminalStyle& style)
 {
     const auto expression = toWide(answer.expression);
-    return expression && answer.diagnostic ? diagnosticText(*expression, *answer.diagnostic) : std::string();
+    return expression && answer.diagnostic ? diagnosticText(*expression, *answer.diagnostic, style) : std::string();
 }
 
 }
 
-void reportPlain(const Answer& answer)
+void reportPlain(const Answer& answer, const std::string& origin, const TerminalStyle& style)
 {
     for (const VALTYPE& value : answer.values)
     {
@@ -52,7 +52,8 @@ void reportPlain(const Answer& answer)
     std::cout.flush();  // so that values and failures keep their order where both go to one place
     if (answer.failed && answer.trouble.empty())
     {
-        std::cerr << failureText(answer) << '\n' << whereText(answer);
+        const std::string before = origin.empty() ? origin : origin + ": ";
+        std::cerr << style.failure(before + failureText(answer)) << '\n' << whereText(answer, style);
     }
 }
 

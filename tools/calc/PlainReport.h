@@ -2,11 +2,13 @@
 #pragma once
 
 #include "tools/calc/Answer.h"
+#include "tools/calc/TerminalStyle.h"
 
 #include <string>
 
 /// One value a line; when the expression failed, what went wrong, and below it where, in indented lines.
-void reportPlain(const Answer& answer);
+/// @param origin  where the expression stands, to be said before what went wrong; empty where the user knows
+void reportPlain(const Answer& answer, const std::string& origin = {}, const TerminalStyle& style = {});
 
 /// What went wrong, for an answer that failed: a line for each message, and for an exception a sentence.
 std::string failureText(const Answer& answer);

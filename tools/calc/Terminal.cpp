@@ -2,15 +2,27 @@
 
 #include "tools/calc/Terminal.h"
 
+namespace {
+
+constexpr std::size_t usualColumns = 80;
+
+}
+
 #if defined(_WIN32)
 
 #include <cstdio>
 
 #include <io.h>
+#include <windows.h>
 
 bool standardInputIsTerminal()
 {
     return _isatty(_fileno(stdin)) != 0;
+}
+
+bool standardOutputIsTerminal()
+{
+    return _isatty(_fileno(stdout)) != 0;
 }
 
 bool standardErrorIsTerminal()
@@ -18,8 +30,19 @@ bool standardErrorIsTerminal()
     return _isatty(_fileno(stderr)) != 0;
 }
 
+std::size_t terminalColumns()
+{
+    CONSOLE_SCREEN_BUFFER_INFO screen;
+    if (GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &screen) == 0)
+    {
+        return usualColumns;
+    }
+    return static_cast<std::size_t>(screen.srWindow.Right - screen.srWindow.Left + 1);
+}
+
 #else
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 bool standardInputIsTerminal()
@@ -27,9 +50,21 @@ bool standardInputIsTerminal()
     return isatty(STDIN_FILENO) == 1;
 }
 
+bool standardOutputIsTerminal()
+{
+    return isatty(STDOUT_FILENO) == 1;
+}
+
 bool standardErrorIsTerminal()
 {
     return isatty(STDERR_FILENO) == 1;
+}
+
+std::size_t terminalColumns()
+{
+    winsize size = {};
+    const bool told = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
+    return told ? size.ws_col : usualColumns;
 }
 
 #endif

@@ -11,6 +11,7 @@
 #include "tools/calc/ItemNotes.h"
 #include "tools/calc/Utf8.h"
 #include "tools/calc/ValueText.h"
+#include "tools/calc/VocabularyItems.h"
 
 #include <nlohmann/json.hpp>
 
@@ -22,17 +23,6 @@
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-std::vector<VocabularyItem> allItems()
-{
-    std::vector<VocabularyItem> items;
-    VocabularyItem item;
-    for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
-    {
-        items.push_back(item);
-    }
-    return items;
-}
 
 const char* kindName(VocabularyKind kind)
 {
@@ -198,7 +188,7 @@ std::vector<std::wstring> namesThatBeginAlike(const std::wstring& name)
 {
     std::vector<std::wstring> alike;
     std::size_t most = 1;
-    for (const VocabularyItem& item : allItems())
+    for (const VocabularyItem& item : vocabularyItems())
     {
         const std::wstring_view symbol = item.symbol;
         const auto differing = std::mismatch(name.begin(), name.end(), symbol.begin(), symbol.end()).first;
@@ -249,7 +239,7 @@ void complain(const std::string& name)
 
 void listVocabulary(bool json)
 {
-    const std::vector<VocabularyItem> items = allItems();
+    const std::vector<VocabularyItem>& items = vocabularyItems();
     if (json)
     {
         Json list = Json::array();
@@ -257,26 +247,28 @@ void listVocabulary(bool json)
         std::cout << list.dump() << '\n';
         return;
     }
-    constexpr VocabularyFamily order[] = {VocabularyFamily::Constants, VocabularyFamily::Operators,
-                                          VocabularyFamily::CoreMath,  VocabularyFamily::Geometry,
-                                          VocabularyFamily::Angle,     VocabularyFamily::Length,
-                                          VocabularyFamily::Area,      VocabularyFamily::Volume};
-    for (const VocabularyFamily family : order)
+    for (const FamilyName& family : familyNames())
     {
-        std::cout << (family == order[0] ? "" : "\n") << familyTitle(family) << '\n';
-        for (const VocabularyItem& item : items)
+        std::cout << (family.family == familyNames().front().family ? "" : "\n");
+        listFamily(family.family);
+    }
+}
+
+void listFamily(VocabularyFamily family)
+{
+    std::cout << familyTitle(family) << '\n';
+    for (const VocabularyItem& item : vocabularyItems())
+    {
+        if (item.family == family)
         {
-            if (item.family == family)
-            {
-                std::cout << "  " << std::left << std::setw(18) << headOf(item) << "  " << tailOf(item) << '\n';
-            }
+            std::cout << "  " << std::left << std::setw(18) << headOf(item) << "  " << tailOf(item) << '\n';
         }
     }
 }
 
 bool describeItems(const std::vector<std::string>& names, bool json)
 {
-    const std::vector<VocabularyItem> items = allItems();
+    const std::vector<VocabularyItem>& items = vocabularyItems();
     bool allKnown = true;
     for (std::size_t index = 0; index < names.size(); ++index)
     {

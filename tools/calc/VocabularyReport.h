@@ -1,11 +1,16 @@
 // VocabularyReport.h - the vocabulary for people and for scripts.
 #pragma once
 
+#include "mathexpr/Vocabulary.h"
+
 #include <string>
 #include <vector>
 
 /// Prints all items: a line each, by family; or one JSON array in the order in which they are registered.
 void listVocabulary(bool json);
+
+/// Prints the items of one family, a line each below the family's title.
+void listFamily(VocabularyFamily family);
 
 /// Tells all about the items of each name, overloads included, with expressions that are computed meanwhile; as JSON an
 /// array a name. Of a name that is none, the nearest ones are told on standard error.

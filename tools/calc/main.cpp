@@ -1,9 +1,11 @@
 // main.cpp - mathexpr, the command-line calculator: computes the expressions of its command line or of standard input.
 
 #include "tools/calc/Calculator.h"
+#include "tools/calc/InputLine.h"
 #include "tools/calc/JsonReport.h"
 #include "tools/calc/Options.h"
 #include "tools/calc/PlainReport.h"
+#include "tools/calc/Prompt.h"
 #include "tools/calc/Table.h"
 #include "tools/calc/Terminal.h"
 #include "tools/calc/VocabularyReport.h"
@@ -21,14 +23,14 @@ class Session
 {
 public:
     explicit Session(const Options& givenOptions, Calculator& givenCalculator)
-        : calculator(givenCalculator), report(givenOptions.json ? reportJson : reportPlain)
+        : calculator(givenCalculator), json(givenOptions.json)
     {}
 
     /// @param origin  where the expression stands, for a complaint about the text itself
     void compute(std::string_view expression, const std::string& origin)
     {
         const Answer answer = calculator.compute(expression);
-        report(answer);
+        json ? reportJson(answer) : reportPlain(answer);
         if (answer.failed)
         {
             failed = true;
@@ -43,14 +45,9 @@ public:
 
 private:
     Calculator& calculator;
-    void (*report)(const Answer&);
+    bool json;
     bool failed = false;
 };
-
-bool isBlank(std::string_view line)
-{
-    return line.find_first_not_of(" \t\r\f\v") == std::string_view::npos;
-}
 
 void computeLines(Session& session)
 {
@@ -68,15 +65,7 @@ void computeLines(Session& session)
     while (readLine(line))
     {
         ++number;
-        std::string_view expression = line;
-        if (number == 1 && expression.starts_with("\xEF\xBB\xBF"))
-        {
-            expression.remove_prefix(3);  // a byte order mark, as some editors write it
-        }
-        if (expression.ends_with('\r'))
-        {
-            expression.remove_suffix(1);
-        }
+        const std::string_view expression = expressionOfLine(line, number);
         if (!isBlank(expression))
         {
             session.compute(expression, "line " + std::to_string(number));
@@ -123,6 +112,11 @@ int run(const Options& options)
         }
     }
     Session session(options, calculator);
+    if (options.expressions.empty() && standardInputIsTerminal() && standardOutputIsTerminal())
+    {
+        runPrompt(options, calculator);
+        return finish(statusOk);
+    }
     if (options.expressions.empty())
     {
         computeLines(session);

@@ -1,0 +1,258 @@
+// CompletionTests.cpp - what the prompt offers, beside what the library accepts.
+#include "mathexpr/IMathFunction.h"
+#include "mathexpr/MathExpression.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "tools/calc/PromptCompletion.h"
+#include "tools/calc/Utf8.h"
+#include "tools/calc/VocabularyItems.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+VALTYPE number(double x)
+{
+    VALTYPE value;
+    value.x = x;
+    return value;
+}
+
+VALTYPE point(double x, double y, double z)
+{
+    VALTYPE value;
+    value.type = 1;
+    value.x = x;
+    value.y = y;
+    value.z = z;
+    return value;
+}
+
+/// A session with a number, a point, a number that many items refuse, and a name of the host's that no text can hold.
+const std::vector<NamedValue> session = {{L"width", number(2)},
+                                         {L"place", point(1, 2, 3)},
+                                         {L"nothing", number(0)},
+                                         {L"\x5e45", number(3)},
+                                         {L"a b", number(1)}};
+
+Words offered(const std::string& before, const std::string& after = {})
+{
+    return complete(before, after, session, std::nullopt).candidates;
+}
+
+bool offers(const std::string& before, const std::string& word, const std::string& after = {})
+{
+    const Words words = offered(before, after);
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+/// Whether the library takes the text, but for values that an item is not defined for.
+bool isAccepted(const std::string& text)
+{
+    MathExpression object(true, nullptr);
+    VALTYPE value;
+    for (const char* definition : {"width=2", "place=[1,2,3]", "nothing=0"})
+    {
+        object.setExpression(toWide(definition)->c_str());
+        object.evaluate(value);
+    }
+    try
+    {
+        return object.setExpression(toWide(text)->c_str()) && object.evaluate(value);
+    }
+    catch (const ParsingException&)
+    {
+        return false;
+    }
+}
+
+/// A call of the function with as many arguments as one of its overloads takes.
+Words callsOf(const std::string& symbol)
+{
+    Words calls;
+    const bool takesPoints = std::set<std::string>{"dist", "nor", "vec", "vec1", "ill"}.contains(symbol);
+    for (const VocabularyItem& item : vocabularyItems())
+    {
+        if (item.kind != VocabularyKind::Function || toUtf8(item.symbol) != symbol)
+        {
+            continue;
+        }
+        const std::uint32_t nbArgs = item.nbArgs == NB_ARGS_UNDEFINED ? 2 : item.nbArgs;
+        const Words points = {"[0,0]", "[2,2]", "[0,2]", "[2,0]"};
+        std::string call = symbol + '(';
+        for (std::uint32_t index = 0; index < nbArgs; ++index)
+        {
+            call +=
+                (index == 0 ? "" : ",") + (takesPoints ? points[index] : std::string(symbol == "fact" ? "3" : "0.5"));
+        }
+        calls.push_back(call + ')');
+    }
+    return calls;
+}
+
+}
+
+TEST(Completion, OffersVariablesConstantsAndFunctionsWithTheirBracket)
+{
+    EXPECT_EQ(offered("wi"), Words{"width"});
+    EXPECT_EQ(offered("sq"), (Words{"sqrt(", "sqr("}));
+    EXPECT_EQ(offered("2*p"), (Words{"place", "pi", "point(", "pow("}));
+    EXPECT_EQ(offered("\xE5\xB9"), Words{"\xE5\xB9\x85"});
+    EXPECT_EQ(complete("2*wid", "", session, std::nullopt).replaced, 3U);
+}
+
+TEST(Completion, TakesTheCaseOfLettersLightlyOnlyWhereNothingBeginsSo)
+{
+    EXPECT_EQ(offered("SQ"), (Words{"sqrt(", "sqr("}));
+    EXPECT_EQ(offered("WID"), Words{"width"});
+    EXPECT_EQ(offered("P"), Words{"PI"});
+}
+
+TEST(Completion, OffersNothingInsideANumberOrBehindAValue)
+{
+    for (const char* before :
+         {"2", "1.5", "1.5e", "2s", "2 s", "width s", "(1)s", "[1,2]", "[1,2] s", "place s", "2.s"})
+    {
+        EXPECT_EQ(offered(before), Words()) << before;
+    }
+}
+
+TEST(Completion, OffersNothingBehindAMistake)
+{
+    for (const char* before : {"unknown+s", "1+*s", ")s", "sin(1,s", "1,s", "2=s", "pi=s", "1/0+s", "dist(1,s",
+                               "rand()+s", "sin(place)+s", "foo(s", "\x01s"})
+    {
+        EXPECT_EQ(offered(before), Words()) << before;
+    }
+}
+
+TEST(Completion, OffersWhatCanFollowAnAssignment)
+{
+    EXPECT_TRUE(offers("a=wi", "width"));
+    EXPECT_TRUE(offers("width=p", "place"));
+    EXPECT_TRUE(offers("a=b=p", "place"));
+    EXPECT_TRUE(offers("b = 2e+wi", "width"));  // a power of ten
+}
+
+TEST(Completion, OffersPointsWherePointsAreNeededAndNumbersWhereNumbersAre)
+{
+    EXPECT_EQ(offered("dist(p"), (Words{"place", "point("}));
+    EXPECT_EQ(offered("dist([0,0],v"), (Words{"vec(", "vec1("}));
+    EXPECT_FALSE(offers("dist(wi", "width"));
+    EXPECT_FALSE(offers("sin(p", "place"));
+    EXPECT_FALSE(offers("sin(v", "vec("));
+    EXPECT_TRUE(offers("sin(p", "pi"));
+    EXPECT_FALSE(offers("1+p", "place"));
+    EXPECT_TRUE(offers("2*p", "place"));
+    EXPECT_EQ(offered("[1,2]+p"), (Words{"place", "point("}));
+}
+
+TEST(Completion, OffersAVariableWhoseValueAloneWouldBeRefused)
+{
+    EXPECT_TRUE(offers("1/no", "nothing"));
+    EXPECT_TRUE(offers("sqrt(no", "nothing"));
+    EXPECT_TRUE(offers("log(1-wi", "width"));
+}
+
+TEST(Completion, HeedsWhatFollowsTheCursor)
+{
+    EXPECT_EQ(offered("sin", "(30)"), (Words{"sin", "sinh"}));
+    EXPECT_EQ(offered("wi", "(30)"), Words());
+    EXPECT_EQ(offered("p", " [1,2]"), (Words{"point(", "pow("}));
+    EXPECT_EQ(offered("wi", "dth"), Words());
+    EXPECT_EQ(offered("wi", " x"), Words());
+    EXPECT_EQ(offered("wi", "+1)"), Words{"width"});
+}
+
+TEST(Completion, KnowsNoFunctionThatCannotBeCalledAndNoNameThatCannotBeWritten)
+{
+    EXPECT_EQ(offered("ran"), Words{"rand("});
+    EXPECT_FALSE(offers("a", "a b"));
+}
+
+TEST(Completion, HeedsTheLimitForWholeNumbers)
+{
+    EXPECT_EQ(complete("9+wi", "", session, 9).candidates, Words{"width"});
+    EXPECT_EQ(complete("10+wi", "", session, 9).candidates, Words());
+}
+
+// Every function at every place: what is offered there is accepted there, and what is not is refused.
+TEST(Completion, OffersAFunctionWhereTheLibraryAcceptsACallOfIt)
+{
+    struct Place
+    {
+        std::string before;
+        std::string after;
+    };
+    const Place places[] = {{"", ""},        {"2*", ""},      {"1+", ""},
+                            {"[1,2]+", ""},  {"sin(", ")"},   {"dist([0,0],", ")"},
+                            {"min(", ",2)"}, {"min(1,", ")"}, {"max(1,2,3,", ")"},
+                            {"[1,", "]"},    {"-", ""},       {"a=", ""},
+                            {"2^", ""},      {"(1+", ")*2"},  {"ill([0,0],[2,2],", ",[2,0])"}};
+    std::set<std::string> symbols;
+    for (const VocabularyItem& item : vocabularyItems())
+    {
+        if (item.kind == VocabularyKind::Function)
+        {
+            symbols.insert(toUtf8(item.symbol));
+        }
+    }
+    ASSERT_GT(symbols.size(), 240U);
+    for (const Place& place : places)
+    {
+        const Words words = offered(place.before);
+        for (const std::string& symbol : symbols)
+        {
+            const bool isOffered = std::find(words.begin(), words.end(), symbol + '(') != words.end();
+            const Words calls = callsOf(symbol);
+            const bool works = std::any_of(calls.begin(), calls.end(), [&](const std::string& call) {
+                return isAccepted(place.before + call + place.after);
+            });
+            EXPECT_EQ(isOffered, works) << place.before << symbol << "( " << place.after;
+        }
+    }
+}
+
+TEST(Completion, OffersCommandsAndTheirArguments)
+{
+    EXPECT_EQ(offered(":"), (Words{":help", ":vars", ":list", ":load", ":quit"}));
+    EXPECT_EQ(offered(" :l"), (Words{":list", ":load"}));
+    EXPECT_EQ(offered(":help di"), Words{"dist"});
+    EXPECT_EQ(offered(":help wi"), Words{"width"});
+    EXPECT_EQ(offered(":help :q"), Words{":quit"});
+    EXPECT_EQ(offered(":list a"), (Words{"angle", "area"}));
+    EXPECT_EQ(offered(":vars w"), Words());
+    EXPECT_EQ(offered(":nonsense w"), Words());
+    EXPECT_EQ(complete(":list ar", "", session, std::nullopt).replaced, 2U);
+}
+
+TEST(Completion, OffersFilesAndFoldersToLoad)
+{
+    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "completion_files";
+    std::filesystem::create_directories(folder / "further");
+    std::ofstream(folder / "first.txt") << "1\n";
+    std::ofstream(folder / ".hidden") << "1\n";
+    const std::string start = folder.string() + '/';
+    EXPECT_EQ(offered(":load " + start), (Words{start + "first.txt", start + "further/"}));
+    EXPECT_EQ(offered(":load " + start + "fi"), Words{start + "first.txt"});
+    EXPECT_EQ(offered(":load " + start + ".h"), Words{start + ".hidden"});
+    EXPECT_EQ(offered(":load " + start + "missing/"), Words());
+    std::filesystem::remove_all(folder);
+}
+
+TEST(CommonBeginning, IsThatOfAllAndEndsBetweenCharacters)
+{
+    EXPECT_EQ(commonBeginning({}), "");
+    EXPECT_EQ(commonBeginning({"sin("}), "sin(");
+    EXPECT_EQ(commonBeginning({"sin(", "sinh("}), "sin");
+    EXPECT_EQ(commonBeginning({"x\xC3\xA9", "x\xC3\xA8"}), "x");
+    EXPECT_EQ(commonBeginning({"a", "b"}), "");
+}

@@ -1,0 +1,249 @@
+// SessionTests.cpp - what lines do at the prompt, wherever they come from.
+#include "tools/calc/Calculator.h"
+#include "tools/calc/PromptSession.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Next = PromptSession::Next;
+
+/// What was printed since it was made.
+class Captured
+{
+public:
+    explicit Captured(std::ostream& givenStream) : stream(givenStream), previous(stream.rdbuf(text.rdbuf())) {}
+    Captured(const Captured&) = delete;
+    Captured& operator=(const Captured&) = delete;
+    ~Captured() { stream.rdbuf(previous); }
+
+    std::string take()
+    {
+        std::string taken = text.str();
+        text.str({});
+        return taken;
+    }
+
+private:
+    std::ostringstream text;
+    std::ostream& stream;
+    std::streambuf* previous;
+};
+
+class Session : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        folder = std::filesystem::path(testing::TempDir()) /
+                 (std::string("session_") + testing::UnitTest::GetInstance()->current_test_info()->name());
+        std::filesystem::create_directories(folder);
+    }
+
+    void TearDown() override { std::filesystem::remove_all(folder); }
+
+    /// Starts a new session.
+    void start(const Options& newOptions)
+    {
+        options = newOptions;
+        calculator.emplace(options);
+        for (const Options::HostName& name : options.hostNames)
+        {
+            ASSERT_EQ(calculator->defineHostName(name), "");
+        }
+        session.emplace(options, *calculator);
+    }
+
+    /// Standard output of one line, and then standard error.
+    std::string run(const std::string& line)
+    {
+        if (!session)
+        {
+            start({});
+        }
+        last = session->run(line);
+        const std::string printed = out.take();
+        return printed + err.take();
+    }
+
+    std::string file(const std::string& name, const std::string& content) const
+    {
+        std::ofstream(folder / name, std::ios::binary) << content;
+        return (folder / name).generic_string();
+    }
+
+    std::filesystem::path folder;
+    Options options;
+    std::optional<Calculator> calculator;
+    std::optional<PromptSession> session;
+    Captured out{std::cout};
+    Captured err{std::cerr};
+    Next last = Next::GoOn;
+};
+
+const std::string unknownName = "A name is not known: check its spelling, or give it a value first, as in a=2.\n";
+
+}
+
+TEST_F(Session, KeepsTheLastValueAsAns)
+{
+    EXPECT_EQ(run("ans").substr(0, unknownName.size()), unknownName);  // not before the first value
+    EXPECT_EQ(run("2*3"), "6\n");
+    EXPECT_EQ(run("ans+1"), "7\n");
+    EXPECT_EQ(run("1/0").substr(0, 9), "The divis");
+    EXPECT_EQ(run("ANS"), "7\n");
+    EXPECT_EQ(run("[1,2,3]"), "[1,2,3]\n");
+    EXPECT_EQ(run("ans*2"), "[2,4,6]\n");
+    EXPECT_EQ(run("dist(ans,[2,4,6])"), "0\n");
+    EXPECT_EQ(run("ans=5"), "5\n");
+    EXPECT_EQ(run("ans"), "5\n");
+}
+
+TEST_F(Session, KeepsVariables)
+{
+    EXPECT_EQ(run(":vars"), "No name has a value yet: width=2.5 gives one.\n");
+    EXPECT_EQ(run("a=2*3"), "6\n");
+    EXPECT_EQ(run("a^2"), "36\n");
+    EXPECT_EQ(run("p=[1,2]"), "[1,2,0]\n");
+    EXPECT_EQ(run(":vars"), "a = 6\nans = [1,2,0]\np = [1,2,0]\n");
+    EXPECT_EQ(run("pi=3").substr(0, 3), "The");
+    EXPECT_EQ(run("a"), "6\n");
+}
+
+TEST_F(Session, KnowsTheNamesOfTheHost)
+{
+    Options withName;
+    withName.hostNames.push_back({"width", "2.5"});
+    start(withName);
+    EXPECT_EQ(run(":vars"), "width = 2.5\n");
+    EXPECT_EQ(run("width*2"), "5\n");
+    EXPECT_EQ(run(":vars"), "width = 2.5\nans = 5\n");
+    EXPECT_EQ(run(":help width"), "width = 2.5\n");
+}
+
+TEST_F(Session, HasAnsWithALimitForWholeNumbersAndNoneWhenAllIsForgotten)
+{
+    Options limited;
+    limited.maxInteger = 9;
+    start(limited);
+    EXPECT_EQ(run("9*9"), "81\n");
+    EXPECT_EQ(run("ans+1"), "82\n");
+    EXPECT_EQ(run("10").substr(0, 14), "A whole number");
+
+    Options fresh;
+    fresh.fresh = true;
+    start(fresh);
+    EXPECT_EQ(run("a=9"), "9\n");
+    EXPECT_EQ(run("ans").substr(0, unknownName.size()), unknownName);
+    EXPECT_EQ(run(":vars"), "No name has a value yet: width=2.5 gives one.\n");
+}
+
+TEST_F(Session, PrintsJsonWhereThatIsAskedFor)
+{
+    Options json;
+    json.json = true;
+    start(json);
+    EXPECT_EQ(run("1").substr(0, 32), R"({"expression":"1","ok":true,"sta)");
+}
+
+TEST_F(Session, PutsACaretUnderTheMistake)
+{
+    EXPECT_EQ(run("2+foo*3"), unknownName + "  2+foo*3\n    ^^^\n");
+    run("1");
+    session->setStyle({20, true});
+    const std::string shown = run("1+1+1+1+1+1+1+1+foo+1+1+1+1+1");
+    EXPECT_NE(shown.find("\x1b[31mA name is not known"), std::string::npos);
+    EXPECT_NE(shown.find("  ...+1+1+foo+1+...\n          \x1b[31m^^^\x1b[0m\n"), std::string::npos) << shown;
+}
+
+TEST_F(Session, Helps)
+{
+    const std::string help = run(":help");
+    for (const char* command : {":help [NAME]", ":vars", ":list [FAMILY]", ":load FILE", ":quit"})
+    {
+        EXPECT_NE(help.find(command), std::string::npos) << command;
+    }
+    const std::string dist = run(":help dist");
+    for (const char* part : {"dist(x,y)\n", "Distance between two endpoints", "Family    Geometry",
+                             "Example   dist([0,0,0],[3,4,12]) = 13"})
+    {
+        EXPECT_NE(dist.find(part), std::string::npos) << part;
+    }
+    EXPECT_EQ(run(":help dist("), dist);
+    EXPECT_EQ(run(":help :load"), ":load FILE runs the lines of a file as if typed\n");
+    EXPECT_EQ(run(":help +").substr(0, 5), "x + y");
+    EXPECT_EQ(run(":help (").substr(0, 26), "mathexpr: no such item: (\n");
+    EXPECT_EQ(run(":help dst"), "mathexpr: no such item: dst. Did you mean dist?\n");
+}
+
+TEST_F(Session, ListsFamilies)
+{
+    EXPECT_EQ(run(":list"), "Families: constants, operators, core, geometry, angle, length, area, volume\n");
+    EXPECT_EQ(run(":list geometry").substr(0, 16), "Geometry\n  point");
+    EXPECT_EQ(run(":list geo"), run(":list geometry"));
+    EXPECT_EQ(run(":list colours"),
+              "There is no family colours. The families are: constants, operators, core, geometry, "
+              "angle, length, area, volume.\n");
+    EXPECT_EQ(run(":list a").substr(0, 20), "There is no family a");  // angle or area
+}
+
+TEST_F(Session, RunsTheLinesOfAFile)
+{
+    const std::string name = file("lines.txt", "\xEF\xBB\xBF"
+                                               "a=2\r\n\n  \na*foo\n:vars\nans+1");  // the last one has no end
+    EXPECT_EQ(run(":load " + name), "2\na = 2\nans = 2\n3\n" + name + ":4: " + unknownName + "  a*foo\n    ^^^\n");
+    EXPECT_EQ(run("a"), "2\n");
+}
+
+TEST_F(Session, ComplainsOfAFileThatCannotBeLoaded)
+{
+    const std::string missing = (folder / "missing").generic_string();
+    EXPECT_EQ(run(":load " + missing), missing + ": No such file or directory\n");
+    EXPECT_EQ(run(":load " + folder.generic_string()), folder.generic_string() + ": Is a directory\n");
+    EXPECT_EQ(run(":load"), ":load needs a FILE.\n");
+    EXPECT_EQ(run("1"), "1\n");
+}
+
+TEST_F(Session, TellsTheLineOfWhatIsWrongInAFile)
+{
+    const std::string inner = file("inner", ":nonsense\n\xFF\n");
+    const std::string outer = file("outer", "1\n:load " + inner + "\n:load missing file\n:list x\n2\n");
+    EXPECT_EQ(
+        run(":load " + outer),
+        "1\n2\n" + inner + ":1: There is no command :nonsense. :help lists the commands.\n" + inner +
+            ":2: not valid UTF-8, or a zero character in it\n" + outer +
+            ":3: missing file: No such file or directory\n" + outer +
+            ":4: There is no family x. The families are: constants, operators, core, geometry, angle, length, area, "
+            "volume.\n");
+}
+
+TEST_F(Session, EndsAFileThatLoadsItself)
+{
+    const std::string name = (folder / "loop").generic_string();
+    file("loop", "1\n:load " + name + "\n");
+    std::string ones;
+    for (int i = 0; i < 16; ++i)
+    {
+        ones += "1\n";
+    }
+    EXPECT_EQ(run(":load " + name), ones + name + ":2: " + name + ": too many files that load files\n");
+}
+
+TEST_F(Session, IsLeftByACommandAlsoFromAFile)
+{
+    run("1");
+    EXPECT_EQ(last, Next::GoOn);
+    run(":quit");
+    EXPECT_EQ(last, Next::Leave);
+    EXPECT_EQ(run(":load " + file("quits", "5\n:quit\n6\n")), "5\n");
+    EXPECT_EQ(last, Next::Leave);
+    EXPECT_EQ(run("  "), "");
+    EXPECT_EQ(last, Next::GoOn);
+}

@@ -1,0 +1,37 @@
+// Prompt.cpp - joins the lines of the user with what they do.
+#include "tools/calc/Prompt.h"
+
+#include "tools/calc/Interrupt.h"
+#include "tools/calc/LineEditor.h"
+#include "tools/calc/PromptSession.h"
+#include "tools/calc/Terminal.h"
+
+#include <iostream>
+
+void runPrompt(const Options& options, Calculator& calculator)
+{
+    noteEveryInterrupt();
+    const bool welcome = coloursWelcome();
+    PromptSession session(options, calculator);
+    LineEditorHooks hooks;
+    hooks.complete = [&](std::string_view before, std::string_view after) {
+        return complete(before, after, session.names(), options.maxInteger);
+    };
+    hooks.signature = signatureAt;
+
+    std::cout << "mathexpr " MATHEXPR_VERSION ". :help tells more, Ctrl-D leaves.\n" << std::flush;
+    std::unique_ptr<LineReader> reader = makeLineEditor(std::move(hooks));
+    if (!reader)
+    {
+        reader = makePlainReader();
+    }
+    while (const std::optional<std::string> line = reader->readLine())
+    {
+        takeInterrupt();
+        session.setStyle({terminalColumns(), welcome && standardErrorIsTerminal()});
+        if (session.run(*line) == PromptSession::Next::Leave)
+        {
+            break;
+        }
+    }
+}

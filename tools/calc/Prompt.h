@@ -1,0 +1,8 @@
+// Prompt.h - the calculator as a conversation at a terminal.
+#pragma once
+
+#include "tools/calc/Calculator.h"
+#include "tools/calc/Options.h"
+
+/// Runs lines until the user leaves. Standard input and output are a terminal.
+void runPrompt(const Options& options, Calculator& calculator);

@@ -1,0 +1,78 @@
+// PromptProbe.cpp - every expression has an object of its own, for one that assigns would change what the next one sees.
+#include "tools/calc/PromptProbe.h"
+
+#include "mathexpr/Diagnostics.h"
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
+#include "tools/calc/Utf8.h"
+
+#include <utility>
+
+namespace {
+
+/// Gives the object the names of the session, but for those of the host's that no expression can hold.
+template <class Object>
+void define(Object& object, const std::vector<NamedValue>& names)
+{
+    ExpressionVariables variables(object);
+    for (const NamedValue& named : names)
+    {
+        try
+        {
+            variables.set(named.name.c_str(), named.value);
+        }
+        catch (const DefinitionException&)
+        {
+            continue;
+        }
+    }
+}
+
+template <class Object, class Evaluate>
+Verdict judgeWith(Object& object, const std::vector<NamedValue>& names, const Evaluate& evaluate)
+{
+    define(object, names);
+    try
+    {
+        if (evaluate())
+        {
+            return Verdict::Accepted;
+        }
+    }
+    catch (const ParsingException&)
+    {
+        return Verdict::Refused;
+    }
+    catch (const DefinitionException&)
+    {
+        return Verdict::Refused;
+    }
+    const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(object).get();
+    const bool depends =
+        diagnostic.kind == ExpressionDiagnostic::Kind::None && diagnostic.expected == Expected::InDomain;
+    return depends ? Verdict::Undefined : Verdict::Refused;
+}
+
+}
+
+PromptProbe::PromptProbe(std::vector<NamedValue> givenNames, std::optional<std::uint32_t> givenMaxInteger)
+    : names(std::move(givenNames)), maxInteger(givenMaxInteger)
+{}
+
+Verdict PromptProbe::judge(const std::string& expression) const
+{
+    const auto text = toWide(expression);
+    if (!text)
+    {
+        return Verdict::Refused;
+    }
+    VALTYPE value;
+    if (maxInteger)
+    {
+        CMathExpr object;
+        return judgeWith(object, names, [&] { return object.Calculate(text->c_str(), value, *maxInteger); });
+    }
+    MathExpression object(true, nullptr);
+    return judgeWith(object, names, [&] { return object.setExpression(text->c_str()) && object.evaluate(value); });
+}

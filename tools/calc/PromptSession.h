@@ -1,0 +1,51 @@
+// PromptSession.h - what the lines of the prompt do, wherever they come from: expressions, and the prompt's commands.
+#pragma once
+
+#include "tools/calc/Calculator.h"
+#include "tools/calc/NamedValue.h"
+#include "tools/calc/Options.h"
+#include "tools/calc/TerminalStyle.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Values, lists and help go to standard output, what went wrong to standard error.
+class PromptSession
+{
+public:
+    enum class Next
+    {
+        GoOn,
+        Leave,
+    };
+
+    /// Borrows what it is given.
+    PromptSession(const Options& options, Calculator& calculator);
+
+    /// How failures are shown from now on.
+    void setStyle(const TerminalStyle& newStyle);
+
+    /// Runs one line, UTF-8. A value becomes the variable "ans".
+    Next run(std::string_view line);
+
+    /// What has a value now.
+    std::vector<NamedValue> names() const;
+
+private:
+    /// @param origin  where the line stands, for complaints; empty for a line that was typed
+    Next run(std::string_view line, const std::string& origin);
+
+    void compute(std::string_view expression, const std::string& origin);
+    void help(const std::string& name) const;
+    void listNames() const;
+    void list(const std::string& family, const std::string& origin) const;
+    Next load(const std::string& file, const std::string& origin);
+    void complain(const std::string& origin, const std::string& what) const;
+
+    const Options& options;
+    Calculator& calculator;
+    TerminalStyle style;
+    std::size_t loading = 0;  // files that are being loaded, one from within the other
+};
