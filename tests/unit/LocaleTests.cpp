@@ -1,6 +1,8 @@
 // LocaleTests.cpp - a host that sets a locale of its own changes nothing.
 //
-// The build makes a comma-decimal and a Turkish locale where it can, and the tests look for them in LOCPATH.
+// Where the C library is glibc, the build makes locales of several kinds, and the tests look for them in LOCPATH: a
+// decimal comma, Turkish letters, 8-bit and multibyte characters, digits that are none of ASCII's. Those of the system
+// are tried, too.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
 
@@ -8,8 +10,11 @@
 
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <locale>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -65,12 +70,19 @@ private:
     bool set = false;
 };
 
+/// Skips a test, but not where the build makes the locale.
+#ifdef __GLIBC__
+#define SKIP_WITHOUT_LOCALE FAIL() << "the locale could not be made; the package 'locales' has what it takes"
+#else
+#define SKIP_WITHOUT_LOCALE GTEST_SKIP() << "no such locale is installed"
+#endif
+
 TEST(Locale, OfTheCLibraryWithACommaChangesNothing)
 {
     const CLocale locale{"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "fr_FR.utf8", "German_Germany"};
     if (!locale.isSet())
     {
-        GTEST_SKIP() << "no locale with a decimal comma is installed";
+        SKIP_WITHOUT_LOCALE;
     }
     char half[8];
     std::snprintf(half, sizeof(half), "%.1f", 0.5);
@@ -83,10 +95,56 @@ TEST(Locale, OfTheCLibraryInTurkishChangesNothing)
     const CLocale locale{"tr_TR.UTF-8", "tr_TR.utf8", "Turkish_Turkey"};
     if (!locale.isSet())
     {
-        GTEST_SKIP() << "no Turkish locale is installed";
+        SKIP_WITHOUT_LOCALE;
     }
     expectTheSameLanguage();
 }
+
+#ifdef __GLIBC__
+/// What a shell command prints, by lines.
+std::vector<std::string> linesOf(const char* command)
+{
+    std::vector<std::string> lines;
+    const std::unique_ptr<FILE, int (*)(FILE*)> output(popen(command, "r"), pclose);
+    char line[256];
+    while (output != nullptr && std::fgets(line, sizeof(line), output.get()) != nullptr)
+    {
+        lines.emplace_back(line);
+        lines.back().pop_back();
+    }
+    return lines;
+}
+
+TEST(Locale, EachThatTheBuildMadeChangesNothing)
+{
+    const std::vector<std::string> names = linesOf("ls \"$LOCPATH\"");
+    EXPECT_GE(names.size(), 5U);
+    for (const std::string& name : names)
+    {
+        SCOPED_TRACE(name);
+        const CLocale locale{name.c_str()};
+        ASSERT_TRUE(locale.isSet());
+        expectTheSameLanguage();
+    }
+}
+
+TEST(Locale, EachOfTheSystemChangesNothing)
+{
+    const char* const given = std::getenv("LOCPATH");
+    const std::string path = given != nullptr ? given : "";
+    unsetenv("LOCPATH");
+    const std::vector<std::string> names = linesOf("locale -a");
+    EXPECT_FALSE(names.empty());
+    for (const std::string& name : names)
+    {
+        SCOPED_TRACE(name);
+        const CLocale locale{name.c_str()};
+        ASSERT_TRUE(locale.isSet());
+        expectTheSameLanguage();
+    }
+    setenv("LOCPATH", path.c_str(), 1);
+}
+#endif
 
 /// Punctuation of a locale with a decimal comma and grouped thousands.
 template <class Character>
