@@ -6,6 +6,7 @@ Usage: test_calculator.py CALCULATOR [unittest argument]...
 import json
 import os
 import pty
+import select
 import subprocess
 import sys
 import time
@@ -604,9 +605,14 @@ class Terminal(CalculatorTest):
         user, terminal = pty.openpty()
         done = subprocess.run([CALCULATOR, "1/0"], stdin=terminal, stdout=subprocess.PIPE, stderr=terminal, timeout=60,
                               check=False)
-        shown = os.read(user, 1000)
-        os.close(user)
         os.close(terminal)
+        shown = b""
+        while select.select([user], [], [], 60)[0]:  # a terminal hands over what was written piece by piece
+            try:
+                shown += os.read(user, 1000)
+            except OSError:  # all of it has been read
+                break
+        os.close(user)
         self.assertEqual((done.returncode, shown), (1, DIVISION_BY_ZERO.encode() + b"\r\n  1/0\r\n   ^\r\n"))
 
 
