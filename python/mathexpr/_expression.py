@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import ctypes
 from collections.abc import Iterable, Mapping
-from typing import TYPE_CHECKING, Any, NamedTuple, NoReturn
+from typing import TYPE_CHECKING, NamedTuple, NoReturn
 
 from . import _library
 from ._errors import MathExprError
@@ -215,8 +215,16 @@ def evaluate(
         return expression.evaluate()
 
 
-def evaluate_arrays(text: str, columns: Mapping[str, Any], **options: Any) -> NDArray[np.float64]:
-    """The values of one text for each row of arrays, with the options of `Expression.evaluate_arrays`.
+def evaluate_arrays(
+    text: str,
+    columns: Mapping[str, NDArray[np.float64] | Value],
+    *,
+    out: NDArray[np.float64] | None = None,
+    row_status: NDArray[np.uint32] | None = None,
+    threads: int = 1,
+    strict: bool = True,
+) -> NDArray[np.float64]:
+    """The values of one text for each row of arrays; see `Expression.evaluate_arrays`.
 
     >>> import numpy as np
     >>> evaluate_arrays("dist(p,[0,0,0])", {"p": np.array([[3.0, 4.0, 0.0], [0.0, 5.0, 12.0]])})
@@ -227,4 +235,4 @@ def evaluate_arrays(text: str, columns: Mapping[str, Any], **options: Any) -> ND
             is_point = isinstance(column, Point) or getattr(column, "ndim", 1) == 2
             expression.variables[name] = Point(0) if is_point else 0
         expression.compile(text)
-        return expression.evaluate_arrays(columns, **options)
+        return expression.evaluate_arrays(columns, out=out, row_status=row_status, threads=threads, strict=strict)

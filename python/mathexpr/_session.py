@@ -87,24 +87,18 @@ class Session:
     def status(self, function: Any, *arguments: object) -> int:
         """Calls a function with the handle. What a callback raised comes out as it is."""
         with self:
-            if not self._handle:
-                raise ValueError("the expression is closed")
-            status: int = function(self._handle, *arguments)
-            raised, self._callbacks.raised = self._callbacks.raised, None
-            if raised is not None:
-                raise raised
-            return status
+            return self._run(function, arguments)
 
     def call(self, function: Any, *arguments: object) -> None:
         """The same, with an exception for any status but OK."""
         with self:
-            self._check(self.status(function, *arguments))
+            self._check(self._run(function, arguments))
 
     def compile(self, text: bytes) -> None:
         """Compiles a text, which failures then tell about."""
         with self:
             before, self.text = self.text, text
-            status = self.status(LIBRARY.mathexpr_set_expression_utf8, text, len(text))
+            status = self._run(LIBRARY.mathexpr_set_expression_utf8, (text, len(text)))
             if status != _library.OK and status <= _library.BULK_REFUSED:
                 self.text = before  # nothing was changed
             self._check(status)
@@ -127,6 +121,15 @@ class Session:
     def __del__(self) -> None:
         if self._handle:
             self._destroy(self._handle)
+
+    def _run(self, function: Any, arguments: tuple[object, ...]) -> int:
+        if not self._handle:
+            raise ValueError("the expression is closed")
+        status: int = function(self._handle, *arguments)
+        raised, self._callbacks.raised = self._callbacks.raised, None
+        if raised is not None:
+            raise raised
+        return status
 
     def _check(self, status: int) -> None:
         if status in _TOLD_BY_DIAGNOSTIC:

@@ -1,5 +1,7 @@
 """Arrays: computed where they are, and refused with nothing changed where they cannot be used."""
 
+import os
+import signal
 import threading
 import tracemalloc
 
@@ -249,6 +251,19 @@ def test_refused_calls():
         mathexpr.evaluate_arrays("2", {"a b": NUMBERS})
     with pytest.raises(mathexpr.ParsingError):
         mathexpr.evaluate_arrays("2*", {"x": NUMBERS})
+
+
+def test_an_interrupt_ends_a_long_evaluation_between_two_calls():
+    nb_rows = 12 << 20
+    out = np.full(nb_rows, 7.0)
+    long = Expression("+".join(["sin(x)^1.5"] * 8), {"x": 0})
+    interrupt = threading.Timer(0.1, os.kill, (os.getpid(), signal.SIGINT))
+    interrupt.start()
+    with pytest.raises(KeyboardInterrupt):
+        long.evaluate_arrays({"x": np.broadcast_to(1.0, nb_rows)}, out=out)
+    interrupt.join()
+    assert out[-1] == 7  # it has not gone to the end
+    assert long(x=90) == 8
 
 
 def test_other_threads_run_while_arrays_are_computed():
