@@ -104,11 +104,32 @@ Outcome evaluateItem(const IMathExprItemEvaluator& item, const std::vector<VALTY
     return outcome;
 }
 
-Outcome EngineCalculator::calculate(const std::wstring& text, const VALTYPE& result, std::uint32_t limit)
+Outcome EngineCalculator::calculate(const std::wstring& text, const VALTYPE& result, std::uint32_t limit,
+                                    std::size_t copy)
 {
     VALTYPE value = result;
-    Outcome outcome = observed(recorder, [&] { return calculator.Calculate(text.c_str(), value, limit); });
+    Outcome outcome = observed(recorder, [&] { return calculators[copy].Calculate(text.c_str(), value, limit); });
     outcome.value = value;
     return outcome;
+}
+
+void EngineCalculator::dropAssignment(std::size_t copy)
+{
+    calculators[copy].dropAssignment();
+}
+
+void EngineCalculator::copy(std::size_t from)
+{
+    calculators.push_back(calculators[from]);
+}
+
+void EngineCalculator::assign(std::size_t from, std::size_t to)
+{
+    calculators[to] = calculators[from];
+}
+
+void EngineCalculator::destroy(std::size_t copy)
+{
+    calculators.erase(calculators.begin() + static_cast<std::ptrdiff_t>(copy));
 }
 }

@@ -7,6 +7,8 @@
 #include "mathexpr/MathExpression.h"
 #include "tests/language/MessageRecorder.h"
 
+#include <vector>
+
 namespace reference {
 
 /// A MathExpression. Only one engine session or calculator may be in use at a time: each records the messages of the
@@ -41,14 +43,20 @@ private:
 Outcome evaluateItem(const IMathExprItemEvaluator& item, const std::vector<VALTYPE>& args, const VALTYPE& result,
                      bool showMessages);
 
-/// A CMathExpr.
+/// A CMathExpr, or several that are copies of each other.
 class EngineCalculator
 {
 public:
-    Outcome calculate(const std::wstring& text, const VALTYPE& result, std::uint32_t limit);
+    Outcome calculate(const std::wstring& text, const VALTYPE& result, std::uint32_t limit, std::size_t copy = 0);
+    void dropAssignment(std::size_t copy);
+
+    std::size_t nbCopies() const { return calculators.size(); }
+    void copy(std::size_t from);
+    void assign(std::size_t from, std::size_t to);
+    void destroy(std::size_t copy);
 
 private:
     MessageRecorder recorder;
-    CMathExpr calculator;
+    std::vector<CMathExpr> calculators{1};
 };
 }
