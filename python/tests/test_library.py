@@ -65,6 +65,12 @@ def test_the_version():
     assert re.fullmatch(r"\d+\.\d+\.\d+", mathexpr.__version__)
 
 
+def test_values_need_no_numpy():
+    program = "import sys; sys.modules['numpy'] = None; import mathexpr; print(mathexpr.evaluate('[1,2]*2'))"
+    done = subprocess.run([sys.executable, "-c", program], capture_output=True, text=True, check=False)
+    assert done.stdout == "Point(x=2.0, y=4.0, z=0.0)\n", done.stderr
+
+
 @pytest.mark.parametrize(
     "library, told", [("/nowhere/libmathexpr.so", "cannot open"), ("libm.so.6", "undefined symbol")]
 )
