@@ -17,7 +17,8 @@ struct MTBoundColumn
 
 inline double readNumber(const double* data, std::ptrdiff_t offset) noexcept
 {
-    return *reinterpret_cast<const double*>(reinterpret_cast<const char*>(data) + offset);
+    const void* const place = reinterpret_cast<const char*>(data) + offset;
+    return *static_cast<const double*>(place);
 }
 
 /// Where a row begins, in bytes from the first.
@@ -96,13 +97,13 @@ public:
     }
 
 private:
-    char* addressOf(std::size_t row, std::ptrdiff_t offset) const noexcept
+    void* addressOf(std::size_t row, std::ptrdiff_t offset) const noexcept
     {
         return static_cast<char*>(results.data) + offsetOf(row, results.stride) + offset;
     }
     void writeNumber(std::size_t row, std::ptrdiff_t offset, double number) const noexcept
     {
-        *reinterpret_cast<double*>(addressOf(row, offset)) = number;
+        *static_cast<double*>(addressOf(row, offset)) = number;
     }
 
     BulkResults results;

@@ -87,6 +87,7 @@ Language languageOfUser() noexcept
 {
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
     {
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): it is safe as long as the host does not change its environment meanwhile
         const char* locale = std::getenv(variable);
         if (locale != nullptr && *locale != '\0')
         {

@@ -85,14 +85,19 @@ concept ComputesFromTwo = yieldsOnlyX<Item>() && requires(double x)
 };
 
 template <class Item>
-concept MayRefuse = requires(double x)
+concept MayRefuseOne = requires(double x)
 {
     Item::isOutside(x);
-}
-|| requires(double x)
+};
+
+template <class Item>
+concept MayRefuseTwo = requires(double x)
 {
     Item::isOutside(x, x);
 };
+
+template <class Item>
+concept MayRefuse = MayRefuseOne<Item> || MayRefuseTwo<Item>;
 
 /// Computes one item, unless it refuses its operands.
 template <class Item, class... Operands>

@@ -126,7 +126,7 @@ inline bool isOutsideInt32(double x)
 /// 0 to 1 inclusive in 32767 steps, however much the platform's generator draws at once.
 inline double random()
 {
-    return (std::rand() & 0x7FFF) / 32767.0;
+    return (std::rand() & 0x7FFF) / 32767.0;  // NOLINT(concurrency-mt-unsafe): locked, or a thread's own
 }
 
 }

@@ -80,6 +80,7 @@ struct mathexpr_expression
     ~mathexpr_expression() = default;
 
 #if defined(MATHEXPR_CHECK_HANDLES)
+    // NOLINTNEXTLINE(cert-dcl54-cpp): the memory comes from the global operator new, which is where it goes back in the end
     static void operator delete(void* memory) noexcept
     {
         HandleRegistry::retire(memory);

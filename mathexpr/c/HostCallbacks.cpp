@@ -32,9 +32,8 @@ EncodedHostCallbacks<Encoding>::EncodedHostCallbacks(const typename Encoding::Op
     if (options.show_message != nullptr)
     {
         messageDisplay.context = this;
-        messageDisplay.show = [](void* self, std::uint32_t id, const wchar_t* text) {
-            static_cast<const EncodedHostCallbacks*>(self)->show(id, text);
-        };
+        // cppcheck-suppress throwInNoexceptFunction ; it is not called here
+        messageDisplay.show = &EncodedHostCallbacks::show;
     }
 }
 
@@ -76,10 +75,11 @@ const wchar_t* EncodedHostCallbacks<Encoding>::getName(std::uint32_t index) cons
 }
 
 template <class Encoding>
-void EncodedHostCallbacks<Encoding>::show(std::uint32_t id, const wchar_t* wide) const
+void EncodedHostCallbacks<Encoding>::show(void* self, std::uint32_t id, const wchar_t* wide)
 {
+    const auto& host = static_cast<const EncodedHostCallbacks*>(self)->options;
     const typename Encoding::Text text = Encoding::encode(wide);
-    callHost([&] { options.show_message(options.context, id, text.c_str(), text.size()); });
+    callHost([&] { host.show_message(host.context, id, text.c_str(), text.size()); });
 }
 
 template class EncodedHostCallbacks<Utf8>;

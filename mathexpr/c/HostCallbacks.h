@@ -66,7 +66,7 @@ public:
     const wchar_t* getName(std::uint32_t index) const override;
 
 private:
-    void show(std::uint32_t id, const wchar_t* text) const;
+    static void show(void* self, std::uint32_t id, const wchar_t* text);
 
     const typename Encoding::Options options;
     mutable std::wstring offeredName;

@@ -101,6 +101,18 @@ TEST_F(BulkTest, ReadsAndWritesWithGapsBackwardsAndByPlanes)
     EXPECT_EQ(numbers({backwards}, 2), (Numbers{21, 11}));
     const BulkColumn repeated{L"x", x.data(), 0};
     EXPECT_EQ(numbers({repeated}, 3), (Numbers{11, 11, 11}));
+    Numbers gapsBetween(4, 0);
+    ASSERT_TRUE(run({repeated}, 2, {gapsBetween.data(), doubles(2)}));
+    EXPECT_EQ(gapsBetween, (Numbers{11, 0, 11, 0}));
+}
+
+TEST_F(BulkTest, APointWithoutAColumnIsNoNumber)
+{
+    variables.set(L"p", point(7, 8, 9));
+    compile(L"max(p,1,2)+x");
+    const Numbers x = {1, 2};
+    numbers({numbersOf(L"x", x)}, 2);
+    EXPECT_EQ(outcome.nbFailed, 2U);
 }
 
 TEST_F(BulkTest, WritesRecordsWithTypeAndFlag)
@@ -212,6 +224,9 @@ TEST_F(BulkTest, AValueOfAnotherKindIsAFailedRow)
         EXPECT_TRUE(std::isnan(results[0]) && std::isnan(results[1]) && std::isnan(results[2]));
         EXPECT_EQ(outcome.firstStatus, RowStatus::OtherKind);
     }
+    compile(L"[1,2,3]");
+    const Numbers rows = numbers({}, 3);
+    EXPECT_TRUE(std::isnan(rows[0]) && std::isnan(rows[1]) && std::isnan(rows[2]));
 }
 
 TEST_F(BulkTest, AFailedRecordIsTheNumberNaN)

@@ -212,6 +212,39 @@ TEST(Limits, UnbalancedTextsAreCountedToo)
     }
 }
 
+TEST(Limits, TextsThatFailLaterAreCountedAsTheyStand)
+{
+    const struct
+    {
+        const wchar_t* text;
+        std::uint32_t records;
+        std::uint32_t nesting;
+        bool isExceeded;
+    } rows[] = {
+        {L"1e+", 1, 9, false},
+        {L"1e++2", 2, 9, true},
+        {L"1e++2", 3, 9, false},
+        {L"max(-,-1)", 9, 2, false},
+    };
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE(std::wstring(row.text));
+        Session session(true);
+        setLimits(session.expression, {0, row.records, row.nesting});
+        const Outcome outcome = session.run(row.text);
+        EXPECT_EQ(outcome.parsing && outcome.parsing->exID >= ParsingError::TextTooLong, row.isExceeded);
+    }
+}
+
+TEST(Limits, ABracketIsTheRecordOfItsPoint)
+{
+    Session session(true);
+    setLimits(session.expression, {0, 2, 0});
+    EXPECT_EQ(session.run(L"1+[2,3]").parsing->exID, std::uint32_t{ParsingError::TooManyRecords});
+    EXPECT_EQ(session.diagnostic().start, 2U);
+    EXPECT_EQ(session.diagnostic().length, 1U);
+}
+
 TEST(Limits, OfAOneShotCalculatorAreSharedWithItsCopies)
 {
     const ShownMessages shown;

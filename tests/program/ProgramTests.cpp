@@ -1,4 +1,5 @@
 // ProgramTests.cpp - compiles the expressions of the golden files and compares the programs with what stands there.
+#include "MTParserLib/MTBlockProgram.h"
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -34,6 +36,8 @@ class Factory final : public IMathVariableFactory
 {
 public:
     IMathVariable* create(const wchar_t* name) override;
+
+    std::map<std::wstring, const VALTYPE*> values;  // of the variables made
 };
 
 class Variable final : public IMathVariable
@@ -55,7 +59,9 @@ private:
 
 IMathVariable* Factory::create(const wchar_t* name)
 {
-    return new Variable(name);
+    auto* const variable = new Variable(name);
+    values[name] = variable->getValuePtr();
+    return variable;
 }
 
 struct GoldenProgram
@@ -121,6 +127,49 @@ TEST(Programs, CopyTheVariablesOfAHost)
 TEST(Programs, ReadTheLibrarysOwnVariablesInPlace)
 {
     compareWithGoldenFile("programs_in_place.txt", true);
+}
+
+/// Whether a program runs over blocks of rows, when a column gives numbers to x.
+bool runsInBlocks(const std::wstring& text)
+{
+    Host host;
+    Factory factory;
+    MTParserRegistrar registrar;
+    registrar.setSyntax({L'.', L',', L'[', L']'});
+    registrar.setVariableFactory(&factory, true);
+    registerVocabulary(registrar);
+    MTParserCompiler compiler(registrar, false, &host);
+    std::wstring assignTarget;
+    EXPECT_TRUE(compiler.compile(text.c_str(), assignTarget));
+    const double number = 0;
+    const MTBoundColumn x{factory.values.at(L"x"), {L"x", &number}};
+    return MTBlockProgram::build(compiler.getProgram(), {&x, 1}) != nullptr;
+}
+
+TEST(Programs, RunInBlocksWhereTheyComputeNumbersFromNumbers)
+{
+    for (const wchar_t* text : {L"x*2", L"x*y", L"sqrt(x)", L"min(1,x,y)", L"max(y,3,4)*x", L"-(x+1)"})
+    {
+        EXPECT_TRUE(runsInBlocks(text)) << testing::PrintToString(text);
+    }
+    for (const wchar_t* text : {L"x", L"x+p", L"max(p,1,2)+x", L"point(x,1,2)"})
+    {
+        EXPECT_FALSE(runsInBlocks(text)) << testing::PrintToString(text);
+    }
+}
+
+TEST(Programs, RunInBlocksWhileTheirResultsFindRoom)
+{
+    const auto waiting = [](std::size_t count) {
+        std::wstring text;
+        for (std::size_t i = 0; i < count; ++i)
+        {
+            text += L"sin(x)+(";
+        }
+        return text + L"1" + std::wstring(count, L')');
+    };
+    EXPECT_TRUE(runsInBlocks(waiting(255)));
+    EXPECT_FALSE(runsInBlocks(waiting(256)));
 }
 
 }
