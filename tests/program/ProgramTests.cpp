@@ -3,6 +3,7 @@
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
+#include "MTParserLib/MTParserEvaluator.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "tests/program/ProgramDump.h"
 
@@ -129,21 +130,53 @@ TEST(Programs, ReadTheLibrarysOwnVariablesInPlace)
     compareWithGoldenFile("programs_in_place.txt", true);
 }
 
-/// Whether a program runs over blocks of rows, when a column gives numbers to x.
-bool runsInBlocks(const std::wstring& text)
+/// Compiles with variables that count as the library's own.
+struct InPlace
 {
+    explicit InPlace(const std::wstring& text)
+    {
+        registrar.setSyntax({L'.', L',', L'[', L']'});
+        registrar.setVariableFactory(&factory, true);
+        registerVocabulary(registrar);
+        std::wstring assignTarget;
+        EXPECT_TRUE(compiler.compile(text.c_str(), assignTarget));
+    }
+
     Host host;
     Factory factory;
     MTParserRegistrar registrar;
-    registrar.setSyntax({L'.', L',', L'[', L']'});
-    registrar.setVariableFactory(&factory, true);
-    registerVocabulary(registrar);
-    MTParserCompiler compiler(registrar, false, &host);
-    std::wstring assignTarget;
-    EXPECT_TRUE(compiler.compile(text.c_str(), assignTarget));
+    MTParserCompiler compiler{registrar, false, &host};
+};
+
+/// Whether number code stands for a program once it has run.
+bool runsAsNumberCode(const std::wstring& text)
+{
+    InPlace compiled(text);
+    MTParserProgram& program = compiled.compiler.getProgram();
+    MTRunFailure failure;
+    EXPECT_TRUE(runProgram(program, false, failure));
+    return program.numbers.isReady(program);
+}
+
+TEST(Programs, RunAsNumberCodeWhereTheyComputeNumbersFromNumbers)
+{
+    for (const wchar_t* text : {L"x*2", L"x+y*(3-z)", L"sqrt(x)+1", L"(x+1)*(y-2)/(z+3)", L"2"})
+    {
+        EXPECT_TRUE(runsAsNumberCode(text)) << testing::PrintToString(text);
+    }
+    for (const wchar_t* text : {L"p*2", L"x*p", L"[x,y,z]"})
+    {
+        EXPECT_FALSE(runsAsNumberCode(text)) << testing::PrintToString(text);
+    }
+}
+
+/// Whether a program runs over blocks of rows, when a column gives numbers to x.
+bool runsInBlocks(const std::wstring& text)
+{
+    InPlace compiled(text);
     const double number = 0;
-    const MTBoundColumn x{factory.values.at(L"x"), {L"x", &number}};
-    return MTBlockProgram::build(compiler.getProgram(), {&x, 1}) != nullptr;
+    const MTBoundColumn x{compiled.factory.values.at(L"x"), {L"x", &number}};
+    return MTBlockProgram::build(compiled.compiler.getProgram(), {&x, 1}) != nullptr;
 }
 
 TEST(Programs, RunInBlocksWhereTheyComputeNumbersFromNumbers)
