@@ -55,12 +55,9 @@ public:
     }
 
 private:
-    /// Whether the value is an item's, and not a copy of a variable, which has a flag and coordinates of its own.
-    bool endsWithItem() const noexcept
-    {
-        return !program.steps.empty() && program.steps.back().nbArgs != 0 &&
-               program.steps.back().destination == program.root;
-    }
+    /// Whether the value is an item's, and not a copy of a variable, which has a flag and coordinates of its own. The
+    /// last step is the root's, and a program whose value is not known has one.
+    bool endsWithItem() const noexcept { return program.steps.back().nbArgs != 0; }
 
     bool add(const MTProgramStep& step)
     {

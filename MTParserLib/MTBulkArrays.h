@@ -46,8 +46,6 @@ class MTBulkWriter
 public:
     explicit MTBulkWriter(const BulkResults& target) noexcept : results(target) {}
 
-    BulkKind kind() const noexcept { return results.kind; }
-
     /// Where numbers of rows from this one on stand side by side; null where they do not.
     double* contiguousNumbers(std::size_t row) const noexcept
     {

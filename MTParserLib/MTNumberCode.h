@@ -83,7 +83,6 @@ public:
 
     /// Adds a variable that the program reads in place. Each is added once, in the order of their first use.
     void addVariable(const VALTYPE& value) { variables.push_back(&value); }
-    const std::vector<const VALTYPE*>& getVariables() const noexcept { return variables; }
 
     /// To be told when the program itself begins to run, which may leave points in the slots however it ends.
     void programRuns() noexcept { ready = nullptr; }

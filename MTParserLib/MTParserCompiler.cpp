@@ -388,11 +388,12 @@ bool MTParserCompiler::endArgument(std::uint32_t position, wchar_t character, wc
         return fail(CompileError::argumentEmpty, __LINE__, position, here);
     }
 
-    // A bracket that is an argument by itself, as in sin((1)), counts for the record around it.
+    // A bracket that is an argument by itself, as in sin((1)), counts for the record around it. An empty one has been
+    // refused when it was opened.
     const bool argumentGoesOn = closes && (next == L')' || next == registrar.getSyntax().argumentSeparator);
     if (StackRecord* nearest = nearestRecord())
     {
-        nearest->argumentPending = argumentGoesOn && argumentTaken;
+        nearest->argumentPending = argumentGoesOn;
     }
     return true;
 }
@@ -550,8 +551,13 @@ MTSpan MTParserCompiler::spanOfStep(std::uint32_t position, std::uint32_t nbArgs
         return {position, position + symbol.size()};
     }
     const std::size_t begin = position - 1;
+    const auto endsName = [&](std::size_t at) {
+        const wchar_t character = all[at];
+        return character == L'(' || character == L')' || character == registrar.getSyntax().argumentSeparator ||
+               registrar.isOperatorSymbol(all.substr(at), symbol);
+    };
     std::size_t end = begin;
-    while (end < all.size() && all[end] != L'(' && !registrar.isOperatorSymbol(all.substr(end), symbol))
+    while (end < all.size() && !endsName(end))
     {
         ++end;
     }

@@ -17,7 +17,7 @@
 namespace {
 
 template <class Item>
-constexpr VocabularyEntry describe(VocabularyFamily family, const wchar_t* className)
+consteval VocabularyEntry describe(VocabularyFamily family, const wchar_t* className)
 {
     static_assert(sizeof(Item) == sizeof(void*), "an item has no data");
     VocabularyEntry entry{};
@@ -125,10 +125,9 @@ constexpr VocabularyEntry vocabulary[] = {
     // clang-format on
 };
 
-constexpr std::ptrdiff_t countOf(VocabularyFamily family)
+consteval std::ptrdiff_t countOf(VocabularyFamily family)
 {
-    return std::count_if(std::begin(vocabulary), std::end(vocabulary),
-                         [family](const VocabularyEntry& entry) { return entry.family == family; });
+    return std::ranges::count(vocabulary, family, &VocabularyEntry::family);
 }
 
 static_assert(countOf(VocabularyFamily::Operators) == 16 && std::size(vocabulary) == 16 + 257);

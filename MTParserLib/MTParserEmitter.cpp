@@ -179,7 +179,7 @@ void MTParserEmitter::bring(const Operand& operand, VALTYPE& slot)
     case Kind::Result:
         program.steps[operand.step].destination = &slot;
         break;
-    case Kind::Placeholder:
+    case Kind::Placeholder:  // not covered: nothing takes it for an operand
         break;
     }
 }

@@ -41,16 +41,6 @@ void reserveOneMore(std::vector<Entry>& entries)
     }
 }
 
-/// Looks among all names, where the index knows none that is spelt alike, for one that the system takes for the same.
-template <class Entry>
-std::size_t findOtherSpelling(const std::vector<Entry>& entries, std::wstring Entry::*nameOf,
-                              std::wstring_view name) noexcept
-{
-    const auto found = std::find_if(entries.begin(), entries.end(),
-                                    [&](const Entry& entry) { return platform::isSameName(entry.*nameOf, name); });
-    return found == entries.end() ? MTParserRegistrar::notFound : static_cast<std::size_t>(found - entries.begin());
-}
-
 /// The item with its deletion, if it is owned.
 template <class Item>
 std::shared_ptr<const Item> handleOf(Item* item, bool owned)
@@ -81,14 +71,26 @@ struct MTParserRegistrar::Definitions
     std::array<std::size_t, 128> firstOperator;  // whose symbol begins with an ASCII character
 
     void indexCharacters() noexcept;
-    bool mayBeSpeltOtherwise(std::wstring_view name) const noexcept;
     std::size_t firstOperatorWith(wchar_t character) const noexcept;
+    template <class Entry>
+    std::size_t findOtherSpelling(const std::vector<Entry>& entries, std::wstring Entry::*nameOf,
+                                  std::wstring_view name) const noexcept;
 };
 
-/// Whether the system may take the name for one that is spelt otherwise.
-bool MTParserRegistrar::Definitions::mayBeSpeltOtherwise(std::wstring_view name) const noexcept
+/// Looks among all names, where the index knows none that is spelt alike, for one that the system takes for the same.
+template <class Entry>
+std::size_t MTParserRegistrar::Definitions::findOtherSpelling(const std::vector<Entry>& entries,
+                                                              std::wstring Entry::*nameOf,
+                                                              std::wstring_view name) const noexcept
 {
-    return platform::comparesLinguistically && !(everyNameIsPlain && platform::isPlainName(name));
+    if (!platform::comparesLinguistically || (everyNameIsPlain && platform::isPlainName(name)))
+    {
+        return notFound;
+    }
+    const auto found =  // not covered: only where the system compares linguistically, which is Windows
+        std::find_if(entries.begin(), entries.end(),
+                     [&](const Entry& entry) { return platform::isSameName(entry.*nameOf, name); });
+    return found == entries.end() ? notFound : static_cast<std::size_t>(found - entries.begin());
 }
 
 void MTParserRegistrar::Definitions::indexCharacters() noexcept
@@ -536,9 +538,7 @@ std::size_t MTParserRegistrar::findFunction(std::wstring_view name) const noexce
     const std::vector<MTFunctionDefinition>& functions = definitions->functions;
     const std::size_t found = definitions->functionIndex.find(
         MTNameIndex::hash(name), [&](std::size_t index) { return functions[index].symbol == name; });
-    return found == notFound && definitions->mayBeSpeltOtherwise(name)
-               ? findOtherSpelling(functions, &MTFunctionDefinition::symbol, name)
-               : found;
+    return found == notFound ? definitions->findOtherSpelling(functions, &MTFunctionDefinition::symbol, name) : found;
 }
 
 std::size_t MTParserRegistrar::findFunctionOverload(std::wstring_view name, std::uint32_t nbArgs) const noexcept
@@ -577,9 +577,7 @@ std::size_t MTParserRegistrar::findConstant(std::wstring_view name, std::uint32_
     const std::vector<Definitions::Constant>& constants = definitions->constants;
     const std::size_t found =
         definitions->constantIndex.find(hash, [&](std::size_t index) { return constants[index].name == name; });
-    return found == notFound && definitions->mayBeSpeltOtherwise(name)
-               ? findOtherSpelling(constants, &Definitions::Constant::name, name)
-               : found;
+    return found == notFound ? definitions->findOtherSpelling(constants, &Definitions::Constant::name, name) : found;
 }
 
 IMathVariable* MTParserRegistrar::findVariable(std::wstring_view name) const noexcept

@@ -16,6 +16,8 @@ struct EngineAccess
     static MTParserCompiler& compilerOf(const MathExpression& expression) noexcept { return *expression.compiler; }
     static MTParserProgram& programOf(const MathExpression& expression) noexcept { return *expression.program; }
 
+    static auto& automaticVariablesOf(MathExpression& expression) noexcept { return expression.automaticVariables; }
+
     /// Gives a variable a value, and defines it if there is none. Refused as an assignment is, by an exception.
     static void store(MathExpression& expression, const std::wstring& name, const VALTYPE& value)
     {

@@ -110,7 +110,7 @@ void computeMany(std::span<const MTBlockOperand> operands, VALTYPE* args, double
 }
 
 template <class Item>
-constexpr MTBlockKernels makeKernels()
+consteval MTBlockKernels makeKernels()
 {
     using enum MTBlockForm;
     MTBlockKernels kernels{};
@@ -146,7 +146,7 @@ inline constexpr MTBlockKernels kernels = makeKernels<Item>();
 
 /// For a class of the vocabulary; null where it has none.
 template <class Item>
-constexpr const MTBlockKernels* builtInBlocks()
+consteval const MTBlockKernels* builtInBlocks()
 {
     if constexpr (numberkernels::ComputesFromOne<Item> || numberkernels::ComputesFromTwo<Item> ||
                   blockkernels::ComputesFromThree<Item> || blockkernels::ComputesFromMany<Item>)

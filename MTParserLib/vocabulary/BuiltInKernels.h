@@ -39,7 +39,7 @@ using Fused = std::tuple<AddOp, MinusOp, MultOp, DivOp>;
 inline constexpr std::size_t nbFused = std::tuple_size_v<Fused>;
 
 template <class Item, std::size_t index = 0>
-constexpr std::size_t fusedIndexOf()
+consteval std::size_t fusedIndexOf()
 {
     if constexpr (index == nbFused)
     {
@@ -58,7 +58,7 @@ constexpr std::size_t fusedIndexOf()
 /// Whether an item comes to the same x when it is computed again, and writes nothing else that may change. Random
 /// numbers would be drawn twice where the program runs after its number code gave up; a whole copy takes y and z along.
 template <class Item>
-constexpr bool yieldsOnlyX()
+consteval bool yieldsOnlyX()
 {
     bool yields = true;
     if constexpr (requires { Item::constant; })
@@ -192,7 +192,7 @@ double runFused(const MTNumberStep* step, double value, double* top, bool* refus
 }
 
 template <class Item>
-constexpr MTNumberKernels unaryKernels()
+consteval MTNumberKernels unaryKernels()
 {
     using enum MTOperandForm;
     return {{runItem<Item, Memory>, runItem<Item, PushMemory>, runItem<Item, ValueMemory>, nullptr, nullptr},
@@ -201,7 +201,7 @@ constexpr MTNumberKernels unaryKernels()
 }
 
 template <class Item>
-constexpr MTNumberKernels binaryKernels()
+consteval MTNumberKernels binaryKernels()
 {
     using enum MTOperandForm;
     return {{runItem<Item, Memory>, runItem<Item, PushMemory>, runItem<Item, ValueMemory>, runItem<Item, MemoryValue>,
@@ -216,7 +216,7 @@ template <class Item>
 inline constexpr MTNumberKernels kernelsFromTwo = binaryKernels<Item>();
 
 template <class Item>
-constexpr const MTNumberKernels* kernelsOf()
+consteval const MTNumberKernels* kernelsOf()
 {
     if constexpr (ComputesFromOne<Item>)
     {

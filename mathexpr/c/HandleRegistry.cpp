@@ -2,30 +2,13 @@
 #include "mathexpr/c/HandleRegistry.h"
 
 #include <array>
-#include <atomic>
 #include <cstddef>
+#include <mutex>
 #include <new>
 #include <unordered_set>
 #include <utility>
 
 namespace {
-
-/// Held for the few instructions that a look-up takes.
-class Lock
-{
-public:
-    explicit Lock(std::atomic_flag& flag) noexcept : locked(flag)
-    {
-        while (locked.test_and_set(std::memory_order_acquire))
-        {}
-    }
-    Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
-    ~Lock() { locked.clear(std::memory_order_release); }
-
-private:
-    std::atomic_flag& locked;
-};
 
 class Registry
 {
@@ -33,7 +16,7 @@ public:
     Registry() = default;
     Registry(const Registry&) = delete;
     Registry& operator=(const Registry&) = delete;
-    ~Registry()
+    ~Registry()  // not covered: the process ends, and what has been counted is written already
     {
         for (void* const memory : retired)
         {
@@ -43,26 +26,26 @@ public:
 
     void add(const void* handle)
     {
-        const Lock lock(flag);
+        const std::lock_guard lock(mutex);
         live.insert(handle);
     }
 
     bool isLive(const void* handle) noexcept
     {
-        const Lock lock(flag);
+        const std::lock_guard lock(mutex);
         return live.count(handle) != 0;
     }
 
     void retire(void* memory) noexcept
     {
-        const Lock lock(flag);
+        const std::lock_guard lock(mutex);
         live.erase(memory);
         ::operator delete(std::exchange(retired[next], memory));
         next = (next + 1) % retired.size();
     }
 
 private:
-    std::atomic_flag flag;
+    std::mutex mutex;
     std::unordered_set<const void*> live;
     std::array<void*, 256> retired{};
     std::size_t next = 0;

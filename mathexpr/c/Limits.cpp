@@ -17,7 +17,8 @@ mathexpr_status mathexpr_set_limits(mathexpr_expression* handle, const mathexpr_
             return MATHEXPR_BAD_SIZE;
         }
         const ExpressionLimits own{known.text_length, known.records, known.nesting};
-        return setLimits(expression.object(), own) ? MATHEXPR_OK : MATHEXPR_BUSY;
+        setLimits(expression.object(), own);  // not refused, since no call is under way
+        return MATHEXPR_OK;
     });
 }
 

@@ -101,6 +101,8 @@ TEST(Limits, RecordsCountValuesOperatorsAndCalls)
            "    ^^^^^^^"},
         {L"e*2",            3,
            "  ^"},
+        {L"2*e",            3,
+           "  ^"},
         {L"--x",            3,
            "  ^"},
         {L"1 < = 2 & 1",    5,

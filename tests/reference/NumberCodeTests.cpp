@@ -132,4 +132,32 @@ TEST(NumberCode, StoresProductsForTheDotProductsThatFollow)
     }
 }
 
+TEST(NumberCode, LeavesResultsWithoutAConsumerToTheProgram)
+{
+    for (const wchar_t* text : {L"(x+1,y+2)", L"(x*y,z*w,x+w)*2", L"z+(x*y,w)"})
+    {
+        for (std::uint64_t seed = 1; seed <= 50; ++seed)
+        {
+            ASSERT_EQ(firstDifference(seed, text), "");
+        }
+    }
+}
+
+// It has room for 128.
+TEST(NumberCode, LeavesTooManyResultsThatWaitToTheProgram)
+{
+    for (const std::size_t depth : {126U, 127U, 128U, 129U, 300U})
+    {
+        std::wstring text = L"x+y";
+        for (std::size_t j = 0; j < depth; ++j)
+        {
+            text = L"x*w-(" + text + L")";
+        }
+        for (std::uint64_t seed = 1; seed <= 5; ++seed)
+        {
+            ASSERT_EQ(firstDifference(seed, text), "") << depth;
+        }
+    }
+}
+
 }

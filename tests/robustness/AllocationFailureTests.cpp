@@ -216,19 +216,18 @@ Operation withVariables(const std::string& name, std::function<double(Expression
             }};
 }
 
-/// Evaluates over four thousand rows.
-Operation inBulk(const std::wstring& text, std::uint32_t nbThreads)
+Operation inBulk(const std::wstring& text, std::uint32_t nbThreads, std::size_t nbRows = 4096)
 {
     return {"bulk on " + std::to_string(nbThreads) + ": " + std::string(text.begin(), text.end()),
             [text](Subject& subject) { ASSERT_TRUE(subject.expression.setExpression(text.c_str())); },
-            [nbThreads](Subject& subject) {
+            [nbThreads, nbRows](Subject& subject) {
                 static const std::array<double, 4096> column{};
                 static std::array<double, 4096> results;
                 const BulkColumn columns[] = {{L"n", column.data()}};
                 BulkOutcome outcome;
                 const bool done =
-                    evaluateBulk(subject.expression, columns, 1, column.size(), {results.data()}, nbThreads, outcome);
-                return done ? std::optional(number(results.back())) : std::nullopt;
+                    evaluateBulk(subject.expression, columns, 1, nbRows, {results.data()}, nbThreads, outcome);
+                return done ? std::optional(number(results[nbRows - 1])) : std::nullopt;
             }};
 }
 
@@ -292,6 +291,7 @@ const std::vector<Operation>& operations()
         list.push_back(inBulk(L"n*2+sin(n)", 1));
         list.push_back(inBulk(L"n*2+sin(n)", 4));
         list.push_back(inBulk(L"dist(p1,[n,n,n])+max(n,1,2,3)", 4));
+        list.push_back(inBulk(L"sin([n,n,n])", 1, 2));
         list.push_back({"construct", nothing, [](Subject&) {
                             const MathExpression another(false, &host);
                             return std::optional<VALTYPE>();
@@ -304,6 +304,13 @@ const std::vector<Operation>& operations()
                             assigned = copy;
                             return assigned.Calculate(L"a+unknown_to_all", value, 1000) ? std::optional(value)
                                                                                         : std::nullopt;
+                        }});
+        list.push_back({"copy with a refused assignment", nothing, [](Subject& subject) {
+                            VALTYPE value;
+                            subject.calculator.Calculate(L"12345678901234567890=5", value, 1000);
+                            CMathExpr copy = subject.calculator;
+                            copy.dropAssignment();
+                            return copy.Calculate(L"2*3", value, 1000) ? std::optional(value) : std::nullopt;
                         }});
         list.push_back({"calculate", nothing, [](Subject& subject) {
                             VALTYPE value;

@@ -1,8 +1,11 @@
 // RegistrarLookupTests.cpp - how symbols and names are found.
+#include "MTParserLib/MTNameIndex.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "tests/unit/EngineItems.h"
 
 #include <gtest/gtest.h>
+
+#include <utility>
 
 namespace {
 
@@ -110,6 +113,18 @@ TEST_F(Lookup, TellsBinaryFromUnaryOperators)
     EXPECT_EQ(registrar.findOperator(L"", true), notFound);
 }
 
+TEST_F(Lookup, TellsOperatorsOfOneLengthAndBeginningApart)
+{
+    for (const wchar_t* const symbol : {L"<=", L"<>", L"<"})
+    {
+        defineOperator(symbol);
+    }
+    EXPECT_EQ(registrar.findOperator(L"<=", false), 0u);
+    EXPECT_EQ(registrar.findOperator(L"<>", false), 1u);
+    EXPECT_EQ(registrar.findOperator(L"<!", false), notFound);
+    EXPECT_EQ(registrar.findOperator(L"<", false), 2u);
+}
+
 TEST_F(Lookup, ChoosesOverloadsByTheirArgumentCount)
 {
     const auto* const one = defineFunction(L"f", 1);
@@ -193,6 +208,35 @@ TEST_F(Lookup, FindsVariablesWithoutRegardToTheCaseOfAToZ)
     EXPECT_EQ(registrar.findVariable(L"\u00c9"), accented);
     registrar.defineVariable(new TestVariable(L"a@"));
     EXPECT_EQ(registrar.findVariable(L"a`"), nullptr);
+}
+
+TEST_F(Lookup, FindsConstantsBeyondAscii)
+{
+    VALTYPE value;
+    value.x = 3.5;
+    registrar.defineConstant(L"\u03c0", value);
+    registrar.defineConstant(L"tau", VALTYPE{});
+    EXPECT_EQ(registrar.findConstant(L"\u03c0"), 0u);
+    EXPECT_EQ(registrar.findConstant(L"tau"), 1u);
+    EXPECT_EQ(registrar.findConstant(L"\u03a0"), notFound);
+    EXPECT_EQ(registrar.getConstantValue(0).x, 3.5);
+}
+
+// Each pair has one hash, and so meets in the index.
+TEST_F(Lookup, TellsNamesOfOneHashApart)
+{
+    ASSERT_EQ(MTNameIndex::hash(L"declinate"), MTNameIndex::hash(L"macallums"));
+    ASSERT_EQ(MTNameIndex::hash(L"costarring"), MTNameIndex::hash(L"liquid"));
+    for (const auto& [first, second] : {std::pair(L"declinate", L"macallums"), std::pair(L"costarring", L"liquid")})
+    {
+        const auto variable = new TestVariable(first);
+        registrar.defineVariable(variable);
+        EXPECT_EQ(registrar.findVariable(second), nullptr);
+        const auto other = new TestVariable(second);
+        registrar.defineVariable(other);
+        EXPECT_EQ(registrar.findVariable(first), variable);
+        EXPECT_EQ(registrar.findVariable(second), other);
+    }
 }
 
 TEST_F(Lookup, FindsEachOfManyVariables)

@@ -67,6 +67,20 @@ TEST_F(Syntax, TakesOperatorsThatAreWords)
     EXPECT_EQ(valueOf(L"2plus-3"), -1.0);
     EXPECT_EQ(valueOf(L"2plus"), std::nullopt);
     EXPECT_EQ(takeShownMessages(), Ids{3});
+    // A name may begin as they do.
+    registrar.defineFunction(new TestFunction(L"pair", 2), true);
+    EXPECT_EQ(valueOf(L"pair(4,5)plus3"), 5.0);
+}
+
+// The name of a function then stands before an operator, with no bracket of its own.
+TEST_F(Syntax, TakesAnOperatorThatIsABracket)
+{
+    registrar.setSyntax({L'.', L',', L'[', L']'});
+    registrar.defineFunction(new TestFunction(L"none", 0), true);
+    registrar.defineOperator(new TestOperator(L"("), true);
+    EXPECT_EQ(valueOf(L"none(1"), std::nullopt);
+    EXPECT_EQ(valueOf(L"1+none(1"), std::nullopt);
+    EXPECT_EQ(takeShownMessages(), (Ids{3, 3}));
 }
 
 TEST_F(Syntax, PutsThePositionOfAnOperatorThatEndsTheTextOnItsLastCharacter)
@@ -136,6 +150,39 @@ TEST_F(Syntax, ReportsAFactoryThatMakesNothing)
         EXPECT_EQ(exception.entries.front().data.exID, DefinitionError::VariableNameEmpty);
         EXPECT_EQ(exception.entries.front().data.itemName, L"unknown");
     }
+}
+
+TEST_F(Syntax, DoesNotKnowANameWhoseVariableIsCalledOtherwise)
+{
+    registrar.setSyntax({L'.', L',', L'[', L']'});
+    class Renaming final : public IMathVariableFactory
+    {
+        IMathVariable* create(const wchar_t* name) override { return new TestVariable(std::wstring(name) + L"_"); }
+    };
+    class Answering final : public IMathExprService
+    {
+        bool lookupValue(const wchar_t*, VALTYPE&) const override { return true; }
+    };
+    Renaming renaming;
+    registrar.setVariableFactory(&renaming);
+    const Answering service;
+    MTParserCompiler asking(registrar, true, &service);
+    EXPECT_FALSE(asking.compile(L"1+width", assignTarget));
+    EXPECT_EQ(takeShownMessages(), Ids{1});
+    EXPECT_NE(registrar.findVariable(L"width_"), nullptr);
+    EXPECT_EQ(registrar.findVariable(L"width"), nullptr);
+}
+
+TEST_F(Syntax, NeedsNoFactoryWhereNoVariableIsMade)
+{
+    MTParserRegistrar bare;
+    bare.setSyntax({L'.', L',', L'[', L']'});
+    MTParserCompiler plain(bare, true, nullptr);
+    EXPECT_TRUE(plain.compile(L"12.5", assignTarget));
+    EXPECT_EQ(plain.getProgram().root->x, 12.5);
+    plain.setAutomaticVariables(true);
+    EXPECT_FALSE(plain.compile(L"x", assignTarget));
+    EXPECT_EQ(takeShownMessages(), Ids{3});
 }
 
 TEST_F(Syntax, StoresTheNameAssignedTo)

@@ -4,6 +4,7 @@
 #include "tests/windows/Paths.h"
 
 #include <cstdint>
+#include <cstring>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -18,6 +19,16 @@ TEST(ResourceLibrary, IsFoundBesideTheCaller)
     EXPECT_GT(LoadStringW(library, 10, text, 512), 0);
     EXPECT_EQ(LoadResourceDll(L"MathExprRes.dll"), library);
     EXPECT_EQ(LoadResourceDll(L"mathexprres.DLL"), library);
+}
+
+TEST(ResourceLibrary, IsOneOfSeveral)
+{
+    HMODULE first = LoadResourceDll(L"MathExprRes.dll");
+    HMODULE second = LoadResourceDll(L"OneStringRes.dll");
+    ASSERT_NE(second, nullptr);
+    EXPECT_NE(first, second);
+    EXPECT_EQ(LoadResourceDll(L"MathExprRes.dll"), first);
+    EXPECT_EQ(LoadResourceDll(L"OneStringRes.dll"), second);
 }
 
 TEST(ResourceLibrary, IsOpenedForItsResourcesOnly)
@@ -53,6 +64,20 @@ TEST(ResourceLibrary, HasAPlainName)
         EXPECT_EQ(LoadResourceDll(name), nullptr) << testing::PrintToString(name);
     }
     EXPECT_EQ(LoadResourceDll(nullptr), nullptr);
+    EXPECT_EQ(LoadResourceDll(std::wstring(40000, L'a').c_str()), nullptr);
+}
+
+// Code that some program has made for itself stands beside nothing.
+TEST(ResourceLibrary, IsNotGivenToCodeOutsideOfModules)
+{
+    // sub rsp, 40; call rdx; add rsp, 40; ret: calls its second argument with its first.
+    constexpr unsigned char code[] = {0x48, 0x83, 0xEC, 0x28, 0xFF, 0xD2, 0x48, 0x83, 0xC4, 0x28, 0xC3};
+    void* const memory = VirtualAlloc(nullptr, sizeof code, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE);
+    ASSERT_NE(memory, nullptr);
+    std::memcpy(memory, code, sizeof code);
+    using Caller = HMODULE (*)(const wchar_t*, decltype(&LoadResourceDll));
+    EXPECT_EQ(reinterpret_cast<Caller>(memory)(L"MathExprRes.dll", &LoadResourceDll), nullptr);
+    VirtualFree(memory, 0, MEM_RELEASE);
 }
 
 }

@@ -1,0 +1,140 @@
+// HostVariableTests.cpp - expression objects that make variables of unknown names, or have the host's factory make them.
+#include "mathexpr/BulkEvaluation.h"
+#include "mathexpr/Diagnostics.h"
+#include "mathexpr/EngineAccess.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
+#include "tests/unit/EngineItems.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <optional>
+
+namespace {
+
+/// Refuses to be evaluated: with false, or with an exception.
+class StubbornVariable final : public IMathVariable
+{
+public:
+    StubbornVariable(std::wstring givenName, bool isLoud) : name(std::move(givenName)), raises(isLoud) {}
+
+    bool evaluate(std::uint32_t, const VALTYPE*, VALTYPE&, bool) const override
+    {
+        if (raises)
+        {
+            throw ParsingException(1, 0, L"host", SMTParsingExcepData{});
+        }
+        return false;
+    }
+    std::wstring getSymbol() const override { return name; }
+    VALTYPE* getValuePtr() override { return &value; }
+
+private:
+    std::wstring name;
+    bool raises;
+    VALTYPE value;
+};
+
+class StubbornFactory final : public IMathVariableFactory
+{
+public:
+    explicit StubbornFactory(bool isLoud) : raises(isLoud) {}
+
+    IMathVariable* create(const wchar_t* name) override { return new StubbornVariable(name, raises); }
+
+private:
+    bool raises;
+};
+
+class HostVariables : public testing::Test
+{
+protected:
+    std::optional<double> valueOf(const wchar_t* text)
+    {
+        VALTYPE value;
+        if (!expression.setExpression(text) || !expression.evaluate(value))
+        {
+            return std::nullopt;
+        }
+        return value.x;
+    }
+
+    MathExpression expression{true, nullptr};
+    ExpressionVariables variables{expression};
+};
+
+TEST_F(HostVariables, UnknownNamesAreZeroWhereThatIsSwitchedOn)
+{
+    EXPECT_THROW(expression.setExpression(L"width+1"), ParsingException);
+    EngineAccess::automaticVariablesOf(expression).enabled = true;
+    EXPECT_EQ(valueOf(L"width+1"), 1.0);
+    EXPECT_EQ(variables.names(), std::vector<std::wstring>{L"width"});
+    EXPECT_EQ(variables.hostNames(), std::vector<std::wstring>{});
+    *variables.address(L"WIDTH") = VALTYPE{0, 0, 0, 0, 4.0, 0.0, 0.0};
+    EXPECT_EQ(valueOf(L"width+1"), 5.0);
+}
+
+TEST_F(HostVariables, AreMadeByTheFactoryAndDeletedWithTheExpression)
+{
+    int nbDeleted = 0;
+    {
+        MathExpression object(true, nullptr);
+        TestFactory factory(true, &nbDeleted);
+        EngineAccess::automaticVariablesOf(object) = {true, &factory};
+        VALTYPE value;
+        ASSERT_TRUE(object.setExpression(L"a+b+a"));
+        *ExpressionVariables(object).address(L"a") = VALTYPE{0, 0, 0, 0, 3.0, 0.0, 0.0};
+        ASSERT_TRUE(object.evaluate(value));
+        EXPECT_EQ(value.x, 6.0);
+        EXPECT_EQ(nbDeleted, 0);
+    }
+    EXPECT_EQ(nbDeleted, 2);
+}
+
+TEST_F(HostVariables, ThatRefuseAreShownInTheText)
+{
+    StubbornFactory factory(false);
+    EngineAccess::automaticVariablesOf(expression) = {true, &factory};
+    for (const wchar_t* text : {L"no", L"1+no", L"no+1", L"(no)", L"max(1,no,2)"})
+    {
+        EXPECT_EQ(valueOf(text), std::nullopt);
+        const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(expression).get();
+        EXPECT_EQ(diagnostic.message, 3U);
+        EXPECT_EQ(diagnostic.itemName, L"no");
+        EXPECT_EQ(diagnostic.start, std::wstring(text).find(L"no"));
+        EXPECT_EQ(diagnostic.length, 2U);
+    }
+}
+
+TEST_F(HostVariables, ThatThrowAreShownInTheText)
+{
+    StubbornFactory factory(true);
+    EngineAccess::automaticVariablesOf(expression) = {true, &factory};
+    VALTYPE value;
+    ASSERT_TRUE(expression.setExpression(L"2*(no+1)"));
+    EXPECT_THROW(expression.evaluate(value), ParsingException);
+    const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(expression).get();
+    EXPECT_EQ(diagnostic.kind, ExpressionDiagnostic::Kind::Parsing);
+    EXPECT_EQ(diagnostic.start, 3U);
+    EXPECT_EQ(diagnostic.length, 2U);
+}
+
+TEST_F(HostVariables, TakeNoColumns)
+{
+    TestFactory factory;
+    EngineAccess::automaticVariablesOf(expression) = {true, &factory};
+    ASSERT_TRUE(expression.setExpression(L"a*2+b"));
+    const std::array<double, 2> numbers{1.0, 2.0};
+    const std::array<BulkColumn, 2> columns{BulkColumn{L"unused", numbers.data()}, BulkColumn{L"a", numbers.data()}};
+    std::array<double, 2> results{9.0, 9.0};
+    BulkOutcome outcome;
+    EXPECT_FALSE(evaluateBulk(expression, columns.data(), columns.size(), 2, {results.data()}, 1, outcome));
+    EXPECT_EQ(outcome.error, BulkError::ColumnVariable);
+    EXPECT_EQ(outcome.column, 1U);
+    EXPECT_EQ(results, (std::array<double, 2>{9.0, 9.0}));
+    EXPECT_TRUE(evaluateBulk(expression, columns.data(), 1, 2, {results.data()}, 1, outcome));
+    EXPECT_EQ(results, (std::array<double, 2>{0.0, 0.0}));
+}
+
+}

@@ -1,0 +1,65 @@
+// MessageDisplayTests.cpp - which display a message goes to, and those without a text.
+//
+// The display is compiled into this program, because the library shows no numbers but its own.
+#include "mathexpr/MessageDisplay.h"
+
+#include "MTParserLib/MTMessage.h"
+#include "mathexpr/MessageSource.h"
+#include "mathexpr/ThreadMessageDisplay.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+using Ids = std::vector<std::uint32_t>;
+
+constexpr auto withoutText = static_cast<Message::Id>(9999);
+
+MessageDisplay recording(Ids& ids)
+{
+    return {[](void* context, std::uint32_t id, const wchar_t*) { static_cast<Ids*>(context)->push_back(id); }, &ids};
+}
+
+class Displays : public testing::Test
+{
+protected:
+    ~Displays() override { setMessageDisplay(before); }
+
+    Ids processes;
+    Ids threads;
+    const MessageDisplay before = setMessageDisplay(recording(processes));
+};
+
+TEST_F(Displays, ShowNothingWhereThereIsNoText)
+{
+    EXPECT_EQ(loadMessage(withoutText), L"");
+    showMessage(withoutText);
+    showMessage(Message::DivisionByZero);
+    EXPECT_EQ(processes, Ids{Message::DivisionByZero});
+}
+
+TEST_F(Displays, OfAThreadNestAndEndWithTheirScope)
+{
+    const MessageDisplay own = recording(threads);
+    const MessageDisplay without;
+    {
+        const ThreadMessageDisplay outer(&own);
+        showMessage(Message::DivisionByZero);
+        {
+            const ThreadMessageDisplay none(nullptr);
+            showMessage(Message::UnknownName);
+        }
+        {
+            const ThreadMessageDisplay inner(&without);
+            showMessage(Message::UnknownFunction);
+        }
+        showMessage(Message::InvalidExpression);
+    }
+    showMessage(Message::IntegerTooLarge);
+    EXPECT_EQ(threads, (Ids{Message::DivisionByZero, Message::InvalidExpression}));
+    EXPECT_EQ(processes, (Ids{Message::UnknownName, Message::UnknownFunction, Message::IntegerTooLarge}));
+}
+
+}
