@@ -72,7 +72,7 @@ public:
                 memory[nbMemory++] = operands[j].memory;
             }
         }
-        append(*step.numbers, form, memory, &step.destination->x);
+        append(*step.kernels->numbers, form, memory, &step.destination->x);
         if (nbWaiting == waiting.size())
         {
             overflowed = true;
@@ -159,6 +159,7 @@ private:
 void MTNumberCode::clear() noexcept
 {
     ready = nullptr;
+    straight = nullptr;
     variables.clear();
     steps.clear();
     possible = false;
@@ -173,7 +174,7 @@ void MTNumberCode::prepare(const MTParserProgram& program)
         ready = steps.data();
         return;
     }
-    const auto hasNumbers = [](const MTProgramStep& step) { return step.numbers != nullptr; };
+    const auto hasNumbers = [](const MTProgramStep& step) { return step.kernels->numbers != nullptr; };
     if (program.steps.size() > mostSteps || !std::all_of(program.steps.begin(), program.steps.end(), hasNumbers))
     {
         return;

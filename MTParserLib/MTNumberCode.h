@@ -99,34 +99,42 @@ public:
     /// Runs the code in place of the program, if that is ready and all variables are numbers.
     /// @param value  receives x of the program's root, whose other fields stand there
     /// @return false, with a meaningless value, where the program has to run itself
-    bool run(double& value) noexcept
+    bool run(double& value) noexcept { return runFrom(ready, value); }
+
+    /// Opens the straight way, while nobody uses the program and no failure is noted.
+    void openStraightWay() noexcept { straight = ready; }
+    void closeStraightWay() noexcept { straight = nullptr; }
+
+    /// As run does, but only while the straight way is open.
+    bool runStraight(double& value) noexcept { return runFrom(straight, value); }
+
+private:
+    bool runFrom(const MTNumberStep* first, double& value) noexcept
     {
-        if (ready == nullptr || !variablesAreNumbers())
+        if (first == nullptr || !variablesAreNumbers())
         {
             return false;
         }
         bool refused = false;
-        value = ready->kernel(ready, 0.0, stack.data(), &refused);
+        value = first->kernel(first, 0.0, stack.data(), &refused);
         return !refused;
     }
 
-private:
     bool variablesAreNumbers() const noexcept
     {
-        // Not an algorithm: those are unrolled, and most programs have few variables.
+        // Without a way out in between: most programs have few variables, and all of them are numbers.
+        unsigned kinds = 0;
         for (const VALTYPE* variable : variables)
         {
-            if (variable->type != 0)
-            {
-                return false;
-            }
+            kinds |= variable->type;
         }
-        return true;
+        return kinds == 0;
     }
     bool getReady(const MTParserProgram& program);
     void build(const MTParserProgram& program);
 
-    const MTNumberStep* ready = nullptr;  // the first step, while all slots are numbers
+    const MTNumberStep* ready = nullptr;     // the first step, while all slots are numbers
+    const MTNumberStep* straight = nullptr;  // the same, while the straight way is open
     std::vector<const VALTYPE*> variables;
     std::vector<double> stack;
     std::vector<MTNumberStep> steps;

@@ -121,9 +121,9 @@ bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
         }
 
         std::wstring_view symbol;
-        const bool isOperator = registrar.isOperatorSymbol(all.substr(i), symbol);
+        const bool isOperator = registrar.isOperatorSymbol({all.data() + i, all.size() - i}, symbol);
         const bool endsToken = isOperator || character == separator || character == L'(' || character == L')';
-        const std::wstring_view token = all.substr(tokenStart, i - tokenStart);
+        const std::wstring_view token(all.data() + tokenStart, i - tokenStart);
         if (!endsToken)
         {
             if (character == L'=')

@@ -14,9 +14,18 @@ bool copyValue(const MTProgramStep& step, bool)
     return true;
 }
 
+constexpr MTItemKernels copyingKernels{copyValue};
+
+/// Takes what is above a height from a stack.
+template <class Element>
+void truncate(std::vector<Element>& stack, std::size_t height)
+{
+    stack.erase(stack.begin() + static_cast<std::ptrdiff_t>(height), stack.end());
+}
+
 MTProgramStep copyingStep(const IMathExprItemEvaluator* variable, const VALTYPE* value, std::uint32_t position)
 {
-    return {copyValue, variable, nullptr, value, nullptr, nullptr, 0, position};
+    return {&copyingKernels, variable, value, nullptr, nullptr, 0, position};
 }
 
 }
@@ -25,26 +34,20 @@ void MTParserEmitter::begin(bool readsInPlace) noexcept
 {
     variablesInPlace = readsInPlace;
     waiting.clear();
+    constants.clear();
     program.clear();
-}
-
-MTParserEmitter::Operand& MTParserEmitter::push(Kind kind, std::uint32_t position)
-{
-    Operand& operand = waiting.emplace_back();
-    operand.kind = kind;
-    operand.position = position;
-    return operand;
 }
 
 void MTParserEmitter::pushResult(const MTProgramStep& step)
 {
-    push(Kind::Result, step.position).step = program.steps.size();
+    waiting.push_back({Kind::Result, step.position, {program.steps.size()}, nullptr});
     program.steps.push_back(step);
 }
 
 void MTParserEmitter::emitConstant(const VALTYPE& value, std::uint32_t position)
 {
-    push(Kind::Constant, position).value = value;
+    waiting.push_back({Kind::Constant, position, {constants.size()}, nullptr});
+    constants.push_back(value);
 }
 
 void MTParserEmitter::emitVariable(const IMathExprItemEvaluator& variable, const VALTYPE* valueInPlace,
@@ -52,9 +55,7 @@ void MTParserEmitter::emitVariable(const IMathExprItemEvaluator& variable, const
 {
     if (variablesInPlace)
     {
-        Operand& operand = push(Kind::Variable, position);
-        operand.variable = &variable;
-        operand.valueInPlace = valueInPlace;
+        waiting.push_back({Kind::Variable, position, {.variable = &variable}, valueInPlace});
     }
     else if (valueInPlace != nullptr)
     {
@@ -62,13 +63,13 @@ void MTParserEmitter::emitVariable(const IMathExprItemEvaluator& variable, const
     }
     else
     {
-        pushResult({virtualKernels.evaluate, &variable, nullptr, nullptr, nullptr, nullptr, 0, position});
+        pushResult({&virtualKernels, &variable, nullptr, nullptr, nullptr, 0, position});
     }
 }
 
 void MTParserEmitter::emitPlaceholder(std::uint32_t position)
 {
-    push(Kind::Placeholder, position);
+    waiting.push_back({Kind::Placeholder, position, {}, nullptr});
 }
 
 MTEmission MTParserEmitter::emitOperator(const IMathExprItemEvaluator& item, const MTItemKernels& kernels,
@@ -86,7 +87,7 @@ MTEmission MTParserEmitter::emitCall(const IMathExprItemEvaluator& item, const M
 MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
                                  std::uint32_t position, bool isCall)
 {
-    bool foldable = item.isConstant();
+    std::uint32_t nbConstants = 0;
     std::size_t end = waiting.size();
     for (std::uint32_t j = 0; j < nbArgs; ++j)
     {
@@ -95,17 +96,25 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
             return operandMissing(end);
         }
         --end;
-        foldable = foldable && waiting[end].kind == Kind::Constant;
+        nbConstants += waiting[end].kind == Kind::Constant ? 1U : 0U;
     }
 
     VALTYPE folded;
-    MTProgramStep step{kernels.evaluate, &item, kernels.numbers, nullptr, nullptr, &folded, nbArgs, position};
+    MTProgramStep step{&kernels, &item, nullptr, nullptr, nullptr, nbArgs, position};
     const MTSlotArena::Mark slotsBefore = program.slots.mark();
-    setOperands(step, waiting.data() + end, kernels);
-    // The item meets an all-zero result, and is asked before the beginning of the call is looked for: its refusal wins.
-    if (foldable && !kernels.evaluate(step, showMessages))
+    setOperands(step, waiting.data() + end);
+    truncate(constants, constants.size() - nbConstants);
+    const bool foldable = nbConstants == nbArgs && item.isConstant();
+    if (foldable)
     {
-        return {MTEmission::Outcome::Refused, position};
+        // The item meets an all-zero result, and is asked before the beginning of the call is looked for: its refusal
+        // wins.
+        step.destination = &folded;
+        if (!step.evaluate(showMessages))
+        {
+            return {MTEmission::Outcome::Refused, position};
+        }
+        program.slots.release(slotsBefore);
     }
     if (isCall)
     {
@@ -116,15 +125,13 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
         --end;
     }
 
-    waiting.resize(end);
+    truncate(waiting, end);
     if (foldable)
     {
-        program.slots.release(slotsBefore);
         emitConstant(folded, position);
     }
     else
     {
-        step.destination = nullptr;
         pushResult(step);
     }
     return {};
@@ -136,9 +143,9 @@ MTEmission MTParserEmitter::operandMissing(std::size_t end) const
     return {MTEmission::Outcome::OperandMissing, position};
 }
 
-void MTParserEmitter::setOperands(MTProgramStep& step, const Operand* operands, const MTItemKernels& kernels)
+void MTParserEmitter::setOperands(MTProgramStep& step, const Operand* operands)
 {
-    if (kernels.readsInPlace)
+    if (step.kernels->readsInPlace)
     {
         step.first = placeOf(operands[0]);
         step.second = step.nbArgs > 1 ? placeOf(operands[1]) : nullptr;
@@ -170,14 +177,14 @@ void MTParserEmitter::bring(const Operand& operand, VALTYPE& slot)
     switch (operand.kind)
     {
     case Kind::Constant:
-        slot = operand.value;
+        slot = constants[operand.index];
         break;
     case Kind::Variable:
         program.steps.push_back(copyingStep(operand.variable, operand.valueInPlace, operand.position));
         program.steps.back().destination = &slot;
         break;
     case Kind::Result:
-        program.steps[operand.step].destination = &slot;
+        program.steps[operand.index].destination = &slot;
         break;
     case Kind::Placeholder:  // not covered: nothing takes it for an operand
         break;

@@ -74,23 +74,25 @@ private:
     {
         Kind kind;
         std::uint32_t position;
-        std::size_t step;                        // the index, of a result
-        const IMathExprItemEvaluator* variable;  // and where its value stands:
-        const VALTYPE* valueInPlace;
-        VALTYPE value;  // of a constant
+        union
+        {
+            std::size_t index;  // of a result: its step; of a constant: among those that wait
+            const IMathExprItemEvaluator* variable;
+        };
+        const VALTYPE* valueInPlace;  // of the variable
     };
 
     MTEmission emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
                     std::uint32_t position, bool isCall);
     MTEmission operandMissing(std::size_t end) const;
-    void setOperands(MTProgramStep& step, const Operand* operands, const MTItemKernels& kernels);
+    void setOperands(MTProgramStep& step, const Operand* operands);
     const VALTYPE* placeOf(const Operand& operand);
     void bring(const Operand& operand, VALTYPE& slot);
-    Operand& push(Kind kind, std::uint32_t position);
     void pushResult(const MTProgramStep& step);
 
     MTParserProgram& program;
     const bool showMessages;
     bool variablesInPlace = false;
     std::vector<Operand> waiting;
+    std::vector<VALTYPE> constants;  // that wait
 };

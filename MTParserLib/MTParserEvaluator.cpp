@@ -21,7 +21,7 @@ bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failu
     {
         for (; step != program.steps.end(); ++step)
         {
-            if (!step->evaluate(*step, showMessages))
+            if (!step->evaluate(showMessages))
             {
                 tell();
                 return false;

@@ -3,13 +3,14 @@
 
 #include <algorithm>
 
+// NOLINTNEXTLINE(cert-err58-cpp): computed by the compiler
 const MTItemKernels virtualKernels{[](const MTProgramStep& step, bool showMessages) {
     return step.item->evaluate(step.nbArgs, step.first, *step.destination, showMessages);
 }};
 
 namespace {
 
-constexpr std::size_t smallestChunk = 16;
+constexpr std::size_t smallestChunk = 12;
 
 }
 

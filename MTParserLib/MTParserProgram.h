@@ -22,9 +22,8 @@
 /// The evaluation of one operator, function or variable.
 struct MTProgramStep
 {
-    MTEvaluate evaluate;
+    const MTItemKernels* kernels;
     const IMathExprItemEvaluator* item;
-    const MTNumberKernels* numbers;  ///< Of the item; null where it has none.
     /// The first operand, of which all others follow side by side, unless the item reads its operands in place. Of a
     /// variable that is copied, its value.
     const VALTYPE* first;
@@ -34,6 +33,7 @@ struct MTProgramStep
     std::uint32_t position;  ///< In the rewritten text, for error reports.
 
     const VALTYPE& operand(std::uint32_t index) const noexcept { return index == 1 ? *second : first[index]; }
+    bool evaluate(bool showMessages) const { return kernels->evaluate(*this, showMessages); }
 };
 
 /// Memory for argument slots. It hands out memory that never moves, takes it back in the reverse order, and keeps what
@@ -100,8 +100,6 @@ public:
     /// Runs in place of the steps while everything is a plain number.
     MTNumberCode numbers;
 
-    bool isClaimed() const noexcept { return claimed; }
-
 private:
     friend class MTProgramClaim;
 
@@ -116,6 +114,7 @@ public:
     explicit MTProgramClaim(MTParserProgram& program) noexcept : program(program), granted(!program.claimed)
     {
         program.claimed = true;
+        program.numbers.closeStraightWay();
     }
     MTProgramClaim(const MTProgramClaim&) = delete;
     MTProgramClaim& operator=(const MTProgramClaim&) = delete;

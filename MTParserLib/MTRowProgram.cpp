@@ -120,7 +120,7 @@ std::uint32_t MTRowProgram::runSteps()
     {
         for (const MTProgramStep& step : steps)
         {
-            if (!step.evaluate(step, false))
+            if (!step.evaluate(false))
             {
                 return refusalStatus();
             }

@@ -96,8 +96,7 @@ bool MathExpression::evaluate(VALTYPE& result)
 {
     // Most evaluations: there is nothing to do but to run number code, which calls nobody who could call back.
     double x = 0.0;
-    if (platform::FloatingPointWords::current().areTheLibrarys() && assignTarget.empty() && !program->isClaimed() &&
-        !compiler->hasFailed() && program->numbers.run(x))
+    if (platform::computesAsTheLibrary() && assignTarget.empty() && program->numbers.runStraight(x))
     {
         copyWithX(result, *program->root, x);
         return true;
@@ -132,6 +131,7 @@ bool MathExpression::evaluateProgram(VALTYPE& result)
             return false;
         }
         copyRecent(result, *program->root);
+        program->numbers.openStraightWay();
         return true;
     });
 }

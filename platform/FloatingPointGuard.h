@@ -52,6 +52,17 @@ struct FloatingPointWords
     }
 };
 
+/// Whether the calling thread computes as the library does, without a guard. Enough for work that calls nobody: what
+/// the host has set for x87 registers matters only where the mathematical functions use them, as MinGW's do.
+inline bool computesAsTheLibrary() noexcept
+{
+#if defined(__MINGW32__)
+    return FloatingPointWords::current().areTheLibrarys();
+#else
+    return (_mm_getcsr() & ~0x3FU) == 0x1F80;
+#endif
+}
+
 #else
 
 /// What the standard lets one read and set of the calling thread: the exceptions are held back together with the rest.
@@ -69,6 +80,11 @@ struct FloatingPointWords
     bool areTheLibrarys() const noexcept { return std::fegetround() == FE_TONEAREST; }
     bool areAs(const FloatingPointWords&) const noexcept { return areTheLibrarys(); }
 };
+
+inline bool computesAsTheLibrary() noexcept
+{
+    return FloatingPointWords::current().areTheLibrarys();
+}
 
 #endif
 
