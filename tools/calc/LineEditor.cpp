@@ -111,6 +111,7 @@ public:
         for (;;)
         {
             ending = Ending::None;
+            el_set(editor, EL_PREP_TERM, 1);  // before the prompt, lest the terminal echo what comes right after it
             int size = 0;
             const char* const read = el_gets(editor, &size);
             if (ending == Ending::Dropped)

@@ -1,0 +1,419 @@
+"""Tests of the prompt as its user meets it: at a real terminal.
+
+Usage: test_prompt.py CALCULATOR [unittest argument]...
+"""
+
+import os
+import pathlib
+import pty
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from terminal import PATIENCE, Terminal
+
+CALCULATOR = None
+
+BANNER = "mathexpr 1.0.0. :help tells more, Ctrl-D leaves."
+UNKNOWN_NAME = "A name is not known: check its spelling, or give it a value first, as in a=2."
+RED = "\x1b[31m"
+
+
+class PromptTest(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.mkdtemp(prefix="prompt.")
+        self.addCleanup(shutil.rmtree, self.folder)
+        self.environment = {"HOME": self.folder, "LC_ALL": "C"}  # messages in English
+        self.history = pathlib.Path(self.folder, ".local/state/mathexpr/history")
+
+    def start(self, *options, columns=80, lines=24, command=(), without=(), **environment):
+        """A prompt that waits for its first line."""
+        known = {name: value for name, value in self.environment.items() if name not in without}
+        terminal = Terminal(command or [CALCULATOR, *options], {**known, **environment}, columns, lines)
+        self.addCleanup(terminal.__exit__)
+        terminal.expect("\n>")
+        return terminal
+
+    def compute(self, terminal, line, answer):
+        """Types a line, and waits for what it prints and for the next prompt."""
+        terminal.type(line)
+        terminal.press("Enter")
+        terminal.expect(f"> {line}\n{answer}\n>")
+
+    def write(self, name, text):
+        path = pathlib.Path(self.folder, name)
+        path.write_text(text)
+        return str(path)
+
+
+class Lines(PromptTest):
+    def test_values_variables_and_the_last_value(self):
+        terminal = self.start()
+        self.assertEqual(terminal.screen(), BANNER + "\n>")
+        terminal.type("ans")
+        terminal.press("Enter")
+        terminal.expect(f"> ans\n{UNKNOWN_NAME}\n  ans\n  ^^^\n  Did you mean abs?\n>")
+        self.compute(terminal, "a=2*3", "6")
+        self.compute(terminal, "ans^2", "36")
+        self.compute(terminal, "[1,2]+[a,ans]", "[7,38,0]")
+        self.compute(terminal, "ans*2", "[14,76,0]")
+        self.compute(terminal, ":vars", "a = 6\nans = [14,76,0]")
+
+    def test_a_mistake_has_its_caret(self):
+        terminal = self.start()
+        self.compute(terminal, "2*(3+)", "The expression is not valid: check its operators, brackets, commas and names.\n"
+                                         "  2*(3+)\n       ^\n  Expected a value.")
+        self.compute(terminal, "\u5e45=2", "2")
+        self.compute(terminal, "\u5e45*\u5bbd+1", f"{UNKNOWN_NAME}\n  \u5e45*\u5bbd+1\n     ^^")
+        terminal.type("o\u0308*b")  # the line editor does not show what combines
+        terminal.press("Enter")
+        terminal.expect(f"{UNKNOWN_NAME}\n  o\u0308*b\n  ^\n>")
+
+    def test_lines_can_be_edited(self):
+        terminal = self.start()
+        terminal.type("13+4")
+        terminal.press("Left", "Left", "BSpace")
+        terminal.type("2")
+        terminal.press("Home")
+        terminal.type("[0,")
+        terminal.press("C-e")
+        terminal.type("]")
+        terminal.press("Enter")
+        terminal.expect("> [0,12+4]\n[0,16,0]\n>")
+        terminal.type("h\u00f6he=1")
+        terminal.press("BSpace")
+        terminal.type("2")
+        terminal.press("Enter")
+        terminal.expect("> h\u00f6he=2\n2\n>")
+
+    def test_ctrl_c_drops_the_line(self):
+        terminal = self.start()
+        terminal.type("1+dist(2")
+        terminal.press("Left", "Left", "C-c")
+        terminal.expect("> 1+dist(2^C\n>")
+        terminal.press("C-c")
+        terminal.expect("> 1+dist(2^C\n> ^C\n>")
+        self.compute(terminal, "5", "5")
+        terminal.press("Up", "Up")
+        terminal.expect("\n> 5")  # what was dropped is no line of the history
+
+    def test_ctrl_d_leaves_where_the_line_is_empty(self):
+        terminal = self.start()
+        terminal.type("1/0")
+        terminal.press("C-d")
+        terminal.press("Enter")
+        terminal.expect("   ^\n>")
+        terminal.press("C-d")
+        self.assertEqual(terminal.ended(), 0)
+
+    def test_ctrl_z_and_back(self):
+        shell = self.start(command=["/bin/bash", "--norc", "--noprofile", "-c",
+                                    f"set -m; {CALCULATOR}; echo stopped; read -r _; fg; echo over"])
+        shell.type("1+")
+        shell.press("C-z")
+        shell.expect("stopped")
+        shell.press("Enter")
+        shell.expect_match(r"> 1\+\Z")
+        shell.type("2")
+        shell.press("Enter")
+        shell.expect("> 1+2\n3\n>")
+        shell.press("C-d")
+        shell.expect_match(r"\nover\s")
+
+    def test_quit(self):
+        terminal = self.start()
+        terminal.type(":q")
+        terminal.press("Enter")
+        self.assertEqual(terminal.ended(), 0)
+
+    def test_options_hold_at_the_prompt_too(self):
+        terminal = self.start("--set", "width=2.5", "--json")
+        terminal.type("wi")
+        terminal.press("Tab", "Enter")
+        terminal.expect_match(r'\{"expression":"width","ok":true,')
+
+
+class EndOfInput(PromptTest):
+    def test_a_line_that_the_end_cuts_short_is_computed(self):
+        terminal = self.start(TERM="dumb")
+        terminal.type("1+2")
+        terminal.press("C-d", "C-d")
+        terminal.expect_match(r"> 1\+2\n3\n")
+        self.assertEqual(terminal.ended(), 0)
+
+    def test_a_line_is_not_lost_with_its_terminal(self):
+        """The terminal goes away in the middle of a line, for a program that is meant to survive this."""
+        user, terminal = pty.openpty()
+        environment = {"PATH": os.environ["PATH"], "TERM": "screen", **self.environment}
+        with subprocess.Popen([CALCULATOR], stdin=terminal, stdout=terminal, stderr=terminal, env=environment,
+                              preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN)) as process:
+            os.close(terminal)
+            shown = b""
+            while b"\n> " not in shown:
+                shown += os.read(user, 1000)
+            os.write(user, b"6*7\n")
+            while b"\n42\r\n> " not in shown:
+                shown += os.read(user, 1000)
+            os.write(user, b"6*8")
+            while not shown.endswith(b"6*8"):
+                shown += os.read(user, 1000)
+            os.close(user)
+            process.wait(timeout=PATIENCE)
+        self.assertEqual(self.history.read_text(), "6*7\n6*8\n")
+
+
+class Completion(PromptTest):
+    def test_what_is_unique_is_filled_in(self):
+        terminal = self.start()
+        self.compute(terminal, "width=2", "2")
+        terminal.type("wi")
+        terminal.press("Tab")
+        terminal.expect("> width")
+        terminal.type("*dis")
+        terminal.press("Tab")
+        terminal.expect_match(r"> width\*dist\( +dist\(<point x>, point y\)\Z")
+        terminal.type("[3,0],[0,4])")
+        terminal.press("Enter")
+        terminal.expect("\n10\n>")
+
+    def test_several_are_listed_below_and_the_line_goes_on(self):
+        terminal = self.start()
+        terminal.type("2+sq")
+        terminal.press("Tab")
+        terminal.expect("> 2+sqr")
+        terminal.press("Tab")
+        terminal.expect("> 2+sqr\nsqrt(  sqr(\n> 2+sqr")
+        terminal.type("(3)")
+        terminal.press("Left", "Left", "Left", "Left", "Tab")  # in the middle: what follows is "r(3)"
+        terminal.press("C-e", "Enter")
+        terminal.expect("> 2+sqr(3)\n11\n>")
+
+    def test_nothing_is_offered_where_it_would_be_refused(self):
+        terminal = self.start()
+        for line, answer in (("2", "2"), ("(1)", "1"), ("1.5", "1.5")):
+            terminal.type(line)
+            terminal.press("Tab", "Tab", "Enter")
+            terminal.expect(f"> {line}\n{answer}\n>")
+
+    def test_all_are_counted(self):
+        terminal = self.start()
+        terminal.press("Tab")
+        terminal.expect_match(r"\n\d{3} names: type a letter, or :list\n>\Z")
+
+    def test_commands_and_files(self):
+        name = self.write("expressions.txt", "1+1\n")
+        terminal = self.start()
+        terminal.type(":lo")
+        terminal.press("Tab")
+        terminal.expect("> :load")
+        terminal.type(" " + name[:-6])
+        terminal.press("Tab", "Enter")
+        terminal.expect(f"> :load {name}\n2\n>")
+
+
+class Signature(PromptTest):
+    def test_it_follows_the_cursor(self):
+        terminal = self.start()
+        terminal.type("dist([1,2],")
+        terminal.expect_match(r"> dist\(\[1,2\], +dist\(point x, <point y>\)\Z")
+        terminal.press("Left", "Left", "Left")
+        terminal.expect_match(r"> dist\(\[1,2\], +\[x, <y>, z\]\Z")
+        terminal.press("C-e")
+        terminal.expect_match(r"> dist\(\[1,2\], +dist\(point x, <point y>\)\Z")
+        terminal.type("[4,6])")
+        terminal.expect_match(r"> dist\(\[1,2\],\[4,6\]\)\Z")
+        terminal.press("Enter")
+        terminal.expect("> dist([1,2],[4,6])\n5\n>")
+
+    def test_it_goes_with_the_line(self):
+        terminal = self.start()
+        terminal.type("sin(")
+        terminal.expect_match(r"> sin\( +sin\(<x>\)\Z")
+        terminal.press("Enter")
+        terminal.expect_match(r"(?m)^> sin\($")
+        terminal.expect("\n>")
+
+
+class Commands(PromptTest):
+    def test_help(self):
+        terminal = self.start()
+        terminal.type(":help")
+        terminal.press("Enter")
+        terminal.expect_match(r"\n  :load FILE +runs the lines of a file as if typed\n(.+\n)+>\Z")
+        terminal.type(":help dist")
+        terminal.press("Enter")
+        terminal.expect_match(r"> :help dist\ndist\(x,y\)\n +Distance between two endpoints\n  Family +Geometry\n(.+\n)+>\Z")
+        self.compute(terminal, ":hlep", "There is no command :hlep. Did you mean :help?")
+        self.compute(terminal, ":help dst", "mathexpr: no such item: dst. Did you mean dist?")
+
+    def test_list(self):
+        terminal = self.start()
+        self.compute(terminal, ":list constants", "Constants\n  pi                  3.14159265359\n"
+                                                  "  PI                  3.14159265359\n"
+                                                  "  e                   2.718281828459045\n"
+                                                  "  E                   2.718281828459045")
+
+    def test_load(self):
+        name = self.write("lines", "a=4\nfoo\na*2")  # the last line has no end
+        terminal = self.start(columns=200)
+        self.compute(terminal, f":load {name}", f"4\n{name}:2: {UNKNOWN_NAME}\n  foo\n  ^^^\n8")
+        self.compute(terminal, ":load /no/such/file", "/no/such/file: No such file or directory")
+        self.compute(terminal, "ans", "8")
+
+    def test_ctrl_c_ends_the_loading_of_a_file(self):
+        name = self.write("many", "1\n" * 3_000_000)
+        terminal = self.start(columns=200)
+        terminal.type(f":load {name}")
+        terminal.press("Enter")
+        terminal.expect_match(r"\n1\n1\n")
+        terminal.press("C-c")
+        terminal.expect_match(r"many:\d+: interrupted; the lines after this one were not run\n>\Z")
+        self.compute(terminal, "6*7", "42")
+
+
+class History(PromptTest):
+    def test_lines_come_back_also_in_the_next_session(self):
+        first = self.start()
+        self.compute(first, "11*11", "121")
+        self.compute(first, "3*4", "12")
+        first.press("Up", "Up")
+        first.expect("\n> 11*11")
+        first.press("Enter")
+        first.expect("\n> 11*11\n121\n>")
+        first.press("C-d")
+        self.assertEqual(first.ended(), 0)
+        self.assertEqual(self.history.read_text(), "11*11\n3*4\n11*11\n")
+        self.assertEqual(self.history.stat().st_mode & 0o777, 0o600)
+        self.assertEqual(self.history.parent.stat().st_mode & 0o777, 0o700)
+
+        second = self.start()
+        second.press("Up", "Up")
+        second.expect("\n> 3*4")
+        second.press("C-c")
+
+    def expect_warning(self, reason, **settings):
+        """One warning, and a prompt that goes on all the same."""
+        terminal = self.start(columns=200, **settings)
+        terminal.expect(f"{BANNER}\nmathexpr: the history is not kept: {reason}\n>")
+        self.compute(terminal, "1+1", "2")
+        terminal.press("Up")
+        terminal.expect("\n> 1+1")  # in this session
+        self.assertEqual(terminal.screen().count("the history is not kept"), 1)
+
+    def test_a_file_that_cannot_be_read(self):
+        self.history.mkdir(parents=True)
+        self.expect_warning(f"{self.history}: Is a directory")
+
+    def test_a_folder_that_cannot_be_made(self):
+        self.expect_warning("/dev/null/mathexpr/history: Not a directory", XDG_STATE_HOME="/dev/null")
+
+    def test_no_home(self):
+        self.expect_warning("neither XDG_STATE_HOME nor HOME names a folder", without=["HOME"])
+
+    def test_a_file_that_holds_no_text(self):
+        self.history.parent.mkdir(parents=True)
+        self.history.write_bytes(b"\xff\xfe\x00\n7*7\n\x1b[31m\n")
+        terminal = self.start()
+        terminal.press("Up")
+        terminal.expect("\n> 7*7")
+
+
+class Colours(PromptTest):
+    def mistake(self, expected=f"{UNKNOWN_NAME}\n  foo\n  ^^^", **settings):
+        terminal = self.start(**settings)
+        terminal.type("foo")
+        terminal.press("Enter")
+        terminal.expect(f"> foo\n{expected}\n>")
+        return terminal.screen(coloured=True)
+
+    def test_a_mistake_is_red(self):
+        self.assertIn(RED + "A name is not known", self.mistake())
+        self.assertIn(RED + "A name is not known", self.mistake(NO_COLOR=""))  # as good as not set
+
+    def test_not_where_they_are_unwelcome(self):
+        self.assertNotIn("\x1b[", self.mistake(NO_COLOR="1"))
+        self.assertNotIn("\x1b[", self.mistake(TERM="dumb"))
+
+    def test_not_in_a_file(self):
+        errors = os.path.join(self.folder, "errors")
+        terminal = self.start(command=["/bin/sh", "-c", f"exec {CALCULATOR} 2>{errors}"])
+        terminal.type("foo")
+        terminal.press("Enter")
+        terminal.expect("> foo\n>")
+        self.assertEqual(pathlib.Path(errors).read_text(), f"{UNKNOWN_NAME}\n  foo\n  ^^^\n")
+
+
+class PlainTerminal(PromptTest):
+    """A terminal that cannot move its cursor."""
+
+    def test_all_but_editing_is_the_same(self):
+        terminal = self.start(TERM="dumb")
+        self.compute(terminal, "2*3", "6")
+        self.compute(terminal, "ans+1", "7")
+        self.compute(terminal, ":vars", "ans = 7")
+        terminal.type("1+")
+        terminal.press("C-c")
+        terminal.expect("> 1+^C\n>")
+        self.compute(terminal, "8", "8")
+        terminal.press("C-d")
+        self.assertEqual(terminal.ended(), 0)
+
+
+class NarrowTerminal(PromptTest):
+    def test_carets_stay_below_what_they_mark(self):
+        terminal = self.start(columns=20)
+        terminal.type("1+2+3+foo*4+5+6+7+8")
+        terminal.press("Enter")
+        terminal.expect("\n  ...+2+3+foo*4+...\n          ^^^\n>")
+
+    def test_a_line_that_is_wider_is_edited_and_computed(self):
+        terminal = self.start(columns=20)
+        terminal.type("1+" * 20 + "1")
+        terminal.press("C-a", "Delete")
+        terminal.type("3")
+        terminal.press("Enter")
+        terminal.expect("\n23\n>")
+
+    def test_the_signature_is_shown_as_far_as_there_is_room(self):
+        terminal = self.start(columns=20)
+        terminal.type("dist(")
+        terminal.expect_match(r"\n> dist\( +<point x>\Z")
+        terminal.type("[1,20")
+        terminal.expect_match(r"\n> dist\(\[1,20 +<y>\Z")
+        terminal.type("00000")
+        terminal.expect_match(r"\n> dist\(\[1,2000000\Z")
+        terminal.press("C-c")
+        terminal.expect("\n> dist([1,2000000^C\n>")
+
+    def test_candidates_below_a_line_of_several_rows(self):
+        terminal = self.start(columns=20)
+        terminal.type("1+1+1+1+1+1+1+1+sq")
+        terminal.press("Tab")
+        line = "> 1+1+1+1+1+1+1+1+sq\nr"
+        terminal.expect("\n" + line)
+        terminal.press("Home", "C-f", "C-e", "Tab")
+        terminal.expect(f"\n{line}\nsqrt(  sqr(\n{line}")
+        terminal.press("C-c")
+        terminal.expect(f"\n{line}^C\n>")
+
+    def test_a_terminal_that_becomes_narrow(self):
+        terminal = self.start()
+        terminal.type("dist([0,0],")
+        terminal.expect_match(r"dist\(point x, <point y>\)\Z")
+        terminal.resize(20)
+        terminal.type("[3,4])+1+1+1+1")
+        terminal.press("Enter")
+        terminal.expect("\n9\n>")
+        terminal.resize(60)
+        terminal.type("1+foo")
+        terminal.press("Enter")
+        terminal.expect("\n  1+foo\n    ^^^\n>")
+
+
+if __name__ == "__main__":
+    CALCULATOR = os.path.abspath(sys.argv.pop(1))
+    os.environ.pop("LANGUAGE", None)
+    unittest.main()
