@@ -187,5 +187,5 @@ private:
     std::vector<BracketLevel> levels;
     std::string digits;  // of the number being read
     std::vector<const IMathVariable*> usedVariables;
-    std::uint64_t compilation = 0;  // the number of the one that runs or ran last
+    std::uint64_t compilation = 1;  // the number of the one that runs or ran last, if any: variables begin at 0
 };

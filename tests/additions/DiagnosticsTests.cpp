@@ -401,6 +401,8 @@ TEST(Failures, ConflictIsTold)
     session.host.names[L"a.b"] = number(1);
     session.run(L"a.b");
     EXPECT_EQ(session.diagnostic().conflictItemName, L".");
+    session.run(L"1+");
+    EXPECT_EQ(session.diagnostic().conflictItemName, L"");
 }
 
 TEST(Failures, NullIsAnEmptyText)

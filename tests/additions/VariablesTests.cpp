@@ -141,11 +141,20 @@ TEST_F(VariablesTest, RemovingEmptiesAProgramThatReadsTheVariable)
     EXPECT_EQ(diagnostic.message, 1U);
     EXPECT_EQ(diagnostic.kind, ExpressionDiagnostic::Kind::None);
     EXPECT_EQ(diagnostic.itemName, L"A");
+    EXPECT_EQ(diagnostic.nbArgs, 0U);
+    EXPECT_EQ(diagnostic.length, 0U);
 
     EXPECT_THROW(session.expression.setExpression(L"a+1"), ParsingException);
     EXPECT_TRUE(session.run(L"1+1").evaluated);
     EXPECT_FALSE(variables.remove(L"a"));
     EXPECT_FALSE(variables.remove(nullptr));
+}
+
+TEST_F(VariablesTest, RemovingBeforeTheFirstTextIsNoFailure)
+{
+    variables.set(L"a", number(1));
+    EXPECT_TRUE(variables.remove(L"a"));
+    EXPECT_FALSE(ExpressionDiagnostics(session.expression).hasFailed());
 }
 
 TEST_F(VariablesTest, APendingAssignmentDefinesARemovedNameAnew)
