@@ -5,9 +5,9 @@ Usage: mutate.py [--seed N] [--jobs N] [--again | --resume] [--only PREFIX] FOLD
 
 Of all places where one of RULES applies, a seed chooses COUNT (560 unless given). Each is changed alone, in a copy of the
 working tree in FOLDER; what depends on it is built again, and the tests run until one fails, crashes, or exceeds its time
-or its memory. A change that does not compile is no mutant. FOLDER/results.txt tells what became of each; --again tries the
-survivors that it names once more. survivors.txt beside this script holds those that are accepted, each with the reason.
-Fails when less than 95 % of the mutants are noticed, and when one survives that is not listed.
+or its memory. A change that does not compile is no mutant. FOLDER/results.txt tells what became of each; --resume goes on
+with those that it does not name yet, and --again tries its survivors once more. survivors.txt beside this script holds those
+that are accepted, each with the reason; they are not tried again. Fails when less than 95 % of the mutants are noticed, and when one survives that is not listed.
 """
 
 import argparse
@@ -47,7 +47,9 @@ PROGRAMS = ("language_tests", "program_tests", "vocabulary_tests", "additions_te
             "c_thread_tests")
 OTHERS = "^(CInterface|calculator|fuzz|readme_host|vocabulary_page)"  # what CTest runs beside them
 
-EXPRESSIONS = 2000  # of each mode, compared with the reference; as many as in ./dev test would take too long
+# How much of what is generated is compared with the reference; as much as in ./dev test would take too long.
+COMPARISONS = {"MATHEXPR_DIFFERENTIAL_EXPRESSIONS": "2000", "MATHEXPR_DIFFERENTIAL_COUNT": "1000",
+               "MATHEXPR_DIFFERENTIAL_CALLS": "200"}
 MEMORY = 6 << 30    # bytes of address space of a test
 BUILD_SECONDS = 600
 WALL_SECONDS = 300  # for a test that waits without using the processor
@@ -164,8 +166,7 @@ class Copy:
     def __init__(self, folder):
         self.tree = folder / "tree"
         self.build = folder / "build"
-        self.environment = dict(os.environ, MATHEXPR_DIFFERENTIAL_EXPRESSIONS=str(EXPRESSIONS),
-                                LOCPATH=str(self.build / "tests/unit/locales"),
+        self.environment = dict(os.environ, **COMPARISONS, LOCPATH=str(self.build / "tests/unit/locales"),
                                 CCACHE_BASEDIR=str(folder), CCACHE_NOHASHDIR="1")  # shared by the copies
         self.seconds = {}  # of processor time that a test may take
         self.changed = None
@@ -284,7 +285,7 @@ def main():
     parser = argparse.ArgumentParser(description="Counts which changes of the library the tests notice.")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--jobs", type=int, default=2)
-    parser.add_argument("--again", action="store_true", help="only what survived in FOLDER/results.txt")
+    parser.add_argument("--again", action="store_true", help="as --resume, and try what survived once more")
     parser.add_argument("--resume", action="store_true", help="go on with what FOLDER/results.txt does not name yet")
     parser.add_argument("--only", default="", metavar="PREFIX", help="only in files whose path begins so")
     parser.add_argument("folder", type=pathlib.Path)
@@ -295,28 +296,27 @@ def main():
     folder.mkdir(parents=True, exist_ok=True)
     results = folder / "results.txt"
     mutants = [mutant for mutant in all_mutants() if mutant.path.startswith(options.only)]
+    choice = chosen(mutants, options.count, options.seed)
+    accepted = accepted_survivors()
+    known = earlier_fates(results) if options.resume or options.again else {}
+    fates = {mutant: known[mutant.key()] for mutant in choice if mutant.key() in known}
     if options.again:
-        fates = earlier_fates(results)
-        choice = [mutant for mutant in mutants if fates.get(mutant.key()) == "survived"]
-    else:
-        choice = chosen(mutants, options.count, options.seed)
+        fates = {mutant: fate for mutant, fate in fates.items() if fate != "survived" or mutant.key() in accepted}
+    left = [mutant for mutant in choice if mutant not in fates]
 
     os.nice(10)
     copies = [Copy(folder / str(number)) for number in range(options.jobs)]
-    print(f"{len(choice)} of {len(mutants)} changes are tried, once the tree is built", flush=True)
+    print(f"{len(choice)} of {len(mutants)} changes, {len(left)} of them now, once the tree is built", flush=True)
     start = time.monotonic()
-    known = earlier_fates(results) if options.resume else {}
-    fates = {mutant: known[mutant.key()] for mutant in choice if mutant.key() in known}
-    with results.open("a" if options.resume else "w") as log:
+    with results.open("a" if known else "w") as log:
         def report(fate, mutant, done):
-            print(f"{done + len(known)}/{len(choice)} {time.monotonic() - start:.0f} s  {fate} {mutant}", end="", flush=True)
+            print(f"{done}/{len(left)} {time.monotonic() - start:.0f} s  {fate} {mutant}", end="", flush=True)
             print(f"{fate} {mutant}", file=log, flush=True)
 
-        fates |= tried(copies, [mutant for mutant in choice if mutant not in fates], report)
+        fates |= tried(copies, left, report)
 
     compiled = [mutant for mutant, fate in fates.items() if fate != "not compiled"]
     survived = sorted(mutant for mutant in compiled if fates[mutant] == "survived")
-    accepted = accepted_survivors()
     unlisted = [mutant for mutant in survived if mutant.key() not in accepted]
     for mutant in survived:
         print(f"\nsurvived {mutant}  {accepted.get(mutant.key(), 'NOT LISTED')}")

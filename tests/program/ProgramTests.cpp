@@ -155,7 +155,8 @@ bool runsAsNumberCode(const std::wstring& text)
     MTParserProgram& program = compiled.compiler.getProgram();
     MTRunFailure failure;
     EXPECT_TRUE(runProgram(program, false, failure));
-    return program.numbers.isReady(program);
+    double value = 0.0;
+    return program.numbers.isReady(program) && program.numbers.run(value) && value == program.root->x;
 }
 
 TEST(Programs, RunAsNumberCodeWhereTheyComputeNumbersFromNumbers)
