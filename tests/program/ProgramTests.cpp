@@ -6,6 +6,7 @@
 #include "MTParserLib/MTParserEvaluator.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "tests/program/ProgramDump.h"
+#include "tests/unit/EngineItems.h"
 
 #include <gtest/gtest.h>
 
@@ -138,6 +139,10 @@ struct InPlace
         registrar.setSyntax({L'.', L',', L'[', L']'});
         registrar.setVariableFactory(&factory, true);
         registerVocabulary(registrar);
+        compile(text);
+    }
+    void compile(const std::wstring& text)
+    {
         std::wstring assignTarget;
         EXPECT_TRUE(compiler.compile(text.c_str(), assignTarget));
     }
@@ -147,6 +152,21 @@ struct InPlace
     MTParserRegistrar registrar;
     MTParserCompiler compiler{registrar, false, &host};
 };
+
+/// Nobody knows what a host's code does to the variables when it runs between two steps.
+TEST(Programs, CopyTheirVariablesWhereCodeOfTheHostsCanRun)
+{
+    const auto nbSteps = [](auto define) {
+        InPlace compiled(L"x");
+        define(compiled.registrar);
+        compiled.compile(L"x+y");
+        return compiled.compiler.getProgram().steps.size();
+    };
+    EXPECT_EQ(nbSteps([](MTParserRegistrar&) {}), 1U);
+    EXPECT_EQ(nbSteps([](MTParserRegistrar& to) { to.defineFunction(new TestFunction(L"hostsown"), true); }), 3U);
+    EXPECT_EQ(nbSteps([](MTParserRegistrar& to) { to.defineOperator(new TestOperator(L"#"), true); }), 3U);
+    EXPECT_EQ(nbSteps([](MTParserRegistrar& to) { to.defineVariable(new Variable(L"hostsown"), false); }), 3U);
+}
 
 /// Whether number code stands for a program once it has run.
 bool runsAsNumberCode(const std::wstring& text)
