@@ -76,6 +76,12 @@ install(
 
 if(MATHEXPR_BUILD_TOOLS)
   install(TARGETS mathexpr-calc RUNTIME COMPONENT tool)
+  if(UNIX)
+    install(
+      FILES ${PROJECT_SOURCE_DIR}/docs/mathexpr.1
+      DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+      COMPONENT tool)
+  endif()
   # Finds its library wherever the tree is unpacked; in /usr the system looks by itself.
   if(UNIX AND NOT APPLE AND NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
     file(RELATIVE_PATH library_from_tool /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})

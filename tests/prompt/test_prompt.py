@@ -6,6 +6,7 @@ Usage: test_prompt.py CALCULATOR [unittest argument]...
 import os
 import pathlib
 import pty
+import re
 import shutil
 import signal
 import subprocess
@@ -272,6 +273,17 @@ class Commands(PromptTest):
         terminal.press("C-c")
         terminal.expect_match(r"many:\d+: interrupted; the lines after this one were not run\n>\Z")
         self.compute(terminal, "6*7", "42")
+
+
+    def test_the_manual_page_has_them_all(self):
+        terminal = self.start()
+        terminal.type(":help")
+        terminal.press("Enter")
+        shown = terminal.expect_match(r":quit.*\n(.+\n)+>\Z")
+        page = pathlib.Path(__file__).parents[2].joinpath("docs/mathexpr.1").read_text()
+        commands = re.findall(r"(?m)^  (:[a-z]+)", shown)
+        self.assertEqual(len(commands), 5)
+        self.assertEqual(re.findall(r"(?m)^\.It Ic (:[a-z]+)", page), commands)
 
 
 class History(PromptTest):
