@@ -42,7 +42,9 @@ constexpr std::size_t mostShown = 100;
 constexpr const char* endLineKey = "\r";
 constexpr const char* showCandidatesKey = "\x1e";
 
-/// libedit reads characters as the locale has them: where it does not have UTF-8, one that does serves.
+/// libedit reads characters as the locale has them: where it does not have UTF-8, one that does serves. The prompt is all
+/// that runs.
+// NOLINTBEGIN(concurrency-mt-unsafe)
 void wantUtf8()
 {
     std::setlocale(LC_CTYPE, "");
@@ -51,6 +53,7 @@ void wantUtf8()
         std::setlocale(LC_CTYPE, "C.UTF-8");
     }
 }
+// NOLINTEND(concurrency-mt-unsafe)
 
 std::string inColumns(const std::vector<std::string>& words, std::size_t columns)
 {
@@ -387,7 +390,7 @@ private:
 
 std::unique_ptr<LineReader> makeLineEditor(LineEditorHooks hooks)
 {
-    const char* const terminal = std::getenv("TERM");
+    const char* const terminal = std::getenv("TERM");  // NOLINT(concurrency-mt-unsafe): nothing changes it
     if (terminal == nullptr || *terminal == '\0' || std::string_view(terminal) == "dumb")
     {
         return nullptr;

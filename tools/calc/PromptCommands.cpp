@@ -25,12 +25,12 @@ std::size_t distanceBetween(std::string_view left, std::string_view right)
 {
     std::vector<std::size_t> row(right.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < left.size(); ++i)
+    for (const char typed : left)
     {
         std::size_t diagonal = row[0]++;
         for (std::size_t j = 0; j < right.size(); ++j)
         {
-            const std::size_t replaced = diagonal + (left[i] == right[j] ? 0 : 1);
+            const std::size_t replaced = diagonal + (typed == right[j] ? 0 : 1);
             diagonal = row[j + 1];
             row[j + 1] = std::min({replaced, diagonal + 1, row[j] + 1});
         }

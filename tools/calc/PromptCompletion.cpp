@@ -85,10 +85,9 @@ struct Candidate
 std::vector<Candidate> namesToOffer(const std::vector<NamedValue>& names)
 {
     std::vector<Candidate> candidates;
-    for (const NamedValue& named : names)
-    {
-        candidates.push_back({toUtf8(named.name), toUtf8(named.name)});
-    }
+    std::ranges::transform(names, std::back_inserter(candidates), [](const NamedValue& named) {
+        return Candidate{toUtf8(named.name), toUtf8(named.name)};
+    });
     for (const VocabularyItem& item : vocabularyItems())
     {
         if (item.kind == VocabularyKind::Constant)

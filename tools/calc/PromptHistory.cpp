@@ -21,7 +21,7 @@ constexpr std::size_t mostBytes = std::size_t{1} << 22;  // of a file that is re
 
 std::string absoluteFolder(const char* variable)
 {
-    const char* const value = std::getenv(variable);
+    const char* const value = std::getenv(variable);  // NOLINT(concurrency-mt-unsafe): nothing changes it
     return value != nullptr && value[0] == '/' ? value : "";
 }
 
@@ -32,11 +32,11 @@ void makeFolders(const std::string& file)
     for (std::size_t end = file.rfind('/'); end != std::string::npos && end > 0 && ends.size() < 3;
          end = file.rfind('/', end - 1))
     {
-        ends.push_back(end);
+        ends.insert(ends.begin(), end);
     }
-    for (auto end = ends.rbegin(); end != ends.rend(); ++end)
+    for (const std::size_t end : ends)
     {
-        mkdir(file.substr(0, *end).c_str(), S_IRWXU);
+        mkdir(file.substr(0, end).c_str(), S_IRWXU);
     }
 }
 
@@ -73,7 +73,7 @@ std::string PromptHistory::usualFile()
     return folder.empty() ? "" : folder + "/mathexpr/history";
 }
 
-PromptHistory::PromptHistory(const std::string& givenFile) : file(givenFile)
+PromptHistory::PromptHistory(std::string givenFile) : file(std::move(givenFile))
 {
     if (file.empty())
     {

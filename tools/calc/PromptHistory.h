@@ -11,7 +11,7 @@ public:
     static std::string usualFile();
 
     /// Reads the file; makes it and its folder, for the user alone, where they are missing.
-    explicit PromptHistory(const std::string& file);
+    explicit PromptHistory(std::string file);
     PromptHistory(const PromptHistory&) = delete;
     PromptHistory& operator=(const PromptHistory&) = delete;
     ~PromptHistory();

@@ -7,7 +7,7 @@ namespace {
 
 std::string_view variable(const char* name)
 {
-    const char* const value = std::getenv(name);
+    const char* const value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): nothing changes it
     return value == nullptr ? std::string_view() : value;
 }
 
