@@ -106,6 +106,18 @@ TEST_F(BulkTest, ReadsAndWritesWithGapsBackwardsAndByPlanes)
     EXPECT_EQ(gapsBetween, (Numbers{11, 0, 11, 0}));
 }
 
+TEST_F(BulkTest, WritesNoRowBeyondTheLast)
+{
+    const Numbers x = {1, 2, 3};
+    for (const wchar_t* text : {L"x", L"x*2", L"max(x,1,2)", L"max(x,1,2,3)", L"pow(x,2)", L"7", L"-x", L"2-x"})
+    {
+        compile(text);
+        Numbers results(3, 99);
+        ASSERT_TRUE(run({numbersOf(L"x", x)}, 2, {results.data()}));
+        EXPECT_EQ(results[2], 99.0) << testing::PrintToString(std::wstring(text));
+    }
+}
+
 TEST_F(BulkTest, APointWithoutAColumnIsNoNumber)
 {
     variables.set(L"p", point(7, 8, 9));

@@ -162,7 +162,9 @@ TEST(Programs, CopyTheirVariablesWhereCodeOfTheHostsCanRun)
         compiled.compile(L"x+y");
         return compiled.compiler.getProgram().steps.size();
     };
+    Factory hostsOwn;
     EXPECT_EQ(nbSteps([](MTParserRegistrar&) {}), 1U);
+    EXPECT_EQ(nbSteps([&](MTParserRegistrar& to) { to.setVariableFactory(&hostsOwn); }), 3U);
     EXPECT_EQ(nbSteps([](MTParserRegistrar& to) { to.defineFunction(new TestFunction(L"hostsown"), true); }), 3U);
     EXPECT_EQ(nbSteps([](MTParserRegistrar& to) { to.defineOperator(new TestOperator(L"#"), true); }), 3U);
     EXPECT_EQ(nbSteps([](MTParserRegistrar& to) { to.defineVariable(new Variable(L"hostsown"), false); }), 3U);
