@@ -1,7 +1,9 @@
 # Run by cpack on what a package is made of: Debian's packages hold manual pages compressed, without a time in them.
 if(CPACK_GENERATOR STREQUAL "DEB")
-  file(GLOB_RECURSE pages ${CPACK_TEMPORARY_DIRECTORY}/*/man/man1/*.1)
-  if(pages)
-    execute_process(COMMAND gzip -9n ${pages} COMMAND_ERROR_IS_FATAL ANY)
+  file(GLOB_RECURSE pages ${CPACK_TEMPORARY_DIRECTORY}/*.1)
+  list(FILTER pages INCLUDE REGEX "/man/man1/")
+  if(NOT pages)
+    message(FATAL_ERROR "no manual page below ${CPACK_TEMPORARY_DIRECTORY}")
   endif()
+  execute_process(COMMAND gzip -9n ${pages} COMMAND_ERROR_IS_FATAL ANY)
 endif()
