@@ -42,8 +42,8 @@ CONFIGURATION = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_D
                  "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld", "-DMATHEXPR_CHECK_HANDLES=ON")
 
 # Programs of tests, in an order that notices early; each is built only when those before it have noticed nothing.
-PROGRAMS = ("language_tests", "program_tests", "vocabulary_tests", "additions_tests", "engine_tests", "unit_tests",
-            "failure_tests", "floating_point_tests", "robustness_tests", "memory_tests", "reference_tests",
+PROGRAMS = ("language_tests", "program_tests", "additions_tests", "engine_tests", "unit_tests", "failure_tests",
+            "floating_point_tests", "robustness_tests", "memory_tests", "reference_tests", "vocabulary_tests",
             "c_thread_tests")
 OTHERS = "^(CInterface|calculator|fuzz|readme_host|vocabulary_page)"  # what CTest runs beside them
 
