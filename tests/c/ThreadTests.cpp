@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr int nbThreads = 16;
+
 void countMessage(void* context, std::uint32_t, const char*, std::size_t)
 {
     ++*static_cast<int*>(context);
@@ -43,9 +45,9 @@ int useExpressions(int thread)
 
 TEST(Threads, UseExpressionsOfTheirOwn)
 {
-    std::vector<int> nbRight(4, 0);
+    std::vector<int> nbRight(nbThreads, 0);
     std::vector<std::thread> threads;
-    for (int thread = 0; thread < 4; ++thread)
+    for (int thread = 0; thread < nbThreads; ++thread)
     {
         threads.emplace_back(
             [&nbRight, thread] { nbRight[static_cast<std::size_t>(thread)] = useExpressions(thread); });
@@ -54,7 +56,7 @@ TEST(Threads, UseExpressionsOfTheirOwn)
     {
         thread.join();
     }
-    EXPECT_EQ(nbRight, std::vector<int>(4, 200));
+    EXPECT_EQ(nbRight, std::vector<int>(nbThreads, 200));
 }
 
 }
