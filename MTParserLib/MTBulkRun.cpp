@@ -108,7 +108,7 @@ private:
 
 void addTo(MTBulkTally& sum, const MTBulkTally& part) noexcept
 {
-    if (part.nbFailed != 0 && (sum.nbFailed == 0 || part.firstFailed < sum.firstFailed))
+    if (part.firstFailed < sum.firstFailed)
     {
         sum.firstFailed = part.firstFailed;
         sum.firstStatus = part.firstStatus;

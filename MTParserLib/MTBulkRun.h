@@ -12,8 +12,8 @@
 struct MTBulkTally
 {
     std::size_t nbFailed = 0;
-    std::size_t firstFailed = 0;    ///< Of these rows.
-    std::uint32_t firstStatus = 0;  ///< Its RowStatus.
+    std::size_t firstFailed = static_cast<std::size_t>(-1);  ///< Of these rows; beyond all rows where there is none.
+    std::uint32_t firstStatus = 0;                           ///< Its RowStatus.
 };
 
 /// @param program    complete; has to stay as it is meanwhile

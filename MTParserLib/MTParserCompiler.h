@@ -78,7 +78,6 @@ public:
     /// The text compiled last, as typed; empty where it was too long to be looked at.
     const std::wstring& getTypedText() const noexcept { return typedText; }
 
-    bool hasFailed() const noexcept { return failure.message != Message::Id{}; }
     void clearFailure() noexcept { failure.message = Message::Id{}; }
 
     /// Notes that a step of the program refused its arguments, or what it raised.

@@ -196,8 +196,11 @@ bool evaluateBulk(MathExpression& expression, const BulkColumn* columns, std::si
         }
         const MTBulkTally tally = runInBulk(program, binder.bound(), nbRows, results, nbThreads);
         outcome.nbFailed = tally.nbFailed;
-        outcome.firstFailed = tally.firstFailed;
-        outcome.firstStatus = tally.firstStatus;
+        if (tally.nbFailed != 0)
+        {
+            outcome.firstFailed = tally.firstFailed;
+            outcome.firstStatus = tally.firstStatus;
+        }
         return true;
     });
 }

@@ -414,7 +414,7 @@ TEST_F(BulkDifferential, RowCountsAroundTheEdgesOfBlocksAndPortions)
 {
     const std::array<const wchar_t*, 6> texts = {
         L"((x*2+y)*3-z)/(x-y)", L"sqrt(x)+ln(y)", L"[x,y,z]*k&[y,z,x]", L"m2f(x)", L"min(x,y,z,k)", L"fact(x)+x*y"};
-    for (const std::size_t nbRows : {511U, 512U, 513U, 1024U, 8191U, 8192U, 8193U, 16385U, 33000U})
+    for (const std::size_t nbRows : {511U, 512U, 513U, 1024U, 8191U, 8192U, 8193U, 16384U, 16385U, 33000U})
     {
         for (const std::uint32_t nbThreads : {1U, 4U})
         {
