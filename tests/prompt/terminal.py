@@ -29,7 +29,11 @@ class Terminal:
         words = ["env", "-i", *(f"{name}={value}" for name, value in {**kept, **environment}.items())]
         if "TERM" not in environment:
             words.append("TERM=screen")
-        self.tmux("-f", str(settings), "new-session", "-d", "-x", str(columns), "-y", str(lines), "--", *words, *command)
+        # tmux itself misses the end of a command now and then.
+        self.status = pathlib.Path(self.folder, "status")
+        told = ["/bin/sh", "-c", 'trap : INT; "$@"; echo $? >"$0"', str(self.status)]
+        self.tmux("-f", str(settings), "new-session", "-d", "-x", str(columns), "-y", str(lines), "--",
+                  *told, *words, *command)
 
     def __enter__(self):
         return self
@@ -79,8 +83,8 @@ class Terminal:
         """Waits for the end of the command, and returns its exit status."""
         deadline = time.monotonic() + PATIENCE
         while time.monotonic() < deadline:
-            dead, status = self.tmux("list-panes", "-F", "#{pane_dead},#{pane_dead_status}").strip().split(",")
-            if dead == "1" and status != "":  # the terminal is closed a little before the status is known
-                return int(status)
+            told = self.status.read_text() if self.status.exists() else ""
+            if told.endswith("\n"):
+                return int(told)
             time.sleep(0.02)
         raise AssertionError("the command goes on; the screen shows:\n" + self.screen())

@@ -122,7 +122,7 @@ class Lines(PromptTest):
         shell.press("Enter")
         shell.expect("> 1+2\n3\n>")
         shell.press("C-d")
-        shell.expect_match(r"\nover\s")
+        shell.expect_match(r"\nover\b")
 
     def test_quit(self):
         terminal = self.start()

@@ -60,6 +60,9 @@ protected:
         return value.x;
     }
 
+    TestFactory obliging;
+    StubbornFactory refusing{false};
+    StubbornFactory throwing{true};
     MathExpression expression{true, nullptr};
     ExpressionVariables variables{expression};
 };
@@ -94,8 +97,7 @@ TEST_F(HostVariables, AreMadeByTheFactoryAndDeletedWithTheExpression)
 
 TEST_F(HostVariables, ThatRefuseAreShownInTheText)
 {
-    StubbornFactory factory(false);
-    EngineAccess::automaticVariablesOf(expression) = {true, &factory};
+    EngineAccess::automaticVariablesOf(expression) = {true, &refusing};
     for (const wchar_t* text : {L"no", L"1+no", L"no+1", L"(no)", L"max(1,no,2)"})
     {
         EXPECT_EQ(valueOf(text), std::nullopt);
@@ -109,8 +111,7 @@ TEST_F(HostVariables, ThatRefuseAreShownInTheText)
 
 TEST_F(HostVariables, ThatThrowAreShownInTheText)
 {
-    StubbornFactory factory(true);
-    EngineAccess::automaticVariablesOf(expression) = {true, &factory};
+    EngineAccess::automaticVariablesOf(expression) = {true, &throwing};
     VALTYPE value;
     ASSERT_TRUE(expression.setExpression(L"2*(no+1)"));
     EXPECT_THROW(expression.evaluate(value), ParsingException);
@@ -122,8 +123,7 @@ TEST_F(HostVariables, ThatThrowAreShownInTheText)
 
 TEST_F(HostVariables, TakeNoColumns)
 {
-    TestFactory factory;
-    EngineAccess::automaticVariablesOf(expression) = {true, &factory};
+    EngineAccess::automaticVariablesOf(expression) = {true, &obliging};
     ASSERT_TRUE(expression.setExpression(L"a*2+b"));
     const std::array<double, 2> numbers{1.0, 2.0};
     const std::array<BulkColumn, 2> columns{BulkColumn{L"unused", numbers.data()}, BulkColumn{L"a", numbers.data()}};
