@@ -1,6 +1,7 @@
 // LineEditorWindows.cpp - there is no line editor; the console's own does.
 #include "tools/calc/LineEditor.h"
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): elsewhere the line editor keeps them
 std::unique_ptr<LineReader> makeLineEditor(LineEditorHooks)
 {
     return nullptr;
