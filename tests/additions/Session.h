@@ -7,6 +7,7 @@
 #include "mathexpr/MessageDisplay.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "tests/MadeValues.h"
 
 #include <cstdint>
 #include <functional>
@@ -14,23 +15,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-inline VALTYPE number(double x)
-{
-    VALTYPE value;
-    value.x = x;
-    return value;
-}
-
-inline VALTYPE point(double x, double y, double z)
-{
-    VALTYPE value;
-    value.type = 1;
-    value.x = x;
-    value.y = y;
-    value.z = z;
-    return value;
-}
 
 /// While one lives, messages of this process are recorded instead of shown.
 class ShownMessages

@@ -2,6 +2,7 @@
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "tests/MadeValues.h"
 #include "tools/calc/PromptCompletion.h"
 #include "tools/calc/Utf8.h"
 #include "tools/calc/VocabularyItems.h"
@@ -18,23 +19,6 @@
 namespace {
 
 using Words = std::vector<std::string>;
-
-VALTYPE number(double x)
-{
-    VALTYPE value;
-    value.x = x;
-    return value;
-}
-
-VALTYPE point(double x, double y, double z)
-{
-    VALTYPE value;
-    value.type = 1;
-    value.x = x;
-    value.y = y;
-    value.z = z;
-    return value;
-}
 
 /// A session with a number, a point, a number that many items refuse, and a name of the host's that no text can hold.
 const std::vector<NamedValue> session = {{L"width", number(2)},

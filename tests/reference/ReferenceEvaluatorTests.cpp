@@ -3,6 +3,7 @@
 #include "ReferenceCompiler.h"
 #include "ReferenceEvaluator.h"
 #include "ReferenceVocabulary.h"
+#include "tests/MadeValues.h"
 
 #include <gtest/gtest.h>
 
@@ -14,23 +15,6 @@ namespace {
 
 using reference::Outcome;
 using reference::Session;
-
-VALTYPE number(double x, std::uint8_t flag = 0)
-{
-    VALTYPE value;
-    value.flag = flag;
-    value.x = x;
-    return value;
-}
-
-VALTYPE point(double x, double y, double z)
-{
-    VALTYPE value = number(x);
-    value.type = 1;
-    value.y = y;
-    value.z = z;
-    return value;
-}
 
 bool answer(const std::wstring& name, VALTYPE& value)
 {

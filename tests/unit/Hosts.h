@@ -2,6 +2,7 @@
 #pragma once
 
 #include "mathexpr/IMathExprService.h"
+#include "tests/MadeValues.h"
 
 #include <functional>
 #include <map>
@@ -37,15 +38,3 @@ public:
 
     bool lookupValue(const wchar_t* name, VALTYPE& value) const override { return lookup(name, value); }
 };
-
-inline VALTYPE number(double x)
-{
-    VALTYPE value;
-    value.x = x;
-    return value;
-}
-
-inline VALTYPE point(double x, double y, double z)
-{
-    return VALTYPE{1, 0, 0, 0, x, y, z};
-}

@@ -30,28 +30,9 @@ double opaque(double value)
     return hidden;
 }
 
-VALTYPE number(double x)
-{
-    VALTYPE value;
-    value.x = x;
-    return value;
-}
-
-VALTYPE point(double x, double y, double z)
-{
-    VALTYPE value;
-    value.type = 1;
-    value.x = x;
-    value.y = y;
-    value.z = z;
-    return value;
-}
-
 VALTYPE converted(double x)
 {
-    VALTYPE value = number(x);
-    value.flag = 1;
-    return value;
+    return number(x, 1);
 }
 
 VALTYPE stale()

@@ -8,6 +8,7 @@
 #include "MTParserLib/MTParserRegistrar.h"
 #include "mathexpr/IMathExprItemEvaluator.h"
 #include "mathexpr/ValType.h"
+#include "tests/MadeValues.h"
 
 #include <gtest/gtest.h>
 
@@ -29,8 +30,6 @@ inline std::uint64_t bitsOf(double value)
     return std::bit_cast<std::uint64_t>(value);
 }
 
-VALTYPE number(double x);
-VALTYPE point(double x, double y, double z);
 /// A number with the second flag, as a conversion yields it.
 VALTYPE converted(double x);
 
