@@ -17,7 +17,7 @@ constexpr std::size_t mostSteps = 128;
 #endif
 
 /// Results that wait at once. Only a program nested deeper than that runs itself.
-constexpr std::size_t mostWaiting = 128;
+constexpr std::size_t mostWaiting = 64;
 
 double loadConstant(const MTNumberStep* step, double, double*, bool*)
 {
@@ -166,11 +166,11 @@ void MTNumberCode::clear() noexcept
     ran = false;
 }
 
-void MTNumberCode::prepare(const MTParserProgram& program)
+void MTNumberCode::prepare(const MTParserProgram& program, const VALTYPE& root)
 {
     if (program.rootIsConstant)
     {
-        steps.push_back({loadConstant, &program.root->x, nullptr, nullptr, nullptr, nullptr});
+        steps.push_back({loadConstant, &root.x, nullptr, nullptr, nullptr, nullptr});
         ready = steps.data();
         return;
     }

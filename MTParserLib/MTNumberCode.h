@@ -51,7 +51,6 @@ struct MTNumberKernels
     static constexpr std::size_t notFused = static_cast<std::size_t>(-1);
 
     MTNumberKernel kernels[nbOperandForms];  ///< By form; null for a form that the item does not have.
-    std::size_t nbOperands;
     std::size_t fusedIndex;  ///< Among the items of which two in a row become one step.
 };
 
@@ -79,7 +78,8 @@ public:
 
     /// Makes room for the code of a program, so that building it while the program is evaluated allocates nothing.
     /// Until this is called for a program, it has no number code.
-    void prepare(const MTParserProgram& program);
+    /// @param root  where the value of the program stands after a run, or already where it is constant
+    void prepare(const MTParserProgram& program, const VALTYPE& root);
 
     /// Adds a variable that the program reads in place. Each is added once, in the order of their first use.
     void addVariable(const VALTYPE& value) { variables.push_back(&value); }

@@ -17,25 +17,6 @@ constexpr std::int32_t functionPrecedence = 5;
 /// Below every operator, so that an open bracket stops whatever empties the stack.
 constexpr std::int32_t openBracketPrecedence = -1;
 
-/// Empties the program when the compiling ends in any way but with a complete program.
-class EmptyUnlessComplete
-{
-public:
-    explicit EmptyUnlessComplete(MTParserProgram& program) noexcept : program(program) {}
-    EmptyUnlessComplete(const EmptyUnlessComplete&) = delete;
-    EmptyUnlessComplete& operator=(const EmptyUnlessComplete&) = delete;
-    ~EmptyUnlessComplete()
-    {
-        if (!program.isComplete())
-        {
-            program.clear();
-        }
-    }
-
-private:
-    MTParserProgram& program;
-};
-
 /// Tokens are reported with the first character of the text counted as 1.
 std::uint32_t positionOf(std::size_t tokenStart)
 {
@@ -60,7 +41,6 @@ bool MTParserCompiler::compile(const wchar_t* given, std::wstring& assignTarget)
     clearFailure();
     usedVariables.clear();
     ++compilation;
-    const EmptyUnlessComplete emptyUnlessComplete(program);
 
     const wchar_t* const typed = given != nullptr ? given : L"";
     typedText.clear();
@@ -110,7 +90,7 @@ bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
         {
             continue;
         }
-        const wchar_t next = i + 1 < all.size() ? all[i + 1] : L'\0';
+        const wchar_t next = text[i + 1];  // behind the last character stands a zero
         const auto position = static_cast<std::uint32_t>(i);
 
         if (character == L')' && next == L'(')
@@ -145,23 +125,16 @@ bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
         {
             return false;
         }
-        bool done = true;
-        if (isOperator)
-        {
-            done = compileOperator(symbol, position);
-            i += symbol.size() - 1;
-        }
-        else if (character == L'(')
-        {
-            done = openBracket(position, next);
-        }
-        else
-        {
-            done = endArgument(position, character, next);
-        }
+        const bool done = isOperator          ? compileOperator(symbol, position)
+                          : character == L'(' ? openBracket(position, next)
+                                              : endArgument(position, character, next);
         if (!done)
         {
             return false;
+        }
+        if (isOperator)
+        {
+            i += symbol.size() - 1;
         }
         tokenStart = i + 1;
     }
@@ -217,7 +190,7 @@ bool MTParserCompiler::compileFunctionName(std::wstring_view token, std::uint32_
     }
     markPending();
     setKind(Token::Function);
-    stack.push_back({StackRecord::Kind::Function, false, functionPrecedence, position, 0, firstOverload});
+    stack.push_back({StackRecord::Kind::Function, functionPrecedence, position, 0, firstOverload});
     return true;
 }
 
@@ -336,7 +309,7 @@ bool MTParserCompiler::openBracket(std::uint32_t position, wchar_t next)
     {
         nearest->argumentPending = false;
     }
-    stack.push_back({StackRecord::Kind::OpenBracket, false, openBracketPrecedence, position, 0, 0});
+    stack.push_back({StackRecord::Kind::OpenBracket, openBracketPrecedence, position, 0, 0});
     if (levels.back().current == Token::Function)
     {
         emitter.emitPlaceholder(position);
@@ -435,14 +408,15 @@ bool MTParserCompiler::compileOperator(std::wstring_view symbol, std::uint32_t p
     const bool staysUnderEqual = !stack.empty() && stack.back().kind == StackRecord::Kind::Operator &&
                                  stack.back().precedence == precedence &&
                                  registrar.getOperatorDefinition(stack.back().definition).unary;
-    const std::int32_t leaving = staysUnderEqual ? precedence + 1 : precedence;
     std::size_t nbEmitted = 0;
-    if (!emitWhile([leaving](const StackRecord& top) { return leaving <= top.precedence; }, nbEmitted))
+    if (!emitWhile([=](const StackRecord& top) {
+            return precedence < top.precedence || (precedence == top.precedence && !staysUnderEqual);
+        }, nbEmitted))
     {
         return false;
     }
 
-    stack.push_back({StackRecord::Kind::Operator, false, precedence, position, unary ? 1U : 2U, index});
+    stack.push_back({StackRecord::Kind::Operator, precedence, position, unary ? 1U : 2U, index});
     return true;
 }
 

@@ -210,7 +210,7 @@ bool MTParserEmitter::finish()
         }
     }
     program.rootIsConstant = last->kind == Kind::Constant;
-    program.root = root;
-    program.numbers.prepare(program);
+    program.numbers.prepare(program, *root);
+    program.root = root;  // last: before all memory is there, the program is not complete
     return true;
 }

@@ -205,10 +205,11 @@ void MTParserRegistrar::setSyntax(const SyntaxCharacters& characters)
 
 void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned, const MTItemKernels& kernels)
 {
-    MTOperatorDefinition definition{handleOf(item, owned), &kernels, {}, 0, false, notFound};
-    definition.symbol = item->getSymbol();
-    definition.precedence = item->getPrecedence();
-    definition.unary = item->isUnaryOp();
+    auto handle = handleOf(item, owned);
+    std::wstring symbol = item->getSymbol();
+    const std::int32_t precedence = item->getPrecedence();
+    const bool unary = item->isUnaryOp();
+    MTOperatorDefinition definition{std::move(handle), &kernels, std::move(symbol), precedence, unary, notFound};
     try
     {
         checkOperator(definition);
@@ -267,9 +268,10 @@ void MTParserRegistrar::checkOperator(const MTOperatorDefinition& definition) co
 
 void MTParserRegistrar::defineFunction(IMathFunction* item, bool owned, const MTItemKernels& kernels)
 {
-    MTFunctionDefinition definition{handleOf(item, owned), &kernels, {}, 0, notFound};
-    definition.symbol = item->getSymbol();
-    definition.nbArgs = item->getNbArgs();
+    auto handle = handleOf(item, owned);
+    std::wstring symbol = item->getSymbol();
+    const std::uint32_t nbArgs = item->getNbArgs();
+    MTFunctionDefinition definition{std::move(handle), &kernels, std::move(symbol), nbArgs, notFound};
     checkFunction(definition);
 
     Definitions& own = ownDefinitions();
@@ -643,9 +645,9 @@ std::size_t MTParserRegistrar::findSyntaxCharacter(std::wstring_view name) const
 
 bool MTParserRegistrar::findOperatorSymbolIn(std::wstring_view name, std::wstring_view& symbol) const noexcept
 {
-    for (std::size_t at = 0; at < name.size(); ++at)
+    for (; !name.empty(); name.remove_prefix(1))
     {
-        if (isOperatorSymbol(name.substr(at), symbol))
+        if (isOperatorSymbol(name, symbol))
         {
             return true;
         }

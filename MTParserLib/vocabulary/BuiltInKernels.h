@@ -196,7 +196,6 @@ consteval MTNumberKernels unaryKernels()
 {
     using enum MTOperandForm;
     return {{runItem<Item, Memory>, runItem<Item, PushMemory>, runItem<Item, ValueMemory>, nullptr, nullptr},
-            1,
             MTNumberKernels::notFused};
 }
 
@@ -206,7 +205,6 @@ consteval MTNumberKernels binaryKernels()
     using enum MTOperandForm;
     return {{runItem<Item, Memory>, runItem<Item, PushMemory>, runItem<Item, ValueMemory>, runItem<Item, MemoryValue>,
              runItem<Item, StackValue>},
-            2,
             fusedIndexOf<Item>()};
 }
 

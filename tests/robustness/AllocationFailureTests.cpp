@@ -362,4 +362,31 @@ TEST_P(Shortages, AreReportedOrHarmless)
 
 INSTANTIATE_TEST_SUITE_P(Every, Shortages, testing::Range<std::size_t>(0, operations().size()));
 
+// The last memory that a compilation takes is for the fast form of a program, which stands already then.
+TEST(CompilationShortages, LeaveNothingToEvaluate)
+{
+    for (const wchar_t* text : {L"1+2*3", L"n1*n2+n1", L"[1,n1,0]+[3,4,n2]*2"})
+    {
+        for (std::size_t n = 1;; ++n)
+        {
+            SCOPED_TRACE(n);
+            MathExpression expression(true, &host);
+            ASSERT_TRUE(expression.setExpression(L"5"));
+            bool compiled = false;
+            try
+            {
+                const memory::Shortage shortage(n, Failing::Once);
+                compiled = expression.setExpression(text);
+            }
+            catch (const std::bad_alloc&)
+            {}
+            ASSERT_EQ(valueOf(expression).has_value(), compiled);
+            if (compiled)
+            {
+                break;
+            }
+        }
+    }
+}
+
 }
