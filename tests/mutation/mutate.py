@@ -14,10 +14,10 @@ import argparse
 import collections
 import dataclasses
 import filecmp
+import hashlib
 import os
 import pathlib
 import queue
-import random
 import re
 import resource
 import shutil
@@ -90,15 +90,20 @@ class Mutant:
     after: str
     old: str  # the line as it stands, and as it is changed
     new: str
+    occurrence: int  # 1 unless the same change can be made to an equal line before it
+
+    def place(self):
+        return self.path if self.occurrence == 1 else f"{self.path}#{self.occurrence}"
 
     def key(self):
-        return self.path, self.old, self.new
+        """Tells it from all others, also after the file has changed elsewhere."""
+        return self.place(), self.old, self.new
 
     def apply(self, text):
         return text[: self.start] + self.after + text[self.end :]
 
     def __str__(self):
-        return f"{self.path}:{self.line}\n- {self.old}\n+ {self.new}\n"
+        return f"{self.place()}:{self.line}\n- {self.old}\n+ {self.new}\n"
 
 
 def masked(text):
@@ -122,10 +127,13 @@ def mutants_of(path, text):
     for match in CONDITION.finditer(code):
         end = closing(code, match.end() - 1)
         changes.append((match.end(), end, f"!({text[match.end() : end]})"))
-    for start, end, after in changes:
+    occurrences = collections.Counter()
+    for start, end, after in sorted(changes):
         line = text.count("\n", 0, start)
         changed = text[:start] + after + text[end:]
-        yield Mutant(path, line + 1, start, end, after, text.split("\n")[line].strip(), changed.split("\n")[line].strip())
+        old, new = text.split("\n")[line].strip(), changed.split("\n")[line].strip()
+        occurrences[old, new] += 1
+        yield Mutant(path, line + 1, start, end, after, old, new, occurrences[old, new])
 
 
 def all_mutants():
@@ -136,9 +144,9 @@ def all_mutants():
 
 
 def chosen(mutants, count, seed):
-    """As many of the mutants as wanted, none of the files with more than its share."""
-    mutants = sorted(mutants)
-    random.Random(seed).shuffle(mutants)
+    """As many of the mutants as wanted, none of the files with more than its share. The order is that of a hash, so that
+    the choice hardly changes when a source does, and --resume and --again find most of it tried already."""
+    mutants = sorted(mutants, key=lambda mutant: hashlib.sha256(f"{seed} {mutant.key()}".encode()).digest())
     taken = collections.Counter()
     choice = []
     for mutant in mutants:
