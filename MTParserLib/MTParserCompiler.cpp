@@ -14,8 +14,6 @@ constexpr const wchar_t* sourceFile = L"MTParserLib/MTParserCompiler";
 
 /// The precedence of a function that waits for its bracket to be closed: above every operator.
 constexpr std::int32_t functionPrecedence = 5;
-/// Below every operator, so that an open bracket stops whatever empties the stack.
-constexpr std::int32_t openBracketPrecedence = -1;
 
 /// Tokens are reported with the first character of the text counted as 1.
 std::uint32_t positionOf(std::size_t tokenStart)
@@ -190,7 +188,10 @@ bool MTParserCompiler::compileFunctionName(std::wstring_view token, std::uint32_
     }
     markPending();
     setKind(Token::Function);
-    stack.push_back({StackRecord::Kind::Function, functionPrecedence, position, 0, firstOverload});
+    stack.push_back({.kind = StackRecord::Kind::Function,
+                     .precedence = functionPrecedence,
+                     .position = position,
+                     .definition = firstOverload});
     return true;
 }
 
@@ -309,7 +310,7 @@ bool MTParserCompiler::openBracket(std::uint32_t position, wchar_t next)
     {
         nearest->argumentPending = false;
     }
-    stack.push_back({StackRecord::Kind::OpenBracket, openBracketPrecedence, position, 0, 0});
+    stack.push_back({.kind = StackRecord::Kind::OpenBracket, .position = position});
     if (levels.back().current == Token::Function)
     {
         emitter.emitPlaceholder(position);
@@ -337,7 +338,7 @@ bool MTParserCompiler::endArgument(std::uint32_t position, wchar_t character, wc
     }
 
     std::size_t nbEmitted = 0;
-    if (!emitWhile([](const StackRecord& top) { return top.kind != StackRecord::Kind::OpenBracket; }, nbEmitted))
+    if (!emitWhile([](const StackRecord&) { return true; }, nbEmitted))
     {
         return false;
     }
@@ -409,21 +410,27 @@ bool MTParserCompiler::compileOperator(std::wstring_view symbol, std::uint32_t p
                                  stack.back().precedence == precedence &&
                                  registrar.getOperatorDefinition(stack.back().definition).unary;
     std::size_t nbEmitted = 0;
-    if (!emitWhile([=](const StackRecord& top) {
-            return precedence < top.precedence || (precedence == top.precedence && !staysUnderEqual);
-        }, nbEmitted))
+    if (!emitWhile(
+            [=](const StackRecord& top) {
+                return precedence < top.precedence || (precedence == top.precedence && !staysUnderEqual);
+            },
+            nbEmitted))
     {
         return false;
     }
 
-    stack.push_back({StackRecord::Kind::Operator, precedence, position, unary ? 1U : 2U, index});
+    stack.push_back({.kind = StackRecord::Kind::Operator,
+                     .precedence = precedence,
+                     .position = position,
+                     .definition = index,
+                     .nbArgs = unary ? 1U : 2U});
     return true;
 }
 
 template <class Leaves>
 bool MTParserCompiler::emitWhile(Leaves leaves, std::size_t& nbEmitted)
 {
-    while (!stack.empty() && leaves(stack.back()))
+    while (!stack.empty() && stack.back().kind != StackRecord::Kind::OpenBracket && leaves(stack.back()))
     {
         const StackRecord record = stack.back();
         stack.pop_back();

@@ -115,11 +115,11 @@ private:
             Function,
         };
         Kind kind;
-        std::int32_t precedence;
+        std::int32_t precedence{};
         std::uint32_t position;
-        std::uint32_t nbArgs;    // a function's grows as its arguments are read
-        std::size_t definition;  // the operator's, or that of a function's first overload
-        bool argumentPending = false;
+        std::size_t definition{};  // the operator's, or that of a function's first overload
+        std::uint32_t nbArgs{};    // a function's grows as its arguments are read
+        bool argumentPending{};
     };
 
     bool checkLimits(const wchar_t* typed);

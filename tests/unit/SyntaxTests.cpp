@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <optional>
 
 namespace {
@@ -44,6 +45,18 @@ protected:
     MTParserCompiler compiler{registrar, true, nullptr};
     std::wstring assignTarget;
 };
+
+// Also below -1: an open bracket has no precedence.
+TEST_F(Syntax, KeepsOperatorsOfAnyPrecedenceWithinTheirBrackets)
+{
+    registrar.setSyntax({L'.', L',', L'[', L']'});
+    registrar.defineOperator(new TestOperator(L"~", false, -1), true);
+    registrar.defineOperator(new TestOperator(L"?", false, std::numeric_limits<std::int32_t>::min()), true);
+    EXPECT_EQ(valueOf(L"(1~2)+3"), 6.0);
+    EXPECT_EQ(valueOf(L"(1?2)+3"), 6.0);
+    EXPECT_EQ(valueOf(L"count((1~-2),3?4)"), 2.0);
+    EXPECT_EQ(valueOf(L"-(1?2~3)"), -6.0);
+}
 
 TEST_F(Syntax, TakesAnotherDecimalPointAndSeparator)
 {
