@@ -15,9 +15,6 @@
 
 namespace {
 
-/// So many rows that taking a portion does not show, and no two threads write to the same place of the cache.
-constexpr std::size_t portionRows = 16 * MTBulkWorker::blockRows;
-
 constexpr std::uint32_t mostThreads = 256;
 
 /// The value of a program that needs not be run.

@@ -3,17 +3,24 @@
 #pragma once
 
 #include "MTParserLib/MTBulkArrays.h"
+#include "MTParserLib/MTBulkWorker.h"
 #include "MTParserLib/MTParserProgram.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <span>
+
+/// How many rows a thread takes at a time: so many that taking them does not show, and no two threads write to the same
+/// place of the cache.
+inline constexpr std::size_t portionRows = 16 * MTBulkWorker::blockRows;
 
 struct MTBulkTally
 {
     std::size_t nbFailed = 0;
-    std::size_t firstFailed = static_cast<std::size_t>(-1);  ///< Of these rows; beyond all rows where there is none.
-    std::uint32_t firstStatus = 0;                           ///< Its RowStatus.
+    /// Of these rows; beyond all rows where there is none.
+    std::size_t firstFailed = std::numeric_limits<std::size_t>::max();
+    std::uint32_t firstStatus = 0;  ///< Its RowStatus.
 };
 
 /// @param program    complete; has to stay as it is meanwhile

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -36,7 +37,7 @@ constexpr bool sameIgnoringCase(std::wstring_view left, std::wstring_view right)
 class MTNameIndex
 {
 public:
-    static constexpr std::size_t notFound = static_cast<std::size_t>(-1);
+    static constexpr std::size_t notFound = std::numeric_limits<std::size_t>::max();
 
     /// FNV-1a over the folded characters.
     static constexpr std::uint32_t hash(std::wstring_view name) noexcept
@@ -68,11 +69,12 @@ public:
         return notFound;
     }
 
-    /// Makes room for one more, so that inserting it cannot fail.
-    void reserveOneMore()
+    /// Makes room for so many entries that inserting the last of them cannot fail.
+    /// @param nbEntries  at most one more than there was room for
+    void reserve(std::size_t nbEntries)
     {
         // At most half full, so that a search ends after a step or two.
-        if (2 * (used + 1) <= slots.size())
+        if (2 * nbEntries <= slots.size())
         {
             return;
         }
@@ -87,22 +89,17 @@ public:
         }
     }
 
-    /// Adds an entry after reserveOneMore.
+    /// Adds an entry for which there is room.
     void insert(std::uint32_t hash, std::size_t index) noexcept
     {
         place(Slot{hash, static_cast<std::uint32_t>(index)});
-        ++used;
     }
 
     /// Forgets the entries and keeps the memory.
-    void clear() noexcept
-    {
-        slots.assign(slots.size(), Slot{});
-        used = 0;
-    }
+    void clear() noexcept { slots.assign(slots.size(), Slot{}); }
 
 private:
-    static constexpr std::uint32_t free = 0xFFFFFFFF;
+    static constexpr std::uint32_t free = std::numeric_limits<std::uint32_t>::max();
 
     struct Slot
     {
@@ -122,5 +119,4 @@ private:
     }
 
     std::vector<Slot> slots;
-    std::size_t used = 0;
 };

@@ -17,7 +17,7 @@ constexpr std::size_t mostSteps = 128;
 #endif
 
 /// Results that wait at once. Only a program nested deeper than that runs itself.
-constexpr std::size_t mostWaiting = 64;
+constexpr std::size_t mostWaiting = 32;
 
 double loadConstant(const MTNumberStep* step, double, double*, bool*)
 {
@@ -53,7 +53,7 @@ struct WaitingResult
 class Builder
 {
 public:
-    explicit Builder(std::vector<MTNumberStep>& target) noexcept : steps(target) {}
+    explicit Builder(std::vector<MTNumberStep>& target) noexcept : steps(target) { waiting[0] = {true, nullptr}; }
 
     void addItem(const MTProgramStep& step)
     {
@@ -73,12 +73,12 @@ public:
             }
         }
         append(*step.kernels->numbers, form, memory, &step.destination->x);
-        if (nbWaiting == waiting.size())
+        if (nbWaiting == mostWaiting)
         {
             overflowed = true;
             return;
         }
-        waiting[nbWaiting++] = {false, step.destination};
+        waiting[++nbWaiting] = {false, step.destination};
     }
 
     /// Ends the code.
@@ -93,10 +93,11 @@ private:
     /// What is written to a slot or what stands there.
     Operand takeOperand(const VALTYPE& value) noexcept
     {
-        if (nbWaiting > 0 && waiting[nbWaiting - 1].destination == &value)
+        const WaitingResult& last = waiting[nbWaiting];
+        if (last.destination == &value)
         {
             --nbWaiting;
-            return {waiting[nbWaiting].onStack ? Operand::Place::Stack : Operand::Place::Value, nullptr};
+            return {last.onStack ? Operand::Place::Stack : Operand::Place::Value, nullptr};
         }
         return {Operand::Place::Memory, &value.x};
     }
@@ -118,11 +119,12 @@ private:
             return MTOperandForm::MemoryValue;
         }
         // A result that still waits has to make way for the new one. Only the last one can be where none has gone.
-        if (nbWaiting == 0 || waiting[nbWaiting - 1].onStack)
+        WaitingResult& waitingLast = waiting[nbWaiting];
+        if (waitingLast.onStack)
         {
             return MTOperandForm::Memory;
         }
-        waiting[nbWaiting - 1].onStack = true;
+        waitingLast.onStack = true;
         return MTOperandForm::PushMemory;
     }
 
@@ -146,7 +148,8 @@ private:
     }
 
     std::vector<MTNumberStep>& steps;
-    std::array<WaitingResult, mostWaiting> waiting;
+    // From 1 on: under the first lies one that no operand is, and that never makes way.
+    std::array<WaitingResult, 1 + mostWaiting> waiting;
     std::size_t nbWaiting = 0;
     bool overflowed = false;
     // Of the last step, if it holds one item that can be fused.

@@ -21,6 +21,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 class MTParserProgram;
@@ -48,10 +49,10 @@ inline constexpr std::size_t nbOperandForms = 5;
 struct MTNumberKernels
 {
     /// What MTNumberKernels::fusedIndex says of an item that is never fused.
-    static constexpr std::size_t notFused = static_cast<std::size_t>(-1);
+    static constexpr std::size_t notFused = std::numeric_limits<std::size_t>::max();
 
     MTNumberKernel kernels[nbOperandForms];  ///< By form; null for a form that the item does not have.
-    std::size_t fusedIndex;  ///< Among the items of which two in a row become one step.
+    std::size_t fusedIndex;                  ///< Among the items of which two in a row become one step.
 };
 
 /// The kernel of two items in a row, of which the second has the form ValueMemory or MemoryValue.
@@ -73,6 +74,8 @@ struct MTNumberStep
 class MTNumberCode
 {
 public:
+    MTNumberCode() noexcept { clear(); }
+
     /// Forgets the code and keeps the memory.
     void clear() noexcept;
 
@@ -133,11 +136,11 @@ private:
     bool getReady(const MTParserProgram& program);
     void build(const MTParserProgram& program);
 
-    const MTNumberStep* ready = nullptr;     // the first step, while all slots are numbers
-    const MTNumberStep* straight = nullptr;  // the same, while the straight way is open
+    const MTNumberStep* ready;     // the first step, while all slots are numbers
+    const MTNumberStep* straight;  // the same, while the straight way is open
     std::vector<const VALTYPE*> variables;
     std::vector<double> stack;
     std::vector<MTNumberStep> steps;
-    bool possible = false;  // every item of the program has number kernels
-    bool ran = false;       // the program itself has run to its end
+    bool possible;  // every item of the program has number kernels
+    bool ran;       // the program itself has run to its end
 };

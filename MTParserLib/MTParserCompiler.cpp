@@ -409,12 +409,11 @@ bool MTParserCompiler::compileOperator(std::wstring_view symbol, std::uint32_t p
     const bool staysUnderEqual = !stack.empty() && stack.back().kind == StackRecord::Kind::Operator &&
                                  stack.back().precedence == precedence &&
                                  registrar.getOperatorDefinition(stack.back().definition).unary;
+    const auto leaves = [=](const StackRecord& top) {
+        return precedence < top.precedence || (precedence == top.precedence && !staysUnderEqual);
+    };
     std::size_t nbEmitted = 0;
-    if (!emitWhile(
-            [=](const StackRecord& top) {
-                return precedence < top.precedence || (precedence == top.precedence && !staysUnderEqual);
-            },
-            nbEmitted))
+    if (!emitWhile(leaves, nbEmitted))
     {
         return false;
     }
@@ -427,6 +426,7 @@ bool MTParserCompiler::compileOperator(std::wstring_view symbol, std::uint32_t p
     return true;
 }
 
+/// Down to an open bracket at most.
 template <class Leaves>
 bool MTParserCompiler::emitWhile(Leaves leaves, std::size_t& nbEmitted)
 {

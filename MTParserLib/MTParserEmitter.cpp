@@ -166,9 +166,9 @@ const VALTYPE* MTParserEmitter::placeOf(const Operand& operand)
     {
         return operand.valueInPlace;
     }
-    VALTYPE* const slot = program.slots.allocate(1);
-    bring(operand, *slot);
-    return slot;
+    VALTYPE& slot = program.slots.allocateOne();
+    bring(operand, slot);
+    return &slot;
 }
 
 /// Sees to it that the operand stands in a slot when the program comes to its consumer.
@@ -199,18 +199,18 @@ bool MTParserEmitter::finish()
     {
         return false;
     }
-    VALTYPE* const root = program.slots.allocate(1);
-    bring(*last, *root);
+    VALTYPE& root = program.slots.allocateOne();
+    bring(*last, root);
     // A result that nothing consumes has to go somewhere: its step may refuse its arguments all the same.
     for (auto other = std::next(last); other != waiting.rend(); ++other)
     {
         if (other->kind == Kind::Result)
         {
-            bring(*other, *program.slots.allocate(1));
+            bring(*other, program.slots.allocateOne());
         }
     }
     program.rootIsConstant = last->kind == Kind::Constant;
-    program.numbers.prepare(program, *root);
-    program.root = root;  // last: before all memory is there, the program is not complete
+    program.numbers.prepare(program, root);
+    program.root = &root;  // last: before all memory is there, the program is not complete
     return true;
 }

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 /// What became of an emitted record.
@@ -23,7 +24,7 @@ struct MTEmission
     };
 
     /// Where nothing at all is left to read.
-    static constexpr std::uint32_t noRecord = 0xFFFFFFFF;
+    static constexpr std::uint32_t noRecord = std::numeric_limits<std::uint32_t>::max();
 
     Outcome outcome = Outcome::Done;
     std::uint32_t position = 0;  ///< With OperandMissing: of the record found instead, or noRecord.

@@ -63,6 +63,9 @@ public:
         }
         return count == 0 ? nullptr : allocated;
     }
+    /// A slot by itself.
+    VALTYPE& allocateOne() { return *allocate(1); }
+
     Mark mark() const noexcept { return top; }
     void release(Mark mark) noexcept { top = mark; }
 
@@ -83,6 +86,8 @@ private:
 class MTParserProgram
 {
 public:
+    MTParserProgram() noexcept { clear(); }
+
     /// Forgets the steps and keeps the memory.
     void clear() noexcept;
 
@@ -93,9 +98,9 @@ public:
     MTSlotArena slots;
 
     /// Where the value of the whole expression stands after a run; null until the program is complete.
-    VALTYPE* root = nullptr;
+    VALTYPE* root;
     /// Whether that value is known, so that no step has to be run for it.
-    bool rootIsConstant = false;
+    bool rootIsConstant;
 
     /// Runs in place of the steps while everything is a plain number.
     MTNumberCode numbers;

@@ -275,9 +275,9 @@ void MTParserRegistrar::defineFunction(IMathFunction* item, bool owned, const MT
     checkFunction(definition);
 
     Definitions& own = ownDefinitions();
-    reserveOneMore(own.functions);
-    own.functionIndex.reserveOneMore();
     const std::size_t index = own.functions.size();
+    reserveOneMore(own.functions);
+    own.functionIndex.reserve(index + 1);
     std::size_t last = findFunction(definition.symbol);
     if (last == notFound)
     {
@@ -329,7 +329,7 @@ void MTParserRegistrar::defineConstant(std::wstring_view name, const VALTYPE& va
     Definitions& own = ownDefinitions();
     Definitions::Constant constant{std::wstring(name), value};
     reserveOneMore(own.constants);
-    own.constantIndex.reserveOneMore();
+    own.constantIndex.reserve(own.constants.size() + 1);
     own.constantIndex.insert(MTNameIndex::hash(name), own.constants.size());
     own.everyNameIsPlain = own.everyNameIsPlain && platform::isPlainName(name);
     own.constants.push_back(std::move(constant));
@@ -373,7 +373,7 @@ void MTParserRegistrar::defineVariable(IMathVariable* item, bool inPlace)
         MTVariableDefinition definition{item->getSymbol(), std::move(handle), inPlace ? item->getValuePtr() : nullptr};
         checkVariable(definition.name);
         reserveOneMore(variables);
-        variableIndex.reserveOneMore();
+        variableIndex.reserve(variables.size() + 1);
         variableIndex.insert(MTNameIndex::hash(definition.name), variables.size());
         hasHostVariables = hasHostVariables || !inPlace;
         variables.push_back(std::move(definition));

@@ -68,6 +68,11 @@ TEST(Suggestions, ForAName)
     EXPECT_EQ(suggested(session, L"wdith*2"), Names{L"width"});
     EXPECT_EQ(suggested(session, L"sin+2"), (Names{L"sin", L"asin", L"sinh"}));  // the brackets were forgotten
     EXPECT_EQ(suggested(session, L"q+2"), Names{});
+    ExpressionVariables(session.expression).set(L"height", number(1));
+    ExpressionVariables(session.expression).set(L"k", number(1));
+    EXPECT_EQ(suggested(session, L"wdith*2"), Names{L"width"});
+    EXPECT_EQ(suggested(session, L"heigth*2"), Names{L"height"});
+    EXPECT_EQ(suggested(session, L"kw+2"), Names{});  // nothing would be left of "k"
 }
 
 TEST(Suggestions, BeforeABracketAreFunctionsOnly)

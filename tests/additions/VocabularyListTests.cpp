@@ -57,6 +57,15 @@ TEST(VocabularyList, TellsTheConstants)
         EXPECT_EQ(items[index].family, VocabularyFamily::Constants);
         EXPECT_TRUE(items[index].constant);
         EXPECT_EQ(items[index].className, std::wstring());
+        EXPECT_EQ(items[index].help, std::wstring());
+        EXPECT_EQ(items[index].description, std::wstring());
+        EXPECT_EQ(items[index].nbArgs, 0U);
+        EXPECT_EQ(items[index].precedence, 0);
+        EXPECT_FALSE(items[index].unary);
+    }
+    for (std::size_t index = expected.size(); index < items.size(); ++index)
+    {
+        EXPECT_EQ(items[index].value, 0.0) << index;
     }
 }
 
@@ -80,6 +89,8 @@ TEST(VocabularyList, TellsOperatorsAndFunctions)
     EXPECT_EQ(sine.symbol, std::wstring(L"sin"));
     EXPECT_EQ(sine.help, std::wstring(L"sin(x)"));
     EXPECT_EQ(sine.description, std::wstring(L"Sine"));
+    EXPECT_EQ(sine.precedence, 0);
+    EXPECT_FALSE(sine.unary);
     EXPECT_EQ(sine.family, VocabularyFamily::CoreMath);
     EXPECT_TRUE(sine.constant);
     EXPECT_FALSE(items.at(L"RandFct").constant);

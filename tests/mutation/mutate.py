@@ -37,7 +37,7 @@ SHARE = 0.08  # of the mutants, at most this part in one file: the table of conv
 ENOUGH = 0.95
 
 # Quick to build and to run. What is measured here is whether the tests notice, not what an optimiser makes of the change.
-CONFIGURATION = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O1", "-DCMAKE_CXX_FLAGS=-w",
+CONFIGURATION = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O1", "-DCMAKE_CXX_FLAGS=-w -D_GLIBCXX_ASSERTIONS",
                  "-DCMAKE_C_COMPILER=clang", "-DCMAKE_CXX_COMPILER=clang++", "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld",
                  "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld", "-DMATHEXPR_CHECK_HANDLES=ON")
 

@@ -2,6 +2,7 @@
 //
 // Each operation is repeated with its first allocation failing, then its second, and so on until none of them fails any
 // more. After each try nothing is left behind, and the same object computes 1+1.
+#include "MTParserLib/MTBulkRun.h"
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
@@ -361,6 +362,38 @@ TEST_P(Shortages, AreReportedOrHarmless)
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, Shortages, testing::Range<std::size_t>(0, operations().size()));
+
+/// How many allocations the evaluation of so many rows takes.
+std::size_t nbMadeInBulk(std::size_t nbRows, std::uint32_t nbThreads)
+{
+    const AnsweringHost answering({{L"n", number(1)}});
+    MathExpression expression(true, &answering);
+    EXPECT_TRUE(expression.setExpression(L"n*2"));
+    const std::vector<double> column(nbRows);
+    std::vector<double> results(nbRows);
+    const BulkColumn columns[] = {{L"n", column.data()}};
+    BulkOutcome outcome;
+    const std::size_t before = memory::nbMade();
+    EXPECT_TRUE(evaluateBulk(expression, columns, 1, nbRows, {results.data()}, nbThreads, outcome));
+    return memory::nbMade() - before;
+}
+
+// Each thread takes memory for its start and for its results.
+TEST(BulkMemory, IsTakenForAsManyThreadsAsHavePortionsToDo)
+{
+    const auto takeAlike = [](std::size_t nbRows, std::uint32_t first, std::uint32_t second) {
+        return nbMadeInBulk(nbRows, first) == nbMadeInBulk(nbRows, second);
+    };
+    nbMadeInBulk(1, 1);  // the first makes what the process keeps for good
+    EXPECT_TRUE(takeAlike(1, 1, 4));
+    EXPECT_TRUE(takeAlike(portionRows, 1, 4));
+    EXPECT_FALSE(takeAlike(portionRows + 1, 1, 2));
+    EXPECT_TRUE(takeAlike(portionRows + 1, 2, 3));
+    EXPECT_TRUE(takeAlike(2 * portionRows, 2, 3));
+    EXPECT_FALSE(takeAlike(2 * portionRows + 1, 1, 2));
+    EXPECT_FALSE(takeAlike(2 * portionRows + 1, 2, 3));
+    EXPECT_TRUE(takeAlike(2 * portionRows + 1, 3, 300));
+}
 
 // The last memory that a compilation takes is for the fast form of a program, which stands already then.
 TEST(CompilationShortages, LeaveNothingToEvaluate)

@@ -63,9 +63,9 @@ namespace memory {
 
 Shortage::Shortage(std::size_t n, Failing failing) noexcept
 {
-    made = 0;
-    lastToFail = failing == Failing::Once ? n : static_cast<std::size_t>(-1);
-    firstToFail = n;
+    const std::size_t first = made + n;
+    lastToFail = failing == Failing::Once ? first : static_cast<std::size_t>(-1);
+    firstToFail = first;
 }
 
 Shortage::~Shortage()
@@ -76,6 +76,11 @@ Shortage::~Shortage()
 bool Shortage::wasFelt() const noexcept
 {
     return made >= firstToFail;
+}
+
+std::size_t nbMade() noexcept
+{
+    return made;
 }
 
 std::size_t nbAlive() noexcept

@@ -25,6 +25,9 @@ public:
     bool wasFelt() const noexcept;
 };
 
+/// How many allocations there have been.
+std::size_t nbMade() noexcept;
+
 /// How many allocations have not been released.
 std::size_t nbAlive() noexcept;
 

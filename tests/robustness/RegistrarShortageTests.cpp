@@ -24,10 +24,7 @@ struct Definition
     std::function<bool(const MTParserRegistrar&, int index)> isKnown;
     std::function<std::size_t(const MTParserRegistrar&)> count;
 
-    friend std::ostream& operator<<(std::ostream& out, const Definition& definition)
-    {
-        return out << definition.kind;
-    }
+    friend std::ostream& operator<<(std::ostream& out, const Definition& definition) { return out << definition.kind; }
 };
 
 std::wstring nameOf(int index)
@@ -43,9 +40,7 @@ std::wstring symbolOf(int index)
 
 const Definition definitions[] = {
     {"operator",
-     [](MTParserRegistrar& registrar, int index) {
-         registrar.defineOperator(new TestOperator(symbolOf(index)), true);
-     },
+     [](MTParserRegistrar& registrar, int index) { registrar.defineOperator(new TestOperator(symbolOf(index)), true); },
      [](const MTParserRegistrar& registrar, int index) {
          std::wstring_view symbol;
          const bool isSymbol = registrar.isOperatorSymbol(symbolOf(index), symbol);

@@ -2,6 +2,7 @@
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
 #include "tests/unit/Hosts.h"
 
 #include <gtest/gtest.h>
@@ -144,6 +145,26 @@ TEST(Exceptions, OfTheCompilerCarryWhatIsAtFault)
         }
         EXPECT_GT(lines[0], 0u);
         EXPECT_EQ(lines[0], lines[1]);
+    }
+}
+
+TEST(Exceptions, OfAVariableThatIsSetTellTheOutermostLayerOnly)
+{
+    MathExpression expression(true, nullptr);
+    try
+    {
+        ExpressionVariables(expression).set(L"a.b", VALTYPE{});
+        FAIL() << "nothing was raised";
+    }
+    catch (const DefinitionException& exception)
+    {
+        ASSERT_EQ(exception.entries.size(), 1u);
+        EXPECT_EQ(exception.entries[0].file, L"MTParserLib/MTParser");
+        EXPECT_EQ(exception.entries[0].line, 424u);
+        EXPECT_EQ(exception.entries[0].reserved, 0u);
+        EXPECT_EQ(exception.entries[0].data.exID, DefinitionError::VariableContainsSyntaxCharacter);
+        EXPECT_EQ(exception.entries[0].data.itemName, L"a.b");
+        EXPECT_EQ(exception.entries[0].data.conflictItemName, L".");
     }
 }
 

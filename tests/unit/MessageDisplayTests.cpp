@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <vector>
 
 namespace {
@@ -38,6 +39,17 @@ TEST_F(Displays, ShowNothingWhereThereIsNoText)
     showMessage(withoutText);
     showMessage(Message::DivisionByZero);
     EXPECT_EQ(processes, Ids{Message::DivisionByZero});
+}
+
+// Not a box: these tests run where nobody sits before a screen.
+TEST_F(Displays, AreLeftToTheSystemWhereNoneIsSet)
+{
+    setMessageDisplay({});
+    testing::internal::CaptureStderr();
+    showMessage(Message::DivisionByZero);
+    const std::string shown = testing::internal::GetCapturedStderr();
+    const std::wstring text = loadMessage(Message::DivisionByZero);
+    EXPECT_EQ(std::wstring(shown.begin(), shown.end()), text + L"\n");
 }
 
 TEST_F(Displays, OfAThreadNestAndEndWithTheirScope)

@@ -227,7 +227,9 @@ TEST_F(Lookup, TellsNamesOfOneHashApart)
 {
     ASSERT_EQ(MTNameIndex::hash(L"declinate"), MTNameIndex::hash(L"macallums"));
     ASSERT_EQ(MTNameIndex::hash(L"costarring"), MTNameIndex::hash(L"liquid"));
-    for (const auto& [first, second] : {std::pair(L"declinate", L"macallums"), std::pair(L"costarring", L"liquid")})
+    ASSERT_EQ(MTNameIndex::hash(L"arjtra"), MTNameIndex::hash(L"ahikxw"));
+    for (const auto& [first, second] :
+         {std::pair(L"declinate", L"macallums"), std::pair(L"costarring", L"liquid"), std::pair(L"arjtra", L"ahikxw")})
     {
         const auto variable = new TestVariable(first);
         registrar.defineVariable(variable);
@@ -236,7 +238,22 @@ TEST_F(Lookup, TellsNamesOfOneHashApart)
         registrar.defineVariable(other);
         EXPECT_EQ(registrar.findVariable(first), variable);
         EXPECT_EQ(registrar.findVariable(second), other);
+
+        const IMathFunction* const function = defineFunction(first, 1);
+        EXPECT_EQ(registrar.findFunction(second), notFound);
+        const IMathFunction* const otherFunction = defineFunction(second, 1);
+        EXPECT_EQ(overload(first, 1), function);
+        EXPECT_EQ(overload(second, 1), otherFunction);
     }
+}
+
+TEST_F(Lookup, TellsConstantsOfOneHashApart)
+{
+    registrar.defineConstant(L"arjtra", VALTYPE{});
+    EXPECT_EQ(registrar.findConstant(L"ahikxw"), notFound);
+    registrar.defineConstant(L"ahikxw", VALTYPE{});
+    EXPECT_EQ(registrar.findConstant(L"arjtra"), 0u);
+    EXPECT_EQ(registrar.findConstant(L"ahikxw"), 1u);
 }
 
 TEST_F(Lookup, FindsEachOfManyVariables)

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <functional>
+#include <limits>
 #include <set>
 
 namespace {
@@ -22,6 +23,20 @@ struct Definition
     const IMathFunction& item;
     std::function<double(double)> formula;
 };
+
+TEST(CoreMath, TruncatesWhatFitsAndTakesTheRestForTheSmallestInteger)
+{
+    constexpr std::int32_t smallest = std::numeric_limits<std::int32_t>::min();
+    EXPECT_EQ(coremath::truncate(2147483647.9), 2147483647);
+    EXPECT_EQ(coremath::truncate(2147483648.0), smallest);
+    EXPECT_EQ(coremath::truncate(2147483648.5), smallest);
+    EXPECT_EQ(coremath::truncate(2147483649.0), smallest);
+    EXPECT_EQ(coremath::truncate(-2147483647.9), -2147483647);
+    EXPECT_EQ(coremath::truncate(-2147483648.9), smallest);
+    EXPECT_EQ(coremath::truncate(-2147483650.0), smallest);
+    EXPECT_EQ(coremath::truncate(notANumber), smallest);
+    EXPECT_EQ(coremath::truncate(-2.7), -2);
+}
 
 TEST(CoreMath, FunctionsOfOneNumberFollowTheirFormula)
 {

@@ -63,6 +63,21 @@ TEST(LineIntersection, SteepAndFlatLinesTradePlaces)
     EXPECT_TRUE(meetsAt(intersect(upward, {point(-1, 6, 100), point(1, 6, 200)}), Intersection::OnSecond, 0, 6, 150));
 }
 
+// Where a segment is as high as it is wide, z goes by x. By y it would round otherwise here.
+TEST(LineIntersection, ZOfADiagonalGoesByX)
+{
+    const Line diagonal{point(30.5, -9.4, 0), point(7.4, -32.5, 7)};
+    const Outcome outcome = intersect(diagonal, {point(-73.937, -16.637, 0), point(24.263, -14.637, 0)});
+    const double width = diagonal.to.x - diagonal.from.x;
+    const double height = diagonal.to.y - diagonal.from.y;
+    ASSERT_EQ(width, height);
+    const double byX = 7 * ((outcome.meeting.x - diagonal.from.x) / width);
+    const double byY = 7 * ((outcome.meeting.y - diagonal.from.y) / height);
+    ASSERT_NE(byX, byY);
+    EXPECT_EQ(outcome.code, Intersection::OnFirst);
+    EXPECT_EQ(outcome.meeting.z, byX);
+}
+
 TEST(LineIntersection, OfLinesInGeneralPosition)
 {
     const Line first{point(1, 2, 3), point(5, 10, 7)};
