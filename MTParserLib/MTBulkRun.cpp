@@ -70,7 +70,7 @@ public:
             {
                 return tally;
             }
-            const std::size_t end = std::min(first + portionRows, nbRows);
+            const std::size_t end = first + std::min(portionRows, nbRows - first);
             for (std::size_t row = first; row < end; row += MTBulkWorker::blockRows)
             {
                 evaluateBlock(worker, row, std::min(MTBulkWorker::blockRows, end - row), tally);

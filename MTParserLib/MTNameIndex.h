@@ -69,12 +69,12 @@ public:
         return notFound;
     }
 
-    /// Makes room for so many entries that inserting the last of them cannot fail.
-    /// @param nbEntries  at most one more than there was room for
-    void reserve(std::size_t nbEntries)
+    /// Makes room for one more, so that inserting it cannot fail.
+    /// @param nbEntries  how many there are at most
+    void reserveOneMore(std::size_t nbEntries)
     {
         // At most half full, so that a search ends after a step or two.
-        if (2 * nbEntries <= slots.size())
+        if (2 * (nbEntries + 1) <= slots.size())
         {
             return;
         }
@@ -89,7 +89,7 @@ public:
         }
     }
 
-    /// Adds an entry for which there is room.
+    /// Adds an entry after reserveOneMore.
     void insert(std::uint32_t hash, std::size_t index) noexcept
     {
         place(Slot{hash, static_cast<std::uint32_t>(index)});

@@ -44,8 +44,8 @@ public:
     /// How far the arena is used.
     struct Mark
     {
-        std::size_t chunk = 0;
-        std::size_t used = 0;
+        std::size_t chunk;
+        std::size_t used;
     };
 
     /// A contiguous array of all-zero slots; null for none.
@@ -79,7 +79,7 @@ private:
     VALTYPE* allocateElsewhere(std::size_t count);
 
     std::vector<Chunk> chunks;
-    Mark top;
+    Mark top{};
 };
 
 /// The steps of one expression and the slots that their results go to.

@@ -277,7 +277,7 @@ void MTParserRegistrar::defineFunction(IMathFunction* item, bool owned, const MT
     Definitions& own = ownDefinitions();
     const std::size_t index = own.functions.size();
     reserveOneMore(own.functions);
-    own.functionIndex.reserve(index + 1);
+    own.functionIndex.reserveOneMore(index);
     std::size_t last = findFunction(definition.symbol);
     if (last == notFound)
     {
@@ -329,7 +329,7 @@ void MTParserRegistrar::defineConstant(std::wstring_view name, const VALTYPE& va
     Definitions& own = ownDefinitions();
     Definitions::Constant constant{std::wstring(name), value};
     reserveOneMore(own.constants);
-    own.constantIndex.reserve(own.constants.size() + 1);
+    own.constantIndex.reserveOneMore(own.constants.size());
     own.constantIndex.insert(MTNameIndex::hash(name), own.constants.size());
     own.everyNameIsPlain = own.everyNameIsPlain && platform::isPlainName(name);
     own.constants.push_back(std::move(constant));
@@ -373,7 +373,7 @@ void MTParserRegistrar::defineVariable(IMathVariable* item, bool inPlace)
         MTVariableDefinition definition{item->getSymbol(), std::move(handle), inPlace ? item->getValuePtr() : nullptr};
         checkVariable(definition.name);
         reserveOneMore(variables);
-        variableIndex.reserve(variables.size() + 1);
+        variableIndex.reserveOneMore(variables.size());
         variableIndex.insert(MTNameIndex::hash(definition.name), variables.size());
         hasHostVariables = hasHostVariables || !inPlace;
         variables.push_back(std::move(definition));
@@ -487,7 +487,7 @@ const MTFunctionDefinition& MTParserRegistrar::getFunctionDefinition(std::size_t
 
 bool MTParserRegistrar::callsHost() const noexcept
 {
-    return definitions->hasHostItems || hasHostVariables || (variableFactory != nullptr && !factoryMakesInPlace);
+    return definitions->hasHostItems || hasHostVariables || !factoryMakesInPlace;
 }
 
 const MTPlainCharacters& MTParserRegistrar::getPlainCharacters() const noexcept
@@ -639,7 +639,7 @@ bool MTParserRegistrar::isNumber(std::wstring_view name) const noexcept
 std::size_t MTParserRegistrar::findSyntaxCharacter(std::wstring_view name) const noexcept
 {
     const auto [decimalPoint, separator, opening, closing] = definitions->syntax;
-    const std::array<wchar_t, 4> all{decimalPoint, separator, opening, closing};
+    const std::array all{decimalPoint, separator, opening, closing};
     return name.find_first_of(all.data(), 0, all.size());
 }
 

@@ -201,6 +201,6 @@ private:
     std::vector<MTVariableDefinition> variables;
     MTNameIndex variableIndex;
     IMathVariableFactory* variableFactory = nullptr;
-    bool factoryMakesInPlace = false;
-    bool hasHostVariables = false;  // or has had some
+    bool factoryMakesInPlace = true;  // also where there is none
+    bool hasHostVariables = false;    // or has had some
 };

@@ -103,7 +103,7 @@ std::size_t findColumnTwice(const BulkColumn* columns, std::size_t nbColumns)
         {
             return index;
         }
-        names.reserve(index + 1);
+        names.reserveOneMore(index);
         names.insert(hash, index);
     }
     return nbColumns;

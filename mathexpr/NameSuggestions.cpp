@@ -31,8 +31,7 @@ NameSuggestions::NameSuggestions(std::wstring_view misspelt)
 
 void NameSuggestions::offer(std::wstring_view name)
 {
-    const std::size_t difference =
-        name.size() > wanted.size() ? name.size() - wanted.size() : wanted.size() - name.size();
+    const std::size_t difference = std::max(name.size(), wanted.size()) - std::min(name.size(), wanted.size());
     if (difference > forgiven)
     {
         return;
@@ -83,7 +82,7 @@ std::size_t NameSuggestions::distanceTo(std::wstring_view name)
     }
     for (std::size_t row = 1; row <= wanted.size(); ++row)
     {
-        const std::size_t first = row > forgiven ? row - forgiven : 0;
+        const std::size_t first = row - std::min(row, forgiven);
         const std::size_t last = std::min(row + forgiven, other.size());
         if (first > 0)
         {

@@ -271,6 +271,48 @@ TEST_F(Lookup, FindsEachOfManyVariables)
     EXPECT_EQ(registrar.findVariable(L"v1000"), nullptr);
 }
 
+// What the compiler passes over without a look-up.
+TEST_F(Lookup, KnowsTheCharactersThatCanOnlyBePartOfANameOrNumber)
+{
+    defineOperator(L"<=");
+    const MTPlainCharacters& characters = registrar.getPlainCharacters();
+    for (const wchar_t plain : {L'a', L'Z', L'0', L'_', L'.', L'>', L'\x7f', L'\x80', L'\u03c0'})
+    {
+        EXPECT_TRUE(characters.contains(plain)) << static_cast<int>(plain);
+    }
+    for (const wchar_t special : {L'(', L')', L'=', L',', L'<'})
+    {
+        EXPECT_FALSE(characters.contains(special)) << static_cast<int>(special);
+    }
+    defineOperator(L"\u2264");
+    EXPECT_FALSE(registrar.getPlainCharacters().contains(L'\u2264'));
+    EXPECT_TRUE(registrar.getPlainCharacters().contains(L'>'));
+}
+
+TEST_F(Lookup, KnowsWhetherAProgramMayCallTheHost)
+{
+    EXPECT_FALSE(registrar.callsHost());
+    TestFactory factory;
+    registrar.setVariableFactory(&factory);
+    EXPECT_TRUE(registrar.callsHost());
+    registrar.setVariableFactory(&factory, true);
+    EXPECT_FALSE(registrar.callsHost());
+    registrar.defineVariable(new TestVariable(L"x"), true);
+    EXPECT_FALSE(registrar.callsHost());
+    registrar.defineVariable(new TestVariable(L"y"));
+    EXPECT_TRUE(registrar.callsHost());
+}
+
+TEST_F(Lookup, KnowsThatItemsOfTheHostMayBeCalled)
+{
+    defineFunction(L"f", 1);
+    EXPECT_TRUE(registrar.callsHost());
+    MTParserRegistrar other;
+    other.setSyntax({L'.', L',', L'[', L']'});
+    other.defineOperator(new TestOperator(L"+"), true);
+    EXPECT_TRUE(other.callsHost());
+}
+
 TEST_F(Lookup, ReadsDigitsWithAtMostOneDecimalPointAsANumber)
 {
     for (const wchar_t* const text : {L"0", L"12", L"1.5", L".5", L"5.", L"."})
