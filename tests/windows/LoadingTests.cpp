@@ -4,9 +4,12 @@
 
 #include "tests/windows/BoxWatch.h"
 #include "tests/windows/LoadedLibrary.h"
+#include "tests/windows/ReplacedImport.h"
 
 #include "mathexpr/SMTParsingExcepData.h"
 
+#include <atomic>
+#include <cstdlib>
 #include <cstring>
 #include <thread>
 
@@ -70,6 +73,35 @@ TEST(Loading, SucceedsWithTheResourceLibraryBesideIt)
     EXPECT_EQ(result.x, 4);
     EXPECT_EQ(result.y, 6);
     EXPECT_EQ(watch.count(), 0);
+}
+
+// The vocabulary is made by the first call. It is so slow here that the second one comes meanwhile.
+TEST(Loading, MakesTheVocabularyOnceForTwoThreads)
+{
+    LibraryCopy copy;
+    copy.addResources(L"MathExprRes.dll");
+    const LoadedLibrary library(copy.path());
+    ASSERT_TRUE(library);
+    static std::atomic<int> nbAllocations;
+    nbAllocations = 0;
+    const ReplacedImport slow(
+        L"mathexpr.dll", "malloc", +[](std::size_t size) {
+            if (++nbAllocations <= 50)
+            {
+                Sleep(5);
+            }
+            return std::malloc(size);
+        });
+    bool done[2] = {};
+    VALTYPE results[2];
+    std::thread other([&] { done[1] = library.calculate(L"1+1", results[1]); });
+    done[0] = library.calculate(L"2*3", results[0]);
+    other.join();
+    EXPECT_TRUE(done[0]);
+    EXPECT_TRUE(done[1]);
+    EXPECT_EQ(results[0].x, 6.0);
+    EXPECT_EQ(results[1].x, 2.0);
+    EXPECT_LT(nbAllocations, 900) << "the vocabulary has been made twice";
 }
 
 TEST(Loading, ShowsNothingForAStringThatIsMissing)

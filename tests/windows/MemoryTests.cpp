@@ -10,13 +10,15 @@
 #include "mathexpr/MessageDisplay.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Variables.h"
+#include "tests/windows/ReplacedImport.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <memory>
 #include <new>
-#include <stdexcept>
+#include <thread>
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -24,8 +26,8 @@
 namespace {
 
 constexpr int unlimited = -1;
-int allowed = unlimited;
-int nbRefused = 0;
+std::atomic<int> allowed = unlimited;
+std::atomic<int> nbRefused = 0;
 
 void* limitedMalloc(std::size_t size)
 {
@@ -38,59 +40,17 @@ void* limitedMalloc(std::size_t size)
     return std::malloc(size);
 }
 
-/// The entry of a module's table of imports that holds the address of a function; null when it has none.
-void** importedFunction(HMODULE module, const char* name)
+void* limitedCalloc(std::size_t count, std::size_t size)
 {
-    auto* const base = reinterpret_cast<unsigned char*>(module);
-    const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
-    const auto* const headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
-    const IMAGE_DATA_DIRECTORY& imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    for (auto* library = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + imports.VirtualAddress);
-         library->Name != 0; ++library)
-    {
-        const auto* names = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + library->OriginalFirstThunk);
-        auto* entries = reinterpret_cast<IMAGE_THUNK_DATA*>(base + library->FirstThunk);
-        for (; names->u1.AddressOfData != 0; ++names, ++entries)
-        {
-            const auto* byName = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
-            if (!IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal) &&
-                std::strcmp(reinterpret_cast<const char*>(byName->Name), name) == 0)
-            {
-                return reinterpret_cast<void**>(&entries->u1.Function);
-            }
-        }
-    }
-    return nullptr;
+    void* const memory = limitedMalloc(count * size);
+    return memory == nullptr ? nullptr : std::memset(memory, 0, count * size);
 }
 
 /// While one lives, the DLL's memory can be limited.
-class LimitedMemory
+struct LimitedMemory
 {
-public:
-    LimitedMemory() : entry(importedFunction(GetModuleHandleW(L"mathexpr.dll"), "malloc"))
-    {
-        if (entry == nullptr)
-        {
-            throw std::runtime_error("the library does not import malloc");
-        }
-        original = *entry;
-        write(reinterpret_cast<void*>(&limitedMalloc));
-    }
-    LimitedMemory(const LimitedMemory&) = delete;
-    LimitedMemory& operator=(const LimitedMemory&) = delete;
-    ~LimitedMemory() { write(original); }
-
-private:
-    void write(void* function)
-    {
-        DWORD protection = 0;
-        VirtualProtect(entry, sizeof(*entry), PAGE_READWRITE, &protection);
-        *entry = function;
-        VirtualProtect(entry, sizeof(*entry), protection, &protection);
-    }
-
-    void** entry;
-    void* original = nullptr;
+    ReplacedImport malloc{L"mathexpr.dll", "malloc", &limitedMalloc};
+    ReplacedImport calloc{L"mathexpr.dll", "calloc", &limitedCalloc};
 };
 
 class Memory : public testing::Test
@@ -220,6 +180,68 @@ TEST_F(Memory, RunsOutInBulkEvaluation)
         BulkOutcome outcome;
         evaluateBulk(subject.expression, &column, 1, 3, results, 2, outcome);
     });
+}
+
+// What is kept of a thread's exceptions is made when the thread meets its first.
+TEST_F(Memory, RunsOutForAThreadsFirstException)
+{
+    const LimitedMemory limited;
+    nbRefused = 0;
+    bool caught = false;
+    std::thread([&] {
+        allowed = 0;
+        try
+        {
+            const CMathExpr calculator;
+        }
+        catch (const std::bad_alloc&)
+        {
+            caught = true;
+        }
+        allowed = unlimited;
+    }).join();
+    EXPECT_TRUE(caught);
+    EXPECT_GE(nbRefused, 2);
+}
+
+/// Holds so many exceptions at once, each of which left the library when there was no memory. There is some again soon
+/// after the last one was asked for.
+int nbHeld(int depth)
+{
+    std::thread relief;
+    if (depth == 1)
+    {
+        relief = std::thread([] {
+            Sleep(100);
+            allowed = unlimited;
+        });
+    }
+    int held = 0;
+    try
+    {
+        allowed = 0;
+        const CMathExpr calculator;
+    }
+    catch (const std::bad_alloc&)
+    {
+        held = 1 + (depth > 1 ? nbHeld(depth - 1) : 0);
+    }
+    if (relief.joinable())
+    {
+        relief.join();
+    }
+    return held;
+}
+
+// Memory for 16 exceptions is kept ready. The seventeenth waits.
+TEST_F(Memory, RunsOutForMoreExceptionsThanAreKeptReady)
+{
+    const LimitedMemory limited;
+    EXPECT_EQ(nbHeld(16 + 1), 16 + 1);
+    allowed = unlimited;
+    EXPECT_EQ(std::uncaught_exceptions(), 0);
+    EXPECT_EQ(nbHeld(16 + 1), 16 + 1);  // all have been given back
+    allowed = unlimited;
 }
 
 }
