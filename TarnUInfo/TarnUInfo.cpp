@@ -141,7 +141,6 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID processEnd
     {
         DisableThreadLibraryCalls(module);
     }
-    // not covered: threads are not told of
     else if (reason == DLL_PROCESS_DETACH && processEnds == nullptr)
     {
         while (libraries != nullptr)

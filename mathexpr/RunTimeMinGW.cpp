@@ -33,6 +33,7 @@ public:
     ExceptionStates() noexcept : index(FlsAlloc([](void* state) { std::free(state); })) {}
     ExceptionStates(const ExceptionStates&) = delete;
     ExceptionStates& operator=(const ExceptionStates&) = delete;
+    // not covered: counts are written before
     ~ExceptionStates() { FlsFree(index); }
 
     abi::__cxa_eh_globals* ofThisThread() const noexcept
@@ -41,6 +42,7 @@ public:
         if (state == nullptr)
         {
             state = std::calloc(1, sizeof(ExceptionState));
+            // not covered: a slot that is there takes a value
             if (state == nullptr || !FlsSetValue(index, state))
             {
                 // The run-time library would end the process here. With one record for all threads that have no memory
@@ -66,6 +68,7 @@ public:
     InitialisationLock() noexcept { InitializeCriticalSection(&section); }
     InitialisationLock(const InitialisationLock&) = delete;
     InitialisationLock& operator=(const InitialisationLock&) = delete;
+    // not covered: counts are written before
     ~InitialisationLock() { DeleteCriticalSection(&section); }
 
     void acquire() noexcept { EnterCriticalSection(&section); }
@@ -116,6 +119,7 @@ public:
     {
         for (Block& block : blocks)
         {
+            // not covered: no exception of the library's is larger
             if (size <= sizeof(block.bytes) && !block.taken.test_and_set(std::memory_order_acquire))
             {
                 return block.bytes;
@@ -182,13 +186,16 @@ extern "C" void abi::__cxa_free_exception(void* object) noexcept
     release(static_cast<unsigned char*>(object) - sizeof(ExceptionHeader));
 }
 
-// A record that refers to an exception elsewhere is no larger than the header of one.
+// A record that refers to an exception elsewhere is no larger than the header of one. Nothing in the library makes one,
+// but without these two the run-time library's own would come along with what the two above take the place of.
 
+// not covered: as just said
 extern "C" abi::__cxa_dependent_exception* abi::__cxa_allocate_dependent_exception() noexcept
 {
     return static_cast<__cxa_dependent_exception*>(zeroedMemory(sizeof(ExceptionHeader)));
 }
 
+// not covered: as just said
 extern "C" void abi::__cxa_free_dependent_exception(__cxa_dependent_exception* exception) noexcept
 {
     release(exception);

@@ -38,5 +38,9 @@ std::wstring loadMessage(std::uint32_t id)
     // With a size of 0, LoadString answers where the string stands in the resource, without a terminating zero.
     const wchar_t* text = nullptr;
     const int length = LoadStringW(resourceLibrary, id, reinterpret_cast<wchar_t*>(&text), 0);
-    return length > 0 ? std::wstring(text, static_cast<std::size_t>(length)) : std::wstring();
+    if (length <= 0)
+    {
+        return {};
+    }
+    return std::wstring(text, static_cast<std::size_t>(length));
 }
