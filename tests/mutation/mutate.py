@@ -7,7 +7,8 @@ Of all places where one of RULES applies, a seed chooses COUNT (560 unless given
 working tree in FOLDER; what depends on it is built again, and the tests run until one fails, crashes, or exceeds its time
 or its memory. A change that does not compile is no mutant. FOLDER/results.txt tells what became of each; --resume goes on
 with those that it does not name yet, and --again tries its survivors once more. survivors.txt beside this script holds those
-that are accepted, each with the reason; they are not tried again. Fails when less than 95 % of the mutants are noticed, and when one survives that is not listed.
+that are accepted, each with the reason; --again does not try them. Fails when less than 95 % of the mutants are noticed,
+and when one survives that is not listed.
 """
 
 import argparse
@@ -309,9 +310,12 @@ def main():
     folder = options.folder.resolve()
     folder.mkdir(parents=True, exist_ok=True)
     results = folder / "results.txt"
-    mutants = [mutant for mutant in all_mutants() if mutant.path.startswith(options.only)]
-    choice = chosen(mutants, options.count, options.seed)
+    mutants = list(all_mutants())
     accepted = accepted_survivors()
+    for key in accepted.keys() - {mutant.key() for mutant in mutants}:
+        raise SystemExit("mutate: survivors.txt holds a change that cannot be made any more:\n{}\n- {}\n+ {}".format(*key))
+    mutants = [mutant for mutant in mutants if mutant.path.startswith(options.only)]
+    choice = chosen(mutants, options.count, options.seed)
     known = earlier_fates(results) if options.resume or options.again else {}
     fates = {mutant: known[mutant.key()] for mutant in choice if mutant.key() in known}
     if options.again:
