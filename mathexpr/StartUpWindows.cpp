@@ -42,5 +42,5 @@ std::wstring loadMessage(std::uint32_t id)
     {
         return {};
     }
-    return std::wstring(text, static_cast<std::size_t>(length));
+    return {text, static_cast<std::size_t>(length)};
 }
