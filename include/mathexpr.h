@@ -97,6 +97,7 @@ enum
     MATHEXPR_BAD_OPTION = 10,    ///< A member or argument is none of what its declaration names.
     MATHEXPR_NOT_FOUND = 11,     ///< No such variable, or no such index.
     MATHEXPR_BULK_REFUSED = 12,  ///< The arrays; the outcome tells why.
+    MATHEXPR_BUFFER_TOO_SMALL = 13,
 
     // What the expression is. The diagnostic tells more (mathexpr_get_diagnostic_utf8), but of MATHEXPR_NO_PROGRAM.
     MATHEXPR_PARSING_ERROR = 20,     ///< The text does not compile, or a point stands where a number is needed.
@@ -163,6 +164,30 @@ typedef struct mathexpr_value
     double y;
     double z;
 } mathexpr_value;
+
+/// As the number of digits: as few as read back to the same bits.
+#define MATHEXPR_EXACT_DIGITS 0
+
+/// The capacity of a buffer that holds the text of any value, with its zero.
+#define MATHEXPR_VALUE_TEXT_CAPACITY 1024
+
+/// Writes a value as text that an expression reads back: plain decimals from 1e-6 up to 1e15, whole numbers up to 2^53 in
+/// all their digits (above 2147483647 with ".0", since an integer literal may not be greater), beyond that "1.5e+20" and
+/// "1.5*10^-7", and a point as "[x,y,z]". Not a number is "nan", the infinities are "inf" and "-inf", which no expression
+/// reads. Nothing is allocated.
+/// @param value     the flag does not show
+/// @param digits    how many significant digits, 1 to 17, or MATHEXPR_EXACT_DIGITS. A whole number up to 2^53 keeps all of
+///                  its own, and so does a number whose text would otherwise be read as 0 or as infinity.
+/// @param text      receives the text and a terminating zero; NULL with capacity 0 asks for the length
+/// @param capacity  of text, in units
+/// @param length    receives the length of the text, also with MATHEXPR_BUFFER_TOO_SMALL; may be NULL
+/// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT (value, or text with a capacity), MATHEXPR_BAD_VALUE, MATHEXPR_BAD_OPTION
+///         (digits), MATHEXPR_BUFFER_TOO_SMALL
+MATHEXPR_C_API mathexpr_status mathexpr_format_value_utf8(const mathexpr_value* value, uint32_t digits, char* text,
+                                                          size_t capacity, size_t* length) MATHEXPR_NOEXCEPT;
+MATHEXPR_C_API mathexpr_status mathexpr_format_value_utf16(const mathexpr_value* value, uint32_t digits,
+                                                           mathexpr_char16* text, size_t capacity,
+                                                           size_t* length) MATHEXPR_NOEXCEPT;
 
 // ----- expression ------------------------------------------------------------
 

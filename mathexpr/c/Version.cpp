@@ -31,6 +31,8 @@ const char* mathexpr_status_text(mathexpr_status status) noexcept
         return "there is no such variable or index";
     case MATHEXPR_BULK_REFUSED:
         return "the arrays cannot be used";
+    case MATHEXPR_BUFFER_TOO_SMALL:
+        return "the buffer is too small for the text";
     case MATHEXPR_PARSING_ERROR:
         return "the text does not compile, or a point stands where a number is needed";
     case MATHEXPR_DEFINITION_ERROR:

@@ -20,7 +20,7 @@ from ._errors import (
 from ._expression import Expression, Limits, evaluate, evaluate_arrays
 from ._library import LIBRARY as _LIBRARY
 from ._session import Resolver
-from ._values import Point, Value
+from ._values import Point, Value, format_value
 from ._variables import Variables
 from ._vocabulary import VocabularyItem, vocabulary
 
@@ -47,5 +47,6 @@ __all__ = [
     "VocabularyItem",
     "evaluate",
     "evaluate_arrays",
+    "format_value",
     "vocabulary",
 ]

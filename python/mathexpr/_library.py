@@ -27,6 +27,8 @@ from pathlib import Path
 
 ABI_VERSION = 1
 ANY_NB_ARGS = 0xFFFFFFFF
+EXACT_DIGITS = 0
+VALUE_TEXT_CAPACITY = 1024
 
 # mathexpr_status
 OK = 0
@@ -216,6 +218,7 @@ _TEXT = (c_char_p, c_size_t)
 
 # The functions that answer a status, with what they take.
 _FUNCTIONS = {
+    "format_value_utf8": (POINTER(Record), c_uint32, c_char_p, c_size_t, POINTER(c_size_t)),
     "create_utf8": (POINTER(Options), POINTER(c_void_p)),
     "destroy": (c_void_p,),
     "set_expression_utf8": (c_void_p, *_TEXT),

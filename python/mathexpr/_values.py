@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import ctypes
 from numbers import Real
 from typing import NamedTuple
 
@@ -13,11 +14,17 @@ class Point(NamedTuple):
 
     >>> Point(1, 2)
     Point(x=1, y=2, z=0.0)
+    >>> print(Point(1, 2))
+    [1,2,0]
     """
 
     x: float
     y: float = 0.0
     z: float = 0.0
+
+    def __str__(self) -> str:
+        """The point as an expression has it; see `format_value`."""
+        return format_value(self)
 
 
 Value = float | Point
@@ -44,3 +51,24 @@ def from_record(record: _library.Record) -> Value:
         return Point(record.x, record.y, record.z)
     number: float = record.x
     return number
+
+
+def format_value(value: Value, digits: int | None = None) -> str:
+    """A value as text that an expression reads back.
+
+    >>> format_value(1e5), format_value(1.5e-7), format_value(3e9), format_value(Point(1, 0.1))
+    ('100000', '1.5*10^-7', '3000000000.0', '[1,0.1,0]')
+    >>> format_value(0.1 + 0.2), format_value(0.1 + 0.2, 15)
+    ('0.30000000000000004', '0.3')
+
+    :param digits: how many significant digits, 1 to 17; without it, as few as read back to the same value
+    :raises ValueError: for any other number of digits
+    """
+    if digits is not None and not 1 <= digits <= 17:
+        raise ValueError(f"a value is written with 1 to 17 digits, not {digits}")
+    record = to_record(value)
+    text = ctypes.create_string_buffer(_library.VALUE_TEXT_CAPACITY)
+    _library.LIBRARY.mathexpr_format_value_utf8(
+        ctypes.byref(record), _library.EXACT_DIGITS if digits is None else digits, text, len(text), None
+    )
+    return text.value.decode("ascii")

@@ -25,6 +25,23 @@ def test_a_value_goes_through_bit_for_bit(value):
     assert repr(mathexpr.evaluate("x", {"x": value})) == repr(as_answered)
 
 
+@pytest.mark.parametrize("value", [0.1 + 0.2, -0.0, 1e5, 3e9, 1.5e300, -5e-324, Point(1 / 3, -1e-7, 1e15)])
+def test_the_text_of_a_value_is_an_expression(value):
+    assert repr(mathexpr.evaluate(mathexpr.format_value(value))) == repr(value)
+    assert str(Point(value) if isinstance(value, float) else value).startswith("[")
+
+
+def test_the_text_of_what_no_expression_can_write():
+    assert [mathexpr.format_value(number) for number in (math.nan, math.inf, -math.inf)] == ["nan", "inf", "-inf"]
+
+
+def test_digits_of_a_text():
+    assert mathexpr.format_value(Point(1 / 3, 2 / 3), 3) == "[0.333,0.667,0]"
+    for digits in (0, 18, -1):
+        with pytest.raises(ValueError, match="1 to 17 digits"):
+            mathexpr.format_value(1.0, digits)
+
+
 def test_not_a_number_goes_through():
     assert math.isnan(mathexpr.evaluate("x", {"x": math.nan}))
     assert math.isnan(mathexpr.evaluate("x", {"x": Point(0, 0, math.nan)}).z)

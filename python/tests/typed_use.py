@@ -10,6 +10,7 @@ from numpy.typing import NDArray
 
 def values() -> None:
     assert_type(mathexpr.evaluate("1"), float | Point)
+    assert_type(mathexpr.format_value(Point(1), 15), str)
     with mathexpr.Expression("r", {"r": 1}, resolver=lambda name: Point(1) if name == "p" else None) as expression:
         assert_type(expression.evaluate(), float | Point)
         assert_type(expression.variables["r"], float | Point)

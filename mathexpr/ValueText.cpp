@@ -1,0 +1,299 @@
+// ValueText.cpp - see ValueText.h.
+//
+// A mantissa and a power of ten are multiplied by the language when the text is read, so that the shortest digits of a
+// number need not read back to it. The exact text is therefore found with the language's own arithmetic: for a power
+// of ten near the number's own, of the mantissas whose product is the number the one with the shortest text.
+#include "mathexpr/ValueText.h"
+
+#include "MTParserLib/vocabulary/Operators.h"
+#include "platform/FloatingPointGuard.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace mathexpr {
+
+namespace {
+
+/// Up to here every whole number is a double, and above it none is written in all its digits.
+constexpr double maxWholeNumber = 9007199254740992.0;  // 2^53
+
+/// The greatest integer literal that every expression accepts.
+constexpr std::string_view maxIntegerLiteral = "2147483647";
+
+/// The powers of ten of the first digits of plain decimals.
+constexpr int minPlainExponent = -6;
+constexpr int maxPlainExponent = 14;
+
+/// The text of one number while it grows.
+class NumberText
+{
+public:
+    std::string_view view() const noexcept { return {text.data(), length}; }
+
+    void append(std::string_view more) noexcept
+    {
+        more.copy(text.data() + length, more.size());
+        length += more.size();
+    }
+    void appendZeros(std::size_t count) noexcept
+    {
+        std::fill_n(text.data() + length, count, '0');
+        length += count;
+    }
+
+    /// Appends a whole number so that it is no integer literal where it would be too large for one.
+    void appendWhole(std::string_view digits) noexcept
+    {
+        append(digits);
+        if (digits.size() > maxIntegerLiteral.size() ||
+            (digits.size() == maxIntegerLiteral.size() && digits > maxIntegerLiteral))
+        {
+            append(".0");
+        }
+    }
+
+    /// @param number  finite and not negative
+    void appendPlain(double number) noexcept
+    {
+        std::array<char, ValueText::maxNumberLength> plain;
+        const std::string_view digits(
+            plain.data(),
+            static_cast<std::size_t>(
+                std::to_chars(plain.data(), plain.data() + plain.size(), number, std::chars_format::fixed).ptr -
+                plain.data()));
+        if (digits.find('.') == std::string_view::npos)
+        {
+            appendWhole(digits);
+        }
+        else
+        {
+            append(digits);
+        }
+    }
+
+    void appendPower(int exponent) noexcept
+    {
+        append(exponent >= 0 ? "e+" : "*10^");
+        length = static_cast<std::size_t>(std::to_chars(text.data() + length, text.data() + text.size(), exponent).ptr -
+                                          text.data());
+    }
+
+private:
+    std::array<char, ValueText::maxNumberLength> text;
+    std::size_t length = 0;
+};
+
+/// The decimal digits of a number, and the power of ten of the first one.
+struct Decimal
+{
+    /// @param number  finite and greater than 0
+    Decimal(double number, std::uint32_t nbDigits) noexcept
+    {
+        std::array<char, 32> scientific;  // d.ddde+dd
+        char* const begin = scientific.data();
+        char* const end = begin + scientific.size();
+        const char* const last =
+            nbDigits == ValueText::exactDigits
+                ? std::to_chars(begin, end, number, std::chars_format::scientific).ptr
+                : std::to_chars(begin, end, number, std::chars_format::scientific, static_cast<int>(nbDigits) - 1).ptr;
+        const char* const mark = std::find(begin, end, 'e');
+        std::from_chars(mark[1] == '+' ? mark + 2 : mark + 1, last, exponent);
+        for (const char* at = begin; at != mark; ++at)
+        {
+            if (*at != '.')
+            {
+                digits[count++] = *at;
+            }
+        }
+        while (count > 1 && digits[count - 1] == '0')
+        {
+            --count;
+        }
+    }
+
+    std::string_view first(std::size_t size) const noexcept { return {digits.data(), size}; }
+    std::string_view after(std::size_t size) const noexcept { return {digits.data() + size, count - size}; }
+
+    std::array<char, ValueText::maxDigits> digits;
+    std::size_t count = 0;
+    int exponent = 0;
+};
+
+bool isPlain(const Decimal& decimal) noexcept
+{
+    return decimal.exponent >= minPlainExponent && decimal.exponent <= maxPlainExponent;
+}
+
+bool isFiniteAndNotZero(double number) noexcept
+{
+    return std::isfinite(number) && number != 0.0;
+}
+
+/// As the language computes it.
+double powerOfTen(int exponent) noexcept
+{
+    return ExpOp::compute(10.0, exponent);
+}
+
+/// Finds the shortest mantissa whose product with a power of ten is the number.
+/// @return false, with nothing changed, where there is none
+bool findMantissa(double number, int exponent, NumberText& mantissa) noexcept
+{
+    const double power = powerOfTen(exponent);
+    const double quotient = number / power;
+    if (!isFiniteAndNotZero(quotient))  // the power is 0 or infinite
+    {
+        return false;
+    }
+    bool found = false;
+    for (const double candidate :
+         {quotient, std::nextafter(quotient, 0.0), std::nextafter(quotient, std::numeric_limits<double>::infinity())})
+    {
+        if (MultOp::compute(candidate, power) == number)
+        {
+            NumberText text;
+            text.appendPlain(candidate);
+            if (!found || text.view().size() < mantissa.view().size())
+            {
+                mantissa = text;
+            }
+            found = true;
+        }
+    }
+    return found;
+}
+
+void appendExact(double number, NumberText& text) noexcept
+{
+    const Decimal decimal(number, ValueText::exactDigits);
+    if (!isPlain(decimal))
+    {
+        for (const int shift : {0, -1, 1, -2, 2})
+        {
+            NumberText mantissa;
+            if (findMantissa(number, decimal.exponent + shift, mantissa))
+            {
+                text.append(mantissa.view());
+                text.appendPower(decimal.exponent + shift);
+                return;
+            }
+        }
+    }
+    text.appendPlain(number);
+}
+
+/// Whether the language surely reads a mantissa and a power of ten as what is neither 0 nor infinite.
+bool staysInRange(const Decimal& decimal) noexcept
+{
+    constexpr double margin = 1.0 + 8 * std::numeric_limits<double>::epsilon();
+    std::uint64_t mantissa = 0;
+    for (const char digit : decimal.first(decimal.count))
+    {
+        mantissa = 10 * mantissa + static_cast<std::uint64_t>(digit - '0');
+    }
+    const double significand = static_cast<double>(mantissa) / powerOfTen(static_cast<int>(decimal.count) - 1);
+    return isFiniteAndNotZero(significand * margin * powerOfTen(decimal.exponent));
+}
+
+void appendRounded(double number, std::uint32_t nbDigits, NumberText& text) noexcept
+{
+    const Decimal decimal(number, nbDigits);
+    const bool plain = isPlain(decimal);
+    if (!plain && !staysInRange(decimal))
+    {
+        appendExact(number, text);
+    }
+    else if (!plain)
+    {
+        text.append(decimal.first(1));
+        if (decimal.count > 1)
+        {
+            text.append(".");
+            text.append(decimal.after(1));
+        }
+        text.appendPower(decimal.exponent);
+    }
+    else if (decimal.exponent < 0)
+    {
+        text.append("0.");
+        text.appendZeros(static_cast<std::size_t>(-1 - decimal.exponent));
+        text.append(decimal.first(decimal.count));
+    }
+    else
+    {
+        const std::size_t nbWhole = static_cast<std::size_t>(decimal.exponent) + 1;
+        if (decimal.count > nbWhole)
+        {
+            text.append(decimal.first(nbWhole));
+            text.append(".");
+            text.append(decimal.after(nbWhole));
+        }
+        else
+        {
+            NumberText whole;
+            whole.append(decimal.first(decimal.count));
+            whole.appendZeros(nbWhole - decimal.count);
+            text.appendWhole(whole.view());
+        }
+    }
+}
+
+NumberText textOf(double number, std::uint32_t nbDigits) noexcept
+{
+    NumberText text;
+    if (std::isnan(number))
+    {
+        text.append("nan");  // whatever its sign, which says nothing to a reader
+        return text;
+    }
+    if (std::signbit(number))
+    {
+        text.append("-");
+    }
+    const double magnitude = std::fabs(number);
+    if (std::isinf(magnitude))
+    {
+        text.append("inf");
+    }
+    else if (magnitude <= maxWholeNumber && std::trunc(magnitude) == magnitude)
+    {
+        text.appendPlain(magnitude);
+    }
+    else if (nbDigits == ValueText::exactDigits)
+    {
+        appendExact(magnitude, text);
+    }
+    else
+    {
+        appendRounded(magnitude, nbDigits, text);
+    }
+    return text;
+}
+
+}
+
+ValueText::ValueText(const VALTYPE& value, std::uint32_t digits) noexcept
+{
+    const platform::FloatingPointGuard guard;
+    const auto append = [this](std::string_view more) {
+        more.copy(text.data() + length, more.size());
+        length += more.size();
+    };
+    if (value.type == 0)
+    {
+        append(textOf(value.x, digits).view());
+        return;
+    }
+    append("[");
+    append(textOf(value.x, digits).view());
+    append(",");
+    append(textOf(value.y, digits).view());
+    append(",");
+    append(textOf(value.z, digits).view());
+    append("]");
+}
+
+}
