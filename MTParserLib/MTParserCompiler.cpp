@@ -1,8 +1,8 @@
 // MTParserCompiler.cpp - the pass over the text, the operator stack, and the errors.
 #include "MTParserLib/MTParserCompiler.h"
 
-#include "MTParserLib/MTParserNumber.h"
-#include "MTParserLib/MTParserPreprocessing.h"
+#include "MTParserLib/text/MTParserNumber.h"
+#include "MTParserLib/text/MTParserPreprocessing.h"
 #include "MTParserLib/vocabulary/Refusal.h"
 #include "platform/FloatingPointGuard.h"
 

@@ -21,12 +21,12 @@
 // is set and read on any record, an operator's and a wall's too; only the count is kept for functions alone.
 #pragma once
 
-#include "MTParserLib/MTCompileErrors.h"
-#include "MTParserLib/MTFailure.h"
-#include "MTParserLib/MTLimits.h"
-#include "MTParserLib/MTParserEmitter.h"
-#include "MTParserLib/MTParserProgram.h"
 #include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/compile/MTCompileErrors.h"
+#include "MTParserLib/compile/MTFailure.h"
+#include "MTParserLib/compile/MTParserEmitter.h"
+#include "MTParserLib/program/MTParserProgram.h"
+#include "MTParserLib/text/MTLimits.h"
 #include "mathexpr/IMathExprNameSource.h"
 #include "mathexpr/IMathExprService.h"
 #include "mathexpr/SMTDefExcepData.h"

@@ -2,8 +2,8 @@
 #include "MTParserLib/MTParserDefFuncs.h"
 
 #include "MTParserLib/MTParserRegistrar.h"
-#include "MTParserLib/vocabulary/BuiltInBlocks.h"
-#include "MTParserLib/vocabulary/BuiltInKernels.h"
+#include "MTParserLib/run/BuiltInBlocks.h"
+#include "MTParserLib/run/BuiltInKernels.h"
 #include "MTParserLib/vocabulary/Conversions.h"
 #include "MTParserLib/vocabulary/CoreMath.h"
 #include "MTParserLib/vocabulary/Geometry.h"

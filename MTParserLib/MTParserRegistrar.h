@@ -10,8 +10,8 @@
 // an expression object as cheap to construct as its variables.
 #pragma once
 
-#include "MTParserLib/MTItemKernels.h"
-#include "MTParserLib/MTNameIndex.h"
+#include "MTParserLib/names/MTNameIndex.h"
+#include "MTParserLib/program/MTItemKernels.h"
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/IMathOperator.h"
 #include "mathexpr/IMathVariableFactory.h"

@@ -1,11 +1,11 @@
 // BulkEvaluation.cpp - checks the arrays, finds the variables of the columns, and has the engine do the rest.
 #include "mathexpr/BulkEvaluation.h"
 
-#include "MTParserLib/MTBulkRun.h"
-#include "MTParserLib/MTNameIndex.h"
 #include "MTParserLib/MTParserCompiler.h"
-#include "MTParserLib/MTParserProgram.h"
 #include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/names/MTNameIndex.h"
+#include "MTParserLib/program/MTParserProgram.h"
+#include "MTParserLib/run/MTBulkRun.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
 

@@ -2,8 +2,8 @@
 #include "mathexpr/Diagnostics.h"
 
 #include "MTParserLib/MTParserCompiler.h"
-#include "MTParserLib/MTParserPreprocessing.h"
 #include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/text/MTParserPreprocessing.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
 #include "mathexpr/MessageSource.h"

@@ -2,7 +2,7 @@
 #include "mathexpr/Limits.h"
 
 #include "MTParserLib/MTParserCompiler.h"
-#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/program/MTParserProgram.h"
 #include "mathexpr/EngineAccess.h"
 
 bool setLimits(MathExpression& expression, const ExpressionLimits& limits) noexcept

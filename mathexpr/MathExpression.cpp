@@ -4,10 +4,10 @@
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
-#include "MTParserLib/MTParserEvaluator.h"
-#include "MTParserLib/MTParserProgram.h"
 #include "MTParserLib/MTParserRegistrar.h"
-#include "MTParserLib/MTValueCopy.h"
+#include "MTParserLib/program/MTParserProgram.h"
+#include "MTParserLib/program/MTValueCopy.h"
+#include "MTParserLib/run/MTParserEvaluator.h"
 #include "mathexpr/HostBoundary.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // NameSuggestions.cpp - see NameSuggestions.h.
 #include "mathexpr/NameSuggestions.h"
 
-#include "MTParserLib/MTNameIndex.h"
+#include "MTParserLib/names/MTNameIndex.h"
 
 #include <algorithm>
 #include <utility>

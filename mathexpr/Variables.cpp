@@ -2,8 +2,8 @@
 #include "mathexpr/Variables.h"
 
 #include "MTParserLib/MTParserCompiler.h"
-#include "MTParserLib/MTParserProgram.h"
 #include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/program/MTParserProgram.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
 

@@ -1,6 +1,6 @@
 // Evaluation.cpp - the part of mathexpr.h that compiles and computes.
 #include "MTParserLib/MTParserCompiler.h"
-#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/program/MTParserProgram.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/c/Expression.h"

@@ -3,8 +3,8 @@
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
-#include "MTParserLib/MTParserPreprocessing.h"
 #include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/text/MTParserPreprocessing.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 // result goes to its own value. An argument that is read where a variable keeps its value bears the variable's name.
 #pragma once
 
-#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/program/MTParserProgram.h"
 #include "mathexpr/IMathVariable.h"
 
 #include <string>

@@ -1,10 +1,10 @@
 // ProgramTests.cpp - compiles the expressions of the golden files and compares the programs with what stands there.
-#include "MTParserLib/MTBlockProgram.h"
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
-#include "MTParserLib/MTParserEvaluator.h"
 #include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/run/MTBlockProgram.h"
+#include "MTParserLib/run/MTParserEvaluator.h"
 #include "tests/program/ProgramDump.h"
 #include "tests/unit/EngineItems.h"
 

@@ -2,7 +2,7 @@
 //
 // Each operation is repeated with its first allocation failing, then its second, and so on until none of them fails any
 // more. After each try nothing is left behind, and the same object computes 1+1.
-#include "MTParserLib/MTBulkRun.h"
+#include "MTParserLib/run/MTBulkRun.h"
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"

@@ -7,12 +7,15 @@ import pathlib
 import re
 import sys
 
-# Each floor and the floors that it may include from, beside itself.
+# Each floor and the floors that it may include from, beside itself. Of two floors that hold a file, the inner one counts;
+# whoever may include from the outer one may include from both. A floor may be a single file.
 FLOORS = {
     "include": [],
     "platform": [],
     "MathExprRes": [],
     "TarnUInfo": ["platform"],
+    "MTParserLib/MTMessage.h": [],
+    "MTParserLib/vocabulary": ["include", "platform", "MTParserLib/MTMessage.h"],
     "MTParserLib": ["include", "platform"],
     "mathexpr": ["include", "platform", "MathExprRes", "TarnUInfo", "MTParserLib"],
     "tools": ["include"],
@@ -27,9 +30,9 @@ SYSTEM_SOURCES = ("Windows.cpp", "MinGW.cpp", "Posix.cpp")
 
 # One type passes from the compiler to the evaluator, in a header that knows neither of them.
 FORBIDDEN_INCLUDES = {
-    "MTParserLib/MTParserProgram.h": ["MTParserLib/MTParserCompiler.h", "MTParserLib/MTParserEvaluator.h"],
-    "MTParserLib/MTParserCompiler.h": ["MTParserLib/MTParserEvaluator.h"],
-    "MTParserLib/MTParserEvaluator.h": ["MTParserLib/MTParserCompiler.h"],
+    "MTParserLib/program/MTParserProgram.h": ["MTParserLib/MTParserCompiler.h", "MTParserLib/run/MTParserEvaluator.h"],
+    "MTParserLib/MTParserCompiler.h": ["MTParserLib/run/MTParserEvaluator.h"],
+    "MTParserLib/run/MTParserEvaluator.h": ["MTParserLib/MTParserCompiler.h"],
 }
 
 CPP_SUFFIXES = {".h", ".cpp", ".def"}
@@ -43,12 +46,18 @@ ABORT = re.compile(r"\b(?:abort|exit|_Exit|quick_exit|terminate|assert)\s*\(")
 COMMENT = re.compile(r"//[^\n]*")
 
 
+def is_in(path, folder):
+    """Whether a path is a folder's, or a file itself."""
+    return f"{path}/".startswith(f"{folder}/")
+
+
 def floor_of(path):
     """The floor of a path relative to the root, or None for what is on no floor, such as the tests."""
-    for floor in FLOORS:
-        if path.startswith(floor + "/"):
-            return floor
-    return None
+    return max((floor for floor in FLOORS if is_in(path, floor)), key=len, default=None)
+
+
+def is_library(floor):
+    return any(is_in(floor, outer) for outer in LIBRARY)
 
 
 def resolve(root, including, included):
@@ -61,7 +70,7 @@ def resolve(root, including, included):
 
 def check_includes(root, path, text):
     floor = floor_of(path)
-    standard_only = floor in LIBRARY and floor not in SYSTEM_FLOORS and not path.endswith(SYSTEM_SOURCES)
+    standard_only = is_library(floor) and floor not in SYSTEM_FLOORS and not path.endswith(SYSTEM_SOURCES)
     for quoted, angled in INCLUDE.findall(text):
         target = resolve(root, path, quoted or angled)
         if target is None:
@@ -71,7 +80,7 @@ def check_includes(root, path, text):
                 yield f"{path}: includes <{angled}>, which is not of the standard library"
         elif target in FORBIDDEN_INCLUDES.get(path, []):
             yield f"{path}: must not include {target}"
-        elif floor_of(target) not in [floor, *FLOORS[floor]]:
+        elif not any(is_in(target, below) for below in [floor, *FLOORS[floor]]):
             yield f"{path}: includes {target}, which is not on a floor below"
 
 
@@ -102,7 +111,7 @@ def check(root):
             continue
         text = file.read_text(encoding="utf-8", errors="replace")
         yield from check_includes(root, path, text)
-        if floor in LIBRARY:
+        if is_library(floor):
             yield from check_library(path, text)
 
 

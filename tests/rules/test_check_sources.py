@@ -23,7 +23,11 @@ class CheckSources(unittest.TestCase):
             "mathexpr/c/Values.h": "#include <value.h>\n",
             "platform/Box.h": "#include <unistd.h>\n",
             "MTParserLib/Engine.h": '#include "mathexpr/Value.h"\n#include "platform/Box.h"\n// never abort()\n',
-            "mathexpr/Shell.cpp": '#include "MTParserLib/Engine.h"\nstatic_assert(sizeof(int) == 4);\n',
+            "MTParserLib/MTMessage.h": "",
+            "MTParserLib/vocabulary/Items.h": '#include "mathexpr/Value.h"\n#include "MTParserLib/MTMessage.h"\n',
+            "MTParserLib/run/Run.h": '#include "MTParserLib/Engine.h"\n#include "MTParserLib/vocabulary/Items.h"\n',
+            "mathexpr/Shell.cpp": '#include "MTParserLib/Engine.h"\n#include "MTParserLib/vocabulary/Items.h"\n'
+                                  'static_assert(sizeof(int) == 4);\n',
             "mathexpr/StartUpWindows.cpp": "#include <windows.h>\n",
             "mathexpr/RunTimeMinGW.cpp": "#include <cxxabi.h>\n#include <windows.h>\n",
             "tools/calc/main.cpp": '#include "mathexpr/Value.h"\n#include <unistd.h>\nint n = printf("");\n',
@@ -37,6 +41,8 @@ class CheckSources(unittest.TestCase):
             ("include/value.h", "platform/Box.h"),
             ("platform/Box2.h", "mathexpr/Host.h"),
             ("MTParserLib/Engine.h", "mathexpr/Shell.h"),
+            ("MTParserLib/vocabulary/Items.h", "MTParserLib/Engine2.h"),
+            ("MTParserLib/vocabulary/Items.h", "mathexpr/Shell.h"),
             ("MathExprRes/Texts.h", "MTParserLib/Engine2.h"),
             ("tools/calc/main.cpp", "MTParserLib/Engine2.h"),
             ("examples/host.cpp", "platform/Box.h"),
@@ -48,9 +54,9 @@ class CheckSources(unittest.TestCase):
 
     def test_compiler_and_evaluator_share_the_program_only(self):
         self.assertEqual(
-            self.breaches({"MTParserLib/MTParserProgram.h": '#include "MTParserLib/MTParserCompiler.h"\n',
+            self.breaches({"MTParserLib/program/MTParserProgram.h": '#include "MTParserLib/MTParserCompiler.h"\n',
                            "MTParserLib/MTParserCompiler.h": ""}),
-            ["MTParserLib/MTParserProgram.h: must not include MTParserLib/MTParserCompiler.h"])
+            ["MTParserLib/program/MTParserProgram.h: must not include MTParserLib/MTParserCompiler.h"])
 
     def test_headers_that_are_not_there_or_not_standard(self):
         self.assertEqual(
@@ -60,6 +66,8 @@ class CheckSources(unittest.TestCase):
              "mathexpr/Shell.cpp: includes <gtest/gtest.h>, which is not of the standard library"])
 
     def test_output_and_end_of_the_process(self):
+        for path in ("MTParserLib/Engine.cpp", "MTParserLib/vocabulary/Items.h"):
+            self.assertEqual(len(self.breaches({path: "std::abort();\n"})), 1, path)
         for code in ("std::cerr << 1;", "std::wcout << 1;", 'std::printf("");', 'fprintf(stderr, "");', 'puts("");',
                      "std::abort();", "exit(1);", "assert(true);"):
             found = self.breaches({"MTParserLib/Engine.cpp": code + "\n"})

@@ -1,9 +1,9 @@
 // BulkItemsTests.cpp - bulk evaluation of programs with items and variables of the host's own classes: they see the rows
 // one after the other, on the thread that asked.
-#include "MTParserLib/MTBulkRun.h"
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/run/MTBulkRun.h"
 #include "tests/unit/EngineItems.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // NumberCodeTests.cpp - which items number code fuses.
-#include "MTParserLib/MTNumberCode.h"
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/run/MTNumberCode.h"
 
 #include <gtest/gtest.h>
 

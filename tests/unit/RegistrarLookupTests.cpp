@@ -1,6 +1,6 @@
 // RegistrarLookupTests.cpp - how symbols and names are found.
-#include "MTParserLib/MTNameIndex.h"
 #include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/names/MTNameIndex.h"
 #include "tests/unit/EngineItems.h"
 
 #include <gtest/gtest.h>

@@ -5,9 +5,9 @@
 // next.
 #pragma once
 
-#include "MTParserLib/MTBulkArrays.h"
-#include "MTParserLib/MTBulkWorker.h"
-#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/program/MTParserProgram.h"
+#include "MTParserLib/run/MTBulkArrays.h"
+#include "MTParserLib/run/MTBulkWorker.h"
 
 #include <span>
 #include <vector>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
-#include "MTParserLib/MTSpan.h"
+#include "MTParserLib/text/MTSpan.h"
 #include "mathexpr/ExpressionDiagnostic.h"
 
 #include <cstdint>

@@ -1,9 +1,9 @@
 // MTBulkRun.cpp - rows are shared out in portions; whichever thread is free takes the next one.
-#include "MTParserLib/MTBulkRun.h"
+#include "MTParserLib/run/MTBulkRun.h"
 
-#include "MTParserLib/MTBlockKernels.h"
-#include "MTParserLib/MTBlockProgram.h"
-#include "MTParserLib/MTRowProgram.h"
+#include "MTParserLib/run/MTBlockKernels.h"
+#include "MTParserLib/run/MTBlockProgram.h"
+#include "MTParserLib/run/MTRowProgram.h"
 #include "platform/FloatingPointGuard.h"
 #include "platform/Threads.h"
 

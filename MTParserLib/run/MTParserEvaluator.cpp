@@ -1,6 +1,6 @@
 // MTParserEvaluator.cpp - one pass over the steps; each writes straight into the slot that consumes it. Number code
 // runs in their place where it may.
-#include "MTParserLib/MTParserEvaluator.h"
+#include "MTParserLib/run/MTParserEvaluator.h"
 
 bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failure)
 {

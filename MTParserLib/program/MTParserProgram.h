@@ -10,8 +10,8 @@
 // on the way.
 #pragma once
 
-#include "MTParserLib/MTItemKernels.h"
-#include "MTParserLib/MTNumberCode.h"
+#include "MTParserLib/program/MTItemKernels.h"
+#include "MTParserLib/run/MTNumberCode.h"
 #include "mathexpr/IMathExprItemEvaluator.h"
 
 #include <cstddef>

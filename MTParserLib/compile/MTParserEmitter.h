@@ -6,7 +6,7 @@
 // arguments are all constant, is computed at once and never becomes a step.
 #pragma once
 
-#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/program/MTParserProgram.h"
 
 #include <cstddef>
 #include <cstdint>

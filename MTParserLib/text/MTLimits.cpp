@@ -1,7 +1,7 @@
 // MTLimits.cpp - reads a text as the compiler does, but without resolving a name, and counts.
 //
 // The text is read as typed, with its blanks removed, so that "e+" is the part of a number that a user takes it for.
-#include "MTParserLib/MTLimits.h"
+#include "MTParserLib/text/MTLimits.h"
 
 #include <cstddef>
 #include <string_view>

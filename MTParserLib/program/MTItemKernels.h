@@ -1,7 +1,7 @@
 // MTItemKernels.h - how the evaluator reaches an item that it knows, without a virtual call.
 #pragma once
 
-#include "MTParserLib/MTNumberCode.h"
+#include "MTParserLib/run/MTNumberCode.h"
 #include "mathexpr/IMathExprItemEvaluator.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 // MTParserNumber.cpp - reads short numbers by hand, and the others through the standard library's conversion that knows
 // no locale.
-#include "MTParserLib/MTParserNumber.h"
+#include "MTParserLib/text/MTParserNumber.h"
 
 #include <array>
 #include <charconv>

@@ -1,5 +1,5 @@
 // FusedKernels.cpp - the table of kernels for two items in a row.
-#include "MTParserLib/vocabulary/BuiltInKernels.h"
+#include "MTParserLib/run/BuiltInKernels.h"
 
 #include <utility>
 

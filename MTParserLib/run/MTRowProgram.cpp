@@ -1,5 +1,5 @@
 // MTRowProgram.cpp - copies a program by giving each place that its steps name a place of this object's own.
-#include "MTParserLib/MTRowProgram.h"
+#include "MTParserLib/run/MTRowProgram.h"
 
 #include "mathexpr/SMTParsingExcepData.h"
 

@@ -1,7 +1,7 @@
 // MTParserEmitter.cpp - the stack of operands, and the steps that they become.
-#include "MTParserLib/MTParserEmitter.h"
+#include "MTParserLib/compile/MTParserEmitter.h"
 
-#include "MTParserLib/MTValueCopy.h"
+#include "MTParserLib/program/MTValueCopy.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // MTParserEvaluator.h - runs a compiled program.
 #pragma once
 
-#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/program/MTParserProgram.h"
 
 /// The step that ended a run: which one, and how many arguments it has.
 struct MTRunFailure

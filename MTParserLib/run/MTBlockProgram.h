@@ -9,10 +9,10 @@
 // A step that refuses a row marks it; later steps compute on with what stands there, which reaches nobody.
 #pragma once
 
-#include "MTParserLib/MTBlockKernels.h"
-#include "MTParserLib/MTBulkArrays.h"
-#include "MTParserLib/MTBulkWorker.h"
-#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/program/MTParserProgram.h"
+#include "MTParserLib/run/MTBlockKernels.h"
+#include "MTParserLib/run/MTBulkArrays.h"
+#include "MTParserLib/run/MTBulkWorker.h"
 
 #include <cstdint>
 #include <memory>

@@ -4,7 +4,7 @@
 // to ")" and "e+" to "*10^". All positions that the engine reports in exceptions count in the rewritten text.
 #pragma once
 
-#include "MTParserLib/MTSpan.h"
+#include "MTParserLib/text/MTSpan.h"
 
 #include <string>
 #include <string_view>

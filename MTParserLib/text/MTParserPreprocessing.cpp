@@ -3,7 +3,7 @@
 // One pass gives what removing the blanks and then replacing one shorthand after the other gives, because no
 // replacement ends in "e" or begins with "+", and none contains a bracket or an "e+": inserted text never makes a new
 // shorthand.
-#include "MTParserLib/MTParserPreprocessing.h"
+#include "MTParserLib/text/MTParserPreprocessing.h"
 
 namespace {
 

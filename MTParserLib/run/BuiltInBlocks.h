@@ -2,8 +2,8 @@
 // compute, written so that compilers vectorise those of the simple arithmetic.
 #pragma once
 
-#include "MTParserLib/MTBlockKernels.h"
-#include "MTParserLib/vocabulary/BuiltInKernels.h"
+#include "MTParserLib/run/BuiltInKernels.h"
+#include "MTParserLib/run/MTBlockKernels.h"
 
 #include <array>
 #include <cstdint>

@@ -5,8 +5,8 @@
 // is one statement of each formula.
 #pragma once
 
-#include "MTParserLib/MTItemKernels.h"
-#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/program/MTItemKernels.h"
+#include "MTParserLib/program/MTParserProgram.h"
 #include "MTParserLib/vocabulary/BuiltInItem.h"
 #include "MTParserLib/vocabulary/Operators.h"
 

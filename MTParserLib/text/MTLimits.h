@@ -2,9 +2,9 @@
 // mathexpr/Limits.h.
 #pragma once
 
-#include "MTParserLib/MTCompileErrors.h"
 #include "MTParserLib/MTParserRegistrar.h"
-#include "MTParserLib/MTSpan.h"
+#include "MTParserLib/compile/MTCompileErrors.h"
+#include "MTParserLib/text/MTSpan.h"
 
 #include <cstdint>
 #include <string>

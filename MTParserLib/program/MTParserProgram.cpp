@@ -1,5 +1,5 @@
 // MTParserProgram.cpp - the memory of a program.
-#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/program/MTParserProgram.h"
 
 #include <algorithm>
 

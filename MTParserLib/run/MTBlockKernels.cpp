@@ -1,5 +1,5 @@
 // MTBlockKernels.cpp - the index of the vocabulary by class.
-#include "MTParserLib/MTBlockKernels.h"
+#include "MTParserLib/run/MTBlockKernels.h"
 
 #include "MTParserLib/MTParserDefFuncs.h"
 

@@ -1,7 +1,7 @@
 // MTNumberCode.cpp - builds number code from a program, and runs it.
-#include "MTParserLib/MTNumberCode.h"
+#include "MTParserLib/run/MTNumberCode.h"
 
-#include "MTParserLib/MTParserProgram.h"
+#include "MTParserLib/program/MTParserProgram.h"
 
 #include <algorithm>
 #include <array>

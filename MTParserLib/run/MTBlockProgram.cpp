@@ -1,5 +1,5 @@
 // MTBlockProgram.cpp - builds the block form of a program, and runs it.
-#include "MTParserLib/MTBlockProgram.h"
+#include "MTParserLib/run/MTBlockProgram.h"
 
 #include <algorithm>
 #include <unordered_map>
