@@ -430,6 +430,90 @@ TEST_F(BulkDifferential, RandomNumbersAreDrawnRowByRow)
 {
     Random random(1);
     EXPECT_TRUE(compare(random, L"rand(0,x)+y*rand(y,k)", {}, 20000, false, 4));
+    EXPECT_TRUE(compare(random, L"rand(0,x)/y+sqrt(rand(y,x))", {}, 2000, false, 4));
+}
+
+/// A few numbers of which some are refused by a division, a root or a logarithm.
+std::vector<double> numbersToRefuse(Random& random, std::size_t count)
+{
+    static constexpr std::array<double, 8> numbers = {0.0, 1.0, -3.0, 2.5, 9.0, 0.3048, 30.0, 1e-9};
+    std::vector<double> all(count);
+    for (double& value : all)
+    {
+        value = random.chance(80) ? 1.0 + static_cast<double>(random.below(100)) : random.pick(numbers);
+    }
+    return all;
+}
+
+/// The values of the rows, as bits, and their status. Each NaN is the same.
+struct BulkRows
+{
+    std::vector<std::uint64_t> bits;
+    std::vector<std::uint32_t> status;
+
+    bool operator==(const BulkRows&) const = default;
+};
+
+/// Evaluates into an array that may be a column's.
+BulkRows evaluateInto(std::vector<double>& results, MathExpression& expression, const std::vector<BulkColumn>& columns,
+                      BulkKind kind, std::size_t nbRows)
+{
+    BulkRows rows;
+    rows.status.resize(nbRows, 77);
+    const std::ptrdiff_t width = kind == BulkKind::Point ? 3 : 1;
+    BulkResults target{results.data(), width * static_cast<std::ptrdiff_t>(sizeof(double)), kind};
+    target.status = rows.status.data();
+    BulkOutcome outcome;
+    EXPECT_TRUE(evaluateBulk(expression, columns.data(), columns.size(), nbRows, target, 1, outcome));
+    for (const double value : results)
+    {
+        const double canonical = std::isnan(value) ? std::numeric_limits<double>::quiet_NaN() : value;
+        rows.bits.push_back(std::bit_cast<std::uint64_t>(canonical));
+    }
+    return rows;
+}
+
+TEST_F(BulkDifferential, ResultsOnAColumnAreThoseBesideIt)
+{
+    const std::array<const wchar_t*, 8> texts = {L"sqrt(x)/y+x*3", L"x/y-x",          L"x",     L"ln(x-y)*x+m2f(x)",
+                                                 L"x/y/y+x*x",     L"min(x,y,z,2)/y", L"x/y&x", L"fact(x)+x/y"};
+    const std::array<const wchar_t*, 4> pointTexts = {L"p/y+p*x", L"vec1(p,q)*x/y", L"(p&q/x)-p", L"[x/y,sqrt(x),1]"};
+    Names names;
+    names.values[L"p"].type = names.values[L"q"].type = 1;
+    for (const std::size_t nbRows :
+         {1U, 2U, 7U, 8U, 9U, 15U, 16U, 17U, 31U, 32U, 33U, 63U, 64U, 65U, 129U, 511U, 512U, 513U, 1025U, 8193U})
+    {
+        Random random(nbRows);
+        std::vector<double> x = numbersToRefuse(random, nbRows);
+        std::vector<double> p = numbersToRefuse(random, 3 * nbRows);
+        const std::vector<double> y = numbersToRefuse(random, nbRows);
+        const std::vector<double> z = numbersToRefuse(random, nbRows);
+        const std::vector<double> q = numbersToRefuse(random, 3 * nbRows);
+        constexpr std::ptrdiff_t pointStride = 3 * sizeof(double);
+        const std::vector<BulkColumn> columns = {{L"x", x.data()},
+                                                 {L"y", y.data()},
+                                                 {L"z", z.data()},
+                                                 {L"p", p.data(), pointStride, BulkKind::Point},
+                                                 {L"q", q.data(), pointStride, BulkKind::Point}};
+        const auto compareOn = [&](std::vector<double>& column, const wchar_t* text, BulkKind kind) {
+            MathExpression expression(true, &names);
+            ASSERT_TRUE(expression.setExpression(text));
+            const std::vector<double> before = column;
+            std::vector<double> beside(column.size());
+            const BulkRows expected = evaluateInto(beside, expression, columns, kind, nbRows);
+            EXPECT_EQ(evaluateInto(column, expression, columns, kind, nbRows), expected)
+                << narrow(text) << ", " << nbRows << " rows";
+            column = before;
+        };
+        for (const wchar_t* text : texts)
+        {
+            compareOn(x, text, BulkKind::Number);
+        }
+        for (const wchar_t* text : pointTexts)
+        {
+            compareOn(p, text, BulkKind::Point);
+        }
+    }
 }
 
 }

@@ -3,8 +3,7 @@
 // While everything is a number, number code runs in the program's place. Formulas made of what it knows are evaluated
 // many times over, with refusals (a zero divisor, a root of a negative number) and points thrown in, and compared with
 // the reference evaluator after every step: the value, what a slot kept from an earlier evaluation, and every message.
-#include "tests/reference/EngineSession.h"
-#include "tests/reference/ReferenceEvaluator.h"
+#include "tests/reference/LongRun.h"
 
 #include <gtest/gtest.h>
 
@@ -14,8 +13,6 @@
 #include <string>
 
 namespace {
-
-using reference::Outcome;
 
 const std::array<std::wstring, 4> names = {L"x", L"y", L"z", L"w"};
 
@@ -83,31 +80,16 @@ std::string firstDifference(std::uint64_t seed, const std::wstring& text, std::u
         value.x = static_cast<double>(name.front() - L'v');
         return true;
     };
-    const bool silent = chance.percent(50);
-    reference::EngineSession engine(silent, host);
-    reference::Session session(silent, host);
-    Outcome ofEngine = engine.setExpression(text);
-    Outcome ofReference = session.setExpression(text);
-    std::string history;
-    for (int evaluation = 0; reference::sameOutcome(ofEngine, ofReference) && evaluation < 40; ++evaluation)
+    reference::LongRun run(text, chance.percent(50), host);
+    for (int evaluation = 0; evaluation < 40; ++evaluation)
     {
         if (evaluation > 2 && chance.percent(70))
         {
-            const std::wstring& name = names[chance.below(names.size())];
-            const VALTYPE value = someValue(chance);
-            engine.changeVariable(name, value);
-            session.changeVariable(name, value);
-            history += "\n  " + reference::printable(name) + " = " + reference::describe(value);
+            run.change(names[chance.below(names.size())], someValue(chance));
         }
-        ofEngine = engine.evaluate(VALTYPE{});
-        ofReference = session.evaluate(VALTYPE{});
-        history += "\n  " + reference::describe(ofReference);
+        run.evaluate();
     }
-    if (reference::sameOutcome(ofEngine, ofReference))
-    {
-        return {};
-    }
-    return reference::printable(text) + history + "\nlibrary: " + reference::describe(ofEngine);
+    return run.difference();
 }
 
 TEST(NumberCode, FollowsThePrograms)

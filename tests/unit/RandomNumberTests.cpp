@@ -1,5 +1,6 @@
 // RandomNumberTests.cpp - random numbers come from the process's own generator, which the host may seed when it likes.
 #include "mathexpr/MathExpression.h"
+#include "mathexpr/Variables.h"
 
 #include <gtest/gtest.h>
 
@@ -46,6 +47,32 @@ TEST(RandomNumbers, FollowTheHostsSeed)
     EXPECT_EQ(first[0], first[2]);
     EXPECT_EQ(first[1], first[3]);
     EXPECT_NE(first[0], first[1]);
+}
+
+// Each run draws as often as its items come to be computed, and a run that is refused later has drawn.
+TEST(RandomNumbers, ARefusedRunHasDrawn)
+{
+    constexpr unsigned seed = 5;
+    std::srand(seed);
+    const std::vector<int> numbers = drawn();
+    MathExpression expression(true, nullptr);
+    ExpressionVariables variables(expression);
+    ASSERT_TRUE(expression.setExpression(L"w=1"));
+    VALTYPE value;
+    ASSERT_TRUE(expression.evaluate(value));
+    ASSERT_TRUE(expression.setExpression(L"rand(0,1)/w"));
+    std::srand(seed);
+    for (std::size_t run = 0; run < numbers.size(); ++run)
+    {
+        const bool refused = run % 3 == 2;
+        value.x = refused ? 0.0 : 1.0;
+        ASSERT_TRUE(variables.set(L"w", value));
+        ASSERT_EQ(expression.evaluate(value), !refused);
+        if (!refused)
+        {
+            EXPECT_EQ(value.x, (numbers[run] & 0x7FFF) / 32767.0) << run;
+        }
+    }
 }
 
 }

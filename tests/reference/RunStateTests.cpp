@@ -1,0 +1,255 @@
+// RunStateTests.cpp - what a run leaves behind in the slots, held against the reference.
+//
+// Items write only some fields of their result, and some read what the result held before: a later run sees what an
+// earlier one has left, also one that was refused half way. So one program is evaluated over and over here, with
+// variables whose values change often and whose kinds change now and then, and every outcome is compared.
+#include "ExpressionGenerator.h"
+#include "LongRun.h"
+#include "Settings.h"
+
+#include "mathexpr/IMathFunction.h"
+#include "mathexpr/Vocabulary.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace {
+
+using reference::LongRun;
+using reference::Random;
+
+VALTYPE number(double x)
+{
+    VALTYPE value;
+    value.x = x;
+    return value;
+}
+
+VALTYPE point(double x, double y, double z)
+{
+    return {1, 0, 0, 0, x, y, z};
+}
+
+/// Of each variable of the formulas below, what it begins with.
+bool answerAny(const std::wstring& name, VALTYPE& value)
+{
+    value = name == L"p" ? point(1.0, 2.0, 3.0) : name == L"q" ? point(4.0, 5.0, 6.0) : number(2.0);
+    return true;
+}
+
+/// What a run comes to, in one line each.
+std::vector<std::string> outcomesWithDivisor(const std::wstring& text, const std::vector<double>& divisors)
+{
+    reference::EngineSession session(false, answerAny);
+    EXPECT_TRUE(session.setExpression(text).returned);
+    std::vector<std::string> outcomes;
+    for (const double divisor : divisors)
+    {
+        session.changeVariable(L"w", number(divisor));
+        outcomes.push_back(reference::describe(session.evaluate(VALTYPE{})));
+    }
+    return outcomes;
+}
+
+// The dot product is added onto what its slot holds, also in the run that a later item refuses.
+TEST(RunState, ARefusedRunIsFinal)
+{
+    using Lines = std::vector<std::string>;
+    EXPECT_EQ(outcomesWithDivisor(L"p*q/w", {1.0, 0.0, 1.0}), (Lines{"32", "false, message 10", "96"}));
+    EXPECT_EQ(outcomesWithDivisor(L"p*q/w", {0.0, 0.0, 1.0}), (Lines{"false, message 10", "false, message 10", "96"}));
+    EXPECT_EQ(outcomesWithDivisor(L"p*q/w", {1.0, 1.0, 0.0, 0.0, 2.0}),
+              (Lines{"32", "64", "false, message 10", "false, message 10", "80"}));
+    EXPECT_EQ(outcomesWithDivisor(L"sqrt(w)+p*q", {1.0, 0.0, 1.0}), (Lines{"33", "false, message 12", "65"}));
+}
+
+/// A call or an operation of an item on the first of the names.
+std::wstring textOf(const VocabularyItem& item, std::size_t nbArgs, const std::vector<std::wstring>& names)
+{
+    if (item.kind == VocabularyKind::Operator)
+    {
+        return item.unary ? item.symbol + names[0] : names[0] + item.symbol + names[1];
+    }
+    std::wstring text = item.symbol + std::wstring(L"(") + names[0];
+    for (std::size_t j = 1; j < nbArgs; ++j)
+    {
+        text += L"," + names[j];
+    }
+    return text + L")";
+}
+
+/// Gives each of the variables a value of the kind that its bit tells, different in each round.
+void setKinds(LongRun& run, const std::vector<std::wstring>& names, std::size_t kinds, std::size_t round)
+{
+    for (std::size_t j = 0; j < names.size(); ++j)
+    {
+        const auto x = static_cast<double>(1 + j + 2 * round);
+        run.change(names[j], (kinds >> j & 1U) != 0 ? point(x, 2.5 - x, static_cast<double>(round)) : number(x / 8.0));
+    }
+}
+
+// Each place of each item gets numbers and points in turn, with runs that are refused after the item in between.
+TEST(RunState, EveryItemWithEveryKindInEveryPlace)
+{
+    const std::vector<std::wstring> names = {L"x", L"y", L"z", L"u"};
+    VocabularyItem item;
+    for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
+    {
+        if (item.kind == VocabularyKind::Constant || !item.constant)
+        {
+            continue;
+        }
+        const bool anyNumber = item.nbArgs == NB_ARGS_UNDEFINED;
+        for (std::size_t nbArgs = anyNumber ? 1 : item.nbArgs; nbArgs <= (anyNumber ? names.size() : item.nbArgs);
+             ++nbArgs)
+        {
+            const std::wstring operation = textOf(item, nbArgs, names);
+            const std::vector<std::wstring> used(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(nbArgs));
+            for (std::size_t pair = 0; pair < std::size_t{1} << 2 * nbArgs; ++pair)
+            {
+                LongRun run(pair % 3 == 0 ? operation : L"(" + operation + L")/w", pair % 2 == 0, answerAny);
+                for (const std::size_t round : {0U, 1U, 2U})
+                {
+                    setKinds(run, used, round == 1 ? pair >> nbArgs : pair, round);
+                    for (const double divisor : {1.0, 0.0, 1.0})
+                    {
+                        run.change(L"w", number(divisor));
+                        run.evaluate();
+                    }
+                }
+                ASSERT_EQ(run.difference(), "");
+            }
+        }
+    }
+}
+
+const std::array<std::wstring, 6> variables = {L"x", L"y", L"z", L"w", L"p", L"q"};
+
+std::wstring leaf(Random& random)
+{
+    if (random.chance(70))
+    {
+        return random.pick(variables);
+    }
+    return random.chance(15) ? L"[1,2.5,-3]" : std::to_wstring(random.below(4)) + L".5";
+}
+
+/// A formula of points and numbers, mostly of items that leave something behind.
+std::wstring formula(Random& random, std::size_t depth)
+{
+    static const std::array<std::wstring, 12> binary = {L"+", L"-", L"*", L"/", L"*", L"+",
+                                                        L"*", L"&", L"^", L"%", L">", L"|"};
+    static const std::array<std::wstring, 12> unary = {L"-",   L"-",    L"-",   L"!",   L"sqrt",   L"sin",
+                                                       L"abs", L"fact", L"m2m", L"m2f", L"sf2skm", L"d2d"};
+    static const std::array<std::wstring, 7> ofTwo = {L"min", L"max", L"pow", L"dist", L"nor", L"vec", L"vec1"};
+    static const std::array<std::wstring, 5> ofMore = {L"min", L"sum", L"max", L"avg", L"point"};
+    if (depth == 0 || random.chance(12))
+    {
+        return leaf(random);
+    }
+    const auto operand = [&] { return formula(random, depth - 1); };
+    const auto operands = [&](std::size_t count) {
+        std::wstring all = operand();
+        for (std::size_t j = 1; j < count; ++j)
+        {
+            all += L"," + operand();
+        }
+        return all;
+    };
+    const std::size_t kind = random.below(100);
+    if (kind < 50)
+    {
+        return L"(" + operand() + random.pick(binary) + operand() + L")";
+    }
+    if (kind < 70)
+    {
+        return L"(" + random.pick(unary) + L"(" + operand() + L"))";
+    }
+    if (kind < 84)
+    {
+        return random.pick(ofTwo) + L"(" + operands(2) + L")";
+    }
+    if (kind < 92)
+    {
+        return L"[" + operands(3) + L"]";
+    }
+    return kind < 97 ? random.pick(ofMore) + L"(" + operands(3 + random.below(2)) + L")" : L"ill(" + operands(4) + L")";
+}
+
+double someNumber(Random& random)
+{
+    static constexpr std::array<double, 9> numbers = {0.0, 0.0, 1.0, 2.5, -3.0, 4.0, 9.0, 0.3048, 30.0};
+    return random.pick(numbers);
+}
+
+/// Of the two values of a type or a flag.
+std::uint8_t otherOf(std::uint8_t value)
+{
+    return value == 0 ? 1 : 0;
+}
+
+// Kinds and flags change so seldom that most runs of a program meet the kinds of the run before.
+TEST(RunState, OfRandomPrograms)
+{
+    const std::uint64_t first = reference::firstSeed();
+    const std::uint64_t count = reference::fromEnvironment("MATHEXPR_DIFFERENTIAL_COUNT", 6000);
+    for (std::uint64_t seed = first; seed < first + count; ++seed)
+    {
+        Random random(seed);
+        LongRun run(formula(random, 1 + seed % 4), random.chance(50), answerAny);
+        std::array<VALTYPE, variables.size()> values;
+        for (std::size_t j = 0; j < variables.size(); ++j)
+        {
+            answerAny(variables[j], values[j]);
+        }
+        for (int evaluation = 0; evaluation < 24; ++evaluation)
+        {
+            for (std::size_t j = 0; j < variables.size(); ++j)
+            {
+                if (random.chance(35))
+                {
+                    VALTYPE& value = values[j];
+                    value.type = random.chance(7) ? otherOf(value.type) : value.type;
+                    value.flag = random.chance(4) ? otherOf(value.flag) : value.flag;
+                    value.x = someNumber(random);
+                    value.y = someNumber(random);
+                    value.z = someNumber(random);
+                    run.change(variables[j], value);
+                }
+            }
+            run.evaluate();
+        }
+        ASSERT_EQ(run.difference(), "") << "seed " << seed;
+    }
+}
+
+// Two sets of kinds in turn, so that nothing that was settled for one may serve the other.
+TEST(RunState, OfKindsThatAlternate)
+{
+    const std::uint64_t first = reference::firstSeed();
+    const std::uint64_t count = reference::fromEnvironment("MATHEXPR_DIFFERENTIAL_COUNT", 4000) / 4;
+    for (std::uint64_t seed = first; seed < first + count; ++seed)
+    {
+        Random random(seed);
+        LongRun run(formula(random, 1 + seed % 3), random.chance(50), answerAny);
+        const std::array<std::size_t, 2> kinds = {random.below(64), random.below(64)};
+        const std::size_t period = 1 + random.below(4);
+        for (std::size_t evaluation = 0; evaluation < 24; ++evaluation)
+        {
+            const std::size_t set = kinds[evaluation / period % 2];
+            for (std::size_t j = 0; j < variables.size(); ++j)
+            {
+                VALTYPE value = point(someNumber(random), someNumber(random), someNumber(random));
+                value.type = (set >> j & 1U) != 0 ? 1 : 0;
+                run.change(variables[j], value);
+            }
+            run.evaluate();
+        }
+        ASSERT_EQ(run.difference(), "") << "seed " << seed;
+    }
+}
+
+}
