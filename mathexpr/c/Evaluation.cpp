@@ -1,9 +1,9 @@
 // Evaluation.cpp - the part of mathexpr.h that compiles and computes.
+#include "mathexpr/c/Evaluation.h"
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/program/MTParserProgram.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
-#include "mathexpr/c/Expression.h"
 #include "mathexpr/c/Values.h"
 
 namespace {
@@ -63,8 +63,7 @@ mathexpr_status setExpression(mathexpr_expression& expression, const typename En
     }
     std::wstring wide;
     const mathexpr_status status = takeText<Encoding>(text, length, wide);
-    return status != MATHEXPR_OK ? status
-                                 : attempt(expression, [&] { return expression.plain->setExpression(wide.c_str()); });
+    return status != MATHEXPR_OK ? status : compileText(expression, wide);
 }
 
 template <class Encoding>
@@ -102,6 +101,11 @@ mathexpr_status calculate(mathexpr_expression* handle, const typename Encoding::
     });
 }
 
+}
+
+mathexpr_status compileText(mathexpr_expression& expression, const std::wstring& text)
+{
+    return attempt(expression, [&] { return expression.plain->setExpression(text.c_str()); });
 }
 
 mathexpr_status mathexpr_set_expression_utf8(mathexpr_expression* handle, const char* text, size_t length) noexcept

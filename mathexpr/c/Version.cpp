@@ -41,6 +41,8 @@ const char* mathexpr_status_text(mathexpr_status status) noexcept
         return "an item refused its arguments, or an integer is too large";
     case MATHEXPR_NO_PROGRAM:
         return "there is nothing to evaluate";
+    case MATHEXPR_OTHER_KIND:
+        return "the value is a point where a number is needed, or a number where a point is";
     case MATHEXPR_HOST_CALLBACK_THREW:
         return "a callback of the host ended by an exception";
     case MATHEXPR_HOST_CALLBACK_REFUSED:

@@ -201,6 +201,43 @@ TEST(Memory, RunsOutWhileVariablesAreUsed)
     });
 }
 
+TEST(Memory, RunsOutWhileAFunctionIsMadeOrCopied)
+{
+    runOutOfMemory(MATHEXPR_EXPRESSION, longText, [](mathexpr_expression* expression) {
+        const char* const argument = "a_name_that_is_too_long_to_be_held_in_place";
+        mathexpr_function* function = nullptr;
+        mathexpr_function* copy = nullptr;
+        mathexpr_status status = mathexpr_create_function_utf8(expression, longText, zt, &argument, 1, &function);
+        if (status == MATHEXPR_OK)
+        {
+            status = mathexpr_copy_function(function, &copy);
+        }
+        EXPECT_EQ(mathexpr_destroy_function(copy), MATHEXPR_OK);
+        EXPECT_EQ(mathexpr_destroy_function(function), MATHEXPR_OK);
+        return status;
+    });
+}
+
+TEST(Memory, IsNotNeededToCallAFunction)
+{
+    mathexpr_expression* expression = nullptr;
+    ASSERT_EQ(mathexpr_create_utf8(nullptr, &expression), MATHEXPR_OK);
+    const mathexpr_value zero{};
+    ASSERT_EQ(mathexpr_set_variable_utf8(expression, "x", zt, &zero, nullptr), MATHEXPR_OK);
+    const char* const argument = "x";
+    mathexpr_function* function = nullptr;
+    ASSERT_EQ(mathexpr_create_function_utf8(expression, "dist([x,0],[0,3])", zt, &argument, 1, &function), MATHEXPR_OK);
+    const double four = 4;
+    double result = 0;
+    nbLeft = 0;
+    const mathexpr_status status = mathexpr_call_function(function, &four, &result);
+    nbLeft = unlimited;
+    EXPECT_EQ(status, MATHEXPR_OK);
+    EXPECT_EQ(result, 5);
+    EXPECT_EQ(mathexpr_destroy_function(function), MATHEXPR_OK);
+    EXPECT_EQ(mathexpr_destroy(expression), MATHEXPR_OK);
+}
+
 TEST(Memory, RunsOutDuringBulkEvaluation)
 {
     runOutOfMemory(MATHEXPR_EXPRESSION, "width*2", [](mathexpr_expression* expression) {

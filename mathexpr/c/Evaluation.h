@@ -1,0 +1,9 @@
+// Evaluation.h - compiles a text for an expression of the C interface.
+#pragma once
+
+#include "mathexpr/c/Expression.h"
+
+/// @param expression  no calculator
+/// @return as mathexpr_set_expression_utf8
+/// @throws std::bad_alloc, HostCallbackFailure
+mathexpr_status compileText(mathexpr_expression& expression, const std::wstring& text);

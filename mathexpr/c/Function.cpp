@@ -1,0 +1,235 @@
+// Function.cpp - the part of mathexpr.h about functions: a program whose arguments are given by position.
+//
+// A function and its copies share an expression object of their own, which is never changed after it has compiled the
+// text; each runs it with slots and arguments of its own.
+#include "MTParserLib/names/MTNameIndex.h"
+#include "MTParserLib/run/MTRowProgram.h"
+#include "mathexpr/Variables.h"
+#include "mathexpr/c/Evaluation.h"
+#include "platform/FloatingPointGuard.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// What copies share.
+struct FunctionSource
+{
+    MathExpression expression{true, nullptr};
+    std::vector<const VALTYPE*> arguments;  // the variables, by position
+};
+
+bool hasNameTwice(const std::vector<std::wstring>& names)
+{
+    for (auto name = names.begin(); name != names.end(); ++name)
+    {
+        if (std::any_of(names.begin(), name, [&](const std::wstring& other) { return sameIgnoringCase(other, *name); }))
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Compiles a text that an expression has compiled, with the values that its variables have there.
+std::shared_ptr<const FunctionSource> makeSource(MathExpression& expression, const std::wstring& text,
+                                                 const std::vector<std::wstring>& arguments)
+{
+    const ExpressionVariables variables(expression);
+    auto source = std::make_shared<FunctionSource>();
+    ExpressionVariables own(source->expression);
+    for (const std::wstring& name : variables.usedNames())
+    {
+        VALTYPE value;
+        variables.get(name.c_str(), value);
+        own.set(name.c_str(), value);
+    }
+    for (const std::wstring& name : arguments)
+    {
+        own.set(name.c_str(), VALTYPE());
+        source->arguments.push_back(own.address(name.c_str()));
+    }
+    source->expression.setExpression(text.c_str());
+    return source;
+}
+
+}
+
+struct mathexpr_function
+{
+    explicit mathexpr_function(std::shared_ptr<const FunctionSource> sharedSource)
+        : source(std::move(sharedSource)), arguments(source->arguments.size()),
+          program(EngineAccess::programOf(source->expression), columns(),
+                  BulkResults{&result, 0, BulkKind::Number, 0, nullptr})
+    {}
+
+    mathexpr_status call(const double* given, double& answer)
+    {
+        const platform::FloatingPointGuard guard;
+        std::copy_n(given, arguments.size(), arguments.begin());
+        std::uint32_t status = RowStatus::Done;
+        if (!program.evaluate(0, 1, &status))
+        {
+            return status == RowStatus::OtherKind ? MATHEXPR_OTHER_KIND : MATHEXPR_REFUSED;
+        }
+        answer = result;
+        return MATHEXPR_OK;
+    }
+
+#if defined(MATHEXPR_CHECK_HANDLES)
+    // NOLINTNEXTLINE(cert-dcl54-cpp): the memory comes from the global operator new, which is where it goes back in the end
+    static void operator delete(void* memory) noexcept
+    {
+        HandleRegistry::retire(memory);
+    }
+#endif
+
+    const std::shared_ptr<const FunctionSource> source;
+
+private:
+    /// Each argument as a column of one row.
+    std::vector<MTBoundColumn> columns() const
+    {
+        std::vector<MTBoundColumn> bound;
+        for (std::size_t index = 0; index < arguments.size(); ++index)
+        {
+            bound.push_back({source->arguments[index], {L"", &arguments[index], 0, BulkKind::Number, 0}});
+        }
+        return bound;
+    }
+
+    std::vector<double> arguments;
+    double result = 0.0;
+    MTRowProgram program;
+};
+
+namespace {
+
+void handOver(std::unique_ptr<mathexpr_function> function, mathexpr_function** handle)
+{
+    HandleRegistry::add(function.get());
+    *handle = function.release();
+}
+
+template <class Encoding>
+mathexpr_status takeNames(const typename Encoding::Unit* const* given, std::size_t count,
+                          std::vector<std::wstring>& names)
+{
+    names.resize(count);
+    for (std::size_t index = 0; index < count; ++index)
+    {
+        const mathexpr_status status = takeText<Encoding>(given[index], MATHEXPR_ZERO_TERMINATED, names[index]);
+        if (status != MATHEXPR_OK)
+        {
+            return status;
+        }
+    }
+    return hasNameTwice(names) ? MATHEXPR_BAD_OPTION : MATHEXPR_OK;
+}
+
+bool areVariables(MathExpression& expression, const std::vector<std::wstring>& names)
+{
+    const ExpressionVariables variables(expression);
+    VALTYPE value;
+    return std::all_of(names.begin(), names.end(),
+                       [&](const std::wstring& name) { return variables.get(name.c_str(), value); });
+}
+
+template <class Encoding>
+mathexpr_status create(mathexpr_expression* handle, const typename Encoding::Unit* text, std::size_t length,
+                       const typename Encoding::Unit* const* arguments, std::size_t count,
+                       mathexpr_function** function) noexcept
+{
+    return changeExpression(handle, [=](mathexpr_expression& expression) -> mathexpr_status {
+        if (function == nullptr || (arguments == nullptr && count != 0))
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        if (expression.isCalculator())
+        {
+            return MATHEXPR_WRONG_KIND;
+        }
+        std::wstring wide;
+        std::vector<std::wstring> names;
+        mathexpr_status status = takeText<Encoding>(text, length, wide);
+        if (status == MATHEXPR_OK)
+        {
+            status = takeNames<Encoding>(arguments, count, names);
+        }
+        if (status == MATHEXPR_OK)
+        {
+            status = areVariables(expression.object(), names) ? compileText(expression, wide) : MATHEXPR_NOT_FOUND;
+        }
+        if (status == MATHEXPR_OK)
+        {
+            expression.plain->dropAssignment();
+            handOver(std::make_unique<mathexpr_function>(makeSource(*expression.plain, wide, names)), function);
+        }
+        return status;
+    });
+}
+
+/// Calls work with a function.
+template <class Work>
+mathexpr_status withFunction(const mathexpr_function* handle, Work work) noexcept
+{
+    if (handle == nullptr)
+    {
+        return MATHEXPR_NULL_ARGUMENT;
+    }
+    if (!HandleRegistry::isLive(handle))
+    {
+        return MATHEXPR_STALE_HANDLE;
+    }
+    return atBoundary(work);
+}
+
+}
+
+mathexpr_status mathexpr_create_function_utf8(mathexpr_expression* expression, const char* text, size_t length,
+                                              const char* const* arguments, size_t nb_arguments,
+                                              mathexpr_function** function) noexcept
+{
+    return create<Utf8>(expression, text, length, arguments, nb_arguments, function);
+}
+
+mathexpr_status mathexpr_create_function_utf16(mathexpr_expression* expression, const mathexpr_char16* text,
+                                               size_t length, const mathexpr_char16* const* arguments,
+                                               size_t nb_arguments, mathexpr_function** function) noexcept
+{
+    return create<Utf16>(expression, text, length, arguments, nb_arguments, function);
+}
+
+mathexpr_status mathexpr_copy_function(const mathexpr_function* function, mathexpr_function** copy) noexcept
+{
+    return withFunction(function, [=] {
+        if (copy == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        handOver(std::make_unique<mathexpr_function>(function->source), copy);
+        return MATHEXPR_OK;
+    });
+}
+
+mathexpr_status mathexpr_destroy_function(mathexpr_function* function) noexcept
+{
+    if (function == nullptr)
+    {
+        return MATHEXPR_OK;
+    }
+    return withFunction(function, [=] {
+        delete function;
+        return MATHEXPR_OK;
+    });
+}
+
+mathexpr_status mathexpr_call_function(mathexpr_function* function, const double* arguments, double* result) noexcept
+{
+    return withFunction(function, [=] {
+        const bool needsArguments = !function->source->arguments.empty();
+        return result == nullptr || (arguments == nullptr && needsArguments) ? MATHEXPR_NULL_ARGUMENT
+                                                                             : function->call(arguments, *result);
+    });
+}
