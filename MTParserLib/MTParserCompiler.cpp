@@ -26,6 +26,13 @@ MTSpan spanOfToken(std::wstring_view token, std::uint32_t position)
     return {position - std::size_t{1}, position - 1 + token.size()};
 }
 
+/// What an exception tells that may be the host's, which can have taken its entries out.
+template <class Data>
+Data newestData(const MTExceptions<Data>& exception)
+{
+    return exception.entries.empty() ? Data() : exception.entries.front().data;
+}
+
 }
 
 MTParserCompiler::MTParserCompiler(MTParserRegistrar& registrar, bool showMessages,
@@ -98,11 +105,12 @@ bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
             raise(__LINE__, position + 1);
         }
 
+        // A bracket is a bracket, also where an operator's symbol begins with it.
+        const bool isStructure = character == L'(' || character == L')' || character == separator;
         std::wstring_view symbol;
-        const bool isOperator = registrar.isOperatorSymbol({all.data() + i, all.size() - i}, symbol);
-        const bool endsToken = isOperator || character == separator || character == L'(' || character == L')';
+        const bool isOperator = !isStructure && registrar.isOperatorSymbol({all.data() + i, all.size() - i}, symbol);
         const std::wstring_view token(all.data() + tokenStart, i - tokenStart);
-        if (!endsToken)
+        if (!isStructure && !isOperator)
         {
             if (character == L'=')
             {
@@ -220,37 +228,51 @@ bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t positi
         emitter.emitConstant(registrar.getConstantValue(constant), position);
         return true;
     }
+    MTVariableDefinition* variable = nullptr;
     try
     {
-        MTVariableDefinition* variable = resolveVariable(token, hash);
-        if (variable == nullptr)
-        {
-            return fail(CompileError::unknownName, __LINE__, position, spanOfToken(token, position), token);
-        }
-        if (variable->lastUse != compilation)
-        {
-            usedVariables.push_back(variable->item.get());
-            if (variable->valueInPlace != nullptr)
-            {
-                program.numbers.addVariable(*variable->valueInPlace);
-            }
-            variable->lastUse = compilation;
-        }
-        emitter.emitVariable(*variable->item, variable->valueInPlace, position);
-        return true;
+        variable = resolveVariable(token, hash);
     }
     catch (DefinitionException& exception)
     {
-        noteDefinition(exception.entries.front().data, Expected::KnownName, spanOfToken(token, position));
-        if (showMessages)
-        {
-            showMessage(Message::InvalidExpression);
-            return false;
-        }
-        const SMTDefExcepData data = exception.entries.front().data;
-        exception.addEntry(__LINE__, 0, sourceFile, data);
-        throw;
+        const SMTDefExcepData data = newestData(exception);
+        noteDefinition(data, Expected::KnownName, spanOfToken(token, position));
+        return passOn(exception, __LINE__, data);
     }
+    catch (ParsingException& exception)  // the host's own
+    {
+        const SMTParsingExcepData data = newestData(exception);
+        noteParsing(data, Expected::KnownName, spanOfToken(token, position), data.nbArgs);
+        return passOn(exception, __LINE__, data);
+    }
+    if (variable == nullptr)
+    {
+        return fail(CompileError::unknownName, __LINE__, position, spanOfToken(token, position), token);
+    }
+    if (variable->lastUse != compilation)
+    {
+        usedVariables.push_back(variable->item.get());
+        if (variable->valueInPlace != nullptr)
+        {
+            program.numbers.addVariable(*variable->valueInPlace);
+        }
+        variable->lastUse = compilation;
+    }
+    emitter.emitVariable(*variable->item, variable->valueInPlace, position);
+    return true;
+}
+
+/// Called by the handler of an exception that was raised while a name was resolved.
+template <class Data>
+bool MTParserCompiler::passOn(MTExceptions<Data>& exception, std::uint32_t line, const Data& data) const
+{
+    if (showMessages)
+    {
+        showMessage(Message::InvalidExpression);
+        return false;
+    }
+    exception.addEntry(line, 0, sourceFile, data);
+    throw;
 }
 
 /// The host's own floating-point control words are in force while it answers.
@@ -526,8 +548,9 @@ MTSpan MTParserCompiler::spanOfStep(std::uint32_t position, std::uint32_t nbArgs
 {
     const std::wstring_view all = text;
     std::wstring_view symbol;
-    // No operator's symbol begins in the name of a function or right after it. A step without arguments is a variable.
-    if (nbArgs != 0 && registrar.isOperatorSymbol(all.substr(position), symbol))
+    // No operator's symbol begins in the name of a function, and no operator is read where its bracket opens. A step
+    // without arguments is a variable.
+    if (nbArgs != 0 && all[position] != L'(' && registrar.isOperatorSymbol(all.substr(position), symbol))
     {
         return {position, position + symbol.size()};
     }
@@ -598,6 +621,14 @@ void MTParserCompiler::noteDefinition(const SMTDefExcepData& data, std::uint32_t
     failure.conflictItemName = data.conflictItemName;
 }
 
+void MTParserCompiler::noteParsing(const SMTParsingExcepData& data, std::uint32_t expected, MTSpan span,
+                                   std::uint32_t nbArgs)
+{
+    note(Message::InvalidExpression, expected, span, data.itemName, nbArgs);
+    failure.kind = ExpressionDiagnostic::Kind::Parsing;
+    failure.code = data.exID;
+}
+
 void MTParserCompiler::noteRefusedItem(MTSpan span, std::uint32_t nbArgs)
 {
     const Message::Id reason = takeRefusal();
@@ -607,10 +638,7 @@ void MTParserCompiler::noteRefusedItem(MTSpan span, std::uint32_t nbArgs)
 void MTParserCompiler::noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const ParsingException& exception)
 {
     const SMTParsingExcepData& data = exception.entries.front().data;
-    const std::uint32_t expected = data.exID == ParsingError::ArgumentKind ? Expected::Number : 0U;
-    note(Message::InvalidExpression, expected, span, data.itemName, nbArgs);
-    failure.kind = ExpressionDiagnostic::Kind::Parsing;
-    failure.code = data.exID;
+    noteParsing(data, data.exID == ParsingError::ArgumentKind ? Expected::Number : 0U, span, nbArgs);
 }
 
 bool MTParserCompiler::fail(const MTCompileError& error, std::uint32_t line, std::uint32_t position, MTSpan span,

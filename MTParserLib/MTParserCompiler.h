@@ -64,7 +64,8 @@ public:
     /// @param text          as the user typed it; null is an empty text
     /// @param assignTarget  receives the name that the text assigns to, also where the text fails after that
     /// @return true with a complete program; false after a message, or where an item refused its constant arguments
-    /// @throws ParsingException, DefinitionException, std::bad_alloc, and what the host's service throws
+    /// @throws ParsingException, DefinitionException, std::bad_alloc, and what the host's service throws: one of the
+    ///         first two as if the library had raised it
     bool compile(const wchar_t* text, std::wstring& assignTarget);
 
     /// The program, at one address for the life of the compiler.
@@ -154,6 +155,7 @@ private:
               std::uint32_t nbArgs);
     void noteError(const MTCompileError& error, MTSpan span, std::wstring_view itemName, std::uint32_t nbArgs);
     void noteDefinition(const SMTDefExcepData& data, std::uint32_t expected, MTSpan span);
+    void noteParsing(const SMTParsingExcepData& data, std::uint32_t expected, MTSpan span, std::uint32_t nbArgs);
     void noteRefusedItem(MTSpan span, std::uint32_t nbArgs);
     void noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const ParsingException& exception);
 
@@ -163,6 +165,9 @@ private:
     /// Shows the message of the failure noted and answers false, or raises its exception.
     [[nodiscard]] bool report(std::uint32_t line, std::uint32_t position) const;
     [[noreturn]] void raise(std::uint32_t line, std::uint32_t position) const;
+    /// Shows the general message and answers false, or throws the exception on with an entry of its own.
+    template <class Data>
+    bool passOn(MTExceptions<Data>& exception, std::uint32_t line, const Data& data) const;
 
     MTParserRegistrar& registrar;
     const bool showMessages;

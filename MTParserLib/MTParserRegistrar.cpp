@@ -370,8 +370,13 @@ void MTParserRegistrar::defineVariable(IMathVariable* item, bool inPlace)
     std::unique_ptr<IMathVariable> handle(item);
     try
     {
-        MTVariableDefinition definition{item->getSymbol(), std::move(handle), inPlace ? item->getValuePtr() : nullptr};
+        const VALTYPE* const value = item->getValuePtr();
+        MTVariableDefinition definition{item->getSymbol(), std::move(handle), inPlace ? value : nullptr};
         checkVariable(definition.name);
+        if (value == nullptr)
+        {
+            raise(DefinitionError::VariableNameEmpty, definition.name, {});
+        }
         reserveOneMore(variables);
         variableIndex.reserveOneMore(variables.size());
         variableIndex.insert(MTNameIndex::hash(definition.name), variables.size());

@@ -124,9 +124,10 @@ public:
     void defineFunction(IMathFunction* item, bool owned, const MTItemKernels& kernels = virtualKernels);
     /// Codes 17 to 22.
     void defineConstant(std::wstring_view name, const VALTYPE& value);
-    /// Takes the variable, and deletes it when it is refused. Codes 11 to 15.
+    /// Takes the variable, and deletes it when it is refused. Codes 11 to 15; code 12 also where it has no value slot.
     void defineVariable(IMathVariable* item, bool inPlace = false);
-    /// Defines a variable that the factory makes. Codes 11 to 15; code 12 also where the factory makes none.
+    /// Defines a variable that the factory makes. Codes 11 to 15; code 12 also where the factory makes none, or one
+    /// without a value slot.
     void defineVariable(std::wstring_view name);
     /// Deletes a variable; a program that uses it must not be evaluated any more. False when there is none.
     bool removeVariable(std::wstring_view name);

@@ -220,8 +220,9 @@ enum
 };
 
 // The callbacks. Each is handed the context of the expression's options. It returns, or ends by a C++ exception,
-// which the library catches: the call that waited answers MATHEXPR_HOST_CALLBACK_THREW, and the expression is as
-// usable as after any failure. It may not leave by longjmp nor end its thread.
+// which the library catches, whatever its type (also that of the library's own C++ classes, MTExceptions): the call
+// that waited answers MATHEXPR_HOST_CALLBACK_THREW, there is no diagnostic, and the expression is as usable as after
+// any failure. It may not leave by longjmp nor end its thread.
 
 /// Asked while a text is compiled, for a name that is neither a constant nor a variable of the expression.
 /// @param name    the name exactly as written, zero-terminated, owned by the library, valid during the call only
@@ -610,12 +611,14 @@ typedef struct mathexpr_name_refusal
 
 /// Gives a variable a value, in place where it exists, so that the program computes with it from the next
 /// evaluation on. A new variable may be used by the next text that is compiled. It leaves the diagnostic alone.
+/// Refused are the names that an assignment refuses: a number, a constant, one that holds ".", ",", "[" or "]". Beyond
+/// those, names that no text can assign to: the empty one, and one that holds a blank, "(", ")", "=" or the symbol of an
+/// operator.
 /// @param value    the type is MATHEXPR_NUMBER or MATHEXPR_POINT, the flag 0 or 1
 /// @param refusal  with MATHEXPR_DEFINITION_ERROR its size is read and the rest filled, if it is not NULL
 /// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT, MATHEXPR_STALE_HANDLE, MATHEXPR_BUSY, MATHEXPR_BAD_UTF8 or
 ///         MATHEXPR_BAD_UTF16, MATHEXPR_ZERO_IN_TEXT, MATHEXPR_BAD_VALUE, MATHEXPR_BAD_SIZE (refusal),
-///         MATHEXPR_DEFINITION_ERROR (the name cannot be a variable: it is empty, a number, a constant, or holds a
-///         character that no name can hold), MATHEXPR_OUT_OF_MEMORY
+///         MATHEXPR_DEFINITION_ERROR (the name cannot be a variable; nothing has changed), MATHEXPR_OUT_OF_MEMORY
 MATHEXPR_C_API mathexpr_status mathexpr_set_variable_utf8(mathexpr_expression* expression, const char* name,
                                                           size_t length, const mathexpr_value* value,
                                                           mathexpr_name_refusal* refusal) MATHEXPR_NOEXCEPT;

@@ -9,6 +9,7 @@
 #include "MTParserLib/program/MTValueCopy.h"
 #include "MTParserLib/run/MTParserEvaluator.h"
 #include "mathexpr/HostBoundary.h"
+#include "platform/KeptWhileLoaded.h"
 
 namespace {
 
@@ -21,14 +22,14 @@ constexpr std::uint32_t assignmentLine = 424;
 /// A registrar with syntax, constants, operators and functions, filled once in the life of the process.
 const MTParserRegistrar& vocabularyPrototype()
 {
-    static const std::unique_ptr<const MTParserRegistrar> prototype = [] {
+    static platform::KeptWhileLoaded<std::unique_ptr<const MTParserRegistrar>> prototype([] {
         auto registrar = std::make_unique<MTParserRegistrar>();
         registrar->setSyntax({L'.', L',', L'[', L']'});
         registerConstants(*registrar);
         registerVocabulary(*registrar);
         return registrar;
-    }();
-    return *prototype;
+    }());
+    return **prototype;
 }
 
 /// Defines a variable that holds a value. A refusal is raised anew, as this layer's.

@@ -7,6 +7,8 @@
 // and what belongs to a thread when the thread ends. For the same reason nothing in the library is thread_local (see
 // platform/ThreadSlot.h). The functions are those of the C++ ABI, and the linker prefers them to the library's.
 
+#include "platform/KeptWhileLoaded.h"
+
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
@@ -30,11 +32,13 @@ struct ExceptionState
 class ExceptionStates
 {
 public:
-    ExceptionStates() noexcept : index(FlsAlloc([](void* state) { std::free(state); })) {}
+    ExceptionStates() noexcept
+        : index(FlsAlloc([](void* state) { std::free(state); })),
+          release([](void* states) noexcept { FlsFree(static_cast<const ExceptionStates*>(states)->index); }, this)
+    {}
     ExceptionStates(const ExceptionStates&) = delete;
     ExceptionStates& operator=(const ExceptionStates&) = delete;
-    // not covered: counts are written before
-    ~ExceptionStates() { FlsFree(index); }
+    ~ExceptionStates() = default;
 
     abi::__cxa_eh_globals* ofThisThread() const noexcept
     {
@@ -56,6 +60,7 @@ public:
 
 private:
     const DWORD index;
+    const platform::OnUnload release;
     mutable ExceptionState spare{};
 };
 
@@ -65,17 +70,22 @@ const ExceptionStates exceptionStates;
 class InitialisationLock
 {
 public:
-    InitialisationLock() noexcept { InitializeCriticalSection(&section); }
+    InitialisationLock() noexcept
+        : release([](void* lock) noexcept { DeleteCriticalSection(&static_cast<InitialisationLock*>(lock)->section); },
+                  this)
+    {
+        InitializeCriticalSection(&section);
+    }
     InitialisationLock(const InitialisationLock&) = delete;
     InitialisationLock& operator=(const InitialisationLock&) = delete;
-    // not covered: counts are written before
-    ~InitialisationLock() { DeleteCriticalSection(&section); }
+    ~InitialisationLock() = default;
 
     void acquire() noexcept { EnterCriticalSection(&section); }
     void release() noexcept { LeaveCriticalSection(&section); }
 
 private:
     CRITICAL_SECTION section;
+    const platform::OnUnload release;
 };
 
 InitialisationLock initialisation;

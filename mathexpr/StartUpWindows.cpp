@@ -1,4 +1,5 @@
 // StartUpWindows.cpp - process attach: loads the resource library with the message texts, or refuses to be loaded.
+// Process detach: releases what the library keeps, if the process goes on.
 //
 // Everything here runs on the host's thread, the attach under the loader's lock. The handle is written once, before any
 // other entry point can run, and only read afterwards. It is not released here: what TarnUInfo has loaded it releases
@@ -7,6 +8,7 @@
 #include "mathexpr/MessageSource.h"
 
 #include "TarnUInfo/TarnUInfo.h"
+#include "platform/KeptWhileLoaded.h"
 #include "platform/Platform.h"
 
 #include <windows.h>
@@ -18,7 +20,7 @@ HMODULE resourceLibrary = nullptr;
 }
 
 // Defined under the name that the loader's entry point calls; the signature is the system's.
-extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID)
+extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID processEnds)
 {
     if (reason == DLL_PROCESS_ATTACH)
     {
@@ -29,6 +31,10 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID)
             platform::showMessageBox(L"MathExprRes.dll not found");
             return FALSE;
         }
+    }
+    else if (reason == DLL_PROCESS_DETACH && processEnds == nullptr)
+    {
+        platform::runUnloadActions();
     }
     return TRUE;
 }

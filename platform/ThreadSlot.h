@@ -11,6 +11,8 @@
 
 #if defined(__MINGW32__)
 
+#include "platform/KeptWhileLoaded.h"
+
 #include <cstring>
 
 #include <windows.h>
@@ -25,10 +27,13 @@ class ThreadSlot
     static_assert(std::is_trivially_copyable_v<Value> && sizeof(Value) <= sizeof(void*));
 
 public:
-    ThreadSlot() noexcept : index(TlsAlloc()) {}
+    ThreadSlot() noexcept
+        : index(TlsAlloc()),
+          release([](void* slot) noexcept { TlsFree(static_cast<const ThreadSlot*>(slot)->index); }, this)
+    {}
     ThreadSlot(const ThreadSlot&) = delete;
     ThreadSlot& operator=(const ThreadSlot&) = delete;
-    ~ThreadSlot() { TlsFree(index); }
+    ~ThreadSlot() = default;
 
     Value get() const noexcept
     {
@@ -46,6 +51,7 @@ public:
 
 private:
     const DWORD index;
+    const OnUnload release;
 };
 
 }

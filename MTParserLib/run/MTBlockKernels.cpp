@@ -2,6 +2,7 @@
 #include "MTParserLib/run/MTBlockKernels.h"
 
 #include "MTParserLib/MTParserDefFuncs.h"
+#include "platform/KeptWhileLoaded.h"
 
 #include <typeindex>
 #include <unordered_map>
@@ -12,15 +13,15 @@ using Index = std::unordered_map<std::type_index, const MTBlockKernels*>;
 
 const Index& blockKernelsByClass()
 {
-    static const Index index = [] {
+    static platform::KeptWhileLoaded<Index> index([] {
         Index all;
         for (const VocabularyEntry& entry : getVocabulary())
         {
             all.emplace(*entry.type, entry.blockKernels);
         }
         return all;
-    }();
-    return index;
+    }());
+    return *index;
 }
 
 }

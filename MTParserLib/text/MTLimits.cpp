@@ -32,11 +32,6 @@ public:
             {
                 length = 2;  // goes on with the token
             }
-            else if (registrar.isOperatorSymbol(text.substr(at), symbol))
-            {
-                length = symbol.size();
-                readOperator({at, at + length});
-            }
             else if (character == L'(' || character == L'[')
             {
                 open(at);
@@ -51,6 +46,11 @@ public:
                 endToken(at);
                 endOperand();
                 operandRead = false;
+            }
+            else if (registrar.isOperatorSymbol(text.substr(at), symbol))
+            {
+                length = symbol.size();
+                readOperator({at, at + length});
             }
             else if (character == L'=')
             {

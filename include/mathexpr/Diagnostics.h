@@ -19,7 +19,7 @@
 /// The record is there in both modes, also after an exception, and tells the same as the message box and the exception
 /// do. It is cleared by the next setExpression, and by the next evaluate that runs a program; an evaluate without a
 /// program leaves it, so that it still tells why there is none. What the host's own service or message display throws
-/// leaves no record.
+/// leaves no record, but for the engine's exceptions from a service (IMathExprService.h).
 class MATHEXPR_API ExpressionDiagnostics
 {
 public:

@@ -15,6 +15,10 @@ public:
     /// @param name   the name exactly as written, zero-terminated, valid during the call only
     /// @param value  all zero on entry; to be filled with a number or a point
     /// @return true when the host knows the name: the name is then a variable with that value, and is not asked
-    ///         for again by the same expression object. What it throws passes out of the call that compiles.
+    ///         for again by the same expression object
+    ///
+    /// An exception of the engine's (MTExceptions.h), of either kind, counts as a failure to compile: message 3 is
+    /// shown and setExpression answers false, or, when silent, the exception is passed on with an entry added. The
+    /// diagnostic tells of it. Anything else that is thrown passes out of setExpression unchanged.
     virtual bool lookupValue(const wchar_t* name, VALTYPE& value) const = 0;
 };

@@ -43,7 +43,8 @@ public:
     /// @throws MTExceptions<SMTParsingExcepData>  when silent: every other failure. In both modes: ")" before "("
     ///         (code 0), and a constant point where a function needs a number (code 15)
     /// @throws MTExceptions<SMTDefExcepData>      when silent: a name that the host knows but that cannot be a variable
-    /// @throws std::bad_alloc, and whatever the host's service throws
+    /// @throws std::bad_alloc, and what the host's service throws; but engine exceptions of the service's, of either
+    ///         kind, are treated as the library's own: passed on when silent, else message 3 and false
     bool setExpression(const wchar_t* expression);
 
     /// Runs the program and stores a pending assignment, once.

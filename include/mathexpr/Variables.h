@@ -48,10 +48,14 @@ public:
     /// Gives a variable a value, in place where it exists, so that a compiled program computes with it from the next
     /// evaluation on. A new variable may be used by the next text that is compiled.
     /// @param name  null is an empty name
+    ///
+    /// Refused are the names that an assignment refuses: a number (code 13), a constant (14), one that holds ".", ",",
+    /// "[" or "]" (15). Beyond those, names that no text can assign to: the empty one (12), and one that holds a blank,
+    /// "(", ")", "=" or the symbol of an operator (15). The exception names the given name as itemName, and with code 15
+    /// what in it stands in the way as conflictItemName.
+    ///
     /// @return false, with nothing changed, while a call on the object waits for the host
-    /// @throws DefinitionException  the name cannot be a variable: it is empty, a number, a constant, or holds a
-    ///         character that no name in an expression can hold (code 15, the character as conflictItemName): a blank,
-    ///         a bracket, ".", ",", "=" or an operator
+    /// @throws DefinitionException  the name cannot be a variable; nothing has changed
     /// @throws std::bad_alloc
     bool set(const wchar_t* name, const VALTYPE& value);
 

@@ -1,6 +1,8 @@
 // HandleRegistry.cpp - see HandleRegistry.h. Part of libraries that check handles only.
 #include "mathexpr/c/HandleRegistry.h"
 
+#include "platform/KeptWhileLoaded.h"
+
 #include <array>
 #include <cstddef>
 #include <mutex>
@@ -16,7 +18,7 @@ public:
     Registry() = default;
     Registry(const Registry&) = delete;
     Registry& operator=(const Registry&) = delete;
-    ~Registry()  // not covered: the process ends, and what has been counted is written already
+    ~Registry()
     {
         for (void* const memory : retired)
         {
@@ -51,21 +53,25 @@ private:
     std::size_t next = 0;
 };
 
-Registry registry;
+Registry& registry() noexcept
+{
+    static platform::KeptWhileLoaded<Registry> kept;
+    return *kept;
+}
 
 }
 
 void HandleRegistry::add(const void* handle)
 {
-    registry.add(handle);
+    registry().add(handle);
 }
 
 bool HandleRegistry::isLive(const void* handle) noexcept
 {
-    return registry.isLive(handle);
+    return registry().isLive(handle);
 }
 
 void HandleRegistry::retire(void* memory) noexcept
 {
-    registry.retire(memory);
+    registry().retire(memory);
 }

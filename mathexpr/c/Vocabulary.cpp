@@ -4,6 +4,7 @@
 #include "mathexpr/c/Boundary.h"
 #include "mathexpr/c/Encoding.h"
 #include "mathexpr/c/Structures.h"
+#include "platform/KeptWhileLoaded.h"
 
 #include <vector>
 
@@ -21,7 +22,7 @@ struct ItemTexts
 template <class Encoding>
 const std::vector<ItemTexts<Encoding>>& vocabularyTexts()
 {
-    static const std::vector<ItemTexts<Encoding>> texts = [] {
+    static platform::KeptWhileLoaded<std::vector<ItemTexts<Encoding>>> texts([] {
         std::vector<ItemTexts<Encoding>> converted;
         VocabularyItem item;
         for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
@@ -30,8 +31,8 @@ const std::vector<ItemTexts<Encoding>>& vocabularyTexts()
                 {Encoding::encode(item.symbol), Encoding::encode(item.help), Encoding::encode(item.description)});
         }
         return converted;
-    }();
-    return texts;
+    }());
+    return *texts;
 }
 
 template <class Encoding>

@@ -97,6 +97,34 @@ private:
     DeletionCounter deletions;
 };
 
+/// A variable without a record for its value.
+class SlotlessVariable final : public IMathVariable
+{
+public:
+    explicit SlotlessVariable(std::wstring givenName, int* nbDeleted = nullptr)
+        : name(std::move(givenName)), deletions(nbDeleted)
+    {}
+
+    bool evaluate(std::uint32_t, const VALTYPE*, VALTYPE&, bool) const override { return true; }
+    std::wstring getSymbol() const override { return name; }
+    VALTYPE* getValuePtr() override { return nullptr; }
+
+private:
+    std::wstring name;
+    DeletionCounter deletions;
+};
+
+class SlotlessFactory final : public IMathVariableFactory
+{
+public:
+    explicit SlotlessFactory(int* nbDeleted = nullptr) : deletions(nbDeleted) {}
+
+    IMathVariable* create(const wchar_t* name) override { return new SlotlessVariable(name, deletions); }
+
+private:
+    int* deletions;
+};
+
 /// Makes test variables, or none.
 class TestFactory final : public IMathVariableFactory
 {

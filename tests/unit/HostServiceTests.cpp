@@ -1,5 +1,6 @@
 // HostServiceTests.cpp - what the library does with a host that answers, refuses, throws, or calls back.
 #include "mathexpr/CMathExpr.h"
+#include "mathexpr/Diagnostics.h"
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
@@ -133,6 +134,96 @@ TEST(HostService, MayThrow)
         EXPECT_TRUE(isUntouched(value));
         EXPECT_EQ(valueOf(expression, L"good*2"), 6.0);
         EXPECT_EQ(recorder.take(), Ids{});
+    }
+}
+
+/// Throws what it was made with for any name.
+template <class Exception>
+class ThrowingHost final : public IMathExprService
+{
+public:
+    explicit ThrowingHost(Exception toThrow) : exception(std::move(toThrow)) {}
+
+    bool lookupValue(const wchar_t*, VALTYPE&) const override { throw exception; }
+
+private:
+    Exception exception;
+};
+
+/// What is done with an engine's exception of the host's own, in both modes.
+template <class Data>
+void expectPassedOn(const Data& data, ExpressionDiagnostic::Kind kind)
+{
+    MessageRecorder recorder;
+    const ThrowingHost<MTExceptions<Data>> host(MTExceptions<Data>(7, 1, L"host", data));
+
+    MathExpression loud(false, &host);
+    EXPECT_FALSE(loud.setExpression(L"1 + bad*2"));
+    EXPECT_EQ(recorder.take(), Ids{3});
+
+    MathExpression silent(true, &host);
+    try
+    {
+        silent.setExpression(L"1 + bad*2");
+        FAIL() << "the host's exception was swallowed";
+    }
+    catch (const MTExceptions<Data>& exception)
+    {
+        ASSERT_EQ(exception.entries.size(), 2U);
+        EXPECT_EQ(exception.entries[0].file, L"MTParserLib/MTParserCompiler");
+        EXPECT_EQ(exception.entries[0].data.exID, data.exID);
+        EXPECT_EQ(exception.entries[0].data.itemName, data.itemName);
+        EXPECT_EQ(exception.entries[1].file, L"host");
+        EXPECT_EQ(exception.entries[1].line, 7U);
+        EXPECT_EQ(exception.entries[1].reserved, 1U);
+    }
+    EXPECT_EQ(recorder.take(), Ids{});
+
+    for (MathExpression* const expression : {&loud, &silent})
+    {
+        const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(*expression).get();
+        EXPECT_EQ(diagnostic.message, 3U);
+        EXPECT_EQ(diagnostic.kind, kind);
+        EXPECT_EQ(diagnostic.code, data.exID);
+        EXPECT_EQ(diagnostic.itemName, data.itemName);
+        EXPECT_EQ(diagnostic.start, 4U);
+        EXPECT_EQ(diagnostic.length, 3U);
+        EXPECT_EQ(diagnostic.expected, Expected::KnownName);
+        VALTYPE value = untouched;
+        EXPECT_FALSE(expression->evaluate(value));
+        EXPECT_TRUE(isUntouched(value));
+        EXPECT_EQ(valueOf(*expression, L"2+3"), 5.0);
+    }
+}
+
+TEST(HostService, MayThrowAnEngineExceptionOfEitherKind)
+{
+    SMTDefExcepData definition;
+    definition.exID = DefinitionError::VariableNameIsConstant;
+    definition.itemName = L"taken";
+    expectPassedOn(definition, ExpressionDiagnostic::Kind::Definition);
+    SMTParsingExcepData parsing;
+    parsing.exID = ParsingError::NoOverload;
+    parsing.itemName = L"sin";
+    parsing.nbArgs = 2;
+    expectPassedOn(parsing, ExpressionDiagnostic::Kind::Parsing);
+}
+
+TEST(HostService, MayThrowAnEngineExceptionWithoutEntries)
+{
+    ParsingException parsing(1, 0, L"host", SMTParsingExcepData());
+    parsing.entries.clear();
+    const ThrowingHost<ParsingException> host(parsing);
+    MathExpression expression(true, &host);
+    try
+    {
+        expression.setExpression(L"bad");
+        FAIL() << "the host's exception was swallowed";
+    }
+    catch (const ParsingException& exception)
+    {
+        ASSERT_EQ(exception.entries.size(), 1U);
+        EXPECT_EQ(exception.entries[0].data.exID, 0U);
     }
 }
 

@@ -4,7 +4,9 @@
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Variables.h"
+#include "tests/language/MessageRecorder.h"
 #include "tests/unit/EngineItems.h"
+#include "tests/unit/Hosts.h"
 
 #include <gtest/gtest.h>
 
@@ -93,6 +95,38 @@ TEST_F(HostVariables, AreMadeByTheFactoryAndDeletedWithTheExpression)
         EXPECT_EQ(nbDeleted, 0);
     }
     EXPECT_EQ(nbDeleted, 2);
+}
+
+TEST_F(HostVariables, WithoutAValueAreRefused)
+{
+    MessageRecorder recorder;
+    SlotlessFactory slotless;
+    const AnsweringHost host({{L"width", number(2.0)}});
+    for (const IMathExprService* const service :
+         {static_cast<const IMathExprService*>(nullptr), static_cast<const IMathExprService*>(&host)})
+    {
+        MathExpression loud(false, service);
+        EngineAccess::automaticVariablesOf(loud) = {true, &slotless};
+        EXPECT_FALSE(loud.setExpression(L"width+1"));
+        EXPECT_EQ(recorder.take(), std::vector<std::uint32_t>{3});
+
+        MathExpression silent(true, service);
+        EngineAccess::automaticVariablesOf(silent) = {true, &slotless};
+        try
+        {
+            silent.setExpression(L"width+1");
+            FAIL() << "nothing was raised";
+        }
+        catch (const DefinitionException& exception)
+        {
+            EXPECT_EQ(exception.entries.front().data.exID, DefinitionError::VariableNameEmpty);
+            EXPECT_EQ(exception.entries.front().data.itemName, L"width");
+        }
+        EXPECT_EQ(ExpressionVariables(silent).names(), std::vector<std::wstring>{});
+        VALTYPE value;
+        EXPECT_TRUE(silent.setExpression(L"2+3") && silent.evaluate(value));
+        EXPECT_EQ(value.x, 5.0);
+    }
 }
 
 TEST_F(HostVariables, ThatRefuseAreShownInTheText)

@@ -243,6 +243,9 @@ TEST_F(Registrar, RefusesVariablesByName)
     TestFactory none(false);
     registrar.setVariableFactory(&none);
     expectRefused({12, L"name", L"", 2}, [&] { defineVariableByName(L"name"); });
+    SlotlessFactory slotless;
+    registrar.setVariableFactory(&slotless);
+    expectRefused({12, L"name", L"", 3}, [&] { defineVariableByName(L"name"); });
     registrar.setVariableFactory(&factory);
     EXPECT_NO_THROW(defineVariableByName(L"name"));
 }

@@ -54,8 +54,12 @@ TEST_F(Ownership, DeletesARefusedItemThatWasHandedOver)
     registrar->setVariableFactory(&factory);
     EXPECT_THROW(registrar->defineVariable(std::wstring_view(L"a.b")), DefinitionException);
     EXPECT_EQ(nbDeleted, 4);
+    SlotlessFactory slotless(&nbDeleted);
+    registrar->setVariableFactory(&slotless);
+    EXPECT_THROW(registrar->defineVariable(std::wstring_view(L"a")), DefinitionException);
+    EXPECT_EQ(nbDeleted, 5);
     registrar.reset();
-    EXPECT_EQ(nbDeleted, 4);
+    EXPECT_EQ(nbDeleted, 5);
 }
 
 TEST_F(Ownership, LeavesARefusedItemThatWasNotHandedOver)

@@ -85,15 +85,46 @@ TEST_F(Syntax, TakesOperatorsThatAreWords)
     EXPECT_EQ(valueOf(L"pair(4,5)plus3"), 5.0);
 }
 
-// The name of a function then stands before an operator, with no bracket of its own.
-TEST_F(Syntax, TakesAnOperatorThatIsABracket)
+TEST_F(Syntax, ReadsABracketAsABracketWhateverOperatorsThereAre)
 {
     registrar.setSyntax({L'.', L',', L'[', L']'});
-    registrar.defineFunction(new TestFunction(L"none", 0), true);
+    for (const wchar_t* const symbol : {L"(", L")", L"(1", L")+"})
+    {
+        registrar.defineOperator(new TestOperator(symbol), true);
+        registrar.defineOperator(new TestOperator(symbol, true), true);
+    }
+    EXPECT_EQ(valueOf(L"(1+2)+3"), 6.0);
+    EXPECT_EQ(valueOf(L"-((1))"), -1.0);
+    EXPECT_EQ(valueOf(L"count(1,(2),one(3))+count((4))"), 4.0);
+    EXPECT_EQ(takeShownMessages(), Ids{});
+    EXPECT_EQ(valueOf(L"1+one(1"), std::nullopt);
+    EXPECT_EQ(valueOf(L"1)"), std::nullopt);
+    EXPECT_EQ(takeShownMessages(), (Ids{2, 3}));
+}
+
+TEST_F(Syntax, LimitsBracketsAsBracketsWhateverOperatorsThereAre)
+{
+    registrar.setSyntax({L'.', L',', L'[', L']'});
     registrar.defineOperator(new TestOperator(L"("), true);
-    EXPECT_EQ(valueOf(L"none(1"), std::nullopt);
-    EXPECT_EQ(valueOf(L"1+none(1"), std::nullopt);
+    registrar.defineOperator(new TestOperator(L")"), true);
+    compiler.setLimits({0, 1, 2});
+    EXPECT_EQ(valueOf(L"((1))"), 1.0);
+    EXPECT_EQ(valueOf(L"(((1)))"), std::nullopt);
+    EXPECT_EQ(compiler.getFailure().code, ParsingError::NestedTooDeep);
+    EXPECT_EQ(valueOf(L"one(1)"), std::nullopt);
+    EXPECT_EQ(compiler.getFailure().code, ParsingError::TooManyRecords);
     EXPECT_EQ(takeShownMessages(), (Ids{3, 3}));
+}
+
+TEST_F(Syntax, FindsAFunctionOfOneLetterBeforeABracketThatIsAnOperatorToo)
+{
+    registrar.setSyntax({L'.', L',', L'[', L']'});
+    registrar.defineFunction(new TestFunction(L"f"), true);
+    registrar.defineOperator(new TestOperator(L"("), true);
+    EXPECT_EQ(valueOf(L"2+f(1)"), 3.0);
+    compiler.noteRefusal(3, 1);
+    EXPECT_EQ(compiler.getFailure().span.begin, 2U);
+    EXPECT_EQ(compiler.getFailure().span.end, 3U);
 }
 
 TEST_F(Syntax, PutsThePositionOfAnOperatorThatEndsTheTextOnItsLastCharacter)

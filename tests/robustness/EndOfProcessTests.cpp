@@ -1,0 +1,156 @@
+// EndOfProcessTests.cpp - whoever computes while the process ends: the destructor of a global, an atexit handler, and a
+// thread that goes on while main ends. Each runs in a process of its own, which reports what came out on standard error.
+#include "mathexpr/BulkEvaluation.h"
+#include "mathexpr/CMathExpr.h"
+#include "mathexpr/Diagnostics.h"
+#include "mathexpr/MathExpression.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
+
+#include <mathexpr.h>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Uses everything that the library makes on first use. @return whether all of it was right
+using Work = bool (*)();
+
+bool computeThroughClasses()
+{
+    MathExpression expression(true, nullptr);
+    ExpressionVariables(expression).set(L"x", VALTYPE());
+    const double xs[] = {1.0, 4.0, 9.0};
+    double roots[3] = {};
+    BulkResults results;
+    results.data = roots;
+    const BulkColumn columns[] = {{L"x", xs}};
+    BulkOutcome outcome;
+    bool right = expression.setExpression(L"sqrt(x)") && evaluateBulk(expression, columns, 1, 3, results, 0, outcome) &&
+                 roots[2] == 3.0;
+    try
+    {
+        expression.setExpression(L"sine(30)");
+        right = false;
+    }
+    catch (const ParsingException&)
+    {
+        right = right && ExpressionDiagnostics(expression).get().suggestions.front() == L"sin";
+    }
+    CMathExpr calculator;
+    VALTYPE sum;
+    return right && calculator.Calculate(L"[1,2,0]+[3,4,0]", sum, 10) && sum.y == 6.0;
+}
+
+bool computeThroughC()
+{
+    mathexpr_expression* expression = nullptr;
+    if (mathexpr_create_utf8(nullptr, &expression) != MATHEXPR_OK)
+    {
+        return false;
+    }
+    mathexpr_value value{};
+    bool right = mathexpr_evaluate_text_utf8(expression, "2*sqr(3)", MATHEXPR_ZERO_TERMINATED, &value) == MATHEXPR_OK &&
+                 value.x == 18.0;
+    mathexpr_vocabulary_item_utf8 item{};
+    item.size = sizeof(item);
+    right = right && mathexpr_get_vocabulary_item_utf8(4, &item) == MATHEXPR_OK && std::strcmp(item.symbol, "+") == 0;
+    return mathexpr_destroy(expression) == MATHEXPR_OK && right;
+}
+
+void report(bool right)
+{
+    std::fputs(right ? "computed\n" : "wrong\n", stderr);
+}
+
+/// Its destructor runs after that of whatever the library has made since main began.
+struct Global
+{
+    ~Global()
+    {
+        if (work != nullptr)
+        {
+            report(work());
+        }
+    }
+
+    Work work = nullptr;
+};
+
+Global global;
+
+Work handlersWork = nullptr;
+
+std::atomic<int> rounds;
+std::atomic<bool> threadWasWrong;
+
+class EndOfProcess : public testing::TestWithParam<Work>
+{
+protected:
+    EndOfProcess() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
+
+TEST_P(EndOfProcess, GlobalsDestructorComputes)
+{
+    const auto end = [work = GetParam()] {
+        global.work = work;
+        work();
+        std::exit(0);
+    };
+    EXPECT_EXIT(end(), testing::ExitedWithCode(0), "^computed");
+}
+
+TEST_P(EndOfProcess, ExitHandlerComputes)
+{
+    const auto end = [work = GetParam()] {
+        handlersWork = work;
+        std::atexit([] { report(handlersWork()); });
+        work();
+        std::exit(0);
+    };
+    EXPECT_EXIT(end(), testing::ExitedWithCode(0), "^computed");
+}
+
+// The handler runs after that of whatever the library has made, and lets the thread compute some rounds more.
+TEST_P(EndOfProcess, ThreadGoesOnComputing)
+{
+    const auto end = [work = GetParam()] {
+        std::atexit([] {
+            const int before = rounds;
+            while (rounds < before + 100 && !threadWasWrong)
+            {
+                std::this_thread::yield();
+            }
+            report(!threadWasWrong);
+        });
+        std::thread([work] {
+            for (;; ++rounds)
+            {
+                if (!work())
+                {
+                    threadWasWrong = true;
+                }
+            }
+        }).detach();
+        while (rounds == 0)
+        {
+            std::this_thread::yield();
+        }
+        std::exit(0);
+    };
+    EXPECT_EXIT(end(), testing::ExitedWithCode(0), "^computed");
+}
+
+INSTANTIATE_TEST_SUITE_P(Through, EndOfProcess, testing::Values(&computeThroughClasses, &computeThroughC),
+                         [](const testing::TestParamInfo<Work>& each) {
+                             return std::string(each.param == &computeThroughC ? "C" : "Classes");
+                         });
+
+}
