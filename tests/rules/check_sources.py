@@ -35,7 +35,7 @@ FORBIDDEN_INCLUDES = {
     "MTParserLib/run/MTParserEvaluator.h": ["MTParserLib/MTParserCompiler.h"],
 }
 
-CPP_SUFFIXES = {".h", ".cpp", ".def"}
+CPP_SUFFIXES = {".h", ".hpp", ".cpp", ".def"}
 SOURCE_SUFFIXES = CPP_SUFFIXES | {".c", ".py", ".cmake", ".sh"}
 SKIPPED_FOLDERS = {"build", "dist", ".git"}
 

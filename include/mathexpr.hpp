@@ -1,0 +1,1215 @@
+// mathexpr.hpp - expressions for C++ hosts of any compiler, over the C interface.
+//
+//     mathexpr::Value width = 2.5;
+//     mathexpr::Value value = mathexpr::evaluate("2*width+0.5", {{"width", width}});
+//     std::cout << value << '\n';  // 5.5
+//
+// The header needs C++17 and mathexpr.h, and has no source of its own: what it calls is the C interface, so that the host's
+// compiler and standard library need not be the library's. Text is UTF-8 everywhere.
+//
+// Failures. A call that fails throws mathexpr::Error, whose what() is the message for the user and which tells where in the
+// text the failure stands. Each such call has a form that begins with try and answers a Result instead. Where exceptions
+// are switched off, the throwing calls are not declared. Running out of memory in the header itself is std::bad_alloc.
+//
+// Callables of the host. What one throws comes out of the call that asked it, unchanged, also out of the try forms. While
+// one runs, the expression may be read but neither changed nor run (MATHEXPR_BUSY).
+//
+// A moved-from Expression or Function may only be assigned to or destroyed; one whose callable is running may be neither.
+//
+// Threads. One Expression or Function is used from one thread at a time; two share nothing that changes.
+#pragma once
+
+#include <mathexpr.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#if defined(__cpp_exceptions) || defined(_CPPUNWIND)
+#define MATHEXPR_HAS_EXCEPTIONS 1
+#else
+#define MATHEXPR_HAS_EXCEPTIONS 0
+#endif
+
+namespace mathexpr {
+
+// ----- failures --------------------------------------------------------------
+
+/// Why a call failed.
+class Error : public std::runtime_error
+{
+public:
+    /// What is known of a failure. Positions and lengths count bytes.
+    struct Details
+    {
+        mathexpr_status status = MATHEXPR_OK;
+        std::size_t start = 0;
+        std::size_t length = 0;
+        std::uint32_t code = 0;
+        std::uint32_t expected = 0;
+        std::string item{};
+        std::vector<std::string> suggestions{};
+    };
+
+    Error(const std::string& message, Details details)
+        : std::runtime_error(message), details_(std::make_shared<const Details>(std::move(details)))
+    {}
+
+    /// MATHEXPR_PARSING_ERROR, MATHEXPR_REFUSED and so on; see mathexpr.h. what() is the message, in the user's language
+    /// where the text is at fault.
+    mathexpr_status status() const noexcept { return details_->status; }
+
+    /// Where the failure stands in the text as it was given, or in the name.
+    std::size_t start() const noexcept { return details_->start; }
+
+    /// How far it reaches; 0 where nothing in the text stands for it.
+    std::size_t length() const noexcept { return details_->length; }
+
+    /// MATHEXPR_PARSING_... or MATHEXPR_DEFINITION_..., by status.
+    std::uint32_t code() const noexcept { return details_->code; }
+
+    /// What would have been accepted: bits of MATHEXPR_EXPECTED_...
+    std::uint32_t expected() const noexcept { return details_->expected; }
+
+    /// The token, symbol or text concerned.
+    const std::string& item() const noexcept { return details_->item; }
+
+    /// For an unknown name: up to three that may be meant, the nearest first.
+    const std::vector<std::string>& suggestions() const noexcept { return details_->suggestions; }
+
+private:
+    std::shared_ptr<const Details> details_;  // copying an exception does not throw
+};
+
+/// A value, or why there is none.
+template <class T>
+class [[nodiscard]] Result
+{
+public:
+    Result(T value) : held_(std::in_place_index<0>, std::move(value)) {}
+    Result(Error error) : held_(std::in_place_index<1>, std::move(error)) {}
+
+    bool has_value() const noexcept { return held_.index() == 0; }
+    explicit operator bool() const noexcept { return has_value(); }
+
+    // Where there is a value:
+    const T& operator*() const& noexcept { return *std::get_if<0>(&held_); }
+    T& operator*() & noexcept { return *std::get_if<0>(&held_); }
+    T&& operator*() && noexcept { return std::move(*std::get_if<0>(&held_)); }
+    const T* operator->() const noexcept { return std::get_if<0>(&held_); }
+    T* operator->() noexcept { return std::get_if<0>(&held_); }
+
+    T value_or(T other) const { return has_value() ? **this : std::move(other); }
+
+    /// Where there is none.
+    const Error& error() const noexcept { return *std::get_if<1>(&held_); }
+
+#if MATHEXPR_HAS_EXCEPTIONS
+    /// @throws Error
+    const T& value() const&
+    {
+        check();
+        return **this;
+    }
+    T value() &&
+    {
+        check();
+        return *std::move(*this);
+    }
+#endif
+
+private:
+#if MATHEXPR_HAS_EXCEPTIONS
+    void check() const
+    {
+        if (!has_value())
+        {
+            throw Error(error());
+        }
+    }
+#endif
+
+    std::variant<T, Error> held_;
+};
+
+/// Success, or why there is none.
+template <>
+class [[nodiscard]] Result<void>
+{
+public:
+    Result() = default;
+    Result(Error error) : error_(std::move(error)) {}
+
+    bool has_value() const noexcept { return !error_.has_value(); }
+    explicit operator bool() const noexcept { return has_value(); }
+
+    /// Where it failed.
+    const Error& error() const noexcept { return *error_; }
+
+#if MATHEXPR_HAS_EXCEPTIONS
+    /// @throws Error
+    void value() const
+    {
+        if (error_)
+        {
+            throw Error(*error_);
+        }
+    }
+#endif
+
+private:
+    std::optional<Error> error_;
+};
+
+namespace detail {
+
+inline Error errorOfStatus(mathexpr_status status)
+{
+    Error::Details details;
+    details.status = status;
+    return Error(mathexpr_status_text(status), std::move(details));
+}
+
+inline Error errorOf(mathexpr_status status, const std::string& message)
+{
+    Error::Details details;
+    details.status = status;
+    return Error(message, std::move(details));
+}
+
+/// The error for a status that is about a text the library did not take.
+inline Error errorOfText(mathexpr_status status, std::string_view text)
+{
+    Error::Details details;
+    details.status = status;
+    if (status == MATHEXPR_BAD_UTF8 || status == MATHEXPR_ZERO_IN_TEXT)
+    {
+        mathexpr_check_utf8(text.data(), text.size(), &details.start);
+        details.length = 1;
+    }
+    return Error(mathexpr_status_text(status), std::move(details));
+}
+
+inline Result<void> resultOf(mathexpr_status status)
+{
+    return status == MATHEXPR_OK ? Result<void>() : Result<void>(errorOfStatus(status));
+}
+
+}
+
+// ----- values ----------------------------------------------------------------
+
+struct Point
+{
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+};
+
+inline bool operator==(const Point& left, const Point& right) noexcept
+{
+    return left.x == right.x && left.y == right.y && left.z == right.z;
+}
+
+inline bool operator!=(const Point& left, const Point& right) noexcept
+{
+    return !(left == right);
+}
+
+/// As the number of digits: as few as read back to the same bits.
+inline constexpr std::uint32_t exactDigits = MATHEXPR_EXACT_DIGITS;
+
+/// A number or a point.
+class Value
+{
+public:
+    Value(double number = 0.0) noexcept : record_{MATHEXPR_NUMBER, 0, 0, 0, number, 0.0, 0.0} {}
+    Value(const Point& point) noexcept : record_{MATHEXPR_POINT, 0, 0, 0, point.x, point.y, point.z} {}
+    /// @param record  a number or a point
+    explicit Value(const mathexpr_value& record) noexcept : record_(record) {}
+
+    bool isNumber() const noexcept { return record_.type == MATHEXPR_NUMBER; }
+    bool isPoint() const noexcept { return !isNumber(); }
+
+    Result<double> tryNumber() const
+    {
+        return isNumber() ? Result<double>(record_.x)
+                          : detail::errorOf(MATHEXPR_OTHER_KIND, "the value is a point, and a number is needed");
+    }
+    Result<Point> tryPoint() const
+    {
+        return isPoint() ? Result<Point>(Point{record_.x, record_.y, record_.z})
+                         : detail::errorOf(MATHEXPR_OTHER_KIND, "the value is a number, and a point is needed");
+    }
+#if MATHEXPR_HAS_EXCEPTIONS
+    double number() const
+    {
+        return tryNumber().value();
+    }
+    Point point() const
+    {
+        return tryPoint().value();
+    }
+#endif
+
+    /// The value as an expression has it, in any locale; see mathexpr_format_value_utf8.
+    /// @param digits  significant digits, 1 to 17, or exactDigits
+    std::string text(std::uint32_t digits = exactDigits) const
+    {
+        std::array<char, MATHEXPR_VALUE_TEXT_CAPACITY> buffer;
+        std::size_t length = 0;
+        mathexpr_format_value_utf8(&record_, digits > 17 ? 17 : digits, buffer.data(), buffer.size(), &length);
+        return {buffer.data(), length};
+    }
+
+    /// The record of the C interface.
+    const mathexpr_value& record() const noexcept
+    {
+        return record_;
+    }
+
+private:
+    mathexpr_value record_;
+};
+
+inline bool operator==(const Value& left, const Value& right) noexcept
+{
+    const mathexpr_value& one = left.record();
+    const mathexpr_value& other = right.record();
+    return one.type == other.type && Point{one.x, one.y, one.z} == Point{other.x, other.y, other.z};
+}
+
+inline bool operator!=(const Value& left, const Value& right) noexcept
+{
+    return !(left == right);
+}
+
+inline std::ostream& operator<<(std::ostream& stream, const Value& value)
+{
+    return stream << value.text();
+}
+
+/// A name and its value.
+struct Variable
+{
+    std::string_view name;
+    Value value;
+};
+
+// ----- arrays ----------------------------------------------------------------
+
+namespace detail {
+
+template <class Element>
+inline constexpr bool isElement = std::is_same_v<Element, double> || std::is_same_v<Element, Point>;
+
+template <class Container>
+using DataOf = decltype(std::declval<Container&>().data());
+
+}
+
+/// The values of one variable, in the host's memory.
+class Column
+{
+public:
+    /// @param data    the first row's number or point, aligned to 8
+    /// @param count   of rows
+    /// @param stride  from one row to the next, in bytes, a multiple of 8; 0 repeats one value
+    template <class Element, class = std::enable_if_t<detail::isElement<Element>>>
+    Column(std::string_view name, const Element* data, std::size_t count,
+           std::ptrdiff_t stride = static_cast<std::ptrdiff_t>(sizeof(Element))) noexcept
+        : name_(name), count_(count), isPoint_(std::is_same_v<Element, Point>), data_(data), stride_(stride)
+    {}
+
+    /// @param container  of doubles or Points, with data() and size()
+    template <class Container, class = std::enable_if_t<detail::isElement<
+                                   std::remove_cv_t<std::remove_pointer_t<detail::DataOf<const Container>>>>>>
+    Column(std::string_view name, const Container& container) noexcept
+        : Column(name, container.data(), container.size())
+    {}
+
+    std::string_view name() const noexcept { return name_; }
+    std::size_t count() const noexcept { return count_; }
+    bool isPoint() const noexcept { return isPoint_; }
+
+    mathexpr_column_utf8 record() const noexcept
+    {
+        const std::uint32_t kind = isPoint_ ? MATHEXPR_POINTS : MATHEXPR_NUMBERS;
+        return {sizeof(mathexpr_column_utf8),
+                kind,
+                name_.data(),
+                name_.size(),
+                static_cast<const double*>(data_),
+                stride_,
+                static_cast<std::ptrdiff_t>(sizeof(double))};
+    }
+
+private:
+    std::string_view name_;
+    std::size_t count_;
+    bool isPoint_;
+    const void* data_;
+    std::ptrdiff_t stride_;
+};
+
+/// Where the values of rows go, in the host's memory. A row without a value gets NaN.
+class Results
+{
+public:
+    /// @param stride  from one row to the next, in bytes, a multiple of 8; no two rows share memory
+    template <class Element, class = std::enable_if_t<detail::isElement<Element>>>
+    Results(Element* data, std::size_t count,
+            std::ptrdiff_t stride = static_cast<std::ptrdiff_t>(sizeof(Element))) noexcept
+        : count_(count), isPoint_(std::is_same_v<Element, Point>), data_(data), stride_(stride)
+    {}
+
+    /// @param container  of doubles or Points, with data() and size(), which has to outlive this object
+    template <class Container,
+              class = std::enable_if_t<detail::isElement<std::remove_pointer_t<detail::DataOf<Container>>>>>
+    Results(Container&& container) noexcept : Results(container.data(), container.size())
+    {}
+
+    /// Asks for the status of each row: MATHEXPR_ROW_..., or the number of a message.
+    /// @param status  as many as there are rows
+    Results& withRowStatus(std::uint32_t* status) noexcept
+    {
+        rowStatus_ = status;
+        return *this;
+    }
+
+    std::size_t count() const noexcept { return count_; }
+
+    mathexpr_results record() const noexcept
+    {
+        const std::uint32_t kind = isPoint_ ? MATHEXPR_POINTS : MATHEXPR_NUMBERS;
+        return {
+            sizeof(mathexpr_results), kind, data_, stride_, static_cast<std::ptrdiff_t>(sizeof(double)), rowStatus_};
+    }
+
+private:
+    std::size_t count_;
+    bool isPoint_;
+    void* data_;
+    std::ptrdiff_t stride_;
+    std::uint32_t* rowStatus_ = nullptr;
+};
+
+/// Outcome of an evaluation over arrays: all rows were evaluated, and some may have no value.
+struct RowsOutcome
+{
+    std::size_t failedCount = 0;
+    std::size_t firstFailed = 0;    ///< The first of them, from 0.
+    std::uint32_t firstStatus = 0;  ///< Its MATHEXPR_ROW_..., or the number of its message.
+};
+
+// ----- expressions -----------------------------------------------------------
+
+/// Asked, while a text is compiled, for a name that is neither a constant nor a variable. What it answers is a variable from
+/// then on.
+using Resolver = std::function<std::optional<Value>(std::string_view name)>;
+
+/// Shows one message to the user: its number, 1 to 19, and its text in the user's language.
+using MessageDisplay = std::function<void(std::uint32_t id, std::string_view text)>;
+
+/// Upper bounds on an accepted text; 0 is no limit.
+struct Limits
+{
+    std::uint32_t textLength = 0;  ///< Characters as typed.
+    std::uint32_t records = 0;     ///< Values, operators and function calls, each as often as it stands in the text.
+    std::uint32_t nesting = 0;     ///< Nesting depth: brackets, and operators before an operand.
+};
+
+/// What an expression is made with.
+struct Options
+{
+    Resolver resolver{};
+    std::vector<std::string> names{};  ///< That the resolver would answer, for suggestions.
+    MessageDisplay showMessage{};      ///< Without one, no message is shown.
+    Limits limits{};
+};
+
+class Expression;
+
+namespace detail {
+
+/// A handle with the callables of the host, at an address that stays.
+class Session
+{
+public:
+    explicit Session(Options options) : options_(std::move(options)) {}
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session() { mathexpr_destroy(handle_); }
+
+    /// @return MATHEXPR_OK or MATHEXPR_OUT_OF_MEMORY
+    mathexpr_status open()
+    {
+        mathexpr_options_utf8 given{};
+        given.size = sizeof(given);
+        given.context = this;
+        given.lookup = options_.resolver ? lookUp : nullptr;
+        given.get_name = options_.names.empty() ? nullptr : getName;
+        if (options_.showMessage)
+        {
+            given.flags = MATHEXPR_SHOW_MESSAGES;
+        }
+        given.show_message = showMessage;
+        const mathexpr_status status = mathexpr_create_utf8(&given, &handle_);
+        return status == MATHEXPR_OK ? setLimits(options_.limits) : status;
+    }
+
+    mathexpr_status setLimits(const Limits& limits)
+    {
+        const mathexpr_limits record{sizeof(record), limits.textLength, limits.records, limits.nesting};
+        const mathexpr_status status = mathexpr_set_limits(handle_, &record);
+        if (status == MATHEXPR_OK)
+        {
+            options_.limits = limits;
+        }
+        return status;
+    }
+
+    /// Lets out what a callable of the host has thrown in the call before.
+    void rethrow()
+    {
+#if MATHEXPR_HAS_EXCEPTIONS
+        if (thrown_)
+        {
+            std::rethrow_exception(std::exchange(thrown_, nullptr));
+        }
+#endif
+    }
+
+    /// The error of a call that compiled or ran the text.
+    Error errorOf(mathexpr_status status)
+    {
+        const bool hasDiagnostic =
+            status == MATHEXPR_PARSING_ERROR || status == MATHEXPR_DEFINITION_ERROR || status == MATHEXPR_REFUSED;
+        mathexpr_diagnostic_utf8 diagnostic{};
+        diagnostic.size = sizeof(diagnostic);
+        if (!hasDiagnostic || mathexpr_get_diagnostic_utf8(handle_, &diagnostic) != MATHEXPR_OK)
+        {
+            return errorOfStatus(status);
+        }
+        Error::Details details;
+        details.status = status;
+        details.start = diagnostic.start;
+        details.length = diagnostic.length;
+        details.code = diagnostic.code;
+        details.expected = diagnostic.expected;
+        details.item.assign(diagnostic.item_name, diagnostic.item_name_length);
+        details.suggestions.assign(diagnostic.suggestions, diagnostic.suggestions + diagnostic.nb_suggestions);
+        return Error(std::string(diagnostic.text, diagnostic.text_length), std::move(details));
+    }
+
+    std::vector<std::string> names(std::uint32_t which) const
+    {
+        mathexpr_names_utf8 found{};
+        found.size = sizeof(found);
+        const mathexpr_status status = mathexpr_get_names_utf8(handle_, which, &found);
+        return status == MATHEXPR_OK ? std::vector<std::string>(found.names, found.names + found.nb_names)
+                                     : std::vector<std::string>();
+    }
+
+    std::optional<Value> get(std::string_view name) const
+    {
+        mathexpr_value value{};
+        const mathexpr_status status = mathexpr_get_variable_utf8(handle_, name.data(), name.size(), &value);
+        return status == MATHEXPR_OK ? std::optional<Value>(Value(value)) : std::nullopt;
+    }
+
+    Result<void> set(std::string_view name, const Value& value)
+    {
+        mathexpr_name_refusal refusal{};
+        refusal.size = sizeof(refusal);
+        const mathexpr_status status =
+            mathexpr_set_variable_utf8(handle_, name.data(), name.size(), &value.record(), &refusal);
+        if (status == MATHEXPR_DEFINITION_ERROR)
+        {
+            Error::Details details;
+            details.status = status;
+            details.start = refusal.start;
+            details.length = refusal.length;
+            details.code = refusal.code;
+            details.item = name;
+            return Error(mathexpr_status_text(status), std::move(details));
+        }
+        return status == MATHEXPR_OK ? Result<void>() : Result<void>(errorOfText(status, name));
+    }
+
+    template <class Range>
+    Result<void> setAll(const Range& variables)
+    {
+        for (const Variable& variable : variables)
+        {
+            Result<void> result = set(variable.name, variable.value);
+            if (!result)
+            {
+                return result;
+            }
+        }
+        return {};
+    }
+
+    Result<void> compile(std::string_view typed)
+    {
+        const mathexpr_status status = mathexpr_set_expression_utf8(handle_, typed.data(), typed.size());
+        const bool isUnchanged = status != MATHEXPR_OK && status <= MATHEXPR_BULK_REFUSED;
+        if (!isUnchanged)
+        {
+            text = typed;
+            isCompiled = status == MATHEXPR_OK;
+        }
+        rethrow();
+        if (status == MATHEXPR_OK)
+        {
+            return {};
+        }
+        return isUnchanged ? errorOfText(status, typed) : errorOf(status);
+    }
+
+    Result<Value> evaluate()
+    {
+        mathexpr_value value{};
+        const mathexpr_status status = mathexpr_evaluate(handle_, &value);
+        if (status != MATHEXPR_OK)
+        {
+            mathexpr_drop_assignment(handle_);
+        }
+        rethrow();
+        return status == MATHEXPR_OK ? Result<Value>(Value(value)) : Result<Value>(errorOf(status));
+    }
+
+    Result<RowsOutcome> evaluateArrays(std::initializer_list<Column> columns, const Results& results,
+                                       std::uint32_t threadCount)
+    {
+        std::vector<mathexpr_column_utf8> records;
+        for (const Column& column : columns)
+        {
+            if (column.count() != results.count())
+            {
+                return detail::errorOf(MATHEXPR_BULK_REFUSED,
+                                       "different lengths: the column '" + std::string(column.name()) + "' has " +
+                                           std::to_string(column.count()) + " rows, the results have " +
+                                           std::to_string(results.count()) + " rows");
+            }
+            records.push_back(column.record());
+        }
+        const mathexpr_results record = results.record();
+        mathexpr_bulk_outcome outcome{};
+        outcome.size = sizeof(outcome);
+        const mathexpr_status status = mathexpr_evaluate_bulk_utf8(handle_, records.data(), records.size(),
+                                                                   results.count(), &record, threadCount, &outcome);
+        rethrow();
+        if (status == MATHEXPR_BULK_REFUSED)
+        {
+            return errorOfArrays(columns, outcome);
+        }
+        return status == MATHEXPR_OK
+                   ? Result<RowsOutcome>(RowsOutcome{outcome.nb_failed, outcome.first_failed, outcome.first_status})
+                   : Result<RowsOutcome>(errorOfStatus(status));
+    }
+
+    const Options& options() const noexcept
+    {
+        return options_;
+    }
+    mathexpr_expression* handle() const noexcept
+    {
+        return handle_;
+    }
+
+    std::string text{};       // compiled last, whether or not it compiles
+    bool isCompiled = false;  // and whether it did
+
+private:
+    static Error errorOfArrays(std::initializer_list<Column> columns, const mathexpr_bulk_outcome& outcome)
+    {
+        const auto whose = [&] {
+            return "the column '" + std::string((columns.begin() + outcome.column)->name()) + "' ";
+        };
+        const auto error = [](const std::string& message) { return detail::errorOf(MATHEXPR_BULK_REFUSED, message); };
+        switch (outcome.error)
+        {
+        case MATHEXPR_BULK_COLUMN_NAME:
+            return error(whose() + "has no name, or one that is not well-formed UTF-8");
+        case MATHEXPR_BULK_COLUMN_TWICE:
+            return error(whose() + "is there twice");
+        case MATHEXPR_BULK_COLUMN_DATA:
+            return error(whose() + "has no data");
+        case MATHEXPR_BULK_COLUMN_ALIGNMENT:
+            return error(whose() + "does not lie on a multiple of 8 bytes, or its stride is none");
+        case MATHEXPR_BULK_RESULTS_DATA:
+            return error("the results have no data");
+        case MATHEXPR_BULK_RESULTS_ALIGNMENT:
+            return error("the results do not lie on a multiple of 8 bytes, or their stride is none");
+        case MATHEXPR_BULK_RESULTS_OVERLAP:
+            return error("rows of the results share memory");
+        default:
+            return detail::errorOfStatus(MATHEXPR_BULK_REFUSED);
+        }
+    }
+
+    static Session& of(void* context) noexcept
+    {
+        return *static_cast<Session*>(context);
+    }
+
+    /// Keeps what a callable of the host throws from entering the library.
+    template <class Work>
+    static void guarded([[maybe_unused]] Session& session, Work work)
+    {
+#if MATHEXPR_HAS_EXCEPTIONS
+        try
+        {
+            work();
+        }
+        catch (...)
+        {
+            session.thrown_ = std::current_exception();
+        }
+#else
+        work();
+#endif
+    }
+
+    static std::int32_t lookUp(void* context, const char* name, std::size_t length, mathexpr_value* value)
+    {
+        Session& session = of(context);
+        std::int32_t answer = MATHEXPR_LOOKUP_REFUSED;
+        guarded(session, [&] {
+            const std::optional<Value> found = session.options_.resolver(std::string_view(name, length));
+            if (found)
+            {
+                *value = found->record();
+            }
+            answer = found ? MATHEXPR_LOOKUP_FOUND : MATHEXPR_LOOKUP_NOT_KNOWN;
+        });
+        return answer;
+    }
+
+    static void showMessage(void* context, std::uint32_t id, const char* text, std::size_t length)
+    {
+        Session& session = of(context);
+        if (session.options_.showMessage)
+        {
+            guarded(session, [&] { session.options_.showMessage(id, std::string_view(text, length)); });
+        }
+    }
+
+    static const char* getName(void* context, std::uint32_t index)
+    {
+        const std::vector<std::string>& names = of(context).options_.names;
+        return index < names.size() ? names[index].c_str() : nullptr;
+    }
+
+    Options options_;
+    mathexpr_expression* handle_ = nullptr;
+#if MATHEXPR_HAS_EXCEPTIONS
+    std::exception_ptr thrown_{};
+#endif
+};
+
+}
+
+/// The variables of an expression, which has to outlive this view. Names are compared without regard to the case of A to Z.
+class Variables
+{
+public:
+    /// Walks the variables as they were when the walk began.
+    class Iterator
+    {
+    public:
+        explicit Iterator(const Variables& variables)
+            : variables_(&variables), names_(std::make_shared<const std::vector<std::string>>(variables.names()))
+        {}
+
+        Variable operator*() const
+        {
+            const std::string& name = (*names_)[index_];
+            return {name, variables_->get(name).value_or(Value())};
+        }
+        Iterator& operator++() noexcept
+        {
+            ++index_;
+            return *this;
+        }
+        bool operator!=(std::nullptr_t) const noexcept { return index_ != names_->size(); }
+
+    private:
+        const Variables* variables_;
+        std::shared_ptr<const std::vector<std::string>> names_;
+        std::size_t index_ = 0;
+    };
+
+    /// Sets a variable, which the compiled text computes with from the next evaluation on. A new one may be used by the next
+    /// text that is compiled.
+    Result<void> trySet(std::string_view name, const Value& value) { return session_->set(name, value); }
+#if MATHEXPR_HAS_EXCEPTIONS
+    void set(std::string_view name, const Value& value)
+    {
+        trySet(name, value).value();
+    }
+#endif
+
+    std::optional<Value> get(std::string_view name) const
+    {
+        return session_->get(name);
+    }
+
+    /// Forgets a variable. A text that reads it has to be compiled again.
+    /// @return whether there was one
+    bool remove(std::string_view name)
+    {
+        return mathexpr_remove_variable_utf8(session_->handle(), name.data(), name.size()) == MATHEXPR_OK;
+    }
+
+    /// In the order of definition.
+    std::vector<std::string> names() const
+    {
+        return session_->names(MATHEXPR_NAMES_DEFINED);
+    }
+
+    Iterator begin() const
+    {
+        return Iterator(*this);
+    }
+    std::nullptr_t end() const noexcept
+    {
+        return nullptr;
+    }
+
+private:
+    friend class Expression;
+    explicit Variables(detail::Session& session) noexcept : session_(&session) {}
+
+    detail::Session* session_;
+};
+
+/// A text and its variables: compiled once, evaluated as often as wanted.
+class Expression
+{
+public:
+    /// Makes an expression and compiles its text.
+    /// @param variables  set before, since names have to be known when a text is compiled
+    static Result<Expression> tryCreate(std::string_view text, std::initializer_list<Variable> variables = {},
+                                        Options options = {})
+    {
+        Result<Expression> made = tryCreateEmpty(std::move(options));
+        Result<void> result = made ? made->session_->setAll(variables) : Result<void>();
+        if (made && result)
+        {
+            result = made->tryCompile(text);
+        }
+        return made && !result ? Result<Expression>(result.error()) : std::move(made);
+    }
+    /// Makes an expression without a text.
+    static Result<Expression> tryCreate(Options options = {}) { return tryCreateEmpty(std::move(options)); }
+#if MATHEXPR_HAS_EXCEPTIONS
+    explicit Expression(std::string_view text, std::initializer_list<Variable> variables = {}, Options options = {})
+        : Expression(tryCreate(text, variables, std::move(options)).value())
+    {}
+    explicit Expression(Options options = {}) : Expression(tryCreateEmpty(std::move(options)).value()) {}
+#endif
+    Expression(Expression&&) noexcept = default;
+    Expression& operator=(Expression&&) noexcept = default;
+
+    /// Makes an expression of its own with the same text, variables and options.
+    Result<Expression> tryClone() const
+    {
+        Result<Expression> made = tryCreateEmpty(session_->options());
+        Result<void> result;
+        for (const std::string& name : session_->names(MATHEXPR_NAMES_DEFINED))
+        {
+            if (made && result)
+            {
+                result = made->session_->set(name, session_->get(name).value_or(Value()));
+            }
+        }
+        if (made && result && session_->isCompiled)
+        {
+            result = made->tryCompile(session_->text);
+        }
+        return made && !result ? Result<Expression>(result.error()) : std::move(made);
+    }
+
+    /// Compiles another text. After a failure there is nothing to evaluate; the variables stay.
+    Result<void> tryCompile(std::string_view text)
+    {
+        return session_->compile(text);
+    }
+
+    /// The value of the compiled text. An assignment such as "a=2" is made by the first evaluation that succeeds; one that
+    /// fails is forgotten.
+    Result<Value> tryEvaluate()
+    {
+        return session_->evaluate();
+    }
+    /// The value of another text, which is compiled first.
+    Result<Value> tryEvaluate(std::string_view text)
+    {
+        const Result<void> compiled = tryCompile(text);
+        return compiled ? tryEvaluate() : Result<Value>(compiled.error());
+    }
+
+    Result<double> tryNumber()
+    {
+        const Result<Value> value = tryEvaluate();
+        return value ? value->tryNumber() : Result<double>(value.error());
+    }
+    Result<Point> tryPoint()
+    {
+        const Result<Value> value = tryEvaluate();
+        return value ? value->tryPoint() : Result<Point>(value.error());
+    }
+
+    /// Evaluates the compiled text for each row of arrays, which are read and written where they are. A row has the value
+    /// that an evaluation gives right after the text was compiled. A row without a value does not stop the others.
+    /// @param columns      of variables that were known when the text was compiled
+    /// @param results      as many as each column has rows; untouched after a failure
+    /// @param threadCount  how many threads compute; the results do not depend on it
+    Result<RowsOutcome> tryEvaluateArrays(std::initializer_list<Column> columns, const Results& results,
+                                          std::uint32_t threadCount = 1)
+    {
+        return session_->evaluateArrays(columns, results, threadCount);
+    }
+
+#if MATHEXPR_HAS_EXCEPTIONS
+    Expression clone() const
+    {
+        return tryClone().value();
+    }
+    void compile(std::string_view text)
+    {
+        tryCompile(text).value();
+    }
+    Value evaluate()
+    {
+        return tryEvaluate().value();
+    }
+    Value evaluate(std::string_view text)
+    {
+        return tryEvaluate(text).value();
+    }
+    double number()
+    {
+        return tryNumber().value();
+    }
+    Point point()
+    {
+        return tryPoint().value();
+    }
+    RowsOutcome evaluateArrays(std::initializer_list<Column> columns, const Results& results,
+                               std::uint32_t threadCount = 1)
+    {
+        return tryEvaluateArrays(columns, results, threadCount).value();
+    }
+    void setLimits(const Limits& limits)
+    {
+        trySetLimits(limits).value();
+    }
+#endif
+
+    Variables variables() noexcept
+    {
+        return Variables(*session_);
+    }
+
+    /// The variables that the compiled text reads, in the order of first use.
+    std::vector<std::string> usedNames() const
+    {
+        return session_->names(MATHEXPR_NAMES_USED);
+    }
+
+    /// The variables that the resolver has answered.
+    std::vector<std::string> hostNames() const
+    {
+        return session_->names(MATHEXPR_NAMES_OF_HOST);
+    }
+
+    /// The text that was compiled last, whether or not it compiles.
+    const std::string& text() const noexcept
+    {
+        return session_->text;
+    }
+
+    Limits limits() const noexcept
+    {
+        return session_->options().limits;
+    }
+    /// In force from the next text that is compiled.
+    Result<void> trySetLimits(const Limits& limits)
+    {
+        return detail::resultOf(session_->setLimits(limits));
+    }
+
+private:
+    friend class Function;
+
+    explicit Expression(std::unique_ptr<detail::Session> session) noexcept : session_(std::move(session)) {}
+
+    static Result<Expression> tryCreateEmpty(Options options)
+    {
+        auto session = std::make_unique<detail::Session>(std::move(options));
+        const mathexpr_status status = session->open();
+        return status == MATHEXPR_OK ? Result<Expression>(Expression(std::move(session)))
+                                     : Result<Expression>(detail::errorOfStatus(status));
+    }
+
+    std::unique_ptr<detail::Session> session_;
+};
+
+/// The value of one text.
+inline Result<Value> tryEvaluate(std::string_view text, std::initializer_list<Variable> variables = {},
+                                 Options options = {})
+{
+    Result<Expression> expression = Expression::tryCreate(text, variables, std::move(options));
+    return expression ? expression->tryEvaluate() : Result<Value>(expression.error());
+}
+
+/// The same for a text whose value is a number.
+inline Result<double> tryNumber(std::string_view text, std::initializer_list<Variable> variables = {},
+                                Options options = {})
+{
+    const Result<Value> value = tryEvaluate(text, variables, std::move(options));
+    return value ? value->tryNumber() : Result<double>(value.error());
+}
+
+/// The same for a text whose value is a point.
+inline Result<Point> tryPoint(std::string_view text, std::initializer_list<Variable> variables = {},
+                              Options options = {})
+{
+    const Result<Value> value = tryEvaluate(text, variables, std::move(options));
+    return value ? value->tryPoint() : Result<Point>(value.error());
+}
+
+/// The values of one text for each row of arrays; see Expression::tryEvaluateArrays.
+inline Result<RowsOutcome> tryEvaluateArrays(std::string_view text, std::initializer_list<Column> columns,
+                                             const Results& results, std::uint32_t threadCount = 1)
+{
+    Result<Expression> expression = Expression::tryCreate();
+    Result<void> result;
+    for (const Column& column : columns)
+    {
+        if (expression && result)
+        {
+            result = expression->variables().trySet(column.name(), column.isPoint() ? Value(Point()) : Value());
+        }
+    }
+    if (expression && result)
+    {
+        result = expression->tryCompile(text);
+    }
+    if (!expression || !result)
+    {
+        return expression ? result.error() : expression.error();
+    }
+    return expression->tryEvaluateArrays(columns, results, threadCount);
+}
+
+#if MATHEXPR_HAS_EXCEPTIONS
+inline Value evaluate(std::string_view text, std::initializer_list<Variable> variables = {}, Options options = {})
+{
+    return tryEvaluate(text, variables, std::move(options)).value();
+}
+inline double number(std::string_view text, std::initializer_list<Variable> variables = {}, Options options = {})
+{
+    return tryNumber(text, variables, std::move(options)).value();
+}
+inline Point point(std::string_view text, std::initializer_list<Variable> variables = {}, Options options = {})
+{
+    return tryPoint(text, variables, std::move(options)).value();
+}
+inline RowsOutcome evaluateArrays(std::string_view text, std::initializer_list<Column> columns, const Results& results,
+                                  std::uint32_t threadCount = 1)
+{
+    return tryEvaluateArrays(text, columns, results, threadCount).value();
+}
+#endif
+
+// ----- functions -------------------------------------------------------------
+
+/// A text as a callable of numbers, whose arguments are given by position: the fastest way to one number.
+///
+///     mathexpr::Function area("pi/4*d^2", {"d"});
+///     const double a = area(2.0);
+///
+/// Each call gives what a fresh expression would, whatever was computed before. Nothing is allocated unless it fails.
+class Function
+{
+public:
+    /// @param arguments  the names of the arguments, by position; the text need not use them
+    /// @param variables  what else the text may use; they keep these values
+    static Result<Function> tryCreate(std::string_view text, std::initializer_list<std::string_view> arguments,
+                                      std::initializer_list<Variable> variables = {}, Options options = {})
+    {
+        Result<Expression> expression = Expression::tryCreate(std::move(options));
+        Result<void> result = expression ? expression->session_->setAll(variables) : Result<void>();
+        auto source = std::make_shared<Source>();
+        source->text = text;
+        for (const std::string_view argument : arguments)
+        {
+            source->arguments.emplace_back(argument);
+            if (expression && result)
+            {
+                result = expression->variables().trySet(argument, 0.0);
+            }
+        }
+        return expression && result ? create(*expression, std::move(source))
+                                    : Result<Function>(expression ? result.error() : expression.error());
+    }
+#if MATHEXPR_HAS_EXCEPTIONS
+    Function(std::string_view text, std::initializer_list<std::string_view> arguments,
+             std::initializer_list<Variable> variables = {}, Options options = {})
+        : Function(tryCreate(text, arguments, variables, std::move(options)).value())
+    {}
+#endif
+    Function(Function&&) noexcept = default;
+    Function& operator=(Function&&) noexcept = default;
+
+    /// Makes a copy, such as one for another thread.
+    Result<Function> tryClone() const
+    {
+        mathexpr_function* copy = nullptr;
+        const mathexpr_status status = mathexpr_copy_function(handle_.get(), &copy);
+        return status == MATHEXPR_OK ? Result<Function>(Function(copy, source_))
+                                     : Result<Function>(detail::errorOfStatus(status));
+    }
+
+    template <class... Numbers>
+    Result<double> tryCall(Numbers... numbers)
+    {
+        const std::array<double, sizeof...(Numbers)> arguments{{static_cast<double>(numbers)...}};
+        return tryCallWith(arguments.data(), arguments.size());
+    }
+    /// @param count  of arguments
+    Result<double> tryCallWith(const double* arguments, std::size_t count)
+    {
+        if (count != argumentCount())
+        {
+            return detail::errorOf(MATHEXPR_BAD_OPTION, "the function takes " + std::to_string(argumentCount()) +
+                                                            (argumentCount() == 1 ? " argument" : " arguments") +
+                                                            ", not " + std::to_string(count));
+        }
+        double result = 0.0;
+        const mathexpr_status status = mathexpr_call_function(handle_.get(), arguments, &result);
+        return status == MATHEXPR_OK ? Result<double>(result) : Result<double>(explain(status, arguments));
+    }
+
+#if MATHEXPR_HAS_EXCEPTIONS
+    Function clone() const
+    {
+        return tryClone().value();
+    }
+
+    template <class... Numbers>
+    double operator()(Numbers... numbers)
+    {
+        return tryCall(numbers...).value();
+    }
+    double callWith(const double* arguments, std::size_t count)
+    {
+        return tryCallWith(arguments, count).value();
+    }
+#endif
+
+    std::size_t argumentCount() const noexcept
+    {
+        return source_->arguments.size();
+    }
+    const std::string& text() const noexcept
+    {
+        return source_->text;
+    }
+
+private:
+    /// What tells the reason of a call that failed; copies share it.
+    struct Source
+    {
+        std::string text;
+        std::vector<std::string> arguments;
+        std::vector<std::pair<std::string, Value>> variables;  // that the text reads beside the arguments
+    };
+
+    struct Destroy
+    {
+        void operator()(mathexpr_function* function) const noexcept { mathexpr_destroy_function(function); }
+    };
+
+    Function(mathexpr_function* handle, std::shared_ptr<const Source> source) noexcept
+        : handle_(handle), source_(std::move(source))
+    {}
+
+    static Result<Function> create(Expression& expression, std::shared_ptr<Source> source)
+    {
+        std::vector<const char*> names;
+        for (const std::string& argument : source->arguments)
+        {
+            names.push_back(argument.c_str());
+        }
+        mathexpr_function* handle = nullptr;
+        const mathexpr_status status =
+            mathexpr_create_function_utf8(expression.session_->handle(), source->text.data(), source->text.size(),
+                                          names.data(), names.size(), &handle);
+        expression.session_->rethrow();
+        if (status == MATHEXPR_BAD_OPTION)
+        {
+            return detail::errorOf(status, "two arguments have one name");
+        }
+        if (status != MATHEXPR_OK && status <= MATHEXPR_BULK_REFUSED)
+        {
+            return detail::errorOfText(status, source->text);
+        }
+        if (status != MATHEXPR_OK)
+        {
+            return expression.session_->errorOf(status);
+        }
+        Function made(handle, source);
+        for (std::string& name : expression.usedNames())
+        {
+            const Value value = expression.variables().get(name).value_or(Value());
+            source->variables.emplace_back(std::move(name), value);
+        }
+        return made;
+    }
+
+    /// Computes once more in an expression, whose diagnostic tells why.
+    Error explain(mathexpr_status status, const double* arguments) const
+    {
+        Result<Expression> expression = Expression::tryCreate();
+        if (!expression)
+        {
+            return expression.error();
+        }
+        Variables variables = expression->variables();
+        for (const auto& [name, value] : source_->variables)
+        {
+            (void)variables.trySet(name, value);
+        }
+        for (std::size_t index = 0; index < argumentCount(); ++index)
+        {
+            (void)variables.trySet(source_->arguments[index], arguments[index]);
+        }
+        const Result<void> compiled = expression->tryCompile(source_->text);
+        const Result<double> number = compiled ? expression->tryNumber() : Result<double>(compiled.error());
+        return number ? detail::errorOfStatus(status) : number.error();
+    }
+
+    std::unique_ptr<mathexpr_function, Destroy> handle_;
+    std::shared_ptr<const Source> source_;
+};
+
+}
