@@ -10,10 +10,7 @@
 
 namespace {
 
-constexpr const wchar_t* sourceFile = L"MTParserLib/MTParserCompiler";
-
-/// The precedence of a function that waits for its bracket to be closed: above every operator.
-constexpr std::int32_t functionPrecedence = 5;
+constexpr const wchar_t* compilerFile = L"MTParserLib/MTParserCompiler";
 
 /// Tokens are reported with the first character of the text counted as 1.
 std::uint32_t positionOf(std::size_t tokenStart)
@@ -196,10 +193,7 @@ bool MTParserCompiler::compileFunctionName(std::wstring_view token, std::uint32_
     }
     markPending();
     setKind(Token::Function);
-    stack.push_back({.kind = StackRecord::Kind::Function,
-                     .precedence = functionPrecedence,
-                     .position = position,
-                     .definition = firstOverload});
+    stack.push_back({StackRecord::Kind::Function, functionPrecedence, position, firstOverload});
     return true;
 }
 
@@ -271,7 +265,7 @@ bool MTParserCompiler::passOn(MTExceptions<Data>& exception, std::uint32_t line,
         showMessage(Message::InvalidExpression);
         return false;
     }
-    exception.addEntry(line, 0, sourceFile, data);
+    exception.addEntry(line, 0, compilerFile, data);
     throw;
 }
 
@@ -332,7 +326,7 @@ bool MTParserCompiler::openBracket(std::uint32_t position, wchar_t next)
     {
         nearest->argumentPending = false;
     }
-    stack.push_back({.kind = StackRecord::Kind::OpenBracket, .position = position});
+    stack.push_back({StackRecord::Kind::OpenBracket, 0, position});
     if (levels.back().current == Token::Function)
     {
         emitter.emitPlaceholder(position);
@@ -440,11 +434,7 @@ bool MTParserCompiler::compileOperator(std::wstring_view symbol, std::uint32_t p
         return false;
     }
 
-    stack.push_back({.kind = StackRecord::Kind::Operator,
-                     .precedence = precedence,
-                     .position = position,
-                     .definition = index,
-                     .nbArgs = unary ? 1U : 2U});
+    stack.push_back({StackRecord::Kind::Operator, precedence, position, index, unary ? 1U : 2U});
     return true;
 }
 
@@ -665,5 +655,5 @@ void MTParserCompiler::raise(std::uint32_t line, std::uint32_t position) const
     data.pos = position;
     data.itemName = failure.itemName;
     data.nbArgs = failure.nbArgs;
-    throw ParsingException(line, 0, sourceFile, data);
+    throw ParsingException(line, 0, compilerFile, data);
 }

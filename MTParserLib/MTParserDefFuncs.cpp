@@ -9,7 +9,6 @@
 #include "MTParserLib/vocabulary/Geometry.h"
 #include "MTParserLib/vocabulary/Operators.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <type_traits>
@@ -17,7 +16,7 @@
 namespace {
 
 template <class Item>
-consteval VocabularyEntry describe(VocabularyFamily family, const wchar_t* className)
+constexpr VocabularyEntry describe(VocabularyFamily family, const wchar_t* className)
 {
     static_assert(sizeof(Item) == sizeof(void*), "an item has no data");
     VocabularyEntry entry{};
@@ -125,9 +124,14 @@ constexpr VocabularyEntry vocabulary[] = {
     // clang-format on
 };
 
-consteval std::ptrdiff_t countOf(VocabularyFamily family)
+constexpr std::size_t countOf(VocabularyFamily family)
 {
-    return std::ranges::count(vocabulary, family, &VocabularyEntry::family);
+    std::size_t count = 0;
+    for (const VocabularyEntry& entry : vocabulary)
+    {
+        count += entry.family == family ? 1 : 0;
+    }
+    return count;
 }
 
 static_assert(countOf(VocabularyFamily::Operators) == 16 && std::size(vocabulary) == 16 + 257);
@@ -138,7 +142,7 @@ static_assert(countOf(VocabularyFamily::Volume) == 49, "7 x 7");
 
 }
 
-std::span<const VocabularyConstant> getConstants() noexcept
+platform::ArrayView<const VocabularyConstant> getConstants() noexcept
 {
     return constants;
 }
@@ -153,7 +157,7 @@ void registerConstants(MTParserRegistrar& registrar)
     }
 }
 
-std::span<const VocabularyEntry> getVocabulary() noexcept
+platform::ArrayView<const VocabularyEntry> getVocabulary() noexcept
 {
     return vocabulary;
 }

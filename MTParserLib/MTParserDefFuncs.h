@@ -5,9 +5,9 @@
 #pragma once
 
 #include "mathexpr/Vocabulary.h"
+#include "platform/ArrayView.h"
 
 #include <cstdint>
-#include <span>
 #include <typeinfo>
 
 class MTParserRegistrar;
@@ -39,13 +39,13 @@ struct VocabularyEntry
 };
 
 /// The constants, in the order in which they are defined.
-std::span<const VocabularyConstant> getConstants() noexcept;
+platform::ArrayView<const VocabularyConstant> getConstants() noexcept;
 
 /// Defines the constants. What the registrar throws passes.
 void registerConstants(MTParserRegistrar& registrar);
 
 /// All operators and then all functions, in the order in which they are registered.
-std::span<const VocabularyEntry> getVocabulary() noexcept;
+platform::ArrayView<const VocabularyEntry> getVocabulary() noexcept;
 
 /// Defines the operators and functions. What the registrar throws passes.
 void registerVocabulary(MTParserRegistrar& registrar);

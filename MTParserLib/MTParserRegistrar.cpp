@@ -8,14 +8,11 @@
 
 namespace {
 
-constexpr const wchar_t* sourceFile = L"MTParserLib/MTParserRegistrar";
-
-/// The precedence of function calls, which no operator may reach.
-constexpr std::int32_t functionPrecedence = 5;
+constexpr const wchar_t* registrarFile = L"MTParserLib/MTParserRegistrar";
 
 [[noreturn]] void raise(std::uint32_t exID, std::wstring_view itemName, std::wstring_view conflictItemName)
 {
-    throw DefinitionException(__LINE__, 0, sourceFile,
+    throw DefinitionException(__LINE__, 0, registrarFile,
                               SMTDefExcepData{exID, std::wstring(itemName), std::wstring(conflictItemName)});
 }
 
@@ -23,7 +20,7 @@ constexpr std::int32_t functionPrecedence = 5;
 void addOwnEntry(DefinitionException& exception, std::uint32_t line)
 {
     const SMTDefExcepData data = exception.entries.front().data;
-    exception.addEntry(line, 0, sourceFile, data);
+    exception.addEntry(line, 0, registrarFile, data);
 }
 
 bool contains(std::wstring_view text, std::wstring_view part)
@@ -511,7 +508,7 @@ bool MTParserRegistrar::isOperatorSymbol(std::wstring_view text, std::wstring_vi
          index = operators[index].nextAlike)
     {
         const std::wstring_view candidate = operators[index].symbol;
-        if (candidate.size() == 1 || text.starts_with(candidate))
+        if (candidate.size() == 1 || text.compare(0, candidate.size(), candidate) == 0)
         {
             symbol = candidate;
             return true;

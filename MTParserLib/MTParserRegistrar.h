@@ -93,6 +93,9 @@ private:
     bool plainBeyondAscii = true;  // for all of them together
 };
 
+/// The precedence of a function that waits for its bracket to be closed. No operator may reach it.
+inline constexpr std::int32_t functionPrecedence = 5;
+
 class MTParserRegistrar
 {
 public:

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
+#include <iterator>
 
 namespace {
 
@@ -64,22 +65,26 @@ static_assert(std::size(languageCodes) == nbLanguages);
 /// Whether a locale of the Chinese language writes the traditional characters.
 bool isTraditionalChinese(std::string_view locale) noexcept
 {
-    return locale.starts_with("zh_TW") || locale.starts_with("zh_HK") || locale.starts_with("zh_MO") ||
-           locale.starts_with("zh_Hant");
+    constexpr std::string_view beginnings[] = {"zh_TW", "zh_HK", "zh_MO", "zh_Hant"};
+    return std::any_of(std::begin(beginnings), std::end(beginnings), [locale](std::string_view beginning) {
+        return locale.substr(0, beginning.size()) == beginning;
+    });
 }
 
 }
 
 const wchar_t* messageText(std::uint32_t id, Language language) noexcept
 {
-    const auto* row = std::ranges::find(messages, id, &MessageRow::id);
+    const auto* row = std::find_if(std::begin(messages), std::end(messages),
+                                   [id](const MessageRow& candidate) { return candidate.id == id; });
     return row == std::end(messages) ? nullptr : row->texts[static_cast<std::size_t>(language)];
 }
 
 Language languageOfLocale(std::string_view locale) noexcept
 {
     const std::string_view code = locale.substr(0, locale.find_first_of("_.@"));
-    const auto* known = std::ranges::find(languageCodes, code, &LanguageCode::code);
+    const auto* known = std::find_if(std::begin(languageCodes), std::end(languageCodes),
+                                     [code](const LanguageCode& candidate) { return candidate.code == code; });
     return known == std::end(languageCodes) || isTraditionalChinese(locale) ? Language::English : known->language;
 }
 

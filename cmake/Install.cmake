@@ -38,6 +38,13 @@ if(WIN32)
   install(TARGETS MathExprRes LIBRARY DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library)
 endif()
 
+if(TARGET mathexpr_static)
+  install(
+    TARGETS mathexpr_static
+    EXPORT mathexprTargets
+    ARCHIVE COMPONENT development)
+endif()
+
 install(
   DIRECTORY ${PROJECT_SOURCE_DIR}/include/
   TYPE INCLUDE
@@ -57,6 +64,9 @@ install(
 
 file(RELATIVE_PATH MATHEXPR_PREFIX_FROM_PKGCONFIG /prefix/${pkgconfig_folder} /prefix)
 string(REGEX REPLACE "/$" "" MATHEXPR_PREFIX_FROM_PKGCONFIG "${MATHEXPR_PREFIX_FROM_PKGCONFIG}")
+get_property(needs GLOBAL PROPERTY MATHEXPR_STATIC_NEEDS)
+list(TRANSFORM needs PREPEND "-l")
+list(JOIN needs " " MATHEXPR_STATIC_NEEDS)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/mathexpr.pc.in ${PROJECT_BINARY_DIR}/mathexpr.pc @ONLY)
 install(
   FILES ${PROJECT_BINARY_DIR}/mathexpr.pc

@@ -153,7 +153,7 @@ private:
     bool bind(const BulkColumn& column)
     {
         const MTVariableDefinition* const variable = registrar.findVariableDefinition(column.name);
-        if (variable == nullptr || std::ranges::find(used, variable->item.get()) == used.end())
+        if (variable == nullptr || std::find(used.begin(), used.end(), variable->item.get()) == used.end())
         {
             return true;
         }

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr const wchar_t* sourceFile = L"MTParserLib/MTParser";
+constexpr const wchar_t* sessionFile = L"MTParserLib/MTParser";
 
 /// The line reported for an assigned name that cannot be a variable. Hosts may know it, so it does not move with the
 /// code.
@@ -42,7 +42,7 @@ void defineMemoryVariable(MTParserRegistrar& registrar, const std::wstring& name
     }
     catch (const DefinitionException& exception)
     {
-        throw DefinitionException(assignmentLine, 0, sourceFile, exception.entries.front().data);
+        throw DefinitionException(assignmentLine, 0, sessionFile, exception.entries.front().data);
     }
 }
 

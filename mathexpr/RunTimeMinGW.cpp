@@ -156,13 +156,13 @@ private:
     struct Block
     {
         alignas(ExceptionHeader) unsigned char bytes[1024] = {};
-        std::atomic_flag taken;
+        std::atomic_flag taken = ATOMIC_FLAG_INIT;
     };
 
     Block blocks[16];
 };
 
-constinit Reserve reserve;
+Reserve reserve;  // ready before any code runs: all its members have constant initialisers
 
 /// Where the reserve is used up, too, a thread waits until another one's exception ends or there is memory again.
 void* zeroedMemory(std::size_t size) noexcept

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr const wchar_t* sourceFile = L"mathexpr/Variables";
+constexpr const wchar_t* variablesFile = L"mathexpr/Variables";
 
 std::wstring_view textOf(const wchar_t* name) noexcept
 {
@@ -35,7 +35,7 @@ void checkWritable(const MTParserRegistrar& registrar, std::wstring_view name)
         }
         if (!obstacle.empty())
         {
-            throw DefinitionException(__LINE__, 0, sourceFile,
+            throw DefinitionException(__LINE__, 0, variablesFile,
                                       SMTDefExcepData{DefinitionError::VariableContainsSyntaxCharacter,
                                                       std::wstring(name), std::wstring(obstacle)});
         }

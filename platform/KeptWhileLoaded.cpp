@@ -7,7 +7,7 @@
 
 namespace {
 
-constinit std::atomic<const platform::OnUnload*> newest{nullptr};
+std::atomic<const platform::OnUnload*> newest{nullptr};  // ready before any code runs
 
 }
 

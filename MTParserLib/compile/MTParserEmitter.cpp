@@ -55,7 +55,9 @@ void MTParserEmitter::emitVariable(const IMathExprItemEvaluator& variable, const
 {
     if (variablesInPlace)
     {
-        waiting.push_back({Kind::Variable, position, {.variable = &variable}, valueInPlace});
+        Operand operand{Kind::Variable, position, {}, valueInPlace};
+        operand.variable = &variable;
+        waiting.push_back(operand);
     }
     else if (valueInPlace != nullptr)
     {

@@ -4,6 +4,7 @@
 
 #include "MTParserLib/run/BuiltInKernels.h"
 #include "MTParserLib/run/MTBlockKernels.h"
+#include "platform/ArrayView.h"
 
 #include <array>
 #include <cstdint>
@@ -78,19 +79,17 @@ bool isBinaryOutside(const double* a, const double* b, std::size_t nbRows)
 }
 
 template <class Item>
-concept ComputesFromThree = numberkernels::yieldsOnlyX<Item>() && requires(double x)
-{
-    static_cast<double>(Item::compute(x, x, x));
-};
+using ComputationFromThree = decltype(Item::compute(0.0, 0.0, 0.0));
+template <class Item>
+using ComputationFromMany = decltype(Item::compute(std::declval<platform::ArrayView<const VALTYPE>>()));
 
 template <class Item>
-concept ComputesFromMany = numberkernels::yieldsOnlyX<Item>() && requires(std::span<const VALTYPE> values)
-{
-    static_cast<double>(Item::compute(values));
-};
+inline constexpr bool ComputesFromThree = numberkernels::yieldsOnlyX<Item>() && hasForm<ComputationFromThree, Item>;
+template <class Item>
+inline constexpr bool ComputesFromMany = numberkernels::yieldsOnlyX<Item>() && hasForm<ComputationFromMany, Item>;
 
 template <class Item>
-void computeMany(std::span<const MTBlockOperand> operands, VALTYPE* args, double* result, std::size_t nbRows)
+void computeMany(platform::ArrayView<const MTBlockOperand> operands, VALTYPE* args, double* result, std::size_t nbRows)
 {
     for (std::size_t row = 0; row < nbRows; ++row)
     {
@@ -104,32 +103,32 @@ void computeMany(std::span<const MTBlockOperand> operands, VALTYPE* args, double
         }
         else
         {
-            result[row] = Item::compute(std::span(std::as_const(args), operands.size()));
+            result[row] = Item::compute(platform::ArrayView(std::as_const(args), operands.size()));
         }
     }
 }
 
 template <class Item>
-consteval MTBlockKernels makeKernels()
+constexpr MTBlockKernels makeKernels()
 {
-    using enum MTBlockForm;
+    using Form = MTBlockForm;
     MTBlockKernels kernels{};
     if constexpr (numberkernels::ComputesFromOne<Item>)
     {
         kernels.compute = {computeUnary<Item>, nullptr, nullptr};
-        if constexpr (requires(double x) { Item::isOutside(x); })
+        if constexpr (numberkernels::MayRefuseOne<Item>)
         {
             kernels.outside = {isUnaryOutside<Item>, nullptr, nullptr};
         }
     }
     else if constexpr (numberkernels::ComputesFromTwo<Item>)
     {
-        kernels.compute = {computeBinary<Item, NoneUniform>, computeBinary<Item, FirstUniform>,
-                           computeBinary<Item, SecondUniform>};
-        if constexpr (requires(double x) { Item::isOutside(x, x); })
+        kernels.compute = {computeBinary<Item, Form::NoneUniform>, computeBinary<Item, Form::FirstUniform>,
+                           computeBinary<Item, Form::SecondUniform>};
+        if constexpr (numberkernels::MayRefuseTwo<Item>)
         {
-            kernels.outside = {isBinaryOutside<Item, NoneUniform>, isBinaryOutside<Item, FirstUniform>,
-                               isBinaryOutside<Item, SecondUniform>};
+            kernels.outside = {isBinaryOutside<Item, Form::NoneUniform>, isBinaryOutside<Item, Form::FirstUniform>,
+                               isBinaryOutside<Item, Form::SecondUniform>};
         }
     }
     else
@@ -146,7 +145,7 @@ inline constexpr MTBlockKernels kernels = makeKernels<Item>();
 
 /// For a class of the vocabulary; null where it has none.
 template <class Item>
-consteval const MTBlockKernels* builtInBlocks()
+constexpr const MTBlockKernels* builtInBlocks()
 {
     if constexpr (numberkernels::ComputesFromOne<Item> || numberkernels::ComputesFromTwo<Item> ||
                   blockkernels::ComputesFromThree<Item> || blockkernels::ComputesFromMany<Item>)

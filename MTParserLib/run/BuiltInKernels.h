@@ -39,7 +39,7 @@ using Fused = std::tuple<AddOp, MinusOp, MultOp, DivOp>;
 inline constexpr std::size_t nbFused = std::tuple_size_v<Fused>;
 
 template <class Item, std::size_t index = 0>
-consteval std::size_t fusedIndexOf()
+constexpr std::size_t fusedIndexOf()
 {
     if constexpr (index == nbFused)
     {
@@ -58,14 +58,19 @@ consteval std::size_t fusedIndexOf()
 /// Whether an item comes to the same x when it is computed again, and writes nothing else that may change. Random
 /// numbers would be drawn twice where the program runs after its number code gave up; a whole copy takes y and z along.
 template <class Item>
-consteval bool yieldsOnlyX()
+using Constancy = decltype(Item::constant);
+template <class Item>
+using ArgumentCopying = decltype(Item::copiesArgument);
+
+template <class Item>
+constexpr bool yieldsOnlyX()
 {
     bool yields = true;
-    if constexpr (requires { Item::constant; })
+    if constexpr (hasForm<Constancy, Item>)
     {
         yields = Item::constant;
     }
-    if constexpr (requires { Item::copiesArgument; })
+    if constexpr (hasForm<ArgumentCopying, Item>)
     {
         yields = yields && !Item::copiesArgument;
     }
@@ -73,31 +78,26 @@ consteval bool yieldsOnlyX()
 }
 
 template <class Item>
-concept ComputesFromOne = yieldsOnlyX<Item>() && requires(double x)
-{
-    static_cast<double>(Item::compute(x));
-};
+using ComputationFromOne = decltype(Item::compute(0.0));
+template <class Item>
+using ComputationFromTwo = decltype(Item::compute(0.0, 0.0));
+template <class Item>
+using RefusalOfOne = decltype(Item::isOutside(0.0));
+template <class Item>
+using RefusalOfTwo = decltype(Item::isOutside(0.0, 0.0));
+template <class Item>
+using ResultReading = decltype(Item::readsResult);
 
 template <class Item>
-concept ComputesFromTwo = yieldsOnlyX<Item>() && requires(double x)
-{
-    static_cast<double>(Item::compute(x, x));
-};
-
+inline constexpr bool ComputesFromOne = yieldsOnlyX<Item>() && hasForm<ComputationFromOne, Item>;
 template <class Item>
-concept MayRefuseOne = requires(double x)
-{
-    Item::isOutside(x);
-};
-
+inline constexpr bool ComputesFromTwo = yieldsOnlyX<Item>() && hasForm<ComputationFromTwo, Item>;
 template <class Item>
-concept MayRefuseTwo = requires(double x)
-{
-    Item::isOutside(x, x);
-};
-
+inline constexpr bool MayRefuseOne = hasForm<RefusalOfOne, Item>;
 template <class Item>
-concept MayRefuse = MayRefuseOne<Item> || MayRefuseTwo<Item>;
+inline constexpr bool MayRefuseTwo = hasForm<RefusalOfTwo, Item>;
+template <class Item>
+inline constexpr bool MayRefuse = MayRefuseOne<Item> || MayRefuseTwo<Item>;
 
 /// Computes one item, unless it refuses its operands.
 template <class Item, class... Operands>
@@ -112,7 +112,7 @@ double computeItem(double* product, bool& refused, Operands... operands)
         }
     }
     const double result = Item::compute(operands...);
-    if constexpr (requires { Item::readsResult; })
+    if constexpr (hasForm<ResultReading, Item>)
     {
         *product = result;
     }
@@ -123,24 +123,24 @@ double computeItem(double* product, bool& refused, Operands... operands)
 template <class Item, MTOperandForm form>
 double computeForm(const MTNumberStep& step, double value, double*& top, bool& refused)
 {
-    using enum MTOperandForm;
-    if constexpr (form == PushMemory)
+    using Form = MTOperandForm;
+    if constexpr (form == Form::PushMemory)
     {
         *top++ = value;
     }
     if constexpr (ComputesFromOne<Item>)
     {
-        return computeItem<Item>(step.product, refused, form == ValueMemory ? value : *step.a);
+        return computeItem<Item>(step.product, refused, form == Form::ValueMemory ? value : *step.a);
     }
-    else if constexpr (form == ValueMemory)
+    else if constexpr (form == Form::ValueMemory)
     {
         return computeItem<Item>(step.product, refused, value, *step.a);
     }
-    else if constexpr (form == MemoryValue)
+    else if constexpr (form == Form::MemoryValue)
     {
         return computeItem<Item>(step.product, refused, *step.a, value);
     }
-    else if constexpr (form == StackValue)
+    else if constexpr (form == Form::StackValue)
     {
         return computeItem<Item>(step.product, refused, *--top, value);
     }
@@ -192,19 +192,20 @@ double runFused(const MTNumberStep* step, double value, double* top, bool* refus
 }
 
 template <class Item>
-consteval MTNumberKernels unaryKernels()
+constexpr MTNumberKernels unaryKernels()
 {
-    using enum MTOperandForm;
-    return {{runItem<Item, Memory>, runItem<Item, PushMemory>, runItem<Item, ValueMemory>, nullptr, nullptr},
+    using Form = MTOperandForm;
+    return {{runItem<Item, Form::Memory>, runItem<Item, Form::PushMemory>, runItem<Item, Form::ValueMemory>, nullptr,
+             nullptr},
             MTNumberKernels::notFused};
 }
 
 template <class Item>
-consteval MTNumberKernels binaryKernels()
+constexpr MTNumberKernels binaryKernels()
 {
-    using enum MTOperandForm;
-    return {{runItem<Item, Memory>, runItem<Item, PushMemory>, runItem<Item, ValueMemory>, runItem<Item, MemoryValue>,
-             runItem<Item, StackValue>},
+    using Form = MTOperandForm;
+    return {{runItem<Item, Form::Memory>, runItem<Item, Form::PushMemory>, runItem<Item, Form::ValueMemory>,
+             runItem<Item, Form::MemoryValue>, runItem<Item, Form::StackValue>},
             fusedIndexOf<Item>()};
 }
 
@@ -214,7 +215,7 @@ template <class Item>
 inline constexpr MTNumberKernels kernelsFromTwo = binaryKernels<Item>();
 
 template <class Item>
-consteval const MTNumberKernels* kernelsOf()
+constexpr const MTNumberKernels* kernelsOf()
 {
     if constexpr (ComputesFromOne<Item>)
     {

@@ -10,7 +10,7 @@ using namespace numberkernels;
 constexpr std::size_t nbSecondForms = 2;
 constexpr std::size_t nbKernels = nbFused * nbOperandForms * nbFused * nbSecondForms;
 
-consteval MTOperandForm secondForm(std::size_t index)
+constexpr MTOperandForm secondForm(std::size_t index)
 {
     return index == 0 ? MTOperandForm::ValueMemory : MTOperandForm::MemoryValue;
 }
@@ -18,7 +18,7 @@ consteval MTOperandForm secondForm(std::size_t index)
 /// The kernel that stands at an index of the table: second form, second item, first form, first item vary in that
 /// order.
 template <std::size_t index>
-consteval MTNumberKernel kernelAt()
+constexpr MTNumberKernel kernelAt()
 {
     constexpr std::size_t second = index / nbSecondForms;
     constexpr std::size_t form = second / nbFused;
@@ -28,7 +28,7 @@ consteval MTNumberKernel kernelAt()
 }
 
 template <std::size_t... indices>
-consteval std::array<MTNumberKernel, nbKernels> allKernels(std::index_sequence<indices...>)
+constexpr std::array<MTNumberKernel, nbKernels> allKernels(std::index_sequence<indices...>)
 {
     return {kernelAt<indices>()...};
 }

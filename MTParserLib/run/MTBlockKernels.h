@@ -4,10 +4,10 @@
 
 #include "mathexpr/IMathExprItemEvaluator.h"
 #include "mathexpr/ValType.h"
+#include "platform/ArrayView.h"
 
 #include <array>
 #include <cstddef>
-#include <span>
 
 /// An operand for a block of rows: a value for each row, or one for all of them.
 struct MTBlockOperand
@@ -33,7 +33,7 @@ using MTBlockOutside = bool (*)(const double* a, const double* b, std::size_t nb
 
 /// Computes an item of more operands.
 /// @param args  as many records as there are operands, all zero but for x
-using MTBlockComputeMany = void (*)(std::span<const MTBlockOperand> operands, VALTYPE* args, double* result,
+using MTBlockComputeMany = void (*)(platform::ArrayView<const MTBlockOperand> operands, VALTYPE* args, double* result,
                                     std::size_t nbRows);
 
 /// All of one item: either the first two, by form, or the last.

@@ -16,7 +16,7 @@ std::uint32_t indexOfLast(std::size_t size) noexcept
 
 /// Asks an item itself, with plain numbers.
 /// @return the status of such a row
-std::uint32_t askItem(const IMathExprItemEvaluator& item, std::span<const VALTYPE> args, VALTYPE& result)
+std::uint32_t askItem(const IMathExprItemEvaluator& item, platform::ArrayView<const VALTYPE> args, VALTYPE& result)
 {
     if (item.evaluate(static_cast<std::uint32_t>(args.size()), args.data(), result, false))
     {
@@ -30,7 +30,7 @@ std::uint32_t askItem(const IMathExprItemEvaluator& item, std::span<const VALTYP
 class MTBlockProgram::Builder
 {
 public:
-    Builder(const MTParserProgram& source, std::span<const MTBoundColumn> bound) : program(source)
+    Builder(const MTParserProgram& source, platform::ArrayView<const MTBoundColumn> bound) : program(source)
     {
         for (const MTBoundColumn& column : bound)
         {
@@ -89,7 +89,7 @@ private:
         }
         // Taken before those of the operands are given back, so that an item never writes where it reads.
         const std::uint32_t result = takeBuffer();
-        for (const Operand& operand : std::span(target->operands).subspan(firstOperand))
+        for (const Operand& operand : platform::ArrayView(target->operands).subspan(firstOperand))
         {
             if (operand.place == Operand::Place::Buffer)
             {
@@ -133,7 +133,7 @@ private:
     }
 
     /// Whether what stands in a place is a number in every row. Results of steps are.
-    bool isNumber(const VALTYPE& place) const { return places.contains(&place) || place.type == 0; }
+    bool isNumber(const VALTYPE& place) const { return places.count(&place) != 0 || place.type == 0; }
 
     /// What stands in a place: a column, a result, or else what is the same in all rows.
     Operand take(const VALTYPE& place)
@@ -180,7 +180,7 @@ private:
 };
 
 std::unique_ptr<const MTBlockProgram> MTBlockProgram::build(const MTParserProgram& program,
-                                                            std::span<const MTBoundColumn> columns)
+                                                            platform::ArrayView<const MTBoundColumn> columns)
 {
     return Builder(program, columns).build();
 }
@@ -266,7 +266,7 @@ void MTBlockWorker::run(const Step& step, double* result, std::size_t nbRows, st
         const Operand operand = program.operands[step.firstOperand + j];
         manyOperands[j] = {valuesOf(operand), operand.place == Operand::Place::Uniform};
     }
-    step.kernels->computeMany(std::span(manyOperands).first(step.nbOperands), args.data(), result, nbRows);
+    step.kernels->computeMany(platform::ArrayView(manyOperands).first(step.nbOperands), args.data(), result, nbRows);
 }
 
 void MTBlockWorker::compute(const Step& step, double* result, std::size_t nbRows, std::uint32_t* status)
@@ -300,7 +300,7 @@ void MTBlockWorker::refuseRows(const Step& step, std::size_t nbRows, std::uint32
             args[j].x = valuesOf(operand)[operand.place == Operand::Place::Uniform ? 0 : row];
         }
         VALTYPE unused;
-        status[row] = askItem(*step.item, std::span(args).first(step.nbOperands), unused);
+        status[row] = askItem(*step.item, platform::ArrayView(args).first(step.nbOperands), unused);
         refused = refused || status[row] != RowStatus::Done;
     }
 }

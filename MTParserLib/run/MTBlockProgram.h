@@ -13,10 +13,10 @@
 #include "MTParserLib/run/MTBlockKernels.h"
 #include "MTParserLib/run/MTBulkArrays.h"
 #include "MTParserLib/run/MTBulkWorker.h"
+#include "platform/ArrayView.h"
 
 #include <cstdint>
 #include <memory>
-#include <span>
 #include <vector>
 
 /// The steps, shared by all threads.
@@ -26,7 +26,7 @@ public:
     /// @param program  complete, with a root that is not constant; has to stay as it is for the life of this object
     /// @return null where the program has no such form
     static std::unique_ptr<const MTBlockProgram> build(const MTParserProgram& program,
-                                                       std::span<const MTBoundColumn> columns);
+                                                       platform::ArrayView<const MTBoundColumn> columns);
 
 private:
     friend class MTBlockWorker;

@@ -46,7 +46,7 @@ private:
 /// Whether nobody can tell in which order rows are evaluated, and on which thread.
 bool isOrderHidden(const MTParserProgram& program)
 {
-    return std::ranges::all_of(program.steps, [](const MTProgramStep& step) {
+    return std::all_of(program.steps.begin(), program.steps.end(), [](const MTProgramStep& step) {
         return step.nbArgs == 0 ? step.first != nullptr
                                 : step.item->isConstant() && findBlockKernels(*step.item).isBuiltIn;
     });
@@ -120,8 +120,8 @@ std::size_t portionsOf(std::size_t nbRows) noexcept
 
 }
 
-MTBulkTally runInBulk(const MTParserProgram& program, std::span<const MTBoundColumn> columns, std::size_t nbRows,
-                      const BulkResults& results, std::uint32_t nbThreads)
+MTBulkTally runInBulk(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns,
+                      std::size_t nbRows, const BulkResults& results, std::uint32_t nbThreads)
 {
     const bool isConstant = program.rootIsConstant;
     const auto blocks = isConstant ? nullptr : MTBlockProgram::build(program, columns);
@@ -150,7 +150,7 @@ MTBulkTally runInBulk(const MTParserProgram& program, std::span<const MTBoundCol
 
     // All memory is taken before a row is evaluated.
     std::vector<std::unique_ptr<MTBulkWorker>> workers(nbWorkers);
-    std::ranges::generate(workers, makeWorker);
+    std::generate(workers.begin(), workers.end(), makeWorker);
     std::vector<MTBulkTally> tallies(nbWorkers);
     platform::runOnThreads(
         nbWorkers, [&](std::size_t worker) noexcept { tallies[worker] = rows.evaluatePortions(*workers[worker]); });

@@ -5,11 +5,11 @@
 #include "MTParserLib/program/MTParserProgram.h"
 #include "MTParserLib/run/MTBulkArrays.h"
 #include "MTParserLib/run/MTBulkWorker.h"
+#include "platform/ArrayView.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <span>
 
 /// How many rows a thread takes at a time: so many that taking them does not show, and no two threads write to the same
 /// place of the cache.
@@ -27,5 +27,5 @@ struct MTBulkTally
 /// @param columns    of variables that the program reads; what they and the results hold has been checked
 /// @param nbThreads  the most that may compute, the calling one among them
 /// @throws std::bad_alloc, before any row is evaluated; and what an item of the host throws
-MTBulkTally runInBulk(const MTParserProgram& program, std::span<const MTBoundColumn> columns, std::size_t nbRows,
-                      const BulkResults& results, std::uint32_t nbThreads);
+MTBulkTally runInBulk(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns,
+                      std::size_t nbRows, const BulkResults& results, std::uint32_t nbThreads);

@@ -27,7 +27,7 @@ public:
             places.push_back(step.destination);
         }
         places.push_back(program.root);
-        std::ranges::sort(places, std::less<>());
+        std::sort(places.begin(), places.end(), std::less<>());
         places.erase(std::unique(places.begin(), places.end()), places.end());
     }
 
@@ -36,18 +36,22 @@ public:
 
     const std::vector<const VALTYPE*>& all() const noexcept { return places; }
 
-    bool has(const VALTYPE* place) const noexcept { return std::ranges::binary_search(places, place, std::less<>()); }
+    bool has(const VALTYPE* place) const noexcept
+    {
+        return std::binary_search(places.begin(), places.end(), place, std::less<>());
+    }
 
     std::size_t indexOf(const VALTYPE* place) const noexcept
     {
-        return static_cast<std::size_t>(std::ranges::lower_bound(places, place, std::less<>()) - places.begin());
+        const auto found = std::lower_bound(places.begin(), places.end(), place, std::less<>());
+        return static_cast<std::size_t>(found - places.begin());
     }
 
 private:
     std::vector<const VALTYPE*> places;
 };
 
-MTRowProgram::MTRowProgram(const MTParserProgram& program, std::span<const MTBoundColumn> bound,
+MTRowProgram::MTRowProgram(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> bound,
                            const BulkResults& results)
     : steps(program.steps), writer(results)
 {

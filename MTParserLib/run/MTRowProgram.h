@@ -8,15 +8,16 @@
 #include "MTParserLib/program/MTParserProgram.h"
 #include "MTParserLib/run/MTBulkArrays.h"
 #include "MTParserLib/run/MTBulkWorker.h"
+#include "platform/ArrayView.h"
 
-#include <span>
 #include <vector>
 
 class MTRowProgram final : public MTBulkWorker
 {
 public:
     /// @param program  complete; has to stay as it is for the life of this object
-    MTRowProgram(const MTParserProgram& program, std::span<const MTBoundColumn> columns, const BulkResults& results);
+    MTRowProgram(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns,
+                 const BulkResults& results);
 
     /// @throws what an item of the host throws, but for the exception with code 15
     bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;

@@ -2,11 +2,11 @@
 // no locale.
 #include "MTParserLib/text/MTParserNumber.h"
 
+#include "platform/DecimalText.h"
+
 #include <array>
-#include <charconv>
 #include <cstdint>
 #include <limits>
-#include <system_error>
 
 namespace {
 
@@ -50,8 +50,7 @@ double readNumber(std::wstring_view number, wchar_t decimalPoint, std::string& s
     }
 
     double value = 0.0;
-    const auto [end, error] = std::from_chars(scratch.data(), scratch.data() + scratch.size(), value);
-    if (error == std::errc::result_out_of_range)
+    if (!platform::readDecimal(scratch, value))
     {
         // Too large if there is anything before the decimal point, too small otherwise.
         const std::size_t nonZero = scratch.find_first_of("123456789");

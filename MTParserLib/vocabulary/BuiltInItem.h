@@ -12,13 +12,15 @@
 // to set.
 #pragma once
 
+#include "MTParserLib/vocabulary/ItemForm.h"
 #include "MTParserLib/vocabulary/Refusal.h"
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/IMathOperator.h"
+#include "platform/ArrayView.h"
 
 #include <cstdint>
-#include <span>
 #include <string>
+#include <utility>
 
 struct OperatorText
 {
@@ -39,16 +41,15 @@ struct FunctionText
 };
 
 template <class Item>
-concept TakesOneOperand = requires(const VALTYPE& a, VALTYPE& result)
-{
-    Item::apply(a, result, false);
-};
+using ApplyToOne = decltype(Item::apply(std::declval<const VALTYPE&>(), std::declval<VALTYPE&>(), false));
+template <class Item>
+using ApplyToTwo = decltype(Item::apply(std::declval<const VALTYPE&>(), std::declval<const VALTYPE&>(),
+                                        std::declval<VALTYPE&>(), false));
 
 template <class Item>
-concept TakesTwoOperands = requires(const VALTYPE& a, VALTYPE& result)
-{
-    Item::apply(a, a, result, false);
-};
+inline constexpr bool TakesOneOperand = hasForm<ApplyToOne, Item>;
+template <class Item>
+inline constexpr bool TakesTwoOperands = hasForm<ApplyToTwo, Item>;
 
 /// Hands an item the operands that stand side by side.
 template <class Item>

@@ -6,12 +6,12 @@
 #pragma once
 
 #include "MTParserLib/vocabulary/BuiltInItem.h"
+#include "platform/ArrayView.h"
 
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
-#include <span>
 
 /// A function of one number, which states compute.
 template <class Function>
@@ -56,12 +56,12 @@ public:
         {
             refusePoint(Function::text.line);
         }
-        setNumber(result, value(std::span(args, nbArgs)));
+        setNumber(result, value(platform::ArrayView(args, nbArgs)));
         return true;
     }
 
 private:
-    static double value(std::span<const VALTYPE> args)
+    static double value(platform::ArrayView<const VALTYPE> args)
     {
         if constexpr (Function::text.nbArgs == 3)
         {
@@ -219,7 +219,7 @@ struct MinUndefFct final : VariadicFunction<MinUndefFct>
                                        NB_ARGS_UNDEFINED, __LINE__};
 
     /// NaN for no values at all, which an expression cannot ask for.
-    static double compute(std::span<const VALTYPE> values)
+    static double compute(platform::ArrayView<const VALTYPE> values)
     {
         double smallest = values.empty() ? std::numeric_limits<double>::quiet_NaN() : values[0].x;
         for (const VALTYPE& value : values)
@@ -253,7 +253,7 @@ struct MaxUndefFct final : VariadicFunction<MaxUndefFct>
                                        NB_ARGS_UNDEFINED, __LINE__};
 
     /// NaN for no values at all, which an expression cannot ask for.
-    static double compute(std::span<const VALTYPE> values)
+    static double compute(platform::ArrayView<const VALTYPE> values)
     {
         double largest = values.empty() ? std::numeric_limits<double>::quiet_NaN() : values[0].x;
         for (const VALTYPE& value : values)
@@ -329,7 +329,7 @@ struct SumFct final : VariadicFunction<SumFct>
     static constexpr FunctionText text{L"sum", L"sum(v1,v2,v3,...)", L"Return the sum of a set of values",
                                        NB_ARGS_UNDEFINED, __LINE__};
 
-    static double compute(std::span<const VALTYPE> values)
+    static double compute(platform::ArrayView<const VALTYPE> values)
     {
         double sum = 0.0;
         for (const VALTYPE& value : values)
@@ -344,7 +344,7 @@ struct AvgFct final : VariadicFunction<AvgFct>
 {
     static constexpr FunctionText text{L"avg", L"avg(v1,v2,v3,...)", L"Return the average of a set of values",
                                        NB_ARGS_UNDEFINED, __LINE__};
-    static double compute(std::span<const VALTYPE> values)
+    static double compute(platform::ArrayView<const VALTYPE> values)
     {
         return SumFct::compute(values) / static_cast<double>(values.size());
     }

@@ -1,8 +1,8 @@
-# system_math: the mathematical functions of Windows' own C library, in place of the ones that MinGW links statically.
+# mathexpr_system_math: the mathematical functions of Windows' own C library, in place of the ones that MinGW links statically.
 #
 # Those compute with x87 instructions: pow(10, -2) is not the double nearest to 0.01 with them, and sines near a multiple
 # of pi lose half of their digits.
-add_library(system_math INTERFACE)
+add_library(mathexpr_system_math INTERFACE)
 if(MINGW)
   set(system_math_library ${PROJECT_BINARY_DIR}/libsystem_math.a)
   find_program(MATHEXPR_DLLTOOL x86_64-w64-mingw32-dlltool REQUIRED)
@@ -11,7 +11,7 @@ if(MINGW)
     COMMAND ${MATHEXPR_DLLTOOL} -d ${CMAKE_CURRENT_LIST_DIR}/msvcrt_math.def -l ${system_math_library}
     DEPENDS ${CMAKE_CURRENT_LIST_DIR}/msvcrt_math.def
     VERBATIM)
-  add_custom_target(system_math_import DEPENDS ${system_math_library})
-  add_dependencies(system_math system_math_import)
-  target_link_libraries(system_math INTERFACE ${system_math_library})
+  add_custom_target(mathexpr_system_math_import DEPENDS ${system_math_library})
+  add_dependencies(mathexpr_system_math mathexpr_system_math_import)
+  target_link_libraries(mathexpr_system_math INTERFACE ${system_math_library})
 endif()

@@ -1,5 +1,7 @@
-// HandleRegistry.cpp - see HandleRegistry.h. Part of libraries that check handles only.
+// HandleRegistry.cpp - see HandleRegistry.h. Empty in libraries that do not check handles.
 #include "mathexpr/c/HandleRegistry.h"
+
+#if defined(MATHEXPR_CHECK_HANDLES)
 
 #include "platform/KeptWhileLoaded.h"
 
@@ -75,3 +77,5 @@ void HandleRegistry::retire(void* memory) noexcept
 {
     registry().retire(memory);
 }
+
+#endif

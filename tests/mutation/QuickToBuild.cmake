@@ -1,6 +1,6 @@
 # Included by the project when mutate.py builds it: what is changed is compiled over and over, what tests it only once.
-cmake_language(DEFER CALL target_compile_options MTParserLib PRIVATE -O0)
+cmake_language(DEFER CALL target_compile_options mathexpr_engine PRIVATE -O0)
 cmake_language(DEFER CALL target_compile_options mathexpr PRIVATE -O0)
-cmake_language(DEFER CALL target_precompile_headers MTParserLib PRIVATE
+cmake_language(DEFER CALL target_precompile_headers mathexpr_engine PRIVATE
                <algorithm> <array> <cmath> <functional> <memory> <string> <unordered_map> <vector>)
-cmake_language(DEFER CALL target_precompile_headers mathexpr REUSE_FROM MTParserLib)
+cmake_language(DEFER CALL target_precompile_headers mathexpr REUSE_FROM mathexpr_engine)

@@ -73,7 +73,8 @@ protected:
         EXPECT_TRUE(compiler.compile(text, assignTarget));
         const MTBoundColumn column{x->getValuePtr(), {L"x", numbers.data()}};
         std::vector<double> values(numbers.size());
-        tally = runInBulk(compiler.getProgram(), std::span(&column, 1), numbers.size(), {values.data()}, nbThreads);
+        tally = runInBulk(compiler.getProgram(), platform::ArrayView(&column, 1), numbers.size(), {values.data()},
+                          nbThreads);
         return values;
     }
 

@@ -246,12 +246,12 @@ std::vector<ExpectedFunction> expectedFunctions()
     return functions;
 }
 
-std::span<const VocabularyEntry> operators()
+platform::ArrayView<const VocabularyEntry> operators()
 {
     return getVocabulary().first(16);
 }
 
-std::span<const VocabularyEntry> functions()
+platform::ArrayView<const VocabularyEntry> functions()
 {
     return getVocabulary().subspan(16);
 }
