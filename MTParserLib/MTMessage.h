@@ -10,6 +10,7 @@
 namespace Message {
 enum Id : std::uint32_t
 {
+    None = 0,  ///< Nothing is wrong.
     UnknownName = 1,
     BracketNotClosed = 2,
     InvalidExpression = 3,

@@ -494,7 +494,7 @@ bool MTParserCompiler::emit(const StackRecord& record)
     if (emission.outcome == MTEmission::Outcome::Refused)
     {
         // The item has told the user itself.
-        noteRefusedItem(spanOf(record), record.nbArgs);
+        noteRefusedItem(spanOf(record), record.nbArgs, emission.refusal);
         return false;
     }
     return true;
@@ -558,9 +558,9 @@ MTSpan MTParserCompiler::spanOfStep(std::uint32_t position, std::uint32_t nbArgs
     return {begin, end};
 }
 
-void MTParserCompiler::noteRefusal(std::uint32_t position, std::uint32_t nbArgs)
+void MTParserCompiler::noteRefusal(std::uint32_t position, std::uint32_t nbArgs, Message::Id refusal)
 {
-    noteRefusedItem(spanOfStep(position, nbArgs), nbArgs);
+    noteRefusedItem(spanOfStep(position, nbArgs), nbArgs, refusal);
 }
 
 void MTParserCompiler::noteRaised(std::uint32_t position, std::uint32_t nbArgs, const ParsingException& exception)
@@ -619,10 +619,9 @@ void MTParserCompiler::noteParsing(const SMTParsingExcepData& data, std::uint32_
     failure.code = data.exID;
 }
 
-void MTParserCompiler::noteRefusedItem(MTSpan span, std::uint32_t nbArgs)
+void MTParserCompiler::noteRefusedItem(MTSpan span, std::uint32_t nbArgs, Message::Id refusal)
 {
-    const Message::Id reason = takeRefusal();
-    note(reason != Message::Id{} ? reason : Message::InvalidExpression, expectedInsteadOf(reason), span, {}, nbArgs);
+    note(refusal, expectedInsteadOf(refusal), span, {}, nbArgs);
 }
 
 void MTParserCompiler::noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const ParsingException& exception)

@@ -81,9 +81,9 @@ public:
 
     void clearFailure() noexcept { failure.message = Message::Id{}; }
 
-    /// Notes that a step of the program refused its arguments, or what it raised.
+    /// Notes why a step of the program refused its arguments, or what it raised.
     /// @param position, nbArgs  of the step
-    void noteRefusal(std::uint32_t position, std::uint32_t nbArgs);
+    void noteRefusal(std::uint32_t position, std::uint32_t nbArgs, Message::Id refusal);
     void noteRaised(std::uint32_t position, std::uint32_t nbArgs, const ParsingException& exception);
     /// Notes that the name that waits to be assigned cannot be a variable.
     void noteRefusedAssignment(const SMTDefExcepData& data);
@@ -156,7 +156,7 @@ private:
     void noteError(const MTCompileError& error, MTSpan span, std::wstring_view itemName, std::uint32_t nbArgs);
     void noteDefinition(const SMTDefExcepData& data, std::uint32_t expected, MTSpan span);
     void noteParsing(const SMTParsingExcepData& data, std::uint32_t expected, MTSpan span, std::uint32_t nbArgs);
-    void noteRefusedItem(MTSpan span, std::uint32_t nbArgs);
+    void noteRefusedItem(MTSpan span, std::uint32_t nbArgs, Message::Id refusal);
     void noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const ParsingException& exception);
 
     /// Notes an error and reports it.

@@ -2,7 +2,6 @@
 #include "MTParserLib/MTParserDefFuncs.h"
 
 #include "MTParserLib/MTParserRegistrar.h"
-#include "MTParserLib/run/BuiltInBlocks.h"
 #include "MTParserLib/run/BuiltInKernels.h"
 #include "MTParserLib/vocabulary/Conversions.h"
 #include "MTParserLib/vocabulary/CoreMath.h"
@@ -25,8 +24,6 @@ constexpr VocabularyEntry describe(VocabularyFamily family, const wchar_t* class
     entry.symbol = Item::text.symbol;
     entry.help = Item::text.help;
     entry.description = Item::text.description;
-    entry.type = &typeid(Item);
-    entry.blockKernels = builtInBlocks<Item>();
     if constexpr (std::is_base_of_v<IMathOperator, Item>)
     {
         entry.isOperator = true;

@@ -8,10 +8,8 @@
 #include "platform/ArrayView.h"
 
 #include <cstdint>
-#include <typeinfo>
 
 class MTParserRegistrar;
-struct MTBlockKernels;
 
 /// A name with a value that never changes. The string is zero-terminated and lives as long as the process.
 struct VocabularyConstant
@@ -34,8 +32,6 @@ struct VocabularyEntry
     bool isUnary;
     bool isConstant;                     ///< As the item answers.
     void (*define)(MTParserRegistrar&);  ///< Hands the registrar a new item, which the registrar then owns.
-    const std::type_info* type;          ///< Of its class.
-    const MTBlockKernels* blockKernels;  ///< Null where it is not computed block by block.
 };
 
 /// The constants, in the order in which they are defined.

@@ -222,7 +222,7 @@ void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned, const MT
         std::find_if(own.operators.begin(), own.operators.end(), [&](const MTOperatorDefinition& defined) {
             return defined.symbol.size() < definition.symbol.size();
         });
-    own.hasHostItems = own.hasHostItems || kernels.evaluate == virtualKernels.evaluate;
+    own.hasHostItems = own.hasHostItems || isHostItem(kernels);
     own.operators.insert(firstShorter, std::move(definition));
     own.indexCharacters();
 }
@@ -289,7 +289,7 @@ void MTParserRegistrar::defineFunction(IMathFunction* item, bool owned, const MT
         own.functions[last].nextOverload = index;
     }
     own.everyNameIsPlain = own.everyNameIsPlain && platform::isPlainName(definition.symbol);
-    own.hasHostItems = own.hasHostItems || kernels.evaluate == virtualKernels.evaluate;
+    own.hasHostItems = own.hasHostItems || isHostItem(kernels);
     own.functions.push_back(std::move(definition));
 }
 

@@ -63,7 +63,7 @@ bool runAndNote(MTParserProgram& program, bool showMessages, MTParserCompiler& c
         compiler.noteRaised(failure.position, failure.nbArgs, exception);
         throw;
     }
-    compiler.noteRefusal(failure.position, failure.nbArgs);
+    compiler.noteRefusal(failure.position, failure.nbArgs, failure.refusal);
     return false;
 }
 

@@ -8,10 +8,10 @@
 namespace {
 
 /// Evaluates a variable that has to be copied.
-bool copyValue(const MTProgramStep& step, bool)
+Message::Id copyValue(const MTProgramStep& step, bool)
 {
     copyRecent(*step.destination, *step.first);
-    return true;
+    return Message::None;
 }
 
 constexpr MTItemKernels copyingKernels{copyValue};
@@ -112,9 +112,10 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
         // The item meets an all-zero result, and is asked before the beginning of the call is looked for: its refusal
         // wins.
         step.destination = &folded;
-        if (!step.evaluate(showMessages))
+        const Message::Id refusal = step.evaluate(showMessages);
+        if (refusal != Message::None)
         {
-            return {MTEmission::Outcome::Refused, position};
+            return {MTEmission::Outcome::Refused, position, refusal};
         }
         program.slots.release(slotsBefore);
     }
@@ -142,7 +143,7 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
 MTEmission MTParserEmitter::operandMissing(std::size_t end) const
 {
     const std::uint32_t position = end == 0 ? MTEmission::noRecord : waiting[end - 1].position;
-    return {MTEmission::Outcome::OperandMissing, position};
+    return {MTEmission::Outcome::OperandMissing, position, Message::None};
 }
 
 void MTParserEmitter::setOperands(MTProgramStep& step, const Operand* operands)

@@ -27,7 +27,8 @@ struct MTEmission
     static constexpr std::uint32_t noRecord = std::numeric_limits<std::uint32_t>::max();
 
     Outcome outcome = Outcome::Done;
-    std::uint32_t position = 0;  ///< With OperandMissing: of the record found instead, or noRecord.
+    std::uint32_t position = 0;           ///< With OperandMissing: of the record found instead, or noRecord.
+    Message::Id refusal = Message::None;  ///< With Refused: why.
 };
 
 class MTParserEmitter

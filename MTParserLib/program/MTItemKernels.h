@@ -1,15 +1,19 @@
 // MTItemKernels.h - how the evaluator reaches an item that it knows, without a virtual call.
 #pragma once
 
+#include "MTParserLib/MTMessage.h"
 #include "MTParserLib/run/MTNumberCode.h"
 #include "mathexpr/IMathExprItemEvaluator.h"
 
 #include <cstdint>
 
+class ConversionFormula;
+struct MTBlockKernels;
 struct MTProgramStep;
 
 /// Evaluates the item of a step: does what item->evaluate promises, with the operands and the destination of the step.
-using MTEvaluate = bool (*)(const MTProgramStep& step, bool showMessages);
+/// @return why the item refuses its operands; Message::InvalidExpression for an item that gives no reason
+using MTEvaluate = Message::Id (*)(const MTProgramStep& step, bool showMessages);
 
 /// What the vocabulary tells the evaluator about a class. It lives as long as the process.
 struct MTItemKernels
@@ -19,7 +23,15 @@ struct MTItemKernels
     /// collected in the argument slots of the step.
     bool readsInPlace = false;
     const MTNumberKernels* numbers = nullptr;  ///< Null where number code cannot stand for the item.
+    const MTBlockKernels* blocks = nullptr;    ///< Null where the item is computed row by row.
+    /// Of an item that multiplies and divides a number by constants, in place of the two above; null for all others.
+    const ConversionFormula* formula = nullptr;
 };
 
 /// For an item that is known by its interface only.
 extern const MTItemKernels virtualKernels;
+
+inline bool isHostItem(const MTItemKernels& kernels) noexcept
+{
+    return kernels.evaluate == virtualKernels.evaluate;
+}

@@ -5,7 +5,8 @@
 
 // NOLINTNEXTLINE(cert-err58-cpp): computed by the compiler
 const MTItemKernels virtualKernels{[](const MTProgramStep& step, bool showMessages) {
-    return step.item->evaluate(step.nbArgs, step.first, *step.destination, showMessages);
+    const bool evaluated = step.item->evaluate(step.nbArgs, step.first, *step.destination, showMessages);
+    return evaluated ? Message::None : Message::InvalidExpression;
 }};
 
 namespace {

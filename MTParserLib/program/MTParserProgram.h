@@ -33,7 +33,7 @@ struct MTProgramStep
     std::uint32_t position;  ///< In the rewritten text, for error reports.
 
     const VALTYPE& operand(std::uint32_t index) const noexcept { return index == 1 ? *second : first[index]; }
-    bool evaluate(bool showMessages) const { return kernels->evaluate(*this, showMessages); }
+    Message::Id evaluate(bool showMessages) const { return kernels->evaluate(*this, showMessages); }
 };
 
 /// Memory for argument slots. It hands out memory that never moves, takes it back in the reverse order, and keeps what

@@ -2,12 +2,13 @@
 // compute, written so that compilers vectorise those of the simple arithmetic.
 #pragma once
 
-#include "MTParserLib/run/BuiltInKernels.h"
+#include "MTParserLib/run/BuiltInNumbers.h"
 #include "MTParserLib/run/MTBlockKernels.h"
 #include "platform/ArrayView.h"
 
 #include <array>
 #include <cstdint>
+#include <utility>
 
 namespace blockkernels {
 
@@ -84,9 +85,9 @@ template <class Item>
 using ComputationFromMany = decltype(Item::compute(std::declval<platform::ArrayView<const VALTYPE>>()));
 
 template <class Item>
-inline constexpr bool ComputesFromThree = numberkernels::yieldsOnlyX<Item>() && hasForm<ComputationFromThree, Item>;
+inline constexpr bool ComputesFromThree = numberkernels::yieldsSameAgain<Item>() && hasForm<ComputationFromThree, Item>;
 template <class Item>
-inline constexpr bool ComputesFromMany = numberkernels::yieldsOnlyX<Item>() && hasForm<ComputationFromMany, Item>;
+inline constexpr bool ComputesFromMany = numberkernels::yieldsSameAgain<Item>() && hasForm<ComputationFromMany, Item>;
 
 template <class Item>
 void computeMany(platform::ArrayView<const MTBlockOperand> operands, VALTYPE* args, double* result, std::size_t nbRows)

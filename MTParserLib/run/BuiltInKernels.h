@@ -1,239 +1,60 @@
-// BuiltInKernels.h - makes the evaluator's kernels of the classes of the vocabulary.
-//
-// Every class has a direct call. A class that computes a number from one or two numbers, and nothing else, has number
-// kernels as well: one for each place in which its operands may stand. They call the class's own compute, so that there
-// is one statement of each formula.
+// BuiltInKernels.h - makes all that a program knows of the classes of the vocabulary.
 #pragma once
 
 #include "MTParserLib/program/MTItemKernels.h"
 #include "MTParserLib/program/MTParserProgram.h"
+#include "MTParserLib/run/BuiltInBlocks.h"
+#include "MTParserLib/run/BuiltInNumbers.h"
 #include "MTParserLib/vocabulary/BuiltInItem.h"
-#include "MTParserLib/vocabulary/Operators.h"
+#include "MTParserLib/vocabulary/Conversions.h"
 
-#include <array>
-#include <cstddef>
-#include <tuple>
 #include <type_traits>
 
 template <class Item>
-bool evaluateDirectly(const MTProgramStep& step, bool showMessages)
+Message::Id applyToOperands(const MTProgramStep& step)
 {
     if constexpr (TakesOneOperand<Item>)
     {
-        return Item::apply(*step.first, *step.destination, showMessages);
+        return Item::apply(*step.first, *step.destination);
     }
     else if constexpr (TakesTwoOperands<Item>)
     {
-        return Item::apply(*step.first, *step.second, *step.destination, showMessages);
+        return Item::apply(*step.first, *step.second, *step.destination);
     }
     else
     {
-        return Item::apply(step.nbArgs, step.first, *step.destination, showMessages);
+        return Item::apply(step.nbArgs, step.first, *step.destination);
     }
 }
 
-namespace numberkernels {
-
-/// Items of which two in a row become one step: the arithmetic that formulas are mostly made of.
-using Fused = std::tuple<AddOp, MinusOp, MultOp, DivOp>;
-inline constexpr std::size_t nbFused = std::tuple_size_v<Fused>;
-
-template <class Item, std::size_t index = 0>
-constexpr std::size_t fusedIndexOf()
+template <class Item>
+Message::Id evaluateDirectly(const MTProgramStep& step, bool showMessages)
 {
-    if constexpr (index == nbFused)
+    return showRefusal(applyToOperands<Item>(step), showMessages);
+}
+
+template <class Item>
+Message::Id evaluateConversion(const MTProgramStep& step, bool)
+{
+    Item::text.convert(*step.first, *step.destination);
+    return Message::None;
+}
+
+template <class Item>
+constexpr MTItemKernels makeItemKernels()
+{
+    if constexpr (std::is_base_of_v<Conversion, Item>)
     {
-        return MTNumberKernels::notFused;
-    }
-    else if constexpr (std::is_same_v<Item, std::tuple_element_t<index, Fused>>)
-    {
-        return index;
+        const bool computes = Item::text.kind != ConversionResult::Copied;
+        return {evaluateConversion<Item>, true, nullptr, nullptr, computes ? &Item::text.formula : nullptr};
     }
     else
     {
-        return fusedIndexOf<Item, index + 1>();
+        return {evaluateDirectly<Item>, TakesOneOperand<Item> || TakesTwoOperands<Item>,
+                numberkernels::kernelsOf<Item>(), builtInBlocks<Item>()};
     }
-}
-
-/// Whether an item comes to the same x when it is computed again, and writes nothing else that may change. Random
-/// numbers would be drawn twice where the program runs after its number code gave up; a whole copy takes y and z along.
-template <class Item>
-using Constancy = decltype(Item::constant);
-template <class Item>
-using ArgumentCopying = decltype(Item::copiesArgument);
-
-template <class Item>
-constexpr bool yieldsOnlyX()
-{
-    bool yields = true;
-    if constexpr (hasForm<Constancy, Item>)
-    {
-        yields = Item::constant;
-    }
-    if constexpr (hasForm<ArgumentCopying, Item>)
-    {
-        yields = yields && !Item::copiesArgument;
-    }
-    return yields;
-}
-
-template <class Item>
-using ComputationFromOne = decltype(Item::compute(0.0));
-template <class Item>
-using ComputationFromTwo = decltype(Item::compute(0.0, 0.0));
-template <class Item>
-using RefusalOfOne = decltype(Item::isOutside(0.0));
-template <class Item>
-using RefusalOfTwo = decltype(Item::isOutside(0.0, 0.0));
-template <class Item>
-using ResultReading = decltype(Item::readsResult);
-
-template <class Item>
-inline constexpr bool ComputesFromOne = yieldsOnlyX<Item>() && hasForm<ComputationFromOne, Item>;
-template <class Item>
-inline constexpr bool ComputesFromTwo = yieldsOnlyX<Item>() && hasForm<ComputationFromTwo, Item>;
-template <class Item>
-inline constexpr bool MayRefuseOne = hasForm<RefusalOfOne, Item>;
-template <class Item>
-inline constexpr bool MayRefuseTwo = hasForm<RefusalOfTwo, Item>;
-template <class Item>
-inline constexpr bool MayRefuse = MayRefuseOne<Item> || MayRefuseTwo<Item>;
-
-/// Computes one item, unless it refuses its operands.
-template <class Item, class... Operands>
-double computeItem(double* product, bool& refused, Operands... operands)
-{
-    if constexpr (MayRefuse<Item>)
-    {
-        refused = Item::isOutside(operands...);
-        if (refused)
-        {
-            return 0.0;
-        }
-    }
-    const double result = Item::compute(operands...);
-    if constexpr (hasForm<ResultReading, Item>)
-    {
-        *product = result;
-    }
-    return result;
-}
-
-/// Fetches the operands of an item from where they stand, and computes it.
-template <class Item, MTOperandForm form>
-double computeForm(const MTNumberStep& step, double value, double*& top, bool& refused)
-{
-    using Form = MTOperandForm;
-    if constexpr (form == Form::PushMemory)
-    {
-        *top++ = value;
-    }
-    if constexpr (ComputesFromOne<Item>)
-    {
-        return computeItem<Item>(step.product, refused, form == Form::ValueMemory ? value : *step.a);
-    }
-    else if constexpr (form == Form::ValueMemory)
-    {
-        return computeItem<Item>(step.product, refused, value, *step.a);
-    }
-    else if constexpr (form == Form::MemoryValue)
-    {
-        return computeItem<Item>(step.product, refused, *step.a, value);
-    }
-    else if constexpr (form == Form::StackValue)
-    {
-        return computeItem<Item>(step.product, refused, *--top, value);
-    }
-    else
-    {
-        return computeItem<Item>(step.product, refused, *step.a, *step.b);
-    }
-}
-
-/// Runs the next step. As the last thing that a kernel does, this is a jump.
-inline double runNext(const MTNumberStep* step, double value, double* top, bool* refused)
-{
-    ++step;
-    return step->kernel(step, value, top, refused);
-}
-
-template <class Item, MTOperandForm form>
-double runItem(const MTNumberStep* step, double value, double* top, bool* refused)
-{
-    bool itemRefused = false;
-    const double result = computeForm<Item, form>(*step, value, top, itemRefused);
-    if (itemRefused)
-    {
-        *refused = true;
-        return result;
-    }
-    return runNext(step, result, top, refused);
-}
-
-template <class First, MTOperandForm firstForm, class Second, MTOperandForm secondForm>
-double runFused(const MTNumberStep* step, double value, double* top, bool* refused)
-{
-    bool itemRefused = false;
-    const double first = computeForm<First, firstForm>(*step, value, top, itemRefused);
-    if (itemRefused)
-    {
-        *refused = true;
-        return first;
-    }
-    const double result = secondForm == MTOperandForm::ValueMemory
-                              ? computeItem<Second>(step->secondProduct, itemRefused, first, *step->c)
-                              : computeItem<Second>(step->secondProduct, itemRefused, *step->c, first);
-    if (itemRefused)
-    {
-        *refused = true;
-        return result;
-    }
-    return runNext(step, result, top, refused);
-}
-
-template <class Item>
-constexpr MTNumberKernels unaryKernels()
-{
-    using Form = MTOperandForm;
-    return {{runItem<Item, Form::Memory>, runItem<Item, Form::PushMemory>, runItem<Item, Form::ValueMemory>, nullptr,
-             nullptr},
-            MTNumberKernels::notFused};
-}
-
-template <class Item>
-constexpr MTNumberKernels binaryKernels()
-{
-    using Form = MTOperandForm;
-    return {{runItem<Item, Form::Memory>, runItem<Item, Form::PushMemory>, runItem<Item, Form::ValueMemory>,
-             runItem<Item, Form::MemoryValue>, runItem<Item, Form::StackValue>},
-            fusedIndexOf<Item>()};
-}
-
-template <class Item>
-inline constexpr MTNumberKernels kernelsFromOne = unaryKernels<Item>();
-template <class Item>
-inline constexpr MTNumberKernels kernelsFromTwo = binaryKernels<Item>();
-
-template <class Item>
-constexpr const MTNumberKernels* kernelsOf()
-{
-    if constexpr (ComputesFromOne<Item>)
-    {
-        return &kernelsFromOne<Item>;
-    }
-    else if constexpr (ComputesFromTwo<Item>)
-    {
-        return &kernelsFromTwo<Item>;
-    }
-    else
-    {
-        return nullptr;
-    }
-}
-
 }
 
 /// For a class of the vocabulary.
 template <class Item>
-inline constexpr MTItemKernels builtInKernels{evaluateDirectly<Item>, TakesOneOperand<Item> || TakesTwoOperands<Item>,
-                                              numberkernels::kernelsOf<Item>()};
+inline constexpr MTItemKernels builtInKernels = makeItemKernels<Item>();

@@ -1,5 +1,5 @@
 // FusedKernels.cpp - the table of kernels for two items in a row.
-#include "MTParserLib/run/BuiltInKernels.h"
+#include "MTParserLib/run/BuiltInNumbers.h"
 
 #include <utility>
 

@@ -2,7 +2,6 @@
 // a whole block of rows.
 #pragma once
 
-#include "mathexpr/IMathExprItemEvaluator.h"
 #include "mathexpr/ValType.h"
 #include "platform/ArrayView.h"
 
@@ -43,13 +42,3 @@ struct MTBlockKernels
     std::array<MTBlockOutside, nbBlockForms> outside;  ///< Null where the item refuses no numbers.
     MTBlockComputeMany computeMany;
 };
-
-/// What is known about an item of the vocabulary.
-struct MTBuiltInBlocks
-{
-    bool isBuiltIn;                 ///< False for an item of the host's, of which nothing is known.
-    const MTBlockKernels* kernels;  ///< Null where the item is computed row by row.
-};
-
-/// Finds an item by its class.
-MTBuiltInBlocks findBlockKernels(const IMathExprItemEvaluator& item);

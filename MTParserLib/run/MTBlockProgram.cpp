@@ -1,6 +1,8 @@
 // MTBlockProgram.cpp - builds the block form of a program, and runs it.
 #include "MTParserLib/run/MTBlockProgram.h"
 
+#include "MTParserLib/run/ScalingKernels.h"
+
 #include <algorithm>
 #include <unordered_map>
 
@@ -14,15 +16,12 @@ std::uint32_t indexOfLast(std::size_t size) noexcept
     return static_cast<std::uint32_t>(size - 1);
 }
 
-/// Asks an item itself, with plain numbers.
+/// Evaluates an item by itself, with plain numbers.
 /// @return the status of such a row
-std::uint32_t askItem(const IMathExprItemEvaluator& item, platform::ArrayView<const VALTYPE> args, VALTYPE& result)
+std::uint32_t evaluateItem(const MTItemKernels& item, platform::ArrayView<const VALTYPE> args, VALTYPE& result)
 {
-    if (item.evaluate(static_cast<std::uint32_t>(args.size()), args.data(), result, false))
-    {
-        return RowStatus::Done;
-    }
-    return refusalStatus();
+    return item.evaluate(
+        {&item, nullptr, args.data(), args.data() + 1, &result, static_cast<std::uint32_t>(args.size()), 0}, false);
 }
 
 }
@@ -65,8 +64,7 @@ private:
         {
             return addCopy(step);
         }
-        const MTBlockKernels* const kernels = findBlockKernels(*step.item).kernels;
-        if (kernels == nullptr)
+        if (step.kernels->blocks == nullptr && step.kernels->formula == nullptr)
         {
             return false;
         }
@@ -96,11 +94,31 @@ private:
                 freeBuffers.push_back(operand.index);
             }
         }
-        target->steps.push_back(
-            {kernels, step.item, static_cast<std::uint32_t>(firstOperand), step.nbArgs, result, RowStatus::Done});
-        target->mostOperands = std::max<std::size_t>(target->mostOperands, step.nbArgs);
+        if (step.kernels->formula != nullptr)
+        {
+            addScaling(step, static_cast<std::uint32_t>(firstOperand), result);
+        }
+        else
+        {
+            target->steps.push_back({step.kernels, static_cast<std::uint32_t>(firstOperand), step.nbArgs, result,
+                                     RowStatus::Done, nullptr, nullptr});
+            target->mostOperands = std::max<std::size_t>(target->mostOperands, step.nbArgs);
+        }
         places[step.destination] = Operand{Operand::Place::Buffer, result};
         return true;
+    }
+
+    /// All steps but the first scale what is in the buffer of the result.
+    void addScaling(const MTProgramStep& step, std::uint32_t operand, std::uint32_t result)
+    {
+        const ConversionFormula& formula = *step.kernels->formula;
+        for (std::size_t j = 0; j < countScalingSteps(formula); ++j)
+        {
+            target->steps.push_back({step.kernels, operand, 1, result, RowStatus::Done,
+                                     findScalingStep(formula, j).blocks, factorsOfStep(formula, j).data()});
+            target->operands.push_back({Operand::Place::Buffer, result});
+            operand = indexOfLast(target->operands.size());
+        }
     }
 
     /// A variable that is copied to its consumer is read in its own place here.
@@ -124,10 +142,10 @@ private:
         }
         target->operands.resize(firstOperand);
         VALTYPE result;
-        const std::uint32_t status = askItem(*step.item, args, result);
+        const std::uint32_t status = evaluateItem(*step.kernels, args, result);
         if (status != RowStatus::Done)
         {
-            target->steps.push_back({nullptr, nullptr, 0, 0, 0, status});
+            target->steps.push_back({nullptr, 0, 0, 0, status, nullptr, nullptr});
         }
         places[step.destination] = addNumber(result.x);
     }
@@ -166,7 +184,7 @@ private:
         one.x = 1.0;
         args.assign(step.nbArgs, one);
         VALTYPE result;
-        askItem(*step.item, args, result);
+        evaluateItem(*step.kernels, args, result);
         return result.flag;
     }
 
@@ -250,13 +268,18 @@ const double* MTBlockWorker::valuesOf(Operand operand) const noexcept
 
 void MTBlockWorker::run(const Step& step, double* result, std::size_t nbRows, std::uint32_t* status)
 {
-    if (step.kernels == nullptr)
+    if (step.item == nullptr)
     {
         std::replace(status, status + nbRows, static_cast<std::uint32_t>(RowStatus::Done), step.refusal);
         refused = true;
         return;
     }
-    if (step.kernels->computeMany == nullptr)
+    if (step.scaling != nullptr)
+    {
+        step.scaling(valuesOf(program.operands[step.firstOperand]), step.factors, result, nbRows);
+        return;
+    }
+    if (step.item->blocks->computeMany == nullptr)
     {
         compute(step, result, nbRows, status);
         return;
@@ -266,7 +289,8 @@ void MTBlockWorker::run(const Step& step, double* result, std::size_t nbRows, st
         const Operand operand = program.operands[step.firstOperand + j];
         manyOperands[j] = {valuesOf(operand), operand.place == Operand::Place::Uniform};
     }
-    step.kernels->computeMany(platform::ArrayView(manyOperands).first(step.nbOperands), args.data(), result, nbRows);
+    step.item->blocks->computeMany(platform::ArrayView(manyOperands).first(step.nbOperands), args.data(), result,
+                                   nbRows);
 }
 
 void MTBlockWorker::compute(const Step& step, double* result, std::size_t nbRows, std::uint32_t* status)
@@ -278,12 +302,12 @@ void MTBlockWorker::compute(const Step& step, double* result, std::size_t nbRows
                                                                                          : MTBlockForm::NoneUniform);
     const double* const a = valuesOf(first);
     const double* const b = valuesOf(second);
-    const MTBlockOutside outside = step.kernels->outside[form];
+    const MTBlockOutside outside = step.item->blocks->outside[form];
     if (outside != nullptr && outside(a, b, nbRows))
     {
         refuseRows(step, nbRows, status);
     }
-    step.kernels->compute[form](a, b, result, nbRows);
+    step.item->blocks->compute[form](a, b, result, nbRows);
 }
 
 void MTBlockWorker::refuseRows(const Step& step, std::size_t nbRows, std::uint32_t* status)
@@ -300,7 +324,7 @@ void MTBlockWorker::refuseRows(const Step& step, std::size_t nbRows, std::uint32
             args[j].x = valuesOf(operand)[operand.place == Operand::Place::Uniform ? 0 : row];
         }
         VALTYPE unused;
-        status[row] = askItem(*step.item, platform::ArrayView(args).first(step.nbOperands), unused);
+        status[row] = evaluateItem(*step.item, platform::ArrayView(args).first(step.nbOperands), unused);
         refused = refused || status[row] != RowStatus::Done;
     }
 }

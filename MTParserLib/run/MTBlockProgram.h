@@ -47,12 +47,13 @@ private:
 
     struct Step
     {
-        const MTBlockKernels* kernels;  // null: every row is refused that no earlier step has refused
-        const IMathExprItemEvaluator* item;
+        const MTItemKernels* item;   // null: every row is refused that no earlier step has refused
         std::uint32_t firstOperand;  // among the operands
         std::uint32_t nbOperands;
-        std::uint32_t result;   // the buffer that it goes to
-        std::uint32_t refusal;  // where every row is refused: the status
+        std::uint32_t result;    // the buffer that it goes to
+        std::uint32_t refusal;   // where every row is refused: the status
+        MTBlockCompute scaling;  // of a step of a conversion, else null
+        const double* factors;
     };
 
     std::vector<Step> steps;

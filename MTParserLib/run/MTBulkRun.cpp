@@ -1,7 +1,6 @@
 // MTBulkRun.cpp - rows are shared out in portions; whichever thread is free takes the next one.
 #include "MTParserLib/run/MTBulkRun.h"
 
-#include "MTParserLib/run/MTBlockKernels.h"
 #include "MTParserLib/run/MTBlockProgram.h"
 #include "MTParserLib/run/MTRowProgram.h"
 #include "platform/FloatingPointGuard.h"
@@ -47,8 +46,7 @@ private:
 bool isOrderHidden(const MTParserProgram& program)
 {
     return std::all_of(program.steps.begin(), program.steps.end(), [](const MTProgramStep& step) {
-        return step.nbArgs == 0 ? step.first != nullptr
-                                : step.item->isConstant() && findBlockKernels(*step.item).isBuiltIn;
+        return step.nbArgs == 0 ? step.first != nullptr : step.item->isConstant() && !isHostItem(*step.kernels);
     });
 }
 

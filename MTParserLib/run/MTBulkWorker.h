@@ -2,18 +2,15 @@
 // (MTRowProgram.h).
 #pragma once
 
-#include "MTParserLib/vocabulary/Refusal.h"
+#include "MTParserLib/MTMessage.h"
 #include "mathexpr/BulkArrays.h"
 
 #include <cstddef>
 #include <cstdint>
 
-/// The status of a row that an item has just refused on this thread.
-inline std::uint32_t refusalStatus() noexcept
-{
-    const std::uint32_t reason = takeRefusal();
-    return reason != 0 ? reason : static_cast<std::uint32_t>(RowStatus::ArgumentsRefused);
-}
+// A row that is refused has the message of the refusal as its status.
+static_assert(std::uint32_t{RowStatus::Done} == Message::None);
+static_assert(std::uint32_t{RowStatus::ArgumentsRefused} == Message::InvalidExpression);
 
 class MTBulkWorker
 {

@@ -2,6 +2,7 @@
 #include "MTParserLib/run/MTNumberCode.h"
 
 #include "MTParserLib/program/MTParserProgram.h"
+#include "MTParserLib/run/ScalingKernels.h"
 
 #include <algorithm>
 #include <array>
@@ -72,7 +73,14 @@ public:
                 memory[nbMemory++] = operands[j].memory;
             }
         }
-        append(*step.kernels->numbers, form, memory, &step.destination->x);
+        if (step.kernels->formula != nullptr)
+        {
+            appendScaling(*step.kernels->formula, form, memory[0]);
+        }
+        else
+        {
+            append(*step.kernels->numbers, form, memory, &step.destination->x);
+        }
         if (nbWaiting == mostWaiting)
         {
             overflowed = true;
@@ -147,6 +155,19 @@ private:
         lastForm = form;
     }
 
+    void appendScaling(const ConversionFormula& formula, MTOperandForm form, const double* operand)
+    {
+        for (std::size_t j = 0; j < countScalingSteps(formula); ++j)
+        {
+            const MTNumberKernel kernel = findScalingStep(formula, j).numbers.kernels[static_cast<std::size_t>(form)];
+            const double* const factors = factorsOfStep(formula, j).data();
+            const double* const first = form == MTOperandForm::ValueMemory ? factors : operand;
+            steps.push_back({kernel, first, factors, nullptr, nullptr, nullptr});
+            form = MTOperandForm::ValueMemory;
+        }
+        lastIndex = MTNumberKernels::notFused;
+    }
+
     std::vector<MTNumberStep>& steps;
     // From 1 on: under the first lies one that no operand is, and that never makes way.
     std::array<WaitingResult, 1 + mostWaiting> waiting;
@@ -177,15 +198,23 @@ void MTNumberCode::prepare(const MTParserProgram& program, const VALTYPE& root)
         ready = steps.data();
         return;
     }
-    const auto hasNumbers = [](const MTProgramStep& step) { return step.kernels->numbers != nullptr; };
-    if (program.steps.size() > mostSteps || !std::all_of(program.steps.begin(), program.steps.end(), hasNumbers))
+    std::size_t nbSteps = 0;
+    for (const MTProgramStep& step : program.steps)
+    {
+        const ConversionFormula* const formula = step.kernels->formula;
+        if (step.kernels->numbers == nullptr && formula == nullptr)
+        {
+            return;
+        }
+        nbSteps += formula != nullptr ? countScalingSteps(*formula) : 1;
+    }
+    if (nbSteps > mostSteps)
     {
         return;
     }
-    const std::size_t nbItems = program.steps.size();
-    steps.reserve(nbItems + 1);
+    steps.reserve(nbSteps + 1);
     // Each result on the stack waits for an item of two operands, and the last result never lies there.
-    stack.resize(std::max(stack.size(), nbItems));
+    stack.resize(std::max(stack.size(), program.steps.size()));
     possible = true;
 }
 

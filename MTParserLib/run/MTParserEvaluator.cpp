@@ -16,21 +16,22 @@ bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failu
     }
     program.numbers.programRuns();
     auto step = program.steps.begin();
-    const auto tell = [&] { failure = MTRunFailure{step->position, step->nbArgs}; };
+    const auto tell = [&](Message::Id refusal) { failure = MTRunFailure{step->position, step->nbArgs, refusal}; };
     try
     {
         for (; step != program.steps.end(); ++step)
         {
-            if (!step->evaluate(showMessages))
+            const Message::Id refusal = step->evaluate(showMessages);
+            if (refusal != Message::None)
             {
-                tell();
+                tell(refusal);
                 return false;
             }
         }
     }
     catch (...)
     {
-        tell();
+        tell(Message::None);
         throw;
     }
     program.numbers.programRan();

@@ -3,11 +3,12 @@
 
 #include "MTParserLib/program/MTParserProgram.h"
 
-/// The step that ended a run: which one, and how many arguments it has.
+/// The step that ended a run: which one, how many arguments it has, and why it refused them.
 struct MTRunFailure
 {
     std::uint32_t position = 0;
     std::uint32_t nbArgs = 0;
+    Message::Id refusal = Message::None;  ///< None where it raised an exception.
 };
 
 /// Runs a complete program once. Nothing is allocated. A program whose root is constant is not run at all.

@@ -124,9 +124,10 @@ std::uint32_t MTRowProgram::runSteps()
     {
         for (const MTProgramStep& step : steps)
         {
-            if (!step.evaluate(false))
+            const Message::Id refusal = step.evaluate(false);
+            if (refusal != Message::None)
             {
-                return refusalStatus();
+                return refusal;
             }
         }
     }

@@ -1,15 +1,15 @@
 // BuiltInItem.h - what every class of the vocabulary is made of.
 //
 // A class of the vocabulary has no data. It states its strings and numbers in a constant named text and its arithmetic
-// in a static member function apply, which does what IMathExprItemEvaluator::evaluate promises and can also be called
-// without an object. It takes one operand, two operands, or any number of arguments:
+// in a static member function apply. It takes one operand, two operands, or any number of arguments:
 //
-//     bool apply(const VALTYPE& a, VALTYPE& result, bool showMessages)
-//     bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool showMessages)
-//     bool apply(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages)
+//     Message::Id apply(const VALTYPE& a, VALTYPE& result)
+//     Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
+//     Message::Id apply(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result)
 //
-// The bases below answer the item interfaces from these two. apply writes only the fields of result that the item means
-// to set.
+// apply returns the message that says why the item refuses its arguments, or Message::None where the result holds the
+// value. It writes only the fields of result that the item means to set, and none where it refuses. The bases below
+// answer the item interfaces from text and apply.
 #pragma once
 
 #include "MTParserLib/vocabulary/ItemForm.h"
@@ -41,10 +41,10 @@ struct FunctionText
 };
 
 template <class Item>
-using ApplyToOne = decltype(Item::apply(std::declval<const VALTYPE&>(), std::declval<VALTYPE&>(), false));
+using ApplyToOne = decltype(Item::apply(std::declval<const VALTYPE&>(), std::declval<VALTYPE&>()));
 template <class Item>
-using ApplyToTwo = decltype(Item::apply(std::declval<const VALTYPE&>(), std::declval<const VALTYPE&>(),
-                                        std::declval<VALTYPE&>(), false));
+using ApplyToTwo =
+    decltype(Item::apply(std::declval<const VALTYPE&>(), std::declval<const VALTYPE&>(), std::declval<VALTYPE&>()));
 
 template <class Item>
 inline constexpr bool TakesOneOperand = hasForm<ApplyToOne, Item>;
@@ -53,58 +53,82 @@ inline constexpr bool TakesTwoOperands = hasForm<ApplyToTwo, Item>;
 
 /// Hands an item the operands that stand side by side.
 template <class Item>
-bool applyToArgs(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages)
+Message::Id applyToArgs(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result)
 {
     if constexpr (TakesOneOperand<Item>)
     {
-        return Item::apply(args[0], result, showMessages);
+        return Item::apply(args[0], result);
     }
     else if constexpr (TakesTwoOperands<Item>)
     {
-        return Item::apply(args[0], args[1], result, showMessages);
+        return Item::apply(args[0], args[1], result);
     }
     else
     {
-        return Item::apply(nbArgs, args, result, showMessages);
+        return Item::apply(nbArgs, args, result);
     }
 }
 
-/// Answers IMathOperator for a class with text and apply.
-template <class Operator>
-class BuiltInOperator : public IMathOperator
+/// Answers what an operator is out of its text.
+class DescribedOperator : public IMathOperator
 {
 public:
-    std::wstring getHelpString() const final { return Operator::text.help; }
-    std::wstring getDescription() const final { return Operator::text.description; }
+    std::wstring getHelpString() const final;
+    std::wstring getDescription() const final;
+    std::int32_t getPrecedence() const final;
+    std::wstring getSymbol() const final;
+    bool isUnaryOp() const final;
+
+protected:
+    virtual const OperatorText& describe() const noexcept = 0;
+};
+
+/// Answers what a function is out of its text.
+class DescribedFunction : public IMathFunction
+{
+public:
+    std::wstring getHelpString() const final;
+    std::wstring getDescription() const final;
+    std::wstring getSymbol() const final;
+    std::uint32_t getNbArgs() const final;
+
+protected:
+    virtual const FunctionText& describe() const noexcept = 0;
+};
+
+/// Answers IMathOperator for a class with text and apply.
+template <class Operator>
+class BuiltInOperator : public DescribedOperator
+{
+public:
     bool isConstant() const final { return true; }
-    std::int32_t getPrecedence() const final { return Operator::text.precedence; }
-    std::wstring getSymbol() const final { return Operator::text.symbol; }
-    bool isUnaryOp() const final { return Operator::text.unary; }
 
     bool evaluate(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages) const final
     {
-        return applyToArgs<Operator>(nbArgs, args, result, showMessages);
+        return showRefusal(applyToArgs<Operator>(nbArgs, args, result), showMessages) == Message::None;
     }
+
+protected:
+    const OperatorText& describe() const noexcept final { return Operator::text; }
 };
 
 /// Answers IMathFunction for a class with text and apply.
 template <class Function>
-class BuiltInFunction : public IMathFunction
+class BuiltInFunction : public DescribedFunction
 {
 public:
     /// Hidden by a function whose result does not depend on the arguments alone.
     static constexpr bool constant = true;
 
-    std::wstring getHelpString() const final { return Function::text.help; }
-    std::wstring getDescription() const final { return Function::text.description; }
     bool isConstant() const final { return Function::constant; }
-    std::wstring getSymbol() const final { return Function::text.symbol; }
-    std::uint32_t getNbArgs() const final { return Function::text.nbArgs; }
 
     bool evaluate(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages) const final
     {
-        return applyToArgs<Function>(nbArgs, args, result, showMessages);
+        return showRefusal(applyToArgs<Function>(nbArgs, args, result), showMessages) == Message::None;
     }
+
+protected:
+    const FunctionText& describe() const noexcept final { return Function::text; }
 };
 
 inline bool isPoint(const VALTYPE& value)

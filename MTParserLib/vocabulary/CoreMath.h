@@ -18,14 +18,14 @@ template <class Function>
 class UnaryFunction : public BuiltInFunction<Function>
 {
 public:
-    static bool apply(const VALTYPE& a, VALTYPE& result, bool)
+    static Message::Id apply(const VALTYPE& a, VALTYPE& result)
     {
         if (isPoint(a))
         {
             refusePoint(Function::text.line);
         }
         setNumber(result, Function::compute(a.x));
-        return true;
+        return Message::None;
     }
 };
 
@@ -34,14 +34,14 @@ template <class Function>
 class BinaryFunction : public BuiltInFunction<Function>
 {
 public:
-    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool)
+    static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
         if (isPoint(a))
         {
             refusePoint(Function::text.line);
         }
         setNumber(result, Function::compute(a.x, b.x));
-        return true;
+        return Message::None;
     }
 };
 
@@ -50,14 +50,14 @@ template <class Function>
 class VariadicFunction : public BuiltInFunction<Function>
 {
 public:
-    static bool apply(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool)
+    static Message::Id apply(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result)
     {
         if (nbArgs != 0 && isPoint(args[0]))
         {
             refusePoint(Function::text.line);
         }
         setNumber(result, value(platform::ArrayView(args, nbArgs)));
-        return true;
+        return Message::None;
     }
 
 private:
@@ -80,7 +80,7 @@ template <class Function, Message::Id domainMessage>
 class DomainFunction : public BuiltInFunction<Function>
 {
 public:
-    static bool apply(const VALTYPE& a, VALTYPE& result, bool showMessages)
+    static Message::Id apply(const VALTYPE& a, VALTYPE& result)
     {
         if (isPoint(a))
         {
@@ -88,10 +88,10 @@ public:
         }
         if (Function::isOutside(a.x))
         {
-            return refuse(domainMessage, showMessages);
+            return domainMessage;
         }
         setNumber(result, Function::compute(a.x));
-        return true;
+        return Message::None;
     }
 };
 
@@ -270,10 +270,10 @@ struct AbsFct final : BuiltInFunction<AbsFct>
     static constexpr FunctionText text{L"abs", L"abs(x)", L"Absolute value", 1};
     static double compute(double x) { return std::fabs(x); }
 
-    static bool apply(const VALTYPE& a, VALTYPE& result, bool)
+    static Message::Id apply(const VALTYPE& a, VALTYPE& result)
     {
         setNumber(result, isPoint(a) ? std::sqrt(a.x * a.x + a.y * a.y + a.z * a.z) : compute(a.x));
-        return true;
+        return Message::None;
     }
 };
 
@@ -283,10 +283,10 @@ struct RandFct final : BuiltInFunction<RandFct>
     static constexpr FunctionText text{L"rand", L"rand()", L"Random value between 0 and 1", 0};
     static constexpr bool constant = false;
 
-    static bool apply(std::uint32_t, const VALTYPE*, VALTYPE& result, bool)
+    static Message::Id apply(std::uint32_t, const VALTYPE*, VALTYPE& result)
     {
         setNumber(result, coremath::random());
-        return true;
+        return Message::None;
     }
 };
 
@@ -356,7 +356,7 @@ struct FactorialFct final : BuiltInFunction<FactorialFct>
     static constexpr FunctionText text{L"fact", L"fact(x)", L"Return the factorial of x: x*(x-1)*(x-2)*...(x-x+1)", 1,
                                        __LINE__};
 
-    static bool apply(const VALTYPE& a, VALTYPE& result, bool)
+    static Message::Id apply(const VALTYPE& a, VALTYPE& result)
     {
         if (isPoint(a))
         {
@@ -364,7 +364,7 @@ struct FactorialFct final : BuiltInFunction<FactorialFct>
         }
         const std::int32_t n = coremath::truncate(a.x);
         setNumber(result, n <= 0 ? 0.0 : multiplyDown(result.x, n - 1));
-        return true;
+        return Message::None;
     }
 
 private:

@@ -15,7 +15,7 @@ struct Point final : BuiltInFunction<Point>
 {
     static constexpr FunctionText text{L"point", L"point", L"Convert Number To Point", NB_ARGS_UNDEFINED};
 
-    static bool apply(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool)
+    static Message::Id apply(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result)
     {
         result.type = 1;
         result.flag = 0;
@@ -26,7 +26,7 @@ struct Point final : BuiltInFunction<Point>
             result.y = nbArgs > 1 ? args[1].x : 0.0;
             result.z = nbArgs > 2 ? args[2].x : 0.0;
         }
-        return true;
+        return Message::None;
     }
 };
 
@@ -35,14 +35,14 @@ template <class Function, Message::Id needsPoints>
 class PointFunction : public BuiltInFunction<Function>
 {
 public:
-    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool showMessages)
+    static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
         if (!isPoint(a) || !isPoint(b))
         {
-            return refuse(needsPoints, showMessages);
+            return needsPoints;
         }
         Function::compute(a, b, result);
-        return true;
+        return Message::None;
     }
 };
 
@@ -109,14 +109,14 @@ struct ill final : BuiltInFunction<ill>
     static constexpr FunctionText text{L"ill", L"ill(x,y,z,w)", L"Intersection of two lines defined by four endpoints",
                                        4};
 
-    static bool apply(std::uint32_t, const VALTYPE* points, VALTYPE& result, bool showMessages)
+    static Message::Id apply(std::uint32_t, const VALTYPE* points, VALTYPE& result)
     {
         if (!std::all_of(points, points + text.nbArgs, isPoint))
         {
-            return refuse(Message::IllNeedsPoints, showMessages);
+            return Message::IllNeedsPoints;
         }
         result.type = 1;
         intersectLines(points[0], points[1], points[2], points[3], result);
-        return true;
+        return Message::None;
     }
 };

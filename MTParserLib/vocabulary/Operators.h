@@ -13,10 +13,10 @@ template <class Operator>
 class NumberOperator : public BuiltInOperator<Operator>
 {
 public:
-    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool)
+    static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
         result.x = Operator::compute(a.x, b.x);
-        return true;
+        return Message::None;
     }
 };
 
@@ -26,11 +26,11 @@ struct AddOp final : BuiltInOperator<AddOp>
 
     static double compute(double a, double b) { return a + b; }
 
-    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool showMessages)
+    static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
         if (isPoint(a) != isPoint(b))
         {
-            return refuse(Message::NumberWithPoint, showMessages);
+            return Message::NumberWithPoint;
         }
         if (isPoint(a))
         {
@@ -40,7 +40,7 @@ struct AddOp final : BuiltInOperator<AddOp>
         {
             result.x = compute(a.x, b.x);
         }
-        return true;
+        return Message::None;
     }
 };
 
@@ -50,11 +50,11 @@ struct MinusOp final : BuiltInOperator<MinusOp>
 
     static double compute(double a, double b) { return a - b; }
 
-    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool showMessages)
+    static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
         if (isPoint(a) != isPoint(b))
         {
-            return refuse(Message::NumberWithPoint, showMessages);
+            return Message::NumberWithPoint;
         }
         if (isPoint(a))
         {
@@ -64,7 +64,7 @@ struct MinusOp final : BuiltInOperator<MinusOp>
         {
             result.x = compute(a.x, b.x);
         }
-        return true;
+        return Message::None;
     }
 };
 
@@ -76,7 +76,7 @@ struct MultOp final : BuiltInOperator<MultOp>
     static constexpr bool readsResult = true;
     static double compute(double a, double b) { return a * b; }
 
-    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool)
+    static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
         if (isPoint(a) && isPoint(b))
         {
@@ -97,7 +97,7 @@ struct MultOp final : BuiltInOperator<MultOp>
         {
             result.x = compute(a.x, b.x);
         }
-        return true;
+        return Message::None;
     }
 };
 
@@ -108,15 +108,15 @@ struct DivOp final : BuiltInOperator<DivOp>
     static bool isOutside(double, double b) { return b == 0.0; }
     static double compute(double a, double b) { return a / b; }
 
-    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool showMessages)
+    static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
         if (isPoint(b))
         {
-            return refuse(Message::DivisionByPoint, showMessages);
+            return Message::DivisionByPoint;
         }
         if (isOutside(a.x, b.x))
         {
-            return refuse(Message::DivisionByZero, showMessages);
+            return Message::DivisionByZero;
         }
         if (isPoint(a))
         {
@@ -126,7 +126,7 @@ struct DivOp final : BuiltInOperator<DivOp>
         {
             result.x = compute(a.x, b.x);
         }
-        return true;
+        return Message::None;
     }
 };
 
@@ -137,14 +137,14 @@ struct ExpOp final : BuiltInOperator<ExpOp>
     /// 0 to any power is 0, so that neither 1 nor an infinity comes of it.
     static double compute(double a, double b) { return a != 0.0 ? std::pow(a, b) : 0.0; }
 
-    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool showMessages)
+    static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
         if (isPoint(a))
         {
-            return refuse(Message::PowerOfPoint, showMessages);
+            return Message::PowerOfPoint;
         }
         result.x = compute(a.x, b.x);
-        return true;
+        return Message::None;
     }
 };
 
@@ -154,7 +154,7 @@ struct UnaryMinusOp final : BuiltInOperator<UnaryMinusOp>
 
     static double compute(double a) { return -a; }
 
-    static bool apply(const VALTYPE& a, VALTYPE& result, bool)
+    static Message::Id apply(const VALTYPE& a, VALTYPE& result)
     {
         if (isPoint(a))
         {
@@ -164,7 +164,7 @@ struct UnaryMinusOp final : BuiltInOperator<UnaryMinusOp>
         {
             result.x = compute(a.x);
         }
-        return true;
+        return Message::None;
     }
 };
 
@@ -219,7 +219,7 @@ struct AndOp final : BuiltInOperator<AndOp>
 {
     static constexpr OperatorText text{L"&", L"x & y", L"And logical operator.  Return 1 if true, 0 if false.", 0};
 
-    static bool apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result, bool)
+    static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
         if (a.flag != 0 && b.flag != 0)
         {
@@ -231,7 +231,7 @@ struct AndOp final : BuiltInOperator<AndOp>
             setPoint(result, a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x);
         }
         // Anything else, two plain numbers too, succeeds and leaves the result as it was handed in.
-        return true;
+        return Message::None;
     }
 };
 
@@ -248,9 +248,9 @@ struct NotOp final : BuiltInOperator<NotOp>
                                        true};
     static double compute(double a) { return a == 0.0 ? 1.0 : 0.0; }
 
-    static bool apply(const VALTYPE& a, VALTYPE& result, bool)
+    static Message::Id apply(const VALTYPE& a, VALTYPE& result)
     {
         result.x = compute(a.x);
-        return true;
+        return Message::None;
     }
 };

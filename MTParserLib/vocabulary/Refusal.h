@@ -1,16 +1,21 @@
-// Refusal.h - the two ways in which an item turns its arguments down.
+// Refusal.h - the two ways in which an item turns its arguments down: the message that apply returns, and an exception.
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
 
 #include <cstdint>
 
-/// Tells the user why, if the item may, and answers false: what evaluate returns for arguments that do not fit.
-bool refuse(Message::Id reason, bool showMessages);
+/// Shows the user why an item refuses its arguments, if it does and may.
+/// @return the refusal
+inline Message::Id showRefusal(Message::Id refusal, bool showMessages)
+{
+    if (refusal != Message::None && showMessages)
+    {
+        showMessage(refusal);
+    }
+    return refusal;
+}
 
 /// Raises the parsing exception of a function that needs a number and is given a point.
 /// @param line  the source line of the function's class, by which a reader of the exception tells which one it was
 [[noreturn]] void refusePoint(std::uint32_t line);
-
-/// Why the last item refused on this thread, also where it could not tell the user; asked once, and then 0.
-Message::Id takeRefusal() noexcept;

@@ -4,6 +4,7 @@
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "MTParserLib/run/MTBulkRun.h"
+#include "MTParserLib/vocabulary/Operators.h"
 #include "tests/unit/EngineItems.h"
 
 #include <gtest/gtest.h>
@@ -36,6 +37,21 @@ public:
 
 private:
     const std::thread::id home = std::this_thread::get_id();
+};
+
+/// Refuses every argument, after another item has refused one for a reason of its own.
+class Divider final : public IMathFunction
+{
+public:
+    std::wstring getHelpString() const override { return {}; }
+    std::wstring getDescription() const override { return {}; }
+    bool evaluate(std::uint32_t, const VALTYPE*, VALTYPE& result, bool) const override
+    {
+        const VALTYPE zeros[2];
+        return DivOp().evaluate(2, zeros, result, false);
+    }
+    std::wstring getSymbol() const override { return L"divider"; }
+    std::uint32_t getNbArgs() const override { return 1; }
 };
 
 /// Yields how often it has been asked.
@@ -104,6 +120,13 @@ TEST_F(BulkItems, MayRefuseARowWithoutAReason)
     EXPECT_EQ(evaluate(L"watch(x)", {1, -2, 3, -4}, 1)[2], 6.0);
     EXPECT_EQ(tally.nbFailed, 2U);
     EXPECT_EQ(tally.firstFailed, 1U);
+    EXPECT_EQ(tally.firstStatus, std::uint32_t{RowStatus::ArgumentsRefused});
+}
+
+TEST_F(BulkItems, DoNotRefuseForTheReasonOfAnotherItem)
+{
+    registrar.defineFunction(new Divider, true);
+    evaluate(L"divider(x)", {1}, 1);
     EXPECT_EQ(tally.firstStatus, std::uint32_t{RowStatus::ArgumentsRefused});
 }
 

@@ -122,7 +122,7 @@ TEST_F(Syntax, FindsAFunctionOfOneLetterBeforeABracketThatIsAnOperatorToo)
     registrar.defineFunction(new TestFunction(L"f"), true);
     registrar.defineOperator(new TestOperator(L"("), true);
     EXPECT_EQ(valueOf(L"2+f(1)"), 3.0);
-    compiler.noteRefusal(3, 1);
+    compiler.noteRefusal(3, 1, Message::InvalidExpression);
     EXPECT_EQ(compiler.getFailure().span.begin, 2U);
     EXPECT_EQ(compiler.getFailure().span.end, 3U);
 }

@@ -1,0 +1,210 @@
+// BuiltInNumbers.h - makes the number kernels of the classes of the vocabulary.
+//
+// A class that computes a number from one or two numbers, and nothing else, has a kernel for each place in which its
+// operands may stand. They call the class's own compute, so that there is one statement of each formula.
+#pragma once
+
+#include "MTParserLib/run/MTNumberCode.h"
+#include "MTParserLib/vocabulary/Operators.h"
+
+#include <array>
+#include <cstddef>
+#include <tuple>
+#include <type_traits>
+
+namespace numberkernels {
+
+/// Items of which two in a row become one step: the arithmetic that formulas are mostly made of.
+using Fused = std::tuple<AddOp, MinusOp, MultOp, DivOp>;
+inline constexpr std::size_t nbFused = std::tuple_size_v<Fused>;
+
+template <class Item, std::size_t index = 0>
+constexpr std::size_t fusedIndexOf()
+{
+    if constexpr (index == nbFused)
+    {
+        return MTNumberKernels::notFused;
+    }
+    else if constexpr (std::is_same_v<Item, std::tuple_element_t<index, Fused>>)
+    {
+        return index;
+    }
+    else
+    {
+        return fusedIndexOf<Item, index + 1>();
+    }
+}
+
+template <class Item>
+using Constancy = decltype(Item::constant);
+
+/// Whether an item comes to the same x when it is computed again. Random numbers would be drawn twice where the program
+/// runs after its number code gave up.
+template <class Item>
+constexpr bool yieldsSameAgain()
+{
+    if constexpr (hasForm<Constancy, Item>)
+    {
+        return Item::constant;
+    }
+    else
+    {
+        return true;
+    }
+}
+
+template <class Item>
+using ComputationFromOne = decltype(Item::compute(0.0));
+template <class Item>
+using ComputationFromTwo = decltype(Item::compute(0.0, 0.0));
+template <class Item>
+using RefusalOfOne = decltype(Item::isOutside(0.0));
+template <class Item>
+using RefusalOfTwo = decltype(Item::isOutside(0.0, 0.0));
+template <class Item>
+using ResultReading = decltype(Item::readsResult);
+
+template <class Item>
+inline constexpr bool ComputesFromOne = yieldsSameAgain<Item>() && hasForm<ComputationFromOne, Item>;
+template <class Item>
+inline constexpr bool ComputesFromTwo = yieldsSameAgain<Item>() && hasForm<ComputationFromTwo, Item>;
+template <class Item>
+inline constexpr bool MayRefuseOne = hasForm<RefusalOfOne, Item>;
+template <class Item>
+inline constexpr bool MayRefuseTwo = hasForm<RefusalOfTwo, Item>;
+template <class Item>
+inline constexpr bool MayRefuse = MayRefuseOne<Item> || MayRefuseTwo<Item>;
+
+/// Computes one item, unless it refuses its operands.
+template <class Item, class... Operands>
+double computeItem(double* product, bool& refused, Operands... operands)
+{
+    if constexpr (MayRefuse<Item>)
+    {
+        refused = Item::isOutside(operands...);
+        if (refused)
+        {
+            return 0.0;
+        }
+    }
+    const double result = Item::compute(operands...);
+    if constexpr (hasForm<ResultReading, Item>)
+    {
+        *product = result;
+    }
+    return result;
+}
+
+/// Fetches the operands of an item from where they stand, and computes it.
+template <class Item, MTOperandForm form>
+double computeForm(const MTNumberStep& step, double value, double*& top, bool& refused)
+{
+    using Form = MTOperandForm;
+    if constexpr (form == Form::PushMemory)
+    {
+        *top++ = value;
+    }
+    if constexpr (ComputesFromOne<Item>)
+    {
+        return computeItem<Item>(step.product, refused, form == Form::ValueMemory ? value : *step.a);
+    }
+    else if constexpr (form == Form::ValueMemory)
+    {
+        return computeItem<Item>(step.product, refused, value, *step.a);
+    }
+    else if constexpr (form == Form::MemoryValue)
+    {
+        return computeItem<Item>(step.product, refused, *step.a, value);
+    }
+    else if constexpr (form == Form::StackValue)
+    {
+        return computeItem<Item>(step.product, refused, *--top, value);
+    }
+    else
+    {
+        return computeItem<Item>(step.product, refused, *step.a, *step.b);
+    }
+}
+
+/// Runs the next step. As the last thing that a kernel does, this is a jump.
+inline double runNext(const MTNumberStep* step, double value, double* top, bool* refused)
+{
+    ++step;
+    return step->kernel(step, value, top, refused);
+}
+
+template <class Item, MTOperandForm form>
+double runItem(const MTNumberStep* step, double value, double* top, bool* refused)
+{
+    bool itemRefused = false;
+    const double result = computeForm<Item, form>(*step, value, top, itemRefused);
+    if (itemRefused)
+    {
+        *refused = true;
+        return result;
+    }
+    return runNext(step, result, top, refused);
+}
+
+template <class First, MTOperandForm firstForm, class Second, MTOperandForm secondForm>
+double runFused(const MTNumberStep* step, double value, double* top, bool* refused)
+{
+    bool itemRefused = false;
+    const double first = computeForm<First, firstForm>(*step, value, top, itemRefused);
+    if (itemRefused)
+    {
+        *refused = true;
+        return first;
+    }
+    const double result = secondForm == MTOperandForm::ValueMemory
+                              ? computeItem<Second>(step->secondProduct, itemRefused, first, *step->c)
+                              : computeItem<Second>(step->secondProduct, itemRefused, *step->c, first);
+    if (itemRefused)
+    {
+        *refused = true;
+        return result;
+    }
+    return runNext(step, result, top, refused);
+}
+
+template <class Item>
+constexpr MTNumberKernels unaryKernels()
+{
+    using Form = MTOperandForm;
+    return {{runItem<Item, Form::Memory>, runItem<Item, Form::PushMemory>, runItem<Item, Form::ValueMemory>, nullptr,
+             nullptr},
+            MTNumberKernels::notFused};
+}
+
+template <class Item>
+constexpr MTNumberKernels binaryKernels()
+{
+    using Form = MTOperandForm;
+    return {{runItem<Item, Form::Memory>, runItem<Item, Form::PushMemory>, runItem<Item, Form::ValueMemory>,
+             runItem<Item, Form::MemoryValue>, runItem<Item, Form::StackValue>},
+            fusedIndexOf<Item>()};
+}
+
+template <class Item>
+inline constexpr MTNumberKernels kernelsFromOne = unaryKernels<Item>();
+template <class Item>
+inline constexpr MTNumberKernels kernelsFromTwo = binaryKernels<Item>();
+
+template <class Item>
+constexpr const MTNumberKernels* kernelsOf()
+{
+    if constexpr (ComputesFromOne<Item>)
+    {
+        return &kernelsFromOne<Item>;
+    }
+    else if constexpr (ComputesFromTwo<Item>)
+    {
+        return &kernelsFromTwo<Item>;
+    }
+    else
+    {
+        return nullptr;
+    }
+}
+
+}

@@ -1,0 +1,88 @@
+// ScalingKernels.cpp - a kernel for each sequence of up to two multiplications and divisions.
+#include "MTParserLib/run/ScalingKernels.h"
+
+#include "MTParserLib/run/BuiltInBlocks.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+/// A number scaled by as many factors; which of them divide it is known when the library is compiled.
+template <bool... divides>
+double scale(double x, const std::array<double, sizeof...(divides)>& factors)
+{
+    [[maybe_unused]] const double* factor = factors.data();
+    ((x = divides ? x / *factor : x * *factor, ++factor), ...);
+    return x;
+}
+
+template <bool... divides>
+std::array<double, sizeof...(divides)> load([[maybe_unused]] const double* factors)
+{
+    std::array<double, sizeof...(divides)> loaded;
+    std::copy_n(factors, loaded.size(), loaded.begin());
+    return loaded;
+}
+
+template <MTOperandForm form, bool... divides>
+double runScaling(const MTNumberStep* step, double value, double* top, bool* refused)
+{
+    if constexpr (form == MTOperandForm::PushMemory)
+    {
+        *top++ = value;
+    }
+    const bool scalesValue = form == MTOperandForm::ValueMemory;
+    const double x = scalesValue ? value : *step->a;
+    const double* const factors = scalesValue ? step->a : step->b;
+    return numberkernels::runNext(step, scale<divides...>(x, load<divides...>(factors)), top, refused);
+}
+
+template <bool... divides>
+void computeScaling(const double* a, const double* factors, double* result, std::size_t nbRows)
+{
+    blockkernels::computeRows(result, nbRows, [a, loaded = load<divides...>(factors)](std::size_t row) {
+        return scale<divides...>(a[row], loaded);
+    });
+}
+
+template <bool... divides>
+constexpr ScalingStep stepThat{
+    {{runScaling<MTOperandForm::Memory, divides...>, runScaling<MTOperandForm::PushMemory, divides...>,
+      runScaling<MTOperandForm::ValueMemory, divides...>, nullptr, nullptr},
+     MTNumberKernels::notFused},
+    computeScaling<divides...>};
+
+constexpr bool times = false;
+constexpr bool over = true;
+
+}
+
+std::size_t countScalingSteps(const ConversionFormula& formula) noexcept
+{
+    return std::max<std::size_t>(1, (formula.getFactors().size() + factorsPerStep - 1) / factorsPerStep);
+}
+
+platform::ArrayView<const double> factorsOfStep(const ConversionFormula& formula, std::size_t step) noexcept
+{
+    const platform::ArrayView<const double> rest = formula.getFactors().subspan(step * factorsPerStep);
+    return rest.first(std::min(factorsPerStep, rest.size()));
+}
+
+const ScalingStep& findScalingStep(const ConversionFormula& formula, std::size_t step) noexcept
+{
+    const std::size_t first = step * factorsPerStep;
+    switch (factorsOfStep(formula, step).size())
+    {
+    case 0:
+        return stepThat<>;
+    case 1:
+        return formula.divides(first) ? stepThat<over> : stepThat<times>;
+    default:
+        if (formula.divides(first))
+        {
+            return formula.divides(first + 1) ? stepThat<over, over> : stepThat<over, times>;
+        }
+        return formula.divides(first + 1) ? stepThat<times, over> : stepThat<times, times>;
+    }
+}
