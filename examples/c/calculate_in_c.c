@@ -7,30 +7,47 @@
 typedef struct drawing
 {
     double width;
+    double size;
 } drawing;
 
 static int32_t look_up(void* context, const char* name, size_t length, mathexpr_value* value)
 {
+    const drawing* const own = context;
     (void)length;
-    if (strcmp(name, "width") != 0)
+    if (strcmp(name, "width") == 0)
+        value->x = own->width;
+    else if (strcmp(name, "gr\u00f6\u00dfe") == 0)
+        value->x = own->size;
+    else
         return MATHEXPR_LOOKUP_NOT_KNOWN;
-    value->x = ((const drawing*)context)->width;
     return MATHEXPR_LOOKUP_FOUND;
 }
 
-static void print_diagnostic(mathexpr_expression* expression, const char* text)
+static void print_value(const char* what, const mathexpr_value* value)
 {
-    mathexpr_diagnostic_utf8 diagnostic = {.size = sizeof diagnostic};
-    if (mathexpr_get_diagnostic_utf8(expression, &diagnostic) != MATHEXPR_OK)
-        return;
-    printf("%s\n%*s^\n%s\n", text, (int)diagnostic.start, "", diagnostic.text);
-    for (size_t index = 0; index < diagnostic.nb_suggestions; ++index)
-        printf("  perhaps %s\n", diagnostic.suggestions[index]);
+    char text[MATHEXPR_VALUE_TEXT_CAPACITY];
+    if (mathexpr_format_value_utf8(value, MATHEXPR_EXACT_DIGITS, text, sizeof text, NULL) == MATHEXPR_OK)
+        printf("%s%s\n", what, text);
 }
 
-int main(void)
+/* The diagnostic belongs to these statuses alone; with any other it tells of an earlier failure. */
+static void print_failure(mathexpr_expression* expression, mathexpr_status status)
 {
-    drawing host = {2.5};
+    mathexpr_diagnostic_utf8 diagnostic = {.size = sizeof diagnostic};
+    if ((status == MATHEXPR_PARSING_ERROR || status == MATHEXPR_DEFINITION_ERROR || status == MATHEXPR_REFUSED) &&
+        mathexpr_get_diagnostic_utf8(expression, &diagnostic) == MATHEXPR_OK)
+    {
+        printf("at %u: %s\n", (unsigned)diagnostic.start, diagnostic.text);
+        for (size_t index = 0; index < diagnostic.nb_suggestions; ++index)
+            printf("  perhaps %s\n", diagnostic.suggestions[index]);
+    }
+    else
+        printf("%s\n", mathexpr_status_text(status));
+}
+
+int main(int argc, char** argv)
+{
+    drawing host = {2.5, 4};
     mathexpr_options_utf8 options = {.size = sizeof options};
     options.context = &host;
     options.lookup = look_up;
@@ -51,15 +68,24 @@ int main(void)
     for (int step = 0; status == MATHEXPR_OK && step < 3; ++step)
     {
         status = mathexpr_evaluate(expression, &value);
-        printf("width %g: [%g,%g,%g]\n", width->x, value.x, value.y, value.z);
+        if (status == MATHEXPR_OK)
+            print_value("", &value);
         width->x += 1;
     }
+    if (status != MATHEXPR_OK)
+        print_failure(expression, status);
 
-    static const char wrong[] = "3 * sqare(2)";
-    if (status == MATHEXPR_OK &&
-        mathexpr_evaluate_text_utf8(expression, wrong, MATHEXPR_ZERO_TERMINATED, &value) == MATHEXPR_PARSING_ERROR)
-        print_diagnostic(expression, wrong);
-
+    const char* const defaults[] = {"width", "3 * sqare(2)"};
+    const int nb_texts = argc > 1 ? argc - 1 : 2;
+    for (int index = 0; index < nb_texts; ++index)
+    {
+        const char* const text = argc > 1 ? argv[index + 1] : defaults[index];
+        status = mathexpr_evaluate_text_utf8(expression, text, MATHEXPR_ZERO_TERMINATED, &value);
+        if (status == MATHEXPR_OK)
+            print_value("= ", &value);
+        else
+            print_failure(expression, status);
+    }
     mathexpr_destroy(expression);
-    return status == MATHEXPR_OK ? 0 : 1;
+    return 0;
 }

@@ -1,43 +1,48 @@
 // diagnostics.cpp - shows where a text is wrong, as compilers do: the line, a caret, the sentence, what may be meant.
-#include "mathexpr/Diagnostics.h"
-#include "mathexpr/MathExpression.h"
-#include "mathexpr/SMTDefExcepData.h"
-#include "mathexpr/SMTParsingExcepData.h"
+#include <mathexpr.hpp>
 
 #include <algorithm>
 #include <iostream>
 #include <string>
+#include <vector>
 
-// A silent object shows nothing to the user; its failures are exceptions, or false.
-bool evaluate(MathExpression& expression, const std::wstring& text, VALTYPE& value)
+// How many characters begin in a stretch of UTF-8.
+std::size_t characters(std::string_view text)
 {
-    try
-    {
-        return expression.setExpression(text.c_str()) && expression.evaluate(value);
-    }
-    catch (const ParsingException&)
-    {
-        return false;
-    }
-    catch (const DefinitionException&)
-    {
-        return false;
-    }
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](unsigned char byte) { return (byte & 0xC0) != 0x80; }));
 }
 
-int main()
+void show(std::string_view text, const mathexpr::Error& error)
 {
-    MathExpression expression(true, nullptr);
-    for (const std::wstring text : {L"2 * cosh2(1)", L"1 + (2*3", L"sin(30, 2)", L"ln(-1)"})
+    if (error.status() != MATHEXPR_BAD_UTF8)  // which no terminal could show
     {
-        VALTYPE value;
-        if (evaluate(expression, text, value))
-            continue;
-        const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(expression).get();
-        std::wcout << text << L'\n' << std::wstring(diagnostic.start, L' ') << L'^'
-                   << std::wstring(std::max(diagnostic.length, 1U) - 1, L'~') << L'\n' << diagnostic.text << L'\n';
-        for (const std::wstring& name : diagnostic.suggestions)
-            std::wcout << L"  perhaps " << name << L'\n';
+        const std::size_t length = characters(text.substr(error.start(), error.length()));
+        std::cout << text << '\n'
+                  << std::string(characters(text.substr(0, error.start())), ' ') << '^'
+                  << std::string(std::max<std::size_t>(length, 1) - 1, '~') << '\n';
+    }
+    std::cout << error.what() << '\n';
+    for (const std::string& name : error.suggestions())
+        std::cout << "  perhaps " << name << '\n';
+}
+
+int main(int argc, char** argv)
+{
+    std::vector<std::string> texts(argv + 1, argv + argc);
+    if (texts.empty())
+        texts = {"2 * cosh2(1)", "1 + (2*3", "sin(30, 2)", "ln(-1)", "2*gr\u00f6sse"};
+
+    mathexpr::Expression expression;
+    expression.variables().set("gr\u00f6\u00dfe", 4);
+    for (const std::string& text : texts)
+    {
+        // The form that does not throw.
+        const mathexpr::Result<mathexpr::Value> value = expression.tryEvaluate(text);
+        if (value)
+            std::cout << *value << '\n';
+        else
+            show(text, value.error());
     }
     return 0;
 }

@@ -1,20 +1,29 @@
 // evaluate.cpp - computes numbers and points, and tells them apart.
-#include "mathexpr/MathExpression.h"
+#include <mathexpr.hpp>
 
 #include <iostream>
+#include <string>
+#include <vector>
 
-int main()
+int main(int argc, char** argv)
 {
-    MathExpression expression(false, nullptr);
-    for (const wchar_t* text : {L"2*(3+4)", L"sqrt(2)", L"[1,2,0]+[3,4,0]", L"m2cm(2)"})
+    std::vector<std::string> texts(argv + 1, argv + argc);
+    if (texts.empty())
+        texts = {"2*(3+4)", "sqrt(2)", "[1,2,0]+[3,4,0]", "m2cm(2)", "10^20"};
+
+    int status = 0;
+    for (const std::string& text : texts)
     {
-        VALTYPE value;
-        if (!expression.setExpression(text) || !expression.evaluate(value))
-            return 1;  // the user has seen why
-        if (value.type == 0)
-            std::cout << value.x << '\n';
-        else
-            std::cout << '[' << value.x << ',' << value.y << ',' << value.z << "]\n";
+        try
+        {
+            const mathexpr::Value value = mathexpr::evaluate(text, {{"gr\u00f6\u00dfe", 4}});
+            std::cout << (value.isNumber() ? "number " : "point ") << value << '\n';
+        }
+        catch (const mathexpr::Error& error)
+        {
+            std::cout << error.what() << '\n';
+            status = 1;
+        }
     }
-    return 0;
+    return status;
 }

@@ -1,45 +1,37 @@
 // host_names.cpp - answers names out of the host's own data, here the dimensions of a drawing.
-#include "mathexpr/IMathExprService.h"
-#include "mathexpr/MathExpression.h"
-#include "mathexpr/Variables.h"
+#include <mathexpr.hpp>
 
 #include <iostream>
 #include <map>
 #include <string>
 
-class Drawing : public IMathExprService
+int main(int argc, char** argv)
 {
-public:
-    std::map<std::wstring, VALTYPE> dimensions;
+    std::map<std::string, mathexpr::Value, std::less<>> dimensions{
+        {"length", 12}, {"corner", mathexpr::Point{1, 2, 3}}, {"gr\u00f6\u00dfe", 4}};
 
-    bool lookupValue(const wchar_t* name, VALTYPE& value) const override
-    {
+    mathexpr::Options options;
+    options.resolver = [&dimensions](std::string_view name) -> std::optional<mathexpr::Value> {
         const auto found = dimensions.find(name);
-        if (found == dimensions.end())
-            return false;
-        value = found->second;
-        return true;
+        return found == dimensions.end() ? std::nullopt : std::optional(found->second);
+    };
+    for (const auto& dimension : dimensions)
+        options.names.push_back(dimension.first);  // for suggestions
+
+    try
+    {
+        mathexpr::Expression expression(argc > 1 ? argv[1] : "corner*length+[0.5,0,0]", {}, options);
+        std::cout << expression.evaluate() << '\n';
+
+        // The host is asked once for each name. A dimension that changes is passed on, or removed to be asked for again.
+        dimensions["length"] = 10;
+        expression.variables().set("length", dimensions["length"]);
+        std::cout << expression.evaluate() << '\n';
     }
-};
-
-int main()
-{
-    Drawing drawing;
-    drawing.dimensions[L"length"].x = 12;
-    drawing.dimensions[L"corner"] = VALTYPE{1, 0, 0, 0, 1, 2, 3};
-
-    MathExpression expression(false, &drawing);
-    VALTYPE value;
-    if (!expression.setExpression(L"corner*length+[0.5,0,0]") || !expression.evaluate(value))
+    catch (const mathexpr::Error& error)
+    {
+        std::cout << error.what() << '\n';
         return 1;
-    std::cout << value.x << ' ' << value.y << ' ' << value.z << '\n';
-
-    // The host is asked once for each name. A dimension that changes is passed on, or removed to be asked for again.
-    ExpressionVariables variables(expression);
-    drawing.dimensions[L"length"].x = 10;
-    variables.set(L"length", drawing.dimensions[L"length"]);
-    if (!expression.evaluate(value))
-        return 1;
-    std::cout << value.x << ' ' << value.y << ' ' << value.z << '\n';
+    }
     return 0;
 }

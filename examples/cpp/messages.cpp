@@ -1,35 +1,33 @@
-// messages.cpp - takes the messages into the host's own hands, here into a list that it prints.
-#include "mathexpr/CMathExpr.h"
-#include "mathexpr/MessageDisplay.h"
+// messages.cpp - takes the messages for the user into the host's own hands, here into a list that it prints.
+#include <mathexpr.hpp>
 
-#include <cstdint>
 #include <iostream>
 #include <string>
 #include <vector>
 
-struct MessageList
+int main(int argc, char** argv)
 {
-    std::vector<std::uint32_t> ids;
+    std::vector<std::string> texts(argv + 1, argv + argc);
+    if (texts.empty())
+        texts = {"2*3000000000", "2*nothing", "2*50"};
 
-    static void show(void* context, std::uint32_t id, const wchar_t* text)
+    int shown = 0;
+    mathexpr::Options options;
+    options.showMessage = [&shown](std::uint32_t id, std::string_view text) {
+        ++shown;
+        std::cout << id << ": " << text << '\n';
+    };
+    mathexpr::Expression expression(options);
+    expression.variables().set("gr\u00f6\u00dfe", 4);
+    for (const std::string& text : texts)
     {
-        static_cast<MessageList*>(context)->ids.push_back(id);
-        std::wcout << id << L": " << text << L'\n';
+        const int before = shown;
+        const mathexpr::Result<mathexpr::Value> value = expression.tryEvaluate(text);
+        if (value)
+            std::cout << *value << '\n';
+        else if (shown == before)  // a text that is not UTF-8 is the host's affair, and no message
+            std::cout << value.error().what() << '\n';
     }
-};
-
-int main()
-{
-    MessageList list;
-    const MessageDisplay before = setMessageDisplay({MessageList::show, &list});
-
-    CMathExpr calculator;
-    VALTYPE value;
-    const bool tooLarge = !calculator.Calculate(L"2*1000", value, 100);
-    const bool unknown = !calculator.Calculate(L"2*nothing", value, 100);
-    const bool good = calculator.Calculate(L"2*50", value, 100);
-    std::wcout << list.ids.size() << L" messages, then " << value.x << L'\n';
-
-    setMessageDisplay(before);
-    return tooLarge && unknown && good ? 0 : 1;
+    std::cout << shown << " messages\n";
+    return 0;
 }

@@ -1,29 +1,31 @@
-// variables.cpp - compiles once and evaluates often: a variable's value is changed where it stands.
-#include "mathexpr/Variables.h"
-#include "mathexpr/MathExpression.h"
+// variables.cpp - compiles once and evaluates often, with other values of the variables.
+#include <mathexpr.hpp>
 
 #include <iostream>
-#include <string>
 
-int main()
+int main(int argc, char** argv)
 {
-    MathExpression expression(false, nullptr);
-    ExpressionVariables variables(expression);
-    variables.set(L"width", VALTYPE());
-    variables.set(L"height", VALTYPE{0, 0, 0, 0, 2.5, 0, 0});
-    if (!expression.setExpression(L"width*height+1"))
-        return 1;
-
-    for (const std::wstring& name : variables.usedNames())
-        std::cout << "reads " << std::string(name.begin(), name.end()) << '\n';
-
-    VALTYPE* width = variables.address(L"width");
-    for (width->x = 1; width->x <= 4; width->x += 1)
+    try
     {
-        VALTYPE area;
-        if (!expression.evaluate(area))
-            return 1;
-        std::cout << width->x << " -> " << area.x << '\n';
+        mathexpr::Expression expression;
+        mathexpr::Variables variables = expression.variables();
+        variables.set("width", 0);
+        variables.set("height", 2.5);
+        variables.set("gr\u00f6\u00dfe", 4);
+        expression.compile(argc > 1 ? argv[1] : "width*height+1");
+
+        for (const std::string& name : expression.usedNames())
+            std::cout << "reads " << name << '\n';
+        for (const double width : {1, 2, 3, 4})
+        {
+            variables.set("width", width);
+            std::cout << mathexpr::Value(width) << " -> " << expression.evaluate() << '\n';
+        }
+    }
+    catch (const mathexpr::Error& error)
+    {
+        std::cout << error.what() << '\n';
+        return 1;
     }
     return 0;
 }
