@@ -501,7 +501,7 @@ TEST(Failures, WhatTheHostThrowsLeavesNone)
 
 TEST(Failures, OfAOneShotCalculator)
 {
-    const ShownMessages shown;
+    const MessageRecorder shown;
     CMathExpr calculator;
     VALTYPE value;
     EXPECT_FALSE(calculator.Calculate(L"1 + 70", value, 10));

@@ -249,7 +249,7 @@ TEST(Limits, ABracketIsTheRecordOfItsPoint)
 
 TEST(Limits, OfAOneShotCalculatorAreSharedWithItsCopies)
 {
-    const ShownMessages shown;
+    const MessageRecorder shown;
     CMathExpr calculator;
     CMathExpr copy(calculator);
     ASSERT_TRUE(setLimits(calculator, {3, 0, 0}));

@@ -1,24 +1,6 @@
 // Session.cpp - see Session.h.
 #include "tests/additions/Session.h"
 
-ShownMessages::ShownMessages() : before(setMessageDisplay({show, this})) {}
-
-ShownMessages::~ShownMessages()
-{
-    setMessageDisplay(before);
-}
-
-void ShownMessages::show(void* self, std::uint32_t id, const wchar_t* text)
-{
-    auto& messages = *static_cast<ShownMessages*>(self);
-    messages.ids.push_back(id);
-    messages.texts.emplace_back(text);
-    if (messages.whileShown)
-    {
-        messages.whileShown();
-    }
-}
-
 bool Host::lookupValue(const wchar_t* name, VALTYPE& value) const
 {
     asked.emplace_back(name);
@@ -36,8 +18,7 @@ Session::Session(bool silent) : expression(silent, &host) {}
 Outcome Session::run(const wchar_t* text)
 {
     Outcome outcome;
-    shown.ids.clear();
-    shown.texts.clear();
+    shown.take();
     try
     {
         outcome.compiled = expression.setExpression(text);

@@ -4,36 +4,16 @@
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/IMathExprService.h"
 #include "mathexpr/MathExpression.h"
-#include "mathexpr/MessageDisplay.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "tests/MadeValues.h"
+#include "tests/support/MessageRecorder.h"
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
-
-/// While one lives, messages of this process are recorded instead of shown.
-class ShownMessages
-{
-public:
-    ShownMessages();
-    ShownMessages(const ShownMessages&) = delete;
-    ShownMessages& operator=(const ShownMessages&) = delete;
-    ~ShownMessages();
-
-    std::vector<std::uint32_t> ids;
-    std::vector<std::wstring> texts;
-    std::function<void()> whileShown;
-
-private:
-    static void show(void* self, std::uint32_t id, const wchar_t* text);
-
-    MessageDisplay before;
-};
 
 class Host final : public IMathExprService
 {
@@ -65,6 +45,6 @@ public:
     ExpressionDiagnostic diagnostic() { return ExpressionDiagnostics(expression).get(); }
 
     Host host;
-    ShownMessages shown;
+    MessageRecorder shown;
     MathExpression expression;
 };

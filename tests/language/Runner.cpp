@@ -6,9 +6,9 @@
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "tests/language/Hiding.h"
-#include "tests/language/MessageRecorder.h"
 #include "tests/language/RecordingService.h"
 #include "tests/language/VariableAccess.h"
+#include "tests/support/MessageRecorder.h"
 
 #include <cstring>
 #include <sstream>

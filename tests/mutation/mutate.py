@@ -45,9 +45,10 @@ CONFIGURATION = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_D
 PROGRAMS = ("language_tests", "program_tests", "additions_tests", "engine_tests", "unit_tests", "failure_tests",
             "floating_point_tests", "robustness_tests", "registrar_shortage_tests", "message_display_tests",
             "memory_tests", "boundary_tests", "unicode_tests", "reference_tests", "vocabulary_tests",
-            "c_thread_tests", "thread_tests")
+            "c_thread_tests", "thread_tests", "value_text_tests", "end_of_process_tests", "unloading_tests",
+            "cpp_host_tests")
 # What CTest runs beside them. Left out are the longest texts, for their time, and what tests the tools.
-OTHERS = "^(CInterface|calculator|fuzz|initialized_bytes|readme_host|vocabulary_page)"
+OTHERS = "^(c_tests|exported_names|calculator|fuzz|initialized_bytes|readme_host|vocabulary_page)"
 
 # How much of what is generated is compared with the reference; as much as in ./dev test would take too long.
 COMPARISONS = {"MATHEXPR_DIFFERENTIAL_EXPRESSIONS": "2000", "MATHEXPR_DIFFERENTIAL_COUNT": "1000",

@@ -5,7 +5,7 @@
 
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/MathExpression.h"
-#include "tests/language/MessageRecorder.h"
+#include "tests/support/MessageRecorder.h"
 
 #include <vector>
 

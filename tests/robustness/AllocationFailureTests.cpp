@@ -22,6 +22,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -65,6 +66,12 @@ struct Operation
     /// Answers a value where there is one to compare.
     std::function<std::optional<VALTYPE>(Subject&)> run;
 };
+
+/// How GoogleTest shows an operation.
+void PrintTo(const Operation& operation, std::ostream* out)
+{
+    *out << operation.name;
+}
 
 /// What came of an operation.
 struct Outcome
@@ -335,7 +342,7 @@ const std::vector<Operation>& operations()
 }
 
 /// Keeps messages from the screen.
-class Shortages : public testing::TestWithParam<std::size_t>
+class Shortages : public testing::TestWithParam<Operation>
 {
 protected:
     void SetUp() override
@@ -349,7 +356,7 @@ protected:
 
 TEST_P(Shortages, AreReportedOrHarmless)
 {
-    const Operation& operation = operations()[GetParam()];
+    const Operation& operation = GetParam();
     for (const bool silent : {false, true})
     {
         for (const Failing failing : {Failing::Once, Failing::FromThenOn})
@@ -361,7 +368,7 @@ TEST_P(Shortages, AreReportedOrHarmless)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Every, Shortages, testing::Range<std::size_t>(0, operations().size()));
+INSTANTIATE_TEST_SUITE_P(Every, Shortages, testing::ValuesIn(operations()));
 
 /// How many allocations the evaluation of so many rows takes.
 std::size_t nbMadeInBulk(std::size_t nbRows, std::uint32_t nbThreads)

@@ -9,6 +9,14 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
+/// How GoogleTest shows a shape.
+static void PrintTo(const LongText& text, std::ostream* out)
+{
+    *out << text.name;
+}
+
 namespace {
 
 constexpr std::size_t characters = isInstrumented ? 100000 : 10000000;

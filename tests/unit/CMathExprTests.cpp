@@ -1,7 +1,7 @@
 // CMathExprTests.cpp - copies of a calculator share variables and program, and any of them may be destroyed first.
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/SMTParsingExcepData.h"
-#include "tests/language/MessageRecorder.h"
+#include "tests/support/MessageRecorder.h"
 
 #include <gtest/gtest.h>
 

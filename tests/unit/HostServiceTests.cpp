@@ -2,9 +2,10 @@
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/MathExpression.h"
+#include "mathexpr/MessageDisplay.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
-#include "tests/language/MessageRecorder.h"
+#include "tests/support/MessageRecorder.h"
 #include "tests/unit/Hosts.h"
 
 #include <gtest/gtest.h>

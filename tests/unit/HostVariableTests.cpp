@@ -4,7 +4,7 @@
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Variables.h"
-#include "tests/language/MessageRecorder.h"
+#include "tests/support/MessageRecorder.h"
 #include "tests/unit/EngineItems.h"
 #include "tests/unit/Hosts.h"
 

@@ -1,8 +1,8 @@
 // MathExpressionTests.cpp - the life of an expression object: nothing compiled, one-shot assignment, constants.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
-#include "tests/language/MessageRecorder.h"
 #include "tests/language/VariableAccess.h"
+#include "tests/support/MessageRecorder.h"
 #include "tests/unit/Hosts.h"
 
 #include <gtest/gtest.h>

@@ -3,8 +3,8 @@
 // The texts are constant, so that what compiling leaves behind is their value.
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserRegistrar.h"
+#include "tests/support/MessageRecorder.h"
 #include "tests/unit/EngineItems.h"
-#include "tests/unit/ShownMessages.h"
 
 #include <gtest/gtest.h>
 
@@ -40,6 +40,7 @@ protected:
         return compiler.getProgram().root->x;
     }
 
+    MessageRecorder messages;
     TestFactory factory;
     MTParserRegistrar registrar;
     MTParserCompiler compiler{registrar, true, nullptr};
@@ -65,12 +66,12 @@ TEST_F(Syntax, TakesAnotherDecimalPointAndSeparator)
     EXPECT_EQ(valueOf(L",5"), 0.5);
     EXPECT_EQ(valueOf(L"count(1,5;2;3)"), 3.0);
     EXPECT_EQ(valueOf(L"count(1,5)"), 1.0);
-    EXPECT_EQ(takeShownMessages(), Ids{});
+    EXPECT_EQ(messages.take(), Ids{});
     // With a decimal point a literal is not an integer, whatever its value.
     EXPECT_EQ(valueOf(L"2147483648,0"), 2147483648.0);
     EXPECT_EQ(valueOf(L"2147483648"), std::nullopt);
     EXPECT_EQ(valueOf(L"1.5"), std::nullopt);
-    EXPECT_EQ(takeShownMessages(), (Ids{19, 1}));
+    EXPECT_EQ(messages.take(), (Ids{19, 1}));
 }
 
 TEST_F(Syntax, TakesOperatorsThatAreWords)
@@ -79,7 +80,7 @@ TEST_F(Syntax, TakesOperatorsThatAreWords)
     EXPECT_EQ(valueOf(L"2plus3"), 5.0);
     EXPECT_EQ(valueOf(L"2plus-3"), -1.0);
     EXPECT_EQ(valueOf(L"2plus"), std::nullopt);
-    EXPECT_EQ(takeShownMessages(), Ids{3});
+    EXPECT_EQ(messages.take(), Ids{3});
     // A name may begin as they do.
     registrar.defineFunction(new TestFunction(L"pair", 2), true);
     EXPECT_EQ(valueOf(L"pair(4,5)plus3"), 5.0);
@@ -96,10 +97,10 @@ TEST_F(Syntax, ReadsABracketAsABracketWhateverOperatorsThereAre)
     EXPECT_EQ(valueOf(L"(1+2)+3"), 6.0);
     EXPECT_EQ(valueOf(L"-((1))"), -1.0);
     EXPECT_EQ(valueOf(L"count(1,(2),one(3))+count((4))"), 4.0);
-    EXPECT_EQ(takeShownMessages(), Ids{});
+    EXPECT_EQ(messages.take(), Ids{});
     EXPECT_EQ(valueOf(L"1+one(1"), std::nullopt);
     EXPECT_EQ(valueOf(L"1)"), std::nullopt);
-    EXPECT_EQ(takeShownMessages(), (Ids{2, 3}));
+    EXPECT_EQ(messages.take(), (Ids{2, 3}));
 }
 
 TEST_F(Syntax, LimitsBracketsAsBracketsWhateverOperatorsThereAre)
@@ -113,7 +114,7 @@ TEST_F(Syntax, LimitsBracketsAsBracketsWhateverOperatorsThereAre)
     EXPECT_EQ(compiler.getFailure().code, ParsingError::NestedTooDeep);
     EXPECT_EQ(valueOf(L"one(1)"), std::nullopt);
     EXPECT_EQ(compiler.getFailure().code, ParsingError::TooManyRecords);
-    EXPECT_EQ(takeShownMessages(), (Ids{3, 3}));
+    EXPECT_EQ(messages.take(), (Ids{3, 3}));
 }
 
 TEST_F(Syntax, FindsAFunctionOfOneLetterBeforeABracketThatIsAnOperatorToo)
@@ -141,7 +142,7 @@ TEST_F(Syntax, PutsThePositionOfAnOperatorThatEndsTheTextOnItsLastCharacter)
         EXPECT_EQ(exception.entries.front().data.exID, ParsingError::OperandMissing);
         EXPECT_EQ(exception.entries.front().data.pos, 4u);
     }
-    EXPECT_EQ(takeShownMessages(), Ids{});
+    EXPECT_EQ(messages.take(), Ids{});
 }
 
 TEST_F(Syntax, HandsAFunctionTheArgumentsThatWereWritten)
@@ -157,7 +158,7 @@ TEST_F(Syntax, MakesUnknownNamesVariablesOnlyWhereThatIsSwitchedOn)
 {
     registrar.setSyntax({L'.', L',', L'[', L']'});
     EXPECT_EQ(valueOf(L"unknown+1"), std::nullopt);
-    EXPECT_EQ(takeShownMessages(), Ids{1});
+    EXPECT_EQ(messages.take(), Ids{1});
     EXPECT_EQ(registrar.findVariable(L"unknown"), nullptr);
 
     compiler.setAutomaticVariables(true);
@@ -168,7 +169,7 @@ TEST_F(Syntax, MakesUnknownNamesVariablesOnlyWhereThatIsSwitchedOn)
     compiler.setAutomaticVariables(false);
     EXPECT_TRUE(compiler.compile(L"unknown+1", assignTarget));
     EXPECT_FALSE(compiler.compile(L"another+1", assignTarget));
-    EXPECT_EQ(takeShownMessages(), Ids{1});
+    EXPECT_EQ(messages.take(), Ids{1});
 }
 
 TEST_F(Syntax, ReportsAFactoryThatMakesNothing)
@@ -178,7 +179,7 @@ TEST_F(Syntax, ReportsAFactoryThatMakesNothing)
     registrar.setVariableFactory(&none);
     compiler.setAutomaticVariables(true);
     EXPECT_EQ(valueOf(L"unknown"), std::nullopt);
-    EXPECT_EQ(takeShownMessages(), Ids{3});
+    EXPECT_EQ(messages.take(), Ids{3});
 
     MTParserCompiler silent(registrar, false, nullptr);
     silent.setAutomaticVariables(true);
@@ -212,7 +213,7 @@ TEST_F(Syntax, DoesNotKnowANameWhoseVariableIsCalledOtherwise)
     const Answering service;
     MTParserCompiler asking(registrar, true, &service);
     EXPECT_FALSE(asking.compile(L"1+width", assignTarget));
-    EXPECT_EQ(takeShownMessages(), Ids{1});
+    EXPECT_EQ(messages.take(), Ids{1});
     EXPECT_NE(registrar.findVariable(L"width_"), nullptr);
     EXPECT_EQ(registrar.findVariable(L"width"), nullptr);
 }
@@ -226,7 +227,7 @@ TEST_F(Syntax, NeedsNoFactoryWhereNoVariableIsMade)
     EXPECT_EQ(plain.getProgram().root->x, 12.5);
     plain.setAutomaticVariables(true);
     EXPECT_FALSE(plain.compile(L"x", assignTarget));
-    EXPECT_EQ(takeShownMessages(), Ids{3});
+    EXPECT_EQ(messages.take(), Ids{3});
 }
 
 TEST_F(Syntax, StoresTheNameAssignedTo)
@@ -241,7 +242,7 @@ TEST_F(Syntax, StoresTheNameAssignedTo)
     EXPECT_EQ(assignTarget, L"c");
     EXPECT_EQ(valueOf(L"=5"), 5.0);
     EXPECT_EQ(assignTarget, L"");
-    EXPECT_EQ(takeShownMessages(), Ids{3});
+    EXPECT_EQ(messages.take(), Ids{3});
 }
 
 }

@@ -1,8 +1,8 @@
 // Items.cpp - see Items.h.
 #include "Items.h"
 
-#include "MessageRecorder.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "tests/support/MessageRecorder.h"
 
 #include <cmath>
 #include <cstring>
@@ -98,12 +98,12 @@ testing::AssertionResult yields(const IMathExprItemEvaluator& item, const std::v
     for (const bool showMessages : {true, false})
     {
         VALTYPE result = onEntry;
-        takeShownMessages();
+        MessageRecorder messages;
         if (!item.evaluate(static_cast<std::uint32_t>(args.size()), args.data(), result, showMessages))
         {
             return testing::AssertionFailure() << "the arguments are refused";
         }
-        if (!takeShownMessages().empty())
+        if (!messages.take().empty())
         {
             return testing::AssertionFailure() << "a message is shown";
         }
@@ -121,13 +121,13 @@ testing::AssertionResult refuses(const IMathExprItemEvaluator& item, const std::
     for (const bool showMessages : {true, false})
     {
         VALTYPE result = stale();
-        takeShownMessages();
+        MessageRecorder messages;
         if (item.evaluate(static_cast<std::uint32_t>(args.size()), args.data(), result, showMessages))
         {
             return testing::AssertionFailure() << "the arguments are accepted: " << testing::PrintToString(result);
         }
         const std::vector<std::uint32_t> expected(showMessages ? 1 : 0, message);
-        if (const std::vector<std::uint32_t> shown = takeShownMessages(); shown != expected)
+        if (const std::vector<std::uint32_t> shown = messages.take(); shown != expected)
         {
             return testing::AssertionFailure() << "shown are " << testing::PrintToString(shown) << " instead of "
                                                << testing::PrintToString(expected);
@@ -146,7 +146,7 @@ testing::AssertionResult raises(const IMathExprItemEvaluator& item, const std::v
     for (const bool showMessages : {true, false})
     {
         VALTYPE result = stale();
-        takeShownMessages();
+        MessageRecorder messages;
         try
         {
             item.evaluate(static_cast<std::uint32_t>(args.size()), args.data(), result, showMessages);
@@ -172,7 +172,7 @@ testing::AssertionResult raises(const IMathExprItemEvaluator& item, const std::v
                 return testing::AssertionFailure() << "code " << data.exID << ", or a field beside the code is set";
             }
         }
-        if (!takeShownMessages().empty())
+        if (!messages.take().empty())
         {
             return testing::AssertionFailure() << "a message is shown";
         }

@@ -1,4 +1,4 @@
-// ThreadTests.cpp - expressions of different threads do not meet: neither their handles nor where their messages go.
+// HandleThreadTests.cpp - expressions of different threads do not meet: neither their handles nor where their messages go.
 #include <mathexpr.h>
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// MemoryTests.cpp - every function of the C interface that needs memory, with memory running out at each of its
+// HandleMemoryTests.cpp - every function of the C interface that needs memory, with memory running out at each of its
 // allocations in turn: the status says so, nothing leaks, and the same call succeeds when there is memory again.
 //
 // The global operator new is this program's, for the shared library too.

@@ -1,41 +1,10 @@
-// AllocationTests.cpp - evaluating allocates nothing, except for a new variable.
-//
-// The global operator new is this program's, for the shared library too, and counts its calls.
+// EvaluationAllocationTests.cpp - evaluating allocates nothing, except for a new variable.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
-#include "tests/language/MessageRecorder.h"
+#include "tests/support/CountedAllocations.h"
 #include "tests/unit/Hosts.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-std::size_t nbAllocations = 0;
-
-}
-
-void* operator new(std::size_t size)
-{
-    ++nbAllocations;
-    if (void* const memory = std::malloc(size == 0 ? 1 : size))
-    {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace {
 
@@ -43,9 +12,9 @@ namespace {
 std::size_t allocationsOf(MathExpression& expression, bool succeeds = true)
 {
     VALTYPE value;
-    const std::size_t before = nbAllocations;
+    const std::size_t before = allocationCount();
     const bool ok = expression.evaluate(value);
-    const std::size_t made = nbAllocations - before;
+    const std::size_t made = allocationCount() - before;
     EXPECT_EQ(ok, succeeds);
     return made;
 }
@@ -64,9 +33,9 @@ protected:
 
 TEST_F(Allocation, IsSeenWhereItHappens)
 {
-    const std::size_t before = nbAllocations;
+    const std::size_t before = allocationCount();
     ASSERT_TRUE(expression.setExpression(L"x+sqr(zero)"));
-    EXPECT_GT(nbAllocations, before);
+    EXPECT_GT(allocationCount(), before);
 }
 
 TEST_F(Allocation, IsMadeByNoEvaluation)

@@ -1,4 +1,4 @@
-// NumberCodeTests.cpp - long runs of one program over variables that turn from numbers to points and back.
+// NumberCodeDifferentialTests.cpp - long runs of one program over variables that turn from numbers to points and back.
 //
 // While everything is a number, number code runs in the program's place. Formulas made of what it knows are evaluated
 // many times over, with refusals (a zero divisor, a root of a negative number) and points thrown in, and compared with

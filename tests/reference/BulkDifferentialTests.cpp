@@ -1,4 +1,4 @@
-// BulkTests.cpp - bulk evaluation held against fresh programs: every row is compiled and evaluated anew by an object of
+// BulkDifferentialTests.cpp - bulk evaluation held against fresh programs: every row is compiled and evaluated anew by an object of
 // its own, and has to come to the same value, bit for bit, or to the same message.
 #include "ExpressionGenerator.h"
 #include "Settings.h"
@@ -12,7 +12,7 @@
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Variables.h"
 #include "mathexpr/Vocabulary.h"
-#include "tests/language/MessageRecorder.h"
+#include "tests/support/MessageRecorder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// LanguageTests.cpp - the texts in the language of the user, as Windows chooses it.
+// SystemLanguageTests.cpp - the texts in the language of the user, as Windows chooses it.
 
 #include "MathExprRes/MessageTexts.h"
 #include "mathexpr/CMathExpr.h"

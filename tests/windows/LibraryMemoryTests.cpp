@@ -1,4 +1,4 @@
-// MemoryTests.cpp - memory that runs out inside the DLL: std::bad_alloc arrives at the host, whose count of exceptions
+// LibraryMemoryTests.cpp - memory that runs out inside the DLL: std::bad_alloc arrives at the host, whose count of exceptions
 // stays right.
 //
 // The DLL has an operator new of its own. What it asks the system's C library for memory with is an entry in its table

@@ -1,4 +1,4 @@
-// NumberCodeTests.cpp - which items number code fuses.
+// FusedItemsTests.cpp - which items number code fuses.
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "MTParserLib/run/MTNumberCode.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(NumberCode, FusesTheArithmetic)
+TEST(FusedItems, AreTheArithmetic)
 {
     MTParserRegistrar registrar;
     registrar.setSyntax({L'.', L',', L'[', L']'});

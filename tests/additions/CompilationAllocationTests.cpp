@@ -1,43 +1,14 @@
-// AllocationTests.cpp - what is kept for a host that may ask later costs no memory while nothing fails.
-//
-// The global operator new is this program's, for the shared library too, and counts its calls.
+// CompilationAllocationTests.cpp - what is kept for a host that may ask later costs no memory while nothing fails.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"
 #include "tests/additions/Session.h"
+#include "tests/support/CountedAllocations.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
 #include <string>
 #include <vector>
-
-namespace {
-
-std::size_t nbAllocations = 0;
-
-}
-
-void* operator new(std::size_t size)
-{
-    ++nbAllocations;
-    if (void* const memory = std::malloc(size == 0 ? 1 : size))
-    {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace {
 
@@ -52,17 +23,17 @@ TEST(Allocations, AreMadeByTheFirstCompilationOnly)
         variables.set(L"height", number(3));
         const std::wstring text = L"[width, height, 1.5e+3] * (sin(30) - -width) + [1, 2, 3]";
 
-        const std::size_t atFirst = nbAllocations;
+        const std::size_t atFirst = allocationCount();
         ASSERT_TRUE(session.expression.setExpression(text.c_str()));
-        EXPECT_GT(nbAllocations, atFirst);
-        const std::size_t before = nbAllocations;
+        EXPECT_GT(allocationCount(), atFirst);
+        const std::size_t before = allocationCount();
         for (int i = 0; i < 10; ++i)
         {
             ASSERT_TRUE(session.expression.setExpression(text.c_str()));
             VALTYPE value;
             ASSERT_TRUE(session.expression.evaluate(value));
         }
-        EXPECT_EQ(nbAllocations, before) << "limit " << limit;
+        EXPECT_EQ(allocationCount(), before) << "limit " << limit;
     }
 }
 
@@ -83,10 +54,10 @@ TEST(Allocations, AreNotMadeForRows)
         ASSERT_TRUE(session.expression.setExpression(text));
         BulkOutcome outcome;
         const auto allocationsFor = [&](std::size_t nbRows) {
-            const std::size_t before = nbAllocations;
+            const std::size_t before = allocationCount();
             EXPECT_TRUE(evaluateBulk(session.expression, &column, 1, nbRows,
                                      {results.data(), sizeof(VALTYPE), BulkKind::Record}, 1, outcome));
-            return nbAllocations - before;
+            return allocationCount() - before;
         };
         allocationsFor(1);
         const std::size_t forOne = allocationsFor(1);

@@ -1,4 +1,4 @@
-// ExceptionTests.cpp - exceptions that cross the library's boundary: caught by type, and counted rightly on both sides.
+// ThrownExceptionTests.cpp - exceptions that cross the library's boundary: caught by type, and counted rightly on both sides.
 //
 // Compiled twice: with a run-time library inside this program, and with the compiler's run-time DLLs.
 

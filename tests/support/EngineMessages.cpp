@@ -1,0 +1,31 @@
+// EngineMessages.cpp - the engine's one outside function, for programs without the shared library: it records.
+#include "MTParserLib/MTMessage.h"
+#include "tests/support/MessageRecorder.h"
+
+struct MessageRecorder::Source
+{
+    explicit Source(MessageRecorder* recorder) : before(std::exchange(innermost, recorder)) {}
+    Source(const Source&) = delete;
+    Source& operator=(const Source&) = delete;
+    ~Source() { innermost = before; }
+
+    static void show(Message::Id id)
+    {
+        if (innermost != nullptr)
+        {
+            innermost->record(id, nullptr);
+        }
+    }
+
+    static inline MessageRecorder* innermost = nullptr;
+    MessageRecorder* before;
+};
+
+MessageRecorder::MessageRecorder() : source(std::make_unique<Source>(this)) {}
+
+MessageRecorder::~MessageRecorder() = default;
+
+void showMessage(Message::Id id)
+{
+    MessageRecorder::Source::show(id);
+}

@@ -1,0 +1,1 @@
+// precompiled.cpp - nothing of its own: the target that this source is of makes the test programs' precompiled header.
