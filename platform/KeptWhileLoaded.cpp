@@ -4,16 +4,44 @@
 #include "platform/KeptWhileLoaded.h"
 
 #include <atomic>
+#include <cstdlib>
 
 namespace {
 
 std::atomic<const platform::OnUnload*> newest{nullptr};  // ready before any code runs
+
+#if defined(__ELF__)
+
+std::atomic<bool> processEnds{false};
+
+/// A process that ends runs what main has registered here before it finalises the libraries that it was linked with.
+/// dlclose finalises the library, which calls finalise() first, and runs this after it. Static objects of the library
+/// would not do: they are made before main, and so destroyed when the library is finalised.
+void noteProcessEnd() noexcept
+{
+    std::atexit([] { processEnds = true; });  // not covered: what has been counted is written already
+}
+
+__attribute__((destructor)) void finalise() noexcept
+{
+    if (!processEnds)  // not covered: at the end of the process, what has been counted is written already
+    {
+        platform::runUnloadActions();
+    }
+}
+
+#else
+
+void noteProcessEnd() noexcept {}
+
+#endif
 
 }
 
 platform::OnUnload::OnUnload(Action toRun, void* itsContext) noexcept
     : action(toRun), context(itsContext), next(newest.load(std::memory_order_relaxed))
 {
+    noteProcessEnd();
     while (!newest.compare_exchange_weak(next, this, std::memory_order_release, std::memory_order_relaxed))
     {}
 }
@@ -25,33 +53,3 @@ void platform::runUnloadActions() noexcept
         each->action(each->context);
     }
 }
-
-#if defined(__ELF__)
-
-namespace {
-
-bool processEnds = false;
-
-/// A process that ends runs the destructors of static objects before it finalises its libraries. dlclose finalises the
-/// library, which calls finalise() first, and destroys its static objects after that.
-struct ProcessEnd
-{
-    ~ProcessEnd()  // not covered: what has been counted is written already
-    {
-        processEnds = true;
-    }
-};
-
-const ProcessEnd processEnd;
-
-__attribute__((destructor)) void finalise() noexcept
-{
-    if (!processEnds)  // not covered: at the end of the process, what has been counted is written already
-    {
-        platform::runUnloadActions();
-    }
-}
-
-}
-
-#endif
