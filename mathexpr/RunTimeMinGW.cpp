@@ -71,8 +71,8 @@ class InitialisationLock
 {
 public:
     InitialisationLock() noexcept
-        : release([](void* lock) noexcept { DeleteCriticalSection(&static_cast<InitialisationLock*>(lock)->section); },
-                  this)
+        : deletion([](void* lock) noexcept { DeleteCriticalSection(&static_cast<InitialisationLock*>(lock)->section); },
+                   this)
     {
         InitializeCriticalSection(&section);
     }
@@ -85,7 +85,7 @@ public:
 
 private:
     CRITICAL_SECTION section;
-    const platform::OnUnload release;
+    const platform::OnUnload deletion;
 };
 
 InitialisationLock initialisation;
