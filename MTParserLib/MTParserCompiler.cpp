@@ -205,7 +205,7 @@ bool MTParserCompiler::compileNumber(std::wstring_view token, std::uint32_t posi
     if (value.x > maxInteger && token.find(decimalPoint) == std::wstring_view::npos)
     {
         // Shown whatever the message switch says, and never an exception.
-        note(Message::IntegerTooLarge, Expected::SmallerNumber, spanOfToken(token, position), token, 0);
+        note(Message::IntegerTooLarge, mathexpr::Expected::SmallerNumber, spanOfToken(token, position), token, 0);
         showMessage(Message::IntegerTooLarge);
         return false;
     }
@@ -227,16 +227,16 @@ bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t positi
     {
         variable = resolveVariable(token, hash);
     }
-    catch (DefinitionException& exception)
+    catch (mathexpr::DefinitionException& exception)
     {
         const SMTDefExcepData data = newestData(exception);
-        noteDefinition(data, Expected::KnownName, spanOfToken(token, position));
+        noteDefinition(data, mathexpr::Expected::KnownName, spanOfToken(token, position));
         return passOn(exception, __LINE__, data);
     }
-    catch (ParsingException& exception)  // the host's own
+    catch (mathexpr::ParsingException& exception)  // the host's own
     {
         const SMTParsingExcepData data = newestData(exception);
-        noteParsing(data, Expected::KnownName, spanOfToken(token, position), data.nbArgs);
+        noteParsing(data, mathexpr::Expected::KnownName, spanOfToken(token, position), data.nbArgs);
         return passOn(exception, __LINE__, data);
     }
     if (variable == nullptr)
@@ -311,7 +311,7 @@ bool MTParserCompiler::removeVariable(std::wstring_view name)
     {
         program.clear();
         usedVariables.clear();
-        note(Message::UnknownName, Expected::KnownName, {}, name, 0);
+        note(Message::UnknownName, mathexpr::Expected::KnownName, {}, name, 0);
     }
     return registrar.removeVariable(name);
 }
@@ -482,7 +482,7 @@ bool MTParserCompiler::emit(const StackRecord& record)
             emission = emitter.emitOperator(*definition.item, *definition.kernels, record.nbArgs, record.position);
         }
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
         noteRaisedItem(spanOf(record), record.nbArgs, exception);
         throw;
@@ -563,7 +563,8 @@ void MTParserCompiler::noteRefusal(std::uint32_t position, std::uint32_t nbArgs,
     noteRefusedItem(spanOfStep(position, nbArgs), nbArgs, refusal);
 }
 
-void MTParserCompiler::noteRaised(std::uint32_t position, std::uint32_t nbArgs, const ParsingException& exception)
+void MTParserCompiler::noteRaised(std::uint32_t position, std::uint32_t nbArgs,
+                                  const mathexpr::ParsingException& exception)
 {
     noteRaisedItem(spanOfStep(position, nbArgs), nbArgs, exception);
 }
@@ -573,14 +574,14 @@ void MTParserCompiler::noteRefusedAssignment(const SMTDefExcepData& data)
     // The name may be one that an earlier text has left pending.
     const bool named = std::wstring_view(text).substr(assignSpan.begin, assignSpan.end - assignSpan.begin) ==
                        std::wstring_view(data.itemName);
-    noteDefinition(data, Expected::NewName, named ? assignSpan : MTSpan{});
+    noteDefinition(data, mathexpr::Expected::NewName, named ? assignSpan : MTSpan{});
 }
 
 void MTParserCompiler::note(Message::Id message, std::uint32_t expected, MTSpan span, std::wstring_view itemName,
                             std::uint32_t nbArgs)
 {
     failure.message = message;
-    failure.kind = ExpressionDiagnostic::Kind::None;
+    failure.kind = mathexpr::ExpressionDiagnostic::Kind::None;
     failure.code = 0;
     failure.span = span;
     failure.spanCountsTyped = false;
@@ -599,14 +600,14 @@ void MTParserCompiler::noteError(const MTCompileError& error, MTSpan span, std::
         expected = levels.size() > 1 ? CompileError::anyInBracket : CompileError::anyOutside;
     }
     note(error.message, expected, span, itemName, nbArgs);
-    failure.kind = ExpressionDiagnostic::Kind::Parsing;
+    failure.kind = mathexpr::ExpressionDiagnostic::Kind::Parsing;
     failure.code = error.exID;
 }
 
 void MTParserCompiler::noteDefinition(const SMTDefExcepData& data, std::uint32_t expected, MTSpan span)
 {
     note(Message::InvalidExpression, expected, span, data.itemName, 0);
-    failure.kind = ExpressionDiagnostic::Kind::Definition;
+    failure.kind = mathexpr::ExpressionDiagnostic::Kind::Definition;
     failure.code = data.exID;
     failure.conflictItemName = data.conflictItemName;
 }
@@ -615,7 +616,7 @@ void MTParserCompiler::noteParsing(const SMTParsingExcepData& data, std::uint32_
                                    std::uint32_t nbArgs)
 {
     note(Message::InvalidExpression, expected, span, data.itemName, nbArgs);
-    failure.kind = ExpressionDiagnostic::Kind::Parsing;
+    failure.kind = mathexpr::ExpressionDiagnostic::Kind::Parsing;
     failure.code = data.exID;
 }
 
@@ -624,10 +625,11 @@ void MTParserCompiler::noteRefusedItem(MTSpan span, std::uint32_t nbArgs, Messag
     note(refusal, expectedInsteadOf(refusal), span, {}, nbArgs);
 }
 
-void MTParserCompiler::noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const ParsingException& exception)
+void MTParserCompiler::noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const mathexpr::ParsingException& exception)
 {
     const SMTParsingExcepData& data = exception.entries.front().data;
-    noteParsing(data, data.exID == ParsingError::ArgumentKind ? Expected::Number : 0U, span, nbArgs);
+    noteParsing(data, data.exID == mathexpr::ParsingError::ArgumentKind ? mathexpr::Expected::Number : 0U, span,
+                nbArgs);
 }
 
 bool MTParserCompiler::fail(const MTCompileError& error, std::uint32_t line, std::uint32_t position, MTSpan span,
@@ -654,5 +656,5 @@ void MTParserCompiler::raise(std::uint32_t line, std::uint32_t position) const
     data.pos = position;
     data.itemName = failure.itemName;
     data.nbArgs = failure.nbArgs;
-    throw ParsingException(line, 0, compilerFile, data);
+    throw mathexpr::ParsingException(line, 0, compilerFile, data);
 }

@@ -57,8 +57,8 @@ public:
     const MTLimits& getLimits() const noexcept { return limits; }
 
     /// Names that the host offers for suggestions; the compiler only keeps the pointer, which may be null.
-    void setNameSource(const IMathExprNameSource* source) noexcept { nameSource = source; }
-    const IMathExprNameSource* getNameSource() const noexcept { return nameSource; }
+    void setNameSource(const mathexpr::IMathExprNameSource* source) noexcept { nameSource = source; }
+    const mathexpr::IMathExprNameSource* getNameSource() const noexcept { return nameSource; }
 
     /// Compiles a text. The program is empty while this runs and after any failure.
     /// @param text          as the user typed it; null is an empty text
@@ -84,7 +84,7 @@ public:
     /// Notes why a step of the program refused its arguments, or what it raised.
     /// @param position, nbArgs  of the step
     void noteRefusal(std::uint32_t position, std::uint32_t nbArgs, Message::Id refusal);
-    void noteRaised(std::uint32_t position, std::uint32_t nbArgs, const ParsingException& exception);
+    void noteRaised(std::uint32_t position, std::uint32_t nbArgs, const mathexpr::ParsingException& exception);
     /// Notes that the name that waits to be assigned cannot be a variable.
     void noteRefusedAssignment(const SMTDefExcepData& data);
 
@@ -157,7 +157,7 @@ private:
     void noteDefinition(const SMTDefExcepData& data, std::uint32_t expected, MTSpan span);
     void noteParsing(const SMTParsingExcepData& data, std::uint32_t expected, MTSpan span, std::uint32_t nbArgs);
     void noteRefusedItem(MTSpan span, std::uint32_t nbArgs, Message::Id refusal);
-    void noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const ParsingException& exception);
+    void noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const mathexpr::ParsingException& exception);
 
     /// Notes an error and reports it.
     [[nodiscard]] bool fail(const MTCompileError& error, std::uint32_t line, std::uint32_t position, MTSpan span,
@@ -179,7 +179,7 @@ private:
     MTParserEmitter emitter;
 
     MTLimits limits;
-    const IMathExprNameSource* nameSource = nullptr;
+    const mathexpr::IMathExprNameSource* nameSource = nullptr;
 
     MTFailure failure;
     std::wstring typedText;

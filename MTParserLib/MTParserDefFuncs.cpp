@@ -15,7 +15,7 @@
 namespace {
 
 template <class Item>
-constexpr VocabularyEntry describe(VocabularyFamily family, const wchar_t* className)
+constexpr VocabularyEntry describe(mathexpr::VocabularyFamily family, const wchar_t* className)
 {
     static_assert(sizeof(Item) == sizeof(void*), "an item has no data");
     VocabularyEntry entry{};
@@ -46,7 +46,7 @@ constexpr VocabularyEntry describe(VocabularyFamily family, const wchar_t* class
     return entry;
 }
 
-#define ITEM(family, Class) describe<Class>(VocabularyFamily::family, L"" #Class)
+#define ITEM(family, Class) describe<Class>(mathexpr::VocabularyFamily::family, L"" #Class)
 
 constexpr VocabularyConstant constants[] = {
     {L"pi", coremath::pi},
@@ -121,7 +121,7 @@ constexpr VocabularyEntry vocabulary[] = {
     // clang-format on
 };
 
-constexpr std::size_t countOf(VocabularyFamily family)
+constexpr std::size_t countOf(mathexpr::VocabularyFamily family)
 {
     std::size_t count = 0;
     for (const VocabularyEntry& entry : vocabulary)
@@ -131,11 +131,11 @@ constexpr std::size_t countOf(VocabularyFamily family)
     return count;
 }
 
-static_assert(countOf(VocabularyFamily::Operators) == 16 && std::size(vocabulary) == 16 + 257);
-static_assert(countOf(VocabularyFamily::Angle) == 23, "5 x 5 but for r2d and d2r");
-static_assert(countOf(VocabularyFamily::Length) == 81, "9 x 9");
-static_assert(countOf(VocabularyFamily::Area) == 64, "8 x 8");
-static_assert(countOf(VocabularyFamily::Volume) == 49, "7 x 7");
+static_assert(countOf(mathexpr::VocabularyFamily::Operators) == 16 && std::size(vocabulary) == 16 + 257);
+static_assert(countOf(mathexpr::VocabularyFamily::Angle) == 23, "5 x 5 but for r2d and d2r");
+static_assert(countOf(mathexpr::VocabularyFamily::Length) == 81, "9 x 9");
+static_assert(countOf(mathexpr::VocabularyFamily::Area) == 64, "8 x 8");
+static_assert(countOf(mathexpr::VocabularyFamily::Volume) == 49, "7 x 7");
 
 }
 

@@ -21,7 +21,7 @@ struct VocabularyConstant
 /// One operator or function. The strings are zero-terminated and live as long as the process.
 struct VocabularyEntry
 {
-    VocabularyFamily family;
+    mathexpr::VocabularyFamily family;
     const wchar_t* className;
     const wchar_t* symbol;
     const wchar_t* help;

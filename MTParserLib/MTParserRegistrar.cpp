@@ -12,12 +12,12 @@ constexpr const wchar_t* registrarFile = L"MTParserLib/MTParserRegistrar";
 
 [[noreturn]] void raise(std::uint32_t exID, std::wstring_view itemName, std::wstring_view conflictItemName)
 {
-    throw DefinitionException(__LINE__, 0, registrarFile,
-                              SMTDefExcepData{exID, std::wstring(itemName), std::wstring(conflictItemName)});
+    throw mathexpr::DefinitionException(__LINE__, 0, registrarFile,
+                                        SMTDefExcepData{exID, std::wstring(itemName), std::wstring(conflictItemName)});
 }
 
 /// Adds this layer's entry to an exception that passes through, with the record of its newest entry.
-void addOwnEntry(DefinitionException& exception, std::uint32_t line)
+void addOwnEntry(mathexpr::DefinitionException& exception, std::uint32_t line)
 {
     const SMTDefExcepData data = exception.entries.front().data;
     exception.addEntry(line, 0, registrarFile, data);
@@ -163,16 +163,16 @@ void MTParserRegistrar::setSyntax(const SyntaxCharacters& characters)
 
     if (separator == decimalPoint)
     {
-        raise(DefinitionError::SeparatorIsDecimalPoint, name(separator), name(decimalPoint));
+        raise(mathexpr::DefinitionError::SeparatorIsDecimalPoint, name(separator), name(decimalPoint));
     }
     if (separator == opening || separator == closing)
     {
-        raise(DefinitionError::SeparatorIsPointBracket, name(separator),
+        raise(mathexpr::DefinitionError::SeparatorIsPointBracket, name(separator),
               name(separator == opening ? opening : closing));
     }
     if (decimalPoint == opening || decimalPoint == closing)
     {
-        raise(DefinitionError::DecimalPointIsPointBracket, {}, {});
+        raise(mathexpr::DefinitionError::DecimalPointIsPointBracket, {}, {});
     }
 
     const std::array<wchar_t, 4> all{decimalPoint, separator, opening, closing};
@@ -185,15 +185,15 @@ void MTParserRegistrar::setSyntax(const SyntaxCharacters& characters)
     };
     for (const MTOperatorDefinition& entry : definitions->operators)
     {
-        refuseIn(DefinitionError::OperatorContainsSyntaxCharacter, entry.symbol);
+        refuseIn(mathexpr::DefinitionError::OperatorContainsSyntaxCharacter, entry.symbol);
     }
     for (const MTFunctionDefinition& entry : definitions->functions)
     {
-        refuseIn(DefinitionError::FunctionContainsSyntaxCharacter, entry.symbol);
+        refuseIn(mathexpr::DefinitionError::FunctionContainsSyntaxCharacter, entry.symbol);
     }
     for (const Definitions::Constant& entry : definitions->constants)
     {
-        refuseIn(DefinitionError::ConstantContainsSyntaxCharacter, entry.name);
+        refuseIn(mathexpr::DefinitionError::ConstantContainsSyntaxCharacter, entry.name);
     }
     Definitions& own = ownDefinitions();
     own.syntax = characters;
@@ -211,7 +211,7 @@ void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned, const MT
     {
         checkOperator(definition);
     }
-    catch (DefinitionException& exception)
+    catch (mathexpr::DefinitionException& exception)
     {
         addOwnEntry(exception, __LINE__);
         throw;
@@ -232,33 +232,33 @@ void MTParserRegistrar::checkOperator(const MTOperatorDefinition& definition) co
     const std::wstring& symbol = definition.symbol;
     if (symbol.empty())
     {
-        raise(DefinitionError::OperatorSymbolEmpty, {}, {});
+        raise(mathexpr::DefinitionError::OperatorSymbolEmpty, {}, {});
     }
     if (definition.precedence >= functionPrecedence)
     {
-        raise(DefinitionError::OperatorPrecedenceTooHigh, symbol, {});
+        raise(mathexpr::DefinitionError::OperatorPrecedenceTooHigh, symbol, {});
     }
     if (findOperator(symbol, definition.unary) != notFound)
     {
-        raise(DefinitionError::OperatorAlreadyDefined, symbol, symbol);
+        raise(mathexpr::DefinitionError::OperatorAlreadyDefined, symbol, symbol);
     }
     const std::size_t at = findSyntaxCharacter(symbol);
     if (at != std::wstring_view::npos)
     {
-        raise(DefinitionError::OperatorContainsSyntaxCharacter, symbol, symbol.substr(at, 1));
+        raise(mathexpr::DefinitionError::OperatorContainsSyntaxCharacter, symbol, symbol.substr(at, 1));
     }
     for (const MTFunctionDefinition& function : definitions->functions)
     {
         if (contains(function.symbol, symbol))
         {
-            raise(DefinitionError::FunctionContainsOperatorSymbol, symbol, function.symbol);
+            raise(mathexpr::DefinitionError::FunctionContainsOperatorSymbol, symbol, function.symbol);
         }
     }
     for (const Definitions::Constant& constant : definitions->constants)
     {
         if (contains(constant.name, symbol))
         {
-            raise(DefinitionError::ConstantContainsOperatorSymbol, symbol, constant.name);
+            raise(mathexpr::DefinitionError::ConstantContainsOperatorSymbol, symbol, constant.name);
         }
     }
 }
@@ -298,24 +298,24 @@ void MTParserRegistrar::checkFunction(const MTFunctionDefinition& definition) co
     const std::wstring& symbol = definition.symbol;
     if (symbol.empty())
     {
-        raise(DefinitionError::FunctionSymbolEmpty, {}, {});
+        raise(mathexpr::DefinitionError::FunctionSymbolEmpty, {}, {});
     }
     for (std::size_t at = findFunction(symbol); at != notFound; at = definitions->functions[at].nextOverload)
     {
         if (definitions->functions[at].nbArgs == definition.nbArgs)
         {
-            raise(DefinitionError::FunctionAlreadyDefined, symbol, symbol);
+            raise(mathexpr::DefinitionError::FunctionAlreadyDefined, symbol, symbol);
         }
     }
     const std::size_t at = findSyntaxCharacter(symbol);
     if (at != std::wstring_view::npos)
     {
-        raise(DefinitionError::FunctionContainsSyntaxCharacter, symbol, symbol.substr(at, 1));
+        raise(mathexpr::DefinitionError::FunctionContainsSyntaxCharacter, symbol, symbol.substr(at, 1));
     }
     std::wstring_view operatorSymbol;
     if (findOperatorSymbolIn(symbol, operatorSymbol))
     {
-        raise(DefinitionError::FunctionContainsOperatorSymbol, symbol, operatorSymbol);
+        raise(mathexpr::DefinitionError::FunctionContainsOperatorSymbol, symbol, operatorSymbol);
     }
 }
 
@@ -336,29 +336,29 @@ void MTParserRegistrar::checkConstant(std::wstring_view name) const
 {
     if (name.empty())
     {
-        raise(DefinitionError::ConstantNameEmpty, {}, {});
+        raise(mathexpr::DefinitionError::ConstantNameEmpty, {}, {});
     }
     if (findConstant(name) != notFound)
     {
-        raise(DefinitionError::ConstantAlreadyDefined, name, name);
+        raise(mathexpr::DefinitionError::ConstantAlreadyDefined, name, name);
     }
     if (isNumber(name))
     {
-        raise(DefinitionError::ConstantNameIsNumber, name, {});
+        raise(mathexpr::DefinitionError::ConstantNameIsNumber, name, {});
     }
     const std::size_t at = findSyntaxCharacter(name);
     if (at != std::wstring_view::npos)
     {
-        raise(DefinitionError::ConstantContainsSyntaxCharacter, name, name.substr(at, 1));
+        raise(mathexpr::DefinitionError::ConstantContainsSyntaxCharacter, name, name.substr(at, 1));
     }
     std::wstring_view operatorSymbol;
     if (findOperatorSymbolIn(name, operatorSymbol))
     {
-        raise(DefinitionError::ConstantContainsOperatorSymbol, name, operatorSymbol);
+        raise(mathexpr::DefinitionError::ConstantContainsOperatorSymbol, name, operatorSymbol);
     }
     if (const MTVariableDefinition* variable = findVariableDefinition(name))
     {
-        raise(DefinitionError::ConstantNameIsVariable, name, variable->name);
+        raise(mathexpr::DefinitionError::ConstantNameIsVariable, name, variable->name);
     }
 }
 
@@ -372,7 +372,7 @@ void MTParserRegistrar::defineVariable(IMathVariable* item, bool inPlace)
         checkVariable(definition.name);
         if (value == nullptr)
         {
-            raise(DefinitionError::VariableNameEmpty, definition.name, {});
+            raise(mathexpr::DefinitionError::VariableNameEmpty, definition.name, {});
         }
         reserveOneMore(variables);
         variableIndex.reserveOneMore(variables.size());
@@ -380,7 +380,7 @@ void MTParserRegistrar::defineVariable(IMathVariable* item, bool inPlace)
         hasHostVariables = hasHostVariables || !inPlace;
         variables.push_back(std::move(definition));
     }
-    catch (DefinitionException& exception)
+    catch (mathexpr::DefinitionException& exception)
     {
         addOwnEntry(exception, __LINE__);
         throw;
@@ -395,11 +395,11 @@ void MTParserRegistrar::defineVariable(std::wstring_view name)
             variableFactory == nullptr ? nullptr : variableFactory->create(std::wstring(name).c_str());
         if (item == nullptr)
         {
-            raise(DefinitionError::VariableNameEmpty, name, {});
+            raise(mathexpr::DefinitionError::VariableNameEmpty, name, {});
         }
         defineVariable(item, factoryMakesInPlace);
     }
-    catch (DefinitionException& exception)
+    catch (mathexpr::DefinitionException& exception)
     {
         addOwnEntry(exception, __LINE__);
         throw;
@@ -410,24 +410,24 @@ void MTParserRegistrar::checkVariable(std::wstring_view name) const
 {
     if (name.empty())
     {
-        raise(DefinitionError::VariableNameEmpty, {}, {});
+        raise(mathexpr::DefinitionError::VariableNameEmpty, {}, {});
     }
     if (const MTVariableDefinition* variable = findVariableDefinition(name))
     {
-        raise(DefinitionError::VariableAlreadyDefined, name, variable->name);
+        raise(mathexpr::DefinitionError::VariableAlreadyDefined, name, variable->name);
     }
     if (isNumber(name))
     {
-        raise(DefinitionError::VariableNameIsNumber, name, {});
+        raise(mathexpr::DefinitionError::VariableNameIsNumber, name, {});
     }
     if (findConstant(name) != notFound)
     {
-        raise(DefinitionError::VariableNameIsConstant, name, name);
+        raise(mathexpr::DefinitionError::VariableNameIsConstant, name, name);
     }
     const std::size_t at = findSyntaxCharacter(name);
     if (at != std::wstring_view::npos)
     {
-        raise(DefinitionError::VariableContainsSyntaxCharacter, name, name.substr(at, 1));
+        raise(mathexpr::DefinitionError::VariableContainsSyntaxCharacter, name, name.substr(at, 1));
     }
 }
 
@@ -617,7 +617,7 @@ VALTYPE* MTParserRegistrar::getVariableValuePtr(std::wstring_view name) const
     IMathVariable* variable = findVariable(name);
     if (variable == nullptr)
     {
-        raise(DefinitionError::VariableNotDefined, name, {});
+        raise(mathexpr::DefinitionError::VariableNotDefined, name, {});
     }
     return variable->getValuePtr();
 }

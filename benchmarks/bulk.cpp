@@ -66,25 +66,26 @@ public:
         const std::wstring wide(text.text.begin(), text.text.end());
         for (const auto& [name, column] : numberColumns())
         {
-            ExpressionVariables(expression).set(name, VALTYPE{});
+            mathexpr::setVariable(expression, name, VALTYPE{});
             bound.push_back({name, column->data()});
         }
         VALTYPE point;
         point.type = 1;
         for (const auto& [name, column] : pointColumns())
         {
-            ExpressionVariables(expression).set(name, point);
-            bound.push_back({name, &column->front().x, sizeof(Point), BulkKind::Point});
+            mathexpr::setVariable(expression, name, point);
+            bound.push_back({name, &column->front().x, sizeof(Point), mathexpr::BulkKind::Point});
         }
         expression.setExpression(wide.c_str());
         for (const Component& component : componentsOf(text.variables))
         {
             const wchar_t name[] = {static_cast<wchar_t>(component.variable), L'\0'};
-            const auto column = std::find_if(bound.begin(), bound.end(),
-                                             [&](const BulkColumn& one) { return *one.name == component.variable; });
+            const auto column = std::find_if(bound.begin(), bound.end(), [&](const mathexpr::BulkColumn& one) {
+                return *one.name == component.variable;
+            });
             const std::size_t coordinate =
-                column->kind == BulkKind::Point ? static_cast<std::size_t>(component.name.back() - 'x') : 0;
-            VALTYPE* const record = ExpressionVariables(expression).address(name);
+                column->kind == mathexpr::BulkKind::Point ? static_cast<std::size_t>(component.name.back() - 'x') : 0;
+            VALTYPE* const record = mathexpr::getVariableAddress(expression, name);
             slots.push_back({coordinate == 1   ? &record->y
                              : coordinate == 2 ? &record->z
                                                : &record->x,
@@ -98,8 +99,9 @@ public:
 
     void runBulk(std::uint32_t nbThreads)
     {
-        BulkOutcome outcome;
-        evaluateBulk(expression, bound.data(), bound.size(), results.size(), {results.data()}, nbThreads, outcome);
+        mathexpr::BulkOutcome outcome;
+        mathexpr::evaluateBulk(expression, bound.data(), bound.size(), results.size(), {results.data()}, nbThreads,
+                               outcome);
     }
 
     void runRowByRow()
@@ -153,7 +155,7 @@ private:
     Columns columns;
     std::vector<double> results;
     MathExpression expression{true, nullptr};
-    std::vector<BulkColumn> bound;
+    std::vector<mathexpr::BulkColumn> bound;
     std::vector<Slot> slots;
 };
 

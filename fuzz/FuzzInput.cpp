@@ -24,10 +24,10 @@ const std::vector<std::wstring>& functions()
 {
     static const std::vector<std::wstring> all = [] {
         std::vector<std::wstring> names;
-        VocabularyItem item;
-        for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
+        mathexpr::VocabularyItem item;
+        for (std::uint32_t index = 0; mathexpr::getVocabularyItem(index, item); ++index)
         {
-            if (item.kind == VocabularyKind::Function)
+            if (item.kind == mathexpr::VocabularyKind::Function)
             {
                 names.push_back(std::wstring(item.symbol) + L"(");
             }

@@ -41,7 +41,7 @@ bool define(const MTParserRegistrar& registrar, Definition definition)
         definition();
         return true;
     }
-    catch (const DefinitionException& exception)
+    catch (const mathexpr::DefinitionException& exception)
     {
         expect(!exception.entries.empty());
         expect(sizesOf(registrar) == before);

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+namespace mathexpr {
 namespace {
 
 constexpr std::size_t alignment = sizeof(double);
@@ -27,7 +28,7 @@ bool isAligned(std::ptrdiff_t distance) noexcept
     return distance % static_cast<std::ptrdiff_t>(alignment) == 0;
 }
 
-BulkError checkColumn(const BulkColumn& column, std::size_t nbRows) noexcept
+BulkError checkColumn(const BulkColumn& column, std::size_t rowCount) noexcept
 {
     if (column.name == nullptr || *column.name == L'\0')
     {
@@ -37,7 +38,7 @@ BulkError checkColumn(const BulkColumn& column, std::size_t nbRows) noexcept
     {
         return BulkError::ColumnKind;
     }
-    if (column.data == nullptr && nbRows != 0)
+    if (column.data == nullptr && rowCount != 0)
     {
         return BulkError::ColumnData;
     }
@@ -53,23 +54,23 @@ std::size_t magnitude(std::ptrdiff_t distance) noexcept
 }
 
 /// Whether the rows of points share memory: they may stand behind each other, or the coordinates of all rows may.
-bool pointsOverlap(std::size_t nbRows, std::size_t stride, std::size_t coordinateStride) noexcept
+bool pointsOverlap(std::size_t rowCount, std::size_t stride, std::size_t coordinateStride) noexcept
 {
-    if (coordinateStride < alignment || (nbRows > 1 && stride < alignment))
+    if (coordinateStride < alignment || (rowCount > 1 && stride < alignment))
     {
         return true;
     }
-    const bool rowsApart = nbRows == 1 || (stride - alignment) / 2 >= coordinateStride;
-    return !rowsApart && (coordinateStride - alignment) / stride < nbRows - 1;
+    const bool rowsApart = rowCount == 1 || (stride - alignment) / 2 >= coordinateStride;
+    return !rowsApart && (coordinateStride - alignment) / stride < rowCount - 1;
 }
 
-BulkError checkResults(const BulkResults& results, std::size_t nbRows) noexcept
+BulkError checkResults(const BulkResults& results, std::size_t rowCount) noexcept
 {
     if (results.kind != BulkKind::Number && results.kind != BulkKind::Point && results.kind != BulkKind::Record)
     {
         return BulkError::ResultsKind;
     }
-    if (nbRows == 0)
+    if (rowCount == 0)
     {
         return BulkError::None;
     }
@@ -86,15 +87,15 @@ BulkError checkResults(const BulkResults& results, std::size_t nbRows) noexcept
     const std::size_t stride = magnitude(results.stride);
     const std::size_t size = results.kind == BulkKind::Record ? sizeof(VALTYPE) : sizeof(double);
     const bool shared =
-        isPoint ? pointsOverlap(nbRows, stride, magnitude(results.coordinateStride)) : nbRows > 1 && stride < size;
+        isPoint ? pointsOverlap(rowCount, stride, magnitude(results.coordinateStride)) : rowCount > 1 && stride < size;
     return shared ? BulkError::ResultsOverlap : BulkError::None;
 }
 
-/// Of columns with one name the later one; nbColumns where each has a name of its own.
-std::size_t findColumnTwice(const BulkColumn* columns, std::size_t nbColumns)
+/// Of columns with one name the later one; columnCount where each has a name of its own.
+std::size_t findColumnTwice(const BulkColumn* columns, std::size_t columnCount)
 {
     MTNameIndex names;
-    for (std::size_t index = 0; index < nbColumns; ++index)
+    for (std::size_t index = 0; index < columnCount; ++index)
     {
         const std::wstring_view name = columns[index].name;
         const std::uint32_t hash = MTNameIndex::hash(name);
@@ -106,7 +107,7 @@ std::size_t findColumnTwice(const BulkColumn* columns, std::size_t nbColumns)
         names.reserveOneMore(index);
         names.insert(hash, index);
     }
-    return nbColumns;
+    return columnCount;
 }
 
 /// Checks the columns and finds the variables of those that the program reads.
@@ -117,26 +118,26 @@ public:
         : registrar(names), used(source.getUsedVariables())
     {}
 
-    BulkError bind(const BulkColumn* columns, std::size_t nbColumns, std::size_t nbRows, std::size_t& failed)
+    BulkError bind(const BulkColumn* columns, std::size_t columnCount, std::size_t rowCount, std::size_t& failed)
     {
-        if (columns == nullptr && nbColumns != 0)
+        if (columns == nullptr && columnCount != 0)
         {
             return BulkError::ColumnsMissing;
         }
-        for (failed = 0; failed < nbColumns; ++failed)
+        for (failed = 0; failed < columnCount; ++failed)
         {
-            const BulkError error = checkColumn(columns[failed], nbRows);
+            const BulkError error = checkColumn(columns[failed], rowCount);
             if (error != BulkError::None)
             {
                 return error;
             }
         }
-        failed = findColumnTwice(columns, nbColumns);
-        if (failed != nbColumns)
+        failed = findColumnTwice(columns, columnCount);
+        if (failed != columnCount)
         {
             return BulkError::ColumnTwice;
         }
-        for (failed = 0; failed < nbColumns; ++failed)
+        for (failed = 0; failed < columnCount; ++failed)
         {
             if (!bind(columns[failed]))
             {
@@ -171,8 +172,8 @@ private:
 
 }
 
-bool evaluateBulk(MathExpression& expression, const BulkColumn* columns, std::size_t nbColumns, std::size_t nbRows,
-                  const BulkResults& results, std::uint32_t nbThreads, BulkOutcome& outcome)
+bool evaluateBulk(MathExpression& expression, const BulkColumn* columns, std::size_t columnCount, std::size_t rowCount,
+                  const BulkResults& results, std::uint32_t threadCount, BulkOutcome& outcome)
 {
     outcome = BulkOutcome{};
     MTParserProgram& program = EngineAccess::programOf(expression);
@@ -185,17 +186,17 @@ bool evaluateBulk(MathExpression& expression, const BulkColumn* columns, std::si
     return atHostBoundary(EngineAccess::hostOf(expression), [&] {
         ColumnBinder binder(EngineAccess::registrarOf(expression), EngineAccess::compilerOf(expression));
         outcome.error =
-            program.isComplete() ? binder.bind(columns, nbColumns, nbRows, outcome.column) : BulkError::NoProgram;
+            program.isComplete() ? binder.bind(columns, columnCount, rowCount, outcome.column) : BulkError::NoProgram;
         if (outcome.error == BulkError::None)
         {
-            outcome.error = checkResults(results, nbRows);
+            outcome.error = checkResults(results, rowCount);
         }
         if (outcome.error != BulkError::None)
         {
             return false;
         }
-        const MTBulkTally tally = runInBulk(program, binder.bound(), nbRows, results, nbThreads);
-        outcome.nbFailed = tally.nbFailed;
+        const MTBulkTally tally = runInBulk(program, binder.bound(), rowCount, results, threadCount);
+        outcome.failedCount = tally.nbFailed;
         if (tally.nbFailed != 0)
         {
             outcome.firstFailed = tally.firstFailed;
@@ -205,9 +206,4 @@ bool evaluateBulk(MathExpression& expression, const BulkColumn* columns, std::si
     });
 }
 
-bool evaluateBulk(CMathExpr& calculator, const BulkColumn* columns, std::size_t nbColumns, std::size_t nbRows,
-                  const BulkResults& results, std::uint32_t nbThreads, BulkOutcome& outcome)
-{
-    return evaluateBulk(EngineAccess::expressionOf(calculator), columns, nbColumns, nbRows, results, nbThreads,
-                        outcome);
 }

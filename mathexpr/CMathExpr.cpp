@@ -1,11 +1,14 @@
 // CMathExpr.cpp - one call around an expression object.
 #include "mathexpr/CMathExpr.h"
 
+#include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
+
+#include <utility>
 
 // Constructors compute nothing, but memory may run out in them.
 
-CMathExpr::CMathExpr(const HostRuntime& host)
+CMathExpr::CMathExpr(const mathexpr::HostRuntime& host)
 try : expression(false, nullptr, host)
 {}
 catch (...)
@@ -39,7 +42,12 @@ bool CMathExpr::Calculate(const wchar_t* text, VALTYPE& result, std::uint32_t ma
     });
 }
 
-void CMathExpr::dropAssignment() noexcept
+MathExpression& mathexpr::expressionOf(CMathExpr& calculator) noexcept
 {
-    expression.dropAssignment();
+    return const_cast<MathExpression&>(expressionOf(std::as_const(calculator)));
+}
+
+const MathExpression& mathexpr::expressionOf(const CMathExpr& calculator) noexcept
+{
+    return mathexpr::EngineAccess::expressionOf(calculator);
 }

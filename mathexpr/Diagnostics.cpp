@@ -14,6 +14,7 @@
 #include <iterator>
 #include <string_view>
 
+namespace mathexpr {
 namespace {
 
 MTSpan spanInTypedText(const MTFailure& failure, std::wstring_view typed)
@@ -130,26 +131,23 @@ ExpressionDiagnostic diagnosticOf(const MTParserCompiler& compiler, const MTPars
 
 }
 
-ExpressionDiagnostics::ExpressionDiagnostics(MathExpression& object) noexcept : expression(&object) {}
-
-ExpressionDiagnostics::ExpressionDiagnostics(CMathExpr& calculator) noexcept
-    : expression(&EngineAccess::expressionOf(calculator))
-{}
-
-bool ExpressionDiagnostics::hasFailed() const noexcept
+bool hasFailed(const MathExpression& expression) noexcept
 {
-    return EngineAccess::compilerOf(*expression).getFailure().message != Message::Id{};
+    return EngineAccess::compilerOf(expression).getFailure().message != Message::Id{};
 }
 
-ExpressionDiagnostic ExpressionDiagnostics::get() const
+ExpressionDiagnostic getDiagnostic(const MathExpression& expression)
 {
-    return atHostBoundary(EngineAccess::hostOf(*expression), [&] {
-        return hasFailed() ? diagnosticOf(EngineAccess::compilerOf(*expression), EngineAccess::registrarOf(*expression))
-                           : ExpressionDiagnostic();
+    return atHostBoundary(EngineAccess::hostOf(expression), [&] {
+        return hasFailed(expression)
+                   ? diagnosticOf(EngineAccess::compilerOf(expression), EngineAccess::registrarOf(expression))
+                   : ExpressionDiagnostic();
     });
 }
 
-void ExpressionDiagnostics::setNameSource(const IMathExprNameSource* source) noexcept
+void setNameSource(MathExpression& expression, const IMathExprNameSource* source) noexcept
 {
-    EngineAccess::compilerOf(*expression).setNameSource(source);
+    EngineAccess::compilerOf(expression).setNameSource(source);
+}
+
 }

@@ -6,9 +6,10 @@
 
 #include <string>
 
+namespace mathexpr {
+
 struct EngineAccess
 {
-    static MathExpression& expressionOf(CMathExpr& calculator) noexcept { return calculator.expression; }
     static const MathExpression& expressionOf(const CMathExpr& calculator) noexcept { return calculator.expression; }
 
     static const HostRuntime& hostOf(const MathExpression& expression) noexcept { return expression.host; }
@@ -16,6 +17,7 @@ struct EngineAccess
     static MTParserCompiler& compilerOf(const MathExpression& expression) noexcept { return *expression.compiler; }
     static MTParserProgram& programOf(const MathExpression& expression) noexcept { return *expression.program; }
 
+    static void dropAssignment(MathExpression& expression) noexcept { expression.assignTarget.clear(); }
     static auto& automaticVariablesOf(MathExpression& expression) noexcept { return expression.automaticVariables; }
 
     /// Gives a variable a value, and defines it if there is none. Refused as an assignment is, by an exception.
@@ -24,3 +26,5 @@ struct EngineAccess
         expression.store(name, value);
     }
 };
+
+}

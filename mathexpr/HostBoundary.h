@@ -13,10 +13,10 @@
 #if defined(__MINGW32__)
 
 /// While the handler of an exception runs that will be thrown on: moves the count of exceptions to the host.
-void handExceptionsOver(const HostRuntime& host) noexcept;
+void handExceptionsOver(const mathexpr::HostRuntime& host) noexcept;
 
 /// Moves the count of exceptions that the host has thrown, and that have ended here, back to the host.
-void settleExceptions(const HostRuntime& host) noexcept;
+void settleExceptions(const mathexpr::HostRuntime& host) noexcept;
 
 /// The library's count of exceptions, to be what it was when one has been caught that the host's run-time library may
 /// have counted up.
@@ -31,7 +31,7 @@ private:
 };
 
 template <class Work>
-auto atHostBoundary(const HostRuntime& host, Work work)
+auto atHostBoundary(const mathexpr::HostRuntime& host, Work work)
 {
     const platform::FloatingPointGuard guard;
     try
@@ -47,9 +47,9 @@ auto atHostBoundary(const HostRuntime& host, Work work)
 
 #else
 
-inline void handExceptionsOver(const HostRuntime&) noexcept {}
+inline void handExceptionsOver(const mathexpr::HostRuntime&) noexcept {}
 
-inline void settleExceptions(const HostRuntime&) noexcept {}
+inline void settleExceptions(const mathexpr::HostRuntime&) noexcept {}
 
 struct ExceptionCount
 {
@@ -57,7 +57,7 @@ struct ExceptionCount
 };
 
 template <class Work>
-auto atHostBoundary(const HostRuntime&, Work work)
+auto atHostBoundary(const mathexpr::HostRuntime&, Work work)
 {
     const platform::FloatingPointGuard guard;
     return work();

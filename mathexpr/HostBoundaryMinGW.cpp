@@ -20,7 +20,7 @@ ExceptionState& stateOf(abi::__cxa_eh_globals* globals) noexcept
 }
 
 /// Leaves a count here and moves the rest, which may be negative in the sense of unsigned numbers, to the host.
-void moveCount(const HostRuntime& host, unsigned int remaining) noexcept
+void moveCount(const mathexpr::HostRuntime& host, unsigned int remaining) noexcept
 {
     ExceptionState& own = stateOf(abi::__cxa_get_globals());
     ExceptionState& hosts = stateOf(host.exceptionState());
@@ -34,13 +34,13 @@ void moveCount(const HostRuntime& host, unsigned int remaining) noexcept
 
 }
 
-void handExceptionsOver(const HostRuntime& host) noexcept
+void handExceptionsOver(const mathexpr::HostRuntime& host) noexcept
 {
     // Throwing on counts one up again.
     moveCount(host, static_cast<unsigned int>(-1));
 }
 
-void settleExceptions(const HostRuntime& host) noexcept
+void settleExceptions(const mathexpr::HostRuntime& host) noexcept
 {
     moveCount(host, 0);
 }

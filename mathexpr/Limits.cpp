@@ -5,6 +5,8 @@
 #include "MTParserLib/program/MTParserProgram.h"
 #include "mathexpr/EngineAccess.h"
 
+namespace mathexpr {
+
 bool setLimits(MathExpression& expression, const ExpressionLimits& limits) noexcept
 {
     const MTProgramClaim claim(EngineAccess::programOf(expression));
@@ -12,13 +14,8 @@ bool setLimits(MathExpression& expression, const ExpressionLimits& limits) noexc
     {
         return false;
     }
-    EngineAccess::compilerOf(expression).setLimits({limits.textLength, limits.records, limits.nesting});
+    EngineAccess::compilerOf(expression).setLimits({limits.maxTextLength, limits.maxRecords, limits.maxNesting});
     return true;
-}
-
-bool setLimits(CMathExpr& calculator, const ExpressionLimits& limits) noexcept
-{
-    return setLimits(EngineAccess::expressionOf(calculator), limits);
 }
 
 ExpressionLimits getLimits(const MathExpression& expression) noexcept
@@ -27,7 +24,4 @@ ExpressionLimits getLimits(const MathExpression& expression) noexcept
     return {limits.textLength, limits.records, limits.nesting};
 }
 
-ExpressionLimits getLimits(const CMathExpr& calculator) noexcept
-{
-    return getLimits(EngineAccess::expressionOf(calculator));
 }

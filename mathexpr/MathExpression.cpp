@@ -40,9 +40,9 @@ void defineMemoryVariable(MTParserRegistrar& registrar, const std::wstring& name
     {
         registrar.defineVariable(variable.release(), true);
     }
-    catch (const DefinitionException& exception)
+    catch (const mathexpr::DefinitionException& exception)
     {
-        throw DefinitionException(assignmentLine, 0, sessionFile, exception.entries.front().data);
+        throw mathexpr::DefinitionException(assignmentLine, 0, sessionFile, exception.entries.front().data);
     }
 }
 
@@ -58,7 +58,7 @@ bool runAndNote(MTParserProgram& program, bool showMessages, MTParserCompiler& c
             return true;
         }
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
         compiler.noteRaised(failure.position, failure.nbArgs, exception);
         throw;
@@ -69,7 +69,8 @@ bool runAndNote(MTParserProgram& program, bool showMessages, MTParserCompiler& c
 
 }
 
-MathExpression::MathExpression(bool silentMode, const IMathExprService* service, const HostRuntime& hostRuntime)
+MathExpression::MathExpression(bool silentMode, const IMathExprService* service,
+                               const mathexpr::HostRuntime& hostRuntime)
 try : registrar(std::make_shared<MTParserRegistrar>(&vocabularyPrototype())),
     compiler(std::make_shared<MTParserCompiler>(*registrar, !silentMode, service)), program(&compiler->getProgram()),
     silent(silentMode), host(hostRuntime)
@@ -143,7 +144,7 @@ bool MathExpression::assign(const VALTYPE& value)
     {
         store(assignTarget, value);
     }
-    catch (const DefinitionException& exception)
+    catch (const mathexpr::DefinitionException& exception)
     {
         compiler->noteRefusedAssignment(exception.entries.front().data);
         if (!silent)
@@ -166,11 +167,6 @@ void MathExpression::store(const std::wstring& name, const VALTYPE& value)
     {
         defineMemoryVariable(*registrar, name, value);
     }
-}
-
-void MathExpression::dropAssignment() noexcept
-{
-    assignTarget.clear();
 }
 
 void MathExpression::setMaxInteger(std::uint32_t maxInteger) noexcept

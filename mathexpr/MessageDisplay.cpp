@@ -14,14 +14,15 @@
 
 namespace {
 
-MessageDisplay messageDisplay;
+mathexpr::ProcessMessageDisplay messageDisplay;
 
 /// Null where the process's is in force.
-PLATFORM_THREAD_SLOT(const MessageDisplay*, threadsDisplay);
+PLATFORM_THREAD_SLOT(const mathexpr::ProcessMessageDisplay*, threadsDisplay);
 
 }
 
-ThreadMessageDisplay::ThreadMessageDisplay(const MessageDisplay* display) noexcept : before(threadsDisplay.get())
+ThreadMessageDisplay::ThreadMessageDisplay(const mathexpr::ProcessMessageDisplay* display) noexcept
+    : before(threadsDisplay.get())
 {
     threadsDisplay.set(display != nullptr && display->show != nullptr ? display : nullptr);
 }
@@ -31,7 +32,7 @@ ThreadMessageDisplay::~ThreadMessageDisplay()
     threadsDisplay.set(before);
 }
 
-MessageDisplay setMessageDisplay(MessageDisplay display) noexcept
+mathexpr::ProcessMessageDisplay mathexpr::setMessageDisplay(mathexpr::ProcessMessageDisplay display) noexcept
 {
     return std::exchange(messageDisplay, display);
 }
@@ -44,8 +45,8 @@ void showMessage(Message::Id id)
         return;
     }
     const platform::HostFloatingPoint hostsWords;
-    const MessageDisplay* const threads = threadsDisplay.get();
-    const MessageDisplay display = threads != nullptr ? *threads : messageDisplay;
+    const mathexpr::ProcessMessageDisplay* const threads = threadsDisplay.get();
+    const mathexpr::ProcessMessageDisplay display = threads != nullptr ? *threads : messageDisplay;
     if (display.show != nullptr)
     {
         display.show(display.context, id, text.c_str());

@@ -8,11 +8,11 @@ class ThreadMessageDisplay
 {
 public:
     /// @param display  null, or without a function: the process's
-    explicit ThreadMessageDisplay(const MessageDisplay* display) noexcept;
+    explicit ThreadMessageDisplay(const mathexpr::ProcessMessageDisplay* display) noexcept;
     ThreadMessageDisplay(const ThreadMessageDisplay&) = delete;
     ThreadMessageDisplay& operator=(const ThreadMessageDisplay&) = delete;
     ~ThreadMessageDisplay();
 
 private:
-    const MessageDisplay* const before;
+    const mathexpr::ProcessMessageDisplay* const before;
 };

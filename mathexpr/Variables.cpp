@@ -9,6 +9,7 @@
 
 #include <string_view>
 
+namespace mathexpr {
 namespace {
 
 constexpr const wchar_t* variablesFile = L"mathexpr/Variables";
@@ -59,19 +60,13 @@ std::vector<std::wstring> namesOf(const MTParserRegistrar& registrar, Wanted isW
 
 }
 
-ExpressionVariables::ExpressionVariables(MathExpression& object) noexcept : expression(&object) {}
-
-ExpressionVariables::ExpressionVariables(CMathExpr& calculator) noexcept
-    : expression(&EngineAccess::expressionOf(calculator))
-{}
-
-std::vector<std::wstring> ExpressionVariables::usedNames() const
+std::vector<std::wstring> getUsedNames(const MathExpression& expression)
 {
-    return atHostBoundary(EngineAccess::hostOf(*expression), [&] {
+    return atHostBoundary(EngineAccess::hostOf(expression), [&] {
         std::vector<std::wstring> names;
-        if (EngineAccess::programOf(*expression).isComplete())
+        if (EngineAccess::programOf(expression).isComplete())
         {
-            for (const IMathVariable* variable : EngineAccess::compilerOf(*expression).getUsedVariables())
+            for (const IMathVariable* variable : EngineAccess::compilerOf(expression).getUsedVariables())
             {
                 names.push_back(variable->getSymbol());
             }
@@ -80,24 +75,24 @@ std::vector<std::wstring> ExpressionVariables::usedNames() const
     });
 }
 
-std::vector<std::wstring> ExpressionVariables::names() const
+std::vector<std::wstring> getVariableNames(const MathExpression& expression)
 {
-    return atHostBoundary(EngineAccess::hostOf(*expression), [&] {
-        return namesOf(EngineAccess::registrarOf(*expression), [](const MTVariableDefinition&) { return true; });
+    return atHostBoundary(EngineAccess::hostOf(expression), [&] {
+        return namesOf(EngineAccess::registrarOf(expression), [](const MTVariableDefinition&) { return true; });
     });
 }
 
-std::vector<std::wstring> ExpressionVariables::hostNames() const
+std::vector<std::wstring> getHostNames(const MathExpression& expression)
 {
-    return atHostBoundary(EngineAccess::hostOf(*expression), [&] {
-        return namesOf(EngineAccess::registrarOf(*expression),
+    return atHostBoundary(EngineAccess::hostOf(expression), [&] {
+        return namesOf(EngineAccess::registrarOf(expression),
                        [](const MTVariableDefinition& variable) { return variable.answeredByHost; });
     });
 }
 
-bool ExpressionVariables::get(const wchar_t* name, VALTYPE& value) const
+bool getVariable(const MathExpression& expression, const wchar_t* name, VALTYPE& value)
 {
-    IMathVariable* variable = EngineAccess::registrarOf(*expression).findVariable(textOf(name));
+    IMathVariable* variable = EngineAccess::registrarOf(expression).findVariable(textOf(name));
     if (variable == nullptr)
     {
         return false;
@@ -106,31 +101,38 @@ bool ExpressionVariables::get(const wchar_t* name, VALTYPE& value) const
     return true;
 }
 
-bool ExpressionVariables::set(const wchar_t* name, const VALTYPE& value)
+bool setVariable(MathExpression& expression, const wchar_t* name, const VALTYPE& value)
 {
-    const MTProgramClaim claim(EngineAccess::programOf(*expression));
+    const MTProgramClaim claim(EngineAccess::programOf(expression));
     if (!claim.isGranted())
     {
         return false;
     }
-    return atHostBoundary(EngineAccess::hostOf(*expression), [&] {
+    return atHostBoundary(EngineAccess::hostOf(expression), [&] {
         const std::wstring_view text = textOf(name);
-        checkWritable(EngineAccess::registrarOf(*expression), text);
-        EngineAccess::store(*expression, std::wstring(text), value);
+        checkWritable(EngineAccess::registrarOf(expression), text);
+        EngineAccess::store(expression, std::wstring(text), value);
         return true;
     });
 }
 
-bool ExpressionVariables::remove(const wchar_t* name)
+bool removeVariable(MathExpression& expression, const wchar_t* name)
 {
-    const MTProgramClaim claim(EngineAccess::programOf(*expression));
-    return claim.isGranted() && atHostBoundary(EngineAccess::hostOf(*expression), [&] {
-               return EngineAccess::compilerOf(*expression).removeVariable(textOf(name));
+    const MTProgramClaim claim(EngineAccess::programOf(expression));
+    return claim.isGranted() && atHostBoundary(EngineAccess::hostOf(expression), [&] {
+               return EngineAccess::compilerOf(expression).removeVariable(textOf(name));
            });
 }
 
-VALTYPE* ExpressionVariables::address(const wchar_t* name)
+VALTYPE* getVariableAddress(MathExpression& expression, const wchar_t* name)
 {
-    IMathVariable* variable = EngineAccess::registrarOf(*expression).findVariable(textOf(name));
+    IMathVariable* variable = EngineAccess::registrarOf(expression).findVariable(textOf(name));
     return variable == nullptr ? nullptr : variable->getValuePtr();
+}
+
+void dropAssignment(MathExpression& expression) noexcept
+{
+    EngineAccess::dropAssignment(expression);
+}
+
 }

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 
+namespace mathexpr {
 namespace {
 
 VocabularyItem itemOf(const VocabularyConstant& constant) noexcept
@@ -55,4 +56,6 @@ bool getVocabularyItem(std::uint32_t index, VocabularyItem& item) noexcept
         return true;
     }
     return false;
+}
+
 }

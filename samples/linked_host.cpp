@@ -53,7 +53,7 @@ int wmain(int count, wchar_t** arguments)
             return 1;
         }
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
         std::printf("not computed: code %u\n", exception.entries.front().data.exID);
         return 1;

@@ -15,7 +15,7 @@
 namespace {
 
 // The names are those of MinGW's compilers; lib/mathexpr.def lists them all.
-using Construct = void (*)(void* object, const HostRuntime& host);
+using Construct = void (*)(void* object, const mathexpr::HostRuntime& host);
 using Destroy = void (*)(void* object);
 using Calculate = bool (*)(void* object, const wchar_t* expression, VALTYPE& result, std::uint32_t maxInteger);
 
@@ -27,7 +27,7 @@ Function find(HMODULE library, const char* name)
 
 bool compute(HMODULE library, const wchar_t* expression, VALTYPE& result)
 {
-    const auto construct = find<Construct>(library, "_ZN9CMathExprC1ERK11HostRuntime");
+    const auto construct = find<Construct>(library, "_ZN9CMathExprC1ERKN8mathexpr11HostRuntimeE");
     const auto destroy = find<Destroy>(library, "_ZN9CMathExprD1Ev");
     const auto calculate = find<Calculate>(library, "_ZN9CMathExpr9CalculateEPKwR7VALTYPEj");
     if (construct == nullptr || destroy == nullptr || calculate == nullptr)
@@ -35,13 +35,13 @@ bool compute(HMODULE library, const wchar_t* expression, VALTYPE& result)
         return false;
     }
     alignas(CMathExpr) unsigned char object[sizeof(CMathExpr)];
-    construct(object, HostRuntime());
+    construct(object, mathexpr::HostRuntime());
     bool ok = false;
     try
     {
         ok = calculate(object, expression, result, 2147483647);
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
         std::printf("not computed: code %u\n", exception.entries.front().data.exID);
     }

@@ -19,6 +19,9 @@ struct MTCompileError
 
 namespace CompileError {
 
+namespace Expected = mathexpr::Expected;
+namespace ParsingError = mathexpr::ParsingError;
+
 /// What may follow a value: an operator, and what ends the argument or the text, by what is open.
 inline constexpr std::uint32_t continuation = 0x80000000;
 
@@ -57,23 +60,23 @@ constexpr std::uint32_t expectedInsteadOf(Message::Id refusal) noexcept
     switch (refusal)
     {
     case Message::NumberWithPoint:
-        return Expected::SameKind;
+        return mathexpr::Expected::SameKind;
     case Message::DivisionByPoint:
     case Message::PowerOfPoint:
-        return Expected::Number;
+        return mathexpr::Expected::Number;
     case Message::DistNeedsPoints:
     case Message::NorNeedsPoints:
     case Message::VecNeedsPoints:
     case Message::Vec1NeedsPoints:
     case Message::IllNeedsPoints:
-        return Expected::Point;
+        return mathexpr::Expected::Point;
     case Message::ArcDomain:
     case Message::RoundDomain:
     case Message::LnDomain:
     case Message::LogDomain:
     case Message::DivisionByZero:
     case Message::SqrtDomain:
-        return Expected::InDomain;
+        return mathexpr::Expected::InDomain;
     default:
         return 0;
     }

@@ -14,7 +14,7 @@
 struct MTFailure
 {
     Message::Id message{};
-    ExpressionDiagnostic::Kind kind = ExpressionDiagnostic::Kind::None;
+    mathexpr::ExpressionDiagnostic::Kind kind = mathexpr::ExpressionDiagnostic::Kind::None;
     std::uint32_t code = 0;
     MTSpan span;                   ///< In the rewritten text; empty where nothing in it stands for the failure.
     bool spanCountsTyped = false;  ///< The span counts in the typed text instead.

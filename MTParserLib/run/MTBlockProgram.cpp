@@ -35,7 +35,7 @@ public:
         {
             target->columns.push_back(column.column);
             places[column.variable] = Operand{Operand::Place::Column, indexOfLast(target->columns.size())};
-            numbersOnly = numbersOnly && column.column.kind == BulkKind::Number;
+            numbersOnly = numbersOnly && column.column.kind == mathexpr::BulkKind::Number;
         }
     }
 
@@ -101,7 +101,7 @@ private:
         else
         {
             target->steps.push_back({step.kernels, static_cast<std::uint32_t>(firstOperand), step.nbArgs, result,
-                                     RowStatus::Done, nullptr, nullptr});
+                                     mathexpr::RowStatus::Done, nullptr, nullptr});
             target->mostOperands = std::max<std::size_t>(target->mostOperands, step.nbArgs);
         }
         places[step.destination] = Operand{Operand::Place::Buffer, result};
@@ -114,7 +114,7 @@ private:
         const ConversionFormula& formula = *step.kernels->formula;
         for (std::size_t j = 0; j < countScalingSteps(formula); ++j)
         {
-            target->steps.push_back({step.kernels, operand, 1, result, RowStatus::Done,
+            target->steps.push_back({step.kernels, operand, 1, result, mathexpr::RowStatus::Done,
                                      findScalingStep(formula, j).blocks, factorsOfStep(formula, j).data()});
             target->operands.push_back({Operand::Place::Buffer, result});
             operand = indexOfLast(target->operands.size());
@@ -143,7 +143,7 @@ private:
         target->operands.resize(firstOperand);
         VALTYPE result;
         const std::uint32_t status = evaluateItem(*step.kernels, args, result);
-        if (status != RowStatus::Done)
+        if (status != mathexpr::RowStatus::Done)
         {
             target->steps.push_back({nullptr, 0, 0, 0, status, nullptr, nullptr});
         }
@@ -203,7 +203,7 @@ std::unique_ptr<const MTBlockProgram> MTBlockProgram::build(const MTParserProgra
     return Builder(program, columns).build();
 }
 
-MTBlockWorker::MTBlockWorker(const MTBlockProgram& blockProgram, const BulkResults& results)
+MTBlockWorker::MTBlockWorker(const MTBlockProgram& blockProgram, const mathexpr::BulkResults& results)
     : program(blockProgram), writer(results),
       buffers((blockProgram.nbBuffers + blockProgram.columns.size()) * blockRows),
       columnValues(blockProgram.columns.size()), manyOperands(blockProgram.mostOperands),
@@ -237,7 +237,7 @@ void MTBlockWorker::readColumns(std::size_t firstRow, std::size_t nbRows)
 {
     for (std::size_t index = 0; index < columnValues.size(); ++index)
     {
-        const BulkColumn& column = program.columns[index];
+        const mathexpr::BulkColumn& column = program.columns[index];
         if (column.stride == static_cast<std::ptrdiff_t>(sizeof(double)))
         {
             columnValues[index] = column.data + firstRow;
@@ -270,7 +270,7 @@ void MTBlockWorker::run(const Step& step, double* result, std::size_t nbRows, st
 {
     if (step.item == nullptr)
     {
-        std::replace(status, status + nbRows, static_cast<std::uint32_t>(RowStatus::Done), step.refusal);
+        std::replace(status, status + nbRows, static_cast<std::uint32_t>(mathexpr::RowStatus::Done), step.refusal);
         refused = true;
         return;
     }
@@ -314,7 +314,7 @@ void MTBlockWorker::refuseRows(const Step& step, std::size_t nbRows, std::uint32
 {
     for (std::size_t row = 0; row < nbRows; ++row)
     {
-        if (status[row] != RowStatus::Done)
+        if (status[row] != mathexpr::RowStatus::Done)
         {
             continue;
         }
@@ -325,7 +325,7 @@ void MTBlockWorker::refuseRows(const Step& step, std::size_t nbRows, std::uint32
         }
         VALTYPE unused;
         status[row] = evaluateItem(*step.item, platform::ArrayView(args).first(step.nbOperands), unused);
-        refused = refused || status[row] != RowStatus::Done;
+        refused = refused || status[row] != mathexpr::RowStatus::Done;
     }
 }
 
@@ -338,9 +338,9 @@ void MTBlockWorker::writeRows(std::size_t firstRow, std::size_t nbRows, std::uin
     for (std::size_t row = 0; row < nbRows; ++row)
     {
         value.x = values[isUniform ? 0 : row];
-        if (status[row] == RowStatus::Done && !writer.write(firstRow + row, value))
+        if (status[row] == mathexpr::RowStatus::Done && !writer.write(firstRow + row, value))
         {
-            status[row] = RowStatus::OtherKind;
+            status[row] = mathexpr::RowStatus::OtherKind;
             refused = true;
         }
     }
@@ -354,7 +354,7 @@ void MTBlockWorker::writeFailures(std::size_t firstRow, std::size_t nbRows, cons
 {
     for (std::size_t row = 0; row < nbRows; ++row)
     {
-        if (status[row] != RowStatus::Done)
+        if (status[row] != mathexpr::RowStatus::Done)
         {
             writer.writeFailure(firstRow + row);
         }

@@ -59,7 +59,7 @@ private:
     std::vector<Step> steps;
     std::vector<Operand> operands;
     std::vector<double> uniforms;
-    std::vector<BulkColumn> columns;
+    std::vector<mathexpr::BulkColumn> columns;
     std::size_t nbBuffers = 0;
     std::size_t mostOperands = 0;
     Operand root{};
@@ -71,7 +71,7 @@ class MTBlockWorker final : public MTBulkWorker
 {
 public:
     /// @param program  outlives this object
-    MTBlockWorker(const MTBlockProgram& program, const BulkResults& results);
+    MTBlockWorker(const MTBlockProgram& program, const mathexpr::BulkResults& results);
 
     bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
 

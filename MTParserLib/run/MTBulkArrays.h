@@ -12,7 +12,7 @@
 struct MTBoundColumn
 {
     const VALTYPE* variable;  ///< Where the program reads it.
-    BulkColumn column;
+    mathexpr::BulkColumn column;
 };
 
 inline double readNumber(const double* data, std::ptrdiff_t offset) noexcept
@@ -28,11 +28,11 @@ inline std::ptrdiff_t offsetOf(std::size_t row, std::ptrdiff_t stride) noexcept
 }
 
 /// Gives a variable the value of a row. The record holds a value of the same column already, or is all zero.
-inline void readRow(const BulkColumn& column, std::size_t row, VALTYPE& variable) noexcept
+inline void readRow(const mathexpr::BulkColumn& column, std::size_t row, VALTYPE& variable) noexcept
 {
     const std::ptrdiff_t offset = offsetOf(row, column.stride);
     variable.x = readNumber(column.data, offset);
-    if (column.kind == BulkKind::Point)
+    if (column.kind == mathexpr::BulkKind::Point)
     {
         variable.type = 1;
         variable.y = readNumber(column.data, offset + column.coordinateStride);
@@ -44,13 +44,13 @@ inline void readRow(const BulkColumn& column, std::size_t row, VALTYPE& variable
 class MTBulkWriter
 {
 public:
-    explicit MTBulkWriter(const BulkResults& target) noexcept : results(target) {}
+    explicit MTBulkWriter(const mathexpr::BulkResults& target) noexcept : results(target) {}
 
     /// Where numbers of rows from this one on stand side by side; null where they do not.
     double* contiguousNumbers(std::size_t row) const noexcept
     {
         const bool contiguous =
-            results.kind == BulkKind::Number && results.stride == static_cast<std::ptrdiff_t>(sizeof(double));
+            results.kind == mathexpr::BulkKind::Number && results.stride == static_cast<std::ptrdiff_t>(sizeof(double));
         return contiguous ? static_cast<double*>(results.data) + row : nullptr;
     }
 
@@ -60,14 +60,14 @@ public:
         const bool isPoint = value.type != 0;
         switch (results.kind)
         {
-        case BulkKind::Number:
+        case mathexpr::BulkKind::Number:
             if (isPoint)
             {
                 return false;
             }
             writeNumber(row, 0, value.x);
             return true;
-        case BulkKind::Point:
+        case mathexpr::BulkKind::Point:
             if (!isPoint)
             {
                 return false;
@@ -85,9 +85,9 @@ public:
     void writeFailure(std::size_t row) const noexcept
     {
         VALTYPE nothing;
-        nothing.type = results.kind == BulkKind::Point ? 1 : 0;
+        nothing.type = results.kind == mathexpr::BulkKind::Point ? 1 : 0;
         nothing.x = nothing.y = nothing.z = std::numeric_limits<double>::quiet_NaN();
-        if (results.kind == BulkKind::Record)
+        if (results.kind == mathexpr::BulkKind::Record)
         {
             nothing.y = nothing.z = 0.0;
         }
@@ -104,5 +104,5 @@ private:
         *static_cast<double*>(addressOf(row, offset)) = number;
     }
 
-    BulkResults results;
+    mathexpr::BulkResults results;
 };

@@ -20,7 +20,9 @@ constexpr std::uint32_t mostThreads = 256;
 class ConstantWorker final : public MTBulkWorker
 {
 public:
-    ConstantWorker(const VALTYPE& constant, const BulkResults& results) noexcept : value(constant), writer(results) {}
+    ConstantWorker(const VALTYPE& constant, const mathexpr::BulkResults& results) noexcept
+        : value(constant), writer(results)
+    {}
 
     bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override
     {
@@ -29,7 +31,7 @@ public:
         {
             if (!writer.write(firstRow + j, value))
             {
-                status[j] = RowStatus::OtherKind;
+                status[j] = mathexpr::RowStatus::OtherKind;
                 writer.writeFailure(firstRow + j);
                 allDone = false;
             }
@@ -80,11 +82,11 @@ private:
     void evaluateBlock(MTBulkWorker& worker, std::size_t first, std::size_t count, MTBulkTally& tally)
     {
         std::array<std::uint32_t, MTBulkWorker::blockRows> block;
-        std::fill_n(block.begin(), count, RowStatus::Done);
+        std::fill_n(block.begin(), count, mathexpr::RowStatus::Done);
         const bool allDone = worker.evaluate(first, count, block.data());
         for (std::size_t j = 0; !allDone && j < count; ++j)
         {
-            if (block[j] != RowStatus::Done && tally.nbFailed++ == 0)
+            if (block[j] != mathexpr::RowStatus::Done && tally.nbFailed++ == 0)
             {
                 tally.firstFailed = first + j;
                 tally.firstStatus = block[j];
@@ -119,7 +121,7 @@ std::size_t portionsOf(std::size_t nbRows) noexcept
 }
 
 MTBulkTally runInBulk(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns,
-                      std::size_t nbRows, const BulkResults& results, std::uint32_t nbThreads)
+                      std::size_t nbRows, const mathexpr::BulkResults& results, std::uint32_t nbThreads)
 {
     const bool isConstant = program.rootIsConstant;
     const auto blocks = isConstant ? nullptr : MTBlockProgram::build(program, columns);

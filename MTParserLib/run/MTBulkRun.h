@@ -28,4 +28,4 @@ struct MTBulkTally
 /// @param nbThreads  the most that may compute, the calling one among them
 /// @throws std::bad_alloc, before any row is evaluated; and what an item of the host throws
 MTBulkTally runInBulk(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns,
-                      std::size_t nbRows, const BulkResults& results, std::uint32_t nbThreads);
+                      std::size_t nbRows, const mathexpr::BulkResults& results, std::uint32_t nbThreads);

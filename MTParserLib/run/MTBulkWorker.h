@@ -9,8 +9,8 @@
 #include <cstdint>
 
 // A row that is refused has the message of the refusal as its status.
-static_assert(std::uint32_t{RowStatus::Done} == Message::None);
-static_assert(std::uint32_t{RowStatus::ArgumentsRefused} == Message::InvalidExpression);
+static_assert(std::uint32_t{mathexpr::RowStatus::Done} == Message::None);
+static_assert(std::uint32_t{mathexpr::RowStatus::ArgumentsRefused} == Message::InvalidExpression);
 
 class MTBulkWorker
 {

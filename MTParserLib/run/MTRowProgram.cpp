@@ -52,7 +52,7 @@ private:
 };
 
 MTRowProgram::MTRowProgram(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> bound,
-                           const BulkResults& results)
+                           const mathexpr::BulkResults& results)
     : steps(program.steps), writer(results)
 {
     const Relocation relocation(program);
@@ -94,7 +94,7 @@ bool MTRowProgram::evaluate(std::size_t firstRow, std::size_t nbRows, std::uint3
     for (std::size_t j = 0; j < nbRows; ++j)
     {
         status[j] = evaluateRow(firstRow + j);
-        if (status[j] != RowStatus::Done)
+        if (status[j] != mathexpr::RowStatus::Done)
         {
             writer.writeFailure(firstRow + j);
             allDone = false;
@@ -111,9 +111,9 @@ std::uint32_t MTRowProgram::evaluateRow(std::size_t row)
         readRow(column.source, row, *column.variable);
     }
     const std::uint32_t status = runSteps();
-    if (status == RowStatus::Done && !writer.write(row, *root))
+    if (status == mathexpr::RowStatus::Done && !writer.write(row, *root))
     {
-        return RowStatus::OtherKind;
+        return mathexpr::RowStatus::OtherKind;
     }
     return status;
 }
@@ -131,13 +131,13 @@ std::uint32_t MTRowProgram::runSteps()
             }
         }
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {
-        return RowStatus::ArgumentsRefused;
+        return mathexpr::RowStatus::ArgumentsRefused;
     }
     catch (const std::bad_alloc&)
     {
-        return RowStatus::ArgumentsRefused;  // there was no memory left to raise that exception
+        return mathexpr::RowStatus::ArgumentsRefused;  // there was no memory left to raise that exception
     }
-    return RowStatus::Done;
+    return mathexpr::RowStatus::Done;
 }

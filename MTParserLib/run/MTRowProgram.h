@@ -17,7 +17,7 @@ class MTRowProgram final : public MTBulkWorker
 public:
     /// @param program  complete; has to stay as it is for the life of this object
     MTRowProgram(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns,
-                 const BulkResults& results);
+                 const mathexpr::BulkResults& results);
 
     /// @throws what an item of the host throws, but for the exception with code 15
     bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
@@ -28,7 +28,7 @@ private:
     struct Column
     {
         VALTYPE* variable;
-        BulkColumn source;
+        mathexpr::BulkColumn source;
     };
 
     std::uint32_t evaluateRow(std::size_t row);

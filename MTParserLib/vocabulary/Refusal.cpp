@@ -6,6 +6,6 @@
 void refusePoint(std::uint32_t line)
 {
     SMTParsingExcepData data;
-    data.exID = ParsingError::ArgumentKind;
-    throw ParsingException(line, 0, L"MTParserLib/MTParserDefFuncs", data);
+    data.exID = mathexpr::ParsingError::ArgumentKind;
+    throw mathexpr::ParsingException(line, 0, L"MTParserLib/MTParserDefFuncs", data);
 }

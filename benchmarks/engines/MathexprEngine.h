@@ -16,22 +16,22 @@ public:
     using Text = std::wstring;
     static constexpr const char* name = "mathexpr";
 
-    MathexprEngine() : expression(true, nullptr), variables(expression)
+    MathexprEngine() : expression(true, nullptr)
     {
         for (const wchar_t* number : {L"x", L"y", L"z", L"a", L"b", L"r"})
         {
-            variables.set(number, VALTYPE{});
+            mathexpr::setVariable(expression, number, VALTYPE{});
         }
         VALTYPE point;
         point.type = 1;
-        variables.set(L"p", point);
-        variables.set(L"q", point);
+        mathexpr::setVariable(expression, L"p", point);
+        mathexpr::setVariable(expression, L"q", point);
     }
 
     double* slot(const Component& component)
     {
         const wchar_t variable[] = {static_cast<wchar_t>(component.variable), L'\0'};
-        VALTYPE* record = variables.address(variable);
+        VALTYPE* record = mathexpr::getVariableAddress(expression, variable);
         switch (component.name.back())
         {
         case 'y':
@@ -82,6 +82,5 @@ public:
 
 private:
     MathExpression expression;
-    ExpressionVariables variables;
     VALTYPE value;
 };

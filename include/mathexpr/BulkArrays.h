@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace mathexpr {
+
 /// What an array holds. The numbers are part of the interface.
 enum class BulkKind : std::uint32_t
 {
@@ -44,4 +46,6 @@ enum : std::uint32_t
     ArgumentsRefused = 3,  ///< An item refused its arguments without a message of its own, or raised code 15.
     OtherKind = 256,       ///< The value is a point and the results take numbers, or the other way round.
 };
+}
+
 }

@@ -1,8 +1,9 @@
 // BulkEvaluation.h - evaluates one compiled expression over arrays: columns of values in, one result a row out.
 //
-//     const BulkColumn columns[] = {{L"x", xs}, {L"p", points, 3 * sizeof(double), BulkKind::Point}};
-//     BulkOutcome outcome;
-//     if (evaluateBulk(expression, columns, 2, nbRows, {results}, 0, outcome) && outcome.nbFailed == 0)
+//     const mathexpr::BulkColumn columns[] = {{L"x", xs},
+//                                             {L"p", points, 3 * sizeof(double), mathexpr::BulkKind::Point}};
+//     mathexpr::BulkOutcome outcome;
+//     if (mathexpr::evaluateBulk(expression, columns, 2, rowCount, {results}, 0, outcome) && outcome.failedCount == 0)
 //         ...  // results[i] is the value with x = xs[i] and p = (points[3*i], points[3*i+1], points[3*i+2])
 //
 // A row's result is bit for bit what evaluate gives after setExpression of the same text on the same object, with the
@@ -23,6 +24,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace mathexpr {
+
 /// Why nothing was evaluated. The numbers are part of the interface.
 enum class BulkError : std::uint32_t
 {
@@ -42,12 +45,12 @@ enum class BulkError : std::uint32_t
     ResultsOverlap = 13,    ///< Two rows of the results would share memory.
 };
 
-/// What came of it.
+/// Outcome of a bulk evaluation.
 struct BulkOutcome
 {
     BulkError error = BulkError::None;
     std::size_t column = 0;         ///< With an error about a column: its index; of two with one name the later one.
-    std::size_t nbFailed = 0;       ///< How many rows have no value.
+    std::size_t failedCount = 0;    ///< How many rows have no value.
     std::size_t firstFailed = 0;    ///< The first of them.
     std::uint32_t firstStatus = 0;  ///< Its RowStatus.
 };
@@ -59,7 +62,7 @@ struct BulkOutcome
 ///
 /// @param columns    for the variables to set; may be null where there are none
 /// @param results    where the values go
-/// @param nbThreads  how many threads compute, this one among them; 0 and 1: this one alone. Fewer do where there are
+/// @param threadCount  how many threads compute, this one among them; 0 and 1: this one alone. Fewer do where there are
 ///                   too few rows, where the system gives no more, and where the order of the rows shows: an expression
 ///                   with random numbers draws them row by row, and items of the host are called from this thread. The
 ///                   results do not depend on it.
@@ -67,9 +70,8 @@ struct BulkOutcome
 /// @return true when all rows were evaluated, whether or not they failed; false when nothing was, and the results are
 ///         untouched
 /// @throws std::bad_alloc, before any row is evaluated; and what an item of the host throws
-MATHEXPR_API bool evaluateBulk(MathExpression& expression, const BulkColumn* columns, std::size_t nbColumns,
-                               std::size_t nbRows, const BulkResults& results, std::uint32_t nbThreads,
+MATHEXPR_API bool evaluateBulk(MathExpression& expression, const BulkColumn* columns, std::size_t columnCount,
+                               std::size_t rowCount, const BulkResults& results, std::uint32_t threadCount,
                                BulkOutcome& outcome);
-MATHEXPR_API bool evaluateBulk(CMathExpr& calculator, const BulkColumn* columns, std::size_t nbColumns,
-                               std::size_t nbRows, const BulkResults& results, std::uint32_t nbThreads,
-                               BulkOutcome& outcome);
+
+}

@@ -9,10 +9,10 @@
 class MATHEXPR_API CMathExpr
 {
 public:
-    CMathExpr() : CMathExpr(HostRuntime()) {}
+    CMathExpr() : CMathExpr(mathexpr::HostRuntime()) {}
 
     /// As the constructor of MathExpression that takes a HostRuntime.
-    explicit CMathExpr(const HostRuntime& host);
+    explicit CMathExpr(const mathexpr::HostRuntime& host);
 
     /// A copy shares variables and program with its source. Either may be destroyed first, and an assignment lands in
     /// the object that was asked.
@@ -31,11 +31,17 @@ public:
     /// @throws std::bad_alloc
     bool Calculate(const wchar_t* expression, VALTYPE& result, std::uint32_t maxInteger);
 
-    /// As MathExpression::dropAssignment.
-    void dropAssignment() noexcept;
-
 private:
-    friend struct EngineAccess;
+    friend struct mathexpr::EngineAccess;
 
     MathExpression expression;
 };
+
+namespace mathexpr {
+
+/// The expression object inside a calculator, for the functions of this namespace: its variables, limits and
+/// diagnostic. Copies of the calculator share what these functions see.
+MATHEXPR_API MathExpression& expressionOf(CMathExpr& calculator) noexcept;
+MATHEXPR_API const MathExpression& expressionOf(const CMathExpr& calculator) noexcept;
+
+}

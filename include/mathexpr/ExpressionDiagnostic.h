@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace mathexpr {
+
 /// What would have been accepted where an expression failed: a set of these bits. The numbers are part of the
 /// interface.
 namespace Expected {
@@ -72,3 +74,5 @@ struct ExpressionDiagnostic
     /// For an unknown name: up to three that the user may have meant, the nearest first.
     std::vector<std::wstring> suggestions;
 };
+
+}

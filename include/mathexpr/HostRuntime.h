@@ -13,6 +13,8 @@
 #include <cxxabi.h>
 #endif
 
+namespace mathexpr {
+
 /// The run-time library of the module that constructs it.
 class HostRuntime
 {
@@ -30,3 +32,5 @@ private:
     abi::__cxa_eh_globals* (*state)();
 #endif
 };
+
+}

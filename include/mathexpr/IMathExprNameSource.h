@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace mathexpr {
+
 /// Implemented beside IMathExprService, by the host, which owns the object. The slot order is part of the interface.
 class IMathExprNameSource
 {
@@ -14,3 +16,5 @@ public:
     /// @return a name, zero-terminated and valid until the next call; null when there are no more
     virtual const wchar_t* getName(std::uint32_t index) const = 0;
 };
+
+}

@@ -7,26 +7,28 @@
 
 #include <cstdint>
 
-/// The greatest text that is accepted, in three measures that a user can count; 0 is no limit. A text beyond one is
+namespace mathexpr {
+
+/// Upper bounds on an accepted text, in three measures that a user can count; 0 is no limit. A text beyond one is
 /// refused before anything of it is compiled and before the host is asked for a name: with message 3, or with the
 /// parsing code named here, its position counted from 0 in the text as typed.
 struct ExpressionLimits
 {
     /// Characters as typed, blanks included. Code 17.
-    std::uint32_t textLength = 0;
+    std::uint32_t maxTextLength = 0;
     /// Values, operators and function calls, each as often as it stands in the text: 1+sin(30) has four, [1,2,3] has
     /// four (a point is a call), 1.5e+3 is one value. Code 18.
-    std::uint32_t records = 0;
-    /// The greatest number of things open at one place: brackets of all kinds, and operators before an operand such as
-    /// the signs in --x. ((1)) has two, 2*-(-x) three. Code 19.
-    std::uint32_t nesting = 0;
+    std::uint32_t maxRecords = 0;
+    /// Nesting depth: brackets of all kinds that are open at one place, and operators before an operand such as the
+    /// signs in --x. ((1)) has two, 2*-(-x) three. Code 19.
+    std::uint32_t maxNesting = 0;
 };
 
 /// Sets the limits of an object, in force from its next setExpression on. Copies of a CMathExpr share them.
 /// @return false, with nothing changed, while a call on the object waits for the host
 MATHEXPR_API bool setLimits(MathExpression& expression, const ExpressionLimits& limits) noexcept;
-MATHEXPR_API bool setLimits(CMathExpr& calculator, const ExpressionLimits& limits) noexcept;
 
 /// The limits in force; all 0 in a new object.
 MATHEXPR_API ExpressionLimits getLimits(const MathExpression& expression) noexcept;
-MATHEXPR_API ExpressionLimits getLimits(const CMathExpr& calculator) noexcept;
+
+}

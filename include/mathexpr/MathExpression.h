@@ -22,19 +22,25 @@ class MTParserRegistrar;
 class MTParserCompiler;
 class MTParserProgram;
 
+namespace mathexpr {
+struct EngineAccess;
+}
+
 /// Owns a registry of operators, functions, constants and variables, and one compiled expression. Variables live as
 /// long as the object, so values persist from one expression to the next.
 class MATHEXPR_API MathExpression
 {
 public:
-    /// @param silent   false: errors are shown in message boxes and reported as false. true: no box (but message
-    ///                 19), and a text that does not compile raises MTExceptions<SMTParsingExcepData>.
-    /// @param service  asked for names that nothing defines; may be null; owned by the host and kept alive by it
+    /// @param silentMode  false: errors are shown in message boxes and reported as false. true: no box (but message 19),
+    ///                    and a text that does not compile raises MTExceptions<SMTParsingExcepData>.
+    /// @param service     asked for names that nothing defines; may be null; owned by the host and kept alive by it
     /// @throws std::bad_alloc
-    MathExpression(bool silent, const IMathExprService* service) : MathExpression(silent, service, HostRuntime()) {}
+    MathExpression(bool silentMode, const IMathExprService* service)
+        : MathExpression(silentMode, service, mathexpr::HostRuntime())
+    {}
 
     /// The same for a host that finds the library's entry points at run time, and has to tell its run-time library.
-    MathExpression(bool silent, const IMathExprService* service, const HostRuntime& host);
+    MathExpression(bool silent, const IMathExprService* service, const mathexpr::HostRuntime& host);
     ~MathExpression();
 
     /// Compiles a text; a null pointer is an empty text. After a failure the object holds no program.
@@ -54,10 +60,6 @@ public:
     /// @throws MTExceptions<SMTParsingExcepData>  in both modes: code 15, a point where a function needs a number
     /// @throws std::bad_alloc  when the variable assigned to is new
     bool evaluate(VALTYPE& result);
-
-    /// Forgets the name that a text such as "a=2" waits to assign. An assignment that failed, such as "pi=3", otherwise
-    /// stays pending and is made by the next successful evaluate, whatever its text.
-    void dropAssignment() noexcept;
 
     /// A variable held in memory.
     class MATHEXPR_API MemVariableEvaluator final : public IMathVariable
@@ -83,7 +85,7 @@ public:
 
 private:
     friend class CMathExpr;
-    friend struct EngineAccess;
+    friend struct mathexpr::EngineAccess;
 
     // A copy shares registrar, compiler and program with its source; whichever is destroyed last releases them. Only
     // CMathExpr copies.
@@ -109,5 +111,5 @@ private:
     MemVariableFactory memVariableFactory;
     std::wstring assignTarget;
     bool silent;
-    HostRuntime host;
+    mathexpr::HostRuntime host;
 };

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+namespace mathexpr {
+
 /// Shows one message to the user and returns when the user has seen it.
 /// @param context  as given with the function
 /// @param id       number of the message, 1 to 19
@@ -12,7 +14,7 @@
 using MessageDisplayFunction = void (*)(void* context, std::uint32_t id, const wchar_t* text);
 
 /// A display function with the host's own pointer, which the library only hands back.
-struct MessageDisplay
+struct ProcessMessageDisplay
 {
     MessageDisplayFunction show = nullptr;  ///< Null: the platform's own message box.
     void* context = nullptr;
@@ -20,4 +22,6 @@ struct MessageDisplay
 
 /// Replaces, for the whole process, the way in which messages are shown, and returns what was in force before. Not to
 /// be called while another thread uses the library. What the function throws passes out of the call that failed.
-MATHEXPR_API MessageDisplay setMessageDisplay(MessageDisplay display) noexcept;
+MATHEXPR_API ProcessMessageDisplay setMessageDisplay(ProcessMessageDisplay display) noexcept;
+
+}

@@ -3,6 +3,8 @@
 
 #include "mathexpr/MTExceptions.h"
 
+namespace mathexpr {
+
 /// Codes of a refused definition. The numbers are part of the interface.
 namespace DefinitionError {
 enum : std::uint32_t
@@ -33,12 +35,18 @@ enum : std::uint32_t
 };
 }
 
+}
+
 /// The record of an exception of the definition kind.
 struct MATHEXPR_EXCEPTION SMTDefExcepData
 {
-    std::uint32_t exID = 0;         ///< One of DefinitionError.
+    std::uint32_t exID = 0;         ///< One of mathexpr::DefinitionError.
     std::wstring itemName;          ///< The symbol or name being defined, or the first of two characters in conflict.
     std::wstring conflictItemName;  ///< What it collides with; empty where there is nothing.
 };
 
+namespace mathexpr {
+
 using DefinitionException = MTExceptions<SMTDefExcepData>;
+
+}

@@ -3,6 +3,8 @@
 
 #include "mathexpr/MTExceptions.h"
 
+namespace mathexpr {
+
 /// Codes of a text that does not compile, and of an argument of the wrong kind. The numbers are part of the interface.
 namespace ParsingError {
 enum : std::uint32_t
@@ -26,10 +28,12 @@ enum : std::uint32_t
 };
 }
 
+}
+
 /// The record of an exception of the parsing kind.
 struct MATHEXPR_EXCEPTION SMTParsingExcepData
 {
-    std::uint32_t exID = 0;  ///< One of ParsingError.
+    std::uint32_t exID = 0;  ///< One of mathexpr::ParsingError.
     std::uint32_t pos = 0;  ///< Position in the rewritten text. Tokens and functions count from 1, brackets, separators
                             ///< and operators from 0 (from 1 with code 0); 0 where nothing is known. Codes 17
                             ///< to 19 count from 0 in the text as typed.
@@ -39,4 +43,8 @@ struct MATHEXPR_EXCEPTION SMTParsingExcepData
     std::wstring reservedName;   ///< Set by nothing.
 };
 
+namespace mathexpr {
+
 using ParsingException = MTExceptions<SMTParsingExcepData>;
+
+}

@@ -1,14 +1,16 @@
 // Vocabulary.h - walks the language's constants, operators and functions, so that a host can list them and complete and
 // explain what a user types.
 //
-//     VocabularyItem item;
-//     for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
+//     mathexpr::VocabularyItem item;
+//     for (std::uint32_t index = 0; mathexpr::getVocabularyItem(index, item); ++index)
 //         ...  // item.symbol, item.help
 #pragma once
 
 #include "mathexpr/Export.h"
 
 #include <cstdint>
+
+namespace mathexpr {
 
 enum class VocabularyKind : std::uint32_t
 {
@@ -51,3 +53,5 @@ struct VocabularyItem
 /// @param item  receives the item; untouched where there is none
 /// @return false from the number of items on
 MATHEXPR_API bool getVocabularyItem(std::uint32_t index, VocabularyItem& item) noexcept;
+
+}

@@ -30,29 +30,29 @@ public:
             // A name that cannot be taken is as bad as an empty one.
             std::wstring& name = names.emplace_back();
             takeText<Encoding>(column.name, column.name_length, name);
-            own.push_back({name.c_str(), column.data, column.stride, static_cast<BulkKind>(column.kind),
+            own.push_back({name.c_str(), column.data, column.stride, static_cast<mathexpr::BulkKind>(column.kind),
                            column.coordinate_stride});
             bytes += sizeOf(columns);
         }
         return true;
     }
 
-    const BulkColumn* data() const noexcept { return own.data(); }
+    const mathexpr::BulkColumn* data() const noexcept { return own.data(); }
 
 private:
-    std::vector<BulkColumn> own;
+    std::vector<mathexpr::BulkColumn> own;
     std::vector<std::wstring> names;
 };
 
-mathexpr_status statusOf(BulkError error) noexcept
+mathexpr_status statusOf(mathexpr::BulkError error) noexcept
 {
     switch (error)
     {
-    case BulkError::None:
+    case mathexpr::BulkError::None:
         return MATHEXPR_OK;
-    case BulkError::Busy:
+    case mathexpr::BulkError::Busy:
         return MATHEXPR_BUSY;
-    case BulkError::NoProgram:
+    case mathexpr::BulkError::NoProgram:
         return MATHEXPR_NO_PROGRAM;
     default:
         return MATHEXPR_BULK_REFUSED;
@@ -60,14 +60,14 @@ mathexpr_status statusOf(BulkError error) noexcept
 }
 
 /// Answers what came of it.
-mathexpr_status answer(const BulkOutcome& own, mathexpr_bulk_outcome* outcome) noexcept
+mathexpr_status answer(const mathexpr::BulkOutcome& own, mathexpr_bulk_outcome* outcome) noexcept
 {
     if (outcome != nullptr)
     {
         mathexpr_bulk_outcome known{};
         known.error = static_cast<std::uint32_t>(own.error);
         known.column = own.column;
-        known.nb_failed = own.nbFailed;
+        known.nb_failed = own.failedCount;
         known.first_failed = own.firstFailed;
         known.first_status = own.firstStatus;
         writeStructure(known, outcome);
@@ -92,17 +92,17 @@ mathexpr_status evaluate(mathexpr_expression* handle, const typename Encoding::C
         {
             return MATHEXPR_BAD_SIZE;
         }
-        BulkOutcome own;
+        mathexpr::BulkOutcome own;
         if (expression.host->isCalled || expression.host->isAskedForNames)
         {
-            own.error = BulkError::Busy;
+            own.error = mathexpr::BulkError::Busy;
             return answer(own, outcome);
         }
         const Mark called(expression.host->isCalled);
-        const BulkResults ownResults{known.data, known.stride, static_cast<BulkKind>(known.kind),
-                                     known.coordinate_stride, known.row_status};
-        evaluateBulk(expression.object(), columns == nullptr ? nullptr : taken.data(), nbColumns, nbRows, ownResults,
-                     nbThreads, own);
+        const mathexpr::BulkResults ownResults{known.data, known.stride, static_cast<mathexpr::BulkKind>(known.kind),
+                                               known.coordinate_stride, known.row_status};
+        mathexpr::evaluateBulk(expression.object(), columns == nullptr ? nullptr : taken.data(), nbColumns, nbRows,
+                               ownResults, nbThreads, own);
         return answer(own, outcome);
     });
 }

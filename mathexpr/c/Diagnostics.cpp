@@ -10,9 +10,9 @@
 namespace {
 
 // The numbers are the library's own.
-static_assert(MATHEXPR_KIND_NONE == static_cast<std::uint32_t>(ExpressionDiagnostic::Kind::None));
-static_assert(MATHEXPR_KIND_PARSING == static_cast<std::uint32_t>(ExpressionDiagnostic::Kind::Parsing));
-static_assert(MATHEXPR_KIND_DEFINITION == static_cast<std::uint32_t>(ExpressionDiagnostic::Kind::Definition));
+static_assert(MATHEXPR_KIND_NONE == static_cast<std::uint32_t>(mathexpr::ExpressionDiagnostic::Kind::None));
+static_assert(MATHEXPR_KIND_PARSING == static_cast<std::uint32_t>(mathexpr::ExpressionDiagnostic::Kind::Parsing));
+static_assert(MATHEXPR_KIND_DEFINITION == static_cast<std::uint32_t>(mathexpr::ExpressionDiagnostic::Kind::Definition));
 
 /// How many units of an encoding a part of the typed text takes.
 template <class Encoding>
@@ -23,8 +23,8 @@ std::size_t unitsOf(std::wstring_view typed, std::size_t begin, std::size_t leng
 }
 
 template <class Encoding>
-typename Encoding::Diagnostic describe(const ExpressionDiagnostic& own, const DiagnosticTexts<Encoding>& texts,
-                                       std::wstring_view typed)
+typename Encoding::Diagnostic describe(const mathexpr::ExpressionDiagnostic& own,
+                                       const DiagnosticTexts<Encoding>& texts, std::wstring_view typed)
 {
     typename Encoding::Diagnostic diagnostic{};
     diagnostic.message = own.message;
@@ -64,9 +64,9 @@ mathexpr_status getDiagnostic(mathexpr_expression* handle, typename Encoding::Di
             return MATHEXPR_BUSY;
         }
         const Mark asked(expression.host->isAskedForNames);
-        const ExpressionDiagnostic own = ExpressionDiagnostics(expression.object()).get();
+        const mathexpr::ExpressionDiagnostic own = mathexpr::getDiagnostic(expression.object());
         auto texts = std::make_unique<const DiagnosticTexts<Encoding>>(own);
-        const std::wstring_view typed = EngineAccess::compilerOf(expression.object()).getTypedText();
+        const std::wstring_view typed = mathexpr::EngineAccess::compilerOf(expression.object()).getTypedText();
         writeStructure(describe<Encoding>(own, *texts, typed), diagnostic);
         expression.template answers<Encoding>().diagnostic = std::move(texts);
         return MATHEXPR_OK;
@@ -82,7 +82,7 @@ mathexpr_status mathexpr_has_failed(const mathexpr_expression* handle, int32_t* 
         {
             return MATHEXPR_NULL_ARGUMENT;
         }
-        *failed = ExpressionDiagnostics(expression.object()).hasFailed() ? 1 : 0;
+        *failed = mathexpr::hasFailed(expression.object()) ? 1 : 0;
         return MATHEXPR_OK;
     });
 }

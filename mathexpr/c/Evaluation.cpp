@@ -4,6 +4,7 @@
 #include "MTParserLib/program/MTParserProgram.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
 #include "mathexpr/c/Values.h"
 
 namespace {
@@ -11,13 +12,13 @@ namespace {
 /// What the record of the last failure tells: the same whether it was shown or thrown.
 mathexpr_status statusOfFailure(mathexpr_expression& expression) noexcept
 {
-    switch (EngineAccess::compilerOf(expression.object()).getFailure().kind)
+    switch (mathexpr::EngineAccess::compilerOf(expression.object()).getFailure().kind)
     {
-    case ExpressionDiagnostic::Kind::Parsing:
+    case mathexpr::ExpressionDiagnostic::Kind::Parsing:
         return MATHEXPR_PARSING_ERROR;
-    case ExpressionDiagnostic::Kind::Definition:
+    case mathexpr::ExpressionDiagnostic::Kind::Definition:
         return MATHEXPR_DEFINITION_ERROR;
-    case ExpressionDiagnostic::Kind::None:
+    case mathexpr::ExpressionDiagnostic::Kind::None:
         break;
     }
     return MATHEXPR_REFUSED;
@@ -34,11 +35,11 @@ mathexpr_status attempt(mathexpr_expression& expression, Compute compute)
             return MATHEXPR_OK;
         }
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {
         return MATHEXPR_PARSING_ERROR;
     }
-    catch (const DefinitionException&)
+    catch (const mathexpr::DefinitionException&)
     {
         return MATHEXPR_DEFINITION_ERROR;
     }
@@ -47,7 +48,7 @@ mathexpr_status attempt(mathexpr_expression& expression, Compute compute)
 
 mathexpr_status evaluate(mathexpr_expression& expression, mathexpr_value* value)
 {
-    if (!EngineAccess::programOf(*expression.plain).isComplete())
+    if (!mathexpr::EngineAccess::programOf(*expression.plain).isComplete())
     {
         return MATHEXPR_NO_PROGRAM;
     }
@@ -159,14 +160,7 @@ mathexpr_status mathexpr_calculate_utf16(mathexpr_expression* expression, const 
 mathexpr_status mathexpr_drop_assignment(mathexpr_expression* handle) noexcept
 {
     return changeExpression(handle, [](mathexpr_expression& expression) {
-        if (expression.isCalculator())
-        {
-            expression.calculator->dropAssignment();
-        }
-        else
-        {
-            expression.plain->dropAssignment();
-        }
+        mathexpr::dropAssignment(expression.object());
         return MATHEXPR_OK;
     });
 }

@@ -55,7 +55,7 @@ mathexpr_status create(const typename Encoding::Options* given, mathexpr_express
 
 void offerNames(MathExpression& object, const HostCallbacks& host) noexcept
 {
-    ExpressionDiagnostics(object).setNameSource(host.offersNames() ? &host : nullptr);
+    mathexpr::setNameSource(object, host.offersNames() ? &host : nullptr);
 }
 
 }

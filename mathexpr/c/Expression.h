@@ -47,7 +47,7 @@ private:
 template <class Encoding>
 struct DiagnosticTexts
 {
-    explicit DiagnosticTexts(const ExpressionDiagnostic& own)
+    explicit DiagnosticTexts(const mathexpr::ExpressionDiagnostic& own)
         : text(Encoding::encode(own.text)), itemName(Encoding::encode(own.itemName)),
           conflictName(Encoding::encode(own.conflictItemName)), acceptedNbArgs(own.acceptedNbArgs),
           suggestions(own.suggestions)
@@ -95,7 +95,7 @@ struct mathexpr_expression
     /// The expression object, whichever class it is wrapped into.
     MathExpression& object() noexcept
     {
-        return isCalculator() ? EngineAccess::expressionOf(*calculator) : *plain;
+        return isCalculator() ? mathexpr::expressionOf(*calculator) : *plain;
     }
 
     template <class Encoding>

@@ -36,19 +36,17 @@ bool hasNameTwice(const std::vector<std::wstring>& names)
 std::shared_ptr<const FunctionSource> makeSource(MathExpression& expression, const std::wstring& text,
                                                  const std::vector<std::wstring>& arguments)
 {
-    const ExpressionVariables variables(expression);
     auto source = std::make_shared<FunctionSource>();
-    ExpressionVariables own(source->expression);
-    for (const std::wstring& name : variables.usedNames())
+    for (const std::wstring& name : mathexpr::getUsedNames(expression))
     {
         VALTYPE value;
-        variables.get(name.c_str(), value);
-        own.set(name.c_str(), value);
+        mathexpr::getVariable(expression, name.c_str(), value);
+        mathexpr::setVariable(source->expression, name.c_str(), value);
     }
     for (const std::wstring& name : arguments)
     {
-        own.set(name.c_str(), VALTYPE());
-        source->arguments.push_back(own.address(name.c_str()));
+        mathexpr::setVariable(source->expression, name.c_str(), VALTYPE());
+        source->arguments.push_back(mathexpr::getVariableAddress(source->expression, name.c_str()));
     }
     source->expression.setExpression(text.c_str());
     return source;
@@ -60,18 +58,18 @@ struct mathexpr_function
 {
     explicit mathexpr_function(std::shared_ptr<const FunctionSource> sharedSource)
         : source(std::move(sharedSource)), arguments(source->arguments.size()),
-          program(EngineAccess::programOf(source->expression), columns(),
-                  BulkResults{&result, 0, BulkKind::Number, 0, nullptr})
+          program(mathexpr::EngineAccess::programOf(source->expression), columns(),
+                  mathexpr::BulkResults{&result, 0, mathexpr::BulkKind::Number, 0, nullptr})
     {}
 
     mathexpr_status call(const double* given, double& answer)
     {
         const platform::FloatingPointGuard guard;
         std::copy_n(given, arguments.size(), arguments.begin());
-        std::uint32_t status = RowStatus::Done;
+        std::uint32_t status = mathexpr::RowStatus::Done;
         if (!program.evaluate(0, 1, &status))
         {
-            return status == RowStatus::OtherKind ? MATHEXPR_OTHER_KIND : MATHEXPR_REFUSED;
+            return status == mathexpr::RowStatus::OtherKind ? MATHEXPR_OTHER_KIND : MATHEXPR_REFUSED;
         }
         answer = result;
         return MATHEXPR_OK;
@@ -94,7 +92,7 @@ private:
         std::vector<MTBoundColumn> bound;
         for (std::size_t index = 0; index < arguments.size(); ++index)
         {
-            bound.push_back({source->arguments[index], {L"", &arguments[index], 0, BulkKind::Number, 0}});
+            bound.push_back({source->arguments[index], {L"", &arguments[index], 0, mathexpr::BulkKind::Number, 0}});
         }
         return bound;
     }
@@ -130,10 +128,10 @@ mathexpr_status takeNames(const typename Encoding::Unit* const* given, std::size
 
 bool areVariables(MathExpression& expression, const std::vector<std::wstring>& names)
 {
-    const ExpressionVariables variables(expression);
     VALTYPE value;
-    return std::all_of(names.begin(), names.end(),
-                       [&](const std::wstring& name) { return variables.get(name.c_str(), value); });
+    return std::all_of(names.begin(), names.end(), [&](const std::wstring& name) {
+        return mathexpr::getVariable(expression, name.c_str(), value);
+    });
 }
 
 template <class Encoding>
@@ -163,7 +161,7 @@ mathexpr_status create(mathexpr_expression* handle, const typename Encoding::Uni
         }
         if (status == MATHEXPR_OK)
         {
-            expression.plain->dropAssignment();
+            mathexpr::dropAssignment(*expression.plain);
             handOver(std::make_unique<mathexpr_function>(makeSource(*expression.plain, wide, names)), function);
         }
         return status;

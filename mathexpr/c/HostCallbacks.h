@@ -32,7 +32,7 @@ private:
 };
 
 /// The callbacks of one expression and its copies, which share it, and whether a call of theirs is under way.
-class HostCallbacks : public IMathExprService, public IMathExprNameSource
+class HostCallbacks : public IMathExprService, public mathexpr::IMathExprNameSource
 {
 public:
     HostCallbacks() = default;
@@ -44,13 +44,13 @@ public:
     virtual bool offersNames() const noexcept = 0;
 
     /// Without a function where the host shows no messages itself.
-    const MessageDisplay& display() const noexcept { return messageDisplay; }
+    const mathexpr::ProcessMessageDisplay& display() const noexcept { return messageDisplay; }
 
     bool isCalled = false;         ///< A call is under way that changes the expression or runs it.
     bool isAskedForNames = false;  ///< One is that makes a diagnostic.
 
 protected:
-    MessageDisplay messageDisplay;
+    mathexpr::ProcessMessageDisplay messageDisplay;
 };
 
 template <class Encoding>

@@ -16,8 +16,8 @@ mathexpr_status mathexpr_set_limits(mathexpr_expression* handle, const mathexpr_
         {
             return MATHEXPR_BAD_SIZE;
         }
-        const ExpressionLimits own{known.text_length, known.records, known.nesting};
-        setLimits(expression.object(), own);  // not refused, since no call is under way
+        const mathexpr::ExpressionLimits own{known.text_length, known.records, known.nesting};
+        mathexpr::setLimits(expression.object(), own);  // not refused, since no call is under way
         return MATHEXPR_OK;
     });
 }
@@ -33,8 +33,8 @@ mathexpr_status mathexpr_get_limits(const mathexpr_expression* handle, mathexpr_
         {
             return MATHEXPR_BAD_SIZE;
         }
-        const ExpressionLimits own = getLimits(expression.object());
-        writeStructure(mathexpr_limits{0, own.textLength, own.records, own.nesting}, limits);
+        const mathexpr::ExpressionLimits own = mathexpr::getLimits(expression.object());
+        writeStructure(mathexpr_limits{0, own.maxTextLength, own.maxRecords, own.maxNesting}, limits);
         return MATHEXPR_OK;
     });
 }

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Takes the name over and calls work with the variables and the name.
+/// Takes the name over and calls work with the expression object and the name.
 template <class Encoding, class Work>
 mathexpr_status withName(mathexpr_expression& expression, const typename Encoding::Unit* name, std::size_t length,
                          Work work)
@@ -18,20 +18,19 @@ mathexpr_status withName(mathexpr_expression& expression, const typename Encodin
     {
         return status;
     }
-    ExpressionVariables variables(expression.object());
-    return work(variables, wide.c_str());
+    return work(expression.object(), wide.c_str());
 }
 
-std::vector<std::wstring> namesOf(const ExpressionVariables& variables, std::uint32_t which)
+std::vector<std::wstring> namesOf(const MathExpression& object, std::uint32_t which)
 {
     switch (which)
     {
     case MATHEXPR_NAMES_USED:
-        return variables.usedNames();
+        return mathexpr::getUsedNames(object);
     case MATHEXPR_NAMES_DEFINED:
-        return variables.names();
+        return mathexpr::getVariableNames(object);
     default:
-        return variables.hostNames();
+        return mathexpr::getHostNames(object);
     }
 }
 
@@ -51,8 +50,7 @@ mathexpr_status getNames(mathexpr_expression* handle, std::uint32_t which, typen
         {
             return MATHEXPR_BAD_SIZE;
         }
-        auto list =
-            std::make_unique<const TextList<Encoding>>(namesOf(ExpressionVariables(expression.object()), which));
+        auto list = std::make_unique<const TextList<Encoding>>(namesOf(expression.object(), which));
         writeStructure(typename Encoding::Names{0, 0, list->data(), list->size()}, names);
         expression.template answers<Encoding>().names = std::move(list);
         return MATHEXPR_OK;
@@ -68,10 +66,9 @@ mathexpr_status getVariable(const mathexpr_expression* handle, const typename En
         {
             return MATHEXPR_NULL_ARGUMENT;
         }
-        return withName<Encoding>(expression, name, length,
-                                  [value](ExpressionVariables& variables, const wchar_t* wide) {
-                                      return variables.get(wide, inPlace(*value)) ? MATHEXPR_OK : MATHEXPR_NOT_FOUND;
-                                  });
+        return withName<Encoding>(expression, name, length, [value](MathExpression& object, const wchar_t* wide) {
+            return mathexpr::getVariable(object, wide, inPlace(*value)) ? MATHEXPR_OK : MATHEXPR_NOT_FOUND;
+        });
     });
 }
 
@@ -108,12 +105,12 @@ mathexpr_status setVariable(mathexpr_expression* handle, const typename Encoding
         {
             return MATHEXPR_BAD_SIZE;
         }
-        return withName<Encoding>(expression, name, length, [=](ExpressionVariables& variables, const wchar_t* wide) {
+        return withName<Encoding>(expression, name, length, [=](MathExpression& object, const wchar_t* wide) {
             try
             {
-                return variables.set(wide, toLibrary(*value)) ? MATHEXPR_OK : MATHEXPR_BUSY;
+                return mathexpr::setVariable(object, wide, toLibrary(*value)) ? MATHEXPR_OK : MATHEXPR_BUSY;
             }
-            catch (const DefinitionException& exception)
+            catch (const mathexpr::DefinitionException& exception)
             {
                 if (refusal != nullptr)
                 {
@@ -130,8 +127,8 @@ mathexpr_status removeVariable(mathexpr_expression* handle, const typename Encod
                                std::size_t length) noexcept
 {
     return changeExpression(handle, [=](mathexpr_expression& expression) {
-        return withName<Encoding>(expression, name, length, [](ExpressionVariables& variables, const wchar_t* wide) {
-            return variables.remove(wide) ? MATHEXPR_OK : MATHEXPR_NOT_FOUND;
+        return withName<Encoding>(expression, name, length, [](MathExpression& object, const wchar_t* wide) {
+            return mathexpr::removeVariable(object, wide) ? MATHEXPR_OK : MATHEXPR_NOT_FOUND;
         });
     });
 }
@@ -145,16 +142,15 @@ mathexpr_status getAddress(mathexpr_expression* handle, const typename Encoding:
         {
             return MATHEXPR_NULL_ARGUMENT;
         }
-        return withName<Encoding>(expression, name, length,
-                                  [address](ExpressionVariables& variables, const wchar_t* wide) {
-                                      VALTYPE* const held = variables.address(wide);
-                                      if (held == nullptr)
-                                      {
-                                          return MATHEXPR_NOT_FOUND;
-                                      }
-                                      *address = &inPlace(*held);
-                                      return MATHEXPR_OK;
-                                  });
+        return withName<Encoding>(expression, name, length, [address](MathExpression& object, const wchar_t* wide) {
+            VALTYPE* const held = mathexpr::getVariableAddress(object, wide);
+            if (held == nullptr)
+            {
+                return MATHEXPR_NOT_FOUND;
+            }
+            *address = &inPlace(*held);
+            return MATHEXPR_OK;
+        });
     });
 }
 

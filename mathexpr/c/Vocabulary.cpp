@@ -24,8 +24,8 @@ const std::vector<ItemTexts<Encoding>>& vocabularyTexts()
 {
     static platform::KeptWhileLoaded<std::vector<ItemTexts<Encoding>>> texts([] {
         std::vector<ItemTexts<Encoding>> converted;
-        VocabularyItem item;
-        for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
+        mathexpr::VocabularyItem item;
+        for (std::uint32_t index = 0; mathexpr::getVocabularyItem(index, item); ++index)
         {
             converted.push_back(
                 {Encoding::encode(item.symbol), Encoding::encode(item.help), Encoding::encode(item.description)});
@@ -47,8 +47,8 @@ mathexpr_status getItem(std::uint32_t index, typename Encoding::Item* item) noex
         return MATHEXPR_BAD_SIZE;
     }
     return atBoundary([=] {
-        VocabularyItem own;
-        if (!getVocabularyItem(index, own))
+        mathexpr::VocabularyItem own;
+        if (!mathexpr::getVocabularyItem(index, own))
         {
             return MATHEXPR_NOT_FOUND;
         }

@@ -20,14 +20,14 @@ constexpr std::ptrdiff_t doubles(std::ptrdiff_t count)
     return count * static_cast<std::ptrdiff_t>(sizeof(double));
 }
 
-BulkColumn numbersOf(const wchar_t* name, const Numbers& data)
+mathexpr::BulkColumn numbersOf(const wchar_t* name, const Numbers& data)
 {
     return {name, data.data()};
 }
 
-BulkColumn pointsOf(const wchar_t* name, const Numbers& data)
+mathexpr::BulkColumn pointsOf(const wchar_t* name, const Numbers& data)
 {
-    return {name, data.data(), doubles(3), BulkKind::Point};
+    return {name, data.data(), doubles(3), mathexpr::BulkKind::Point};
 }
 
 class BulkTest : public testing::Test
@@ -37,21 +37,22 @@ protected:
     {
         for (const wchar_t* name : {L"x", L"y", L"p", L"q"})
         {
-            variables.set(name, number(0));
+            mathexpr::setVariable(session.expression, name, number(0));
         }
     }
 
     void compile(const wchar_t* text) { ASSERT_TRUE(session.expression.setExpression(text)); }
 
-    bool run(const std::vector<BulkColumn>& columns, std::size_t nbRows, BulkResults results,
+    bool run(const std::vector<mathexpr::BulkColumn>& columns, std::size_t nbRows, mathexpr::BulkResults results,
              std::uint32_t nbThreads = 1)
     {
         status.assign(nbRows, 99);
         results.status = status.data();
-        return evaluateBulk(session.expression, columns.data(), columns.size(), nbRows, results, nbThreads, outcome);
+        return mathexpr::evaluateBulk(session.expression, columns.data(), columns.size(), nbRows, results, nbThreads,
+                                      outcome);
     }
 
-    Numbers numbers(const std::vector<BulkColumn>& columns, std::size_t nbRows)
+    Numbers numbers(const std::vector<mathexpr::BulkColumn>& columns, std::size_t nbRows)
     {
         Numbers results(nbRows, 99.0);
         EXPECT_TRUE(run(columns, nbRows, {results.data()}));
@@ -59,15 +60,16 @@ protected:
     }
 
     /// Why nothing was evaluated.
-    BulkError refusal(const std::vector<BulkColumn>& columns, const BulkResults& results, std::size_t nbRows = 2)
+    mathexpr::BulkError refusal(const std::vector<mathexpr::BulkColumn>& columns, const mathexpr::BulkResults& results,
+                                std::size_t nbRows = 2)
     {
-        EXPECT_FALSE(evaluateBulk(session.expression, columns.data(), columns.size(), nbRows, results, 1, outcome));
+        EXPECT_FALSE(
+            mathexpr::evaluateBulk(session.expression, columns.data(), columns.size(), nbRows, results, 1, outcome));
         return outcome.error;
     }
 
     Session session{true};
-    ExpressionVariables variables{session.expression};
-    BulkOutcome outcome;
+    mathexpr::BulkOutcome outcome;
     std::vector<std::uint32_t> status;
 };
 
@@ -77,7 +79,7 @@ TEST_F(BulkTest, EvaluatesARowForEachNumber)
     const Numbers x = {1, 2, 3};
     const Numbers y = {0.5, 0.25, -1};
     EXPECT_EQ(numbers({numbersOf(L"x", x), numbersOf(L"y", y)}, 3), (Numbers{2.5, 4.25, 5}));
-    EXPECT_EQ(outcome.nbFailed, 0U);
+    EXPECT_EQ(outcome.failedCount, 0U);
     EXPECT_EQ(status, (std::vector<std::uint32_t>{0, 0, 0}));
 }
 
@@ -86,20 +88,20 @@ TEST_F(BulkTest, ReadsAndWritesWithGapsBackwardsAndByPlanes)
     compile(L"p+[x,x,x]");
     const Numbers x = {10, 99, 20, 99};
     const Numbers planes = {1, 2, 3, 4, 5, 6};  // the points [1,3,5] and [2,4,6]
-    const BulkColumn gaps{L"x", x.data(), doubles(2)};
-    const BulkColumn points{L"p", planes.data(), doubles(1), BulkKind::Point, doubles(2)};
+    const mathexpr::BulkColumn gaps{L"x", x.data(), doubles(2)};
+    const mathexpr::BulkColumn points{L"p", planes.data(), doubles(1), mathexpr::BulkKind::Point, doubles(2)};
     Numbers rows(8, 0);
-    ASSERT_TRUE(run({gaps, points}, 2, {rows.data(), doubles(4), BulkKind::Point}));
+    ASSERT_TRUE(run({gaps, points}, 2, {rows.data(), doubles(4), mathexpr::BulkKind::Point}));
     EXPECT_EQ(rows, (Numbers{11, 13, 15, 0, 22, 24, 26, 0}));
 
     Numbers written(6, 0);
-    ASSERT_TRUE(run({gaps, points}, 2, {written.data() + 1, doubles(-1), BulkKind::Point, doubles(2)}));
+    ASSERT_TRUE(run({gaps, points}, 2, {written.data() + 1, doubles(-1), mathexpr::BulkKind::Point, doubles(2)}));
     EXPECT_EQ(written, (Numbers{22, 11, 24, 13, 26, 15}));
 
     compile(L"x+1");
-    const BulkColumn backwards{L"x", x.data() + 2, doubles(-2)};
+    const mathexpr::BulkColumn backwards{L"x", x.data() + 2, doubles(-2)};
     EXPECT_EQ(numbers({backwards}, 2), (Numbers{21, 11}));
-    const BulkColumn repeated{L"x", x.data(), 0};
+    const mathexpr::BulkColumn repeated{L"x", x.data(), 0};
     EXPECT_EQ(numbers({repeated}, 3), (Numbers{11, 11, 11}));
     Numbers gapsBetween(4, 0);
     ASSERT_TRUE(run({repeated}, 2, {gapsBetween.data(), doubles(2)}));
@@ -120,17 +122,17 @@ TEST_F(BulkTest, WritesNoRowBeyondTheLast)
 
 TEST_F(BulkTest, APointWithoutAColumnIsNoNumber)
 {
-    variables.set(L"p", point(7, 8, 9));
+    mathexpr::setVariable(session.expression, L"p", point(7, 8, 9));
     compile(L"max(p,1,2)+x");
     const Numbers x = {1, 2};
     numbers({numbersOf(L"x", x)}, 2);
-    EXPECT_EQ(outcome.nbFailed, 2U);
+    EXPECT_EQ(outcome.failedCount, 2U);
 }
 
 TEST_F(BulkTest, WritesRecordsWithTypeAndFlag)
 {
     std::vector<VALTYPE> records(2);
-    const BulkResults results{records.data(), sizeof(VALTYPE), BulkKind::Record};
+    const mathexpr::BulkResults results{records.data(), sizeof(VALTYPE), mathexpr::BulkKind::Record};
     const Numbers x = {1, 2};
     compile(L"m2f(x)");
     ASSERT_TRUE(run({numbersOf(L"x", x)}, 2, results));
@@ -157,14 +159,14 @@ TEST_F(BulkTest, AResultMayStandWhereItsRowsNumberStands)
 TEST_F(BulkTest, AVariableWithoutAColumnIsTheSameInAllRows)
 {
     const Numbers x = {1, 2};
-    variables.set(L"y", number(10));
+    mathexpr::setVariable(session.expression, L"y", number(10));
     compile(L"x+sqrt(y)*sqrt(y)");
     EXPECT_EQ(numbers({numbersOf(L"x", x)}, 2),
               (Numbers{1 + std::sqrt(10.0) * std::sqrt(10.0), 2 + std::sqrt(10.0) * std::sqrt(10.0)}));
-    variables.set(L"p", point(1, 2, 3));
+    mathexpr::setVariable(session.expression, L"p", point(1, 2, 3));
     compile(L"p*x");
     Numbers points(6);
-    ASSERT_TRUE(run({numbersOf(L"x", x)}, 2, {points.data(), doubles(3), BulkKind::Point}));
+    ASSERT_TRUE(run({numbersOf(L"x", x)}, 2, {points.data(), doubles(3), mathexpr::BulkKind::Point}));
     EXPECT_EQ(points, (Numbers{1, 2, 3, 2, 4, 6}));
 }
 
@@ -172,12 +174,12 @@ TEST_F(BulkTest, ExpressionsWithoutColumnsAndConstants)
 {
     compile(L"2*3");
     EXPECT_EQ(numbers({}, 3), (Numbers{6, 6, 6}));
-    variables.set(L"y", number(4));
+    mathexpr::setVariable(session.expression, L"y", number(4));
     compile(L"y");
     EXPECT_EQ(numbers({}, 2), (Numbers{4, 4}));
     compile(L"sqrt(y)+1");
     EXPECT_EQ(numbers({}, 2), (Numbers{3, 3}));
-    variables.set(L"y", number(-4));
+    mathexpr::setVariable(session.expression, L"y", number(-4));
     ASSERT_TRUE(run({}, 2, {Numbers(2).data()}));
     EXPECT_EQ(status, (std::vector<std::uint32_t>{12, 12}));
 }
@@ -192,7 +194,7 @@ TEST_F(BulkTest, ARowThatFailsStopsNoOther)
     EXPECT_EQ(results[0], 3);
     EXPECT_TRUE(std::isnan(results[1]) && std::isnan(results[2]) && std::isnan(results[3]));
     EXPECT_EQ(results[4], 4.25);
-    EXPECT_EQ(outcome.nbFailed, 3U);
+    EXPECT_EQ(outcome.failedCount, 3U);
     EXPECT_EQ(outcome.firstFailed, 1U);
     EXPECT_EQ(outcome.firstStatus, 10U);
     EXPECT_TRUE(session.shown.ids.empty());
@@ -205,9 +207,9 @@ TEST_F(BulkTest, NothingIsShownAlsoWhereMessagesAre)
     ASSERT_TRUE(loud.expression.setExpression(L"sqrt(x)"));
     const Numbers x = {-1, 4};
     Numbers results(2);
-    const BulkColumn column = numbersOf(L"x", x);
-    ASSERT_TRUE(evaluateBulk(loud.expression, &column, 1, 2, {results.data()}, 1, outcome));
-    EXPECT_EQ(outcome.nbFailed, 1U);
+    const mathexpr::BulkColumn column = numbersOf(L"x", x);
+    ASSERT_TRUE(mathexpr::evaluateBulk(loud.expression, &column, 1, 2, {results.data()}, 1, outcome));
+    EXPECT_EQ(outcome.failedCount, 1U);
     EXPECT_EQ(results[1], 2);
     EXPECT_TRUE(loud.shown.ids.empty());
 }
@@ -217,7 +219,7 @@ TEST_F(BulkTest, AnExceptionOfAnItemIsAFailedRow)
     compile(L"sin(p)");
     const Numbers points = {1, 2, 3};
     numbers({pointsOf(L"p", points)}, 1);
-    EXPECT_EQ(status, std::vector<std::uint32_t>{RowStatus::ArgumentsRefused});
+    EXPECT_EQ(status, std::vector<std::uint32_t>{mathexpr::RowStatus::ArgumentsRefused});
 }
 
 TEST_F(BulkTest, AValueOfAnotherKindIsAFailedRow)
@@ -225,16 +227,16 @@ TEST_F(BulkTest, AValueOfAnotherKindIsAFailedRow)
     const Numbers points = {1, 2, 3};
     compile(L"p*2");
     EXPECT_TRUE(std::isnan(numbers({pointsOf(L"p", points)}, 1)[0]));
-    EXPECT_EQ(status, std::vector<std::uint32_t>{RowStatus::OtherKind});
+    EXPECT_EQ(status, std::vector<std::uint32_t>{mathexpr::RowStatus::OtherKind});
     Numbers results(3, 99);
     for (const wchar_t* text : {L"x+1", L"x", L"7", L"y"})
     {
         compile(text);
         results.assign(3, 99);
-        ASSERT_TRUE(run({numbersOf(L"x", points)}, 1, {results.data(), doubles(3), BulkKind::Point}));
-        EXPECT_EQ(status, std::vector<std::uint32_t>{RowStatus::OtherKind});
+        ASSERT_TRUE(run({numbersOf(L"x", points)}, 1, {results.data(), doubles(3), mathexpr::BulkKind::Point}));
+        EXPECT_EQ(status, std::vector<std::uint32_t>{mathexpr::RowStatus::OtherKind});
         EXPECT_TRUE(std::isnan(results[0]) && std::isnan(results[1]) && std::isnan(results[2]));
-        EXPECT_EQ(outcome.firstStatus, RowStatus::OtherKind);
+        EXPECT_EQ(outcome.firstStatus, mathexpr::RowStatus::OtherKind);
     }
     compile(L"[1,2,3]");
     const Numbers rows = numbers({}, 3);
@@ -247,7 +249,7 @@ TEST_F(BulkTest, AFailedRecordIsTheNumberNaN)
     const Numbers x = {-1};
     VALTYPE record = point(7, 8, 9);
     record.flag = 1;
-    ASSERT_TRUE(run({numbersOf(L"x", x)}, 1, {&record, sizeof(VALTYPE), BulkKind::Record}));
+    ASSERT_TRUE(run({numbersOf(L"x", x)}, 1, {&record, sizeof(VALTYPE), mathexpr::BulkKind::Record}));
     EXPECT_EQ(record.type, 0);
     EXPECT_EQ(record.flag, 0);
     EXPECT_TRUE(std::isnan(record.x));
@@ -264,10 +266,10 @@ TEST_F(BulkTest, NamesAreThoseOfTheLanguageAndOthersDoNoHarm)
 TEST_F(BulkTest, NoRowsAreNoError)
 {
     compile(L"x+1");
-    EXPECT_TRUE(evaluateBulk(session.expression, nullptr, 0, 0, {}, 4, outcome));
-    const BulkColumn column{L"x"};
-    EXPECT_TRUE(evaluateBulk(session.expression, &column, 1, 0, {}, 4, outcome));
-    EXPECT_EQ(outcome.nbFailed, 0U);
+    EXPECT_TRUE(mathexpr::evaluateBulk(session.expression, nullptr, 0, 0, {}, 4, outcome));
+    const mathexpr::BulkColumn column{L"x"};
+    EXPECT_TRUE(mathexpr::evaluateBulk(session.expression, &column, 1, 0, {}, 4, outcome));
+    EXPECT_EQ(outcome.failedCount, 0U);
 }
 
 TEST_F(BulkTest, RefusesColumnsThatCannotBeRead)
@@ -275,23 +277,26 @@ TEST_F(BulkTest, RefusesColumnsThatCannotBeRead)
     compile(L"x+1");
     const Numbers x = {1, 2};
     Numbers target = {99, 99};
-    const BulkResults results{target.data()};
+    const mathexpr::BulkResults results{target.data()};
     const auto* misaligned = reinterpret_cast<const double*>(reinterpret_cast<const char*>(x.data()) + 4);
 
-    EXPECT_FALSE(evaluateBulk(session.expression, nullptr, 1, 2, results, 1, outcome));
-    EXPECT_EQ(outcome.error, BulkError::ColumnsMissing);
-    EXPECT_EQ(refusal({numbersOf(L"x", x), numbersOf(nullptr, x)}, results), BulkError::ColumnName);
+    EXPECT_FALSE(mathexpr::evaluateBulk(session.expression, nullptr, 1, 2, results, 1, outcome));
+    EXPECT_EQ(outcome.error, mathexpr::BulkError::ColumnsMissing);
+    EXPECT_EQ(refusal({numbersOf(L"x", x), numbersOf(nullptr, x)}, results), mathexpr::BulkError::ColumnName);
     EXPECT_EQ(outcome.column, 1U);
-    EXPECT_EQ(refusal({numbersOf(L"", x)}, results), BulkError::ColumnName);
-    EXPECT_EQ(refusal({numbersOf(L"x", x), numbersOf(L"u", x), numbersOf(L"X", x)}, results), BulkError::ColumnTwice);
+    EXPECT_EQ(refusal({numbersOf(L"", x)}, results), mathexpr::BulkError::ColumnName);
+    EXPECT_EQ(refusal({numbersOf(L"x", x), numbersOf(L"u", x), numbersOf(L"X", x)}, results),
+              mathexpr::BulkError::ColumnTwice);
     EXPECT_EQ(outcome.column, 2U);
-    EXPECT_EQ(refusal({numbersOf(L"u", x), numbersOf(L"U", x)}, results), BulkError::ColumnTwice);
-    EXPECT_EQ(refusal({{L"x", x.data(), 8, BulkKind::Record}}, results), BulkError::ColumnKind);
-    EXPECT_EQ(refusal({{L"x", x.data(), 8, static_cast<BulkKind>(7)}}, results), BulkError::ColumnKind);
-    EXPECT_EQ(refusal({{L"x", nullptr}}, results), BulkError::ColumnData);
-    EXPECT_EQ(refusal({{L"x", misaligned}}, results, 1), BulkError::ColumnAlignment);
-    EXPECT_EQ(refusal({{L"x", x.data(), 4}}, results), BulkError::ColumnAlignment);
-    EXPECT_EQ(refusal({{L"x", x.data(), 8, BulkKind::Point, 12}}, results), BulkError::ColumnAlignment);
+    EXPECT_EQ(refusal({numbersOf(L"u", x), numbersOf(L"U", x)}, results), mathexpr::BulkError::ColumnTwice);
+    EXPECT_EQ(refusal({{L"x", x.data(), 8, mathexpr::BulkKind::Record}}, results), mathexpr::BulkError::ColumnKind);
+    EXPECT_EQ(refusal({{L"x", x.data(), 8, static_cast<mathexpr::BulkKind>(7)}}, results),
+              mathexpr::BulkError::ColumnKind);
+    EXPECT_EQ(refusal({{L"x", nullptr}}, results), mathexpr::BulkError::ColumnData);
+    EXPECT_EQ(refusal({{L"x", misaligned}}, results, 1), mathexpr::BulkError::ColumnAlignment);
+    EXPECT_EQ(refusal({{L"x", x.data(), 4}}, results), mathexpr::BulkError::ColumnAlignment);
+    EXPECT_EQ(refusal({{L"x", x.data(), 8, mathexpr::BulkKind::Point, 12}}, results),
+              mathexpr::BulkError::ColumnAlignment);
     EXPECT_EQ(target, (Numbers{99, 99}));
 }
 
@@ -299,35 +304,36 @@ TEST_F(BulkTest, RefusesResultsThatCannotBeWritten)
 {
     compile(L"x+1");
     const Numbers x = {1, 2, 3};
-    const std::vector<BulkColumn> columns = {numbersOf(L"x", x)};
+    const std::vector<mathexpr::BulkColumn> columns = {numbersOf(L"x", x)};
     Numbers target(24, 99);
     double* const data = target.data();
-    EXPECT_EQ(refusal(columns, {data, 8, static_cast<BulkKind>(3)}), BulkError::ResultsKind);
-    EXPECT_EQ(refusal(columns, {nullptr}), BulkError::ResultsData);
-    EXPECT_EQ(refusal(columns, {reinterpret_cast<char*>(data) + 4}), BulkError::ResultsAlignment);
-    EXPECT_EQ(refusal(columns, {data, 12}), BulkError::ResultsAlignment);
-    EXPECT_EQ(refusal(columns, {data, 24, BulkKind::Point, 4}), BulkError::ResultsAlignment);
+    EXPECT_EQ(refusal(columns, {data, 8, static_cast<mathexpr::BulkKind>(3)}), mathexpr::BulkError::ResultsKind);
+    EXPECT_EQ(refusal(columns, {nullptr}), mathexpr::BulkError::ResultsData);
+    EXPECT_EQ(refusal(columns, {reinterpret_cast<char*>(data) + 4}), mathexpr::BulkError::ResultsAlignment);
+    EXPECT_EQ(refusal(columns, {data, 12}), mathexpr::BulkError::ResultsAlignment);
+    EXPECT_EQ(refusal(columns, {data, 24, mathexpr::BulkKind::Point, 4}), mathexpr::BulkError::ResultsAlignment);
     auto* const oddStatus = reinterpret_cast<std::uint32_t*>(reinterpret_cast<char*>(data) + 2);
-    EXPECT_EQ(refusal(columns, {data, 8, BulkKind::Number, 8, oddStatus}), BulkError::ResultsAlignment);
-    EXPECT_EQ(refusal(columns, {data, 0}), BulkError::ResultsOverlap);
-    EXPECT_EQ(refusal(columns, {data, 24, BulkKind::Record}), BulkError::ResultsOverlap);
-    EXPECT_EQ(refusal(columns, {data, 16, BulkKind::Point}), BulkError::ResultsOverlap);
-    EXPECT_EQ(refusal(columns, {data, 24, BulkKind::Point, 0}), BulkError::ResultsOverlap);
-    EXPECT_EQ(refusal(columns, {data, 0, BulkKind::Point, 8}), BulkError::ResultsOverlap);
-    EXPECT_EQ(refusal(columns, {data, 8, BulkKind::Point, 16}, 3), BulkError::ResultsOverlap);
+    EXPECT_EQ(refusal(columns, {data, 8, mathexpr::BulkKind::Number, 8, oddStatus}),
+              mathexpr::BulkError::ResultsAlignment);
+    EXPECT_EQ(refusal(columns, {data, 0}), mathexpr::BulkError::ResultsOverlap);
+    EXPECT_EQ(refusal(columns, {data, 24, mathexpr::BulkKind::Record}), mathexpr::BulkError::ResultsOverlap);
+    EXPECT_EQ(refusal(columns, {data, 16, mathexpr::BulkKind::Point}), mathexpr::BulkError::ResultsOverlap);
+    EXPECT_EQ(refusal(columns, {data, 24, mathexpr::BulkKind::Point, 0}), mathexpr::BulkError::ResultsOverlap);
+    EXPECT_EQ(refusal(columns, {data, 0, mathexpr::BulkKind::Point, 8}), mathexpr::BulkError::ResultsOverlap);
+    EXPECT_EQ(refusal(columns, {data, 8, mathexpr::BulkKind::Point, 16}, 3), mathexpr::BulkError::ResultsOverlap);
     EXPECT_EQ(target, Numbers(24, 99));
     // Every other row of two, and a single row, whose distance to the next means nothing.
-    EXPECT_TRUE(run(columns, 3, {data, 16, BulkKind::Point, 40}));
-    EXPECT_TRUE(run(columns, 1, {data, 0, BulkKind::Point, 8}));
+    EXPECT_TRUE(run(columns, 3, {data, 16, mathexpr::BulkKind::Point, 40}));
+    EXPECT_TRUE(run(columns, 1, {data, 0, mathexpr::BulkKind::Point, 8}));
     EXPECT_TRUE(run(columns, 1, {data, 0}));
 }
 
 TEST_F(BulkTest, WithoutAProgramNothingIsEvaluated)
 {
     Numbers target = {99, 99};
-    EXPECT_EQ(refusal({}, {target.data()}), BulkError::NoProgram);
-    EXPECT_THROW(session.expression.setExpression(L"1+"), ParsingException);
-    EXPECT_EQ(refusal({}, {target.data()}), BulkError::NoProgram);
+    EXPECT_EQ(refusal({}, {target.data()}), mathexpr::BulkError::NoProgram);
+    EXPECT_THROW(session.expression.setExpression(L"1+"), mathexpr::ParsingException);
+    EXPECT_EQ(refusal({}, {target.data()}), mathexpr::BulkError::NoProgram);
     EXPECT_EQ(target, (Numbers{99, 99}));
 }
 
@@ -337,22 +343,22 @@ TEST_F(BulkTest, RefusesWhileACallWaitsForTheHost)
     loud.host.names = {{L"x", number(-1)}};
     ASSERT_TRUE(loud.expression.setExpression(L"sqrt(x)"));
     Numbers target = {99};
-    std::vector<BulkError> errors;
+    std::vector<mathexpr::BulkError> errors;
     loud.shown.whileShown = [&] {
-        EXPECT_FALSE(evaluateBulk(loud.expression, nullptr, 0, 1, {target.data()}, 1, outcome));
+        EXPECT_FALSE(mathexpr::evaluateBulk(loud.expression, nullptr, 0, 1, {target.data()}, 1, outcome));
         errors.push_back(outcome.error);
     };
     VALTYPE value;
     EXPECT_FALSE(loud.expression.evaluate(value));
-    EXPECT_EQ(errors, std::vector<BulkError>{BulkError::Busy});
+    EXPECT_EQ(errors, std::vector<mathexpr::BulkError>{mathexpr::BulkError::Busy});
     EXPECT_EQ(target, Numbers{99});
 }
 
 TEST_F(BulkTest, TheObjectIsAfterwardsWhatItWas)
 {
     // The dot product is added onto what its slot holds: a trace that every evaluation leaves for the next.
-    variables.set(L"p", point(1, 2, 3));
-    variables.set(L"q", point(1, 0, 0));
+    mathexpr::setVariable(session.expression, L"p", point(1, 2, 3));
+    mathexpr::setVariable(session.expression, L"q", point(1, 0, 0));
     compile(L"p*q");
     VALTYPE value;
     ASSERT_TRUE(session.expression.evaluate(value));
@@ -362,22 +368,22 @@ TEST_F(BulkTest, TheObjectIsAfterwardsWhatItWas)
     EXPECT_EQ(numbers({pointsOf(L"p", points)}, 2), (Numbers{10, 20}));
     ASSERT_TRUE(session.expression.evaluate(value));
     EXPECT_EQ(value.x, 3);
-    ASSERT_TRUE(variables.get(L"p", value));
+    ASSERT_TRUE(mathexpr::getVariable(session.expression, L"p", value));
     EXPECT_EQ(value.y, 2);
 }
 
 TEST_F(BulkTest, NeitherNumberCodeNorTheDiagnosticIsDisturbed)
 {
-    variables.set(L"x", number(0));
+    mathexpr::setVariable(session.expression, L"x", number(0));
     compile(L"1/x");
     VALTYPE value;
     EXPECT_FALSE(session.expression.evaluate(value));
     const Numbers x = {-1, 2};
     compile(L"sqrt(y)/x");
     EXPECT_FALSE(session.expression.evaluate(value));
-    const ExpressionDiagnostic before = session.diagnostic();
+    const mathexpr::ExpressionDiagnostic before = session.diagnostic();
     EXPECT_EQ(before.message, 12U);
-    variables.set(L"y", number(4));
+    mathexpr::setVariable(session.expression, L"y", number(4));
     EXPECT_EQ(numbers({numbersOf(L"x", x)}, 2), (Numbers{-2, 1}));
     EXPECT_EQ(session.diagnostic().message, before.message);
     EXPECT_EQ(session.diagnostic().start, before.start);
@@ -389,10 +395,10 @@ TEST_F(BulkTest, AnAssignmentStaysPending)
     const Numbers x = {1, 2};
     EXPECT_EQ(numbers({numbersOf(L"x", x)}, 2), (Numbers{2, 4}));
     VALTYPE value;
-    EXPECT_FALSE(variables.get(L"a", value));
-    variables.set(L"x", number(5));
+    EXPECT_FALSE(mathexpr::getVariable(session.expression, L"a", value));
+    mathexpr::setVariable(session.expression, L"x", number(5));
     ASSERT_TRUE(session.expression.evaluate(value));
-    ASSERT_TRUE(variables.get(L"a", value));
+    ASSERT_TRUE(mathexpr::getVariable(session.expression, L"a", value));
     EXPECT_EQ(value.x, 10);
     compile(L"pi=x");
     EXPECT_EQ(numbers({numbersOf(L"x", x)}, 2), (Numbers{1, 2}));
@@ -410,13 +416,14 @@ TEST_F(BulkTest, ThreadsComeToTheSame)
     {
         compile(text);
         std::vector<VALTYPE> alone(nbRows);
-        ASSERT_TRUE(run({numbersOf(L"x", x)}, nbRows, {alone.data(), sizeof(VALTYPE), BulkKind::Record}, 0));
+        ASSERT_TRUE(run({numbersOf(L"x", x)}, nbRows, {alone.data(), sizeof(VALTYPE), mathexpr::BulkKind::Record}, 0));
         const std::vector<std::uint32_t> statusAlone = status;
-        const BulkOutcome outcomeAlone = outcome;
+        const mathexpr::BulkOutcome outcomeAlone = outcome;
         std::vector<VALTYPE> together(nbRows);
-        ASSERT_TRUE(run({numbersOf(L"x", x)}, nbRows, {together.data(), sizeof(VALTYPE), BulkKind::Record}, 1000));
+        ASSERT_TRUE(
+            run({numbersOf(L"x", x)}, nbRows, {together.data(), sizeof(VALTYPE), mathexpr::BulkKind::Record}, 1000));
         EXPECT_EQ(status, statusAlone);
-        EXPECT_EQ(outcome.nbFailed, outcomeAlone.nbFailed);
+        EXPECT_EQ(outcome.failedCount, outcomeAlone.failedCount);
         EXPECT_EQ(outcome.firstFailed, outcomeAlone.firstFailed);
         EXPECT_EQ(outcome.firstStatus, outcomeAlone.firstStatus);
         for (std::size_t row = 0; row < nbRows; ++row)
@@ -451,9 +458,10 @@ TEST_F(BulkTest, ACalculatorsLastTextIsEvaluated)
     ASSERT_TRUE(calculator.Calculate(L"x=3", value, 100));
     ASSERT_TRUE(calculator.Calculate(L"x*x", value, 100));
     const Numbers x = {2, 5};
-    const BulkColumn column = numbersOf(L"x", x);
+    const mathexpr::BulkColumn column = numbersOf(L"x", x);
     Numbers results(2);
-    ASSERT_TRUE(evaluateBulk(calculator, &column, 1, 2, {results.data()}, 1, outcome));
+    ASSERT_TRUE(
+        mathexpr::evaluateBulk(mathexpr::expressionOf(calculator), &column, 1, 2, {results.data()}, 1, outcome));
     EXPECT_EQ(results, (Numbers{4, 25}));
 }
 

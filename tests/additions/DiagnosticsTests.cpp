@@ -16,20 +16,20 @@
 
 namespace {
 
-using Kind = ExpressionDiagnostic::Kind;
-using Expected::ClosingBracket;
-using Expected::End;
-using Expected::InDomain;
-using Expected::KnownName;
-using Expected::NewName;
-using Expected::Number;
-using Expected::Operator;
-using Expected::OtherCount;
-using Expected::Point;
-using Expected::SameKind;
-using Expected::Separator;
-using Expected::SmallerNumber;
-using Expected::Value;
+using Kind = mathexpr::ExpressionDiagnostic::Kind;
+using mathexpr::Expected::ClosingBracket;
+using mathexpr::Expected::End;
+using mathexpr::Expected::InDomain;
+using mathexpr::Expected::KnownName;
+using mathexpr::Expected::NewName;
+using mathexpr::Expected::Number;
+using mathexpr::Expected::Operator;
+using mathexpr::Expected::OtherCount;
+using mathexpr::Expected::Point;
+using mathexpr::Expected::SameKind;
+using mathexpr::Expected::Separator;
+using mathexpr::Expected::SmallerNumber;
+using mathexpr::Expected::Value;
 
 constexpr std::uint32_t inBracket = Operator | ClosingBracket | Separator;
 constexpr std::uint32_t outside = Operator | End;
@@ -133,15 +133,15 @@ const Row rows[] = {
   "      ^^",                   3, Kind::Parsing,       9, L"pi",        outside},
 
 {L"foo(1)",
-  "^^^",                        4, Kind::Parsing,      10, L"foo",       Expected::Function},
+  "^^^",                        4, Kind::Parsing,      10, L"foo",       mathexpr::Expected::Function},
 {L"1 + f o o (1)",
-  "    ^^^^^",                  4, Kind::Parsing,      10, L"foo",       Expected::Function},
+  "    ^^^^^",                  4, Kind::Parsing,      10, L"foo",       mathexpr::Expected::Function},
 {L"2(3)",
-  "^",                          4, Kind::Parsing,      10, L"2",         Expected::Function},
+  "^",                          4, Kind::Parsing,      10, L"2",         mathexpr::Expected::Function},
 {L"y [1]",
-  "^^^",                        4, Kind::Parsing,      10, L"ypoint",    Expected::Function},
+  "^^^",                        4, Kind::Parsing,      10, L"ypoint",    mathexpr::Expected::Function},
 {L"[1]+2 [3]",
-  "    ^^^",                    4, Kind::Parsing,      10, L"2point",    Expected::Function},
+  "    ^^^",                    4, Kind::Parsing,      10, L"2point",    mathexpr::Expected::Function},
 
 {L"1+unk*2",
   "  ^^^",                      1, Kind::Parsing,      11, L"unk",       KnownName},
@@ -267,17 +267,16 @@ std::pair<std::uint32_t, std::uint32_t> spanOf(const std::string& underline)
 
 void defineNames(Session& session)
 {
-    ExpressionVariables variables(session.expression);
-    variables.set(L"x", number(2.5));
-    variables.set(L"zero", number(0));
-    variables.set(L"p", point(1, 2, 3));
+    mathexpr::setVariable(session.expression, L"x", number(2.5));
+    mathexpr::setVariable(session.expression, L"zero", number(0));
+    mathexpr::setVariable(session.expression, L"p", point(1, 2, 3));
     session.host.names[L"a.b"] = number(1);
 }
 
 class EveryFailure : public testing::TestWithParam<Row>
 {};
 
-void expectRecord(const Row& row, const ExpressionDiagnostic& diagnostic)
+void expectRecord(const Row& row, const mathexpr::ExpressionDiagnostic& diagnostic)
 {
     EXPECT_EQ(diagnostic.message, row.message);
     EXPECT_EQ(diagnostic.kind, row.kind);
@@ -296,13 +295,14 @@ TEST_P(EveryFailure, IsShownAndRecorded)
     const Outcome outcome = session.run(row.text);
 
     EXPECT_FALSE(outcome.evaluated);
-    const ExpressionDiagnostic diagnostic = session.diagnostic();
+    const mathexpr::ExpressionDiagnostic diagnostic = session.diagnostic();
     expectRecord(row, diagnostic);
     EXPECT_FALSE(diagnostic.text.empty());
     if (outcome.parsing)
     {
         // Raised in both modes, and never shown.
-        EXPECT_TRUE(row.code == ParsingError::OperatorMisplaced || row.code == ParsingError::ArgumentKind);
+        EXPECT_TRUE(row.code == mathexpr::ParsingError::OperatorMisplaced ||
+                    row.code == mathexpr::ParsingError::ArgumentKind);
         EXPECT_EQ(outcome.parsing->exID, row.code);
         EXPECT_EQ(outcome.messages, std::vector<std::uint32_t>{});
     }
@@ -321,14 +321,14 @@ TEST_P(EveryFailure, IsRaisedAndRecordedInSilence)
     const Outcome outcome = session.run(row.text);
 
     EXPECT_FALSE(outcome.evaluated);
-    const ExpressionDiagnostic diagnostic = session.diagnostic();
+    const mathexpr::ExpressionDiagnostic diagnostic = session.diagnostic();
     expectRecord(row, diagnostic);
     EXPECT_FALSE(diagnostic.text.empty());
     if (row.kind == Kind::Parsing)
     {
         ASSERT_TRUE(outcome.parsing);
         EXPECT_EQ(outcome.parsing->exID, row.code);
-        EXPECT_EQ(outcome.parsing->nbArgs, row.code == ParsingError::NoOverload ? row.nbArgs : 0U);
+        EXPECT_EQ(outcome.parsing->nbArgs, row.code == mathexpr::ParsingError::NoOverload ? row.nbArgs : 0U);
         if (!outcome.parsing->itemName.empty())
         {
             EXPECT_EQ(outcome.parsing->itemName, row.item);
@@ -356,11 +356,11 @@ TEST_P(EveryFailure, IsForgottenAfterASuccess)
     Session session(true);
     defineNames(session);
     session.run(GetParam().text);
-    EXPECT_TRUE(ExpressionDiagnostics(session.expression).hasFailed());
-    session.expression.dropAssignment();
+    EXPECT_TRUE(mathexpr::hasFailed(session.expression));
+    mathexpr::dropAssignment(session.expression);
     const Outcome outcome = session.run(L"1+1");
     EXPECT_TRUE(outcome.evaluated);
-    EXPECT_FALSE(ExpressionDiagnostics(session.expression).hasFailed());
+    EXPECT_FALSE(mathexpr::hasFailed(session.expression));
     EXPECT_EQ(session.diagnostic().message, 0U);
 }
 
@@ -409,18 +409,18 @@ TEST(Failures, NullIsAnEmptyText)
 {
     Session session(true);
     session.run(nullptr);
-    const ExpressionDiagnostic diagnostic = session.diagnostic();
-    EXPECT_EQ(diagnostic.code, std::uint32_t{ParsingError::NoExpression});
+    const mathexpr::ExpressionDiagnostic diagnostic = session.diagnostic();
+    EXPECT_EQ(diagnostic.code, std::uint32_t{mathexpr::ParsingError::NoExpression});
     EXPECT_EQ(diagnostic.length, 0U);
 }
 
 TEST(Failures, ANewObjectHasNone)
 {
     Session session(false);
-    EXPECT_FALSE(ExpressionDiagnostics(session.expression).hasFailed());
+    EXPECT_FALSE(mathexpr::hasFailed(session.expression));
     VALTYPE value;
     EXPECT_FALSE(session.expression.evaluate(value));
-    EXPECT_FALSE(ExpressionDiagnostics(session.expression).hasFailed());
+    EXPECT_FALSE(mathexpr::hasFailed(session.expression));
 }
 
 TEST(Failures, EvaluatingNothingStillTellsWhyThereIsNothing)
@@ -429,7 +429,7 @@ TEST(Failures, EvaluatingNothingStillTellsWhyThereIsNothing)
     session.run(L"1+");
     VALTYPE value;
     EXPECT_FALSE(session.expression.evaluate(value));
-    EXPECT_EQ(session.diagnostic().code, std::uint32_t{ParsingError::OperandMissing});
+    EXPECT_EQ(session.diagnostic().code, std::uint32_t{mathexpr::ParsingError::OperandMissing});
 }
 
 TEST(Failures, APendingNameOfAnEarlierTextHasNoPlace)
@@ -439,7 +439,7 @@ TEST(Failures, APendingNameOfAnEarlierTextHasNoPlace)
     const Outcome outcome = session.run(L"1+1");
     EXPECT_TRUE(outcome.compiled);
     EXPECT_FALSE(outcome.evaluated);
-    const ExpressionDiagnostic diagnostic = session.diagnostic();
+    const mathexpr::ExpressionDiagnostic diagnostic = session.diagnostic();
     EXPECT_EQ(diagnostic.kind, Kind::Definition);
     EXPECT_EQ(diagnostic.itemName, L"pi");
     EXPECT_EQ(diagnostic.length, 0U);
@@ -449,7 +449,7 @@ TEST(Failures, EachEvaluationHasItsOwn)
 {
     Session session(false);
     defineNames(session);
-    VALTYPE& x = *ExpressionVariables(session.expression).address(L"x");
+    VALTYPE& x = *mathexpr::getVariableAddress(session.expression, L"x");
     ASSERT_TRUE(session.expression.setExpression(L"1/x + sqrt(x)"));
     VALTYPE value;
     x = number(0);
@@ -472,7 +472,7 @@ TEST(Failures, MayBeAskedWhileTheMessageIsShown)
     std::uint32_t code = 0;
     session.shown.whileShown = [&] { code = session.diagnostic().code; };
     session.run(L"1+unk");
-    EXPECT_EQ(code, std::uint32_t{ParsingError::UnknownName});
+    EXPECT_EQ(code, std::uint32_t{mathexpr::ParsingError::UnknownName});
 }
 
 TEST(Failures, OfAnotherObjectWhileTheMessageIsShownDoNotMix)
@@ -482,7 +482,7 @@ TEST(Failures, OfAnotherObjectWhileTheMessageIsShownDoNotMix)
     session.shown.whileShown = [&] { EXPECT_FALSE(other.setExpression(L"sqrt(0)")); };
     session.run(L"1/0");
     EXPECT_EQ(session.diagnostic().message, 10U);
-    EXPECT_EQ(ExpressionDiagnostics(other).get().message, 12U);
+    EXPECT_EQ(mathexpr::getDiagnostic(other).message, 12U);
 }
 
 TEST(Failures, WhatTheHostThrowsLeavesNone)
@@ -494,9 +494,9 @@ TEST(Failures, WhatTheHostThrowsLeavesNone)
     };
     const Throwing host;
     MathExpression expression(true, &host);
-    EXPECT_THROW(expression.setExpression(L"1+"), ParsingException);
+    EXPECT_THROW(expression.setExpression(L"1+"), mathexpr::ParsingException);
     EXPECT_THROW(expression.setExpression(L"unk"), std::runtime_error);
-    EXPECT_FALSE(ExpressionDiagnostics(expression).hasFailed());
+    EXPECT_FALSE(mathexpr::hasFailed(expression));
 }
 
 TEST(Failures, OfAOneShotCalculator)
@@ -505,7 +505,7 @@ TEST(Failures, OfAOneShotCalculator)
     CMathExpr calculator;
     VALTYPE value;
     EXPECT_FALSE(calculator.Calculate(L"1 + 70", value, 10));
-    const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(calculator).get();
+    const mathexpr::ExpressionDiagnostic diagnostic = mathexpr::getDiagnostic(mathexpr::expressionOf(calculator));
     EXPECT_EQ(diagnostic.message, 19U);
     EXPECT_EQ(std::pair(diagnostic.start, diagnostic.length), spanOf("    ^^"));
 }

@@ -115,7 +115,7 @@ public:
             SMTParsingExcepData data;
             data.exID = 77;
             data.itemName = L"own";
-            throw ParsingException(1, 0, L"test", data);
+            throw mathexpr::ParsingException(1, 0, L"test", data);
         }
         return false;
     }
@@ -155,8 +155,8 @@ TEST_F(ForeignItem, ThatRefusesWithoutAReasonHasTheGeneralMessage)
 TEST_F(ForeignItem, ThatRaisesACodeOfItsOwnIsNotedWithIt)
 {
     define(Told::What::RaiseOwnCode);
-    EXPECT_THROW(compiler->compile(L"told(2)", assignTarget), ParsingException);
-    EXPECT_EQ(compiler->getFailure().kind, ExpressionDiagnostic::Kind::Parsing);
+    EXPECT_THROW(compiler->compile(L"told(2)", assignTarget), mathexpr::ParsingException);
+    EXPECT_EQ(compiler->getFailure().kind, mathexpr::ExpressionDiagnostic::Kind::Parsing);
     EXPECT_EQ(compiler->getFailure().code, 77U);
     EXPECT_EQ(compiler->getFailure().expected, 0U);
     EXPECT_EQ(compiler->getFailure().itemName, L"own");

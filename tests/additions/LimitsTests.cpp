@@ -29,35 +29,35 @@ std::uint32_t lengthOf(const std::string& underline)
     return static_cast<std::uint32_t>(underline.size()) - beginOf(underline);
 }
 
-void expectLimit(const Row& row, std::uint32_t ExpressionLimits::*measure, std::uint32_t code)
+void expectLimit(const Row& row, std::uint32_t mathexpr::ExpressionLimits::*measure, std::uint32_t code)
 {
     SCOPED_TRACE(std::wstring(row.text));
     Session session(true);
-    ExpressionVariables(session.expression).set(L"x", number(2));
-    ExpressionLimits limits;
+    mathexpr::setVariable(session.expression, L"x", number(2));
+    mathexpr::ExpressionLimits limits;
     limits.*measure = row.count;
-    ASSERT_TRUE(setLimits(session.expression, limits));
+    ASSERT_TRUE(mathexpr::setLimits(session.expression, limits));
     EXPECT_TRUE(session.run(row.text).evaluated);
-    session.expression.dropAssignment();
+    mathexpr::dropAssignment(session.expression);
 
     if (row.count == 1)
     {
         return;  // 0 is no limit
     }
     limits.*measure = row.count - 1;
-    setLimits(session.expression, limits);
+    mathexpr::setLimits(session.expression, limits);
     const Outcome outcome = session.run(row.text);
     ASSERT_TRUE(outcome.parsing);
     EXPECT_EQ(outcome.parsing->exID, code);
     EXPECT_EQ(outcome.parsing->pos, beginOf(row.excess));
     EXPECT_EQ(outcome.messages, std::vector<std::uint32_t>{});
-    const ExpressionDiagnostic diagnostic = session.diagnostic();
+    const mathexpr::ExpressionDiagnostic diagnostic = session.diagnostic();
     EXPECT_EQ(diagnostic.message, 3U);
-    EXPECT_EQ(diagnostic.kind, ExpressionDiagnostic::Kind::Parsing);
+    EXPECT_EQ(diagnostic.kind, mathexpr::ExpressionDiagnostic::Kind::Parsing);
     EXPECT_EQ(diagnostic.code, code);
     EXPECT_EQ(diagnostic.start, beginOf(row.excess));
     EXPECT_EQ(diagnostic.length, lengthOf(row.excess));
-    EXPECT_EQ(diagnostic.expected, std::uint32_t{Expected::Less});
+    EXPECT_EQ(diagnostic.expected, std::uint32_t{mathexpr::Expected::Less});
 }
 
 TEST(Limits, TextLengthCountsCharactersAsTyped)
@@ -77,7 +77,7 @@ TEST(Limits, TextLengthCountsCharactersAsTyped)
     };
     for (const Row& row : rows)
     {
-        expectLimit(row, &ExpressionLimits::textLength, ParsingError::TextTooLong);
+        expectLimit(row, &mathexpr::ExpressionLimits::maxTextLength, mathexpr::ParsingError::TextTooLong);
     }
 }
 
@@ -119,7 +119,7 @@ TEST(Limits, RecordsCountValuesOperatorsAndCalls)
     };
     for (const Row& row : rows)
     {
-        expectLimit(row, &ExpressionLimits::records, ParsingError::TooManyRecords);
+        expectLimit(row, &mathexpr::ExpressionLimits::maxRecords, mathexpr::ParsingError::TooManyRecords);
     }
 }
 
@@ -154,17 +154,17 @@ TEST(Limits, NestingCountsWhatIsOpenAtOnePlace)
     };
     for (const Row& row : rows)
     {
-        expectLimit(row, &ExpressionLimits::nesting, ParsingError::NestedTooDeep);
+        expectLimit(row, &mathexpr::ExpressionLimits::maxNesting, mathexpr::ParsingError::NestedTooDeep);
     }
 }
 
 TEST(Limits, AreOffUntilTheyAreSet)
 {
     Session session(true);
-    const ExpressionLimits limits = getLimits(session.expression);
-    EXPECT_EQ(limits.textLength, 0U);
-    EXPECT_EQ(limits.records, 0U);
-    EXPECT_EQ(limits.nesting, 0U);
+    const mathexpr::ExpressionLimits limits = mathexpr::getLimits(session.expression);
+    EXPECT_EQ(limits.maxTextLength, 0U);
+    EXPECT_EQ(limits.maxRecords, 0U);
+    EXPECT_EQ(limits.maxNesting, 0U);
     const std::wstring deep = std::wstring(50'000, L'(') + L"1" + std::wstring(50'000, L')');
     EXPECT_TRUE(session.run(deep.c_str()).evaluated);
 }
@@ -173,19 +173,19 @@ TEST(Limits, NothingIsDoneBeyondThem)
 {
     Session session(false);
     session.host.names[L"h"] = number(1);
-    ASSERT_TRUE(setLimits(session.expression, {0, 4, 0}));
+    ASSERT_TRUE(mathexpr::setLimits(session.expression, {0, 4, 0}));
     const Outcome outcome = session.run(L"a=h+h*h");
     EXPECT_FALSE(outcome.compiled);
     EXPECT_EQ(outcome.messages, std::vector<std::uint32_t>{3});
     EXPECT_EQ(session.host.asked, std::vector<std::wstring>{});
     EXPECT_TRUE(session.run(L"1+1").evaluated);
-    EXPECT_EQ(ExpressionVariables(session.expression).names(), std::vector<std::wstring>{});
+    EXPECT_EQ(mathexpr::getVariableNames(session.expression), std::vector<std::wstring>{});
 }
 
 TEST(Limits, ATextTooLongIsNotReadToItsEnd)
 {
     Session session(true);
-    setLimits(session.expression, {10, 0, 0});
+    mathexpr::setLimits(session.expression, {10, 0, 0});
     const std::wstring text(10'000'000, L'1');
     EXPECT_TRUE(session.run(text.c_str()).parsing);
     EXPECT_EQ(session.diagnostic().start, 10U);
@@ -195,22 +195,22 @@ TEST(Limits, ATextTooLongIsNotReadToItsEnd)
 TEST(Limits, OfTwoBrokenAtOnePlaceTheFirstIsTold)
 {
     Session session(true);
-    setLimits(session.expression, {0, 1, 1});
-    EXPECT_EQ(session.run(L"--1").parsing->exID, std::uint32_t{ParsingError::TooManyRecords});
-    setLimits(session.expression, {3, 1, 1});
-    EXPECT_EQ(session.run(L"--11").parsing->exID, std::uint32_t{ParsingError::TextTooLong});
+    mathexpr::setLimits(session.expression, {0, 1, 1});
+    EXPECT_EQ(session.run(L"--1").parsing->exID, std::uint32_t{mathexpr::ParsingError::TooManyRecords});
+    mathexpr::setLimits(session.expression, {3, 1, 1});
+    EXPECT_EQ(session.run(L"--11").parsing->exID, std::uint32_t{mathexpr::ParsingError::TextTooLong});
 }
 
 TEST(Limits, UnbalancedTextsAreCountedToo)
 {
     Session session(true);
-    setLimits(session.expression, {0, 100, 3});
+    mathexpr::setLimits(session.expression, {0, 100, 3});
     for (const wchar_t* text : {L")))))1", L"]]]](1", L",,,,", L"1)+2)-3)", L"-)-)-)-", L"====", L"e+e+e+", L"((", L""})
     {
         const Outcome outcome = session.run(text);
         ASSERT_TRUE(outcome.parsing);
         EXPECT_LT(outcome.parsing->exID, 17U) << testing::PrintToString(std::wstring(text));
-        session.expression.dropAssignment();
+        mathexpr::dropAssignment(session.expression);
     }
 }
 
@@ -232,17 +232,17 @@ TEST(Limits, TextsThatFailLaterAreCountedAsTheyStand)
     {
         SCOPED_TRACE(std::wstring(row.text));
         Session session(true);
-        setLimits(session.expression, {0, row.records, row.nesting});
+        mathexpr::setLimits(session.expression, {0, row.records, row.nesting});
         const Outcome outcome = session.run(row.text);
-        EXPECT_EQ(outcome.parsing && outcome.parsing->exID >= ParsingError::TextTooLong, row.isExceeded);
+        EXPECT_EQ(outcome.parsing && outcome.parsing->exID >= mathexpr::ParsingError::TextTooLong, row.isExceeded);
     }
 }
 
 TEST(Limits, ABracketIsTheRecordOfItsPoint)
 {
     Session session(true);
-    setLimits(session.expression, {0, 2, 0});
-    EXPECT_EQ(session.run(L"1+[2,3]").parsing->exID, std::uint32_t{ParsingError::TooManyRecords});
+    mathexpr::setLimits(session.expression, {0, 2, 0});
+    EXPECT_EQ(session.run(L"1+[2,3]").parsing->exID, std::uint32_t{mathexpr::ParsingError::TooManyRecords});
     EXPECT_EQ(session.diagnostic().start, 2U);
     EXPECT_EQ(session.diagnostic().length, 1U);
 }
@@ -252,8 +252,8 @@ TEST(Limits, OfAOneShotCalculatorAreSharedWithItsCopies)
     const MessageRecorder shown;
     CMathExpr calculator;
     CMathExpr copy(calculator);
-    ASSERT_TRUE(setLimits(calculator, {3, 0, 0}));
-    EXPECT_EQ(getLimits(copy).textLength, 3U);
+    ASSERT_TRUE(mathexpr::setLimits(mathexpr::expressionOf(calculator), {3, 0, 0}));
+    EXPECT_EQ(mathexpr::getLimits(mathexpr::expressionOf(copy)).maxTextLength, 3U);
     VALTYPE value;
     EXPECT_FALSE(copy.Calculate(L"1+11", value, 100));
     EXPECT_TRUE(copy.Calculate(L"1+1", value, 100));
@@ -263,10 +263,10 @@ TEST(Limits, CannotBeSetWhileACallWaitsForTheHost)
 {
     Session session(false);
     bool answer = true;
-    session.shown.whileShown = [&] { answer = setLimits(session.expression, {1, 1, 1}); };
+    session.shown.whileShown = [&] { answer = mathexpr::setLimits(session.expression, {1, 1, 1}); };
     session.run(L"1+");
     EXPECT_FALSE(answer);
-    EXPECT_EQ(getLimits(session.expression).textLength, 0U);
+    EXPECT_EQ(mathexpr::getLimits(session.expression).maxTextLength, 0U);
 }
 
 }

@@ -24,11 +24,11 @@ Outcome Session::run(const wchar_t* text)
         outcome.compiled = expression.setExpression(text);
         outcome.evaluated = outcome.compiled && expression.evaluate(outcome.value);
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
         outcome.parsing = exception.entries.front().data;
     }
-    catch (const DefinitionException& exception)
+    catch (const mathexpr::DefinitionException& exception)
     {
         outcome.definition = exception.entries.front().data;
     }

@@ -42,7 +42,7 @@ public:
     explicit Session(bool silent);
 
     Outcome run(const wchar_t* text);
-    ExpressionDiagnostic diagnostic() { return ExpressionDiagnostics(expression).get(); }
+    mathexpr::ExpressionDiagnostic diagnostic() { return mathexpr::getDiagnostic(expression); }
 
     Host host;
     MessageRecorder shown;

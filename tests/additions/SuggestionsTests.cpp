@@ -19,7 +19,7 @@ Names suggested(Session& session, const wchar_t* text)
     return session.diagnostic().suggestions;
 }
 
-class Offered final : public IMathExprNameSource
+class Offered final : public mathexpr::IMathExprNameSource
 {
 public:
     explicit Offered(Names offered) : names(std::move(offered)) {}
@@ -63,13 +63,13 @@ TEST(Suggestions, OfAnOverloadedFunctionComeOnce)
 TEST(Suggestions, ForAName)
 {
     Session session(true);
-    ExpressionVariables(session.expression).set(L"width", number(1));
+    mathexpr::setVariable(session.expression, L"width", number(1));
     EXPECT_EQ(suggested(session, L"Pi*2"), (Names{L"pi", L"PI"}));
     EXPECT_EQ(suggested(session, L"wdith*2"), Names{L"width"});
     EXPECT_EQ(suggested(session, L"sin+2"), (Names{L"sin", L"asin", L"sinh"}));  // the brackets were forgotten
     EXPECT_EQ(suggested(session, L"q+2"), Names{});
-    ExpressionVariables(session.expression).set(L"height", number(1));
-    ExpressionVariables(session.expression).set(L"k", number(1));
+    mathexpr::setVariable(session.expression, L"height", number(1));
+    mathexpr::setVariable(session.expression, L"k", number(1));
     EXPECT_EQ(suggested(session, L"wdith*2"), Names{L"width"});
     EXPECT_EQ(suggested(session, L"heigth*2"), Names{L"height"});
     EXPECT_EQ(suggested(session, L"kw+2"), Names{});  // nothing would be left of "k"
@@ -78,7 +78,7 @@ TEST(Suggestions, ForAName)
 TEST(Suggestions, BeforeABracketAreFunctionsOnly)
 {
     Session session(true);
-    ExpressionVariables(session.expression).set(L"width", number(1));
+    mathexpr::setVariable(session.expression, L"width", number(1));
     EXPECT_EQ(suggested(session, L"wdith(2)"), Names{});
 }
 
@@ -86,10 +86,10 @@ TEST(Suggestions, OfTheHost)
 {
     Session session(true);
     const Offered offered({L"height", L"weight"});
-    ExpressionDiagnostics(session.expression).setNameSource(&offered);
+    mathexpr::setNameSource(session.expression, &offered);
     EXPECT_EQ(suggested(session, L"heigth"), (Names{L"height", L"weight"}));
     EXPECT_EQ(suggested(session, L"eight"), (Names{L"height", L"weight"}));
-    ExpressionDiagnostics(session.expression).setNameSource(nullptr);
+    mathexpr::setNameSource(session.expression, nullptr);
     EXPECT_EQ(suggested(session, L"eight"), Names{});
 }
 
@@ -102,14 +102,14 @@ TEST(Suggestions, AreNotMadeForOtherFailures)
 
 TEST(Suggestions, WhatTheHostThrowsPasses)
 {
-    class Throwing final : public IMathExprNameSource
+    class Throwing final : public mathexpr::IMathExprNameSource
     {
     public:
         const wchar_t* getName(std::uint32_t) const override { throw std::runtime_error("host"); }
     };
     Session session(true);
     const Throwing source;
-    ExpressionDiagnostics(session.expression).setNameSource(&source);
+    mathexpr::setNameSource(session.expression, &source);
     session.run(L"unk");
     EXPECT_THROW(session.diagnostic(), std::runtime_error);
     EXPECT_TRUE(session.run(L"1+1").evaluated);
@@ -121,7 +121,7 @@ TEST(Suggestions, OfLongNamesTakeLinearTime)
     Session session(true);
     const std::wstring longName(1'000'000, L'x');
     const Offered offered({longName + L"y"});
-    ExpressionDiagnostics(session.expression).setNameSource(&offered);
+    mathexpr::setNameSource(session.expression, &offered);
     EXPECT_EQ(suggested(session, longName.c_str()), Names{longName + L"y"});
 }
 

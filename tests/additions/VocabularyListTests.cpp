@@ -12,11 +12,11 @@
 
 namespace {
 
-std::vector<VocabularyItem> allItems()
+std::vector<mathexpr::VocabularyItem> allItems()
 {
-    std::vector<VocabularyItem> items;
-    VocabularyItem item;
-    for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
+    std::vector<mathexpr::VocabularyItem> items;
+    mathexpr::VocabularyItem item;
+    for (std::uint32_t index = 0; mathexpr::getVocabularyItem(index, item); ++index)
     {
         items.push_back(item);
     }
@@ -25,36 +25,36 @@ std::vector<VocabularyItem> allItems()
 
 TEST(VocabularyList, HoldsConstantsThenOperatorsThenFunctions)
 {
-    const std::vector<VocabularyItem> items = allItems();
+    const std::vector<mathexpr::VocabularyItem> items = allItems();
     ASSERT_EQ(items.size(), 4U + 16U + 257U);
     for (std::size_t index = 0; index < items.size(); ++index)
     {
-        const VocabularyKind expected = index < 4    ? VocabularyKind::Constant
-                                        : index < 20 ? VocabularyKind::Operator
-                                                     : VocabularyKind::Function;
+        const mathexpr::VocabularyKind expected = index < 4    ? mathexpr::VocabularyKind::Constant
+                                                  : index < 20 ? mathexpr::VocabularyKind::Operator
+                                                               : mathexpr::VocabularyKind::Function;
         EXPECT_EQ(items[index].kind, expected) << index;
     }
 }
 
 TEST(VocabularyList, EndsWithoutTouchingTheRecord)
 {
-    VocabularyItem item{};
+    mathexpr::VocabularyItem item{};
     item.nbArgs = 77;
-    EXPECT_FALSE(getVocabularyItem(277, item));
-    EXPECT_FALSE(getVocabularyItem(0xFFFFFFFF, item));
+    EXPECT_FALSE(mathexpr::getVocabularyItem(277, item));
+    EXPECT_FALSE(mathexpr::getVocabularyItem(0xFFFFFFFF, item));
     EXPECT_EQ(item.nbArgs, 77U);
 }
 
 TEST(VocabularyList, TellsTheConstants)
 {
-    const std::vector<VocabularyItem> items = allItems();
+    const std::vector<mathexpr::VocabularyItem> items = allItems();
     const std::vector<std::pair<std::wstring, double>> expected{
         {L"pi", 3.14159265359}, {L"PI", 3.14159265359}, {L"e", 2.718281828459045}, {L"E", 2.718281828459045}};
     for (std::size_t index = 0; index < expected.size(); ++index)
     {
         EXPECT_EQ(items[index].symbol, expected[index].first);
         EXPECT_EQ(items[index].value, expected[index].second);
-        EXPECT_EQ(items[index].family, VocabularyFamily::Constants);
+        EXPECT_EQ(items[index].family, mathexpr::VocabularyFamily::Constants);
         EXPECT_TRUE(items[index].constant);
         EXPECT_EQ(items[index].className, std::wstring());
         EXPECT_EQ(items[index].help, std::wstring());
@@ -71,32 +71,32 @@ TEST(VocabularyList, TellsTheConstants)
 
 TEST(VocabularyList, TellsOperatorsAndFunctions)
 {
-    std::map<std::wstring, VocabularyItem> items;
-    for (const VocabularyItem& item : allItems())
+    std::map<std::wstring, mathexpr::VocabularyItem> items;
+    for (const mathexpr::VocabularyItem& item : allItems())
     {
         items[item.className] = item;
     }
-    const VocabularyItem& minus = items.at(L"UnaryMinusOp");
+    const mathexpr::VocabularyItem& minus = items.at(L"UnaryMinusOp");
     EXPECT_EQ(minus.symbol, std::wstring(L"-"));
     EXPECT_TRUE(minus.unary);
     EXPECT_EQ(minus.nbArgs, 1U);
-    const VocabularyItem& power = items.at(L"ExpOp");
+    const mathexpr::VocabularyItem& power = items.at(L"ExpOp");
     EXPECT_EQ(power.symbol, std::wstring(L"^"));
     EXPECT_FALSE(power.unary);
     EXPECT_EQ(power.nbArgs, 2U);
     EXPECT_GT(power.precedence, items.at(L"AddOp").precedence);
-    const VocabularyItem& sine = items.at(L"SinFct");
+    const mathexpr::VocabularyItem& sine = items.at(L"SinFct");
     EXPECT_EQ(sine.symbol, std::wstring(L"sin"));
     EXPECT_EQ(sine.help, std::wstring(L"sin(x)"));
     EXPECT_EQ(sine.description, std::wstring(L"Sine"));
     EXPECT_EQ(sine.precedence, 0);
     EXPECT_FALSE(sine.unary);
-    EXPECT_EQ(sine.family, VocabularyFamily::CoreMath);
+    EXPECT_EQ(sine.family, mathexpr::VocabularyFamily::CoreMath);
     EXPECT_TRUE(sine.constant);
     EXPECT_FALSE(items.at(L"RandFct").constant);
     EXPECT_EQ(items.at(L"MaxUndefFct").nbArgs, NB_ARGS_UNDEFINED);
-    EXPECT_EQ(items.at(L"M2cmFct").family, VocabularyFamily::Length);
-    EXPECT_EQ(items.at(L"dist").family, VocabularyFamily::Geometry);
+    EXPECT_EQ(items.at(L"M2cmFct").family, mathexpr::VocabularyFamily::Length);
+    EXPECT_EQ(items.at(L"dist").family, mathexpr::VocabularyFamily::Geometry);
 }
 
 /// Answers every name with a number.
@@ -115,19 +115,19 @@ TEST(VocabularyList, HoldsNothingThatAnExpressionCannotSay)
 {
     const AnyNumber host;
     MathExpression expression(true, &host);
-    for (const VocabularyItem& item : allItems())
+    for (const mathexpr::VocabularyItem& item : allItems())
     {
         std::wstring text = item.symbol;
-        if (item.kind == VocabularyKind::Operator)
+        if (item.kind == mathexpr::VocabularyKind::Operator)
         {
             text = item.unary ? text + L"x" : L"x" + text + L"x";
         }
-        else if (item.kind == VocabularyKind::Function && item.nbArgs == 0)
+        else if (item.kind == mathexpr::VocabularyKind::Function && item.nbArgs == 0)
         {
-            EXPECT_THROW(expression.setExpression((text + L"()").c_str()), ParsingException);
+            EXPECT_THROW(expression.setExpression((text + L"()").c_str()), mathexpr::ParsingException);
             continue;
         }
-        else if (item.kind == VocabularyKind::Function)
+        else if (item.kind == mathexpr::VocabularyKind::Function)
         {
             text += L"(x";
             const std::uint32_t nbArgs = item.nbArgs == NB_ARGS_UNDEFINED ? 5 : item.nbArgs;

@@ -124,17 +124,17 @@ protected:
     void SetUp() override
     {
         // Messages are of no interest here, but that they are shown with the host's words in force.
-        before = setMessageDisplay({[](void* context, std::uint32_t, const wchar_t*) {
-                                        static_cast<ControlWords*>(context)->whileShowing = Words::current();
-                                    },
-                                    this});
+        before = mathexpr::setMessageDisplay({[](void* context, std::uint32_t, const wchar_t*) {
+                                                  static_cast<ControlWords*>(context)->whileShowing = Words::current();
+                                              },
+                                              this});
     }
-    void TearDown() override { setMessageDisplay(before); }
+    void TearDown() override { mathexpr::setMessageDisplay(before); }
 
     Words whileShowing{};
 
 private:
-    MessageDisplay before;
+    mathexpr::ProcessMessageDisplay before;
 };
 
 TEST_P(ControlWords, NeitherTrapNorChangeAValue)
@@ -217,7 +217,7 @@ TEST_P(ControlWords, AreTheHostsInItsService)
 
 TEST_P(ControlWords, AreTheHostsInItsNameSource)
 {
-    struct Names : IMathExprNameSource
+    struct Names : mathexpr::IMathExprNameSource
     {
         mutable std::vector<Words> seen;
         bool throws = false;
@@ -237,15 +237,14 @@ TEST_P(ControlWords, AreTheHostsInItsNameSource)
         }
     } names;
     CMathExpr calculator;
-    ExpressionDiagnostics diagnostics(calculator);
-    diagnostics.setNameSource(&names);
+    mathexpr::setNameSource(mathexpr::expressionOf(calculator), &names);
     VALTYPE result;
-    ExpressionDiagnostic diagnostic;
+    mathexpr::ExpressionDiagnostic diagnostic;
     bool caught = false;
     EXPECT_EQ(wordsAfter(GetParam(),
                          [&] {
                              calculator.Calculate(L"wdith", result, 2147483647);
-                             diagnostic = diagnostics.get();
+                             diagnostic = mathexpr::getDiagnostic(mathexpr::expressionOf(calculator));
                          }),
               GetParam());
     EXPECT_EQ(names.seen, std::vector<Words>(6, GetParam()));
@@ -255,7 +254,7 @@ TEST_P(ControlWords, AreTheHostsInItsNameSource)
                          [&] {
                              try
                              {
-                                 diagnostics.get();
+                                 mathexpr::getDiagnostic(mathexpr::expressionOf(calculator));
                              }
                              catch (const std::runtime_error&)
                              {
@@ -282,7 +281,7 @@ TEST_P(ControlWords, AreTheHostsAfterAnException)
             {
                 work();
             }
-            catch (const ParsingException&)
+            catch (const mathexpr::ParsingException&)
             {
                 caught[index] = true;
                 inHandler[index] = Words::current();

@@ -5,6 +5,7 @@
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
 #include "tests/language/Hiding.h"
 #include "tests/language/RecordingService.h"
 #include "tests/language/VariableAccess.h"
@@ -106,21 +107,21 @@ Observed observe(Stage stage, MessageRecorder& recorder, Call call)
     {
         observed.ok = call(observed.value);
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
         const SMTParsingExcepData& data = exception.entries.front().data;
         observed.raised =
             ExpectedRecord{ExpectedRecord::Kind::Parsing, data.exID, data.pos, data.nbArgs, data.itemName, {},
                            exception.entries.size()};
         observed.misplaced =
-            misplacedIn(exception, data.exID == ParsingError::ArgumentKind ? L"MTParserLib/MTParserDefFuncs"
-                                                                           : L"MTParserLib/MTParserCompiler");
+            misplacedIn(exception, data.exID == mathexpr::ParsingError::ArgumentKind ? L"MTParserLib/MTParserDefFuncs"
+                                                                                     : L"MTParserLib/MTParserCompiler");
         if (data.reserved != 0 || !data.reservedName.empty())
         {
             observed.misplaced += ", a reserved field is set";
         }
     }
-    catch (const DefinitionException& exception)
+    catch (const mathexpr::DefinitionException& exception)
     {
         const SMTDefExcepData& data = exception.entries.front().data;
         observed.raised =
@@ -205,7 +206,7 @@ public:
             const Step& step = row.steps[i];
             if (step.kind == Step::Kind::DropAssignment)
             {
-                expression.dropAssignment();
+                mathexpr::dropAssignment(expression);
             }
             else if (!runStep(step, texts[i], expression, service))
             {
@@ -231,7 +232,7 @@ public:
             switch (step.kind)
             {
             case Step::Kind::DropAssignment:
-                calculator.dropAssignment();
+                mathexpr::dropAssignment(mathexpr::expressionOf(calculator));
                 break;
             case Step::Kind::Limit:
                 limit = step.limit;

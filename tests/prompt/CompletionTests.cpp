@@ -52,7 +52,7 @@ bool isAccepted(const std::string& text)
     {
         return object.setExpression(toWide(text)->c_str()) && object.evaluate(value);
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {
         return false;
     }
@@ -63,9 +63,9 @@ Words callsOf(const std::string& symbol)
 {
     Words calls;
     const bool takesPoints = std::set<std::string>{"dist", "nor", "vec", "vec1", "ill"}.contains(symbol);
-    for (const VocabularyItem& item : vocabularyItems())
+    for (const mathexpr::VocabularyItem& item : vocabularyItems())
     {
-        if (item.kind != VocabularyKind::Function || toUtf8(item.symbol) != symbol)
+        if (item.kind != mathexpr::VocabularyKind::Function || toUtf8(item.symbol) != symbol)
         {
             continue;
         }
@@ -182,9 +182,9 @@ TEST(Completion, OffersAFunctionWhereTheLibraryAcceptsACallOfIt)
                             {"[1,", "]"},    {"-", ""},       {"a=", ""},
                             {"2^", ""},      {"(1+", ")*2"},  {"ill([0,0],[2,2],", ",[2,0])"}};
     std::set<std::string> symbols;
-    for (const VocabularyItem& item : vocabularyItems())
+    for (const mathexpr::VocabularyItem& item : vocabularyItems())
     {
-        if (item.kind == VocabularyKind::Function)
+        if (item.kind == mathexpr::VocabularyKind::Function)
         {
             symbols.insert(toUtf8(item.symbol));
         }

@@ -88,13 +88,12 @@ Row evaluateAlone(const std::wstring& text, const Values& values)
         EXPECT_TRUE(expression.setExpression(text.c_str()));
         evaluated = expression.evaluate(row.value);
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {}
-    const ExpressionDiagnostics diagnostics(expression);
     // A name that cannot be assigned is no failure of the value, and bulk evaluation does not assign.
-    if (!evaluated && diagnostics.get().kind != ExpressionDiagnostic::Kind::Definition)
+    if (!evaluated && mathexpr::getDiagnostic(expression).kind != mathexpr::ExpressionDiagnostic::Kind::Definition)
     {
-        row.status = diagnostics.get().message;
+        row.status = mathexpr::getDiagnostic(expression).message;
     }
     return row;
 }
@@ -123,15 +122,15 @@ public:
         }
     }
 
-    std::vector<BulkColumn> bulkColumns() const
+    std::vector<mathexpr::BulkColumn> bulkColumns() const
     {
-        std::vector<BulkColumn> all;
+        std::vector<mathexpr::BulkColumn> all;
         for (const std::wstring& name : names)
         {
             const Column& column = columns.at(name);
-            BulkColumn bulk;
+            mathexpr::BulkColumn bulk;
             bulk.name = name.c_str();
-            bulk.kind = column.isPoint ? BulkKind::Point : BulkKind::Number;
+            bulk.kind = column.isPoint ? mathexpr::BulkKind::Point : mathexpr::BulkKind::Number;
             const auto [row, coordinate] = distances(column);
             bulk.stride = row * 8;
             bulk.coordinateStride = coordinate * 8;
@@ -223,16 +222,16 @@ protected:
                 return false;
             }
         }
-        catch (const ParsingException&)
+        catch (const mathexpr::ParsingException&)
         {
             return false;
         }
-        catch (const DefinitionException&)
+        catch (const mathexpr::DefinitionException&)
         {
             return false;
         }
         std::vector<std::wstring> columnNames;
-        for (const std::wstring& name : ExpressionVariables(expression).usedNames())
+        for (const std::wstring& name : mathexpr::getUsedNames(expression))
         {
             if (random.chance(85))
             {
@@ -244,15 +243,16 @@ protected:
             leaveTraces(expression);
         }
         const Table table(random, columnNames, nbRows, mayBePoints);
-        const std::vector<BulkColumn> columns = table.bulkColumns();
+        const std::vector<mathexpr::BulkColumn> columns = table.bulkColumns();
         std::vector<VALTYPE> values(nbRows);
         std::vector<std::uint32_t> status(nbRows, 77);
-        BulkResults results{values.data(), sizeof(VALTYPE), BulkKind::Record};
+        mathexpr::BulkResults results{values.data(), sizeof(VALTYPE), mathexpr::BulkKind::Record};
         results.status = status.data();
-        BulkOutcome outcome;
+        mathexpr::BulkOutcome outcome;
         std::srand(7);
         messages.take();
-        EXPECT_TRUE(evaluateBulk(expression, columns.data(), columns.size(), nbRows, results, nbThreads, outcome));
+        EXPECT_TRUE(
+            mathexpr::evaluateBulk(expression, columns.data(), columns.size(), nbRows, results, nbThreads, outcome));
         EXPECT_TRUE(messages.take().empty());
 
         std::size_t nbFailed = 0;
@@ -274,7 +274,7 @@ protected:
                 return true;
             }
         }
-        EXPECT_EQ(outcome.nbFailed, nbFailed);
+        EXPECT_EQ(outcome.failedCount, nbFailed);
         return true;
     }
 
@@ -287,9 +287,9 @@ protected:
             expression.evaluate(value);
             expression.evaluate(value);
         }
-        catch (const ParsingException&)
+        catch (const mathexpr::ParsingException&)
         {}
-        expression.dropAssignment();
+        mathexpr::dropAssignment(expression);
     }
 
     MessageRecorder messages;
@@ -327,7 +327,7 @@ TEST_F(BulkDifferential, AnyExpression)
 }
 
 /// A formula of items of the vocabulary, given numbers throughout.
-std::wstring numberFormula(Random& random, const std::vector<VocabularyItem>& items, std::size_t depth)
+std::wstring numberFormula(Random& random, const std::vector<mathexpr::VocabularyItem>& items, std::size_t depth)
 {
     if (depth == 0 || random.chance(10))
     {
@@ -335,9 +335,9 @@ std::wstring numberFormula(Random& random, const std::vector<VocabularyItem>& it
         return random.pick(leaves);
     }
     // Every other item is one of the arithmetic operators, which stand first.
-    const VocabularyItem& item = items[random.below(random.chance(50) ? 4 : items.size())];
+    const mathexpr::VocabularyItem& item = items[random.below(random.chance(50) ? 4 : items.size())];
     const auto operand = [&] { return numberFormula(random, items, depth - 1); };
-    if (item.kind == VocabularyKind::Operator)
+    if (item.kind == mathexpr::VocabularyKind::Operator)
     {
         return item.unary ? L"(" + std::wstring(item.symbol) + operand() + L")"
                           : L"(" + operand() + item.symbol + operand() + L")";
@@ -351,14 +351,15 @@ std::wstring numberFormula(Random& random, const std::vector<VocabularyItem>& it
     return text + L")";
 }
 
-std::vector<VocabularyItem> numberItems()
+std::vector<mathexpr::VocabularyItem> numberItems()
 {
-    std::vector<VocabularyItem> items;
-    VocabularyItem item;
-    for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
+    std::vector<mathexpr::VocabularyItem> items;
+    mathexpr::VocabularyItem item;
+    for (std::uint32_t index = 0; mathexpr::getVocabularyItem(index, item); ++index)
     {
         // "rand()" is a function that no expression can call.
-        if (item.kind != VocabularyKind::Constant && item.family != VocabularyFamily::Geometry && item.nbArgs != 0)
+        if (item.kind != mathexpr::VocabularyKind::Constant && item.family != mathexpr::VocabularyFamily::Geometry &&
+            item.nbArgs != 0)
         {
             items.push_back(item);
         }
@@ -368,7 +369,7 @@ std::vector<VocabularyItem> numberItems()
 
 TEST_F(BulkDifferential, FormulasOfNumbers)
 {
-    const std::vector<VocabularyItem> items = numberItems();
+    const std::vector<mathexpr::VocabularyItem> items = numberItems();
     const std::uint64_t first = reference::firstSeed();
     const std::uint64_t count = reference::fromEnvironment("MATHEXPR_DIFFERENTIAL_COUNT", 4000);
     std::size_t nbCompiled = 0;
@@ -388,11 +389,11 @@ TEST_F(BulkDifferential, FormulasOfNumbers)
 
 TEST_F(BulkDifferential, EveryItemOfNumbers)
 {
-    for (const VocabularyItem& item : numberItems())
+    for (const mathexpr::VocabularyItem& item : numberItems())
     {
         Random random(1);
         std::wstring text = item.symbol;
-        if (item.kind == VocabularyKind::Operator)
+        if (item.kind == mathexpr::VocabularyKind::Operator)
         {
             text = item.unary ? text + L"x" : L"x" + text + L"y";
         }
@@ -455,16 +456,16 @@ struct BulkRows
 };
 
 /// Evaluates into an array that may be a column's.
-BulkRows evaluateInto(std::vector<double>& results, MathExpression& expression, const std::vector<BulkColumn>& columns,
-                      BulkKind kind, std::size_t nbRows)
+BulkRows evaluateInto(std::vector<double>& results, MathExpression& expression,
+                      const std::vector<mathexpr::BulkColumn>& columns, mathexpr::BulkKind kind, std::size_t nbRows)
 {
     BulkRows rows;
     rows.status.resize(nbRows, 77);
-    const std::ptrdiff_t width = kind == BulkKind::Point ? 3 : 1;
-    BulkResults target{results.data(), width * static_cast<std::ptrdiff_t>(sizeof(double)), kind};
+    const std::ptrdiff_t width = kind == mathexpr::BulkKind::Point ? 3 : 1;
+    mathexpr::BulkResults target{results.data(), width * static_cast<std::ptrdiff_t>(sizeof(double)), kind};
     target.status = rows.status.data();
-    BulkOutcome outcome;
-    EXPECT_TRUE(evaluateBulk(expression, columns.data(), columns.size(), nbRows, target, 1, outcome));
+    mathexpr::BulkOutcome outcome;
+    EXPECT_TRUE(mathexpr::evaluateBulk(expression, columns.data(), columns.size(), nbRows, target, 1, outcome));
     for (const double value : results)
     {
         const double canonical = std::isnan(value) ? std::numeric_limits<double>::quiet_NaN() : value;
@@ -490,12 +491,12 @@ TEST_F(BulkDifferential, ResultsOnAColumnAreThoseBesideIt)
         const std::vector<double> z = numbersToRefuse(random, nbRows);
         const std::vector<double> q = numbersToRefuse(random, 3 * nbRows);
         constexpr std::ptrdiff_t pointStride = 3 * sizeof(double);
-        const std::vector<BulkColumn> columns = {{L"x", x.data()},
-                                                 {L"y", y.data()},
-                                                 {L"z", z.data()},
-                                                 {L"p", p.data(), pointStride, BulkKind::Point},
-                                                 {L"q", q.data(), pointStride, BulkKind::Point}};
-        const auto compareOn = [&](std::vector<double>& column, const wchar_t* text, BulkKind kind) {
+        const std::vector<mathexpr::BulkColumn> columns = {{L"x", x.data()},
+                                                           {L"y", y.data()},
+                                                           {L"z", z.data()},
+                                                           {L"p", p.data(), pointStride, mathexpr::BulkKind::Point},
+                                                           {L"q", q.data(), pointStride, mathexpr::BulkKind::Point}};
+        const auto compareOn = [&](std::vector<double>& column, const wchar_t* text, mathexpr::BulkKind kind) {
             MathExpression expression(true, &names);
             ASSERT_TRUE(expression.setExpression(text));
             const std::vector<double> before = column;
@@ -507,11 +508,11 @@ TEST_F(BulkDifferential, ResultsOnAColumnAreThoseBesideIt)
         };
         for (const wchar_t* text : texts)
         {
-            compareOn(x, text, BulkKind::Number);
+            compareOn(x, text, mathexpr::BulkKind::Number);
         }
         for (const wchar_t* text : pointTexts)
         {
-            compareOn(p, text, BulkKind::Point);
+            compareOn(p, text, mathexpr::BulkKind::Point);
         }
     }
 }

@@ -3,6 +3,7 @@
 
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
 #include "tests/language/VariableAccess.h"
 
 namespace reference {
@@ -21,12 +22,12 @@ Outcome observed(MessageRecorder& recorder, Call call)
     {
         outcome.returned = call();
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
         const SMTParsingExcepData& data = exception.entries.front().data;
         outcome.raised = Raised{Raised::Kind::Parsing, data.exID, data.pos, data.itemName, data.nbArgs, {}};
     }
-    catch (const DefinitionException& exception)
+    catch (const mathexpr::DefinitionException& exception)
     {
         const SMTDefExcepData& data = exception.entries.front().data;
         outcome.raised = Raised{Raised::Kind::Definition, data.exID, 0, data.itemName, 0, data.conflictItemName};
@@ -77,7 +78,7 @@ Outcome EngineSession::evaluate(const VALTYPE& result)
 
 void EngineSession::dropAssignment()
 {
-    expression.dropAssignment();
+    mathexpr::dropAssignment(expression);
 }
 
 bool EngineSession::changeVariable(const std::wstring& name, const VALTYPE& value)
@@ -87,7 +88,7 @@ bool EngineSession::changeVariable(const std::wstring& name, const VALTYPE& valu
         setVariable(expression, name, value);
         return true;
     }
-    catch (const DefinitionException&)
+    catch (const mathexpr::DefinitionException&)
     {
         return false;
     }
@@ -115,7 +116,7 @@ Outcome EngineCalculator::calculate(const std::wstring& text, const VALTYPE& res
 
 void EngineCalculator::dropAssignment(std::size_t copy)
 {
-    calculators[copy].dropAssignment();
+    mathexpr::dropAssignment(mathexpr::expressionOf(calculators[copy]));
 }
 
 void EngineCalculator::copy(std::size_t from)

@@ -67,9 +67,9 @@ TEST(RunState, ARefusedRunIsFinal)
 }
 
 /// A call or an operation of an item on the first of the names.
-std::wstring textOf(const VocabularyItem& item, std::size_t nbArgs, const std::vector<std::wstring>& names)
+std::wstring textOf(const mathexpr::VocabularyItem& item, std::size_t nbArgs, const std::vector<std::wstring>& names)
 {
-    if (item.kind == VocabularyKind::Operator)
+    if (item.kind == mathexpr::VocabularyKind::Operator)
     {
         return item.unary ? item.symbol + names[0] : names[0] + item.symbol + names[1];
     }
@@ -95,10 +95,10 @@ void setKinds(LongRun& run, const std::vector<std::wstring>& names, std::size_t 
 TEST(RunState, EveryItemWithEveryKindInEveryPlace)
 {
     const std::vector<std::wstring> names = {L"x", L"y", L"z", L"u"};
-    VocabularyItem item;
-    for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
+    mathexpr::VocabularyItem item;
+    for (std::uint32_t index = 0; mathexpr::getVocabularyItem(index, item); ++index)
     {
-        if (item.kind == VocabularyKind::Constant || !item.constant)
+        if (item.kind == mathexpr::VocabularyKind::Constant || !item.constant)
         {
             continue;
         }

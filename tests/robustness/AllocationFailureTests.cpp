@@ -41,7 +41,7 @@ public:
     }
 };
 
-class NameSource final : public IMathExprNameSource
+class NameSource final : public mathexpr::IMathExprNameSource
 {
 public:
     const wchar_t* getName(std::uint32_t index) const override { return index == 0 ? L"north" : nullptr; }
@@ -94,11 +94,11 @@ Outcome outcomeOf(const Operation& operation, Subject& subject)
     {
         outcome.outOfMemory = true;
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {
         outcome.raised = true;
     }
-    catch (const DefinitionException&)
+    catch (const mathexpr::DefinitionException&)
     {
         outcome.raised = true;
     }
@@ -113,11 +113,11 @@ bool sameBytes(const VALTYPE& left, const VALTYPE& right)
 void expectUsable(Subject& subject)
 {
     VALTYPE value;
-    subject.expression.dropAssignment();
-    setLimits(subject.expression, {});
+    mathexpr::dropAssignment(subject.expression);
+    mathexpr::setLimits(subject.expression, {});
     ASSERT_TRUE(subject.expression.setExpression(L"1+1") && subject.expression.evaluate(value));
     EXPECT_EQ(value.x, 2.0);
-    subject.calculator.dropAssignment();
+    mathexpr::dropAssignment(mathexpr::expressionOf(subject.calculator));
     ASSERT_TRUE(subject.calculator.Calculate(L"1+1", value, 1000));
     EXPECT_EQ(value.x, 2.0);
 }
@@ -198,30 +198,26 @@ Operation diagnosing(const std::wstring& text)
     return {"diagnosing " + std::string(text.begin(), text.end()),
             [text](Subject& subject) {
                 static const NameSource names;
-                ExpressionDiagnostics(subject.expression).setNameSource(&names);
+                mathexpr::setNameSource(subject.expression, &names);
                 outcomeOf(computing(text), subject);
-                ASSERT_TRUE(ExpressionDiagnostics(subject.expression).hasFailed());
+                ASSERT_TRUE(mathexpr::hasFailed(subject.expression));
             },
             [](Subject& subject) {
-                const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(subject.expression).get();
+                const mathexpr::ExpressionDiagnostic diagnostic = mathexpr::getDiagnostic(subject.expression);
                 return std::optional(number(static_cast<double>(diagnostic.message)));
             }};
 }
 
 /// Does something with the variables of a compiled width*height.
-Operation withVariables(const std::string& name, std::function<double(ExpressionVariables&)> work)
+Operation withVariables(const std::string& name, std::function<double(MathExpression&)> work)
 {
     return {name,
             [](Subject& subject) {
-                ExpressionVariables variables(subject.expression);
-                variables.set(L"width", number(2));
-                variables.set(L"height", number(3));
+                mathexpr::setVariable(subject.expression, L"width", number(2));
+                mathexpr::setVariable(subject.expression, L"height", number(3));
                 ASSERT_TRUE(subject.expression.setExpression(L"width*height+n1"));
             },
-            [work](Subject& subject) {
-                ExpressionVariables variables(subject.expression);
-                return std::optional(number(work(variables)));
-            }};
+            [work](Subject& subject) { return std::optional(number(work(subject.expression))); }};
 }
 
 Operation inBulk(const std::wstring& text, std::uint32_t nbThreads, std::size_t nbRows = 4096)
@@ -231,10 +227,10 @@ Operation inBulk(const std::wstring& text, std::uint32_t nbThreads, std::size_t 
             [nbThreads, nbRows](Subject& subject) {
                 static const std::array<double, 4096> column{};
                 static std::array<double, 4096> results;
-                const BulkColumn columns[] = {{L"n", column.data()}};
-                BulkOutcome outcome;
-                const bool done =
-                    evaluateBulk(subject.expression, columns, 1, nbRows, {results.data()}, nbThreads, outcome);
+                const mathexpr::BulkColumn columns[] = {{L"n", column.data()}};
+                mathexpr::BulkOutcome outcome;
+                const bool done = mathexpr::evaluateBulk(subject.expression, columns, 1, nbRows, {results.data()},
+                                                         nbThreads, outcome);
                 return done ? std::optional(number(results[nbRows - 1])) : std::nullopt;
             }};
 }
@@ -286,15 +282,16 @@ const std::vector<Operation>& operations()
         {
             list.push_back(diagnosing(text));
         }
-        list.push_back(withVariables("set anew", [](ExpressionVariables& variables) {
-            return variables.set(L"a_rather_long_name_of_a_variable", number(4)) ? 1.0 : 0.0;
+        list.push_back(withVariables("set anew", [](MathExpression& expression) {
+            return mathexpr::setVariable(expression, L"a_rather_long_name_of_a_variable", number(4)) ? 1.0 : 0.0;
         }));
-        list.push_back(withVariables("refuse", [](ExpressionVariables& variables) {
-            return variables.set(L"no name+", number(4)) ? 1.0 : 0.0;
+        list.push_back(withVariables("refuse", [](MathExpression& expression) {
+            return mathexpr::setVariable(expression, L"no name+", number(4)) ? 1.0 : 0.0;
         }));
-        list.push_back(withVariables("names", [](ExpressionVariables& variables) {
-            return static_cast<double>(variables.names().size() + variables.usedNames().size() +
-                                       variables.hostNames().size());
+        list.push_back(withVariables("names", [](MathExpression& expression) {
+            return static_cast<double>(mathexpr::getVariableNames(expression).size() +
+                                       mathexpr::getUsedNames(expression).size() +
+                                       mathexpr::getHostNames(expression).size());
         }));
         list.push_back(inBulk(L"n*2+sin(n)", 1));
         list.push_back(inBulk(L"n*2+sin(n)", 4));
@@ -317,7 +314,7 @@ const std::vector<Operation>& operations()
                             VALTYPE value;
                             subject.calculator.Calculate(L"12345678901234567890=5", value, 1000);
                             CMathExpr copy = subject.calculator;
-                            copy.dropAssignment();
+                            mathexpr::dropAssignment(mathexpr::expressionOf(copy));
                             return copy.Calculate(L"2*3", value, 1000) ? std::optional(value) : std::nullopt;
                         }});
         list.push_back({"calculate", nothing, [](Subject& subject) {
@@ -327,12 +324,12 @@ const std::vector<Operation>& operations()
                                        : std::nullopt;
                         }});
         list.push_back({"within limits", nothing, [](Subject& subject) {
-                            setLimits(subject.expression, {100, 100, 100});
+                            mathexpr::setLimits(subject.expression, {100, 100, 100});
                             return subject.expression.setExpression(L"(n1+(n2*(3-n4)))") ? valueOf(subject.expression)
                                                                                          : std::nullopt;
                         }});
         list.push_back({"beyond limits", nothing, [](Subject& subject) {
-                            setLimits(subject.expression, {100, 2, 100});
+                            mathexpr::setLimits(subject.expression, {100, 2, 100});
                             return subject.expression.setExpression(L"(n1+(n2*(3-n4)))") ? valueOf(subject.expression)
                                                                                          : std::nullopt;
                         }});
@@ -347,11 +344,11 @@ class Shortages : public testing::TestWithParam<Operation>
 protected:
     void SetUp() override
     {
-        before = setMessageDisplay({[](void*, std::uint32_t, const wchar_t*) {}, nullptr});
+        before = mathexpr::setMessageDisplay({[](void*, std::uint32_t, const wchar_t*) {}, nullptr});
     }
-    void TearDown() override { setMessageDisplay(before); }
+    void TearDown() override { mathexpr::setMessageDisplay(before); }
 
-    MessageDisplay before;
+    mathexpr::ProcessMessageDisplay before;
 };
 
 TEST_P(Shortages, AreReportedOrHarmless)
@@ -378,10 +375,10 @@ std::size_t nbMadeInBulk(std::size_t nbRows, std::uint32_t nbThreads)
     EXPECT_TRUE(expression.setExpression(L"n*2"));
     const std::vector<double> column(nbRows);
     std::vector<double> results(nbRows);
-    const BulkColumn columns[] = {{L"n", column.data()}};
-    BulkOutcome outcome;
+    const mathexpr::BulkColumn columns[] = {{L"n", column.data()}};
+    mathexpr::BulkOutcome outcome;
     const std::size_t before = memory::nbMade();
-    EXPECT_TRUE(evaluateBulk(expression, columns, 1, nbRows, {results.data()}, nbThreads, outcome));
+    EXPECT_TRUE(mathexpr::evaluateBulk(expression, columns, 1, nbRows, {results.data()}, nbThreads, outcome));
     return memory::nbMade() - before;
 }
 

@@ -26,23 +26,23 @@ using Work = bool (*)();
 bool computeThroughClasses()
 {
     MathExpression expression(true, nullptr);
-    ExpressionVariables(expression).set(L"x", VALTYPE());
+    mathexpr::setVariable(expression, L"x", VALTYPE());
     const double xs[] = {1.0, 4.0, 9.0};
     double roots[3] = {};
-    BulkResults results;
+    mathexpr::BulkResults results;
     results.data = roots;
-    const BulkColumn columns[] = {{L"x", xs}};
-    BulkOutcome outcome;
-    bool right = expression.setExpression(L"sqrt(x)") && evaluateBulk(expression, columns, 1, 3, results, 0, outcome) &&
-                 roots[2] == 3.0;
+    const mathexpr::BulkColumn columns[] = {{L"x", xs}};
+    mathexpr::BulkOutcome outcome;
+    bool right = expression.setExpression(L"sqrt(x)") &&
+                 mathexpr::evaluateBulk(expression, columns, 1, 3, results, 0, outcome) && roots[2] == 3.0;
     try
     {
         expression.setExpression(L"sine(30)");
         right = false;
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {
-        right = right && ExpressionDiagnostics(expression).get().suggestions.front() == L"sin";
+        right = right && mathexpr::getDiagnostic(expression).suggestions.front() == L"sin";
     }
     CMathExpr calculator;
     VALTYPE sum;

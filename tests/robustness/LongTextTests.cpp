@@ -2,6 +2,7 @@
 // all of the failure that is expected, and an object that can be used again.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
 #include "tests/reference/ReferenceEvaluator.h"
 #include "tests/robustness/LongTexts.h"
 #include "tests/robustness/SmallStack.h"
@@ -74,11 +75,11 @@ TEST_P(LongTexts, CompileAndEvaluateOnASmallStack)
                 expression.evaluate(found.value);
             }
         }
-        catch (const ParsingException& exception)
+        catch (const mathexpr::ParsingException& exception)
         {
             found.failure = exception.entries.front().data;
         }
-        expression.dropAssignment();
+        mathexpr::dropAssignment(expression);
         expression.setExpression(L"1+1");
         expression.evaluate(afterwards);
     });

@@ -61,9 +61,9 @@ private:
         expect(std::abs(value.x - (own * own + 1.5)) < 1e-12);
         expect(expression.setExpression(L"area/25") && expression.evaluate(value));
         expect(std::abs(value.x - (own * own + 1.5) / 25.0) < 1e-12);
-        ExpressionVariables variables(expression);
-        expect(variables.set(L"area", number(100.0)) && expression.evaluate(value) && value.x == 4.0);
-        expect(variables.remove(L"area") && !expression.evaluate(value));
+        expect(mathexpr::setVariable(expression, L"area", number(100.0)) && expression.evaluate(value) &&
+               value.x == 4.0);
+        expect(mathexpr::removeVariable(expression, L"area") && !expression.evaluate(value));
     }
 
     void fail()
@@ -76,20 +76,20 @@ private:
                 expression.setExpression(text);
                 expect(false);
             }
-            catch (const ParsingException& exception)
+            catch (const mathexpr::ParsingException& exception)
             {
                 expect(!exception.entries.empty());
             }
-            expect(ExpressionDiagnostics(expression).hasFailed());
+            expect(mathexpr::hasFailed(expression));
         }
         try
         {
             expression.setExpression(L"sinn(30)");
             expect(false);
         }
-        catch (const ParsingException&)
+        catch (const mathexpr::ParsingException&)
         {
-            const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(expression).get();
+            const mathexpr::ExpressionDiagnostic diagnostic = mathexpr::getDiagnostic(expression);
             expect(!diagnostic.suggestions.empty() && diagnostic.suggestions.front() == L"sin");
         }
     }
@@ -103,7 +103,7 @@ private:
         expect(nbShown == 1);
         expect(!expression.setExpression(L"1/0") && nbShown == 2);
         expect(expression.setExpression(L"pi=3") && !expression.evaluate(value) && nbShown == 3);
-        expression.dropAssignment();
+        mathexpr::dropAssignment(expression);
         expect(expression.setExpression(L"1+1") && expression.evaluate(value) && value.x == 2.0);
     }
 
@@ -119,13 +119,13 @@ private:
     void limit()
     {
         MathExpression expression(true, nullptr);
-        ExpressionLimits limits;
-        limits.nesting = 3;
-        expect(setLimits(expression, limits));
+        mathexpr::ExpressionLimits limits;
+        limits.maxNesting = 3;
+        expect(mathexpr::setLimits(expression, limits));
         expect(expression.setExpression(L"(((1)))"));
-        EXPECT_THROW(expression.setExpression(L"((((1))))"), ParsingException);
-        VocabularyItem item;
-        for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
+        EXPECT_THROW(expression.setExpression(L"((((1))))"), mathexpr::ParsingException);
+        mathexpr::VocabularyItem item;
+        for (std::uint32_t index = 0; mathexpr::getVocabularyItem(index, item); ++index)
         {
             expect(item.symbol != nullptr);
         }
@@ -141,16 +141,18 @@ private:
             xs[row] = static_cast<double>(row) + own;
         }
         MathExpression expression(true, nullptr);
-        ExpressionVariables(expression).set(L"x", number(0.0));
+        mathexpr::setVariable(expression, L"x", number(0.0));
         expect(expression.setExpression(L"2*x+1"));
-        const BulkColumn column{L"x", xs.data()};
-        BulkOutcome outcome;
-        expect(evaluateBulk(expression, &column, 1, nbRows, {results.data()}, 2, outcome) && outcome.nbFailed == 0);
+        const mathexpr::BulkColumn column{L"x", xs.data()};
+        mathexpr::BulkOutcome outcome;
+        expect(mathexpr::evaluateBulk(expression, &column, 1, nbRows, {results.data()}, 2, outcome) &&
+               outcome.failedCount == 0);
         expect(results.front() == 2.0 * own + 1.0 && results.back() == 2.0 * xs.back() + 1.0);
 
         // One row after the other in each thread, since points are among it.
         expect(expression.setExpression(L"[x,1,2]*[2,1,0]"));
-        expect(evaluateBulk(expression, &column, 1, nbRows, {results.data()}, 2, outcome) && outcome.nbFailed == 0);
+        expect(mathexpr::evaluateBulk(expression, &column, 1, nbRows, {results.data()}, 2, outcome) &&
+               outcome.failedCount == 0);
         expect(results.front() == 2.0 * own + 1.0 && results.back() == 2.0 * xs.back() + 1.0);
     }
 
@@ -160,7 +162,7 @@ private:
 
 TEST(Threads, WorkOnObjectsOfTheirOwn)
 {
-    const MessageDisplay previous = setMessageDisplay({countHere, nullptr});
+    const mathexpr::ProcessMessageDisplay previous = mathexpr::setMessageDisplay({countHere, nullptr});
     std::atomic<int> nbWrong = 0;
     std::vector<std::thread> threads;
     for (int number = 1; number <= nbThreads; ++number)
@@ -176,7 +178,7 @@ TEST(Threads, WorkOnObjectsOfTheirOwn)
     {
         thread.join();
     }
-    setMessageDisplay(previous);
+    mathexpr::setMessageDisplay(previous);
     EXPECT_EQ(nbWrong, 0);
 }
 

@@ -56,7 +56,7 @@ bool compile(MathExpression& expression, const std::wstring& text)
     {
         return expression.setExpression(text.c_str());
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {
         return false;
     }
@@ -68,7 +68,7 @@ bool evaluate(MathExpression& expression, VALTYPE& value)
     {
         return expression.evaluate(value);
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {
         return false;
     }
@@ -100,27 +100,27 @@ bool readValuesOf(const std::wstring& text)
     first.read();
     second.read();
 
-    ExpressionVariables variables(expression);
     Unwritten<VALTYPE> kept;
-    if (!variables.get(L"kept", kept.get()))
+    if (!mathexpr::getVariable(expression, L"kept", kept.get()))
     {
         return false;
     }
     kept.read();
-    readBytes(variables.address(L"kept"), sizeof(VALTYPE));
-    for (const std::wstring& name : variables.names())
+    readBytes(mathexpr::getVariableAddress(expression, L"kept"), sizeof(VALTYPE));
+    for (const std::wstring& name : mathexpr::getVariableNames(expression))
     {
-        readBytes(variables.address(name.c_str()), sizeof(VALTYPE));
+        readBytes(mathexpr::getVariableAddress(expression, name.c_str()), sizeof(VALTYPE));
     }
 
     Unwritten<std::array<VALTYPE, 3>> rows;
-    BulkOutcome outcome;
-    if (!evaluateBulk(expression, nullptr, 0, 3, {rows.get().data(), sizeof(VALTYPE), BulkKind::Record}, 0, outcome))
+    mathexpr::BulkOutcome outcome;
+    if (!mathexpr::evaluateBulk(expression, nullptr, 0, 3,
+                                {rows.get().data(), sizeof(VALTYPE), mathexpr::BulkKind::Record}, 0, outcome))
     {
         return false;
     }
     rows.read();
-    return outcome.nbFailed == 0;
+    return outcome.failedCount == 0;
 }
 
 /// One argument: a number or a point, written out or as a variable, each place with values of its own.
@@ -134,9 +134,9 @@ const wchar_t* argument(std::size_t place, bool isPoint, bool isVariable)
                    : (isVariable ? namesOfNumbers[place] : numbers[place]);
 }
 
-std::wstring textOf(const VocabularyItem& item, std::size_t nbArgs, std::size_t pointMask, bool isVariable)
+std::wstring textOf(const mathexpr::VocabularyItem& item, std::size_t nbArgs, std::size_t pointMask, bool isVariable)
 {
-    const bool isOperator = item.kind == VocabularyKind::Operator;
+    const bool isOperator = item.kind == mathexpr::VocabularyKind::Operator;
     std::wstring text = isOperator && !item.unary ? L"" : item.symbol;
     text += L'(';
     for (std::size_t place = 0; place < nbArgs; ++place)
@@ -148,9 +148,9 @@ std::wstring textOf(const VocabularyItem& item, std::size_t nbArgs, std::size_t 
 }
 
 /// @return whether the item gave a value for arguments of some kind
-bool readValuesOf(const VocabularyItem& item)
+bool readValuesOf(const mathexpr::VocabularyItem& item)
 {
-    if (item.kind == VocabularyKind::Constant)
+    if (item.kind == mathexpr::VocabularyKind::Constant)
     {
         return readValuesOf(item.symbol);
     }
@@ -215,13 +215,13 @@ int main(int count, char** arguments)
         record.read();
         return 0;
     }
-    setMessageDisplay({[](void*, std::uint32_t, const wchar_t*) {}, nullptr});
+    mathexpr::setMessageDisplay({[](void*, std::uint32_t, const wchar_t*) {}, nullptr});
     std::size_t nbItems = 0;
     std::size_t nbWithoutValue = 0;
-    VocabularyItem item;
-    for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
+    mathexpr::VocabularyItem item;
+    for (std::uint32_t index = 0; mathexpr::getVocabularyItem(index, item); ++index)
     {
-        if (item.kind == VocabularyKind::Function && item.nbArgs == 0)
+        if (item.kind == mathexpr::VocabularyKind::Function && item.nbArgs == 0)
         {
             continue;  // no text can say it: empty brackets are refused
         }

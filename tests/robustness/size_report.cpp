@@ -56,7 +56,7 @@ Cost costOf(const std::wstring& text)
                 std::abort();  // the tests say what comes of each text
             }
         }
-        catch (const ParsingException&)
+        catch (const mathexpr::ParsingException&)
         {
             // of those, too
         }

@@ -4,17 +4,17 @@
 
 struct MessageRecorder::Source
 {
-    explicit Source(MessageRecorder* recorder) : before(setMessageDisplay({&show, recorder})) {}
+    explicit Source(MessageRecorder* recorder) : before(mathexpr::setMessageDisplay({&show, recorder})) {}
     Source(const Source&) = delete;
     Source& operator=(const Source&) = delete;
-    ~Source() { setMessageDisplay(before); }
+    ~Source() { mathexpr::setMessageDisplay(before); }
 
     static void show(void* recorder, std::uint32_t id, const wchar_t* text)
     {
         static_cast<MessageRecorder*>(recorder)->record(id, text);
     }
 
-    MessageDisplay before;
+    mathexpr::ProcessMessageDisplay before;
 };
 
 MessageRecorder::MessageRecorder() : source(std::make_unique<Source>(this)) {}

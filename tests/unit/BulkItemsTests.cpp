@@ -120,14 +120,14 @@ TEST_F(BulkItems, MayRefuseARowWithoutAReason)
     EXPECT_EQ(evaluate(L"watch(x)", {1, -2, 3, -4}, 1)[2], 6.0);
     EXPECT_EQ(tally.nbFailed, 2U);
     EXPECT_EQ(tally.firstFailed, 1U);
-    EXPECT_EQ(tally.firstStatus, std::uint32_t{RowStatus::ArgumentsRefused});
+    EXPECT_EQ(tally.firstStatus, std::uint32_t{mathexpr::RowStatus::ArgumentsRefused});
 }
 
 TEST_F(BulkItems, DoNotRefuseForTheReasonOfAnotherItem)
 {
     registrar.defineFunction(new Divider, true);
     evaluate(L"divider(x)", {1}, 1);
-    EXPECT_EQ(tally.firstStatus, std::uint32_t{RowStatus::ArgumentsRefused});
+    EXPECT_EQ(tally.firstStatus, std::uint32_t{mathexpr::RowStatus::ArgumentsRefused});
 }
 
 TEST_F(BulkItems, VariablesAreAskedForEveryRow)

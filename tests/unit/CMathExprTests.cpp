@@ -1,6 +1,7 @@
 // CMathExprTests.cpp - copies of a calculator share variables and program, and any of them may be destroyed first.
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
 #include "tests/support/MessageRecorder.h"
 
 #include <gtest/gtest.h>
@@ -41,10 +42,10 @@ TEST(Calculator, PassesAParsingExceptionOn)
     MessageRecorder recorder;
     CMathExpr calculator;
     VALTYPE value;
-    EXPECT_THROW(calculator.Calculate(L"sin([1,2,3])", value, anyInteger), ParsingException);
-    EXPECT_THROW(calculator.Calculate(L"(1)(2)", value, anyInteger), ParsingException);
+    EXPECT_THROW(calculator.Calculate(L"sin([1,2,3])", value, anyInteger), mathexpr::ParsingException);
+    EXPECT_THROW(calculator.Calculate(L"(1)(2)", value, anyInteger), mathexpr::ParsingException);
     valueOf(calculator, L"p=[1,2,3]");
-    EXPECT_THROW(calculator.Calculate(L"sin(p)", value, anyInteger), ParsingException);
+    EXPECT_THROW(calculator.Calculate(L"sin(p)", value, anyInteger), mathexpr::ParsingException);
     EXPECT_EQ(recorder.take(), Ids{});
     EXPECT_EQ(valueOf(calculator, L"2+3"), 5.0);
 }
@@ -184,7 +185,7 @@ TEST(Calculator, DropsAPendingAssignment)
     CMathExpr calculator;
     VALTYPE value;
     EXPECT_FALSE(calculator.Calculate(L"a=1/0", value, anyInteger));
-    calculator.dropAssignment();
+    mathexpr::dropAssignment(mathexpr::expressionOf(calculator));
     EXPECT_EQ(valueOf(calculator, L"4"), 4.0);
     EXPECT_FALSE(calculator.Calculate(L"a", value, anyInteger));
     EXPECT_EQ(recorder.take(), (Ids{10, 1}));

@@ -42,7 +42,7 @@ std::uint32_t codeOf(const std::wstring& text)
     {
         expression.setExpression(text.c_str());
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
         return exception.entries.front().data.exID;
     }
@@ -100,14 +100,14 @@ TEST(Depth, LongTokensAndShorthands)
 
 TEST(Depth, WhatDoesNotCompile)
 {
-    EXPECT_EQ(codeOf(repeated(L"(")), ParsingError::BracketNotClosed);
-    EXPECT_EQ(codeOf(repeated(L"(") + L"1"), ParsingError::BracketNotClosed);
-    EXPECT_EQ(codeOf(L"1" + repeated(L")")), ParsingError::ClosingWithoutOpening);
-    EXPECT_EQ(codeOf(repeated(L"-")), ParsingError::OperandMissing);
-    EXPECT_EQ(codeOf(repeated(L"1+")), ParsingError::OperandMissing);
-    EXPECT_EQ(codeOf(repeated(L"abs(") + L"1"), ParsingError::BracketNotClosed);
-    EXPECT_EQ(codeOf(repeated(L"a")), ParsingError::UnknownName);
-    EXPECT_EQ(codeOf(repeated(L"1+", depth) + L"unk"), ParsingError::UnknownName);
+    EXPECT_EQ(codeOf(repeated(L"(")), mathexpr::ParsingError::BracketNotClosed);
+    EXPECT_EQ(codeOf(repeated(L"(") + L"1"), mathexpr::ParsingError::BracketNotClosed);
+    EXPECT_EQ(codeOf(L"1" + repeated(L")")), mathexpr::ParsingError::ClosingWithoutOpening);
+    EXPECT_EQ(codeOf(repeated(L"-")), mathexpr::ParsingError::OperandMissing);
+    EXPECT_EQ(codeOf(repeated(L"1+")), mathexpr::ParsingError::OperandMissing);
+    EXPECT_EQ(codeOf(repeated(L"abs(") + L"1"), mathexpr::ParsingError::BracketNotClosed);
+    EXPECT_EQ(codeOf(repeated(L"a")), mathexpr::ParsingError::UnknownName);
+    EXPECT_EQ(codeOf(repeated(L"1+", depth) + L"unk"), mathexpr::ParsingError::UnknownName);
 }
 
 TEST(Depth, LeavesTheObjectUsable)

@@ -14,7 +14,7 @@ namespace {
 
 TEST(Exceptions, HoldOneEntryWhereTheyAreRaised)
 {
-    const DefinitionException exception(12, 0, L"file", SMTDefExcepData{3, L"item", L"conflict"});
+    const mathexpr::DefinitionException exception(12, 0, L"file", SMTDefExcepData{3, L"item", L"conflict"});
     ASSERT_EQ(exception.entries.size(), 1u);
     EXPECT_EQ(exception.entries[0].line, 12u);
     EXPECT_EQ(exception.entries[0].reserved, 0u);
@@ -26,7 +26,7 @@ TEST(Exceptions, HoldOneEntryWhereTheyAreRaised)
 
 TEST(Exceptions, PutANewEntryInFrontOfTheOthers)
 {
-    ParsingException exception(1, 0, L"first", SMTParsingExcepData{7, 4, L"item", 2, 0, L""});
+    mathexpr::ParsingException exception(1, 0, L"first", SMTParsingExcepData{7, 4, L"item", 2, 0, L""});
     exception.addEntry(2, 0, L"second", exception.entries.front().data);
     exception.addEntry(3, 5, L"third", SMTParsingExcepData{});
     ASSERT_EQ(exception.entries.size(), 3u);
@@ -41,15 +41,15 @@ TEST(Exceptions, PutANewEntryInFrontOfTheOthers)
 
 TEST(Exceptions, OwnTheirStringsWhenCopied)
 {
-    auto source = std::make_unique<DefinitionException>(1, 0, L"a file name too long to be kept inside a string object",
-                                                        SMTDefExcepData{0, L"item", L"conflict"});
-    const DefinitionException copy = *source;
-    DefinitionException assigned(9, 0, L"", SMTDefExcepData{});
+    auto source = std::make_unique<mathexpr::DefinitionException>(
+        1, 0, L"a file name too long to be kept inside a string object", SMTDefExcepData{0, L"item", L"conflict"});
+    const mathexpr::DefinitionException copy = *source;
+    mathexpr::DefinitionException assigned(9, 0, L"", SMTDefExcepData{});
     assigned = *source;
     source->entries.front().file.assign(source->entries.front().file.size(), L'x');
     source->addEntry(2, 0, L"later", SMTDefExcepData{});
     source.reset();
-    for (const DefinitionException& kept : {copy, assigned})
+    for (const mathexpr::DefinitionException& kept : {copy, assigned})
     {
         ASSERT_EQ(kept.entries.size(), 1u);
         EXPECT_EQ(kept.entries[0].file, L"a file name too long to be kept inside a string object");
@@ -60,10 +60,10 @@ TEST(Exceptions, OwnTheirStringsWhenCopied)
 
 TEST(Exceptions, AreThrownByValueAndAreNothingElse)
 {
-    EXPECT_FALSE((std::is_base_of_v<std::exception, ParsingException>));
-    EXPECT_FALSE(std::is_polymorphic_v<ParsingException>);
-    EXPECT_EQ(sizeof(ParsingException), sizeof(std::vector<ParsingException::Entry>));
-    EXPECT_THROW(throw ParsingException(1, 0, L"", SMTParsingExcepData{}), ParsingException);
+    EXPECT_FALSE((std::is_base_of_v<std::exception, mathexpr::ParsingException>));
+    EXPECT_FALSE(std::is_polymorphic_v<mathexpr::ParsingException>);
+    EXPECT_EQ(sizeof(mathexpr::ParsingException), sizeof(std::vector<mathexpr::ParsingException::Entry>));
+    EXPECT_THROW(throw mathexpr::ParsingException(1, 0, L"", SMTParsingExcepData{}), mathexpr::ParsingException);
 }
 
 TEST(Exceptions, HaveEmptyRecordsByDefault)
@@ -128,7 +128,7 @@ TEST(Exceptions, OfTheCompilerCarryWhatIsAtFault)
                 expression.setExpression(expected.text);
                 ADD_FAILURE() << "nothing was raised";
             }
-            catch (const ParsingException& exception)
+            catch (const mathexpr::ParsingException& exception)
             {
                 ASSERT_EQ(exception.entries.size(), 1u);
                 const auto& entry = exception.entries.front();
@@ -153,16 +153,16 @@ TEST(Exceptions, OfAVariableThatIsSetTellTheOutermostLayerOnly)
     MathExpression expression(true, nullptr);
     try
     {
-        ExpressionVariables(expression).set(L"a.b", VALTYPE{});
+        mathexpr::setVariable(expression, L"a.b", VALTYPE{});
         FAIL() << "nothing was raised";
     }
-    catch (const DefinitionException& exception)
+    catch (const mathexpr::DefinitionException& exception)
     {
         ASSERT_EQ(exception.entries.size(), 1u);
         EXPECT_EQ(exception.entries[0].file, L"MTParserLib/MTParser");
         EXPECT_EQ(exception.entries[0].line, 424u);
         EXPECT_EQ(exception.entries[0].reserved, 0u);
-        EXPECT_EQ(exception.entries[0].data.exID, DefinitionError::VariableContainsSyntaxCharacter);
+        EXPECT_EQ(exception.entries[0].data.exID, mathexpr::DefinitionError::VariableContainsSyntaxCharacter);
         EXPECT_EQ(exception.entries[0].data.itemName, L"a.b");
         EXPECT_EQ(exception.entries[0].data.conflictItemName, L".");
     }
@@ -177,7 +177,7 @@ TEST(Exceptions, OfANameThatCannotBeAVariableTellEveryLayer)
         expression.setExpression(L"1+a.b");
         FAIL() << "nothing was raised";
     }
-    catch (const DefinitionException& exception)
+    catch (const mathexpr::DefinitionException& exception)
     {
         const wchar_t* const files[] = {compiler, L"MTParserLib/MTParserRegistrar", L"MTParserLib/MTParserRegistrar",
                                         L"MTParserLib/MTParserRegistrar"};
@@ -187,7 +187,7 @@ TEST(Exceptions, OfANameThatCannotBeAVariableTellEveryLayer)
             EXPECT_EQ(exception.entries[i].file, files[i]);
             EXPECT_GT(exception.entries[i].line, 0u);
             EXPECT_EQ(exception.entries[i].reserved, 0u);
-            EXPECT_EQ(exception.entries[i].data.exID, DefinitionError::VariableContainsSyntaxCharacter);
+            EXPECT_EQ(exception.entries[i].data.exID, mathexpr::DefinitionError::VariableContainsSyntaxCharacter);
             EXPECT_EQ(exception.entries[i].data.itemName, L"a.b");
             EXPECT_EQ(exception.entries[i].data.conflictItemName, L".");
         }

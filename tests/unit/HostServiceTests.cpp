@@ -5,6 +5,7 @@
 #include "mathexpr/MessageDisplay.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
 #include "tests/support/MessageRecorder.h"
 #include "tests/unit/Hosts.h"
 
@@ -99,8 +100,8 @@ TEST(HostService, ThatWritesAndRefusesHasRefused)
         return false;
     };
     MathExpression expression(true, &host);
-    EXPECT_THROW(expression.setExpression(L"name"), ParsingException);
-    EXPECT_THROW(expression.setExpression(L"name"), ParsingException);
+    EXPECT_THROW(expression.setExpression(L"name"), mathexpr::ParsingException);
+    EXPECT_THROW(expression.setExpression(L"name"), mathexpr::ParsingException);
     EXPECT_EQ(nbAsked, 2);
 }
 
@@ -153,7 +154,7 @@ private:
 
 /// What is done with an engine's exception of the host's own, in both modes.
 template <class Data>
-void expectPassedOn(const Data& data, ExpressionDiagnostic::Kind kind)
+void expectPassedOn(const Data& data, mathexpr::ExpressionDiagnostic::Kind kind)
 {
     MessageRecorder recorder;
     const ThrowingHost<MTExceptions<Data>> host(MTExceptions<Data>(7, 1, L"host", data));
@@ -182,14 +183,14 @@ void expectPassedOn(const Data& data, ExpressionDiagnostic::Kind kind)
 
     for (MathExpression* const expression : {&loud, &silent})
     {
-        const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(*expression).get();
+        const mathexpr::ExpressionDiagnostic diagnostic = mathexpr::getDiagnostic(*expression);
         EXPECT_EQ(diagnostic.message, 3U);
         EXPECT_EQ(diagnostic.kind, kind);
         EXPECT_EQ(diagnostic.code, data.exID);
         EXPECT_EQ(diagnostic.itemName, data.itemName);
         EXPECT_EQ(diagnostic.start, 4U);
         EXPECT_EQ(diagnostic.length, 3U);
-        EXPECT_EQ(diagnostic.expected, Expected::KnownName);
+        EXPECT_EQ(diagnostic.expected, mathexpr::Expected::KnownName);
         VALTYPE value = untouched;
         EXPECT_FALSE(expression->evaluate(value));
         EXPECT_TRUE(isUntouched(value));
@@ -200,28 +201,28 @@ void expectPassedOn(const Data& data, ExpressionDiagnostic::Kind kind)
 TEST(HostService, MayThrowAnEngineExceptionOfEitherKind)
 {
     SMTDefExcepData definition;
-    definition.exID = DefinitionError::VariableNameIsConstant;
+    definition.exID = mathexpr::DefinitionError::VariableNameIsConstant;
     definition.itemName = L"taken";
-    expectPassedOn(definition, ExpressionDiagnostic::Kind::Definition);
+    expectPassedOn(definition, mathexpr::ExpressionDiagnostic::Kind::Definition);
     SMTParsingExcepData parsing;
-    parsing.exID = ParsingError::NoOverload;
+    parsing.exID = mathexpr::ParsingError::NoOverload;
     parsing.itemName = L"sin";
     parsing.nbArgs = 2;
-    expectPassedOn(parsing, ExpressionDiagnostic::Kind::Parsing);
+    expectPassedOn(parsing, mathexpr::ExpressionDiagnostic::Kind::Parsing);
 }
 
 TEST(HostService, MayThrowAnEngineExceptionWithoutEntries)
 {
-    ParsingException parsing(1, 0, L"host", SMTParsingExcepData());
+    mathexpr::ParsingException parsing(1, 0, L"host", SMTParsingExcepData());
     parsing.entries.clear();
-    const ThrowingHost<ParsingException> host(parsing);
+    const ThrowingHost<mathexpr::ParsingException> host(parsing);
     MathExpression expression(true, &host);
     try
     {
         expression.setExpression(L"bad");
         FAIL() << "the host's exception was swallowed";
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
         ASSERT_EQ(exception.entries.size(), 1U);
         EXPECT_EQ(exception.entries[0].data.exID, 0U);
@@ -235,7 +236,7 @@ TEST(HostService, MayAnswerANameThatCannotBeAVariable)
     for (const wchar_t* const text : {L"..", L"1+a.b"})
     {
         MathExpression silent(true, &host);
-        EXPECT_THROW(silent.setExpression(text), DefinitionException);
+        EXPECT_THROW(silent.setExpression(text), mathexpr::DefinitionException);
         EXPECT_EQ(recorder.take(), Ids{});
         EXPECT_EQ(valueOf(silent, L"2+3"), 5.0);
 
@@ -287,9 +288,9 @@ class CallingDisplay
 {
 public:
     explicit CallingDisplay(std::function<void(std::uint32_t)> show)
-        : shown(std::move(show)), previous(setMessageDisplay({&call, this}))
+        : shown(std::move(show)), previous(mathexpr::setMessageDisplay({&call, this}))
     {}
-    ~CallingDisplay() { setMessageDisplay(previous); }
+    ~CallingDisplay() { mathexpr::setMessageDisplay(previous); }
     CallingDisplay(const CallingDisplay&) = delete;
     CallingDisplay& operator=(const CallingDisplay&) = delete;
 
@@ -300,7 +301,7 @@ private:
     }
 
     std::function<void(std::uint32_t)> shown;
-    MessageDisplay previous;
+    mathexpr::ProcessMessageDisplay previous;
 };
 
 TEST(MessageDisplayFunction, CannotReachTheObjectThatFailed)
@@ -324,7 +325,7 @@ TEST(MessageDisplayFunction, CannotReachTheObjectThatFailed)
     EXPECT_FALSE(expression.evaluate(value));
     EXPECT_TRUE(expression.setExpression(L"pi=3"));
     EXPECT_FALSE(expression.evaluate(value));
-    expression.dropAssignment();
+    mathexpr::dropAssignment(expression);
     EXPECT_EQ(shown, (Ids{3, 10, 19, 10, 3}));
     EXPECT_EQ(valueOf(expression, L"2+3"), 5.0);
 }

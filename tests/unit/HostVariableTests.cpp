@@ -25,7 +25,7 @@ public:
     {
         if (raises)
         {
-            throw ParsingException(1, 0, L"host", SMTParsingExcepData{});
+            throw mathexpr::ParsingException(1, 0, L"host", SMTParsingExcepData{});
         }
         return false;
     }
@@ -66,17 +66,16 @@ protected:
     StubbornFactory refusing{false};
     StubbornFactory throwing{true};
     MathExpression expression{true, nullptr};
-    ExpressionVariables variables{expression};
 };
 
 TEST_F(HostVariables, UnknownNamesAreZeroWhereThatIsSwitchedOn)
 {
-    EXPECT_THROW(expression.setExpression(L"width+1"), ParsingException);
-    EngineAccess::automaticVariablesOf(expression).enabled = true;
+    EXPECT_THROW(expression.setExpression(L"width+1"), mathexpr::ParsingException);
+    mathexpr::EngineAccess::automaticVariablesOf(expression).enabled = true;
     EXPECT_EQ(valueOf(L"width+1"), 1.0);
-    EXPECT_EQ(variables.names(), std::vector<std::wstring>{L"width"});
-    EXPECT_EQ(variables.hostNames(), std::vector<std::wstring>{});
-    *variables.address(L"WIDTH") = VALTYPE{0, 0, 0, 0, 4.0, 0.0, 0.0};
+    EXPECT_EQ(mathexpr::getVariableNames(expression), std::vector<std::wstring>{L"width"});
+    EXPECT_EQ(mathexpr::getHostNames(expression), std::vector<std::wstring>{});
+    *mathexpr::getVariableAddress(expression, L"WIDTH") = VALTYPE{0, 0, 0, 0, 4.0, 0.0, 0.0};
     EXPECT_EQ(valueOf(L"width+1"), 5.0);
 }
 
@@ -86,10 +85,10 @@ TEST_F(HostVariables, AreMadeByTheFactoryAndDeletedWithTheExpression)
     {
         MathExpression object(true, nullptr);
         TestFactory factory(true, &nbDeleted);
-        EngineAccess::automaticVariablesOf(object) = {true, &factory};
+        mathexpr::EngineAccess::automaticVariablesOf(object) = {true, &factory};
         VALTYPE value;
         ASSERT_TRUE(object.setExpression(L"a+b+a"));
-        *ExpressionVariables(object).address(L"a") = VALTYPE{0, 0, 0, 0, 3.0, 0.0, 0.0};
+        *mathexpr::getVariableAddress(object, L"a") = VALTYPE{0, 0, 0, 0, 3.0, 0.0, 0.0};
         ASSERT_TRUE(object.evaluate(value));
         EXPECT_EQ(value.x, 6.0);
         EXPECT_EQ(nbDeleted, 0);
@@ -106,23 +105,23 @@ TEST_F(HostVariables, WithoutAValueAreRefused)
          {static_cast<const IMathExprService*>(nullptr), static_cast<const IMathExprService*>(&host)})
     {
         MathExpression loud(false, service);
-        EngineAccess::automaticVariablesOf(loud) = {true, &slotless};
+        mathexpr::EngineAccess::automaticVariablesOf(loud) = {true, &slotless};
         EXPECT_FALSE(loud.setExpression(L"width+1"));
         EXPECT_EQ(recorder.take(), std::vector<std::uint32_t>{3});
 
         MathExpression silent(true, service);
-        EngineAccess::automaticVariablesOf(silent) = {true, &slotless};
+        mathexpr::EngineAccess::automaticVariablesOf(silent) = {true, &slotless};
         try
         {
             silent.setExpression(L"width+1");
             FAIL() << "nothing was raised";
         }
-        catch (const DefinitionException& exception)
+        catch (const mathexpr::DefinitionException& exception)
         {
-            EXPECT_EQ(exception.entries.front().data.exID, DefinitionError::VariableNameEmpty);
+            EXPECT_EQ(exception.entries.front().data.exID, mathexpr::DefinitionError::VariableNameEmpty);
             EXPECT_EQ(exception.entries.front().data.itemName, L"width");
         }
-        EXPECT_EQ(ExpressionVariables(silent).names(), std::vector<std::wstring>{});
+        EXPECT_EQ(mathexpr::getVariableNames(silent), std::vector<std::wstring>{});
         VALTYPE value;
         EXPECT_TRUE(silent.setExpression(L"2+3") && silent.evaluate(value));
         EXPECT_EQ(value.x, 5.0);
@@ -131,11 +130,11 @@ TEST_F(HostVariables, WithoutAValueAreRefused)
 
 TEST_F(HostVariables, ThatRefuseAreShownInTheText)
 {
-    EngineAccess::automaticVariablesOf(expression) = {true, &refusing};
+    mathexpr::EngineAccess::automaticVariablesOf(expression) = {true, &refusing};
     for (const wchar_t* text : {L"no", L"1+no", L"no+1", L"(no)", L"max(1,no,2)"})
     {
         EXPECT_EQ(valueOf(text), std::nullopt);
-        const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(expression).get();
+        const mathexpr::ExpressionDiagnostic diagnostic = mathexpr::getDiagnostic(expression);
         EXPECT_EQ(diagnostic.message, 3U);
         EXPECT_EQ(diagnostic.itemName, L"no");
         EXPECT_EQ(diagnostic.start, std::wstring(text).find(L"no"));
@@ -145,29 +144,30 @@ TEST_F(HostVariables, ThatRefuseAreShownInTheText)
 
 TEST_F(HostVariables, ThatThrowAreShownInTheText)
 {
-    EngineAccess::automaticVariablesOf(expression) = {true, &throwing};
+    mathexpr::EngineAccess::automaticVariablesOf(expression) = {true, &throwing};
     VALTYPE value;
     ASSERT_TRUE(expression.setExpression(L"2*(no+1)"));
-    EXPECT_THROW(expression.evaluate(value), ParsingException);
-    const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(expression).get();
-    EXPECT_EQ(diagnostic.kind, ExpressionDiagnostic::Kind::Parsing);
+    EXPECT_THROW(expression.evaluate(value), mathexpr::ParsingException);
+    const mathexpr::ExpressionDiagnostic diagnostic = mathexpr::getDiagnostic(expression);
+    EXPECT_EQ(diagnostic.kind, mathexpr::ExpressionDiagnostic::Kind::Parsing);
     EXPECT_EQ(diagnostic.start, 3U);
     EXPECT_EQ(diagnostic.length, 2U);
 }
 
 TEST_F(HostVariables, TakeNoColumns)
 {
-    EngineAccess::automaticVariablesOf(expression) = {true, &obliging};
+    mathexpr::EngineAccess::automaticVariablesOf(expression) = {true, &obliging};
     ASSERT_TRUE(expression.setExpression(L"a*2+b"));
     const std::array<double, 2> numbers{1.0, 2.0};
-    const std::array<BulkColumn, 2> columns{BulkColumn{L"unused", numbers.data()}, BulkColumn{L"a", numbers.data()}};
+    const std::array<mathexpr::BulkColumn, 2> columns{mathexpr::BulkColumn{L"unused", numbers.data()},
+                                                      mathexpr::BulkColumn{L"a", numbers.data()}};
     std::array<double, 2> results{9.0, 9.0};
-    BulkOutcome outcome;
-    EXPECT_FALSE(evaluateBulk(expression, columns.data(), columns.size(), 2, {results.data()}, 1, outcome));
-    EXPECT_EQ(outcome.error, BulkError::ColumnVariable);
+    mathexpr::BulkOutcome outcome;
+    EXPECT_FALSE(mathexpr::evaluateBulk(expression, columns.data(), columns.size(), 2, {results.data()}, 1, outcome));
+    EXPECT_EQ(outcome.error, mathexpr::BulkError::ColumnVariable);
     EXPECT_EQ(outcome.column, 1U);
     EXPECT_EQ(results, (std::array<double, 2>{9.0, 9.0}));
-    EXPECT_TRUE(evaluateBulk(expression, columns.data(), 1, 2, {results.data()}, 1, outcome));
+    EXPECT_TRUE(mathexpr::evaluateBulk(expression, columns.data(), 1, 2, {results.data()}, 1, outcome));
     EXPECT_EQ(results, (std::array<double, 2>{0.0, 0.0}));
 }
 

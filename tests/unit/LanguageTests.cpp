@@ -138,7 +138,7 @@ TEST_F(Environment, DecidesWithALanguageThatHasNoTexts)
 TEST_F(Environment, ChoosesWhatTheLibraryShows)
 {
     std::wstring shown;
-    const MessageDisplay before = setMessageDisplay(
+    const mathexpr::ProcessMessageDisplay before = mathexpr::setMessageDisplay(
         {[](void* context, std::uint32_t, const wchar_t* text) { *static_cast<std::wstring*>(context) = text; },
          &shown});
     for (const auto& [locale, language] : localeCases)
@@ -150,7 +150,7 @@ TEST_F(Environment, ChoosesWhatTheLibraryShows)
         EXPECT_FALSE(calculator.Calculate(L"1/0", result, 2147483647));
         EXPECT_EQ(shown, messageText(10, language));
     }
-    setMessageDisplay(before);
+    mathexpr::setMessageDisplay(before);
 }
 
 TEST(Languages, HaveDifferentTextsOfOneLine)

@@ -31,18 +31,18 @@ void expectTheSameLanguage()
     ASSERT_TRUE(expression.setExpression(L"min(1,5)"));
     ASSERT_TRUE(expression.evaluate(value));
     EXPECT_EQ(value.x, 1.0);
-    EXPECT_THROW(expression.setExpression(L"1,5"), ParsingException);
+    EXPECT_THROW(expression.setExpression(L"1,5"), mathexpr::ParsingException);
 
     // Names fold A to Z and nothing else: neither the dotless i nor a letter with an accent.
     ASSERT_TRUE(expression.setExpression(L"Idle=4"));
     ASSERT_TRUE(expression.evaluate(value));
     EXPECT_TRUE(expression.setExpression(L"iDLE"));
-    EXPECT_THROW(expression.setExpression(L"\u0131dle"), ParsingException);
-    EXPECT_THROW(expression.setExpression(L"\u0130dle"), ParsingException);
+    EXPECT_THROW(expression.setExpression(L"\u0131dle"), mathexpr::ParsingException);
+    EXPECT_THROW(expression.setExpression(L"\u0130dle"), mathexpr::ParsingException);
     ASSERT_TRUE(expression.setExpression(L"\u00c9=1"));
     ASSERT_TRUE(expression.evaluate(value));
     EXPECT_TRUE(expression.setExpression(L"\u00c9"));
-    EXPECT_THROW(expression.setExpression(L"\u00e9"), ParsingException);
+    EXPECT_THROW(expression.setExpression(L"\u00e9"), mathexpr::ParsingException);
 }
 
 /// Sets a locale of the C library while it lives.

@@ -1,6 +1,7 @@
 // MathExpressionTests.cpp - the life of an expression object: nothing compiled, one-shot assignment, constants.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
 #include "tests/language/VariableAccess.h"
 #include "tests/support/MessageRecorder.h"
 #include "tests/unit/Hosts.h"
@@ -68,9 +69,9 @@ TEST(Expression, TakesANullPointerForAnEmptyText)
         silent.setExpression(nullptr);
         FAIL() << "nothing was raised";
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
-        EXPECT_EQ(exception.entries.front().data.exID, ParsingError::NoExpression);
+        EXPECT_EQ(exception.entries.front().data.exID, mathexpr::ParsingError::NoExpression);
         EXPECT_EQ(exception.entries.front().data.itemName, L"");
         EXPECT_EQ(exception.entries.front().data.pos, 0u);
     }
@@ -126,11 +127,11 @@ TEST(Expression, DropsAPendingAssignment)
     ASSERT_TRUE(expression.setExpression(L"pi=3"));
     EXPECT_FALSE(expression.evaluate(value));
     EXPECT_FALSE(expression.evaluate(value));
-    expression.dropAssignment();
+    mathexpr::dropAssignment(expression);
     EXPECT_TRUE(expression.evaluate(value));
     EXPECT_EQ(value.x, 3.0);
     EXPECT_EQ(recorder.take(), (Ids{3, 3}));
-    expression.dropAssignment();
+    mathexpr::dropAssignment(expression);
     EXPECT_EQ(valueOf(expression, L"pi").x, 3.14159265359);
 }
 
@@ -177,7 +178,7 @@ TEST(Expression, SharesNothingWithAnother)
     MathExpression one(true, nullptr);
     MathExpression other(true, nullptr);
     valueOf(one, L"a=1");
-    EXPECT_THROW(other.setExpression(L"a"), ParsingException);
+    EXPECT_THROW(other.setExpression(L"a"), mathexpr::ParsingException);
     valueOf(other, L"a=2");
     EXPECT_EQ(valueOf(one, L"a").x, 1.0);
 }

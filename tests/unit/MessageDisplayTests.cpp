@@ -18,7 +18,7 @@ using Ids = std::vector<std::uint32_t>;
 
 constexpr auto withoutText = static_cast<Message::Id>(9999);
 
-MessageDisplay recording(Ids& ids)
+mathexpr::ProcessMessageDisplay recording(Ids& ids)
 {
     return {[](void* context, std::uint32_t id, const wchar_t*) { static_cast<Ids*>(context)->push_back(id); }, &ids};
 }
@@ -26,11 +26,11 @@ MessageDisplay recording(Ids& ids)
 class Displays : public testing::Test
 {
 protected:
-    ~Displays() override { setMessageDisplay(before); }
+    ~Displays() override { mathexpr::setMessageDisplay(before); }
 
     Ids processes;
     Ids threads;
-    const MessageDisplay before = setMessageDisplay(recording(processes));
+    const mathexpr::ProcessMessageDisplay before = mathexpr::setMessageDisplay(recording(processes));
 };
 
 TEST_F(Displays, ShowNothingWhereThereIsNoText)
@@ -44,7 +44,7 @@ TEST_F(Displays, ShowNothingWhereThereIsNoText)
 // Not a box: these tests run where nobody sits before a screen.
 TEST_F(Displays, AreLeftToTheSystemWhereNoneIsSet)
 {
-    setMessageDisplay({});
+    mathexpr::setMessageDisplay({});
     testing::internal::CaptureStderr();
     showMessage(Message::DivisionByZero);
     const std::string shown = testing::internal::GetCapturedStderr();
@@ -54,8 +54,8 @@ TEST_F(Displays, AreLeftToTheSystemWhereNoneIsSet)
 
 TEST_F(Displays, OfAThreadNestAndEndWithTheirScope)
 {
-    const MessageDisplay own = recording(threads);
-    const MessageDisplay without;
+    const mathexpr::ProcessMessageDisplay own = recording(threads);
+    const mathexpr::ProcessMessageDisplay without;
     {
         const ThreadMessageDisplay outer(&own);
         showMessage(Message::DivisionByZero);

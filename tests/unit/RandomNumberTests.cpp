@@ -56,7 +56,6 @@ TEST(RandomNumbers, ARefusedRunHasDrawn)
     std::srand(seed);
     const std::vector<int> numbers = drawn();
     MathExpression expression(true, nullptr);
-    ExpressionVariables variables(expression);
     ASSERT_TRUE(expression.setExpression(L"w=1"));
     VALTYPE value;
     ASSERT_TRUE(expression.evaluate(value));
@@ -66,7 +65,7 @@ TEST(RandomNumbers, ARefusedRunHasDrawn)
     {
         const bool refused = run % 3 == 2;
         value.x = refused ? 0.0 : 1.0;
-        ASSERT_TRUE(variables.set(L"w", value));
+        ASSERT_TRUE(mathexpr::setVariable(expression, L"w", value));
         ASSERT_EQ(expression.evaluate(value), !refused);
         if (!refused)
         {

@@ -14,13 +14,13 @@ namespace {
 constexpr const wchar_t* registrarFile = L"MTParserLib/MTParserRegistrar";
 
 /// What a call raises.
-std::optional<DefinitionException> raisedBy(const std::function<void()>& call)
+std::optional<mathexpr::DefinitionException> raisedBy(const std::function<void()>& call)
 {
     try
     {
         call();
     }
-    catch (const DefinitionException& exception)
+    catch (const mathexpr::DefinitionException& exception)
     {
         return exception;
     }
@@ -68,7 +68,7 @@ protected:
         const auto exception = raisedBy(definition);
         ASSERT_TRUE(exception);
         EXPECT_EQ(exception->entries.size(), expected.nbEntries);
-        for (const DefinitionException::Entry& entry : exception->entries)
+        for (const mathexpr::DefinitionException::Entry& entry : exception->entries)
         {
             EXPECT_EQ(entry.data.exID, expected.exID);
             EXPECT_EQ(entry.data.itemName, expected.itemName);

@@ -44,19 +44,20 @@ TEST_F(Ownership, LeavesOtherItemsAlone)
 
 TEST_F(Ownership, DeletesARefusedItemThatWasHandedOver)
 {
-    EXPECT_THROW(registrar->defineOperator(new TestOperator(L"", false, 1, &nbDeleted), true), DefinitionException);
+    EXPECT_THROW(registrar->defineOperator(new TestOperator(L"", false, 1, &nbDeleted), true),
+                 mathexpr::DefinitionException);
     EXPECT_EQ(nbDeleted, 1);
-    EXPECT_THROW(registrar->defineFunction(new TestFunction(L"", 1, &nbDeleted), true), DefinitionException);
+    EXPECT_THROW(registrar->defineFunction(new TestFunction(L"", 1, &nbDeleted), true), mathexpr::DefinitionException);
     EXPECT_EQ(nbDeleted, 2);
-    EXPECT_THROW(registrar->defineVariable(new TestVariable(L"", &nbDeleted)), DefinitionException);
+    EXPECT_THROW(registrar->defineVariable(new TestVariable(L"", &nbDeleted)), mathexpr::DefinitionException);
     EXPECT_EQ(nbDeleted, 3);
     TestFactory factory(true, &nbDeleted);
     registrar->setVariableFactory(&factory);
-    EXPECT_THROW(registrar->defineVariable(std::wstring_view(L"a.b")), DefinitionException);
+    EXPECT_THROW(registrar->defineVariable(std::wstring_view(L"a.b")), mathexpr::DefinitionException);
     EXPECT_EQ(nbDeleted, 4);
     SlotlessFactory slotless(&nbDeleted);
     registrar->setVariableFactory(&slotless);
-    EXPECT_THROW(registrar->defineVariable(std::wstring_view(L"a")), DefinitionException);
+    EXPECT_THROW(registrar->defineVariable(std::wstring_view(L"a")), mathexpr::DefinitionException);
     EXPECT_EQ(nbDeleted, 5);
     registrar.reset();
     EXPECT_EQ(nbDeleted, 5);
@@ -67,8 +68,8 @@ TEST_F(Ownership, LeavesARefusedItemThatWasNotHandedOver)
     {
         const auto operatorItem = std::make_unique<TestOperator>(L"", false, 1, &nbDeleted);
         const auto function = std::make_unique<TestFunction>(L"", 1, &nbDeleted);
-        EXPECT_THROW(registrar->defineOperator(operatorItem.get(), false), DefinitionException);
-        EXPECT_THROW(registrar->defineFunction(function.get(), false), DefinitionException);
+        EXPECT_THROW(registrar->defineOperator(operatorItem.get(), false), mathexpr::DefinitionException);
+        EXPECT_THROW(registrar->defineFunction(function.get(), false), mathexpr::DefinitionException);
         EXPECT_EQ(nbDeleted, 0);
     }
     EXPECT_EQ(nbDeleted, 2);

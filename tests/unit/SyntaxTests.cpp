@@ -111,9 +111,9 @@ TEST_F(Syntax, LimitsBracketsAsBracketsWhateverOperatorsThereAre)
     compiler.setLimits({0, 1, 2});
     EXPECT_EQ(valueOf(L"((1))"), 1.0);
     EXPECT_EQ(valueOf(L"(((1)))"), std::nullopt);
-    EXPECT_EQ(compiler.getFailure().code, ParsingError::NestedTooDeep);
+    EXPECT_EQ(compiler.getFailure().code, mathexpr::ParsingError::NestedTooDeep);
     EXPECT_EQ(valueOf(L"one(1)"), std::nullopt);
-    EXPECT_EQ(compiler.getFailure().code, ParsingError::TooManyRecords);
+    EXPECT_EQ(compiler.getFailure().code, mathexpr::ParsingError::TooManyRecords);
     EXPECT_EQ(messages.take(), (Ids{3, 3}));
 }
 
@@ -137,9 +137,9 @@ TEST_F(Syntax, PutsThePositionOfAnOperatorThatEndsTheTextOnItsLastCharacter)
         silent.compile(L"2plus", assignTarget);
         FAIL() << "nothing was raised";
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
-        EXPECT_EQ(exception.entries.front().data.exID, ParsingError::OperandMissing);
+        EXPECT_EQ(exception.entries.front().data.exID, mathexpr::ParsingError::OperandMissing);
         EXPECT_EQ(exception.entries.front().data.pos, 4u);
     }
     EXPECT_EQ(messages.take(), Ids{});
@@ -188,11 +188,11 @@ TEST_F(Syntax, ReportsAFactoryThatMakesNothing)
         silent.compile(L"unknown", assignTarget);
         FAIL() << "nothing was raised";
     }
-    catch (const DefinitionException& exception)
+    catch (const mathexpr::DefinitionException& exception)
     {
         ASSERT_EQ(exception.entries.size(), 3u);
         EXPECT_EQ(exception.entries.front().file, L"MTParserLib/MTParserCompiler");
-        EXPECT_EQ(exception.entries.front().data.exID, DefinitionError::VariableNameEmpty);
+        EXPECT_EQ(exception.entries.front().data.exID, mathexpr::DefinitionError::VariableNameEmpty);
         EXPECT_EQ(exception.entries.front().data.itemName, L"unknown");
     }
 }

@@ -102,10 +102,10 @@ bool isConversion(const VocabularyEntry& entry)
 {
     switch (entry.family)
     {
-    case VocabularyFamily::Angle:
-    case VocabularyFamily::Length:
-    case VocabularyFamily::Area:
-    case VocabularyFamily::Volume:
+    case mathexpr::VocabularyFamily::Angle:
+    case mathexpr::VocabularyFamily::Length:
+    case mathexpr::VocabularyFamily::Area:
+    case mathexpr::VocabularyFamily::Volume:
         return true;
     default:
         return false;

@@ -152,13 +152,13 @@ testing::AssertionResult raises(const IMathExprItemEvaluator& item, const std::v
             item.evaluate(static_cast<std::uint32_t>(args.size()), args.data(), result, showMessages);
             return testing::AssertionFailure() << "nothing is raised";
         }
-        catch (const ParsingException& exception)
+        catch (const mathexpr::ParsingException& exception)
         {
             if (exception.entries.size() != 1)
             {
                 return testing::AssertionFailure() << exception.entries.size() << " entries";
             }
-            const ParsingException::Entry& entry = exception.entries.front();
+            const mathexpr::ParsingException::Entry& entry = exception.entries.front();
             if (entry.line != line || entry.reserved != 0 || entry.file != L"MTParserLib/MTParserDefFuncs")
             {
                 return testing::AssertionFailure()
@@ -192,7 +192,7 @@ std::uint32_t raisedLine(const IMathExprItemEvaluator& item, const std::vector<V
         item.evaluate(static_cast<std::uint32_t>(args.size()), args.data(), result, false);
         return 0;
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
         return exception.entries.front().line;
     }

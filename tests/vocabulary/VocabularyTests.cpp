@@ -263,15 +263,16 @@ bool isRandom(const VocabularyEntry& entry)
 
 TEST(Vocabulary, Counts)
 {
-    std::map<VocabularyFamily, int> counts;
+    std::map<mathexpr::VocabularyFamily, int> counts;
     for (const VocabularyEntry& entry : getVocabulary())
     {
         ++counts[entry.family];
     }
-    const std::map<VocabularyFamily, int> expected{
-        {VocabularyFamily::Operators, 16}, {VocabularyFamily::CoreMath, 34}, {VocabularyFamily::Angle, 23},
-        {VocabularyFamily::Length, 81},    {VocabularyFamily::Area, 64},     {VocabularyFamily::Volume, 49},
-        {VocabularyFamily::Geometry, 6},
+    const std::map<mathexpr::VocabularyFamily, int> expected{
+        {mathexpr::VocabularyFamily::Operators, 16}, {mathexpr::VocabularyFamily::CoreMath, 34},
+        {mathexpr::VocabularyFamily::Angle, 23},     {mathexpr::VocabularyFamily::Length, 81},
+        {mathexpr::VocabularyFamily::Area, 64},      {mathexpr::VocabularyFamily::Volume, 49},
+        {mathexpr::VocabularyFamily::Geometry, 6},
     };
     EXPECT_EQ(counts, expected);
     const RegisteredVocabulary registered;

@@ -50,9 +50,9 @@ TEST(Text, CountsPositionsInUnitsOfUtf16)
         expression.setExpression(L"1*\U0001D465\U0001D466+2");
         FAIL() << "nothing was raised";
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
-        EXPECT_EQ(exception.entries.front().data.exID, static_cast<std::uint32_t>(ParsingError::UnknownName));
+        EXPECT_EQ(exception.entries.front().data.exID, static_cast<std::uint32_t>(mathexpr::ParsingError::UnknownName));
         EXPECT_EQ(exception.entries.front().data.pos, 3U);
         EXPECT_EQ(exception.entries.front().data.itemName, L"\U0001D465\U0001D466");
     }
@@ -63,9 +63,10 @@ TEST(Text, CountsPositionsInUnitsOfUtf16)
         asking.setExpression(L"\U0001D465+)");
         FAIL() << "nothing was raised";
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
-        EXPECT_EQ(exception.entries.front().data.exID, static_cast<std::uint32_t>(ParsingError::OperandMissing));
+        EXPECT_EQ(exception.entries.front().data.exID,
+                  static_cast<std::uint32_t>(mathexpr::ParsingError::OperandMissing));
         EXPECT_EQ(exception.entries.front().data.pos, 3U);  // the bracket, counted from 0
     }
 }
@@ -87,7 +88,7 @@ TEST(Names, OfConstantsAndFunctionsAreComparedAsWindowsDoes)
     EXPECT_EQ(valueOf(expression, L"sq\u200Drt(16)"), 4);
     EXPECT_TRUE(host.names.empty());
     EXPECT_EQ(valueOf(expression, L"Pi"), 5);
-    EXPECT_THROW(expression.setExpression(L"Sqrt(16)"), ParsingException);
+    EXPECT_THROW(expression.setExpression(L"Sqrt(16)"), mathexpr::ParsingException);
 }
 
 TEST(Names, OfVariablesFoldTheLettersAToZOnly)
@@ -96,10 +97,10 @@ TEST(Names, OfVariablesFoldTheLettersAToZOnly)
     EXPECT_EQ(valueOf(expression, L"WIDTH=7"), 7);
     EXPECT_EQ(valueOf(expression, L"width*2"), 14);
     EXPECT_EQ(valueOf(expression, L"\u00C4=8"), 8);
-    EXPECT_THROW(expression.setExpression(L"\u00E4*2"), ParsingException);
+    EXPECT_THROW(expression.setExpression(L"\u00E4*2"), mathexpr::ParsingException);
     // A letter with its accent, as one character and as two, are two variables.
     EXPECT_EQ(valueOf(expression, L"\u00E9=9"), 9);
-    EXPECT_THROW(expression.setExpression(L"e\u0301*2"), ParsingException);
+    EXPECT_THROW(expression.setExpression(L"e\u0301*2"), mathexpr::ParsingException);
 }
 
 TEST(Threads, EachWithAnObjectOfItsOwnDoNotMeet)
@@ -117,7 +118,7 @@ TEST(Threads, EachWithAnObjectOfItsOwnDoNotMeet)
                 expression.setExpression(L"1+");
                 allRight = false;
             }
-            catch (const ParsingException&)
+            catch (const mathexpr::ParsingException&)
             {}
         }
     };

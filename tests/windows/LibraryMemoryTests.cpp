@@ -58,9 +58,9 @@ class Memory : public testing::Test
 protected:
     void SetUp() override
     {
-        before = setMessageDisplay({[](void*, std::uint32_t, const wchar_t*) {}, nullptr});
+        before = mathexpr::setMessageDisplay({[](void*, std::uint32_t, const wchar_t*) {}, nullptr});
     }
-    void TearDown() override { setMessageDisplay(before); }
+    void TearDown() override { mathexpr::setMessageDisplay(before); }
 
     /// Makes ready, and calls work with no memory, with one block, with two... until it gets through.
     template <class Prepare, class Work>
@@ -88,19 +88,18 @@ protected:
     }
 
 private:
-    MessageDisplay before;
+    mathexpr::ProcessMessageDisplay before;
 };
 
 struct Subject
 {
     CMathExpr calculator;
     MathExpression expression{true, nullptr};
-    ExpressionVariables variables{expression};
     VALTYPE result{};
 
     Subject()
     {
-        variables.set(L"a", VALTYPE{0, 0, 0, 0, 2, 0, 0});
+        mathexpr::setVariable(expression, L"a", VALTYPE{0, 0, 0, 0, 2, 0, 0});
         expression.setExpression(L"b=a+1");
     }
 };
@@ -147,9 +146,10 @@ TEST_F(Memory, RunsOutWhileATextIsComputed)
 
 TEST_F(Memory, RunsOutInTheVariables)
 {
-    expectBadAlloc(newSubject, [](Subject& subject) { subject.variables.set(L"another", VALTYPE{}); });
-    expectBadAlloc(newSubject, [](Subject& subject) { subject.variables.names(); });
-    expectBadAlloc(newSubject, [](Subject& subject) { subject.variables.usedNames(); });
+    expectBadAlloc(newSubject,
+                   [](Subject& subject) { mathexpr::setVariable(subject.expression, L"another", VALTYPE{}); });
+    expectBadAlloc(newSubject, [](Subject& subject) { mathexpr::getVariableNames(subject.expression); });
+    expectBadAlloc(newSubject, [](Subject& subject) { mathexpr::getUsedNames(subject.expression); });
 }
 
 TEST_F(Memory, RunsOutInADiagnostic)
@@ -160,11 +160,11 @@ TEST_F(Memory, RunsOutInADiagnostic)
         {
             subject->expression.setExpression(L"unknown+1");
         }
-        catch (const ParsingException&)
+        catch (const mathexpr::ParsingException&)
         {}
         return subject;
     };
-    expectBadAlloc(failed, [](Subject& subject) { ExpressionDiagnostics(subject.expression).get(); });
+    expectBadAlloc(failed, [](Subject& subject) { mathexpr::getDiagnostic(subject.expression); });
 }
 
 TEST_F(Memory, RunsOutInBulkEvaluation)
@@ -172,13 +172,13 @@ TEST_F(Memory, RunsOutInBulkEvaluation)
     expectBadAlloc(newSubject, [](Subject& subject) {
         const double numbers[] = {1, 2, 3};
         double values[3];
-        BulkColumn column;
+        mathexpr::BulkColumn column;
         column.name = L"a";
         column.data = numbers;
-        BulkResults results;
+        mathexpr::BulkResults results;
         results.data = values;
-        BulkOutcome outcome;
-        evaluateBulk(subject.expression, &column, 1, 3, results, 2, outcome);
+        mathexpr::BulkOutcome outcome;
+        mathexpr::evaluateBulk(subject.expression, &column, 1, 3, results, 2, outcome);
     });
 }
 

@@ -31,9 +31,10 @@ public:
     /// Computes one text with a calculator that lives for this call.
     bool calculate(const wchar_t* text, VALTYPE& result) const
     {
-        const HostRuntime host;
+        const mathexpr::HostRuntime host;
         alignas(CMathExpr) unsigned char memory[sizeof(CMathExpr)];
-        entry<void (*)(void*, const HostRuntime*)>("_ZN9CMathExprC1ERK11HostRuntime")(memory, &host);
+        entry<void (*)(void*, const mathexpr::HostRuntime*)>("_ZN9CMathExprC1ERKN8mathexpr11HostRuntimeE")(memory,
+                                                                                                           &host);
         struct Destroy
         {
             void (*destructor)(void*);

@@ -133,7 +133,7 @@ TEST(Loading, LeavesNothingBehindAThousandTimes)
             VALTYPE point;
             EXPECT_TRUE(library.calculate(L"[1,2,3]*2", point));
         }).join();
-        EXPECT_THROW(library.calculate(L"sin([1,2,3])", result), ParsingException);
+        EXPECT_THROW(library.calculate(L"sin([1,2,3])", result), mathexpr::ParsingException);
     };
     // Wine does not count handles, but it hands out the lowest number that is free, as Windows does.
     const auto measure = [](ULONG_PTR& handles, SIZE_T& memory) {

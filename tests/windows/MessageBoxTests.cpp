@@ -4,6 +4,7 @@
 #include "mathexpr/MessageDisplay.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
 #include "tests/windows/BoxWatch.h"
 #include "tests/windows/TelltaleExpressions.h"
 
@@ -50,7 +51,7 @@ TEST(MessageBoxes, ShowEachMessageAsItsResourceReads)
         EXPECT_STREQ(watch.last().buttonText, L"OK");
         EXPECT_EQ(watch.last().exclamationMark, 1);
         EXPECT_EQ(watch.last().owner, 0U);
-        calculator.dropAssignment();
+        mathexpr::dropAssignment(mathexpr::expressionOf(calculator));
     }
 }
 
@@ -86,7 +87,7 @@ TEST(MessageBoxes, AreNotShownWhenSilentButForTheIntegerLimit)
         {
             compiled = object.setExpression(expression);
         }
-        catch (const ParsingException&)
+        catch (const mathexpr::ParsingException&)
         {}
         EXPECT_FALSE(compiled);
         Sleep(40);  // several looks of the watching process
@@ -99,12 +100,12 @@ TEST(MessageBoxes, GiveWayToTheHostsDisplay)
 {
     BoxWatch watch;
     std::uint32_t shown = 0;
-    const MessageDisplay before = setMessageDisplay(
+    const mathexpr::ProcessMessageDisplay before = mathexpr::setMessageDisplay(
         {[](void* context, std::uint32_t id, const wchar_t*) { *static_cast<std::uint32_t*>(context) = id; }, &shown});
     CMathExpr calculator;
     VALTYPE result;
     EXPECT_FALSE(calculator.Calculate(L"1/0", result, 2147483647));
-    setMessageDisplay(before);
+    mathexpr::setMessageDisplay(before);
     Sleep(100);
     EXPECT_EQ(shown, 10U);
     EXPECT_EQ(watch.count(), 0);

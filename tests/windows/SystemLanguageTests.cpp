@@ -46,14 +46,15 @@ struct Shown
 Shown shownFor(const wchar_t* expression)
 {
     Shown shown;
-    const MessageDisplay before = setMessageDisplay({[](void* context, std::uint32_t id, const wchar_t* text) {
-                                                         *static_cast<Shown*>(context) = {id, text};
-                                                     },
-                                                     &shown});
+    const mathexpr::ProcessMessageDisplay before =
+        mathexpr::setMessageDisplay({[](void* context, std::uint32_t id, const wchar_t* text) {
+                                         *static_cast<Shown*>(context) = {id, text};
+                                     },
+                                     &shown});
     CMathExpr calculator;
     VALTYPE result;
     calculator.Calculate(expression, result, 2147483647);
-    setMessageDisplay(before);
+    mathexpr::setMessageDisplay(before);
     return shown;
 }
 

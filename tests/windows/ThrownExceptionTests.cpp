@@ -52,11 +52,11 @@ TEST_F(Exceptions, AreCaughtByTypeWhileCompiling)
             expression.setExpression(L"1+unknown");
             FAIL() << "nothing was raised";
         }
-        catch (const DefinitionException&)
+        catch (const mathexpr::DefinitionException&)
         {
             FAIL() << "caught by the wrong type";
         }
-        catch (const ParsingException& exception)
+        catch (const mathexpr::ParsingException& exception)
         {
             ASSERT_EQ(exception.entries.front().data.itemName, L"unknown");
             ASSERT_EQ(exception.entries.front().data.pos, 3U);
@@ -74,9 +74,9 @@ TEST_F(Exceptions, AreCaughtByTypeWhileEvaluating)
     ASSERT_TRUE(expression.setExpression(L"sin(a)"));
     for (int i = 0; i < 1000; ++i)
     {
-        ASSERT_THROW(expression.evaluate(result), ParsingException);
+        ASSERT_THROW(expression.evaluate(result), mathexpr::ParsingException);
         ASSERT_EQ(std::uncaught_exceptions(), 0);
-        ASSERT_THROW(calculator.Calculate(L"sin([1,2,3])", result, 2147483647), ParsingException);
+        ASSERT_THROW(calculator.Calculate(L"sin([1,2,3])", result, 2147483647), mathexpr::ParsingException);
         ASSERT_EQ(std::uncaught_exceptions(), 0);
     }
 }
@@ -97,7 +97,7 @@ TEST_F(Exceptions, AreCountedWhileTheyAreUnderWay)
         const ScopeGuard guard{seen};
         expression.setExpression(L"1+");
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {}
     EXPECT_EQ(seen, 1);
     {
@@ -118,7 +118,7 @@ struct UsesTheLibrary
         {
             expression.setExpression(L"unknown");
         }
-        catch (const ParsingException&)
+        catch (const mathexpr::ParsingException&)
         {
             caught = true;
         }
@@ -136,7 +136,7 @@ TEST_F(Exceptions, MayBeRaisedWhileAnotherIsUnderWay)
         const UsesTheLibrary user{another, innerCaught};
         expression.setExpression(L"1+");
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {
         outerCaught = true;
         EXPECT_EQ(std::uncaught_exceptions(), 0);
@@ -162,20 +162,21 @@ TEST_F(Exceptions, OfTheHostsServicePassThrough)
 TEST_F(Exceptions, OfTheHostsServiceThatEndInTheLibraryAreSettled)
 {
     const Service service([] {
-        throw DefinitionException(1, 0, L"host", SMTDefExcepData{DefinitionError::VariableNameIsNumber, L"x", {}});
+        throw mathexpr::DefinitionException(1, 0, L"host",
+                                            SMTDefExcepData{mathexpr::DefinitionError::VariableNameIsNumber, L"x", {}});
     });
     // With messages the exception becomes a message; in silent mode it passes on with an entry of the library's.
     static int messages;
     messages = 0;
-    const MessageDisplay before =
-        setMessageDisplay({[](void*, std::uint32_t, const wchar_t*) { ++messages; }, nullptr});
+    const mathexpr::ProcessMessageDisplay before =
+        mathexpr::setMessageDisplay({[](void*, std::uint32_t, const wchar_t*) { ++messages; }, nullptr});
     MathExpression loud(false, &service);
     for (int i = 0; i < 1000; ++i)
     {
         ASSERT_FALSE(loud.setExpression(L"1+name"));
         ASSERT_EQ(std::uncaught_exceptions(), 0);
     }
-    setMessageDisplay(before);
+    mathexpr::setMessageDisplay(before);
     EXPECT_EQ(messages, 1000);
     MathExpression silent(true, &service);
     for (int i = 0; i < 1000; ++i)
@@ -185,7 +186,7 @@ TEST_F(Exceptions, OfTheHostsServiceThatEndInTheLibraryAreSettled)
             silent.setExpression(L"1+name");
             FAIL() << "nothing was raised";
         }
-        catch (const DefinitionException& exception)
+        catch (const mathexpr::DefinitionException& exception)
         {
             ASSERT_EQ(exception.entries.size(), 2U);
         }
@@ -196,14 +197,14 @@ TEST_F(Exceptions, OfTheHostsServiceThatEndInTheLibraryAreSettled)
 TEST_F(Exceptions, MayBeCaughtInsideTheHostsService)
 {
     MathExpression inner(true, nullptr);
-    const Service service([&inner] { ASSERT_THROW(inner.setExpression(L"1+"), ParsingException); });
+    const Service service([&inner] { ASSERT_THROW(inner.setExpression(L"1+"), mathexpr::ParsingException); });
     MathExpression outer(true, &service);
     for (int i = 0; i < 1000; ++i)
     {
         outer.setExpression((L"1+name" + std::to_wstring(i)).c_str());
         ASSERT_EQ(std::uncaught_exceptions(), 0);
     }
-    ASSERT_THROW(outer.setExpression(L"1+other+"), ParsingException);
+    ASSERT_THROW(outer.setExpression(L"1+other+"), mathexpr::ParsingException);
 }
 
 TEST_F(Exceptions, AreCountedRightlyByAHostThatLoadsAtRunTime)
@@ -213,7 +214,7 @@ TEST_F(Exceptions, AreCountedRightlyByAHostThatLoadsAtRunTime)
     VALTYPE result;
     for (int i = 0; i < 1000; ++i)
     {
-        ASSERT_THROW(library.calculate(L"sin([1,2,3])", result), ParsingException);
+        ASSERT_THROW(library.calculate(L"sin([1,2,3])", result), mathexpr::ParsingException);
         ASSERT_EQ(std::uncaught_exceptions(), 0);
     }
 }

@@ -50,7 +50,7 @@ struct Answer
     std::vector<VALTYPE> values;         ///< The evaluations that succeeded.
     std::vector<ShownMessage> messages;  ///< In order.
     std::optional<RaisedException> exception;
-    std::optional<ExpressionDiagnostic> diagnostic;  ///< Where the library failed, and why.
-    std::vector<std::string> asked;                  ///< The names asked of the host, in order, answered or not.
-    std::string trouble;  ///< What went wrong outside the language, such as a text that is not UTF-8.
+    std::optional<mathexpr::ExpressionDiagnostic> diagnostic;  ///< Where the library failed, and why.
+    std::vector<std::string> asked;  ///< The names asked of the host, in order, answered or not.
+    std::string trouble;             ///< What went wrong outside the language, such as a text that is not UTF-8.
 };

@@ -5,6 +5,7 @@
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
 #include "tools/calc/PlainReport.h"
 #include "tools/calc/Utf8.h"
 
@@ -15,7 +16,7 @@ namespace {
 
 constexpr const char* notText = "not valid UTF-8, or a zero character in it";
 
-RaisedException describe(const ParsingException& exception)
+RaisedException describe(const mathexpr::ParsingException& exception)
 {
     const auto& newest = exception.entries.front();
     return {RaisedException::Kind::Parsing,
@@ -29,7 +30,7 @@ RaisedException describe(const ParsingException& exception)
             exception.entries.size()};
 }
 
-RaisedException describe(const DefinitionException& exception)
+RaisedException describe(const mathexpr::DefinitionException& exception)
 {
     const auto& newest = exception.entries.front();
     return {RaisedException::Kind::Definition,    newest.data.exID,    0,           toUtf8(newest.data.itemName), 0,
@@ -44,11 +45,11 @@ void guarded(Answer& answer, Work work)
     {
         work();
     }
-    catch (const ParsingException& exception)
+    catch (const mathexpr::ParsingException& exception)
     {
         answer.exception = describe(exception);
     }
-    catch (const DefinitionException& exception)
+    catch (const mathexpr::DefinitionException& exception)
     {
         answer.exception = describe(exception);
     }
@@ -144,19 +145,19 @@ MathExpression& Calculator::expression()
 
 std::vector<NamedValue> Calculator::namedValues()
 {
-    const ExpressionVariables known = variables();
+    const MathExpression& known = object();
     std::vector<NamedValue> named;
-    for (const std::wstring& name : known.names())
+    for (const std::wstring& name : mathexpr::getVariableNames(known))
     {
         VALTYPE value;
-        known.get(name.c_str(), value);
+        mathexpr::getVariable(known, name.c_str(), value);
         named.push_back({name, value});
     }
     for (std::uint32_t index = 0; !oneShot && hostNames.getName(index) != nullptr; ++index)
     {
         VALTYPE value;
         const std::wstring name = hostNames.getName(index);
-        if (!known.get(name.c_str(), value))
+        if (!mathexpr::getVariable(known, name.c_str(), value))
         {
             named.push_back({name, hostNames.valueOf(name)});
         }
@@ -166,13 +167,13 @@ std::vector<NamedValue> Calculator::namedValues()
 
 void Calculator::setVariable(const wchar_t* name, const VALTYPE& value)
 {
-    variables().set(name, value);
+    mathexpr::setVariable(object(), name, value);
 }
 
-ExpressionVariables Calculator::variables()
+MathExpression& Calculator::object()
 {
     prepareObject();
-    return oneShot ? ExpressionVariables(*oneShot) : ExpressionVariables(*expressionObject);
+    return oneShot ? mathexpr::expressionOf(*oneShot) : *expressionObject;
 }
 
 void Calculator::run(const std::wstring& text, Answer& answer)
@@ -205,19 +206,18 @@ void Calculator::prepareObject()
     else if (!options.maxInteger && (!expressionObject || options.fresh))
     {
         expressionObject.emplace(options.silent, &hostNames);
-        ExpressionDiagnostics(*expressionObject).setNameSource(&hostNames);
+        mathexpr::setNameSource(*expressionObject, &hostNames);
     }
 }
 
-std::optional<ExpressionDiagnostic> Calculator::diagnose()
+std::optional<mathexpr::ExpressionDiagnostic> Calculator::diagnose()
 {
     if (!oneShot && !expressionObject)
     {
         return std::nullopt;
     }
-    const ExpressionDiagnostics diagnostics =
-        oneShot ? ExpressionDiagnostics(*oneShot) : ExpressionDiagnostics(*expressionObject);
-    return diagnostics.hasFailed() ? std::optional(diagnostics.get()) : std::nullopt;
+    const MathExpression& failed = oneShot ? mathexpr::expressionOf(*oneShot) : *expressionObject;
+    return mathexpr::hasFailed(failed) ? std::optional(mathexpr::getDiagnostic(failed)) : std::nullopt;
 }
 
 // An assignment that failed would otherwise be made by the next expression that succeeds.
@@ -225,10 +225,10 @@ void Calculator::dropAssignment() noexcept
 {
     if (oneShot)
     {
-        oneShot->dropAssignment();
+        mathexpr::dropAssignment(mathexpr::expressionOf(*oneShot));
     }
     if (expressionObject)
     {
-        expressionObject->dropAssignment();
+        mathexpr::dropAssignment(*expressionObject);
     }
 }

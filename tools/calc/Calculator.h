@@ -44,8 +44,9 @@ private:
     void run(const std::wstring& text, Answer& answer);
 
     void prepareObject();
-    ExpressionVariables variables();
-    std::optional<ExpressionDiagnostic> diagnose();
+    /// The expression object that computes, or the one inside the calculator.
+    MathExpression& object();
+    std::optional<mathexpr::ExpressionDiagnostic> diagnose();
     void dropAssignment() noexcept;
 
     const Options& options;

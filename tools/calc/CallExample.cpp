@@ -37,9 +37,9 @@ std::vector<std::string> argumentsOf(std::string_view call)
 std::vector<CallExample> callExamples(std::string_view symbol)
 {
     std::vector<CallExample> found;
-    for (const VocabularyItem& item : vocabularyItems())
+    for (const mathexpr::VocabularyItem& item : vocabularyItems())
     {
-        if (item.kind == VocabularyKind::Function && toUtf8(item.symbol) == symbol)
+        if (item.kind == mathexpr::VocabularyKind::Function && toUtf8(item.symbol) == symbol)
         {
             const std::vector<std::string> examples = notesOf(item).examples;
             if (!examples.empty())

@@ -11,7 +11,7 @@
 
 struct CallExample
 {
-    const VocabularyItem* item;
+    const mathexpr::VocabularyItem* item;
     std::string text;                    ///< Such as "dist([0,0,0],[3,4,12])"; UTF-8.
     std::vector<std::string> arguments;  ///< Those of the text.
 };

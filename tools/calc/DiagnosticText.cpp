@@ -122,11 +122,11 @@ std::string expectedText(std::uint32_t expected)
         const char* text;
     };
     constexpr Phrase phrases[] = {
-        {Expected::Value, "a value"},
-        {Expected::Operator, "an operator"},
-        {Expected::ClosingBracket, "a closing bracket"},
-        {Expected::Separator, "a comma"},
-        {Expected::End, "the end"},
+        {mathexpr::Expected::Value, "a value"},
+        {mathexpr::Expected::Operator, "an operator"},
+        {mathexpr::Expected::ClosingBracket, "a closing bracket"},
+        {mathexpr::Expected::Separator, "a comma"},
+        {mathexpr::Expected::End, "the end"},
     };
     std::vector<std::string> accepted;
     for (const Phrase& phrase : phrases)
@@ -139,9 +139,9 @@ std::string expectedText(std::uint32_t expected)
     return accepted.empty() ? std::string() : "Expected " + alternatives(accepted) + '.';
 }
 
-std::string countText(const ExpressionDiagnostic& diagnostic)
+std::string countText(const mathexpr::ExpressionDiagnostic& diagnostic)
 {
-    if ((diagnostic.expected & Expected::OtherCount) == 0)
+    if ((diagnostic.expected & mathexpr::Expected::OtherCount) == 0)
     {
         return {};
     }
@@ -157,7 +157,7 @@ std::string countText(const ExpressionDiagnostic& diagnostic)
 
 }
 
-std::string diagnosticText(std::wstring_view expression, const ExpressionDiagnostic& diagnostic,
+std::string diagnosticText(std::wstring_view expression, const mathexpr::ExpressionDiagnostic& diagnostic,
                            const TerminalStyle& style)
 {
     std::string text;

@@ -13,7 +13,7 @@
 /// text that is long, or wider than the terminal, the surroundings of the failure are shown, so that the caret stays
 /// below what it marks.
 /// @param expression  as typed
-std::string diagnosticText(std::wstring_view expression, const ExpressionDiagnostic& diagnostic,
+std::string diagnosticText(std::wstring_view expression, const mathexpr::ExpressionDiagnostic& diagnostic,
                            const TerminalStyle& style = {});
 
 /// "Did you mean this, that or the other?"; empty without names.

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-class HostNames final : public IMathExprService, public IMathExprNameSource
+class HostNames final : public IMathExprService, public mathexpr::IMathExprNameSource
 {
 public:
     /// A later value for a name replaces an earlier one.

@@ -85,41 +85,41 @@ const Row rows[] = {
 
 struct Unit
 {
-    VocabularyFamily family;
+    mathexpr::VocabularyFamily family;
     const wchar_t* symbol;  // as in the names of conversions, before and after the 2
     const char* name;
 };
 
 const Unit units[] = {
-    {VocabularyFamily::Angle,  L"d",    "degree"},
-    {VocabularyFamily::Angle,  L"r",    "radian"},
-    {VocabularyFamily::Angle,  L"c",    "circle"},
-    {VocabularyFamily::Angle,  L"g",    "grad"},
-    {VocabularyFamily::Angle,  L"q",    "quadrant"},
-    {VocabularyFamily::Length, L"m",    "metre"},
-    {VocabularyFamily::Length, L"cm",   "centimetre"},
-    {VocabularyFamily::Length, L"mm",   "millimetre"},
-    {VocabularyFamily::Length, L"km",   "kilometre"},
-    {VocabularyFamily::Length, L"f",    "foot"},
-    {VocabularyFamily::Length, L"i",    "inch"},
-    {VocabularyFamily::Length, L"y",    "yard"},
-    {VocabularyFamily::Length, L"mile", "mile"},
-    {VocabularyFamily::Length, L"su",   "survey foot"},
-    {VocabularyFamily::Area,   L"sm",   "square metre"},
-    {VocabularyFamily::Area,   L"scm",  "square centimetre"},
-    {VocabularyFamily::Area,   L"smm",  "square millimetre"},
-    {VocabularyFamily::Area,   L"skm",  "square kilometre"},
-    {VocabularyFamily::Area,   L"sf",   "square foot"},
-    {VocabularyFamily::Area,   L"si",   "square inch"},
-    {VocabularyFamily::Area,   L"sy",   "square yard"},
-    {VocabularyFamily::Area,   L"sa",   "acre"},
-    {VocabularyFamily::Volume, L"vm",   "cubic metre"},
-    {VocabularyFamily::Volume, L"vcm",  "cubic centimetre"},
-    {VocabularyFamily::Volume, L"vmm",  "cubic millimetre"},
-    {VocabularyFamily::Volume, L"vkm",  "cubic kilometre"},
-    {VocabularyFamily::Volume, L"vf",   "cubic foot"},
-    {VocabularyFamily::Volume, L"vi",   "cubic inch"},
-    {VocabularyFamily::Volume, L"vy",   "cubic yard"},
+    {mathexpr::VocabularyFamily::Angle,  L"d",    "degree"},
+    {mathexpr::VocabularyFamily::Angle,  L"r",    "radian"},
+    {mathexpr::VocabularyFamily::Angle,  L"c",    "circle"},
+    {mathexpr::VocabularyFamily::Angle,  L"g",    "grad"},
+    {mathexpr::VocabularyFamily::Angle,  L"q",    "quadrant"},
+    {mathexpr::VocabularyFamily::Length, L"m",    "metre"},
+    {mathexpr::VocabularyFamily::Length, L"cm",   "centimetre"},
+    {mathexpr::VocabularyFamily::Length, L"mm",   "millimetre"},
+    {mathexpr::VocabularyFamily::Length, L"km",   "kilometre"},
+    {mathexpr::VocabularyFamily::Length, L"f",    "foot"},
+    {mathexpr::VocabularyFamily::Length, L"i",    "inch"},
+    {mathexpr::VocabularyFamily::Length, L"y",    "yard"},
+    {mathexpr::VocabularyFamily::Length, L"mile", "mile"},
+    {mathexpr::VocabularyFamily::Length, L"su",   "survey foot"},
+    {mathexpr::VocabularyFamily::Area,   L"sm",   "square metre"},
+    {mathexpr::VocabularyFamily::Area,   L"scm",  "square centimetre"},
+    {mathexpr::VocabularyFamily::Area,   L"smm",  "square millimetre"},
+    {mathexpr::VocabularyFamily::Area,   L"skm",  "square kilometre"},
+    {mathexpr::VocabularyFamily::Area,   L"sf",   "square foot"},
+    {mathexpr::VocabularyFamily::Area,   L"si",   "square inch"},
+    {mathexpr::VocabularyFamily::Area,   L"sy",   "square yard"},
+    {mathexpr::VocabularyFamily::Area,   L"sa",   "acre"},
+    {mathexpr::VocabularyFamily::Volume, L"vm",   "cubic metre"},
+    {mathexpr::VocabularyFamily::Volume, L"vcm",  "cubic centimetre"},
+    {mathexpr::VocabularyFamily::Volume, L"vmm",  "cubic millimetre"},
+    {mathexpr::VocabularyFamily::Volume, L"vkm",  "cubic kilometre"},
+    {mathexpr::VocabularyFamily::Volume, L"vf",   "cubic foot"},
+    {mathexpr::VocabularyFamily::Volume, L"vi",   "cubic inch"},
+    {mathexpr::VocabularyFamily::Volume, L"vy",   "cubic yard"},
 };
 // clang-format on
 
@@ -135,7 +135,7 @@ std::vector<std::string> words(std::string_view text)
     return found;
 }
 
-const char* unitName(VocabularyFamily family, std::wstring_view symbol)
+const char* unitName(mathexpr::VocabularyFamily family, std::wstring_view symbol)
 {
     const auto* const unit = std::find_if(std::begin(units), std::end(units), [&](const Unit& candidate) {
         return candidate.family == family && candidate.symbol == symbol;
@@ -143,7 +143,7 @@ const char* unitName(VocabularyFamily family, std::wstring_view symbol)
     return unit == std::end(units) ? "" : unit->name;
 }
 
-ItemNotes notesOfConversion(const VocabularyItem& item)
+ItemNotes notesOfConversion(const mathexpr::VocabularyItem& item)
 {
     const std::wstring_view symbol = item.symbol;
     const std::size_t separator = symbol.find(L'2');
@@ -155,9 +155,9 @@ ItemNotes notesOfConversion(const VocabularyItem& item)
 
 }
 
-ItemNotes notesOf(const VocabularyItem& item)
+ItemNotes notesOf(const mathexpr::VocabularyItem& item)
 {
-    if (item.kind == VocabularyKind::Constant)
+    if (item.kind == mathexpr::VocabularyKind::Constant)
     {
         return {{}, {}, {toUtf8(item.symbol) + "*2"}, {}, {}};
     }
@@ -171,25 +171,25 @@ ItemNotes notesOf(const VocabularyItem& item)
     return {row->units, row->domain, words(row->example), words(row->refused), words(row->points)};
 }
 
-std::string_view familyTitle(VocabularyFamily family)
+std::string_view familyTitle(mathexpr::VocabularyFamily family)
 {
     switch (family)
     {
-    case VocabularyFamily::Constants:
+    case mathexpr::VocabularyFamily::Constants:
         return "Constants";
-    case VocabularyFamily::Operators:
+    case mathexpr::VocabularyFamily::Operators:
         return "Operators";
-    case VocabularyFamily::CoreMath:
+    case mathexpr::VocabularyFamily::CoreMath:
         return "Core mathematics";
-    case VocabularyFamily::Angle:
+    case mathexpr::VocabularyFamily::Angle:
         return "Angle conversions";
-    case VocabularyFamily::Length:
+    case mathexpr::VocabularyFamily::Length:
         return "Length conversions";
-    case VocabularyFamily::Area:
+    case mathexpr::VocabularyFamily::Area:
         return "Area conversions";
-    case VocabularyFamily::Volume:
+    case mathexpr::VocabularyFamily::Volume:
         return "Volume conversions";
-    case VocabularyFamily::Geometry:
+    case mathexpr::VocabularyFamily::Geometry:
         return "Geometry";
     }
     return {};

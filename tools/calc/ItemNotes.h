@@ -17,7 +17,7 @@ struct ItemNotes
     std::vector<std::string> points;    ///< The item with points among its arguments.
 };
 
-ItemNotes notesOf(const VocabularyItem& item);
+ItemNotes notesOf(const mathexpr::VocabularyItem& item);
 
 /// "Length conversions" and the like.
-std::string_view familyTitle(VocabularyFamily family);
+std::string_view familyTitle(mathexpr::VocabularyFamily family);

@@ -7,15 +7,16 @@
 #include <utility>
 
 MessageRecorder::MessageRecorder()
-    : previous(setMessageDisplay({[](void* context, std::uint32_t id, const wchar_t* text) {
-                                      static_cast<MessageRecorder*>(context)->messages.push_back({id, toUtf8(text)});
-                                  },
-                                  this}))
+    : previous(mathexpr::setMessageDisplay(
+          {[](void* context, std::uint32_t id, const wchar_t* text) {
+               static_cast<MessageRecorder*>(context)->messages.push_back({id, toUtf8(text)});
+           },
+           this}))
 {}
 
 MessageRecorder::~MessageRecorder()
 {
-    setMessageDisplay(previous);
+    mathexpr::setMessageDisplay(previous);
 }
 
 std::vector<ShownMessage> MessageRecorder::takeMessages()

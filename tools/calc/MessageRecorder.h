@@ -18,6 +18,6 @@ public:
     std::vector<ShownMessage> takeMessages();
 
 private:
-    MessageDisplay previous;
+    mathexpr::ProcessMessageDisplay previous;
     std::vector<ShownMessage> messages;
 };

@@ -9,9 +9,9 @@ namespace {
 std::string operatorCharacters()
 {
     std::string characters;
-    for (const VocabularyItem& item : vocabularyItems())
+    for (const mathexpr::VocabularyItem& item : vocabularyItems())
     {
-        characters += item.kind == VocabularyKind::Operator ? toUtf8(item.symbol) : std::string();
+        characters += item.kind == mathexpr::VocabularyKind::Operator ? toUtf8(item.symbol) : std::string();
     }
     return characters;
 }

@@ -165,7 +165,8 @@ std::vector<std::string> possibleWords(const CommandWord& word, const std::vecto
     if (word.command == PromptCommand::Help)
     {
         std::ranges::for_each(names, [&](const NamedValue& named) { add(toUtf8(named.name)); });
-        std::ranges::for_each(vocabularyItems(), [&](const VocabularyItem& item) { add(toUtf8(item.symbol)); });
+        std::ranges::for_each(vocabularyItems(),
+                              [&](const mathexpr::VocabularyItem& item) { add(toUtf8(item.symbol)); });
     }
     if (word.command == PromptCommand::List)
     {

@@ -88,9 +88,9 @@ std::vector<Candidate> namesToOffer(const std::vector<NamedValue>& names)
     std::ranges::transform(names, std::back_inserter(candidates), [](const NamedValue& named) {
         return Candidate{toUtf8(named.name), toUtf8(named.name)};
     });
-    for (const VocabularyItem& item : vocabularyItems())
+    for (const mathexpr::VocabularyItem& item : vocabularyItems())
     {
-        if (item.kind == VocabularyKind::Constant)
+        if (item.kind == mathexpr::VocabularyKind::Constant)
         {
             candidates.push_back({toUtf8(item.symbol), toUtf8(item.symbol)});
         }
@@ -102,9 +102,9 @@ std::vector<Candidate> functionsToOffer(bool withBracket)
 {
     std::vector<Candidate> candidates;
     std::set<std::wstring_view> seen;
-    for (const VocabularyItem& item : vocabularyItems())
+    for (const mathexpr::VocabularyItem& item : vocabularyItems())
     {
-        if (item.kind == VocabularyKind::Function && seen.insert(item.symbol).second)
+        if (item.kind == mathexpr::VocabularyKind::Function && seen.insert(item.symbol).second)
         {
             const std::string symbol = toUtf8(item.symbol);
             const std::vector<CallExample> overloads = callExamples(symbol);

@@ -12,25 +12,23 @@
 namespace {
 
 /// Gives the object the names of the session, but for those of the host's that no expression can hold.
-template <class Object>
-void define(Object& object, const std::vector<NamedValue>& names)
+void define(MathExpression& object, const std::vector<NamedValue>& names)
 {
-    ExpressionVariables variables(object);
     for (const NamedValue& named : names)
     {
         try
         {
-            variables.set(named.name.c_str(), named.value);
+            mathexpr::setVariable(object, named.name.c_str(), named.value);
         }
-        catch (const DefinitionException&)
+        catch (const mathexpr::DefinitionException&)
         {
             continue;
         }
     }
 }
 
-template <class Object, class Evaluate>
-Verdict judgeWith(Object& object, const std::vector<NamedValue>& names, const Evaluate& evaluate)
+template <class Evaluate>
+Verdict judgeWith(MathExpression& object, const std::vector<NamedValue>& names, const Evaluate& evaluate)
 {
     define(object, names);
     try
@@ -40,17 +38,17 @@ Verdict judgeWith(Object& object, const std::vector<NamedValue>& names, const Ev
             return Verdict::Accepted;
         }
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {
         return Verdict::Refused;
     }
-    catch (const DefinitionException&)
+    catch (const mathexpr::DefinitionException&)
     {
         return Verdict::Refused;
     }
-    const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(object).get();
-    const bool depends =
-        diagnostic.kind == ExpressionDiagnostic::Kind::None && diagnostic.expected == Expected::InDomain;
+    const mathexpr::ExpressionDiagnostic diagnostic = mathexpr::getDiagnostic(object);
+    const bool depends = diagnostic.kind == mathexpr::ExpressionDiagnostic::Kind::None &&
+                         diagnostic.expected == mathexpr::Expected::InDomain;
     return depends ? Verdict::Undefined : Verdict::Refused;
 }
 
@@ -70,8 +68,9 @@ Verdict PromptProbe::judge(const std::string& expression) const
     VALTYPE value;
     if (maxInteger)
     {
-        CMathExpr object;
-        return judgeWith(object, names, [&] { return object.Calculate(text->c_str(), value, *maxInteger); });
+        CMathExpr calculator;
+        return judgeWith(mathexpr::expressionOf(calculator), names,
+                         [&] { return calculator.Calculate(text->c_str(), value, *maxInteger); });
     }
     MathExpression object(true, nullptr);
     return judgeWith(object, names, [&] { return object.setExpression(text->c_str()) && object.evaluate(value); });

@@ -12,7 +12,7 @@
 namespace {
 
 /// The names in the brackets of a usage line; the coordinates for the one function whose line has none.
-std::vector<std::string> parametersOf(const VocabularyItem& item)
+std::vector<std::string> parametersOf(const mathexpr::VocabularyItem& item)
 {
     const std::string usage = toUtf8(item.help);
     const std::size_t open = usage.find('(');

@@ -46,11 +46,11 @@ std::string refusalOf(const SMTDefExcepData& data)
 {
     switch (data.exID)
     {
-    case DefinitionError::VariableNameEmpty:
+    case mathexpr::DefinitionError::VariableNameEmpty:
         return "it is empty";
-    case DefinitionError::VariableNameIsNumber:
+    case mathexpr::DefinitionError::VariableNameIsNumber:
         return "it is a number";
-    case DefinitionError::VariableNameIsConstant:
+    case mathexpr::DefinitionError::VariableNameIsConstant:
         return "it is a constant of the language";
     default:
         return "it holds \"" + toUtf8(data.conflictItemName) + "\"";
@@ -204,7 +204,6 @@ private:
             throw TableTrouble{outcome == TableReader::Outcome::End ? "there are no headings"
                                                                     : "line 1: its quotes are not in order"};
         }
-        ExpressionVariables variables(calculator.expression());
         for (const std::string_view cell : reader.cells())
         {
             const std::string where = "column " + std::to_string(headings.size() + 1);
@@ -214,10 +213,11 @@ private:
             {
                 throw TableTrouble{where + ": the heading is not UTF-8"};
             }
-            if (const VALTYPE* const earlier = variables.address(wide->c_str()))
+            if (const VALTYPE* const earlier = mathexpr::getVariableAddress(calculator.expression(), wide->c_str()))
             {
-                const auto first = std::ranges::find_if(
-                    headings, [&](const std::wstring& other) { return variables.address(other.c_str()) == earlier; });
+                const auto first = std::ranges::find_if(headings, [&](const std::wstring& other) {
+                    return mathexpr::getVariableAddress(calculator.expression(), other.c_str()) == earlier;
+                });
                 std::string trouble = where;
                 trouble.append(": the heading \"").append(heading).append("\" is that of column ");
                 trouble.append(std::to_string(first - headings.begin() + 1)).append(" too");
@@ -232,9 +232,9 @@ private:
     {
         try
         {
-            ExpressionVariables(calculator.expression()).set(variable.c_str(), VALTYPE{});
+            mathexpr::setVariable(calculator.expression(), variable.c_str(), VALTYPE{});
         }
-        catch (const DefinitionException& exception)
+        catch (const mathexpr::DefinitionException& exception)
         {
             throw TableTrouble{what + " \"" + toUtf8(variable) +
                                "\" cannot be a name: " + refusalOf(exception.entries.front().data)};
@@ -244,7 +244,7 @@ private:
     void writeHeading()
     {
         const std::string assigned = assignedName(options.expressions.front());
-        if (!assigned.empty() && !ExpressionVariables(calculator.expression()).address(toWide(assigned)->c_str()))
+        if (!assigned.empty() && !mathexpr::getVariableAddress(calculator.expression(), toWide(assigned)->c_str()))
         {
             define(*toWide(assigned), "the assigned name");
         }
@@ -255,11 +255,11 @@ private:
     std::vector<TableColumn> usedColumns()
     {
         std::vector<TableColumn> columns;
-        ExpressionVariables variables(calculator.expression());
-        for (const std::wstring& used : variables.usedNames())
+        for (const std::wstring& used : mathexpr::getUsedNames(calculator.expression()))
         {
             const auto heading = std::ranges::find_if(headings, [&](const std::wstring& other) {
-                return variables.address(other.c_str()) == variables.address(used.c_str());
+                return mathexpr::getVariableAddress(calculator.expression(), other.c_str()) ==
+                       mathexpr::getVariableAddress(calculator.expression(), used.c_str());
             });
             if (heading != headings.end())
             {
@@ -341,7 +341,7 @@ private:
         defineHostNames(alone);
         for (std::size_t j = 0; j < batch.columns().size(); ++j)
         {
-            ExpressionVariables(alone.expression()).set(batch.columns()[j].name.c_str(), batch.value(row, j));
+            mathexpr::setVariable(alone.expression(), batch.columns()[j].name.c_str(), batch.value(row, j));
         }
         return failureText(alone.compute(options.expressions.front()));
     }

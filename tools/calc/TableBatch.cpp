@@ -119,18 +119,18 @@ void TableBatch::addBroken(std::uint64_t line, std::string complaint)
 
 void TableBatch::evaluate(MathExpression& expression, std::uint32_t nbThreads)
 {
-    std::vector<BulkColumn> columns;
+    std::vector<mathexpr::BulkColumn> columns;
     for (std::size_t j = 0; j < tableColumns.size(); ++j)
     {
         const bool isPoint = columnValues[j].isPoint;
         columns.push_back({tableColumns[j].name.c_str(), columnValues[j].numbers.data(),
                            static_cast<std::ptrdiff_t>((isPoint ? 3 : 1) * sizeof(double)),
-                           isPoint ? BulkKind::Point : BulkKind::Number});
+                           isPoint ? mathexpr::BulkKind::Point : mathexpr::BulkKind::Number});
     }
-    BulkResults target{results.data(), sizeof(VALTYPE), BulkKind::Record};
+    mathexpr::BulkResults target{results.data(), sizeof(VALTYPE), mathexpr::BulkKind::Record};
     target.status = status.data();
-    BulkOutcome outcome;
-    if (!evaluateBulk(expression, columns.data(), columns.size(), size(), target, nbThreads, outcome))
+    mathexpr::BulkOutcome outcome;
+    if (!mathexpr::evaluateBulk(expression, columns.data(), columns.size(), size(), target, nbThreads, outcome))
     {
         throw std::logic_error("the columns were refused");
     }

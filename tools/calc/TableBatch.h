@@ -48,7 +48,7 @@ public:
     /// What is wrong with a row's cells; empty where nothing is.
     const std::string& complaint(std::size_t row) const { return complaints[row]; }
     /// Whether the expression has no value for a row whose cells are in order.
-    bool isRefused(std::size_t row) const { return status[row] != RowStatus::Done; }
+    bool isRefused(std::size_t row) const { return status[row] != mathexpr::RowStatus::Done; }
     const VALTYPE& result(std::size_t row) const { return results[row]; }
     /// The values that a row has given to the columns.
     VALTYPE value(std::size_t row, std::size_t column) const;

@@ -1,12 +1,12 @@
 // VocabularyItems.cpp - see VocabularyItems.h.
 #include "tools/calc/VocabularyItems.h"
 
-const std::vector<VocabularyItem>& vocabularyItems()
+const std::vector<mathexpr::VocabularyItem>& vocabularyItems()
 {
-    static const std::vector<VocabularyItem> items = [] {
-        std::vector<VocabularyItem> all;
-        VocabularyItem item;
-        for (std::uint32_t index = 0; getVocabularyItem(index, item); ++index)
+    static const std::vector<mathexpr::VocabularyItem> items = [] {
+        std::vector<mathexpr::VocabularyItem> all;
+        mathexpr::VocabularyItem item;
+        for (std::uint32_t index = 0; mathexpr::getVocabularyItem(index, item); ++index)
         {
             all.push_back(item);
         }
@@ -18,10 +18,10 @@ const std::vector<VocabularyItem>& vocabularyItems()
 const std::vector<FamilyName>& familyNames()
 {
     static const std::vector<FamilyName> names = {
-        {VocabularyFamily::Constants, "constants"}, {VocabularyFamily::Operators, "operators"},
-        {VocabularyFamily::CoreMath, "core"},       {VocabularyFamily::Geometry, "geometry"},
-        {VocabularyFamily::Angle, "angle"},         {VocabularyFamily::Length, "length"},
-        {VocabularyFamily::Area, "area"},           {VocabularyFamily::Volume, "volume"},
+        {mathexpr::VocabularyFamily::Constants, "constants"}, {mathexpr::VocabularyFamily::Operators, "operators"},
+        {mathexpr::VocabularyFamily::CoreMath, "core"},       {mathexpr::VocabularyFamily::Geometry, "geometry"},
+        {mathexpr::VocabularyFamily::Angle, "angle"},         {mathexpr::VocabularyFamily::Length, "length"},
+        {mathexpr::VocabularyFamily::Area, "area"},           {mathexpr::VocabularyFamily::Volume, "volume"},
     };
     return names;
 }

@@ -7,11 +7,11 @@
 #include <vector>
 
 /// In the order in which the items are registered.
-const std::vector<VocabularyItem>& vocabularyItems();
+const std::vector<mathexpr::VocabularyItem>& vocabularyItems();
 
 struct FamilyName
 {
-    VocabularyFamily family;
+    mathexpr::VocabularyFamily family;
     std::string_view name;  ///< One word.
 };
 

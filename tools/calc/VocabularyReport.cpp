@@ -24,22 +24,22 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-const char* kindName(VocabularyKind kind)
+const char* kindName(mathexpr::VocabularyKind kind)
 {
     switch (kind)
     {
-    case VocabularyKind::Constant:
+    case mathexpr::VocabularyKind::Constant:
         return "constant";
-    case VocabularyKind::Operator:
+    case mathexpr::VocabularyKind::Operator:
         return "operator";
     default:
         return "function";
     }
 }
 
-Json itemJson(const VocabularyItem& item)
+Json itemJson(const mathexpr::VocabularyItem& item)
 {
-    if (item.kind == VocabularyKind::Constant)
+    if (item.kind == mathexpr::VocabularyKind::Constant)
     {
         return {{"kind", kindName(item.kind)},
                 {"class", nullptr},
@@ -52,7 +52,7 @@ Json itemJson(const VocabularyItem& item)
                 {"constant", item.constant},
                 {"value", {bitsText(item.value), bitsText(0.0), bitsText(0.0)}}};
     }
-    const bool isOperator = item.kind == VocabularyKind::Operator;
+    const bool isOperator = item.kind == mathexpr::VocabularyKind::Operator;
     return {{"kind", kindName(item.kind)},
             {"class", toUtf8(item.className)},
             {"symbol", toUtf8(item.symbol)},
@@ -65,14 +65,14 @@ Json itemJson(const VocabularyItem& item)
 }
 
 /// How a person would name the item.
-std::string headOf(const VocabularyItem& item)
+std::string headOf(const mathexpr::VocabularyItem& item)
 {
-    return item.kind == VocabularyKind::Constant ? toUtf8(item.symbol) : toUtf8(item.help);
+    return item.kind == mathexpr::VocabularyKind::Constant ? toUtf8(item.symbol) : toUtf8(item.help);
 }
 
-std::string tailOf(const VocabularyItem& item)
+std::string tailOf(const mathexpr::VocabularyItem& item)
 {
-    return item.kind == VocabularyKind::Constant ? numberText(item.value) : toUtf8(item.description);
+    return item.kind == mathexpr::VocabularyKind::Constant ? numberText(item.value) : toUtf8(item.description);
 }
 
 /// An expression and what comes of it, in words that hold in both modes of the library.
@@ -94,7 +94,7 @@ Computed compute(const std::string& expression)
         const auto text = toWide(expression);
         done = text && object.setExpression(text->c_str()) && object.evaluate(value);
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {
         // The diagnostic tells more.
     }
@@ -103,8 +103,9 @@ Computed compute(const std::string& expression)
         computed.outcome = valueText(value);
         return computed;
     }
-    const ExpressionDiagnostic diagnostic = ExpressionDiagnostics(object).get();
-    if (diagnostic.code == ParsingError::ArgumentKind && diagnostic.kind == ExpressionDiagnostic::Kind::Parsing)
+    const mathexpr::ExpressionDiagnostic diagnostic = mathexpr::getDiagnostic(object);
+    if (diagnostic.code == mathexpr::ParsingError::ArgumentKind &&
+        diagnostic.kind == mathexpr::ExpressionDiagnostic::Kind::Parsing)
     {
         computed.outcome = "exception 15";
         computed.reason = "A number is needed instead of a point.";
@@ -134,7 +135,7 @@ Json computedJson(const std::vector<std::string>& expressions)
     return list;
 }
 
-Json descriptionJson(const VocabularyItem& item)
+Json descriptionJson(const mathexpr::VocabularyItem& item)
 {
     const ItemNotes notes = notesOf(item);
     Json json = itemJson(item);
@@ -165,13 +166,13 @@ void printComputed(std::string_view title, const std::vector<std::string>& expre
     }
 }
 
-void printDescription(const VocabularyItem& item)
+void printDescription(const mathexpr::VocabularyItem& item)
 {
     const ItemNotes notes = notesOf(item);
     std::cout << headOf(item) << '\n';
     printLine("", tailOf(item));
     printLine("Family", std::string(familyTitle(item.family)));
-    if (item.kind == VocabularyKind::Operator)
+    if (item.kind == mathexpr::VocabularyKind::Operator)
     {
         printLine("Binds", std::to_string(item.precedence) + " (0 loosest, 4 tightest)");
     }
@@ -188,7 +189,7 @@ std::vector<std::wstring> namesThatBeginAlike(const std::wstring& name)
 {
     std::vector<std::wstring> alike;
     std::size_t most = 1;
-    for (const VocabularyItem& item : vocabularyItems())
+    for (const mathexpr::VocabularyItem& item : vocabularyItems())
     {
         const std::wstring_view symbol = item.symbol;
         const auto differing = std::mismatch(name.begin(), name.end(), symbol.begin(), symbol.end()).first;
@@ -215,9 +216,9 @@ std::vector<std::wstring> nearestNames(const std::wstring& name)
     {
         object.setExpression(name.c_str());
     }
-    catch (const ParsingException&)
+    catch (const mathexpr::ParsingException&)
     {
-        const std::vector<std::wstring> near = ExpressionDiagnostics(object).get().suggestions;
+        const std::vector<std::wstring> near = mathexpr::getDiagnostic(object).suggestions;
         return near.empty() ? namesThatBeginAlike(name) : near;
     }
     return {};
@@ -239,7 +240,7 @@ void complain(const std::string& name)
 
 void listVocabulary(bool json)
 {
-    const std::vector<VocabularyItem>& items = vocabularyItems();
+    const std::vector<mathexpr::VocabularyItem>& items = vocabularyItems();
     if (json)
     {
         Json list = Json::array();
@@ -254,10 +255,10 @@ void listVocabulary(bool json)
     }
 }
 
-void listFamily(VocabularyFamily family)
+void listFamily(mathexpr::VocabularyFamily family)
 {
     std::cout << familyTitle(family) << '\n';
-    for (const VocabularyItem& item : vocabularyItems())
+    for (const mathexpr::VocabularyItem& item : vocabularyItems())
     {
         if (item.family == family)
         {
@@ -268,13 +269,13 @@ void listFamily(VocabularyFamily family)
 
 bool describeItems(const std::vector<std::string>& names, bool json)
 {
-    const std::vector<VocabularyItem>& items = vocabularyItems();
+    const std::vector<mathexpr::VocabularyItem>& items = vocabularyItems();
     bool allKnown = true;
     for (std::size_t index = 0; index < names.size(); ++index)
     {
-        std::vector<VocabularyItem> found;
+        std::vector<mathexpr::VocabularyItem> found;
         std::copy_if(items.begin(), items.end(), std::back_inserter(found),
-                     [&](const VocabularyItem& item) { return toUtf8(item.symbol) == names[index]; });
+                     [&](const mathexpr::VocabularyItem& item) { return toUtf8(item.symbol) == names[index]; });
         if (json)
         {
             Json list = Json::array();
@@ -283,7 +284,7 @@ bool describeItems(const std::vector<std::string>& names, bool json)
         }
         else
         {
-            for (const VocabularyItem& item : found)
+            for (const mathexpr::VocabularyItem& item : found)
             {
                 std::cout << (index == 0 && &item == &found.front() ? "" : "\n");
                 printDescription(item);

@@ -10,7 +10,7 @@
 void listVocabulary(bool json);
 
 /// Prints the items of one family, a line each below the family's title.
-void listFamily(VocabularyFamily family);
+void listFamily(mathexpr::VocabularyFamily family);
 
 /// Tells all about the items of each name, overloads included, with expressions that are computed meanwhile; as JSON an
 /// array a name. Of a name that is none, the nearest ones are told on standard error.
