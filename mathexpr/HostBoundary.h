@@ -10,7 +10,7 @@
 
 #include "platform/FloatingPointGuard.h"
 
-#if defined(__MINGW32__)
+#if defined(__MINGW32__) && !defined(MATHEXPR_STATIC)  // there the host has the same run-time library
 
 /// While the handler of an exception runs that will be thrown on: moves the count of exceptions to the host.
 void handExceptionsOver(const mathexpr::HostRuntime& host) noexcept;

@@ -1,0 +1,20 @@
+// powers.cpp - a host in C++ whose values show whose pow computes them: with MinGW's own, powers of ten are off.
+#include "mathexpr.hpp"
+
+#include <iostream>
+
+int main()
+{
+    const double powers[] = {0.1, 0.01, 0.001, 0.0001, 0.00001, 0.000001, 0.0000001, 0.00000001};
+    int exponent = 0;
+    for (const double power : powers)
+    {
+        const std::string text = "10^(0-" + std::to_string(++exponent) + ")";
+        if (mathexpr::number(text) != power)
+        {
+            std::cout << text << " is not the double nearest to it\n";
+            return 1;
+        }
+    }
+    return 0;
+}
