@@ -22,7 +22,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
 # Debian packs GoogleTest and the header-only libraries for its own architecture only; the Find modules beside this file
 # take their sources and headers from there.
-list(PREPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR})
+list(PREPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR} ${CMAKE_CURRENT_LIST_DIR}/../from_sources)
 set(MATHEXPR_UTF8CPP_INCLUDE_DIR /usr/include/utf8cpp CACHE PATH "Where utf8.h is")
 
 find_program(MATHEXPR_WINE NAMES wine64 wine PATHS /usr/lib/wine)

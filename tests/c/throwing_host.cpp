@@ -1,6 +1,7 @@
 // throwing_host.cpp - see throwing_host.h.
 #include "tests/c/throwing_host.h"
 
+#include <cstdint>
 #include <new>
 #include <stdexcept>
 

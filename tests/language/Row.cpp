@@ -1,6 +1,8 @@
 // Row.cpp - reads data files. Every line that is not a row is an error, so that no slip silences a test.
 #include "tests/language/Row.h"
 
+#include "tests/ReadNumber.h"
+
 #include <charconv>
 #include <fstream>
 #include <iterator>
@@ -54,7 +56,7 @@ template <class Number>
 Number parseNumber(std::string_view text)
 {
     Number number{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const auto [end, error] = readNumber(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size())
     {
         reject("not a number", text);
@@ -88,7 +90,7 @@ std::wstring widen(std::string_view text)
         case 'u': {
             unsigned code = 0;
             const std::string_view digits = text.substr(i + 1, 4);
-            const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), code, 16);
+            const auto [end, error] = readNumber(digits.data(), digits.data() + digits.size(), code, 16);
             if (digits.size() != 4 || error != std::errc() || end != digits.data() + digits.size())
             {
                 reject("bad escape", text);

@@ -1,6 +1,8 @@
 // Values.cpp - see Values.h. Numbers are read and written by <charconv>, so that no locale has a say.
 #include "tests/language/Values.h"
 
+#include "tests/ReadNumber.h"
+
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -19,7 +21,7 @@ struct Coordinate
 template <class Number, class... Format>
 bool readWhole(std::string_view text, Number& number, Format... format)
 {
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, format...);
+    const auto [end, error] = readNumber(text.data(), text.data() + text.size(), number, format...);
     return error == std::errc() && end == text.data() + text.size();
 }
 

@@ -1,4 +1,4 @@
-# GoogleTest for a cross build: compiled from Debian's sources of it.
+# GoogleTest for a build whose standard library or system is not that of Debian's package: compiled from its sources.
 if(NOT TARGET GTest::gtest_main)
   add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
   if(NOT TARGET GTest::gtest_main)
