@@ -73,6 +73,23 @@ install(
   DESTINATION ${pkgconfig_folder}
   COMPONENT development)
 
+# The header's declarations for foreign-function interfaces, and the list of what the library is made of.
+set(cdef ${PROJECT_BINARY_DIR}/mathexpr.cdef)
+add_custom_command(
+  OUTPUT ${cdef}
+  COMMAND ${CMAKE_COMMAND} -D HEADER=${PROJECT_SOURCE_DIR}/include/mathexpr.h -D CDEF=${cdef} -P
+          ${CMAKE_CURRENT_LIST_DIR}/ForeignFunctions.cmake
+  DEPENDS ${PROJECT_SOURCE_DIR}/include/mathexpr.h ${CMAKE_CURRENT_LIST_DIR}/ForeignFunctions.cmake
+  VERBATIM)
+add_custom_target(mathexpr_cdef ALL DEPENDS ${cdef})
+string(TIMESTAMP MATHEXPR_SBOM_TIME "%Y-%m-%dT%H:%M:%SZ" UTC)  # that of SOURCE_DATE_EPOCH, where it is set
+file(STRINGS ${PROJECT_SOURCE_DIR}/LICENSE MATHEXPR_COPYRIGHT REGEX "^Copyright")
+configure_file(${CMAKE_CURRENT_LIST_DIR}/mathexpr.spdx.json.in ${PROJECT_BINARY_DIR}/mathexpr.spdx.json @ONLY)
+install(
+  FILES ${cdef} ${PROJECT_BINARY_DIR}/mathexpr.spdx.json
+  DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/mathexpr
+  COMPONENT development)
+
 set(documents ${CMAKE_INSTALL_DATAROOTDIR}/doc/${MATHEXPR_DEVELOPMENT_PACKAGE})
 install(
   FILES ${PROJECT_SOURCE_DIR}/docs/embedding.md ${PROJECT_SOURCE_DIR}/docs/language.md
@@ -90,6 +107,28 @@ if(MATHEXPR_BUILD_TOOLS)
     install(
       FILES ${PROJECT_SOURCE_DIR}/docs/mathexpr.1
       DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+      COMPONENT tool)
+  endif()
+  # Its options, for the shells that complete them.
+  if(UNIX AND NOT CMAKE_CROSSCOMPILING)
+    set(script_for_bash bash-completion/completions/mathexpr)
+    set(script_for_zsh zsh/vendor-completions/_mathexpr)
+    set(script_for_fish fish/vendor_completions.d/mathexpr.fish)
+    foreach(shell bash zsh fish)
+      set(script ${PROJECT_BINARY_DIR}/completions/${script_for_${shell}})
+      cmake_path(GET script PARENT_PATH folder)
+      file(MAKE_DIRECTORY ${folder})
+      add_custom_command(
+        OUTPUT ${script}
+        COMMAND mathexpr-calc --completion ${shell} >${script}
+        DEPENDS mathexpr-calc
+        VERBATIM)
+      list(APPEND completion_scripts ${script})
+    endforeach()
+    add_custom_target(mathexpr_completions ALL DEPENDS ${completion_scripts})
+    install(
+      DIRECTORY ${PROJECT_BINARY_DIR}/completions/
+      TYPE DATA
       COMPONENT tool)
   endif()
   # Finds its library wherever the tree is unpacked; in /usr the system looks by itself.

@@ -5,6 +5,8 @@
 
 #include "tools/calc/Options.h"
 
+#include "tools/calc/CompletionScripts.h"
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -163,6 +165,10 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
            "With --table: compute on N threads")
         ->type_name("N")
         ->needs(tableFile);
+    std::string completedShell;
+    app.add_option("--completion", completedShell,
+                   "Print the script that completes options in bash, zsh or fish and end")
+        ->type_name("SHELL");
     app.footer("Failures are told on standard error. Exit status: 0 all computed, 1 an expression failed, 2 usage, 130 "
                "Ctrl-C.");
 
@@ -179,6 +185,16 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
     catch (const CLI::ParseError& error)
     {
         return usageError(error.what());
+    }
+    if (!completedShell.empty())
+    {
+        const std::string script = completionScript(app, completedShell);
+        if (script.empty())
+        {
+            return usageError("--completion knows bash, zsh and fish: " + completedShell);
+        }
+        std::cout << script;
+        return ExitStatus{statusOk};
     }
     options.expressions = std::move(arguments.expressions);
     if ((options.list || !options.described.empty()) && !options.expressions.empty())

@@ -1,0 +1,15 @@
+# The text of mathexpr.h for foreign-function interfaces that read declarations of C without a preprocessor, such as
+# LuaJIT's ffi.cdef and cffi: ForeignFunctions.cmake -D HEADER=... -D CDEF=...
+#
+# Of the header it keeps the declarations, and each macro that is a plain number becomes a constant of an enumeration.
+cmake_minimum_required(VERSION 3.25)
+file(READ ${HEADER} text)
+string(REGEX REPLACE "//[^\n]*" "" text "${text}")
+string(REGEX REPLACE "#if defined\\(__cplusplus\\).*#else\n(.*)#endif" "\\1" text "${text}")
+string(REGEX REPLACE "#define (MATHEXPR_[A-Z_]+) ([0-9]+)\n" "enum { \\1 = \\2 };\n" text "${text}")
+string(REGEX REPLACE "#[^\n]*" "" text "${text}")
+string(REGEX REPLACE "MATHEXPR_C_API | MATHEXPR_NOEXCEPT" "" text "${text}")
+string(REGEX REPLACE "[ \t]+\n" "\n" text "${text}")
+string(REGEX REPLACE "\n\n+" "\n" text "${text}")
+string(STRIP "${text}" text)
+file(WRITE ${CDEF} "${text}\n")

@@ -1,0 +1,43 @@
+"""cdef.py CDEF INCLUDE - the declarations for foreign-function interfaces are what the preprocessor makes of the header.
+
+Beside them stand the header's macros that are plain numbers, as constants.
+"""
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+TOKEN = re.compile(r"\w+|[^\s\w]")
+CONSTANT = re.compile(r"^enum \{ (\w+) = (\d+) \};\n", re.MULTILINE)
+MACRO = re.compile(r"^#define (MATHEXPR_\w+) (\d+)$", re.MULTILINE)
+
+
+def preprocessed(header):
+    """What a compiler of C reads of the header itself, without what it includes."""
+    lines = subprocess.run(["cc", "-E", "-std=c99", "-DMATHEXPR_STATIC", str(header)], check=True, capture_output=True,
+                           text=True).stdout.splitlines()
+    own = False
+    for line in lines:
+        marker = re.match(r'# \d+ "(.*?)"', line)
+        if marker:
+            own = marker[1] == str(header)
+        elif own:
+            yield line
+
+
+def main():
+    header = Path(sys.argv[2]) / "mathexpr.h"
+    cdef = Path(sys.argv[1]).read_text(encoding="ascii")
+    macros = MACRO.findall(header.read_text(encoding="utf-8"))
+    if not macros or CONSTANT.findall(cdef) != macros:
+        return "cdef.py: the header has other macros"
+    found = TOKEN.findall(CONSTANT.sub("", cdef))
+    expected = TOKEN.findall("\n".join(preprocessed(header)))
+    for index, (token, wanted) in enumerate(zip(found, expected)):
+        if token != wanted:
+            return f"cdef.py: {' '.join(found[index - 5:index + 5])}, and in the header {wanted}"
+    return None if len(found) == len(expected) > 1000 else "cdef.py: the header holds more or less"
+
+
+if __name__ == "__main__":
+    sys.exit(main())
