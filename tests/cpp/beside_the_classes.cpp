@@ -1,0 +1,13 @@
+// beside_the_classes.cpp - mathexpr.hpp and the headers of the classes share a namespace, and no name in it.
+#include "mathexpr/BulkEvaluation.h"
+#include "mathexpr/CMathExpr.h"
+#include "mathexpr/Diagnostics.h"
+#include "mathexpr/Limits.h"
+#include "mathexpr/MathExpression.h"
+#include "mathexpr/MessageDisplay.h"
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
+#include "mathexpr/Vocabulary.h"
+
+#include <mathexpr.hpp>
