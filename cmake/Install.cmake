@@ -85,8 +85,15 @@ add_custom_target(mathexpr_cdef ALL DEPENDS ${cdef})
 string(TIMESTAMP MATHEXPR_SBOM_TIME "%Y-%m-%dT%H:%M:%SZ" UTC)  # that of SOURCE_DATE_EPOCH, where it is set
 file(STRINGS ${PROJECT_SOURCE_DIR}/LICENSE MATHEXPR_COPYRIGHT REGEX "^Copyright")
 configure_file(${CMAKE_CURRENT_LIST_DIR}/mathexpr.spdx.json.in ${PROJECT_BINARY_DIR}/mathexpr.spdx.json @ONLY)
+foreach(component library development)
+  string(TOUPPER ${component} COMPONENT)
+  install(
+    FILES ${PROJECT_BINARY_DIR}/mathexpr.spdx.json
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${MATHEXPR_${COMPONENT}_PACKAGE}
+    COMPONENT ${component})
+endforeach()
 install(
-  FILES ${cdef} ${PROJECT_BINARY_DIR}/mathexpr.spdx.json
+  FILES ${cdef}
   DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/mathexpr
   COMPONENT development)
 
@@ -120,7 +127,7 @@ if(MATHEXPR_BUILD_TOOLS)
       file(MAKE_DIRECTORY ${folder})
       add_custom_command(
         OUTPUT ${script}
-        COMMAND mathexpr-calc --completion ${shell} >${script}
+        COMMAND mathexpr-calc --completion ${shell} > ${script}
         DEPENDS mathexpr-calc
         VERBATIM)
       list(APPEND completion_scripts ${script})

@@ -66,6 +66,11 @@ class Completion(unittest.TestCase):
         self.assertEqual((done.returncode, done.stdout), (2, ""))
         self.assertIn("--completion knows bash, zsh and fish: tcsh", done.stderr)
 
+    def test_expressions_are_refused(self):
+        done = subprocess.run([CALCULATOR, "--completion", "bash", "1+2"], capture_output=True, text=True, check=False)
+        self.assertEqual((done.returncode, done.stdout), (2, ""))
+        self.assertIn("--completion computes no expressions", done.stderr)
+
 
 if __name__ == "__main__":
     CALCULATOR = sys.argv.pop(1)

@@ -188,6 +188,10 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
     }
     if (!completedShell.empty())
     {
+        if (!arguments.expressions.empty())
+        {
+            return usageError("--completion computes no expressions");
+        }
         const std::string script = completionScript(app, completedShell);
         if (script.empty())
         {
