@@ -1,7 +1,10 @@
 // c_interface_fuzzer.cpp - any bytes as texts and names of the C interface, in both encodings: every call answers with
-// a status, UTF-8 and UTF-16 of one text give one result, and the object stays usable.
+// a status, UTF-8 and UTF-16 of one text give one result, a value's text reads back to it, a function gives what an
+// evaluation gives, and the object stays usable.
 #include <mathexpr.h>
 
+#include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -38,6 +41,41 @@ mathexpr_expression* create()
     return expression;
 }
 
+bool isFinite(const mathexpr_value& value)
+{
+    return std::isfinite(value.x) && std::isfinite(value.y) && std::isfinite(value.z);
+}
+
+void checkText(const mathexpr_value& value)
+{
+    std::array<char, MATHEXPR_VALUE_TEXT_CAPACITY> text;
+    std::size_t length = 0;
+    expect(mathexpr_format_value_utf8(&value, 15, text.data(), text.size(), &length) == MATHEXPR_OK);
+    expect(mathexpr_format_value_utf8(&value, MATHEXPR_EXACT_DIGITS, text.data(), text.size(), &length) == MATHEXPR_OK);
+    if (isFinite(value))
+    {
+        mathexpr_expression* const reader = create();
+        mathexpr_value read{};
+        expect(mathexpr_evaluate_text_utf8(reader, text.data(), length, &read) == MATHEXPR_OK);
+        expect(read.type == value.type && read.x == value.x);
+        expect(read.type == MATHEXPR_NUMBER || (read.y == value.y && read.z == value.z));
+        expect(mathexpr_destroy(reader) == MATHEXPR_OK);
+    }
+}
+
+void checkFunction(const char* text, std::size_t size, const mathexpr_value& value)
+{
+    mathexpr_expression* const maker = create();
+    mathexpr_function* function = nullptr;
+    expect(mathexpr_create_function_utf8(maker, text, size, nullptr, 0, &function) == MATHEXPR_OK);
+    expect(mathexpr_destroy(maker) == MATHEXPR_OK);
+    double result = 0.0;
+    const mathexpr_status status = mathexpr_call_function(function, nullptr, &result);
+    expect(status == (value.type == MATHEXPR_POINT ? MATHEXPR_OTHER_KIND : MATHEXPR_OK));
+    expect(status != MATHEXPR_OK || result == value.x || std::isnan(value.x));
+    expect(mathexpr_destroy_function(function) == MATHEXPR_OK);
+}
+
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -48,6 +86,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (first.status == MATHEXPR_OK)
     {
         first.status = mathexpr_evaluate(expression, &first.value);
+    }
+    const bool isRandom = std::string_view(utf8, size).find("rand") != std::string_view::npos;
+    if (first.status == MATHEXPR_OK)
+    {
+        checkText(first.value);
+        if (!isRandom)
+        {
+            checkFunction(utf8, size, first.value);
+        }
     }
     std::size_t offset = 0;
     const mathexpr_status encoding = mathexpr_check_utf8(utf8, size, &offset);
@@ -67,7 +114,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             second.status = mathexpr_evaluate(other, &second.value);
         }
         expect(first == second || first.value.x != first.value.x || first.value.y != first.value.y ||
-               first.value.z != first.value.z || std::string_view(utf8, size).find("rand") != std::string_view::npos);
+               first.value.z != first.value.z || isRandom);
         expect(mathexpr_destroy(other) == MATHEXPR_OK);
     }
 
