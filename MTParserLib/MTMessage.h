@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTMessage.h - the one way in which the engine shows an error to the user.
 //
 // The engine knows messages by number only. Whoever links the engine defines this function: the shared library shows a

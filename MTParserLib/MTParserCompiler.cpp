@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserCompiler.cpp - the pass over the text, the operator stack, and the errors.
 #include "MTParserLib/MTParserCompiler.h"
 

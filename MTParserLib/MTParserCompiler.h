@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserCompiler.h - turns a text into a program in one pass from left to right.
 //
 // How an expression is compiled by hand. Read the rewritten text character by character; a token is what lies between

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserDefFuncs.cpp - the one list of the vocabulary. See MTParserDefFuncs.h.
 #include "MTParserLib/MTParserDefFuncs.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserDefFuncs.h - the vocabulary: every constant, operator and function that a new expression object knows.
 //
 // The classes stand in vocabulary/, one header per family. The one list of them, in the order in which they are

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserRegistrar.cpp - definitions with their checks, in the order in which they are made, and the look-ups.
 #include "MTParserLib/MTParserRegistrar.h"
 

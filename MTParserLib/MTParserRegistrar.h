@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserRegistrar.h - everything that a name in an expression can mean.
 //
 // One registrar keeps the operators, functions (with overloads), constants and variables of an expression object and

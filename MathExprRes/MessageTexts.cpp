@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MessageTexts.cpp - the built-in form of the texts, and the choice of a language.
 
 #include "MathExprRes/MessageTexts.h"

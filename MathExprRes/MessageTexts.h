@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MessageTexts.h - the texts of the messages, 1 to 19, in every language: the table for platforms without string
 // resources.
 #pragma once

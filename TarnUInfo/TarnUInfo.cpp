@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TarnUInfo.cpp - see TarnUInfo.h. What has been loaded is kept in one list, which is released when this library is
 // unloaded from a process that goes on; a process that ends gives everything back by itself.
 //

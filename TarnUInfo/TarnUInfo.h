@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TarnUInfo.h - finds and loads the resource library of a module: strings in the user's language.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Checks.h - inputs for the formulas, and how a result is held against native code's.
 #pragma once
 

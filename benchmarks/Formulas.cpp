@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Formulas.cpp - the list of formulas.
 #include "benchmarks/Formulas.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Formulas.h - the formulas that every engine computes, as this language writes them and as the peers do.
 #pragma once
 

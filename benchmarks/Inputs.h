@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Inputs.h - the values that the formulas of the benchmarks read, in one layout for native code and for every engine.
 #pragma once
 

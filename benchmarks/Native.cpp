@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Native.cpp - compiled with -O2 and two exceptions. pow is left a call: g++ makes x*x of pow(x, 2), which rounds
 // differently for about one value in a thousand. And nothing is vectorised: reading two coordinates at once that have
 // just been written one by one waits for the memory, and would make the limit slower than it is.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Native.h - the formulas in C++: the limit that an interpreter can approach, and the values that it has to meet.
 //
 // Each is compiled on its own with g++ -O2 and called through a pointer, as an expression is. Operations stand in the

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // NativeBulk.cpp - see NativeBulk.h. The columns are read through pointers of their own, as a loop over arrays is
 // written where speed matters.
 #include "benchmarks/NativeBulk.h"

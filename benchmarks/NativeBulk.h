@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // NativeBulk.h - some of the formulas in C++ as loops over columns: the limit of bulk evaluation. Compiled with g++
 // -O2, in a translation unit of their own.
 #pragma once

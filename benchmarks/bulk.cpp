@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // bulk.cpp - how long a row takes in bulk evaluation, beside a native loop over the same columns and beside calling
 // evaluate for each row. Times are those of all rows of a run; the counter "items" tells how many there are.
 //

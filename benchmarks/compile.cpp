@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // compile.cpp - how long compiling takes: a text compiled and evaluated once on an existing object, the same for texts
 // of up to a million terms, an object made and destroyed, and one text computed by a fresh object.
 //

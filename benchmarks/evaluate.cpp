@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // evaluate.cpp - how long one evaluation takes, for every formula and every engine.
 //
 // Before anything is measured, every engine's results are compared with native code's. A peer whose bits differ is

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Runs the benchmark programs and collects their figures: medians in nanoseconds of processor time.
 
 Everything runs pinned to one processor. Evaluation: one process for each formula, in which Google Benchmark interleaves

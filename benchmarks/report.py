@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Makes tables of the figures, sets the targets beside them, and writes docs/performance.md."""
 import math
 import statistics

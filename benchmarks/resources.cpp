@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // resources.cpp - what this library allocates: while evaluating, while compiling, for an expression object and for a
 // compiled program; and how long the first object of a process takes. Prints one JSON object.
 //

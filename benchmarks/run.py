@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Runs the benchmarks, prints the tables, and writes the page about performance.
 
 ./dev bench builds the programs and calls this. While working on the engine, build them once with the preset "bench"

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
 # mathexpr_options: what every target of the project is compiled with.
 #
 # Floating point is exact and repeatable: each multiplication and division is a double operation of its own, so the

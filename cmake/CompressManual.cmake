@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
 # Run by cpack on what a package is made of: Debian's packages hold manual pages compressed, without a time in them.
 if(CPACK_GENERATOR STREQUAL "DEB")
   file(GLOB_RECURSE pages ${CPACK_TEMPORARY_DIRECTORY}/*.1)

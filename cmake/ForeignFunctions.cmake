@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
 # The text of mathexpr.h for foreign-function interfaces that read declarations of C without a preprocessor, such as
 # LuaJIT's ffi.cdef and cffi: ForeignFunctions.cmake -D HEADER=... -D CDEF=...
 #

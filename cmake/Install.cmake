@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
 # What cmake --install puts where, in three components:
 #   library      what a program needs that was linked with the library
 #   development  what it takes to compile such a program: headers, CMake package, pkg-config file, documents, examples

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
 # The packages that cpack makes: one archive of everything (TGZ), and a Debian package for each component (DEB).
 #
 # Debian's are made of a tree that was configured for /usr and its folder of libraries; cmake/packages does so.

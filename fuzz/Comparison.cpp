@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Comparison.cpp - see Comparison.h.
 #include "fuzz/Comparison.h"
 

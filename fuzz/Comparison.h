@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Comparison.h - plays calls on the library and on the reference, and stops the process where a host could tell them
 // apart.
 #pragma once

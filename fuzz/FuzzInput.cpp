@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // FuzzInput.cpp - see FuzzInput.h.
 #include "fuzz/FuzzInput.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // FuzzInput.h - reads decisions and texts from the bytes that a fuzzer makes up.
 #pragma once
 

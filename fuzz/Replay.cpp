@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Replay.cpp - runs a fuzzer's target on files, without a fuzzer: all files of the directories that are named.
 #include <cstdint>
 #include <cstdio>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // c_interface_fuzzer.cpp - any bytes as texts and names of the C interface, in both encodings: every call answers with
 // a status, UTF-8 and UTF-16 of one text give one result, a value's text reads back to it, a function gives what an
 // evaluation gives, and the object stays usable.

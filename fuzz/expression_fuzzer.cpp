@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // expression_fuzzer.cpp - one text, compiled and evaluated in both modes, with its variables changed in between.
 #include "fuzz/Comparison.h"
 #include "fuzz/FuzzInput.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // messages_fuzzer.cpp - the table of message texts, asked for any number in the language of any locale name.
 #include "MathExprRes/MessageTexts.h"
 #include "fuzz/FuzzInput.h"

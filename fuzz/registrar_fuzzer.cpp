@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // registrar_fuzzer.cpp - any definitions, in any order, under any syntax characters. What was accepted is found, what
 // was refused has changed nothing, and every item is deleted once.
 #include "MTParserLib/MTMessage.h"

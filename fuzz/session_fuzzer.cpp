@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // session_fuzzer.cpp - any sequence of calls on one object, or on calculators that are copies of each other.
 #include "fuzz/Comparison.h"
 #include "fuzz/FuzzInput.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // mathexpr.h - the whole library for C, and for every language that can call C.
 //
 //     mathexpr_expression* expression = NULL;

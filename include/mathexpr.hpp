@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // mathexpr.hpp - expressions for C++ hosts of any compiler, over the C interface.
 //
 //     mathexpr::Value width = 2.5;

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BuiltInMessages.cpp - MessageSource.h for platforms without string resources. Nothing is loaded, so start-up cannot
 // fail there.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BulkEvaluation.cpp - checks the arrays, finds the variables of the columns, and has the engine do the rest.
 #include "mathexpr/BulkEvaluation.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CMathExpr.cpp - one call around an expression object.
 #include "mathexpr/CMathExpr.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Diagnostics.cpp - makes the record for the host from what the compiler has noted.
 #include "mathexpr/Diagnostics.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // EngineAccess.h - lets what stands beside the exported classes reach the engine behind them. Internal to this folder.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostBoundary.h - what every exported operation that computes goes through, on its way in and out.
 //
 //     return atHostBoundary(host, [&] { return ...; });

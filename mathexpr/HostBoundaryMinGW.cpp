@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostBoundaryMinGW.cpp - moves counts of exceptions between two C++ run-time libraries.
 //
 // The count is the second member of a record that the C++ ABI lays down (__cxa_eh_globals: the stack of caught

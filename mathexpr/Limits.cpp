@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Limits.cpp - see Limits.h.
 #include "mathexpr/Limits.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MathExpression.cpp - builds the engine for one expression object, and leads a text through it.
 #include "mathexpr/MathExpression.h"
 

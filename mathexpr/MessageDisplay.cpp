@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MessageDisplay.cpp - from the number of a message to the user: the text, then the thread's display, the process's, or
 // the platform's box.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // NameSuggestions.cpp - see NameSuggestions.h.
 #include "mathexpr/NameSuggestions.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // NameSuggestions.h - finds, among names that are offered one by one, those that a misspelt name may mean.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // RunTimeMinGW.cpp - keeps the C++ run-time library inside this DLL from leaving anything behind when the DLL is
 // unloaded. It takes the place of three of its parts: a thread's exceptions, the memory of exceptions, and the
 // initialisation of static local variables.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // StartUpWindows.cpp - process attach: loads the resource library with the message texts, or refuses to be loaded.
 // Process detach: releases what the library keeps, if the process goes on.
 //

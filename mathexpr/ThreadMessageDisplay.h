@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ThreadMessageDisplay.h - replaces, for calls of one thread, the way in which messages are shown to the user.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ValueText.cpp - see ValueText.h.
 //
 // A mantissa and a power of ten are multiplied by the language when the text is read, so that the shortest digits of a

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ValueText.h - writes a value as text that the language reads back.
 //
 //     0.1            a plain decimal, from 1e-6 up to 1e15

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Variables.cpp - see Variables.h.
 #include "mathexpr/Variables.h"
 

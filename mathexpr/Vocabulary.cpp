@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Vocabulary.cpp - the engine's lists of constants and items, as one list in the form of Vocabulary.h.
 #include "mathexpr/Vocabulary.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ArrayView.h - elements that stand side by side and belong to somebody else: a pointer and a count, as std::span is in
 // C++20.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // DecimalText.cpp - see DecimalText.h. Some standard libraries have from_chars for integers only, such as LLVM's until
 // version 20; the header-only library fast_float stands in for them then.
 

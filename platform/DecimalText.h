@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // DecimalText.h - reads numbers as the standard library's from_chars does: rounded to nearest, whatever the locale.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // FloatingPointGuard.cpp - see FloatingPointGuard.h. Only calls from a host with words of its own come here.
 
 #include "platform/FloatingPointGuard.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // FloatingPointGuard.h - computes with the library's own floating-point control words, whatever the host has set.
 //
 // A host may have unmasked floating-point exceptions, chosen another rounding direction or precision, or let denormal

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // KeptWhileLoaded.cpp - see KeptWhileLoaded.h. On Windows StartUpWindows.cpp is told when the library is unloaded;
 // elsewhere this file finds out.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // KeptWhileLoaded.h - values that are made on first use and live until the library is unloaded.
 //
 //     static const platform::KeptWhileLoaded<Table> table(makeTable());

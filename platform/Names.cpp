@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Names.cpp - what the comparison of names has in common on all platforms.
 
 #include "platform/Platform.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Platform.h - everything that differs between operating systems, but for the floating-point control words
 // (FloatingPointGuard.h).
 //

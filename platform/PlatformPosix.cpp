@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PlatformPosix.cpp - Platform.h for Linux and other POSIX systems.
 
 #include "platform/Platform.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PlatformWindows.cpp - Platform.h for Windows.
 
 #include "platform/Platform.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ThreadSlot.h - a small value that every thread has for itself, all zero at first.
 //
 //     PLATFORM_THREAD_SLOT(int, depth);

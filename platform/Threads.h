@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Threads.h - runs one piece of work on several threads at once.
 //
 // ThreadsPosix.cpp does it with the standard library, ThreadsWindows.cpp with the system itself: what the run-time

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ThreadsPosix.cpp - Threads.h for Linux and other POSIX systems.
 
 #include "platform/Threads.h"

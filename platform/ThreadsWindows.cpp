@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ThreadsWindows.cpp - Threads.h for Windows.
 
 #include "platform/Threads.h"

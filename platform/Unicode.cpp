@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Unicode.cpp - see Unicode.h. A reader takes code points from one encoding, a writer puts them into another.
 
 #include "platform/Unicode.h"

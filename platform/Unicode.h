@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Unicode.h - converts between the wide text of the platform, UTF-32 or on Windows UTF-16, and UTF-8 and UTF-16.
 //
 // What comes in is looked through first and refused where it is ill-formed. What goes out is always well-formed: should

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // load_at_run_time.cpp - a host that goes on without the library when it cannot be loaded.
 //
 //     load_at_run_time FOLDER EXPRESSION

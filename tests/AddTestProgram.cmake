@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
 # add_test_program(NAME SOURCES... [LIBRARIES target...] [PROPERTIES property value...])
 #
 # A program of GoogleTest, which CTest runs whole: a green run prints one line for it, a failure what GoogleTest says.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MadeValues.h - values for tests to compute with and to compare with.
 #pragma once
 

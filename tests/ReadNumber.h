@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReadNumber.h - std::from_chars, also of doubles where the standard library has it for integers only.
 #pragma once
 

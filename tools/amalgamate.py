@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """amalgamate.py - makes one source file of the library, for a host whose build system is its own.
 
     amalgamate.py ROOT OUT.zip
@@ -20,6 +23,7 @@ CONDITIONS = {"Windows.cpp": "defined(_WIN32)", "Posix.cpp": "!defined(_WIN32)"}
 OF_A_DLL = ("StartUpWindows.cpp", "HostBoundaryMinGW.cpp", "RunTimeMinGW.cpp")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
+LICENCE_LINES = re.compile(r"\A(?:// SPDX-[^\n]*\n)+(?://)?\n")  # the file as a whole has them
 PRAGMA_ONCE = re.compile(r"^\s*#\s*pragma\s+once\b", re.MULTILINE)
 
 # A number computed in another way is another number. What can be switched off here is; the rest is refused.
@@ -109,7 +113,7 @@ class Amalgamation:
             self.included.add(path)
         self.add_headers(path)
         self.lines.append(f"// ----- {path.relative_to(self.root).as_posix()}")
-        self.add_lines(path, path.read_text(encoding="utf-8").splitlines())
+        self.add_lines(path, LICENCE_LINES.sub("", path.read_text(encoding="utf-8")).splitlines())
 
     def add_lines(self, path, lines):
         for line in lines:
@@ -168,6 +172,9 @@ def source(root, included):
                 made.lines.append("#endif")
     math_begin, math_end = system_math(root)
     return f"""\
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // mathexpr.cpp - the whole library, version {version}, in one file: c++ -c -O2 mathexpr.cpp
 //
 // Made of the library's sources by its tools/amalgamate.py. A program includes mathexpr.h, or mathexpr.hpp in C++.

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Writes docs/vocabulary.md: every item of the vocabulary, with results that the calculator computes meanwhile.
 
 Usage: vocabulary_page.py CALCULATOR PAGE          writes the page

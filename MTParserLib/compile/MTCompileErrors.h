@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTCompileErrors.h - every way in which a text may fail to compile: the code of the exception, the message, and what
 // would have been accepted instead.
 #pragma once

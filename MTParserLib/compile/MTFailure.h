@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTFailure.h - what is kept of a failure so that it can be told to a host later: numbers and a place, nothing made
 // ready. Kept by the compiler, also of a failure while its program runs.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserEmitter.cpp - the stack of operands, and the steps that they become.
 #include "MTParserLib/compile/MTParserEmitter.h"
 

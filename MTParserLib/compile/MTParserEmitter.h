@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserEmitter.h - appends steps to a program, wires each to its operands, and folds what is constant.
 //
 // What has been emitted and not been consumed yet waits on a stack: a constant, a variable, the result of a step. An

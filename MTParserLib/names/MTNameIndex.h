@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTNameIndex.h - finds the entry of a name among entries that stand in a vector of the owner's.
 //
 // An open-addressing hash table of (hash, index) pairs. The names stay with their entries: whoever asks says how to

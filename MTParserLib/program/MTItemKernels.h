@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTItemKernels.h - how the evaluator reaches an item that it knows, without a virtual call.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserProgram.cpp - the memory of a program.
 #include "MTParserLib/program/MTParserProgram.h"
 

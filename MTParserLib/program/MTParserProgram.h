@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserProgram.h - the compiled program: what the compiler hands to the evaluator.
 //
 // Steps in postfix order: the operands of a step are the sub-programs that end just before it, the last operand last;

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTValueCopy.h - copies a value record of which single fields were written a moment ago.
 //
 // A processor hands a stored value straight on to a load of the same bytes, but not to a wider load that takes in bytes

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BuiltInBlocks.h - makes the block kernels of the classes of the vocabulary. They are loops over the class's own
 // compute, written so that compilers vectorise those of the simple arithmetic.
 #pragma once

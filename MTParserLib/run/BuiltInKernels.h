@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BuiltInKernels.h - makes all that a program knows of the classes of the vocabulary.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BuiltInNumbers.h - makes the number kernels of the classes of the vocabulary.
 //
 // A class that computes a number from one or two numbers, and nothing else, has a kernel for each place in which its

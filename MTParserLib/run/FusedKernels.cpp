@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // FusedKernels.cpp - the table of kernels for two items in a row.
 #include "MTParserLib/run/BuiltInNumbers.h"
 

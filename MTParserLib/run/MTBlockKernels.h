@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTBlockKernels.h - what the vocabulary tells about an item that computes a number from numbers: how to compute it for
 // a whole block of rows.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTBlockProgram.cpp - builds the block form of a program, and runs it.
 #include "MTParserLib/run/MTBlockProgram.h"
 

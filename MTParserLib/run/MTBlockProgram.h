@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTBlockProgram.h - a third form of a program whose values are all plain numbers: each step is computed for a whole
 // block of rows before the next one.
 //

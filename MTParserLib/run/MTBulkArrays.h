@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTBulkArrays.h - reads the rows of columns and writes those of results, whatever their strides.
 #pragma once
 

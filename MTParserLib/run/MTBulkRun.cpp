@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTBulkRun.cpp - rows are shared out in portions; whichever thread is free takes the next one.
 #include "MTParserLib/run/MTBulkRun.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTBulkRun.h - evaluates a program for many rows: picks the way, shares the rows out among threads, counts what
 // failed.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTBulkWorker.h - what evaluates rows on one thread. There are two kinds: blocks (MTBlockProgram.h) and single rows
 // (MTRowProgram.h).
 #pragma once

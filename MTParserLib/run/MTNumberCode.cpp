@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTNumberCode.cpp - builds number code from a program, and runs it.
 #include "MTParserLib/run/MTNumberCode.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTNumberCode.h - a second, faster form of a program whose values are all plain numbers.
 //
 // Most programs only ever meet numbers. For these the records need not travel: a step reads its operands where they

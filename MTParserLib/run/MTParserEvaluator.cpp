@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserEvaluator.cpp - one pass over the steps; each writes straight into the slot that consumes it. Number code
 // runs in their place where it may.
 #include "MTParserLib/run/MTParserEvaluator.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTRowProgram.cpp - copies a program by giving each place that its steps name a place of this object's own.
 #include "MTParserLib/run/MTRowProgram.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTRowProgram.h - a copy of a program with slots and variables of its own, which evaluates rows one after the other.
 //
 // It runs what block kernels cannot: points, and items that read the result they are to write. The

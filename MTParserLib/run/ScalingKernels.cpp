@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ScalingKernels.cpp - a kernel for each sequence of up to two multiplications and divisions.
 #include "MTParserLib/run/ScalingKernels.h"
 

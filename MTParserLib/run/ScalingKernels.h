@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ScalingKernels.h - the kernels of conversions: a number is multiplied and divided by constants, two at a time.
 //
 //     f2i(x)     x * 0.3048 / 0.0254                one step: * /

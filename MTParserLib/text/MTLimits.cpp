@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTLimits.cpp - reads a text as the compiler does, but without resolving a name, and counts.
 //
 // The text is read as typed, with its blanks removed, so that "e+" is the part of a number that a user takes it for.

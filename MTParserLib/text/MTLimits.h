@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTLimits.h - bounds on a text, counted before anything of it is compiled. What each counts is said in
 // mathexpr/Limits.h.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserNumber.cpp - reads short numbers by hand, and the others through the standard library's conversion that knows
 // no locale.
 #include "MTParserLib/text/MTParserNumber.h"

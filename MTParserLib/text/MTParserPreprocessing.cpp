@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserPreprocessing.cpp - both stages in one pass over the text, and the way back.
 //
 // One pass gives what removing the blanks and then replacing one shorthand after the other gives, because no

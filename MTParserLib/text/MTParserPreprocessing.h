@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTParserPreprocessing.h - from the text that a user typed to the text that the compiler reads, and back.
 //
 // Two stages: every blank (U+0020 and nothing else) is removed; then the shorthands are rewritten, "[" to "point(", "]"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BuiltInItem.cpp - what items answer about themselves, out of their texts.
 #include "MTParserLib/vocabulary/BuiltInItem.h"
 

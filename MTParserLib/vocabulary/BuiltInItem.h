@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BuiltInItem.h - what every class of the vocabulary is made of.
 //
 // A class of the vocabulary has no data. It states its strings and numbers in a constant named text and its arithmetic

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ConversionTable.h - the 217 unit conversions, one row per class, in the order in which they are registered.
 //
 // A list to be expanded: define CONVERSION(family, Class, symbol, help, description, kind, formula) and include it; it

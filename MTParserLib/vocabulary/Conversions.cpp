@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Conversions.cpp - see Conversions.h.
 #include "MTParserLib/vocabulary/Conversions.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Conversions.h - the unit conversions: what they all do, and a class for each row of the table.
 //
 // The formula of a row is recorded when the library is compiled: x stands for a formula without factors, and each "*"

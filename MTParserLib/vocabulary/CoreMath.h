@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CoreMath.h - trigonometry, roots, powers, logarithms, rounding, extremes, sums, random numbers.
 //
 // Angles are degrees. Every function writes type (number) and x of the result and leaves the rest. All but "abs" raise

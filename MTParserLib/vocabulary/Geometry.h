@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Geometry.h - points from numbers, distances, vectors, normals, the intersection of two lines.
 //
 // The classes bear their symbols. Where a function needs points and is given a number, it refuses with a message.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ItemForm.h - asks at compile time what a class of the vocabulary states.
 //
 //     template <class Item>

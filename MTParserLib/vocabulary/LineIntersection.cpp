@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LineIntersection.cpp - see LineIntersection.h.
 //
 // The bounds are strict or not as they stand, and so decide what a NaN does: none of the tests may be turned round.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LineIntersection.h - where two lines meet in the XY plane, with a z from one of them.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Operators.h - the sixteen operators.
 //
 // An operator that yields a number writes x alone and leaves type, flag, y and z of the result as they were; one that

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Refusal.cpp - see Refusal.h.
 #include "MTParserLib/vocabulary/Refusal.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Refusal.h - the two ways in which an item turns its arguments down: the message that apply returns, and an exception.
 #pragma once
 

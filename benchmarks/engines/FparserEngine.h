@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // FparserEngine.h - fparser, behind the interface of an engine, with and without its optimizer.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LuajitEngine.h - LuaJIT, behind the interface of an engine: a formula is a function that reads its variables through
 // a pointer, which its machine code does without a call.
 #pragma once

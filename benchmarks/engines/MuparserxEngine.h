@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MuparserxEngine.h - muparserx, behind the interface of an engine.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // NativeEngine.h - the formulas in C++, behind the interface of an engine.
 //
 // An engine offers: its name; the type Slot, and slot(component), the address through which a variable is changed;

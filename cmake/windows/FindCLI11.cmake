@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
 # CLI11 for a cross build: its headers only.
 include(${CMAKE_CURRENT_LIST_DIR}/StagedHeaders.cmake)
 if(NOT TARGET CLI11::CLI11)

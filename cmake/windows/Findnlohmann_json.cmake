@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
 # nlohmann-json for a cross build: its headers only.
 include(${CMAKE_CURRENT_LIST_DIR}/StagedHeaders.cmake)
 if(NOT TARGET nlohmann_json::nlohmann_json)

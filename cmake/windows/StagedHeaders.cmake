@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
 # stage_headers(<folder> <out>): makes one folder of /usr/include visible to a cross build without the rest of
 # /usr/include, whose C headers belong to another system. <out> receives the directory to search.
 function(stage_headers folder out)

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
 # mathexpr_system_math: the mathematical functions of Windows' own C library, in place of the ones that MinGW links statically.
 #
 # Those compute with x87 instructions: pow(10, -2) is not the double nearest to 0.01 with them, and sines near a multiple

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* bulk_in_c.c - one expression over arrays, read and written where they are. */
 #include <mathexpr.h>
 

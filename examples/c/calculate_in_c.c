@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* calculate_in_c.c - the same library from C: names that the host answers, a variable in a loop, a diagnostic. */
 #include <mathexpr.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // arrays.cpp - many values at once: a text as a function of numbers, and one over arrays where they are.
 #include <mathexpr.hpp>
 

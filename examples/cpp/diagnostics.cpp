@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // diagnostics.cpp - shows where a text is wrong, as compilers do: the line, a caret, the sentence, what may be meant.
 #include <mathexpr.hpp>
 

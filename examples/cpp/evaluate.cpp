@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // evaluate.cpp - computes numbers and points, and tells them apart.
 #include <mathexpr.hpp>
 

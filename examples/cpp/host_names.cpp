@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // host_names.cpp - answers names out of the host's own data, here the dimensions of a drawing.
 #include <mathexpr.hpp>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // messages.cpp - takes the messages for the user into the host's own hands, here into a list that it prints.
 #include <mathexpr.hpp>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // variables.cpp - compiles once and evaluates often, with other values of the variables.
 #include <mathexpr.hpp>
 

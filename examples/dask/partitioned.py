@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """partitioned.py - one expression over a table that may be larger than a machine, with Dask.
 
     partitioned.py TABLE RESULT EXPRESSION [--scheduler ADDRESS | --workers N]

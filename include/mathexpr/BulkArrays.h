@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BulkArrays.h - the arrays that bulk evaluation reads and writes (see BulkEvaluation.h).
 #pragma once
 

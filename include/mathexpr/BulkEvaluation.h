@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BulkEvaluation.h - evaluates one compiled expression over arrays: columns of values in, one result a row out.
 //
 //     const mathexpr::BulkColumn columns[] = {{L"x", xs},

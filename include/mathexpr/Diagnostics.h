@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Diagnostics.h - asks an expression object what went wrong.
 //
 //     if (!expression.setExpression(text) || !expression.evaluate(value))

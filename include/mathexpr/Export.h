@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Export.h - marks what the shared library shows to its hosts. A host that links the static one defines
 // MATHEXPR_STATIC; its build system does so, where the library comes from CMake or pkg-config.
 //

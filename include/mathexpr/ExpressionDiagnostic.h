@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ExpressionDiagnostic.h - the record that tells what went wrong in an expression, and where.
 #pragma once
 

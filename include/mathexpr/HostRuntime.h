@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostRuntime.h - tells the library which C++ run-time library its host uses.
 //
 // Exceptions leave the library and are caught by the host. Where both have a run-time library of their own, as modules

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // IMathExprItemEvaluator.h - the root of everything that an expression can name and that computes a value.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // IMathExprNameSource.h - how a host tells which names it would answer, so that a misspelt one can be recognised.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // IMathExprService.h - how a host answers names that nothing in the library defines.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // IMathFunction.h - an item that is called by name with arguments in round brackets.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // IMathOperator.h - an item written between its two operands, or before its one.
 #pragma once
 

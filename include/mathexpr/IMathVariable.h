@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // IMathVariable.h - a named value that may change between evaluations, and the factory that makes one.
 #pragma once
 

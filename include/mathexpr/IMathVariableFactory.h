@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // IMathVariableFactory.h - makes the variables that an expression defines by naming them.
 #pragma once
 

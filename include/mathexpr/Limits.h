@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Limits.h - bounds that a host may set on the expressions of an object.
 #pragma once
 

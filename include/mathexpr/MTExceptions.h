@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MTExceptions.h - how a failure travels: a list of entries, the newest first.
 //
 // Two kinds exist: MTExceptions<SMTDefExcepData> for something that could not be defined, and

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MathExpression.h - the expression object: compiles a text and evaluates it as often as the host likes.
 //
 //     MathExpression expression(false, nullptr);

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MessageDisplay.h - how an error reaches the user, and how a host replaces the way.
 #pragma once
 

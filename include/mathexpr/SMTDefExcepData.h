@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // SMTDefExcepData.h - what could not be defined, and what stood in its way.
 #pragma once
 

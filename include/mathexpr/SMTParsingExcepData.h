@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // SMTParsingExcepData.h - what could not be compiled, and where in the text it stands.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ValType.h - the one value record: a number or a three-dimensional point.
 //
 // It crosses the exported interface by reference, so its 32 bytes are fixed: offsets 0 (type), 1 (flag), 2 (reserved),

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Variables.h - the variables of an expression object: listed, read, set and removed without compiling again.
 //
 //     mathexpr::setVariable(expression, L"width", VALTYPE());

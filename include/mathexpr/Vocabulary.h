@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Vocabulary.h - walks the language's constants, operators and functions, so that a host can list them and complete and
 // explain what a user types.
 //

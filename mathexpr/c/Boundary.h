@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Boundary.h - what every function of the C interface is wrapped into: nothing is thrown out of it.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BulkEvaluation.cpp - the part of mathexpr.h about bulk evaluation.
 #include "mathexpr/BulkEvaluation.h"
 

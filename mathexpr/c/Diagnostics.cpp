@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Diagnostics.cpp - the part of mathexpr.h about diagnostics.
 #include "mathexpr/Diagnostics.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Encoding.h - what differs between the entry points in UTF-8 and those in UTF-16: the unit, the conversions, and the
 // structures that hold text.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Evaluation.cpp - the part of mathexpr.h that compiles and computes.
 #include "mathexpr/c/Evaluation.h"
 #include "MTParserLib/MTParserCompiler.h"

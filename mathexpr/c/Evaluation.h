@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Evaluation.h - compiles a text for an expression of the C interface.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Expression.cpp - makes, copies and destroys what a handle points at.
 #include "mathexpr/c/Expression.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Expression.h - what a handle of the C interface points at, and the way into it that every function takes.
 #pragma once
 

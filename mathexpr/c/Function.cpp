@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Function.cpp - the part of mathexpr.h about functions: a program whose arguments are given by position.
 //
 // A function and its copies share an expression object of their own, which is never changed after it has compiled the

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HandleRegistry.cpp - see HandleRegistry.h. Empty in libraries that do not check handles.
 #include "mathexpr/c/HandleRegistry.h"
 

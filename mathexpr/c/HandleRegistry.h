@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HandleRegistry.h - recognises handles that have been destroyed or were never made, in libraries that are built with
 // MATHEXPR_CHECK_HANDLES. In others every handle counts as live, and nothing is kept.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostCallbacks.cpp - see HostCallbacks.h.
 #include "mathexpr/c/HostCallbacks.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostCallbacks.h - the C host's callbacks, in the form in which the library asks a host.
 //
 // What a callback throws ends here; a HostCallbackFailure takes its place and ends the call that waits.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Limits.cpp - the part of mathexpr.h about limits.
 #include "mathexpr/Limits.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Structures.h - reads and writes the structures of mathexpr.h that begin with their size, as its head says.
 //
 // They have no padding, and every member ends where one of them may end in an earlier version: a size that is a

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Text.cpp - the part of mathexpr.h that looks texts through.
 #include "mathexpr/c/Encoding.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ValueText.cpp - the part of mathexpr.h that writes values as text.
 #include "mathexpr/ValueText.h"
 

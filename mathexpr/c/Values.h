@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Values.h - the value record of the C interface is the library's own, under another name.
 #pragma once
 

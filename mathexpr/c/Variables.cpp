@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Variables.cpp - the part of mathexpr.h about variables.
 #include "mathexpr/Variables.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Version.cpp - the part of mathexpr.h that tells of the library itself. The build defines the version.
 #include <mathexpr.h>
 

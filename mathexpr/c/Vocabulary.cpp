@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Vocabulary.cpp - the part of mathexpr.h that walks the vocabulary.
 #include "mathexpr/Vocabulary.h"
 

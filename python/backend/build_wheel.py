@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """The build backend: pip calls it, and gets a wheel of the package with the shared library in it.
 
 In: the source tree that this file stands in, CMake and a C++ compiler. Out: a wheel for this kind of machine and every

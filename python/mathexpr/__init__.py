@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """An expression calculator for CAD applications: numbers and points, units, geometry, variables.
 
 >>> import mathexpr

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Bulk evaluation over NumPy arrays, which the library reads and writes where they are.
 
 In: a session with a compiled text, columns, and where the results go. Out: the array of results. `_Call` holds what

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Exceptions.
 
 What is wrong with an expression brings a `MathExprError` with the diagnostic; what is wrong with an argument, such as an

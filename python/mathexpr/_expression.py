@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """`Expression`: compiles a text, evaluates it as often as wanted, and keeps variables from one text to the next."""
 
 from __future__ import annotations

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """The shared library and the part of its C interface that the package calls.
 
 In: nothing; the library is the one that the package was built with, or the one that MATHEXPR_LIBRARY names. Out:

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """One handle of the library: who may use it, what its callbacks raise, and when it ends.
 
 `Session.call` is the way to every function that takes a handle. It refuses a second thread and a closed handle, lets

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Values: a float or a `Point`, and their way into and out of the library's records."""
 
 from __future__ import annotations

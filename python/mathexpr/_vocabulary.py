@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """The vocabulary: every constant, operator and function, for help and completion."""
 
 from __future__ import annotations

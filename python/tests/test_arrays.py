@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Arrays: computed where they are, and refused with nothing changed where they cannot be used."""
 
 import os

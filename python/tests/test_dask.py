@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """The example of a partitioned table: all rows or a clear failure, also when workers die, and on its command line.
 
 A worker that dies in the middle is one that this process kills while it computes; the closures that wait for that are

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Values, variables, the resolver, limits, and the end of an expression."""
 
 import gc

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """The structures and numbers that the package passes are those of mathexpr.h, as a C compiler sees it."""
 
 import ctypes

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BulkEvaluationTests.cpp - bulk evaluation as a host meets it: arrays in and out, rows that fail, input that is refused, and an
 // object that is afterwards what it was. That values are those of single evaluations is for tests/reference.
 #include "mathexpr/BulkEvaluation.h"

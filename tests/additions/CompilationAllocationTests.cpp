@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CompilationAllocationTests.cpp - what is kept for a host that may ask later costs no memory while nothing fails.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/Limits.h"

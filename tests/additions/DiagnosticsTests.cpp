@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // DiagnosticsTests.cpp - the record of every failure: what it says, and which characters of the typed text it
 // underlines.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // FailureTests.cpp - what hosts cannot reach: the way from the rewritten text back to the typed one, over all texts,
 // and failures of items that are not of the vocabulary.
 #include "MTParserLib/MTMessage.h"

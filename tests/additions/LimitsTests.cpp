@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LimitsTests.cpp - bounds that a host sets: what they count, and that nothing is done beyond them.
 //
 // The underlines are written by eye, under the text.

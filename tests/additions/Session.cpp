@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Session.cpp - see Session.h.
 #include "tests/additions/Session.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Session.h - one expression object under test, with a host that answers a few names, and all that a text makes it do.
 #pragma once
 

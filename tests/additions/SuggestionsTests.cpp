@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // SuggestionsTests.cpp - what an unknown name may have meant.
 #include "mathexpr/Variables.h"
 #include "tests/additions/Session.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // VariablesTests.cpp - variables listed, read, set and removed from outside.
 #include "mathexpr/Variables.h"
 #include "tests/additions/Session.h"

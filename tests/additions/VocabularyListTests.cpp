@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // VocabularyListTests.cpp - the vocabulary as hosts see it.
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/MathExpression.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // powers.cpp - a host in C++ whose values show whose pow computes them: with MinGW's own, powers of ten are off.
 #include "mathexpr.hpp"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BoundaryTests.cpp - whatever is thrown becomes a status at the boundary of the C interface.
 #include "mathexpr/c/Boundary.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HandleMemoryTests.cpp - every function of the C interface that needs memory, with memory running out at each of its
 // allocations in turn: the status says so, nothing leaks, and the same call succeeds when there is memory again.
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HandleThreadTests.cpp - expressions of different threads do not meet: neither their handles nor where their messages go.
 #include <mathexpr.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // UnicodeTests.cpp - conversions between encodings, for every code point there is.
 #include "platform/Unicode.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ValueTextTests.cpp - the text of a value is read back by the language: to the same bits where it is exact, to the nearest
 // digits where it is rounded.
 #include <mathexpr.h>

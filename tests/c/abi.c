@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* abi.c - the numbers and layouts of the interface, frozen: a line here may be added, none may be changed. The layouts
  * are those of 64-bit platforms.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* bulk.c - one expression over arrays. */
 #include "tests/c/check.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* callbacks.c - what a host's callbacks are asked, what they may answer, and what becomes of it when they do not. */
 #include "tests/c/check.h"
 #include "tests/c/throwing_host.h"

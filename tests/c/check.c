@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* check.c - see check.h; and the program, which runs all tests, or the one that is named. */
 #include "tests/c/check.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* check.h - what the tests of the C interface say what they expect with. A failed check is told and counted, and the
  * test goes on.
  */

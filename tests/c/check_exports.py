@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """check_exports.py - the names of the C interface: declared, exported and tested are the same ones.
 
     check_exports.py EXPORTS HEADER TEST-DIRECTORY [NM LIBRARY]

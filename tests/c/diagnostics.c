@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* diagnostics.c - what went wrong, and where, in the units of each encoding. */
 #include "tests/c/check.h"
 

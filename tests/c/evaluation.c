@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* evaluation.c - expressions and calculators made, computed with, copied and destroyed. */
 #include "tests/c/check.h"
 

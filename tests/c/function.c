@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* function.c - texts as functions of numbers, by position. */
 #include "tests/c/check.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* header_c99.c - the header alone, as C99, with warnings as errors; twice, as hosts include it. */
 #include <mathexpr.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // header_cxx17.cpp - the header alone, as C++17, with warnings as errors; nothing in it may throw.
 #include <mathexpr.h>
 

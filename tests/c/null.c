@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* null.c - NULL for every pointer that is needed: its own status, and nothing written. */
 #include "tests/c/check.h"
 

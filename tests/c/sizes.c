@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* sizes.c - structures of earlier and later versions, and sizes that none can have. */
 #include "tests/c/check.h"
 

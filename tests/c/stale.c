@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* stale.c - handles that were destroyed or never made, in libraries that recognise them. */
 #include "tests/c/check.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* text.c - which texts the library takes, and where it finds fault with the others. */
 #include "tests/c/check.h"
 

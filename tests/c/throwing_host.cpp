@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // throwing_host.cpp - see throwing_host.h.
 #include "tests/c/throwing_host.h"
 

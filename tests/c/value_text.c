@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* value_text.c - values as text, in both encodings; where the text goes, and what is refused. ValueTextTests.cpp reads the
  * texts back.
  */

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* variables.c - variables listed, read, set, removed, and changed in place. */
 #include "tests/c/check.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* version.c - what the library tells of itself. */
 #include "tests/c/check.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* vocabulary.c - the vocabulary, walked in both encodings. */
 #include "tests/c/check.h"
 

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Tests of the calculator as its user meets it: a process with arguments, streams and an exit status.
 
 Usage: test_calculator.py CALCULATOR [unittest argument]...

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Holds the completion scripts: each parses in its shell, and offers every option that --help names.
 
 Usage: test_completion.py CALCULATOR [unittest argument]...

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Holds the manual page beside the program: its options, its examples, and its form.
 
 Usage: test_manual.py CALCULATOR PAGE MANDOC [unittest argument]...

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Tests of the calculator over tables: a process with a file, streams, signals and an exit status.
 
 Usage: test_table.py CALCULATOR [unittest argument]...

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Checks that a run of the tests has met every line of the sources, and taken every branch both ways.
 
 Usage: check.py ROOT REPORT SOURCES...

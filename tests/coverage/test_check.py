@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Shows that check.py passes what is covered, finds what is not, and takes no reason that is none."""
 
 import gzip

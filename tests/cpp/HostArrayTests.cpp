@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostArrayTests.cpp - one expression over arrays in the host's memory.
 #include <mathexpr.hpp>
 

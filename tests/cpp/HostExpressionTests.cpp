@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostExpressionTests.cpp - expressions: their texts, variables and names from the host.
 #include <mathexpr.hpp>
 

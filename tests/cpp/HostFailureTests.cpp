@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostFailureTests.cpp - what an error tells, and what the host's own callables throw.
 #include <mathexpr.hpp>
 

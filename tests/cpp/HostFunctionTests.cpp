@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostFunctionTests.cpp - texts as callables of numbers.
 #include <mathexpr.hpp>
 

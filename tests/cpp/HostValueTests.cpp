@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostValueTests.cpp - values, and results that hold one or an error.
 #include <mathexpr.hpp>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // beside_the_classes.cpp - mathexpr.hpp and the headers of the classes share a namespace, and no name in it.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"

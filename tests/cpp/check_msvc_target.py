@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """check_msvc_target.py - mathexpr.hpp compiles for the target of Microsoft's compiler, as far as that can be tried without it.
 
     check_msvc_target.py CLANG INCLUDE SOURCE

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """check_names.py - the names of the interface in C, C++ and Python are those of the table in docs/embedding.md.
 
     check_names.py ROOT

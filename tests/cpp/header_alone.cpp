@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // header_alone.cpp - the header compiles by itself, and the templates in it, too.
 #include <mathexpr.hpp>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // without_exceptions.cpp - a host that is compiled without exceptions and run-time type information. It answers how many of
 // its expectations do not hold.
 #include <mathexpr.hpp>

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """hard_texts.py - what a user may type breaks no program that the documents show.
 
     hard_texts.py MESSAGES PROGRAM...

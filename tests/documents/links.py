@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """links.py - every link within the documentation leads to a file that is there, and to a heading that is in it.
 
     links.py PAGE...

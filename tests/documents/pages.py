@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """pages.py - does what the pages tell their readers to do, and compares what comes of it with what they say.
 
     pages.py FOLDER CHECKOUT CALCULATOR PAGE...

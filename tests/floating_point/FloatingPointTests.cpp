@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // FloatingPointTests.cpp - a host with floating-point control words of its own sees no trap, the usual values, and its
 // words again after every call, every callback and every exception.
 

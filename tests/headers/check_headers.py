@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """check_headers.py - what a host may ask of the public headers.
 
     check_headers.py alone INCLUDE-DIRECTORY COMPILER...

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // host_with_own_names.h - a host that has its own things under names that namespace mathexpr has as well.
 enum class RowStatus
 {

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """test_check_headers.py - check_headers.py notices what it is there for."""
 import pathlib
 import sys

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Hiding.cpp - see Hiding.h.
 #include "tests/language/Hiding.h"
 

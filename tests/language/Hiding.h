@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Hiding.h - the same expression with its operands where the compiler cannot see them.
 //
 // A literal becomes a name that the host answers with the same value, so that nothing of it can be folded and every

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // RecordingService.h - a host that answers from a list and keeps every name that it is asked for.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Row.cpp - reads data files. Every line that is not a row is an error, so that no slip silences a test.
 #include "tests/language/Row.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Row.h - one line of a data file: what to type, and what to expect of it. FORMAT.md tells how a row is written.
 #pragma once
 

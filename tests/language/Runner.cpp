@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Runner.cpp - see Runner.h. A path is run step by step; the first step that differs ends it.
 #include "tests/language/Runner.h"
 

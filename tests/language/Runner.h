@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Runner.h - drives one row through every path in which it has a meaning.
 //
 // As written, where what is constant is folded; with its numbers hidden in host variables; with its points hidden; with

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Values.cpp - see Values.h. Numbers are read and written by <charconv>, so that no locale has a say.
 #include "tests/language/Values.h"
 

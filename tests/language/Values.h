@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Values.h - values as the data files write them.
 //
 //     2.5  -0  inf  -inf  nan        a number, to the bit; nan is any NaN

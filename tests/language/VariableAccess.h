@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // VariableAccess.h - changes a variable of an expression object in place, between two evaluations of one program.
 //
 // A host cannot do that (compiling an assignment would replace the program), while items that keep what their result

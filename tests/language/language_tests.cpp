@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // language_tests.cpp - every data file is a test: each of its rows goes through every path.
 #include "tests/language/Runner.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // runner_tests.cpp - the runner itself: it must notice every kind of difference, and refuse what is not a row.
 #include "tests/language/Hiding.h"
 #include "tests/language/Runner.h"

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
 # Included by the project when mutate.py builds it: what is changed is compiled over and over, what tests it only once.
 cmake_language(DEFER CALL target_compile_options mathexpr_engine PRIVATE -O0)
 cmake_language(DEFER CALL target_compile_options mathexpr PRIVATE -O0)

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Changes one operator, constant or condition of the library at a time, and counts which changes the tests notice.
 
 Usage: mutate.py [--seed N] [--jobs N] [--again | --resume] [--only PREFIX] FOLDER [COUNT]

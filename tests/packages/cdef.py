@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """cdef.py CDEF INCLUDE - the declarations for foreign-function interfaces are what the preprocessor makes of the header.
 
 Beside them stand the header's macros that are plain numbers, as constants.

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """exports.py - what a shared library exports is the interface, and nothing else.
 
     exports.py GOLDEN HEADER LIBRARY

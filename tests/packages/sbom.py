@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """sbom.py SBOM LIBRARY - the list of what the library is made of has the form of SPDX 2.3, and is true.
 
 It says that the library depends on nothing; so LIBRARY may need only what a compiler and the system bring along.

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """snippets.py - a document's code blocks do what the document says they do.
 
     snippets.py DOCUMENT FOLDER CHECKOUT [PREFIX]

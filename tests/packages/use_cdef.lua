@@ -1,3 +1,6 @@
+-- SPDX-FileCopyrightText: 2026 The mathexpr authors
+-- SPDX-License-Identifier: MIT
+--
 -- use_cdef.lua CDEF - a host in LuaJIT: a value, an error with its place, a name from the host, an array.
 local ffi = require("ffi")
 ffi.cdef(assert(io.open(arg[1])):read("*a"))

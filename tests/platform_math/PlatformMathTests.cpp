@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PlatformMathTests.cpp - how far the platform's sin, pow and so on are from the true values (reference.py), in units
 // in the last place.
 //

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Computes what the platform's mathematical functions should yield: the double nearest to the true value.
 
     reference.py OUTPUT

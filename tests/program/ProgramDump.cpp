@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ProgramDump.cpp - names each slot by the record that writes it, or by the constant that it holds.
 #include "tests/program/ProgramDump.h"
 

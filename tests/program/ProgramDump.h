@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ProgramDump.h - writes a compiled program as text, a record a line, for comparison with a golden file.
 //
 //     1 operator + at 1 [#0, 3] -> value

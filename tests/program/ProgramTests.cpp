@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ProgramTests.cpp - compiles the expressions of the golden files and compares the programs with what stands there.
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/MTParserCompiler.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CommandTests.cpp - how the prompt reads its commands.
 #include "tools/calc/PromptCommands.h"
 

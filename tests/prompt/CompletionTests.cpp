@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CompletionTests.cpp - what the prompt offers, beside what the library accepts.
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/MathExpression.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HistoryTests.cpp - the file that keeps the lines of earlier sessions.
 #include "tools/calc/PromptHistory.h"
 

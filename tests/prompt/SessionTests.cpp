@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // SessionTests.cpp - what lines do at the prompt, wherever they come from.
 #include "tools/calc/Calculator.h"
 #include "tools/calc/PromptSession.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // SignatureTests.cpp - the call at the cursor.
 #include "tools/calc/PromptSignature.h"
 

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """A program at a real terminal: tmux is the terminal, keys are sent to it, and its screen is read.
 
 Nothing here waits for a fixed time: what is expected on the screen is looked for again and again until it is there, for a

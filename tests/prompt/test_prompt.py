@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Tests of the prompt as its user meets it: at a real terminal.
 
 Usage: test_prompt.py CALCULATOR [unittest argument]...

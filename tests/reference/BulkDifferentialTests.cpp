@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BulkDifferentialTests.cpp - bulk evaluation held against fresh programs: every row is compiled and evaluated anew by an object of
 // its own, and has to come to the same value, bit for bit, or to the same message.
 #include "ExpressionGenerator.h"

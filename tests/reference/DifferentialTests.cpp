@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // DifferentialTests.cpp - plays generated scripts on the library and on the reference, and compares every call.
 //
 // Each way of playing sees the same texts. How many, and from which seed, can be told through the environment:

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // EngineSession.cpp - calls the library and writes down what a host notices.
 #include "EngineSession.h"
 

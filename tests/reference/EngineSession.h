@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // EngineSession.h - the library behind the calls of the reference's Session, so that one script can be played on both.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ExpressionGenerator.cpp - a small grammar, a list of oddities, mutation, and the scripts made of them.
 #include "ExpressionGenerator.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ExpressionGenerator.h - expressions valid and broken, and scripts of calls around them, all from a seed.
 //
 // The same seed gives the same scripts on every platform: the engine is std::mt19937_64 and the distributions are this

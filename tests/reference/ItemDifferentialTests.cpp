@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ItemDifferentialTests.cpp - calls every operator and function of the library and of the reference with the same
 // arguments and the same stale result, and compares all that they do.
 //

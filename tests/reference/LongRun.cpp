@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LongRun.cpp - see LongRun.h.
 #include "LongRun.h"
 

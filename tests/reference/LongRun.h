@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LongRun.h - one text evaluated over and over, by the library and by the reference, while its variables change.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // NumberCodeDifferentialTests.cpp - long runs of one program over variables that turn from numbers to points and back.
 //
 // While everything is a number, number code runs in the program's place. Formulas made of what it knows are evaluated

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReferenceCompiler.cpp - the one pass over the text, with its operator stack, its bracket levels and the folding walk.
 //
 // Nothing here is improved on: every step stands as the language describes it, so that oddities come out by themselves.

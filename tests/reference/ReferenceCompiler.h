@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReferenceCompiler.h - turns a text into the reference's program, step by step as the language is described.
 #pragma once
 

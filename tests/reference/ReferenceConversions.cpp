@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReferenceConversions.cpp - the conversions between units, worked out by a small interpreter from the text that states
 // them, one double operation after another.
 #include "ReferenceVocabulary.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReferenceEvaluator.cpp - the reference's expression object: compile, run record by record, assign once.
 #include "ReferenceEvaluator.h"
 

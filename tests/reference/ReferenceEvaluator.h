@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReferenceEvaluator.h - a slow, obvious second implementation of the expression language, to compare the library with.
 //
 // A Session answers the same calls as a MathExpression and tells everything that a host could notice of each: what was

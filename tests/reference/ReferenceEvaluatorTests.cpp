@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReferenceEvaluatorTests.cpp - holds the reference itself to outcomes stated by hand, so that a fault common to it and
 // the library cannot pass as agreement.
 #include "ReferenceCompiler.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReferenceFunctions.cpp - the arithmetic of the core mathematical functions. Each examines the kind of its first
 // argument only, writes type and x, and leaves the rest of the result.
 #include "ReferenceVocabulary.h"

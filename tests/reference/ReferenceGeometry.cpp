@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReferenceGeometry.cpp - the arithmetic of the point and vector functions.
 #include "ReferenceVocabulary.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReferenceOperators.cpp - the arithmetic of the 16 operators. Each writes only the fields that it names; what the
 // result holds besides stays.
 #include "ReferenceVocabulary.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReferenceProgram.h - the records that the reference compiles to, and what its stages throw at each other.
 #pragma once
 

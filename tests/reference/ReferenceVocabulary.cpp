@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReferenceVocabulary.cpp - the lists of items put together, and the look-ups in them.
 #include "ReferenceVocabulary.h"
 

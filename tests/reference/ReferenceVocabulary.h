@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReferenceVocabulary.h - what the names and symbols of the expression language mean to the reference.
 //
 // Operators, functions and conversions are listed in the sources beside this header, one family each; the look-ups walk

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // RunStateTests.cpp - what a run leaves behind in the slots, held against the reference.
 //
 // Items write only some fields of their result, and some read what the result held before: a later run sees what an

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Settings.h - what a longer run of the comparison tells through the environment.
 #pragma once
 

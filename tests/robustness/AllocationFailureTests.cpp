@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // AllocationFailureTests.cpp - memory runs out at every moment of every operation, once or for good.
 //
 // Each operation is repeated with its first allocation failing, then its second, and so on until none of them fails any

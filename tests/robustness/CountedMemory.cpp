@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CountedMemory.cpp - the global operator new of the program. It is meant for one thread at a time.
 #include "tests/robustness/CountedMemory.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CountedMemory.h - how many bytes the program and the shared library have asked for and not given back.
 #pragma once
 

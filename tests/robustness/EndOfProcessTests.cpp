@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // EndOfProcessTests.cpp - whoever computes while the process ends: the destructor of a global, an atexit handler, and a
 // thread that goes on while main ends. Each runs in a process of its own, which reports what came out on standard error.
 #include "mathexpr/BulkEvaluation.h"

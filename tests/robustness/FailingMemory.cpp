@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // FailingMemory.cpp - the global operator new of the program, which the shared library uses too. Worker threads
 // allocate as well, so that the counts are atomic.
 #include "tests/robustness/FailingMemory.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // FailingMemory.h - lets chosen allocations of this program and of the shared library fail, and counts what is alive.
 #pragma once
 

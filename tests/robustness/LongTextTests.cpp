@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LongTextTests.cpp - texts of ten million characters, on a thread with 64 KiB of stack: the value that is expected, or
 // all of the failure that is expected, and an object that can be used again.
 #include "mathexpr/MathExpression.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LongTexts.cpp - the shapes of long texts.
 #include "tests/robustness/LongTexts.h"
 

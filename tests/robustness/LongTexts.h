@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LongTexts.h - texts of any length, each a part repeated before and behind a middle, and what has to come of them.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // RegistrarShortageTests.cpp - memory runs out at every moment of a definition. It is then as if nobody had defined
 // anything, and the same definition succeeds afterwards.
 #include "MTParserLib/MTParserDefFuncs.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // SmallStack.h - runs code where a recursion as deep as a text is long would end the process.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ThreadTests.cpp - sixteen threads, each with objects of its own, do all that a host does: none sees anything of
 // another, and ThreadSanitizer sees nothing that two of them touch.
 #include "mathexpr/BulkEvaluation.h"

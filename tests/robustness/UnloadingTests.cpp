@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // UnloadingTests.cpp - a host that loads and unloads the library as often as it likes. This program is not linked with
 // the library; under AddressSanitizer, what an unloaded library has left behind is reported as a leak.
 #include <mathexpr.h>

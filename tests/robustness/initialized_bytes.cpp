@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // initialized_bytes.cpp - reads every byte of every value that the library hands out, of all operators and functions.
 //
 // Meant to run under Memcheck, which tells where something depends on a byte that nothing has written. With --forget

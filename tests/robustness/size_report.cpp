@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // size_report.cpp - what a character of a text costs, in time and memory, from ten thousand characters to ten million.
 //
 // Each text is compiled and evaluated by an object of its own, on a thread with a small stack. Prints a table and ends

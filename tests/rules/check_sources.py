@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Holds the rules of the sources that a compiler does not hold; prints each breach and fails when there is one.
 
 Usage: check_sources.py ROOT

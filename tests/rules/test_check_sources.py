@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Shows that check_sources.py finds every kind of breach, and nothing where there is none."""
 
 import pathlib

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CountedAllocations.cpp - the global operator new, counting.
 #include "tests/support/CountedAllocations.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // EngineMessages.cpp - the engine's one outside function, for programs without the shared library: it records.
 #include "MTParserLib/MTMessage.h"
 #include "tests/support/MessageRecorder.h"

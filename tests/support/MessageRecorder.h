@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MessageRecorder.h - keeps the messages that are shown while it lives, instead of showing them.
 //
 // The innermost recorder records; at its end the one before it goes on. Where messages come from is chosen by linking

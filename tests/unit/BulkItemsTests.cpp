@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BulkItemsTests.cpp - bulk evaluation of programs with items and variables of the host's own classes: they see the rows
 // one after the other, on the thread that asked.
 #include "MTParserLib/MTParserCompiler.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CMathExprTests.cpp - copies of a calculator share variables and program, and any of them may be destroyed first.
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/SMTParsingExcepData.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // DepthTests.cpp - texts that are long, or nested as deep as they are long: compiled, evaluated and destroyed without
 // recursion, and in time that grows with their length only.
 #include "mathexpr/MathExpression.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // EngineItems.h - items with whatever symbol a test needs, which tell when they are deleted.
 #pragma once
 

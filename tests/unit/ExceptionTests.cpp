@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ExceptionTests.cpp - the list of entries that an exception carries, and what the compiler puts into one.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTDefExcepData.h"

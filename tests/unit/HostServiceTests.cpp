@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostServiceTests.cpp - what the library does with a host that answers, refuses, throws, or calls back.
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostVariableTests.cpp - expression objects that make variables of unknown names, or have the host's factory make them.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/Diagnostics.h"

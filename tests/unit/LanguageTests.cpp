@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LanguageTests.cpp - the language of the messages where the locale variables of the environment choose it.
 
 #include "MathExprRes/MessageTexts.h"

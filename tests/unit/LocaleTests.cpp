@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LocaleTests.cpp - a host that sets a locale of its own changes nothing.
 //
 // Where the C library is glibc, the build makes locales of several kinds, and the tests look for them in LOCPATH: a

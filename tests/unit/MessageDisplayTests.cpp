@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MessageDisplayTests.cpp - which display a message goes to, and those without a text.
 //
 // The display is compiled into this program, because the library shows no numbers but its own.

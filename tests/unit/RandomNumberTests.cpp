@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // RandomNumberTests.cpp - random numbers come from the process's own generator, which the host may seed when it likes.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/Variables.h"

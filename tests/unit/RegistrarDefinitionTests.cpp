@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // RegistrarDefinitionTests.cpp - every way in which the registrar refuses a definition: code, items, entries, the order
 // of its checks, and that nothing is stored.
 #include "MTParserLib/MTParserRegistrar.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // RegistrarLookupTests.cpp - how symbols and names are found.
 #include "MTParserLib/MTParserRegistrar.h"
 #include "MTParserLib/names/MTNameIndex.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // RegistrarOwnershipTests.cpp - which items the registrar deletes, and when.
 #include "MTParserLib/MTParserRegistrar.h"
 #include "tests/unit/EngineItems.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // SlotTests.cpp - the order of the virtual operations, which is part of the interface, and what they answer by default.
 #include "mathexpr/IMathExprService.h"
 #include "mathexpr/IMathFunction.h"

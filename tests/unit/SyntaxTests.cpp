@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // SyntaxTests.cpp - the compiler with other characters, operators and functions than an expression object has.
 //
 // The texts are constant, so that what compiling leaves behind is their value.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ValueTests.cpp - the value record that crosses the exported interface.
 #include "mathexpr/ValType.h"
 

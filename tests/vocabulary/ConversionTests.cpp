@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ConversionTests.cpp - the unit conversions against conversions_reference.py, bit by bit, and against exact
 // arithmetic.
 #include "Items.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CoreMathTests.cpp - what the core functions compute, which fields they write, what they refuse and raise.
 #include "MTParserLib/vocabulary/CoreMath.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // GeometryTests.cpp - what the geometry functions compute, which fields they write, what they refuse.
 #include "MTParserLib/vocabulary/Geometry.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Items.h - how the tests call an item, and what they expect of the record that it fills.
 //
 // An item writes the fields that it means to set and no others. So every call gets a result record in which each byte

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LineIntersectionTests.cpp - the bounds and the codes of the line intersection, each from both sides.
 #include "MTParserLib/vocabulary/LineIntersection.h"
 

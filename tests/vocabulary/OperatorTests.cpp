@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // OperatorTests.cpp - what the sixteen operators compute, which fields they write, what they refuse.
 #include "MTParserLib/vocabulary/Operators.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // VocabularyTests.cpp - names, strings, counts and order of the whole vocabulary, and the lines of its exceptions.
 //
 // The classes hold their strings in full. Here the same strings are stated a second time, those of the conversions as

@@ -1,4 +1,7 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """Computes what the unit conversions have to yield, one plain double operation after another.
 
     conversions_reference.py FORMULAS OUTPUT

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BoxReport.h - what the watching process tells the test about a message box, in memory that both share.
 #pragma once
 

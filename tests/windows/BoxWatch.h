@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // BoxWatch.h - watches, from another process, for the message boxes of this one or of a given one. Boxes are read and
 // dismissed.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // InterfaceTests.cpp - text in UTF-16, names as Windows compares them, and objects in several threads.
 
 #include "mathexpr/CMathExpr.h"

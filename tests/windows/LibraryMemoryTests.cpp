@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LibraryMemoryTests.cpp - memory that runs out inside the DLL: std::bad_alloc arrives at the host, whose count of exceptions
 // stays right.
 //

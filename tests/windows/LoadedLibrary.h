@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LoadedLibrary.h - the library as a host that loads it at run time sees it.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LoadingTests.cpp - attaching to a process, with and without the resource library, once and a thousand times.
 //
 // This program is not linked with the library.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MessageBoxTests.cpp - every message in its real box, found and dismissed by another process.
 
 #include "mathexpr/CMathExpr.h"

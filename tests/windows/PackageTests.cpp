@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PackageTests.cpp - the samples of the unpacked package, as programs that a German user starts.
 //
 // MATHEXPR_PACKAGE names the folder, MATHEXPR_SAMPLES the one with the samples' programs. The user's language is that

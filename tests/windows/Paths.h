@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Paths.h - where this program is, and a folder of its own to put copies of libraries into.
 #pragma once
 

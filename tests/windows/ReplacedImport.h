@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ReplacedImport.h - puts a function of the tests' in the place of one that a library imports.
 #pragma once
 

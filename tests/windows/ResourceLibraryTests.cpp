@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ResourceLibraryTests.cpp - TarnUInfo opens what stands beside its caller, which is this program, and nothing else.
 
 #include "TarnUInfo/TarnUInfo.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // SystemLanguageTests.cpp - the texts in the language of the user, as Windows chooses it.
 
 #include "MathExprRes/MessageTexts.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TelltaleExpressions.h - for each message an expression that raises it.
 #pragma once
 

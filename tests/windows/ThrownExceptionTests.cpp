@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ThrownExceptionTests.cpp - exceptions that cross the library's boundary: caught by type, and counted rightly on both sides.
 //
 // Compiled twice: with a run-time library inside this program, and with the compiler's run-time DLLs.

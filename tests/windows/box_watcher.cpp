@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // box_watcher.cpp - a second process that finds the message boxes of another one, reads them and presses OK.
 //
 //     box_watcher PROCESS-ID

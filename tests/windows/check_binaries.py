@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """check_binaries.py - what a Windows module needs, shows and says of itself.
 
     check_binaries.py OBJDUMP VERSION EXPORTS MODULE...

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
 """check_msvc_layout.py - the interface as a compiler of Microsoft's ABI lays it out.
 
     check_msvc_layout.py CLANG INCLUDE-DIRECTORY STAND-INS

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // guard_cost.cpp - measures what the floating-point guard costs an evaluation: prints nanoseconds, the least of several
 // rounds. No test: the figures belong to the machine.
 

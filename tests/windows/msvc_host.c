@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // msvc_host.c - a host of another compiler: built for the ABI of Microsoft's, linked with the package's mathexpr.lib,
 // and without any run-time library. test_package.sh builds and runs it.
 //

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
 # test_package.sh ZIP BUILD-DIRECTORY - unpacks the package elsewhere, builds its samples as somebody would who has only
 # the package, and runs them for a German user; and a host for the ABI of Microsoft's compiler.
 set -euo pipefail

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Answer.h - all that is known about one expression once it has been computed; what the reports print.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Calculator.cpp - the tool as a host: calls the exported classes and collects all that they answer.
 
 #include "tools/calc/Calculator.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Calculator.h - computes expressions, one after the other, as the options ask.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CallExample.cpp - see CallExample.h.
 #include "tools/calc/CallExample.h"
 

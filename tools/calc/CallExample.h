@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CallExample.h - calls that work, taken from the notes of the vocabulary: they tell which arguments a function takes.
 #pragma once
 

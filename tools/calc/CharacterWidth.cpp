@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CharacterWidth.cpp - by the tables of utf8proc, which are Unicode's.
 #include "tools/calc/DisplayWidth.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CompletionScripts.cpp - see CompletionScripts.h. An option's type name decides what its value is completed with: FILE
 // with names of files, SHELL with the shells, any other with nothing.
 

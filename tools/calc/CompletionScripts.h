@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // CompletionScripts.h - scripts with which shells complete the options of the command line, made from the option
 // parser's own table.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // DiagnosticText.cpp - see DiagnosticText.h.
 #include "tools/calc/DiagnosticText.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // DiagnosticText.h - where an expression failed, as lines for a person.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // DisplayWidth.cpp - the sum over the characters. What a terminal makes of several that join to one picture differs from
 // terminal to terminal, so that the sum is the best guess there is.
 #include "tools/calc/DisplayWidth.h"

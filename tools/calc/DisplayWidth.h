@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // DisplayWidth.h - how many columns of a terminal a text takes: two for a wide character of East Asia and for most
 // emoji, none for a mark that combines with the character before it, one for most others.
 //

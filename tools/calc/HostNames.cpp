@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostNames.cpp - names and values by exact comparison: the host's names are its own, case included.
 
 #include "tools/calc/HostNames.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // HostNames.h - the tool's host service: answers the names given with --set and remembers what was asked.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // InputLine.cpp - see InputLine.h.
 #include "tools/calc/InputLine.h"
 

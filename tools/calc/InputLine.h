@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // InputLine.h - a line of input as an expression: without what editors and other systems put around it.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Interrupt.cpp - Interrupt.h on Windows and on POSIX systems.
 
 #include "tools/calc/Interrupt.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Interrupt.h - Ctrl-C as something to ask for, so that work that takes long can end in order.
 #pragma once
 

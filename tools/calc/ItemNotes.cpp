@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ItemNotes.cpp - a row for each constant, operator and function, and one for each unit: the conversions follow from
 // their units.
 #include "tools/calc/ItemNotes.h"

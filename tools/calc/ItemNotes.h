@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ItemNotes.h - what a reader wants to know about an item of the vocabulary beyond its own strings: units, domain and
 // expressions that show it. Only what cannot be computed is written down; what the expressions yield is not.
 #pragma once

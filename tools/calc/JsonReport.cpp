@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // JsonReport.cpp - the JSON form; its keys and their order are an interface that scripts rely on.
 
 #include "tools/calc/JsonReport.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // JsonReport.h - answers for scripts: one JSON object a line on standard output.
 #pragma once
 

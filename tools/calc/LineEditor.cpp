@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LineEditor.cpp - libedit, with keys of the prompt's own.
 //
 // libedit redraws the line when a key's function says so, and not for a character at the end of the line. The signature

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LineEditor.h - lines that can be edited, with history and completion, and the signature of the call at their right.
 #pragma once
 

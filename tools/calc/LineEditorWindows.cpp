@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // LineEditorWindows.cpp - there is no line editor; the console's own does.
 #include "tools/calc/LineEditor.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MessageRecorder.cpp - a message display that records.
 
 #include "tools/calc/MessageRecorder.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // MessageRecorder.h - takes the place of the message box for as long as it lives, and keeps the messages.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // OpenBrackets.cpp - one pass over the text with a stack.
 #include "tools/calc/OpenBrackets.h"
 

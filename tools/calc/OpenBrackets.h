@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // OpenBrackets.h - which calls and brackets are open at the end of a piece of an expression; what the prompt shows of a
 // call and closes before it asks the library about a text, follows from them.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Options.cpp - the command line.
 //
 // Every option is long, and expressions never reach the option parser: it would take "-2^2" for a short option and

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PlainReader.cpp - for a terminal that cannot move its cursor, and where there is no line editor.
 #include "tools/calc/Interrupt.h"
 #include "tools/calc/LineReader.h"

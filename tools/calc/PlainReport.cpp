@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PlainReport.cpp - values and failures as lines of text.
 
 #include "tools/calc/PlainReport.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PlainReport.h - answers for people: values on standard output, failures on standard error.
 #pragma once
 

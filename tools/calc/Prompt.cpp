@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Prompt.cpp - joins the lines of the user with what they do.
 #include "tools/calc/Prompt.h"
 

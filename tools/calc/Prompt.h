@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Prompt.h - the calculator as a conversation at a terminal.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PromptCommands.cpp - the table of the commands, and what follows from it.
 #include "tools/calc/PromptCommands.h"
 

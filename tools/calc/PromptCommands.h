@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PromptCommands.h - the prompt's own commands, such as ":help sin": which there are, and what a line means by one.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PromptCompletion.cpp - see PromptCompletion.h.
 #include "tools/calc/PromptCompletion.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PromptCompletion.h - how a line can go on at the cursor.
 //
 // A name is offered when the expression up to the cursor, with the name in place and all that is open closed, is one that

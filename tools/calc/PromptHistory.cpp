@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PromptHistory.cpp - POSIX files, since streams cannot make a file that only its owner may read.
 #include "tools/calc/PromptHistory.h"
 

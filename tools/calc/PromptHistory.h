@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PromptHistory.h - the lines typed in earlier sessions, in a file of the user's own: one a line, the newest last.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PromptProbe.cpp - every expression has an object of its own, for one that assigns would change what the next one sees.
 #include "tools/calc/PromptProbe.h"
 

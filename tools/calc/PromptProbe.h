@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PromptProbe.h - asks the library whether it would refuse an expression, so that the prompt need not know the language
 // a second time.
 #pragma once

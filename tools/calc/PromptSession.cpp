@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PromptSession.cpp - see PromptSession.h.
 #include "tools/calc/PromptSession.h"
 

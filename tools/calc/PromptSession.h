@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PromptSession.h - what the lines of the prompt do, wherever they come from: expressions, and the prompt's commands.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PromptSignature.cpp - parameters have the names of the vocabulary's usage line, and the kind that the examples show.
 #include "tools/calc/PromptSignature.h"
 

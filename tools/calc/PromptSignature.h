@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // PromptSignature.h - the function that is being called where the cursor stands, with its parameters.
 #pragma once
 

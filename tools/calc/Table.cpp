@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Table.cpp - rows go through in batches, so that memory does not grow with the table.
 
 #include "tools/calc/Table.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Table.h - one expression over a table of comma-separated values: the headings are names, and each row has a result.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TableBatch.cpp - columns of numbers side by side, as bulk evaluation reads them fastest.
 
 #include "tools/calc/TableBatch.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TableBatch.h - some rows of a table on their way through bulk evaluation: cells in, values and complaints out.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TableProgress.cpp - the line is written over with blanks to remove it: every terminal can do that.
 
 #include "tools/calc/TableProgress.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TableProgress.h - one line on standard error that tells how far the work has come; only where a user sees it.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TableReader.cpp - scans the row at the beginning of a buffer; where the buffer ends within the row, more is read and
 // the row is scanned again.
 

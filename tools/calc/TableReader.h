@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TableReader.h - reads a table of comma-separated values (RFC 4180) row by row, in memory that does not grow with it.
 //
 // A cell in double quotes may hold commas, line ends and, doubled, quotes. Lines end with LF or CR LF; a byte order

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TableSource.cpp - TableSource.h on Windows and on POSIX systems. Streams would wait until their buffer is full.
 
 #include "tools/calc/TableSource.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TableSource.h - the bytes of a file or of standard input, as they come.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Terminal.cpp - Terminal.h on Windows and on POSIX systems.
 
 #include "tools/calc/Terminal.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Terminal.h - whether a user sits at the other end, and how much fits on a line there.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TerminalStyle.cpp - the control sequences that all terminals with colours share.
 #include "tools/calc/TerminalStyle.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // TerminalStyle.h - how wide the lines for a person are, and whether they have colours.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Utf8.cpp - the conversions, for wide characters of 16 bits (Windows) and of 32.
 
 #include "tools/calc/Utf8.h"

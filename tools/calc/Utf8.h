@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // Utf8.h - between the tool's narrow text, which is UTF-8 everywhere, and the library's wide text.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // ValueText.cpp - numbers and points as text.
 
 #include "tools/calc/ValueText.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // VocabularyItems.cpp - see VocabularyItems.h.
 #include "tools/calc/VocabularyItems.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // VocabularyItems.h - the vocabulary as a list, and its families as a user names them.
 #pragma once
 

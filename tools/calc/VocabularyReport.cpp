@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // VocabularyReport.cpp - walks the exported vocabulary and computes the expressions of the notes.
 #include "tools/calc/VocabularyReport.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // main.cpp - mathexpr, the command-line calculator: computes the expressions of its command line or of standard input.
 
 #include "tools/calc/Calculator.h"

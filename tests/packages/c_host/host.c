@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
 /* A host in C: computes a point, and looks at an error. */
 #include <mathexpr.h>
 #include <stdio.h>

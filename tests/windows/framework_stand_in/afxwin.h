@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
 // afxwin.h - stands in for the header of Microsoft's framework of this name; see FrameworkBoxTests.cpp.
 #pragma once
 
