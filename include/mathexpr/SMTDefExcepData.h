@@ -6,10 +6,8 @@
 
 #include "mathexpr/MTExceptions.h"
 
-namespace mathexpr {
-
 /// Codes of a refused definition. The numbers are part of the interface.
-namespace DefinitionError {
+namespace mathexpr::DefinitionError {
 enum : std::uint32_t
 {
     SeparatorIsDecimalPoint = 0,
@@ -36,8 +34,6 @@ enum : std::uint32_t
     ConstantContainsOperatorSymbol = 21,
     ConstantNameIsVariable = 22,
 };
-}
-
 }
 
 /// The record of an exception of the definition kind.

@@ -6,10 +6,8 @@
 
 #include "mathexpr/MTExceptions.h"
 
-namespace mathexpr {
-
 /// Codes of a text that does not compile, and of an argument of the wrong kind. The numbers are part of the interface.
-namespace ParsingError {
+namespace mathexpr::ParsingError {
 enum : std::uint32_t
 {
     OperatorMisplaced = 0,         ///< An operator where its form (unary, binary) does not exist, or ")" before "(".
@@ -29,8 +27,6 @@ enum : std::uint32_t
     TooManyRecords = 18,           ///< It holds more values, operators and calls than the host allows.
     NestedTooDeep = 19,            ///< It opens more at one place than the host allows.
 };
-}
-
 }
 
 /// The record of an exception of the parsing kind.
