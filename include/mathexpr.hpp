@@ -183,14 +183,14 @@ inline Error errorOfStatus(mathexpr_status status)
 {
     Error::Details details;
     details.status = status;
-    return Error(mathexpr_status_text(status), std::move(details));
+    return {mathexpr_status_text(status), std::move(details)};
 }
 
 inline Error errorOf(mathexpr_status status, const std::string& message)
 {
     Error::Details details;
     details.status = status;
-    return Error(message, std::move(details));
+    return {message, std::move(details)};
 }
 
 /// The error for a status that is about a text the library did not take.
@@ -203,7 +203,7 @@ inline Error errorOfText(mathexpr_status status, std::string_view text)
         mathexpr_check_utf8(text.data(), text.size(), &details.start);
         details.length = 1;
     }
-    return Error(mathexpr_status_text(status), std::move(details));
+    return {mathexpr_status_text(status), std::move(details)};
 }
 
 inline Result<void> resultOf(mathexpr_status status)
@@ -515,7 +515,7 @@ public:
         details.expected = diagnostic.expected;
         details.item.assign(diagnostic.item_name, diagnostic.item_name_length);
         details.suggestions.assign(diagnostic.suggestions, diagnostic.suggestions + diagnostic.nb_suggestions);
-        return Error(std::string(diagnostic.text, diagnostic.text_length), std::move(details));
+        return {std::string(diagnostic.text, diagnostic.text_length), std::move(details)};
     }
 
     std::vector<std::string> names(std::uint32_t which) const
@@ -1156,7 +1156,7 @@ private:
         : handle_(handle), source_(std::move(source))
     {}
 
-    static Result<Function> create(Expression& expression, std::shared_ptr<Source> source)
+    static Result<Function> create(Expression& expression, const std::shared_ptr<Source>& source)
     {
         std::vector<const char*> names;
         for (const std::string& argument : source->arguments)
