@@ -6,7 +6,6 @@
 
 #include "MTParserLib/text/MTParserNumber.h"
 #include "MTParserLib/text/MTParserPreprocessing.h"
-#include "MTParserLib/vocabulary/Refusal.h"
 #include "platform/FloatingPointGuard.h"
 
 #include <string>
@@ -35,27 +34,27 @@ Data newestData(const MTExceptions<Data>& exception)
 
 }
 
-MTParserCompiler::MTParserCompiler(MTParserRegistrar& registrar, bool showMessages,
+MTParserCompiler::MTParserCompiler(MTParserRegistrar& registrar, MTCompilation& compilation, bool showMessages,
                                    const IMathExprService* service) noexcept
-    : registrar(registrar), showMessages(showMessages), service(service), emitter(program, showMessages)
+    : registrar(registrar), compiled(compilation), program(compilation.program), text(compilation.text),
+      failure(compilation.failure), showMessages(showMessages), service(service), emitter(program, showMessages)
 {}
 
-bool MTParserCompiler::compile(const wchar_t* given, std::wstring& assignTarget)
+bool MTParserCompiler::compile(const wchar_t* given, const MTLimits& limits, std::wstring& assignTarget)
 {
     emitter.begin(!registrar.callsHost());
-    clearFailure();
-    usedVariables.clear();
+    failure.clear();
     ++compilation;
 
     const wchar_t* const typed = given != nullptr ? given : L"";
-    typedText.clear();
-    if (!checkLimits(typed))
+    compiled.typedText.clear();
+    if (!checkLimits(typed, limits))
     {
         return false;
     }
-    typedText = typed;
-    preprocess(typedText, text);
-    assignSpan = {};
+    compiled.typedText = typed;
+    preprocess(compiled.typedText, text);
+    compiled.assignSpan = {};
     stack.clear();
     levels.assign(1, BracketLevel{});
     if (!compileRewritten(assignTarget) || !compileEnd())
@@ -65,7 +64,7 @@ bool MTParserCompiler::compile(const wchar_t* given, std::wstring& assignTarget)
     return emitter.finish() || fail(CompileError::noExpression, __LINE__, 0, {0, text.size()}, text);
 }
 
-bool MTParserCompiler::checkLimits(const wchar_t* typed)
+bool MTParserCompiler::checkLimits(const wchar_t* typed, const MTLimits& limits)
 {
     const MTLimitExcess excess = findLimitExcess(typed, limits, registrar, limitScratch);
     if (excess.error == nullptr)
@@ -76,7 +75,7 @@ bool MTParserCompiler::checkLimits(const wchar_t* typed)
     failure.spanCountsTyped = true;
     if (excess.error != &CompileError::textTooLong)
     {
-        typedText = typed;
+        compiled.typedText = typed;
     }
     return report(__LINE__, static_cast<std::uint32_t>(excess.span.begin));
 }
@@ -121,7 +120,7 @@ bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
                                 __LINE__, position, {i, i + 1});
                 }
                 assignTarget = token;
-                assignSpan = {tokenStart, i};
+                compiled.assignSpan = {tokenStart, i};
                 tokenStart = i + 1;
             }
             continue;
@@ -208,7 +207,8 @@ bool MTParserCompiler::compileNumber(std::wstring_view token, std::uint32_t posi
     if (value.x > maxInteger && token.find(decimalPoint) == std::wstring_view::npos)
     {
         // Shown whatever the message switch says, and never an exception.
-        note(Message::IntegerTooLarge, mathexpr::Expected::SmallerNumber, spanOfToken(token, position), token, 0);
+        failure.note(Message::IntegerTooLarge, mathexpr::Expected::SmallerNumber, spanOfToken(token, position), token,
+                     0);
         showMessage(Message::IntegerTooLarge);
         return false;
     }
@@ -233,22 +233,22 @@ bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t positi
     catch (mathexpr::DefinitionException& exception)
     {
         const SMTDefExcepData data = newestData(exception);
-        noteDefinition(data, mathexpr::Expected::KnownName, spanOfToken(token, position));
+        failure.noteDefinition(data, mathexpr::Expected::KnownName, spanOfToken(token, position));
         return passOn(exception, __LINE__, data);
     }
     catch (mathexpr::ParsingException& exception)  // the host's own
     {
         const SMTParsingExcepData data = newestData(exception);
-        noteParsing(data, mathexpr::Expected::KnownName, spanOfToken(token, position), data.nbArgs);
+        failure.noteParsing(data, mathexpr::Expected::KnownName, spanOfToken(token, position), data.nbArgs);
         return passOn(exception, __LINE__, data);
     }
     if (variable == nullptr)
     {
         return fail(CompileError::unknownName, __LINE__, position, spanOfToken(token, position), token);
     }
-    if (variable->lastUse != compilation)
+    if (!hasUsed(*variable))
     {
-        usedVariables.push_back(variable->item.get());
+        program.usedVariables.push_back(variable->item.get());
         if (variable->valueInPlace != nullptr)
         {
             program.numbers.addVariable(*variable->valueInPlace);
@@ -305,18 +305,6 @@ MTVariableDefinition* MTParserCompiler::resolveVariable(std::wstring_view name, 
         variable->answeredByHost = true;
     }
     return variable;
-}
-
-bool MTParserCompiler::removeVariable(std::wstring_view name)
-{
-    const MTVariableDefinition* variable = registrar.findVariableDefinition(name);
-    if (variable != nullptr && variable->lastUse == compilation)
-    {
-        program.clear();
-        usedVariables.clear();
-        note(Message::UnknownName, mathexpr::Expected::KnownName, {}, name, 0);
-    }
-    return registrar.removeVariable(name);
 }
 
 bool MTParserCompiler::openBracket(std::uint32_t position, wchar_t next)
@@ -487,7 +475,7 @@ bool MTParserCompiler::emit(const StackRecord& record)
     }
     catch (const mathexpr::ParsingException& exception)
     {
-        noteRaisedItem(spanOf(record), record.nbArgs, exception);
+        failure.noteRaised(exception, spanOf(record), record.nbArgs);
         throw;
     }
     if (emission.outcome == MTEmission::Outcome::OperandMissing)
@@ -497,7 +485,7 @@ bool MTParserCompiler::emit(const StackRecord& record)
     if (emission.outcome == MTEmission::Outcome::Refused)
     {
         // The item has told the user itself.
-        noteRefusedItem(spanOf(record), record.nbArgs, emission.refusal);
+        failure.noteRefusal(emission.refusal, spanOf(record), record.nbArgs);
         return false;
     }
     return true;
@@ -537,63 +525,6 @@ MTSpan MTParserCompiler::spanOf(const StackRecord& record) const noexcept
     }
 }
 
-MTSpan MTParserCompiler::spanOfStep(std::uint32_t position, std::uint32_t nbArgs) const noexcept
-{
-    const std::wstring_view all = text;
-    std::wstring_view symbol;
-    // No operator's symbol begins in the name of a function, and no operator is read where its bracket opens. A step
-    // without arguments is a variable.
-    if (nbArgs != 0 && all[position] != L'(' && registrar.isOperatorSymbol(all.substr(position), symbol))
-    {
-        return {position, position + symbol.size()};
-    }
-    const std::size_t begin = position - 1;
-    const auto endsName = [&](std::size_t at) {
-        const wchar_t character = all[at];
-        return character == L'(' || character == L')' || character == registrar.getSyntax().argumentSeparator ||
-               registrar.isOperatorSymbol(all.substr(at), symbol);
-    };
-    std::size_t end = begin;
-    while (end < all.size() && !endsName(end))
-    {
-        ++end;
-    }
-    return {begin, end};
-}
-
-void MTParserCompiler::noteRefusal(std::uint32_t position, std::uint32_t nbArgs, Message::Id refusal)
-{
-    noteRefusedItem(spanOfStep(position, nbArgs), nbArgs, refusal);
-}
-
-void MTParserCompiler::noteRaised(std::uint32_t position, std::uint32_t nbArgs,
-                                  const mathexpr::ParsingException& exception)
-{
-    noteRaisedItem(spanOfStep(position, nbArgs), nbArgs, exception);
-}
-
-void MTParserCompiler::noteRefusedAssignment(const SMTDefExcepData& data)
-{
-    // The name may be one that an earlier text has left pending.
-    const bool named = std::wstring_view(text).substr(assignSpan.begin, assignSpan.end - assignSpan.begin) ==
-                       std::wstring_view(data.itemName);
-    noteDefinition(data, mathexpr::Expected::NewName, named ? assignSpan : MTSpan{});
-}
-
-void MTParserCompiler::note(Message::Id message, std::uint32_t expected, MTSpan span, std::wstring_view itemName,
-                            std::uint32_t nbArgs)
-{
-    failure.message = message;
-    failure.kind = mathexpr::ExpressionDiagnostic::Kind::None;
-    failure.code = 0;
-    failure.span = span;
-    failure.spanCountsTyped = false;
-    failure.expected = expected;
-    failure.nbArgs = nbArgs;
-    failure.itemName = itemName;
-    failure.conflictItemName.clear();
-}
-
 void MTParserCompiler::noteError(const MTCompileError& error, MTSpan span, std::wstring_view itemName,
                                  std::uint32_t nbArgs)
 {
@@ -602,37 +533,9 @@ void MTParserCompiler::noteError(const MTCompileError& error, MTSpan span, std::
     {
         expected = levels.size() > 1 ? CompileError::anyInBracket : CompileError::anyOutside;
     }
-    note(error.message, expected, span, itemName, nbArgs);
+    failure.note(error.message, expected, span, itemName, nbArgs);
     failure.kind = mathexpr::ExpressionDiagnostic::Kind::Parsing;
     failure.code = error.exID;
-}
-
-void MTParserCompiler::noteDefinition(const SMTDefExcepData& data, std::uint32_t expected, MTSpan span)
-{
-    note(Message::InvalidExpression, expected, span, data.itemName, 0);
-    failure.kind = mathexpr::ExpressionDiagnostic::Kind::Definition;
-    failure.code = data.exID;
-    failure.conflictItemName = data.conflictItemName;
-}
-
-void MTParserCompiler::noteParsing(const SMTParsingExcepData& data, std::uint32_t expected, MTSpan span,
-                                   std::uint32_t nbArgs)
-{
-    note(Message::InvalidExpression, expected, span, data.itemName, nbArgs);
-    failure.kind = mathexpr::ExpressionDiagnostic::Kind::Parsing;
-    failure.code = data.exID;
-}
-
-void MTParserCompiler::noteRefusedItem(MTSpan span, std::uint32_t nbArgs, Message::Id refusal)
-{
-    note(refusal, expectedInsteadOf(refusal), span, {}, nbArgs);
-}
-
-void MTParserCompiler::noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const mathexpr::ParsingException& exception)
-{
-    const SMTParsingExcepData& data = exception.entries.front().data;
-    noteParsing(data, data.exID == mathexpr::ParsingError::ArgumentKind ? mathexpr::Expected::Number : 0U, span,
-                nbArgs);
 }
 
 bool MTParserCompiler::fail(const MTCompileError& error, std::uint32_t line, std::uint32_t position, MTSpan span,
@@ -660,4 +563,28 @@ void MTParserCompiler::raise(std::uint32_t line, std::uint32_t position) const
     data.itemName = failure.itemName;
     data.nbArgs = failure.nbArgs;
     throw mathexpr::ParsingException(line, 0, compilerFile, data);
+}
+
+MTSpan spanOfStep(const MTParserRegistrar& registrar, std::wstring_view text, std::uint32_t position,
+                  std::uint32_t nbArgs) noexcept
+{
+    std::wstring_view symbol;
+    // No operator's symbol begins in the name of a function, and no operator is read where its bracket opens. A step
+    // without arguments is a variable.
+    if (nbArgs != 0 && text[position] != L'(' && registrar.isOperatorSymbol(text.substr(position), symbol))
+    {
+        return {position, position + symbol.size()};
+    }
+    const std::size_t begin = position - 1;
+    const auto endsName = [&](std::size_t at) {
+        const wchar_t character = text[at];
+        return character == L'(' || character == L')' || character == registrar.getSyntax().argumentSeparator ||
+               registrar.isOperatorSymbol(text.substr(at), symbol);
+    };
+    std::size_t end = begin;
+    while (end < text.size() && !endsName(end))
+    {
+        ++end;
+    }
+    return {begin, end};
 }

@@ -25,15 +25,11 @@
 #pragma once
 
 #include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/compile/MTCompilation.h"
 #include "MTParserLib/compile/MTCompileErrors.h"
-#include "MTParserLib/compile/MTFailure.h"
 #include "MTParserLib/compile/MTParserEmitter.h"
-#include "MTParserLib/program/MTParserProgram.h"
 #include "MTParserLib/text/MTLimits.h"
-#include "mathexpr/IMathExprNameSource.h"
 #include "mathexpr/IMathExprService.h"
-#include "mathexpr/SMTDefExcepData.h"
-#include "mathexpr/SMTParsingExcepData.h"
 
 #include <cstdint>
 #include <string>
@@ -43,11 +39,12 @@
 class MTParserCompiler
 {
 public:
-    /// @param registrar     resolves symbols and names, and receives the variables that the host answers; outlives the
-    ///                      compiler
+    /// @param registrar     resolves symbols and names, and receives the variables that the host answers
+    /// @param compilation   receives what becomes of a text; both outlive the compiler
     /// @param showMessages  true: an error shows its message and compile returns false; false: it raises an exception
     /// @param service       the host's; may be null
-    MTParserCompiler(MTParserRegistrar& registrar, bool showMessages, const IMathExprService* service) noexcept;
+    MTParserCompiler(MTParserRegistrar& registrar, MTCompilation& compilation, bool showMessages,
+                     const IMathExprService* service) noexcept;
 
     /// The greatest integer literal that is accepted.
     void setMaxInteger(std::uint32_t limit) noexcept { maxInteger = limit; }
@@ -55,45 +52,17 @@ public:
     /// Whether an unknown name that the host does not answer becomes a variable of value 0.
     void setAutomaticVariables(bool enabled) noexcept { automaticVariables = enabled; }
 
-    /// In force from the next text on.
-    void setLimits(const MTLimits& newLimits) noexcept { limits = newLimits; }
-    const MTLimits& getLimits() const noexcept { return limits; }
-
-    /// Names that the host offers for suggestions; the compiler only keeps the pointer, which may be null.
-    void setNameSource(const mathexpr::IMathExprNameSource* source) noexcept { nameSource = source; }
-    const mathexpr::IMathExprNameSource* getNameSource() const noexcept { return nameSource; }
-
     /// Compiles a text. The program is empty while this runs and after any failure.
-    /// @param text          as the user typed it; null is an empty text
+    /// @param given         as the user typed it; null is an empty text
+    /// @param limits        what a text may be at most
     /// @param assignTarget  receives the name that the text assigns to, also where the text fails after that
     /// @return true with a complete program; false after a message, or where an item refused its constant arguments
     /// @throws ParsingException, DefinitionException, std::bad_alloc, and what the host's service throws: one of the
     ///         first two as if the library had raised it
-    bool compile(const wchar_t* text, std::wstring& assignTarget);
+    bool compile(const wchar_t* given, const MTLimits& limits, std::wstring& assignTarget);
 
-    /// The program, at one address for the life of the compiler.
-    MTParserProgram& getProgram() noexcept { return program; }
-
-    /// The variables that the program reads, in the order of their first use.
-    const std::vector<const IMathVariable*>& getUsedVariables() const noexcept { return usedVariables; }
-
-    /// The last failure of a compilation, or of a run that was noted here.
-    const MTFailure& getFailure() const noexcept { return failure; }
-    /// The text compiled last, as typed; empty where it was too long to be looked at.
-    const std::wstring& getTypedText() const noexcept { return typedText; }
-
-    void clearFailure() noexcept { failure.message = Message::Id{}; }
-
-    /// Notes why a step of the program refused its arguments, or what it raised.
-    /// @param position, nbArgs  of the step
-    void noteRefusal(std::uint32_t position, std::uint32_t nbArgs, Message::Id refusal);
-    void noteRaised(std::uint32_t position, std::uint32_t nbArgs, const mathexpr::ParsingException& exception);
-    /// Notes that the name that waits to be assigned cannot be a variable.
-    void noteRefusedAssignment(const SMTDefExcepData& data);
-
-    /// Removes a variable from the registrar. A program that reads it is emptied, which is noted as a failure.
-    /// @return false when there is no such variable
-    bool removeVariable(std::wstring_view name);
+    /// Whether the text compiled last has named a variable.
+    bool hasUsed(const MTVariableDefinition& variable) const noexcept { return variable.lastUse == compilation; }
 
 private:
     enum class Token : std::uint8_t
@@ -126,7 +95,7 @@ private:
         bool argumentPending{};
     };
 
-    bool checkLimits(const wchar_t* typed);
+    bool checkLimits(const wchar_t* typed, const MTLimits& limits);
     bool compileRewritten(std::wstring& assignTarget);
     bool compileEnd();
 
@@ -151,16 +120,9 @@ private:
     void markPending() noexcept;
 
     MTSpan spanOf(const StackRecord& record) const noexcept;
-    MTSpan spanOfStep(std::uint32_t position, std::uint32_t nbArgs) const noexcept;
 
     // The one place where a failure is told: what is noted is what the exception carries and the message says.
-    void note(Message::Id message, std::uint32_t expected, MTSpan span, std::wstring_view itemName,
-              std::uint32_t nbArgs);
     void noteError(const MTCompileError& error, MTSpan span, std::wstring_view itemName, std::uint32_t nbArgs);
-    void noteDefinition(const SMTDefExcepData& data, std::uint32_t expected, MTSpan span);
-    void noteParsing(const SMTParsingExcepData& data, std::uint32_t expected, MTSpan span, std::uint32_t nbArgs);
-    void noteRefusedItem(MTSpan span, std::uint32_t nbArgs, Message::Id refusal);
-    void noteRaisedItem(MTSpan span, std::uint32_t nbArgs, const mathexpr::ParsingException& exception);
 
     /// Notes an error and reports it.
     [[nodiscard]] bool fail(const MTCompileError& error, std::uint32_t line, std::uint32_t position, MTSpan span,
@@ -173,26 +135,24 @@ private:
     bool passOn(MTExceptions<Data>& exception, std::uint32_t line, const Data& data) const;
 
     MTParserRegistrar& registrar;
+    MTCompilation& compiled;
+    MTParserProgram& program;  // of the compilation, as are text and failure
+    std::wstring& text;
+    MTFailure& failure;
     const bool showMessages;
     const IMathExprService* const service;
     std::uint32_t maxInteger = 2147483647;
     bool automaticVariables = false;
 
-    MTParserProgram program;
     MTParserEmitter emitter;
-
-    MTLimits limits;
-    const mathexpr::IMathExprNameSource* nameSource = nullptr;
-
-    MTFailure failure;
-    std::wstring typedText;
-    MTSpan assignSpan;  // of the name that the text assigns to
     MTLimitScratch limitScratch;
-
-    std::wstring text;  // rewritten
     std::vector<StackRecord> stack;
     std::vector<BracketLevel> levels;
-    std::string digits;  // of the number being read
-    std::vector<const IMathVariable*> usedVariables;
+    std::string digits;             // of the number being read
     std::uint64_t compilation = 1;  // the number of the one that runs or ran last, if any: variables begin at 0
 };
+
+/// Where a step of a program stands in the rewritten text that it was compiled from.
+/// @param position, nbArgs  of the step
+MTSpan spanOfStep(const MTParserRegistrar& registrar, std::wstring_view text, std::uint32_t position,
+                  std::uint32_t nbArgs) noexcept;

@@ -4,10 +4,7 @@
 // BulkEvaluation.cpp - checks the arrays, finds the variables of the columns, and has the engine do the rest.
 #include "mathexpr/BulkEvaluation.h"
 
-#include "MTParserLib/MTParserCompiler.h"
-#include "MTParserLib/MTParserRegistrar.h"
 #include "MTParserLib/names/MTNameIndex.h"
-#include "MTParserLib/program/MTParserProgram.h"
 #include "MTParserLib/run/MTBulkRun.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
@@ -117,8 +114,8 @@ std::size_t findColumnTwice(const BulkColumn* columns, std::size_t columnCount)
 class ColumnBinder
 {
 public:
-    ColumnBinder(const MTParserRegistrar& names, const MTParserCompiler& source) noexcept
-        : registrar(names), used(source.getUsedVariables())
+    explicit ColumnBinder(MTParser& parser) noexcept
+        : registrar(parser.getRegistrar()), used(parser.getProgram().usedVariables)
     {}
 
     BulkError bind(const BulkColumn* columns, std::size_t columnCount, std::size_t rowCount, std::size_t& failed)
@@ -179,7 +176,8 @@ bool evaluateBulk(MathExpression& expression, const BulkColumn* columns, std::si
                   const BulkResults& results, std::uint32_t threadCount, BulkOutcome& outcome)
 {
     outcome = BulkOutcome{};
-    MTParserProgram& program = EngineAccess::programOf(expression);
+    MTParser& parser = EngineAccess::parserOf(expression);
+    MTParserProgram& program = parser.getProgram();
     const MTProgramClaim claim(program);
     if (!claim.isGranted())
     {
@@ -187,7 +185,7 @@ bool evaluateBulk(MathExpression& expression, const BulkColumn* columns, std::si
         return false;
     }
     return atHostBoundary(EngineAccess::hostOf(expression), [&] {
-        ColumnBinder binder(EngineAccess::registrarOf(expression), EngineAccess::compilerOf(expression));
+        ColumnBinder binder(parser);
         outcome.error =
             program.isComplete() ? binder.bind(columns, columnCount, rowCount, outcome.column) : BulkError::NoProgram;
         if (outcome.error == BulkError::None)

@@ -1,11 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Diagnostics.cpp - makes the record for the host from what the compiler has noted.
+// Diagnostics.cpp - makes the record for the host from what has been noted.
 #include "mathexpr/Diagnostics.h"
 
-#include "MTParserLib/MTParserCompiler.h"
-#include "MTParserLib/MTParserRegistrar.h"
 #include "MTParserLib/text/MTParserPreprocessing.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
@@ -100,11 +98,11 @@ std::vector<std::wstring> suggestionsFor(const MTFailure& failure, const MTParse
     return suggestions.take();
 }
 
-ExpressionDiagnostic diagnosticOf(const MTParserCompiler& compiler, const MTParserRegistrar& registrar)
+ExpressionDiagnostic diagnosticOf(MTParser& parser)
 {
     ExpressionDiagnostic diagnostic;
-    const MTFailure& failure = compiler.getFailure();
-    const std::wstring_view typed = compiler.getTypedText();
+    const MTFailure& failure = parser.getFailure();
+    const std::wstring_view typed = parser.getTypedText();
 
     diagnostic.message = failure.message;
     diagnostic.text = loadMessage(failure.message);
@@ -122,12 +120,12 @@ ExpressionDiagnostic diagnosticOf(const MTParserCompiler& compiler, const MTPars
     diagnostic.nbArgs = failure.nbArgs;
     if (failure.nbArgs != 0)
     {
-        diagnostic.acceptedNbArgs = acceptedCounts(registrar, diagnostic.itemName);
+        diagnostic.acceptedNbArgs = acceptedCounts(parser.getRegistrar(), diagnostic.itemName);
     }
     diagnostic.expected = failure.expected;
     if (failure.message == Message::UnknownName || failure.message == Message::UnknownFunction)
     {
-        diagnostic.suggestions = suggestionsFor(failure, registrar, compiler.getNameSource());
+        diagnostic.suggestions = suggestionsFor(failure, parser.getRegistrar(), parser.getNameSource());
     }
     return diagnostic;
 }
@@ -136,21 +134,19 @@ ExpressionDiagnostic diagnosticOf(const MTParserCompiler& compiler, const MTPars
 
 bool hasFailed(const MathExpression& expression) noexcept
 {
-    return EngineAccess::compilerOf(expression).getFailure().message != Message::Id{};
+    return EngineAccess::parserOf(expression).hasFailed();
 }
 
 ExpressionDiagnostic getDiagnostic(const MathExpression& expression)
 {
     return atHostBoundary(EngineAccess::hostOf(expression), [&] {
-        return hasFailed(expression)
-                   ? diagnosticOf(EngineAccess::compilerOf(expression), EngineAccess::registrarOf(expression))
-                   : ExpressionDiagnostic();
+        return hasFailed(expression) ? diagnosticOf(EngineAccess::parserOf(expression)) : ExpressionDiagnostic();
     });
 }
 
 void setNameSource(MathExpression& expression, const IMathExprNameSource* source) noexcept
 {
-    EngineAccess::compilerOf(expression).setNameSource(source);
+    EngineAccess::parserOf(expression).setNameSource(source);
 }
 
 }

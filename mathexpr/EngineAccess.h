@@ -4,6 +4,7 @@
 // EngineAccess.h - lets what stands beside the exported classes reach the engine behind them. Internal to this folder.
 #pragma once
 
+#include "MTParserLib/MTParser.h"
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/MathExpression.h"
 
@@ -16,9 +17,7 @@ struct EngineAccess
     static const MathExpression& expressionOf(const CMathExpr& calculator) noexcept { return calculator.expression; }
 
     static const HostRuntime& hostOf(const MathExpression& expression) noexcept { return expression.host; }
-    static MTParserRegistrar& registrarOf(const MathExpression& expression) noexcept { return *expression.registrar; }
-    static MTParserCompiler& compilerOf(const MathExpression& expression) noexcept { return *expression.compiler; }
-    static MTParserProgram& programOf(const MathExpression& expression) noexcept { return *expression.program; }
+    static MTParser& parserOf(const MathExpression& expression) noexcept { return *expression.parser; }
 
     static void dropAssignment(MathExpression& expression) noexcept { expression.assignTarget.clear(); }
     static auto& automaticVariablesOf(MathExpression& expression) noexcept { return expression.automaticVariables; }

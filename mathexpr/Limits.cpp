@@ -4,26 +4,24 @@
 // Limits.cpp - see Limits.h.
 #include "mathexpr/Limits.h"
 
-#include "MTParserLib/MTParserCompiler.h"
-#include "MTParserLib/program/MTParserProgram.h"
 #include "mathexpr/EngineAccess.h"
 
 namespace mathexpr {
 
 bool setLimits(MathExpression& expression, const ExpressionLimits& limits) noexcept
 {
-    const MTProgramClaim claim(EngineAccess::programOf(expression));
+    const MTProgramClaim claim(EngineAccess::parserOf(expression).getProgram());
     if (!claim.isGranted())
     {
         return false;
     }
-    EngineAccess::compilerOf(expression).setLimits({limits.maxTextLength, limits.maxRecords, limits.maxNesting});
+    EngineAccess::parserOf(expression).setLimits({limits.maxTextLength, limits.maxRecords, limits.maxNesting});
     return true;
 }
 
 ExpressionLimits getLimits(const MathExpression& expression) noexcept
 {
-    const MTLimits& limits = EngineAccess::compilerOf(expression).getLimits();
+    const MTLimits& limits = EngineAccess::parserOf(expression).getLimits();
     return {limits.textLength, limits.records, limits.nesting};
 }
 

@@ -1,82 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MathExpression.cpp - builds the engine for one expression object, and leads a text through it.
+// MathExpression.cpp - leads the calls of a host to the engine's session.
 #include "mathexpr/MathExpression.h"
 
 #include "MTParserLib/MTMessage.h"
-#include "MTParserLib/MTParserCompiler.h"
-#include "MTParserLib/MTParserDefFuncs.h"
-#include "MTParserLib/MTParserRegistrar.h"
-#include "MTParserLib/program/MTParserProgram.h"
+#include "MTParserLib/MTParser.h"
 #include "MTParserLib/program/MTValueCopy.h"
-#include "MTParserLib/run/MTParserEvaluator.h"
 #include "mathexpr/HostBoundary.h"
-#include "platform/KeptWhileLoaded.h"
-
-namespace {
-
-constexpr const wchar_t* sessionFile = L"MTParserLib/MTParser";
-
-/// The line reported for an assigned name that cannot be a variable. Hosts may know it, so it does not move with the
-/// code.
-constexpr std::uint32_t assignmentLine = 424;
-
-/// A registrar with syntax, constants, operators and functions, filled once in the life of the process.
-const MTParserRegistrar& vocabularyPrototype()
-{
-    static platform::KeptWhileLoaded<std::unique_ptr<const MTParserRegistrar>> prototype([] {
-        auto registrar = std::make_unique<MTParserRegistrar>();
-        registrar->setSyntax({L'.', L',', L'[', L']'});
-        registerConstants(*registrar);
-        registerVocabulary(*registrar);
-        return registrar;
-    }());
-    return **prototype;
-}
-
-/// Defines a variable that holds a value. A refusal is raised anew, as this layer's.
-void defineMemoryVariable(MTParserRegistrar& registrar, const std::wstring& name, const VALTYPE& value)
-{
-    auto variable = std::make_unique<MathExpression::MemVariableEvaluator>(name.c_str(), value);
-    try
-    {
-        registrar.defineVariable(variable.release(), true);
-    }
-    catch (const mathexpr::DefinitionException& exception)
-    {
-        throw mathexpr::DefinitionException(assignmentLine, 0, sessionFile, exception.entries.front().data);
-    }
-}
-
-/// Runs a program, and has the compiler note why it ended early.
-bool runAndNote(MTParserProgram& program, bool showMessages, MTParserCompiler& compiler)
-{
-    compiler.clearFailure();
-    MTRunFailure failure;
-    try
-    {
-        if (runProgram(program, showMessages, failure))
-        {
-            return true;
-        }
-    }
-    catch (const mathexpr::ParsingException& exception)
-    {
-        compiler.noteRaised(failure.position, failure.nbArgs, exception);
-        throw;
-    }
-    compiler.noteRefusal(failure.position, failure.nbArgs, failure.refusal);
-    return false;
-}
-
-}
 
 MathExpression::MathExpression(bool silentMode, const IMathExprService* service,
                                const mathexpr::HostRuntime& hostRuntime)
-try : registrar(std::make_shared<MTParserRegistrar>(&vocabularyPrototype())),
-    compiler(std::make_shared<MTParserCompiler>(*registrar, !silentMode, service)), program(&compiler->getProgram()),
-    silent(silentMode), host(hostRuntime)
+try : parser(std::make_shared<MTParser>(!silentMode, service)), program(&parser->getProgram()), silent(silentMode),
+    host(hostRuntime)
 {}
 catch (...)
 {
@@ -116,18 +52,18 @@ bool MathExpression::compileText(const wchar_t* expression)
     {
         return false;
     }
-    // Copies share the registrar and the compiler: what points back at an expression object has to point at this one.
+    // Copies share the parser: what points back at an expression object has to point at this one.
     IMathVariableFactory* configured = automaticVariables.factory;
-    registrar->setVariableFactory(configured != nullptr ? configured : &memVariableFactory, configured == nullptr);
-    compiler->setAutomaticVariables(automaticVariables.enabled);
-    return compiler->compile(expression, assignTarget);
+    parser->getRegistrar().setVariableFactory(configured != nullptr ? configured : &memVariableFactory,
+                                              configured == nullptr);
+    return parser->compile(expression, automaticVariables.enabled, assignTarget);
 }
 
 bool MathExpression::evaluateProgram(VALTYPE& result)
 {
     return atHostBoundary(host, [&] {
         const MTProgramClaim claim(*program);
-        if (!claim.isGranted() || !program->isComplete() || !runAndNote(*program, !silent, *compiler))
+        if (!claim.isGranted() || !program->isComplete() || !parser->run(!silent))
         {
             return false;
         }
@@ -149,7 +85,7 @@ bool MathExpression::assign(const VALTYPE& value)
     }
     catch (const mathexpr::DefinitionException& exception)
     {
-        compiler->noteRefusedAssignment(exception.entries.front().data);
+        parser->noteRefusedAssignment(exception.entries.front().data);
         if (!silent)
         {
             showMessage(Message::InvalidExpression);
@@ -162,13 +98,9 @@ bool MathExpression::assign(const VALTYPE& value)
 
 void MathExpression::store(const std::wstring& name, const VALTYPE& value)
 {
-    if (IMathVariable* variable = registrar->findVariable(name))
+    if (!parser->setVariable(name, value))
     {
-        *variable->getValuePtr() = value;
-    }
-    else
-    {
-        defineMemoryVariable(*registrar, name, value);
+        parser->defineVariable(std::make_unique<MemVariableEvaluator>(name.c_str(), value));
     }
 }
 
@@ -177,7 +109,7 @@ void MathExpression::setMaxInteger(std::uint32_t maxInteger) noexcept
     const MTProgramClaim claim(*program);
     if (claim.isGranted())
     {
-        compiler->setMaxInteger(maxInteger);
+        parser->setMaxInteger(maxInteger);
     }
 }
 

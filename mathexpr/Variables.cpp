@@ -4,9 +4,6 @@
 // Variables.cpp - see Variables.h.
 #include "mathexpr/Variables.h"
 
-#include "MTParserLib/MTParserCompiler.h"
-#include "MTParserLib/MTParserRegistrar.h"
-#include "MTParserLib/program/MTParserProgram.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
 
@@ -67,9 +64,9 @@ std::vector<std::wstring> getUsedNames(const MathExpression& expression)
 {
     return atHostBoundary(EngineAccess::hostOf(expression), [&] {
         std::vector<std::wstring> names;
-        if (EngineAccess::programOf(expression).isComplete())
+        if (EngineAccess::parserOf(expression).getProgram().isComplete())
         {
-            for (const IMathVariable* variable : EngineAccess::compilerOf(expression).getUsedVariables())
+            for (const IMathVariable* variable : EngineAccess::parserOf(expression).getProgram().usedVariables)
             {
                 names.push_back(variable->getSymbol());
             }
@@ -81,21 +78,22 @@ std::vector<std::wstring> getUsedNames(const MathExpression& expression)
 std::vector<std::wstring> getVariableNames(const MathExpression& expression)
 {
     return atHostBoundary(EngineAccess::hostOf(expression), [&] {
-        return namesOf(EngineAccess::registrarOf(expression), [](const MTVariableDefinition&) { return true; });
+        return namesOf(EngineAccess::parserOf(expression).getRegistrar(),
+                       [](const MTVariableDefinition&) { return true; });
     });
 }
 
 std::vector<std::wstring> getHostNames(const MathExpression& expression)
 {
     return atHostBoundary(EngineAccess::hostOf(expression), [&] {
-        return namesOf(EngineAccess::registrarOf(expression),
+        return namesOf(EngineAccess::parserOf(expression).getRegistrar(),
                        [](const MTVariableDefinition& variable) { return variable.answeredByHost; });
     });
 }
 
 bool getVariable(const MathExpression& expression, const wchar_t* name, VALTYPE& value)
 {
-    IMathVariable* variable = EngineAccess::registrarOf(expression).findVariable(textOf(name));
+    IMathVariable* variable = EngineAccess::parserOf(expression).getRegistrar().findVariable(textOf(name));
     if (variable == nullptr)
     {
         return false;
@@ -106,14 +104,14 @@ bool getVariable(const MathExpression& expression, const wchar_t* name, VALTYPE&
 
 bool setVariable(MathExpression& expression, const wchar_t* name, const VALTYPE& value)
 {
-    const MTProgramClaim claim(EngineAccess::programOf(expression));
+    const MTProgramClaim claim(EngineAccess::parserOf(expression).getProgram());
     if (!claim.isGranted())
     {
         return false;
     }
     return atHostBoundary(EngineAccess::hostOf(expression), [&] {
         const std::wstring_view text = textOf(name);
-        checkWritable(EngineAccess::registrarOf(expression), text);
+        checkWritable(EngineAccess::parserOf(expression).getRegistrar(), text);
         EngineAccess::store(expression, std::wstring(text), value);
         return true;
     });
@@ -121,15 +119,15 @@ bool setVariable(MathExpression& expression, const wchar_t* name, const VALTYPE&
 
 bool removeVariable(MathExpression& expression, const wchar_t* name)
 {
-    const MTProgramClaim claim(EngineAccess::programOf(expression));
+    const MTProgramClaim claim(EngineAccess::parserOf(expression).getProgram());
     return claim.isGranted() && atHostBoundary(EngineAccess::hostOf(expression), [&] {
-               return EngineAccess::compilerOf(expression).removeVariable(textOf(name));
+               return EngineAccess::parserOf(expression).removeVariable(textOf(name));
            });
 }
 
 VALTYPE* getVariableAddress(MathExpression& expression, const wchar_t* name)
 {
-    IMathVariable* variable = EngineAccess::registrarOf(expression).findVariable(textOf(name));
+    IMathVariable* variable = EngineAccess::parserOf(expression).getRegistrar().findVariable(textOf(name));
     return variable == nullptr ? nullptr : variable->getValuePtr();
 }
 

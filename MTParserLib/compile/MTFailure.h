@@ -2,21 +2,24 @@
 // SPDX-License-Identifier: MIT
 //
 // MTFailure.h - what is kept of a failure so that it can be told to a host later: numbers and a place, nothing made
-// ready. Kept by the compiler, also of a failure while its program runs.
+// ready.
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/text/MTSpan.h"
 #include "mathexpr/ExpressionDiagnostic.h"
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/SMTParsingExcepData.h"
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
-/// The last failure; nothing has failed where message is 0. What the fields mean to a host is said in
+/// The last failure; nothing has failed where message is None. What the fields mean to a host is said in
 /// ExpressionDiagnostic.h.
 struct MTFailure
 {
-    Message::Id message{};
+    Message::Id message = Message::None;
     mathexpr::ExpressionDiagnostic::Kind kind = mathexpr::ExpressionDiagnostic::Kind::None;
     std::uint32_t code = 0;
     MTSpan span;                   ///< In the rewritten text; empty where nothing in it stands for the failure.
@@ -25,4 +28,15 @@ struct MTFailure
     std::uint32_t nbArgs = 0;
     std::wstring itemName;
     std::wstring conflictItemName;
+
+    void clear() noexcept { message = Message::None; }
+
+    void note(Message::Id message, std::uint32_t expected, MTSpan span, std::wstring_view itemName,
+              std::uint32_t nbArgs);
+    /// Notes a definition that the registrar has refused.
+    void noteDefinition(const SMTDefExcepData& data, std::uint32_t expected, MTSpan span);
+    void noteParsing(const SMTParsingExcepData& data, std::uint32_t expected, MTSpan span, std::uint32_t nbArgs);
+    /// Notes an item that has refused its arguments, or raised an exception for them.
+    void noteRefusal(Message::Id refusal, MTSpan span, std::uint32_t nbArgs);
+    void noteRaised(const mathexpr::ParsingException& exception, MTSpan span, std::uint32_t nbArgs);
 };

@@ -39,6 +39,7 @@ VALTYPE* MTSlotArena::allocateElsewhere(std::size_t count)
 void MTParserProgram::clear() noexcept
 {
     steps.clear();
+    usedVariables.clear();
     numbers.clear();
     slots.release({});
     root = nullptr;

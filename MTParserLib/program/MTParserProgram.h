@@ -15,7 +15,7 @@
 
 #include "MTParserLib/program/MTItemKernels.h"
 #include "MTParserLib/run/MTNumberCode.h"
-#include "mathexpr/IMathExprItemEvaluator.h"
+#include "mathexpr/IMathVariable.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -104,6 +104,9 @@ public:
     VALTYPE* root;
     /// Whether that value is known, so that no step has to be run for it.
     bool rootIsConstant;
+
+    /// The variables that it reads, in the order of their first use.
+    std::vector<const IMathVariable*> usedVariables;
 
     /// Runs in place of the steps while everything is a plain number.
     MTNumberCode numbers;

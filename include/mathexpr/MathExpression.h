@@ -21,8 +21,7 @@
 #include <memory>
 #include <string>
 
-class MTParserRegistrar;
-class MTParserCompiler;
+class MTParser;
 class MTParserProgram;
 
 namespace mathexpr {
@@ -90,8 +89,8 @@ private:
     friend class CMathExpr;
     friend struct mathexpr::EngineAccess;
 
-    // A copy shares registrar, compiler and program with its source; whichever is destroyed last releases them. Only
-    // CMathExpr copies.
+    // A copy shares the engine's session with its source; whichever is destroyed last releases it. Only CMathExpr
+    // copies.
     MathExpression(const MathExpression&);
     MathExpression& operator=(const MathExpression&);
 
@@ -107,10 +106,9 @@ private:
     void store(const std::wstring& name, const VALTYPE& value);
     void setMaxInteger(std::uint32_t maxInteger) noexcept;
 
-    std::shared_ptr<MTParserRegistrar> registrar;
-    std::shared_ptr<MTParserCompiler> compiler;
+    std::shared_ptr<MTParser> parser;
     AutomaticVariables automaticVariables;
-    MTParserProgram* program = nullptr;  // held by the compiler
+    MTParserProgram* program = nullptr;  // the parser's
     MemVariableFactory memVariableFactory;
     std::wstring assignTarget;
     bool silent;

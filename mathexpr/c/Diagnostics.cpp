@@ -4,7 +4,6 @@
 // Diagnostics.cpp - the part of mathexpr.h about diagnostics.
 #include "mathexpr/Diagnostics.h"
 
-#include "MTParserLib/MTParserCompiler.h"
 #include "mathexpr/c/Expression.h"
 #include "mathexpr/c/Structures.h"
 
@@ -69,7 +68,7 @@ mathexpr_status getDiagnostic(mathexpr_expression* handle, typename Encoding::Di
         const Mark asked(expression.host->isAskedForNames);
         const mathexpr::ExpressionDiagnostic own = mathexpr::getDiagnostic(expression.object());
         auto texts = std::make_unique<const DiagnosticTexts<Encoding>>(own);
-        const std::wstring_view typed = mathexpr::EngineAccess::compilerOf(expression.object()).getTypedText();
+        const std::wstring_view typed = mathexpr::EngineAccess::parserOf(expression.object()).getTypedText();
         writeStructure(describe<Encoding>(own, *texts, typed), diagnostic);
         expression.template answers<Encoding>().diagnostic = std::move(texts);
         return MATHEXPR_OK;

@@ -3,8 +3,6 @@
 //
 // Evaluation.cpp - the part of mathexpr.h that compiles and computes.
 #include "mathexpr/c/Evaluation.h"
-#include "MTParserLib/MTParserCompiler.h"
-#include "MTParserLib/program/MTParserProgram.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Variables.h"
@@ -15,7 +13,7 @@ namespace {
 /// What the record of the last failure tells: the same whether it was shown or thrown.
 mathexpr_status statusOfFailure(mathexpr_expression& expression) noexcept
 {
-    switch (mathexpr::EngineAccess::compilerOf(expression.object()).getFailure().kind)
+    switch (mathexpr::EngineAccess::parserOf(expression.object()).getFailure().kind)
     {
     case mathexpr::ExpressionDiagnostic::Kind::Parsing:
         return MATHEXPR_PARSING_ERROR;
@@ -51,7 +49,7 @@ mathexpr_status attempt(mathexpr_expression& expression, Compute compute)
 
 mathexpr_status evaluate(mathexpr_expression& expression, mathexpr_value* value)
 {
-    if (!mathexpr::EngineAccess::programOf(*expression.plain).isComplete())
+    if (!mathexpr::EngineAccess::parserOf(*expression.plain).getProgram().isComplete())
     {
         return MATHEXPR_NO_PROGRAM;
     }

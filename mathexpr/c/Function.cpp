@@ -61,7 +61,7 @@ struct mathexpr_function
 {
     explicit mathexpr_function(std::shared_ptr<const FunctionSource> sharedSource)
         : source(std::move(sharedSource)), arguments(source->arguments.size()),
-          program(mathexpr::EngineAccess::programOf(source->expression), columns(),
+          program(mathexpr::EngineAccess::parserOf(source->expression).getProgram(), columns(),
                   mathexpr::BulkResults{&result, 0, mathexpr::BulkKind::Number, 0, nullptr})
     {}
 

@@ -135,10 +135,11 @@ protected:
         registrar.setSyntax({L'.', L',', L'[', L']'});
         registerVocabulary(registrar);
         registrar.defineFunction(new Told(what), true);
-        compiler = std::make_unique<MTParserCompiler>(registrar, false, nullptr);
+        compiler = std::make_unique<MTParserCompiler>(registrar, compilation, false, nullptr);
     }
 
     MTParserRegistrar registrar;
+    MTCompilation compilation;
     std::unique_ptr<MTParserCompiler> compiler;
     std::wstring assignTarget;
 };
@@ -146,23 +147,23 @@ protected:
 TEST_F(ForeignItem, ThatRefusesWithoutAReasonHasTheGeneralMessage)
 {
     define(Told::What::RefuseWithoutReason);
-    EXPECT_FALSE(compiler->compile(L"1+sqrt(0)", assignTarget));
-    EXPECT_EQ(compiler->getFailure().message, Message::SqrtDomain);
-    EXPECT_FALSE(compiler->compile(L"1+told(2)", assignTarget));
-    EXPECT_EQ(compiler->getFailure().message, Message::InvalidExpression);
-    EXPECT_EQ(compiler->getFailure().expected, 0U);
-    EXPECT_EQ(compiler->getFailure().span.begin, 2U);
-    EXPECT_EQ(compiler->getFailure().span.end, 6U);
+    EXPECT_FALSE(compiler->compile(L"1+sqrt(0)", {}, assignTarget));
+    EXPECT_EQ(compilation.failure.message, Message::SqrtDomain);
+    EXPECT_FALSE(compiler->compile(L"1+told(2)", {}, assignTarget));
+    EXPECT_EQ(compilation.failure.message, Message::InvalidExpression);
+    EXPECT_EQ(compilation.failure.expected, 0U);
+    EXPECT_EQ(compilation.failure.span.begin, 2U);
+    EXPECT_EQ(compilation.failure.span.end, 6U);
 }
 
 TEST_F(ForeignItem, ThatRaisesACodeOfItsOwnIsNotedWithIt)
 {
     define(Told::What::RaiseOwnCode);
-    EXPECT_THROW(compiler->compile(L"told(2)", assignTarget), mathexpr::ParsingException);
-    EXPECT_EQ(compiler->getFailure().kind, mathexpr::ExpressionDiagnostic::Kind::Parsing);
-    EXPECT_EQ(compiler->getFailure().code, 77U);
-    EXPECT_EQ(compiler->getFailure().expected, 0U);
-    EXPECT_EQ(compiler->getFailure().itemName, L"own");
+    EXPECT_THROW(compiler->compile(L"told(2)", {}, assignTarget), mathexpr::ParsingException);
+    EXPECT_EQ(compilation.failure.kind, mathexpr::ExpressionDiagnostic::Kind::Parsing);
+    EXPECT_EQ(compilation.failure.code, 77U);
+    EXPECT_EQ(compilation.failure.expected, 0U);
+    EXPECT_EQ(compilation.failure.itemName, L"own");
 }
 
 }

@@ -52,7 +52,7 @@ std::string itemText(const IMathExprItemEvaluator& item)
 
 }
 
-std::string dumpProgram(const MTParserProgram& program, const std::vector<const IMathVariable*>& usedVariables)
+std::string dumpProgram(const MTParserProgram& program)
 {
     std::ostringstream dump;
     if (program.rootIsConstant)
@@ -83,8 +83,8 @@ std::string dumpProgram(const MTParserProgram& program, const std::vector<const 
         const auto holdsOperand = [operand](const IMathVariable* variable) {
             return const_cast<IMathVariable*>(variable)->getValuePtr() == operand;
         };
-        const auto variable = std::ranges::find_if(usedVariables, holdsOperand);
-        return variable == usedVariables.end() ? valueText(*operand) : ascii((*variable)->getSymbol());
+        const auto variable = std::ranges::find_if(program.usedVariables, holdsOperand);
+        return variable == program.usedVariables.end() ? valueText(*operand) : ascii((*variable)->getSymbol());
     };
     for (std::size_t index = 0; index < steps.size(); ++index)
     {

@@ -15,4 +15,4 @@
 #include <string>
 #include <vector>
 
-std::string dumpProgram(const MTParserProgram& program, const std::vector<const IMathVariable*>& usedVariables);
+std::string dumpProgram(const MTParserProgram& program);

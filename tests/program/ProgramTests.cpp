@@ -110,7 +110,8 @@ void compareWithGoldenFile(const std::string& name, bool inPlace)
     registrar.setSyntax({L'.', L',', L'[', L']'});
     registrar.setVariableFactory(&factory, inPlace);
     registerVocabulary(registrar);
-    MTParserCompiler compiler(registrar, false, &host);
+    MTCompilation compilation;
+    MTParserCompiler compiler(registrar, compilation, false, &host);
 
     const std::string path = std::string(PROGRAMS_DIRECTORY) + "/" + name;
     const std::vector<GoldenProgram> programs = readGoldenPrograms(path);
@@ -119,8 +120,8 @@ void compareWithGoldenFile(const std::string& name, bool inPlace)
     {
         SCOPED_TRACE(path + ":" + std::to_string(golden.line) + ": " + golden.text);
         std::wstring assignTarget;
-        ASSERT_TRUE(compiler.compile(std::wstring(golden.text.begin(), golden.text.end()).c_str(), assignTarget));
-        EXPECT_EQ(dumpProgram(compiler.getProgram(), compiler.getUsedVariables()), golden.dump);
+        ASSERT_TRUE(compiler.compile(std::wstring(golden.text.begin(), golden.text.end()).c_str(), {}, assignTarget));
+        EXPECT_EQ(dumpProgram(compilation.program), golden.dump);
     }
 }
 
@@ -147,13 +148,14 @@ struct InPlace
     void compile(const std::wstring& text)
     {
         std::wstring assignTarget;
-        EXPECT_TRUE(compiler.compile(text.c_str(), assignTarget));
+        EXPECT_TRUE(compiler.compile(text.c_str(), {}, assignTarget));
     }
 
     Host host;
     Factory factory;
     MTParserRegistrar registrar;
-    MTParserCompiler compiler{registrar, false, &host};
+    MTCompilation compilation;
+    MTParserCompiler compiler{registrar, compilation, false, &host};
 };
 
 /// Nobody knows what a host's code does to the variables when it runs between two steps.
@@ -163,7 +165,7 @@ TEST(Programs, CopyTheirVariablesWhereCodeOfTheHostsCanRun)
         InPlace compiled(L"x");
         define(compiled.registrar);
         compiled.compile(L"x+y");
-        return compiled.compiler.getProgram().steps.size();
+        return compiled.compilation.program.steps.size();
     };
     Factory hostsOwn;
     EXPECT_EQ(nbSteps([](MTParserRegistrar&) {}), 1U);
@@ -177,7 +179,7 @@ TEST(Programs, CopyTheirVariablesWhereCodeOfTheHostsCanRun)
 bool runsAsNumberCode(const std::wstring& text)
 {
     InPlace compiled(text);
-    MTParserProgram& program = compiled.compiler.getProgram();
+    MTParserProgram& program = compiled.compilation.program;
     MTRunFailure failure;
     EXPECT_TRUE(runProgram(program, false, failure));
     double value = 0.0;
@@ -202,7 +204,7 @@ bool runsInBlocks(const std::wstring& text)
     InPlace compiled(text);
     const double number = 0;
     const MTBoundColumn x{compiled.factory.values.at(L"x"), {L"x", &number}};
-    return MTBlockProgram::build(compiled.compiler.getProgram(), {&x, 1}) != nullptr;
+    return MTBlockProgram::build(compiled.compilation.program, {&x, 1}) != nullptr;
 }
 
 TEST(Programs, RunInBlocksWhereTheyComputeNumbersFromNumbers)

@@ -178,7 +178,7 @@ class ItemDifferential : public testing::Test
 {
 protected:
     MathExpression expression{true, nullptr};
-    const MTParserRegistrar& registrar = *registrarOf(expression);
+    const MTParserRegistrar& registrar = registrarOf(expression);
     const std::uint64_t calls = reference::fromEnvironment("MATHEXPR_DIFFERENTIAL_CALLS", 1000);
     const std::uint64_t seed = reference::firstSeed();
 

@@ -87,13 +87,14 @@ protected:
     /// Evaluates a text for numbers of x.
     std::vector<double> evaluate(const wchar_t* text, const std::vector<double>& numbers, std::uint32_t nbThreads)
     {
-        MTParserCompiler compiler(registrar, false, nullptr);
+        MTCompilation compilation;
+        MTParserCompiler compiler(registrar, compilation, false, nullptr);
         std::wstring assignTarget;
-        EXPECT_TRUE(compiler.compile(text, assignTarget));
+        EXPECT_TRUE(compiler.compile(text, {}, assignTarget));
         const MTBoundColumn column{x->getValuePtr(), {L"x", numbers.data()}};
         std::vector<double> values(numbers.size());
-        tally = runInBulk(compiler.getProgram(), platform::ArrayView(&column, 1), numbers.size(), {values.data()},
-                          nbThreads);
+        tally =
+            runInBulk(compilation.program, platform::ArrayView(&column, 1), numbers.size(), {values.data()}, nbThreads);
         return values;
     }
 

@@ -115,9 +115,9 @@ TEST(Expression, OverwritesAVariableInPlace)
 {
     MathExpression expression(true, nullptr);
     valueOf(expression, L"a=1");
-    const VALTYPE* const address = registrarOf(expression)->getVariableValuePtr(L"a");
+    const VALTYPE* const address = registrarOf(expression).getVariableValuePtr(L"a");
     valueOf(expression, L"A=[1,2,3]");
-    EXPECT_EQ(registrarOf(expression)->getVariableValuePtr(L"a"), address);
+    EXPECT_EQ(registrarOf(expression).getVariableValuePtr(L"a"), address);
     EXPECT_EQ(address->type, 1);
     EXPECT_EQ(address->z, 3.0);
 }
@@ -164,7 +164,7 @@ TEST(Expression, CallsNoItemForWhatIsConstant)
     int nbCalls = 0;
     const AnsweringHost host({{L"x", number(1.0)}});
     MathExpression expression(true, &host);
-    registrarOf(expression)->defineFunction(new CountingFunction(nbCalls), true);
+    registrarOf(expression).defineFunction(new CountingFunction(nbCalls), true);
 
     EXPECT_EQ(valueOf(expression, L"2*count(7,8,9)").x, 6.0);
     VALTYPE value;

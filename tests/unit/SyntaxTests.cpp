@@ -34,19 +34,21 @@ protected:
     /// The value of a constant text; nothing where it does not compile.
     std::optional<double> valueOf(const wchar_t* text)
     {
-        if (!compiler.compile(text, assignTarget))
+        if (!compiler.compile(text, limits, assignTarget))
         {
-            EXPECT_FALSE(compiler.getProgram().isComplete());
+            EXPECT_FALSE(compilation.program.isComplete());
             return std::nullopt;
         }
-        EXPECT_TRUE(compiler.getProgram().isComplete());
-        return compiler.getProgram().root->x;
+        EXPECT_TRUE(compilation.program.isComplete());
+        return compilation.program.root->x;
     }
 
     MessageRecorder messages;
     TestFactory factory;
     MTParserRegistrar registrar;
-    MTParserCompiler compiler{registrar, true, nullptr};
+    MTCompilation compilation;
+    MTLimits limits;
+    MTParserCompiler compiler{registrar, compilation, true, nullptr};
     std::wstring assignTarget;
 };
 
@@ -111,12 +113,12 @@ TEST_F(Syntax, LimitsBracketsAsBracketsWhateverOperatorsThereAre)
     registrar.setSyntax({L'.', L',', L'[', L']'});
     registrar.defineOperator(new TestOperator(L"("), true);
     registrar.defineOperator(new TestOperator(L")"), true);
-    compiler.setLimits({0, 1, 2});
+    limits = {0, 1, 2};
     EXPECT_EQ(valueOf(L"((1))"), 1.0);
     EXPECT_EQ(valueOf(L"(((1)))"), std::nullopt);
-    EXPECT_EQ(compiler.getFailure().code, mathexpr::ParsingError::NestedTooDeep);
+    EXPECT_EQ(compilation.failure.code, mathexpr::ParsingError::NestedTooDeep);
     EXPECT_EQ(valueOf(L"one(1)"), std::nullopt);
-    EXPECT_EQ(compiler.getFailure().code, mathexpr::ParsingError::TooManyRecords);
+    EXPECT_EQ(compilation.failure.code, mathexpr::ParsingError::TooManyRecords);
     EXPECT_EQ(messages.take(), (Ids{3, 3}));
 }
 
@@ -126,18 +128,18 @@ TEST_F(Syntax, FindsAFunctionOfOneLetterBeforeABracketThatIsAnOperatorToo)
     registrar.defineFunction(new TestFunction(L"f"), true);
     registrar.defineOperator(new TestOperator(L"("), true);
     EXPECT_EQ(valueOf(L"2+f(1)"), 3.0);
-    compiler.noteRefusal(3, 1, Message::InvalidExpression);
-    EXPECT_EQ(compiler.getFailure().span.begin, 2U);
-    EXPECT_EQ(compiler.getFailure().span.end, 3U);
+    const MTSpan span = spanOfStep(registrar, compilation.text, 3, 1);
+    EXPECT_EQ(span.begin, 2U);
+    EXPECT_EQ(span.end, 3U);
 }
 
 TEST_F(Syntax, PutsThePositionOfAnOperatorThatEndsTheTextOnItsLastCharacter)
 {
     registrar.setSyntax({L'.', L',', L'[', L']'});
-    MTParserCompiler silent(registrar, false, nullptr);
+    MTParserCompiler silent(registrar, compilation, false, nullptr);
     try
     {
-        silent.compile(L"2plus", assignTarget);
+        silent.compile(L"2plus", {}, assignTarget);
         FAIL() << "nothing was raised";
     }
     catch (const mathexpr::ParsingException& exception)
@@ -165,13 +167,13 @@ TEST_F(Syntax, MakesUnknownNamesVariablesOnlyWhereThatIsSwitchedOn)
     EXPECT_EQ(registrar.findVariable(L"unknown"), nullptr);
 
     compiler.setAutomaticVariables(true);
-    EXPECT_TRUE(compiler.compile(L"unknown+1", assignTarget));
+    EXPECT_TRUE(compiler.compile(L"unknown+1", {}, assignTarget));
     ASSERT_NE(registrar.findVariable(L"UNKNOWN"), nullptr);
     EXPECT_EQ(registrar.getVariableValuePtr(L"unknown")->x, 0.0);
 
     compiler.setAutomaticVariables(false);
-    EXPECT_TRUE(compiler.compile(L"unknown+1", assignTarget));
-    EXPECT_FALSE(compiler.compile(L"another+1", assignTarget));
+    EXPECT_TRUE(compiler.compile(L"unknown+1", {}, assignTarget));
+    EXPECT_FALSE(compiler.compile(L"another+1", {}, assignTarget));
     EXPECT_EQ(messages.take(), Ids{1});
 }
 
@@ -184,11 +186,11 @@ TEST_F(Syntax, ReportsAFactoryThatMakesNothing)
     EXPECT_EQ(valueOf(L"unknown"), std::nullopt);
     EXPECT_EQ(messages.take(), Ids{3});
 
-    MTParserCompiler silent(registrar, false, nullptr);
+    MTParserCompiler silent(registrar, compilation, false, nullptr);
     silent.setAutomaticVariables(true);
     try
     {
-        silent.compile(L"unknown", assignTarget);
+        silent.compile(L"unknown", {}, assignTarget);
         FAIL() << "nothing was raised";
     }
     catch (const mathexpr::DefinitionException& exception)
@@ -214,8 +216,8 @@ TEST_F(Syntax, DoesNotKnowANameWhoseVariableIsCalledOtherwise)
     Renaming renaming;
     registrar.setVariableFactory(&renaming);
     const Answering service;
-    MTParserCompiler asking(registrar, true, &service);
-    EXPECT_FALSE(asking.compile(L"1+width", assignTarget));
+    MTParserCompiler asking(registrar, compilation, true, &service);
+    EXPECT_FALSE(asking.compile(L"1+width", {}, assignTarget));
     EXPECT_EQ(messages.take(), Ids{1});
     EXPECT_NE(registrar.findVariable(L"width_"), nullptr);
     EXPECT_EQ(registrar.findVariable(L"width"), nullptr);
@@ -225,11 +227,11 @@ TEST_F(Syntax, NeedsNoFactoryWhereNoVariableIsMade)
 {
     MTParserRegistrar bare;
     bare.setSyntax({L'.', L',', L'[', L']'});
-    MTParserCompiler plain(bare, true, nullptr);
-    EXPECT_TRUE(plain.compile(L"12.5", assignTarget));
-    EXPECT_EQ(plain.getProgram().root->x, 12.5);
+    MTParserCompiler plain(bare, compilation, true, nullptr);
+    EXPECT_TRUE(plain.compile(L"12.5", {}, assignTarget));
+    EXPECT_EQ(compilation.program.root->x, 12.5);
     plain.setAutomaticVariables(true);
-    EXPECT_FALSE(plain.compile(L"x", assignTarget));
+    EXPECT_FALSE(plain.compile(L"x", {}, assignTarget));
     EXPECT_EQ(messages.take(), Ids{3});
 }
 
