@@ -178,8 +178,8 @@ bool evaluateBulk(MathExpression& expression, const BulkColumn* columns, std::si
     outcome = BulkOutcome{};
     MTParser& parser = EngineAccess::parserOf(expression);
     MTParserProgram& program = parser.getProgram();
-    const MTProgramClaim claim(program);
-    if (!claim.isGranted())
+    const MTReentryGuard guard(program);
+    if (!guard.hasEntered())
     {
         outcome.error = BulkError::Busy;
         return false;

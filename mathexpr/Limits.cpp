@@ -10,8 +10,8 @@ namespace mathexpr {
 
 bool setLimits(MathExpression& expression, const ExpressionLimits& limits) noexcept
 {
-    const MTProgramClaim claim(EngineAccess::parserOf(expression).getProgram());
-    if (!claim.isGranted())
+    const MTReentryGuard guard(EngineAccess::parserOf(expression).getProgram());
+    if (!guard.hasEntered())
     {
         return false;
     }

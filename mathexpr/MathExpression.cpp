@@ -35,9 +35,9 @@ bool MathExpression::setExpression(const wchar_t* expression)
 
 bool MathExpression::evaluate(VALTYPE& result)
 {
-    // Most evaluations: there is nothing to do but to run number code, which calls nobody who could call back.
+    // Most evaluations: there is nothing to do but to run scalar code, which calls nobody who could call back.
     double x = 0.0;
-    if (platform::computesAsTheLibrary() && assignTarget.empty() && program->numbers.runStraight(x))
+    if (platform::computesAsTheLibrary() && assignTarget.empty() && program->scalar.runFastPath(x))
     {
         copyWithX(result, *program->root, x);
         return true;
@@ -47,8 +47,8 @@ bool MathExpression::evaluate(VALTYPE& result)
 
 bool MathExpression::compileText(const wchar_t* expression)
 {
-    const MTProgramClaim claim(*program);
-    if (!claim.isGranted())
+    const MTReentryGuard guard(*program);
+    if (!guard.hasEntered())
     {
         return false;
     }
@@ -62,8 +62,8 @@ bool MathExpression::compileText(const wchar_t* expression)
 bool MathExpression::evaluateProgram(VALTYPE& result)
 {
     return atHostBoundary(host, [&] {
-        const MTProgramClaim claim(*program);
-        if (!claim.isGranted() || !program->isComplete() || !parser->run(!silent))
+        const MTReentryGuard guard(*program);
+        if (!guard.hasEntered() || !program->isComplete() || !parser->run(!silent))
         {
             return false;
         }
@@ -72,7 +72,7 @@ bool MathExpression::evaluateProgram(VALTYPE& result)
             return false;
         }
         copyRecent(result, *program->root);
-        program->numbers.openStraightWay();
+        program->scalar.armFastPath();
         return true;
     });
 }
@@ -106,8 +106,8 @@ void MathExpression::store(const std::wstring& name, const VALTYPE& value)
 
 void MathExpression::setMaxInteger(std::uint32_t maxInteger) noexcept
 {
-    const MTProgramClaim claim(*program);
-    if (claim.isGranted())
+    const MTReentryGuard guard(*program);
+    if (guard.hasEntered())
     {
         parser->setMaxInteger(maxInteger);
     }

@@ -104,8 +104,8 @@ bool getVariable(const MathExpression& expression, const wchar_t* name, VALTYPE&
 
 bool setVariable(MathExpression& expression, const wchar_t* name, const VALTYPE& value)
 {
-    const MTProgramClaim claim(EngineAccess::parserOf(expression).getProgram());
-    if (!claim.isGranted())
+    const MTReentryGuard guard(EngineAccess::parserOf(expression).getProgram());
+    if (!guard.hasEntered())
     {
         return false;
     }
@@ -119,8 +119,8 @@ bool setVariable(MathExpression& expression, const wchar_t* name, const VALTYPE&
 
 bool removeVariable(MathExpression& expression, const wchar_t* name)
 {
-    const MTProgramClaim claim(EngineAccess::parserOf(expression).getProgram());
-    return claim.isGranted() && atHostBoundary(EngineAccess::hostOf(expression), [&] {
+    const MTReentryGuard guard(EngineAccess::parserOf(expression).getProgram());
+    return guard.hasEntered() && atHostBoundary(EngineAccess::hostOf(expression), [&] {
                return EngineAccess::parserOf(expression).removeVariable(textOf(name));
            });
 }

@@ -216,7 +216,7 @@ bool MTParserEmitter::finish()
         }
     }
     program.rootIsConstant = last->kind == Kind::Constant;
-    program.numbers.prepare(program, root);
+    program.scalar.prepare(program, root);
     program.root = &root;  // last: before all memory is there, the program is not complete
     return true;
 }

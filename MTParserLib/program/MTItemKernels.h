@@ -5,7 +5,7 @@
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
-#include "MTParserLib/run/MTNumberCode.h"
+#include "MTParserLib/run/MTScalarCode.h"
 #include "mathexpr/IMathExprItemEvaluator.h"
 
 #include <cstdint>
@@ -25,8 +25,8 @@ struct MTItemKernels
     /// Whether it takes its one or two operands from where the step says that they stand. Otherwise they have to be
     /// collected in the argument slots of the step.
     bool readsInPlace = false;
-    const MTNumberKernels* numbers = nullptr;  ///< Null where number code cannot stand for the item.
-    const MTBlockKernels* blocks = nullptr;    ///< Null where the item is computed row by row.
+    const MTScalarKernels* scalar = nullptr;  ///< Null where scalar code cannot stand for the item.
+    const MTBlockKernels* blocks = nullptr;   ///< Null where the item is computed row by row.
     /// Of an item that multiplies and divides a number by constants, in place of the two above; null for all others.
     const ConversionFormula* formula = nullptr;
 };

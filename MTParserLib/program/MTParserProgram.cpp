@@ -40,7 +40,7 @@ void MTParserProgram::clear() noexcept
 {
     steps.clear();
     usedVariables.clear();
-    numbers.clear();
+    scalar.clear();
     slots.release({});
     root = nullptr;
     rootIsConstant = false;

@@ -3,6 +3,9 @@
 //
 // MTParserProgram.h - the compiled program: what the compiler hands to the evaluator.
 //
+//     x*2+y     0  *  x, 2      -> slot 1
+//               1  +  slot 1, y -> root
+//
 // Steps in postfix order: the operands of a step are the sub-programs that end just before it, the last operand last;
 // the last step is the root's. Each step's result goes straight to its destination, the slot of the step that consumes
 // it, so that evaluating is one pass over the steps without a stack.
@@ -14,7 +17,7 @@
 #pragma once
 
 #include "MTParserLib/program/MTItemKernels.h"
-#include "MTParserLib/run/MTNumberCode.h"
+#include "MTParserLib/run/MTScalarCode.h"
 #include "mathexpr/IMathVariable.h"
 
 #include <cstddef>
@@ -109,37 +112,37 @@ public:
     std::vector<const IMathVariable*> usedVariables;
 
     /// Runs in place of the steps while everything is a plain number.
-    MTNumberCode numbers;
+    MTScalarCode scalar;
 
 private:
-    friend class MTProgramClaim;
+    friend class MTReentryGuard;
 
-    bool claimed = false;
+    bool isEntered = false;
 };
 
-/// Claims a program for one call that compiles or runs it. While such a call waits for the host, in a look-up or a
-/// message box, the host may call back: it then finds the program claimed, and must leave it alone.
-class MTProgramClaim
+/// Guards a program against reentry: one call at a time compiles or runs it. While such a call waits for the host, in a
+/// look-up or a message box, the host may call back; that call does not enter, and must leave the program alone.
+class MTReentryGuard
 {
 public:
-    explicit MTProgramClaim(MTParserProgram& program) noexcept : program(program), granted(!program.claimed)
+    explicit MTReentryGuard(MTParserProgram& program) noexcept : program(program), entered(!program.isEntered)
     {
-        program.claimed = true;
-        program.numbers.closeStraightWay();
+        program.isEntered = true;
+        program.scalar.disarmFastPath();
     }
-    MTProgramClaim(const MTProgramClaim&) = delete;
-    MTProgramClaim& operator=(const MTProgramClaim&) = delete;
-    ~MTProgramClaim()
+    MTReentryGuard(const MTReentryGuard&) = delete;
+    MTReentryGuard& operator=(const MTReentryGuard&) = delete;
+    ~MTReentryGuard()
     {
-        if (granted)
+        if (entered)
         {
-            program.claimed = false;
+            program.isEntered = false;
         }
     }
 
-    bool isGranted() const noexcept { return granted; }
+    bool hasEntered() const noexcept { return entered; }
 
 private:
     MTParserProgram& program;
-    const bool granted;
+    const bool entered;
 };

@@ -5,7 +5,7 @@
 // compute, written so that compilers vectorise those of the simple arithmetic.
 #pragma once
 
-#include "MTParserLib/run/BuiltInNumbers.h"
+#include "MTParserLib/run/BuiltInScalars.h"
 #include "MTParserLib/run/MTBlockKernels.h"
 #include "platform/ArrayView.h"
 
@@ -88,9 +88,9 @@ template <class Item>
 using ComputationFromMany = decltype(Item::compute(std::declval<platform::ArrayView<const VALTYPE>>()));
 
 template <class Item>
-inline constexpr bool ComputesFromThree = numberkernels::yieldsSameAgain<Item>() && hasForm<ComputationFromThree, Item>;
+inline constexpr bool ComputesFromThree = scalarkernels::yieldsSameAgain<Item>() && hasForm<ComputationFromThree, Item>;
 template <class Item>
-inline constexpr bool ComputesFromMany = numberkernels::yieldsSameAgain<Item>() && hasForm<ComputationFromMany, Item>;
+inline constexpr bool ComputesFromMany = scalarkernels::yieldsSameAgain<Item>() && hasForm<ComputationFromMany, Item>;
 
 template <class Item>
 void computeMany(platform::ArrayView<const MTBlockOperand> operands, VALTYPE* args, double* result, std::size_t nbRows)
@@ -117,19 +117,19 @@ constexpr MTBlockKernels makeKernels()
 {
     using Form = MTBlockForm;
     MTBlockKernels kernels{};
-    if constexpr (numberkernels::ComputesFromOne<Item>)
+    if constexpr (scalarkernels::ComputesFromOne<Item>)
     {
         kernels.compute = {computeUnary<Item>, nullptr, nullptr};
-        if constexpr (numberkernels::MayRefuseOne<Item>)
+        if constexpr (scalarkernels::MayRefuseOne<Item>)
         {
             kernels.outside = {isUnaryOutside<Item>, nullptr, nullptr};
         }
     }
-    else if constexpr (numberkernels::ComputesFromTwo<Item>)
+    else if constexpr (scalarkernels::ComputesFromTwo<Item>)
     {
         kernels.compute = {computeBinary<Item, Form::NoneUniform>, computeBinary<Item, Form::FirstUniform>,
                            computeBinary<Item, Form::SecondUniform>};
-        if constexpr (numberkernels::MayRefuseTwo<Item>)
+        if constexpr (scalarkernels::MayRefuseTwo<Item>)
         {
             kernels.outside = {isBinaryOutside<Item, Form::NoneUniform>, isBinaryOutside<Item, Form::FirstUniform>,
                                isBinaryOutside<Item, Form::SecondUniform>};
@@ -151,7 +151,7 @@ inline constexpr MTBlockKernels kernels = makeKernels<Item>();
 template <class Item>
 constexpr const MTBlockKernels* builtInBlocks()
 {
-    if constexpr (numberkernels::ComputesFromOne<Item> || numberkernels::ComputesFromTwo<Item> ||
+    if constexpr (scalarkernels::ComputesFromOne<Item> || scalarkernels::ComputesFromTwo<Item> ||
                   blockkernels::ComputesFromThree<Item> || blockkernels::ComputesFromMany<Item>)
     {
         return &blockkernels::kernels<Item>;

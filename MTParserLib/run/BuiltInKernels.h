@@ -7,7 +7,7 @@
 #include "MTParserLib/program/MTItemKernels.h"
 #include "MTParserLib/program/MTParserProgram.h"
 #include "MTParserLib/run/BuiltInBlocks.h"
-#include "MTParserLib/run/BuiltInNumbers.h"
+#include "MTParserLib/run/BuiltInScalars.h"
 #include "MTParserLib/vocabulary/BuiltInItem.h"
 #include "MTParserLib/vocabulary/Conversions.h"
 
@@ -54,7 +54,7 @@ constexpr MTItemKernels makeItemKernels()
     else
     {
         return {evaluateDirectly<Item>, TakesOneOperand<Item> || TakesTwoOperands<Item>,
-                numberkernels::kernelsOf<Item>(), builtInBlocks<Item>()};
+                scalarkernels::kernelsOf<Item>(), builtInBlocks<Item>()};
     }
 }
 

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 //
 // FusedKernels.cpp - the table of kernels for two items in a row.
-#include "MTParserLib/run/BuiltInNumbers.h"
+#include "MTParserLib/run/BuiltInScalars.h"
 
 #include <utility>
 
 namespace {
 
-using namespace numberkernels;
+using namespace scalarkernels;
 
 constexpr std::size_t nbSecondForms = 2;
 constexpr std::size_t nbKernels = nbFused * nbOperandForms * nbFused * nbSecondForms;
@@ -21,7 +21,7 @@ constexpr MTOperandForm secondForm(std::size_t index)
 /// The kernel that stands at an index of the table: second form, second item, first form, first item vary in that
 /// order.
 template <std::size_t index>
-constexpr MTNumberKernel kernelAt()
+constexpr MTScalarKernel kernelAt()
 {
     constexpr std::size_t second = index / nbSecondForms;
     constexpr std::size_t form = second / nbFused;
@@ -31,7 +31,7 @@ constexpr MTNumberKernel kernelAt()
 }
 
 template <std::size_t... indices>
-constexpr std::array<MTNumberKernel, nbKernels> allKernels(std::index_sequence<indices...>)
+constexpr std::array<MTScalarKernel, nbKernels> allKernels(std::index_sequence<indices...>)
 {
     return {kernelAt<indices>()...};
 }
@@ -40,7 +40,7 @@ constexpr auto fusedKernels = allKernels(std::make_index_sequence<nbKernels>());
 
 }
 
-MTNumberKernel findFusedKernel(std::size_t firstIndex, MTOperandForm firstForm, std::size_t secondIndex,
+MTScalarKernel findFusedKernel(std::size_t firstIndex, MTOperandForm firstForm, std::size_t secondIndex,
                                MTOperandForm form) noexcept
 {
     const std::size_t formIndex = form == secondForm(0) ? 0 : 1;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTParserEvaluator.cpp - one pass over the steps; each writes straight into the slot that consumes it. Number code
+// MTParserEvaluator.cpp - one pass over the steps; each writes straight into the slot that consumes it. Scalar code
 // runs in their place where it may.
 #include "MTParserLib/run/MTParserEvaluator.h"
 
@@ -12,12 +12,12 @@ bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failu
         return true;
     }
     double value = 0.0;
-    if (program.numbers.isReady(program) && program.numbers.run(value))
+    if (program.scalar.isReady(program) && program.scalar.run(value))
     {
         program.root->x = value;
         return true;
     }
-    program.numbers.programRuns();
+    program.scalar.programRuns();
     auto step = program.steps.begin();
     const auto tell = [&](Message::Id refusal) { failure = MTRunFailure{step->position, step->nbArgs, refusal}; };
     try
@@ -37,6 +37,6 @@ bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failu
         tell(Message::None);
         throw;
     }
-    program.numbers.programRan();
+    program.scalar.programRan();
     return true;
 }

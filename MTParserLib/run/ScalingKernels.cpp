@@ -29,7 +29,7 @@ std::array<double, sizeof...(divides)> load([[maybe_unused]] const double* facto
 }
 
 template <MTOperandForm form, bool... divides>
-double runScaling(const MTNumberStep* step, double value, double* top, bool* refused)
+double runScaling(const MTScalarStep* step, double value, double* top, bool* refused)
 {
     if constexpr (form == MTOperandForm::PushMemory)
     {
@@ -38,7 +38,7 @@ double runScaling(const MTNumberStep* step, double value, double* top, bool* ref
     const bool scalesValue = form == MTOperandForm::ValueMemory;
     const double x = scalesValue ? value : *step->a;
     const double* const factors = scalesValue ? step->a : step->b;
-    return numberkernels::runNext(step, scale<divides...>(x, load<divides...>(factors)), top, refused);
+    return scalarkernels::runNext(step, scale<divides...>(x, load<divides...>(factors)), top, refused);
 }
 
 template <bool... divides>
@@ -53,7 +53,7 @@ template <bool... divides>
 constexpr ScalingStep stepThat{
     {{runScaling<MTOperandForm::Memory, divides...>, runScaling<MTOperandForm::PushMemory, divides...>,
       runScaling<MTOperandForm::ValueMemory, divides...>, nullptr, nullptr},
-     MTNumberKernels::notFused},
+     MTScalarKernels::notFused},
     computeScaling<divides...>};
 
 constexpr bool times = false;

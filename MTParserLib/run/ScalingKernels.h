@@ -9,7 +9,7 @@
 #pragma once
 
 #include "MTParserLib/run/MTBlockKernels.h"
-#include "MTParserLib/run/MTNumberCode.h"
+#include "MTParserLib/run/MTScalarCode.h"
 #include "MTParserLib/vocabulary/Conversions.h"
 #include "platform/ArrayView.h"
 
@@ -18,7 +18,7 @@
 /// One step of a conversion. The factors stand side by side, where the second operand of an item would stand.
 struct ScalingStep
 {
-    MTNumberKernels numbers;
+    MTScalarKernels scalar;
     MTBlockCompute blocks;
 };
 

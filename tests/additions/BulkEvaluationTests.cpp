@@ -375,7 +375,7 @@ TEST_F(BulkTest, TheObjectIsAfterwardsWhatItWas)
     EXPECT_EQ(value.y, 2);
 }
 
-TEST_F(BulkTest, NeitherNumberCodeNorTheDiagnosticIsDisturbed)
+TEST_F(BulkTest, NeitherScalarCodeNorTheDiagnosticIsDisturbed)
 {
     mathexpr::setVariable(session.expression, L"x", number(0));
     compile(L"1/x");

@@ -175,26 +175,26 @@ TEST(Programs, CopyTheirVariablesWhereCodeOfTheHostsCanRun)
     EXPECT_EQ(nbSteps([](MTParserRegistrar& to) { to.defineVariable(new Variable(L"hostsown"), false); }), 3U);
 }
 
-/// Whether number code stands for a program once it has run.
-bool runsAsNumberCode(const std::wstring& text)
+/// Whether scalar code stands for a program once it has run.
+bool runsAsScalarCode(const std::wstring& text)
 {
     InPlace compiled(text);
     MTParserProgram& program = compiled.compilation.program;
     MTRunFailure failure;
     EXPECT_TRUE(runProgram(program, false, failure));
     double value = 0.0;
-    return program.numbers.isReady(program) && program.numbers.run(value) && value == program.root->x;
+    return program.scalar.isReady(program) && program.scalar.run(value) && value == program.root->x;
 }
 
-TEST(Programs, RunAsNumberCodeWhereTheyComputeNumbersFromNumbers)
+TEST(Programs, RunAsScalarCodeWhereTheyComputeNumbersFromNumbers)
 {
     for (const wchar_t* text : {L"x*2", L"x+y*(3-z)", L"sqrt(x)+1", L"(x+1)*(y-2)/(z+3)", L"2"})
     {
-        EXPECT_TRUE(runsAsNumberCode(text)) << testing::PrintToString(text);
+        EXPECT_TRUE(runsAsScalarCode(text)) << testing::PrintToString(text);
     }
     for (const wchar_t* text : {L"p*2", L"x*p", L"[x,y,z]"})
     {
-        EXPECT_FALSE(runsAsNumberCode(text)) << testing::PrintToString(text);
+        EXPECT_FALSE(runsAsScalarCode(text)) << testing::PrintToString(text);
     }
 }
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FusedItemsTests.cpp - which items number code fuses.
+// FusedItemsTests.cpp - which items scalar code fuses.
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
-#include "MTParserLib/run/MTNumberCode.h"
+#include "MTParserLib/run/MTScalarCode.h"
 
 #include <gtest/gtest.h>
 
@@ -23,19 +23,19 @@ TEST(FusedItems, AreTheArithmetic)
     for (std::size_t index = 0; index < registrar.getNbOperators(); ++index)
     {
         const MTOperatorDefinition& definition = registrar.getOperatorDefinition(index);
-        const MTNumberKernels* const numbers = definition.kernels->numbers;
-        if (numbers != nullptr && numbers->fusedIndex != MTNumberKernels::notFused)
+        const MTScalarKernels* const scalar = definition.kernels->scalar;
+        if (scalar != nullptr && scalar->fusedIndex != MTScalarKernels::notFused)
         {
             fused.insert(definition.symbol);
-            indices.insert(numbers->fusedIndex);
+            indices.insert(scalar->fusedIndex);
         }
     }
     EXPECT_EQ(fused, (std::set<std::wstring>{L"+", L"-", L"*", L"/"}));
     EXPECT_EQ(indices.size(), fused.size());
     for (std::size_t index = 0; index < registrar.getNbFunctions(); ++index)
     {
-        const MTNumberKernels* const numbers = registrar.getFunctionDefinition(index).kernels->numbers;
-        EXPECT_TRUE(numbers == nullptr || numbers->fusedIndex == MTNumberKernels::notFused) << index;
+        const MTScalarKernels* const scalar = registrar.getFunctionDefinition(index).kernels->scalar;
+        EXPECT_TRUE(scalar == nullptr || scalar->fusedIndex == MTScalarKernels::notFused) << index;
     }
 }
 

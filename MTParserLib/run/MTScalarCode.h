@@ -1,23 +1,25 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTNumberCode.h - a second, faster form of a program whose values are all plain numbers.
+// MTScalarCode.h - scalar code: a second, faster form of a program whose values are all plain numbers.
 //
-// Most programs only ever meet numbers. For these the records need not travel: a step reads its operands where they
-// stand (the variable's own value, a constant's slot, the result of the step before) and hands its result on in a
-// register. A kernel ends by jumping to the kernel of the next step.
+//     x*2+y     check   x and y are numbers
+//               mul-add x, 2, y     value = x * 2, stored in the slot of the product; value = value + y
+//               end                 return value
 //
-// What can be observed stays what the program itself would give:
+// A step reads its operands from memory (a variable's own value, a constant's slot), from the register that holds the
+// result of the step before, or from a stack of results that wait. It jumps to the kernel of the next step. Two
+// arithmetic items in a row are fused into one step.
 //
-//   - The first run is the program's own; it sets types and flags of all slots. Number code takes over while every
-//     variable and every slot is a number: then no item writes anything but x, and otherwise only what stands there
-//     already.
-//   - x of a slot shows later only through an item that reads the result it is to write. Of those only the product
-//     reads nothing while it meets numbers and its result when it meets points: so a product is stored in its slot, and
-//     nothing else is. The others (factorial, "&", a point of many numbers, an intersection) have no number code, nor
-//     has a program that contains one.
-//   - A step that has to refuse its arguments ends the run before it stores anything, and the program runs instead: it
-//     comes to the same refusal, with its message.
+// Scalar code leaves behind what the program itself would leave behind:
+//
+//   - The program runs itself first, and sets types and flags of all slots. Scalar code takes over while every variable
+//     and every slot is a number: then no item writes anything but x, and otherwise only what its slot holds already.
+//   - A later run reads x of a slot before it writes it only where points meet in a product: their dot product is added
+//     to it. So a product is stored in its slot, and nothing else is. The other items that read their result
+//     (factorial, "&", a point of many numbers, an intersection) have no scalar code, nor has a program with one.
+//   - A step that refuses its arguments ends the run before it stores anything, and the program runs instead: it comes
+//     to the same refusal, with its message.
 #pragma once
 
 #include "mathexpr/ValType.h"
@@ -28,14 +30,14 @@
 #include <vector>
 
 class MTParserProgram;
-struct MTNumberStep;
+struct MTScalarStep;
 
 /// Computes one step, and then all that follow.
 /// @param value    the result of the step before
 /// @param top      above the last result on the stack of those that wait for their turn
 /// @param refused  set where an item refuses its operands; the value returned means nothing then
 /// @return the value of the whole program
-using MTNumberKernel = double (*)(const MTNumberStep* step, double value, double* top, bool* refused);
+using MTScalarKernel = double (*)(const MTScalarStep* step, double value, double* top, bool* refused);
 
 /// Where the operands of a step stand. Results that wait for their turn lie on a stack.
 enum class MTOperandForm : std::uint8_t
@@ -49,23 +51,23 @@ enum class MTOperandForm : std::uint8_t
 inline constexpr std::size_t nbOperandForms = 5;
 
 /// What the vocabulary tells about an item that computes a number from one or two numbers.
-struct MTNumberKernels
+struct MTScalarKernels
 {
-    /// What MTNumberKernels::fusedIndex says of an item that is never fused.
+    /// What MTScalarKernels::fusedIndex says of an item that is never fused.
     static constexpr std::size_t notFused = std::numeric_limits<std::size_t>::max();
 
-    MTNumberKernel kernels[nbOperandForms];  ///< By form; null for a form that the item does not have.
+    MTScalarKernel kernels[nbOperandForms];  ///< By form; null for a form that the item does not have.
     std::size_t fusedIndex;                  ///< Among the items of which two in a row become one step.
 };
 
 /// The kernel of two items in a row, of which the second has the form ValueMemory or MemoryValue.
-MTNumberKernel findFusedKernel(std::size_t firstIndex, MTOperandForm firstForm, std::size_t secondIndex,
+MTScalarKernel findFusedKernel(std::size_t firstIndex, MTOperandForm firstForm, std::size_t secondIndex,
                                MTOperandForm secondForm) noexcept;
 
 /// One item, or two that are fused, or the end.
-struct MTNumberStep
+struct MTScalarStep
 {
-    MTNumberKernel kernel;
+    MTScalarKernel kernel;
     const double* a;  ///< The operands in memory of the item, or of the first of two.
     const double* b;
     const double* c;        ///< The operand in memory of the second of two.
@@ -73,27 +75,27 @@ struct MTNumberStep
     double* secondProduct;  ///< Where the second of two stores a product.
 };
 
-/// The number code of one program.
-class MTNumberCode
+/// The scalar code of one program.
+class MTScalarCode
 {
 public:
-    MTNumberCode() noexcept { clear(); }
+    MTScalarCode() noexcept { clear(); }
 
     /// Forgets the code and keeps the memory.
     void clear() noexcept;
 
     /// Makes room for the code of a program, so that building it while the program is evaluated allocates nothing.
-    /// Until this is called for a program, it has no number code.
+    /// Until this is called for a program, it has no scalar code.
     /// @param root  where the value of the program stands after a run, or already where it is constant
     void prepare(const MTParserProgram& program, const VALTYPE& root);
 
     /// Adds a variable that the program reads in place. Each is added once, in the order of their first use.
     void addVariable(const VALTYPE& value) { variables.push_back(&value); }
 
-    /// To be told when the program itself begins to run, which may leave points in the slots however it ends.
+    /// Call before the program itself runs: slots may hold points afterwards, even on failure.
     void programRuns() noexcept { ready = nullptr; }
 
-    /// To be told when it has run to its end.
+    /// Call when it has run to its end.
     void programRan() noexcept { ran = true; }
 
     /// Whether the code may run in place of the program, as far as the slots are concerned.
@@ -107,15 +109,15 @@ public:
     /// @return false, with a meaningless value, where the program has to run itself
     bool run(double& value) noexcept { return runFrom(ready, value); }
 
-    /// Opens the straight way, while nobody uses the program and no failure is noted.
-    void openStraightWay() noexcept { straight = ready; }
-    void closeStraightWay() noexcept { straight = nullptr; }
+    /// Arms the fast path; requires an idle program and no recorded failure.
+    void armFastPath() noexcept { armed = ready; }
+    void disarmFastPath() noexcept { armed = nullptr; }
 
-    /// As run does, but only while the straight way is open.
-    bool runStraight(double& value) noexcept { return runFrom(straight, value); }
+    /// As run, but only while the fast path is armed.
+    bool runFastPath(double& value) noexcept { return runFrom(armed, value); }
 
 private:
-    bool runFrom(const MTNumberStep* first, double& value) noexcept
+    bool runFrom(const MTScalarStep* first, double& value) noexcept
     {
         if (first == nullptr || !variablesAreNumbers())
         {
@@ -139,11 +141,11 @@ private:
     bool getReady(const MTParserProgram& program);
     void build(const MTParserProgram& program);
 
-    const MTNumberStep* ready;     // the first step, while all slots are numbers
-    const MTNumberStep* straight;  // the same, while the straight way is open
+    const MTScalarStep* ready;  // the first step, while all slots are numbers
+    const MTScalarStep* armed;  // the same, while the fast path is armed
     std::vector<const VALTYPE*> variables;
     std::vector<double> stack;
-    std::vector<MTNumberStep> steps;
+    std::vector<MTScalarStep> steps;
     bool possible;  // every item of the program has number kernels
     bool ran;       // the program itself has run to its end
 };

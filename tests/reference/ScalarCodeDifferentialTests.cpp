@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NumberCodeDifferentialTests.cpp - long runs of one program over variables that turn from numbers to points and back.
+// ScalarCodeDifferentialTests.cpp - long runs of one program over variables that turn from numbers to points and back.
 //
-// While everything is a number, number code runs in the program's place. Formulas made of what it knows are evaluated
+// While everything is a number, scalar code runs in the program's place. Formulas made of what it knows are evaluated
 // many times over, with refusals (a zero divisor, a root of a negative number) and points thrown in, and compared with
 // the reference evaluator after every step: the value, what a slot kept from an earlier evaluation, and every message.
 #include "tests/reference/LongRun.h"
@@ -30,7 +30,7 @@ private:
     std::mt19937_64 engine;
 };
 
-/// A formula of items that number code knows; now and then of one that it does not.
+/// A formula of items that scalar code knows; now and then of one that it does not.
 std::wstring formula(Chance& chance, std::size_t depth)
 {
     static const std::array<std::wstring, 14> binary = {L"+", L"-", L"*", L"/", L"+", L"-",  L"*",
@@ -95,7 +95,7 @@ std::string firstDifference(std::uint64_t seed, const std::wstring& text, std::u
     return run.difference();
 }
 
-TEST(NumberCode, FollowsThePrograms)
+TEST(ScalarCode, FollowsThePrograms)
 {
     for (std::uint64_t seed = 1; seed <= 10000; ++seed)
     {
@@ -107,7 +107,7 @@ TEST(NumberCode, FollowsThePrograms)
 }
 
 // A product keeps its last number in its slot; points that come later are added to it.
-TEST(NumberCode, StoresProductsForTheDotProductsThatFollow)
+TEST(ScalarCode, StoresProductsForTheDotProductsThatFollow)
 {
     for (const wchar_t* text :
          {L"x*y", L"(x*y)*z", L"(x+y)*z", L"z*(x+y)", L"x*y+z", L"z-x*y", L"(x*y)*(z*w)", L"sqrt(x*y)"})
@@ -120,7 +120,7 @@ TEST(NumberCode, StoresProductsForTheDotProductsThatFollow)
 }
 
 // The product of two points is a number. When the variable is one later, too, all slots are numbers but the constant's.
-TEST(NumberCode, DoesNotTakeAConstantPointForANumber)
+TEST(ScalarCode, DoesNotTakeAConstantPointForANumber)
 {
     for (const wchar_t* text : {L"[2,3,4]*x", L"x*[2,3,4]", L"1+[2,3,4]*x", L"(x*[2,3,4]-5)/2"})
     {
@@ -131,7 +131,7 @@ TEST(NumberCode, DoesNotTakeAConstantPointForANumber)
     }
 }
 
-TEST(NumberCode, LeavesResultsWithoutAConsumerToTheProgram)
+TEST(ScalarCode, LeavesResultsWithoutAConsumerToTheProgram)
 {
     for (const wchar_t* text : {L"(x+1,y+2)", L"(x*y,z*w,x+w)*2", L"z+(x*y,w)"})
     {
@@ -143,7 +143,7 @@ TEST(NumberCode, LeavesResultsWithoutAConsumerToTheProgram)
 }
 
 // It has room for 32, and in a build that is not optimised for 128 steps in all.
-TEST(NumberCode, LeavesTooManyResultsThatWaitToTheProgram)
+TEST(ScalarCode, LeavesTooManyResultsThatWaitToTheProgram)
 {
     for (const std::size_t depth : {30U, 31U, 32U, 33U, 40U, 64U, 128U, 300U})
     {

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTNumberCode.cpp - builds number code from a program, and runs it.
-#include "MTParserLib/run/MTNumberCode.h"
+// MTScalarCode.cpp - builds scalar code from a program, and runs it.
+#include "MTParserLib/run/MTScalarCode.h"
 
 #include "MTParserLib/program/MTParserProgram.h"
 #include "MTParserLib/run/ScalingKernels.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Programs with more steps than this run themselves. What number code takes in memory would no longer be small; and a
+/// Programs with more steps than this run themselves. What scalar code takes in memory would no longer be small; and a
 /// compiler that is not asked to optimise makes calls of the jumps from step to step, which all wait on the stack.
 #if defined(__OPTIMIZE__)
 constexpr std::size_t mostSteps = 4096;
@@ -23,12 +23,12 @@ constexpr std::size_t mostSteps = 128;
 /// Results that wait at once. Only a program nested deeper than that runs itself.
 constexpr std::size_t mostWaiting = 32;
 
-double loadConstant(const MTNumberStep* step, double, double*, bool*)
+double loadConstant(const MTScalarStep* step, double, double*, bool*)
 {
     return *step->a;
 }
 
-double end(const MTNumberStep*, double value, double*, bool*)
+double end(const MTScalarStep*, double value, double*, bool*)
 {
     return value;
 }
@@ -53,11 +53,11 @@ struct WaitingResult
     const VALTYPE* destination;  // the slot of its consumer
 };
 
-/// Turns a program into number code, step by step, with the results that wait in an array of fixed size.
+/// Turns a program into scalar code, step by step, with the results that wait in an array of fixed size.
 class Builder
 {
 public:
-    explicit Builder(std::vector<MTNumberStep>& target) noexcept : steps(target) { waiting[0] = {true, nullptr}; }
+    explicit Builder(std::vector<MTScalarStep>& target) noexcept : steps(target) { waiting[0] = {true, nullptr}; }
 
     void addItem(const MTProgramStep& step)
     {
@@ -82,7 +82,7 @@ public:
         }
         else
         {
-            append(*step.kernels->numbers, form, memory, &step.destination->x);
+            append(*step.kernels->scalar, form, memory, &step.destination->x);
         }
         if (nbWaiting == mostWaiting)
         {
@@ -129,7 +129,7 @@ private:
         {
             return MTOperandForm::MemoryValue;
         }
-        // A result that still waits has to make way for the new one. Only the last one can be where none has gone.
+        // The result in the register is pushed before the new one takes its place; results below it have been pushed.
         WaitingResult& waitingLast = waiting[nbWaiting];
         if (waitingLast.onStack)
         {
@@ -139,17 +139,17 @@ private:
         return MTOperandForm::PushMemory;
     }
 
-    void append(const MTNumberKernels& item, MTOperandForm form, const std::array<const double*, 2>& memory,
+    void append(const MTScalarKernels& item, MTOperandForm form, const std::array<const double*, 2>& memory,
                 double* destination)
     {
         const bool takesValue = form == MTOperandForm::ValueMemory || form == MTOperandForm::MemoryValue;
-        if (takesValue && item.fusedIndex != MTNumberKernels::notFused && lastIndex != MTNumberKernels::notFused)
+        if (takesValue && item.fusedIndex != MTScalarKernels::notFused && lastIndex != MTScalarKernels::notFused)
         {
-            MTNumberStep& last = steps.back();
+            MTScalarStep& last = steps.back();
             last.kernel = findFusedKernel(lastIndex, lastForm, item.fusedIndex, form);
             last.c = memory[0];
             last.secondProduct = destination;
-            lastIndex = MTNumberKernels::notFused;
+            lastIndex = MTScalarKernels::notFused;
             return;
         }
         steps.push_back(
@@ -162,38 +162,38 @@ private:
     {
         for (std::size_t j = 0; j < countScalingSteps(formula); ++j)
         {
-            const MTNumberKernel kernel = findScalingStep(formula, j).numbers.kernels[static_cast<std::size_t>(form)];
+            const MTScalarKernel kernel = findScalingStep(formula, j).scalar.kernels[static_cast<std::size_t>(form)];
             const double* const factors = factorsOfStep(formula, j).data();
             const double* const first = form == MTOperandForm::ValueMemory ? factors : operand;
             steps.push_back({kernel, first, factors, nullptr, nullptr, nullptr});
             form = MTOperandForm::ValueMemory;
         }
-        lastIndex = MTNumberKernels::notFused;
+        lastIndex = MTScalarKernels::notFused;
     }
 
-    std::vector<MTNumberStep>& steps;
-    // From 1 on: under the first lies one that no operand is, and that never makes way.
+    std::vector<MTScalarStep>& steps;
+    // waiting[0] is a sentinel, which no operand is and which is never pushed.
     std::array<WaitingResult, 1 + mostWaiting> waiting;
     std::size_t nbWaiting = 0;
     bool overflowed = false;
     // Of the last step, if it holds one item that can be fused.
-    std::size_t lastIndex = MTNumberKernels::notFused;
+    std::size_t lastIndex = MTScalarKernels::notFused;
     MTOperandForm lastForm{};
 };
 
 }
 
-void MTNumberCode::clear() noexcept
+void MTScalarCode::clear() noexcept
 {
     ready = nullptr;
-    straight = nullptr;
+    armed = nullptr;
     variables.clear();
     steps.clear();
     possible = false;
     ran = false;
 }
 
-void MTNumberCode::prepare(const MTParserProgram& program, const VALTYPE& root)
+void MTScalarCode::prepare(const MTParserProgram& program, const VALTYPE& root)
 {
     if (program.rootIsConstant)
     {
@@ -205,7 +205,7 @@ void MTNumberCode::prepare(const MTParserProgram& program, const VALTYPE& root)
     for (const MTProgramStep& step : program.steps)
     {
         const ConversionFormula* const formula = step.kernels->formula;
-        if (step.kernels->numbers == nullptr && formula == nullptr)
+        if (step.kernels->scalar == nullptr && formula == nullptr)
         {
             return;
         }
@@ -221,7 +221,7 @@ void MTNumberCode::prepare(const MTParserProgram& program, const VALTYPE& root)
     possible = true;
 }
 
-bool MTNumberCode::getReady(const MTParserProgram& program)
+bool MTScalarCode::getReady(const MTParserProgram& program)
 {
     for (const MTProgramStep& step : program.steps)
     {
@@ -239,7 +239,7 @@ bool MTNumberCode::getReady(const MTParserProgram& program)
     return possible;
 }
 
-void MTNumberCode::build(const MTParserProgram& program)
+void MTScalarCode::build(const MTParserProgram& program)
 {
     Builder builder(steps);
     for (const MTProgramStep& step : program.steps)

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BuiltInNumbers.h - makes the number kernels of the classes of the vocabulary.
+// BuiltInScalars.h - makes the number kernels of the classes of the vocabulary.
 //
 // A class that computes a number from one or two numbers, and nothing else, has a kernel for each place in which its
 // operands may stand. They call the class's own compute, so that there is one statement of each formula.
 #pragma once
 
-#include "MTParserLib/run/MTNumberCode.h"
+#include "MTParserLib/run/MTScalarCode.h"
 #include "MTParserLib/vocabulary/Operators.h"
 
 #include <array>
@@ -15,7 +15,7 @@
 #include <tuple>
 #include <type_traits>
 
-namespace numberkernels {
+namespace scalarkernels {
 
 /// Items of which two in a row become one step: the arithmetic that formulas are mostly made of.
 using Fused = std::tuple<AddOp, MinusOp, MultOp, DivOp>;
@@ -26,7 +26,7 @@ constexpr std::size_t fusedIndexOf()
 {
     if constexpr (index == nbFused)
     {
-        return MTNumberKernels::notFused;
+        return MTScalarKernels::notFused;
     }
     else if constexpr (std::is_same_v<Item, std::tuple_element_t<index, Fused>>)
     {
@@ -42,7 +42,7 @@ template <class Item>
 using Constancy = decltype(Item::constant);
 
 /// Whether an item comes to the same x when it is computed again. Random numbers would be drawn twice where the program
-/// runs after its number code gave up.
+/// runs after its scalar code gave up.
 template <class Item>
 constexpr bool yieldsSameAgain()
 {
@@ -100,7 +100,7 @@ double computeItem(double* product, bool& refused, Operands... operands)
 
 /// Fetches the operands of an item from where they stand, and computes it.
 template <class Item, MTOperandForm form>
-double computeForm(const MTNumberStep& step, double value, double*& top, bool& refused)
+double computeForm(const MTScalarStep& step, double value, double*& top, bool& refused)
 {
     using Form = MTOperandForm;
     if constexpr (form == Form::PushMemory)
@@ -130,14 +130,14 @@ double computeForm(const MTNumberStep& step, double value, double*& top, bool& r
 }
 
 /// Runs the next step. As the last thing that a kernel does, this is a jump.
-inline double runNext(const MTNumberStep* step, double value, double* top, bool* refused)
+inline double runNext(const MTScalarStep* step, double value, double* top, bool* refused)
 {
     ++step;
     return step->kernel(step, value, top, refused);
 }
 
 template <class Item, MTOperandForm form>
-double runItem(const MTNumberStep* step, double value, double* top, bool* refused)
+double runItem(const MTScalarStep* step, double value, double* top, bool* refused)
 {
     bool itemRefused = false;
     const double result = computeForm<Item, form>(*step, value, top, itemRefused);
@@ -150,7 +150,7 @@ double runItem(const MTNumberStep* step, double value, double* top, bool* refuse
 }
 
 template <class First, MTOperandForm firstForm, class Second, MTOperandForm secondForm>
-double runFused(const MTNumberStep* step, double value, double* top, bool* refused)
+double runFused(const MTScalarStep* step, double value, double* top, bool* refused)
 {
     bool itemRefused = false;
     const double first = computeForm<First, firstForm>(*step, value, top, itemRefused);
@@ -171,16 +171,16 @@ double runFused(const MTNumberStep* step, double value, double* top, bool* refus
 }
 
 template <class Item>
-constexpr MTNumberKernels unaryKernels()
+constexpr MTScalarKernels unaryKernels()
 {
     using Form = MTOperandForm;
     return {{runItem<Item, Form::Memory>, runItem<Item, Form::PushMemory>, runItem<Item, Form::ValueMemory>, nullptr,
              nullptr},
-            MTNumberKernels::notFused};
+            MTScalarKernels::notFused};
 }
 
 template <class Item>
-constexpr MTNumberKernels binaryKernels()
+constexpr MTScalarKernels binaryKernels()
 {
     using Form = MTOperandForm;
     return {{runItem<Item, Form::Memory>, runItem<Item, Form::PushMemory>, runItem<Item, Form::ValueMemory>,
@@ -189,12 +189,12 @@ constexpr MTNumberKernels binaryKernels()
 }
 
 template <class Item>
-inline constexpr MTNumberKernels kernelsFromOne = unaryKernels<Item>();
+inline constexpr MTScalarKernels kernelsFromOne = unaryKernels<Item>();
 template <class Item>
-inline constexpr MTNumberKernels kernelsFromTwo = binaryKernels<Item>();
+inline constexpr MTScalarKernels kernelsFromTwo = binaryKernels<Item>();
 
 template <class Item>
-constexpr const MTNumberKernels* kernelsOf()
+constexpr const MTScalarKernels* kernelsOf()
 {
     if constexpr (ComputesFromOne<Item>)
     {
