@@ -56,8 +56,10 @@ constexpr ScalingStep stepThat{
      MTScalarKernels::notFused},
     computeScaling<divides...>};
 
-constexpr bool times = false;
-constexpr bool over = true;
+// By whether each factor divides.
+constexpr const ScalingStep* ofOne[] = {&stepThat<false>, &stepThat<true>};
+constexpr const ScalingStep* ofTwo[][2] = {{&stepThat<false, false>, &stepThat<false, true>},
+                                           {&stepThat<true, false>, &stepThat<true, true>}};
 
 }
 
@@ -80,12 +82,8 @@ const ScalingStep& findScalingStep(const ConversionFormula& formula, std::size_t
     case 0:
         return stepThat<>;
     case 1:
-        return formula.divides(first) ? stepThat<over> : stepThat<times>;
+        return *ofOne[formula.divides(first) ? 1 : 0];
     default:
-        if (formula.divides(first))
-        {
-            return formula.divides(first + 1) ? stepThat<over, over> : stepThat<over, times>;
-        }
-        return formula.divides(first + 1) ? stepThat<times, over> : stepThat<times, times>;
+        return *ofTwo[formula.divides(first) ? 1 : 0][formula.divides(first + 1) ? 1 : 0];
     }
 }

@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FusedItemsTests.cpp - which items scalar code fuses.
+// FusedItemsTests.cpp - which items scalar code fuses, and how it fuses the factors of conversions.
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "MTParserLib/run/MTScalarCode.h"
+#include "MTParserLib/run/ScalingKernels.h"
 
 #include <gtest/gtest.h>
 
@@ -36,6 +37,31 @@ TEST(FusedItems, AreTheArithmetic)
     {
         const MTScalarKernels* const scalar = registrar.getFunctionDefinition(index).kernels->scalar;
         EXPECT_TRUE(scalar == nullptr || scalar->fusedIndex == MTScalarKernels::notFused) << index;
+    }
+}
+
+// Conversions have their factors in twos, in any order of multiplication and division.
+TEST(FusedItems, AreFactorsOfConversionsInTwos)
+{
+    const ConversionFormula x;
+    const auto scaled = [](const ConversionFormula& formula, double number) {
+        for (std::size_t step = 0; step < countScalingSteps(formula); ++step)
+        {
+            findScalingStep(formula, step).blocks(&number, factorsOfStep(formula, step).data(), &number, 1);
+        }
+        return number;
+    };
+    for (const double number : {0.1, -7.0, 1e300})
+    {
+        EXPECT_EQ(scaled(x, number), number);
+        EXPECT_EQ(scaled(x * 3.0, number), number * 3.0);
+        EXPECT_EQ(scaled(x / 3.0, number), number / 3.0);
+        EXPECT_EQ(scaled(x * 3.0 * 0.7, number), number * 3.0 * 0.7);
+        EXPECT_EQ(scaled(x * 3.0 / 0.7, number), number * 3.0 / 0.7);
+        EXPECT_EQ(scaled(x / 3.0 * 0.7, number), number / 3.0 * 0.7);
+        EXPECT_EQ(scaled(x / 3.0 / 0.7, number), number / 3.0 / 0.7);
+        EXPECT_EQ(scaled(x / 3.0 / 0.7 * 1e9, number), number / 3.0 / 0.7 * 1e9);
+        EXPECT_EQ((x / 3.0 * 0.7 / 1e9).compute(number), number / 3.0 * 0.7 / 1e9);
     }
 }
 
