@@ -18,7 +18,20 @@
 namespace {
 
 template <class Item>
-constexpr VocabularyEntry describe(mathexpr::VocabularyFamily family, const wchar_t* className)
+void defineOperator(MTParserRegistrar& registrar)
+{
+    registrar.defineOperator(new Item, true, builtInKernels<Item>);
+}
+
+template <class Item>
+void defineFunction(MTParserRegistrar& registrar)
+{
+    registrar.defineFunction(new Item, true, builtInKernels<Item>);
+}
+
+template <class Item>
+constexpr VocabularyEntry describe(mathexpr::VocabularyFamily family,
+                                   const wchar_t* className)  // not covered: runs while compiling
 {
     static_assert(sizeof(Item) == sizeof(void*), "an item has no data");
     VocabularyEntry entry{};
@@ -34,17 +47,13 @@ constexpr VocabularyEntry describe(mathexpr::VocabularyFamily family, const wcha
         entry.nbArgs = Item::text.unary ? 1 : 2;
         entry.precedence = Item::text.precedence;
         entry.isConstant = true;
-        entry.define = [](MTParserRegistrar& registrar) {
-            registrar.defineOperator(new Item, true, builtInKernels<Item>);
-        };
+        entry.define = defineOperator<Item>;
     }
     else
     {
         entry.nbArgs = Item::text.nbArgs;
         entry.isConstant = Item::constant;
-        entry.define = [](MTParserRegistrar& registrar) {
-            registrar.defineFunction(new Item, true, builtInKernels<Item>);
-        };
+        entry.define = defineFunction<Item>;
     }
     return entry;
 }
@@ -124,7 +133,7 @@ constexpr VocabularyEntry vocabulary[] = {
     // clang-format on
 };
 
-constexpr std::size_t countOf(mathexpr::VocabularyFamily family)
+constexpr std::size_t countOf(mathexpr::VocabularyFamily family)  // not covered: runs while compiling
 {
     std::size_t count = 0;
     for (const VocabularyEntry& entry : vocabulary)

@@ -124,7 +124,7 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
     }
     if (isCall)
     {
-        if (end == 0 || waiting[end - 1].kind != Kind::Placeholder)
+        if (end == 0 || waiting[end - 1].kind != Kind::Placeholder)  // not covered: it lies below all operands
         {
             return operandMissing(end);
         }

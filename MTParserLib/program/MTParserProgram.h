@@ -67,7 +67,7 @@ public:
         {
             *slot = VALTYPE{};
         }
-        return count == 0 ? nullptr : allocated;
+        return count == 0 ? nullptr : allocated;  // not covered: empty brackets are refused
     }
     /// A slot by itself.
     VALTYPE& allocateOne() { return *allocate(1); }

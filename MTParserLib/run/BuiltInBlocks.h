@@ -113,7 +113,7 @@ void computeMany(platform::ArrayView<const MTBlockOperand> operands, VALTYPE* ar
 }
 
 template <class Item>
-constexpr MTBlockKernels makeKernels()
+constexpr MTBlockKernels makeKernels()  // not covered: runs while compiling
 {
     using Form = MTBlockForm;
     MTBlockKernels kernels{};
@@ -149,7 +149,7 @@ inline constexpr MTBlockKernels kernels = makeKernels<Item>();
 
 /// For a class of the vocabulary; null where it has none.
 template <class Item>
-constexpr const MTBlockKernels* builtInBlocks()
+constexpr const MTBlockKernels* builtInBlocks()  // not covered: runs while compiling
 {
     if constexpr (scalarkernels::ComputesFromOne<Item> || scalarkernels::ComputesFromTwo<Item> ||
                   blockkernels::ComputesFromThree<Item> || blockkernels::ComputesFromMany<Item>)

@@ -44,7 +44,7 @@ Message::Id evaluateConversion(const MTProgramStep& step, bool)
 }
 
 template <class Item>
-constexpr MTItemKernels makeItemKernels()
+constexpr MTItemKernels makeItemKernels()  // not covered: runs while compiling
 {
     if constexpr (std::is_base_of_v<Conversion, Item>)
     {

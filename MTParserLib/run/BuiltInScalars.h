@@ -22,7 +22,7 @@ using Fused = std::tuple<AddOp, MinusOp, MultOp, DivOp>;
 inline constexpr std::size_t nbFused = std::tuple_size_v<Fused>;
 
 template <class Item, std::size_t index = 0>
-constexpr std::size_t fusedIndexOf()
+constexpr std::size_t fusedIndexOf()  // not covered: runs while compiling
 {
     if constexpr (index == nbFused)
     {
@@ -44,7 +44,7 @@ using Constancy = decltype(Item::constant);
 /// Whether an item comes to the same x when it is computed again. Random numbers would be drawn twice where the program
 /// runs after its scalar code gave up.
 template <class Item>
-constexpr bool yieldsSameAgain()
+constexpr bool yieldsSameAgain()  // not covered: runs while compiling
 {
     if constexpr (hasForm<Constancy, Item>)
     {
@@ -171,7 +171,7 @@ double runFused(const MTScalarStep* step, double value, double* top, bool* refus
 }
 
 template <class Item>
-constexpr MTScalarKernels unaryKernels()
+constexpr MTScalarKernels unaryKernels()  // not covered: runs while compiling
 {
     using Form = MTOperandForm;
     return {{runItem<Item, Form::Memory>, runItem<Item, Form::PushMemory>, runItem<Item, Form::ValueMemory>, nullptr,
@@ -180,7 +180,7 @@ constexpr MTScalarKernels unaryKernels()
 }
 
 template <class Item>
-constexpr MTScalarKernels binaryKernels()
+constexpr MTScalarKernels binaryKernels()  // not covered: runs while compiling
 {
     using Form = MTOperandForm;
     return {{runItem<Item, Form::Memory>, runItem<Item, Form::PushMemory>, runItem<Item, Form::ValueMemory>,
@@ -194,7 +194,7 @@ template <class Item>
 inline constexpr MTScalarKernels kernelsFromTwo = binaryKernels<Item>();
 
 template <class Item>
-constexpr const MTScalarKernels* kernelsOf()
+constexpr const MTScalarKernels* kernelsOf()  // not covered: runs while compiling
 {
     if constexpr (ComputesFromOne<Item>)
     {

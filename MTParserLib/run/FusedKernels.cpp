@@ -15,13 +15,13 @@ constexpr std::size_t nbKernels = nbFused * nbOperandForms * nbFused * nbSecondF
 
 constexpr MTOperandForm secondForm(std::size_t index)
 {
-    return index == 0 ? MTOperandForm::ValueMemory : MTOperandForm::MemoryValue;
+    return index == 0 ? MTOperandForm::ValueMemory : MTOperandForm::MemoryValue;  // not covered: 1 only while compiling
 }
 
 /// The kernel that stands at an index of the table: second form, second item, first form, first item vary in that
 /// order.
 template <std::size_t index>
-constexpr MTScalarKernel kernelAt()
+constexpr MTScalarKernel kernelAt()  // not covered: runs while compiling
 {
     constexpr std::size_t second = index / nbSecondForms;
     constexpr std::size_t form = second / nbFused;
@@ -31,7 +31,8 @@ constexpr MTScalarKernel kernelAt()
 }
 
 template <std::size_t... indices>
-constexpr std::array<MTScalarKernel, nbKernels> allKernels(std::index_sequence<indices...>)
+constexpr std::array<MTScalarKernel, nbKernels>
+allKernels(std::index_sequence<indices...>)  // not covered: runs while compiling
 {
     return {kernelAt<indices>()...};
 }

@@ -21,7 +21,7 @@ WARNINGS = ["-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wsign-conversion
 # The classes and records of the interface as it was given, and the engine's three that a private member points at.
 GIVEN = {
     "CMathExpr", "IMathExprItemEvaluator", "IMathExprService", "IMathFunction", "IMathOperator", "IMathVariable",
-    "IMathVariableFactory", "MTExceptions", "MTParserCompiler", "MTParserProgram", "MTParserRegistrar", "MathExpression",
+    "IMathVariableFactory", "MTExceptions", "MTParser", "MTParserProgram", "MTParserRegistrar", "MathExpression",
     "NB_ARGS_UNDEFINED", "SMTDefExcepData", "SMTParsingExcepData", "VALTYPE",
 }
 
