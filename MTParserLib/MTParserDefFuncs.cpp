@@ -30,8 +30,8 @@ void defineFunction(MTParserRegistrar& registrar)
 }
 
 template <class Item>
-constexpr VocabularyEntry describe(mathexpr::VocabularyFamily family,
-                                   const wchar_t* className)  // not covered: runs while compiling
+// not covered: runs while compiling
+constexpr VocabularyEntry describe(mathexpr::VocabularyFamily family, const wchar_t* className)
 {
     static_assert(sizeof(Item) == sizeof(void*), "an item has no data");
     VocabularyEntry entry{};
