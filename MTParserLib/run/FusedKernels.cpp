@@ -15,7 +15,8 @@ constexpr std::size_t nbKernels = nbFused * nbOperandForms * nbFused * nbSecondF
 
 constexpr MTOperandForm secondForm(std::size_t index)
 {
-    return index == 0 ? MTOperandForm::ValueMemory : MTOperandForm::MemoryValue;  // not covered: 1 only while compiling
+    // not covered: runs while compiling, but for 0
+    return index == 0 ? MTOperandForm::ValueMemory : MTOperandForm::MemoryValue;
 }
 
 /// The kernel that stands at an index of the table: second form, second item, first form, first item vary in that
