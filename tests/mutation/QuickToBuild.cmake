@@ -2,8 +2,9 @@
 # SPDX-License-Identifier: MIT
 #
 # Included by the project when mutate.py builds it: what is changed is compiled over and over, what tests it only once.
-cmake_language(DEFER CALL target_compile_options mathexpr_engine PRIVATE -O0)
-cmake_language(DEFER CALL target_compile_options mathexpr PRIVATE -O0)
+# A precompiled header wants the options of the sources that it is for; kernels are compiled without a look at errno.
+cmake_language(DEFER CALL target_compile_options mathexpr_engine PRIVATE -O0 -fno-math-errno)
+cmake_language(DEFER CALL target_compile_options mathexpr PRIVATE -O0 -fno-math-errno)
 cmake_language(DEFER CALL target_precompile_headers mathexpr_engine PRIVATE
                <algorithm> <array> <cmath> <functional> <memory> <string> <unordered_map> <vector>)
 cmake_language(DEFER CALL target_precompile_headers mathexpr REUSE_FROM mathexpr_engine)
