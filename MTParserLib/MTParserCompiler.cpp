@@ -269,6 +269,7 @@ bool MTParserCompiler::passOn(MTExceptions<Data>& exception, std::uint32_t line,
         return false;
     }
     exception.addEntry(line, 0, compilerFile, data);
+    // cppcheck-suppress rethrowNoCurrentException ; a handler calls this
     throw;
 }
 

@@ -17,12 +17,17 @@ std::atomic<const platform::OnUnload*> newest{nullptr};  // ready before any cod
 
 std::atomic<bool> processEnds{false};
 
+void setProcessEnds() noexcept  // not covered: what has been counted is written already
+{
+    processEnds = true;
+}
+
 /// A process that ends runs what main has registered here before it finalises the libraries that it was linked with.
 /// dlclose finalises the library, which calls finalise() first, and runs this after it. Static objects of the library
 /// would not do: they are made before main, and so destroyed when the library is finalised.
 void noteProcessEnd() noexcept
 {
-    std::atexit([] { processEnds = true; });  // not covered: what has been counted is written already
+    std::atexit(setProcessEnds);
 }
 
 __attribute__((destructor)) void finalise() noexcept

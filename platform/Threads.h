@@ -16,13 +16,18 @@ namespace platform {
 /// calls have. Where the system starts no more threads, the last calls are not made.
 void runOnThreads(std::size_t nbThreads, void (*work)(void* context, std::size_t index) noexcept, void* context);
 
+template <class Work>
+void callWork(void* work, std::size_t index) noexcept
+{
+    (*static_cast<Work*>(work))(index);
+}
+
 /// The same for what can be called with an index. It does not throw.
 template <class Work>
 void runOnThreads(std::size_t nbThreads, Work work)
 {
     static_assert(std::is_nothrow_invocable_v<Work, std::size_t>);
-    runOnThreads(
-        nbThreads, [](void* context, std::size_t index) noexcept { (*static_cast<Work*>(context))(index); }, &work);
+    runOnThreads(nbThreads, callWork<Work>, &work);
 }
 
 }
