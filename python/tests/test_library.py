@@ -38,7 +38,7 @@ def seen_by_c(tmp_path_factory):
         expressions += [f"offsetof({name}, {field})" for field, _ in structure._fields_]
     header = (INCLUDE / "mathexpr.h").read_text(encoding="utf-8")
     expressions += re.findall(r"^ *(MATHEXPR_[A-Z0-9_]+) = ", header, re.MULTILINE)
-    expressions += ["MATHEXPR_ABI_VERSION", "MATHEXPR_ANY_NB_ARGS"]
+    expressions += re.findall(r"^#define (MATHEXPR_[A-Z_]+) (?:\(.*\)|\d+)$", header, re.MULTILINE)
     folder = tmp_path_factory.mktemp("layout")
     lines = "".join(f'    printf("%lld\\n", (long long)({expression}));\n' for expression in expressions)
     (folder / "layout.c").write_text(
