@@ -36,7 +36,7 @@
 // structure that it was compiled with. Smaller than the library's: of what is read the missing members count as 0, of
 // what is written the missing members are left out. Greater: what is read has to be 0 where the library knows no
 // member, and what is written is set to 0 there. A size that no version can have (0, no multiple of the structure's
-// alignment, more than MATHEXPR_GREATEST_SIZE), or members that the library does not know and that are not 0:
+// alignment, more than MATHEXPR_MAX_STRUCT_SIZE), or members that the library does not know and that are not 0:
 // MATHEXPR_BAD_SIZE.
 //
 // Threads. One expression is used from one thread at a time, together with its copies; two that are no copies share
@@ -65,10 +65,10 @@
 #define MATHEXPR_ZERO_TERMINATED ((size_t)-1)
 
 /// As the number of arguments: any.
-#define MATHEXPR_ANY_NB_ARGS ((uint32_t)0xFFFFFFFF)
+#define MATHEXPR_ANY_ARG_COUNT ((uint32_t)0xFFFFFFFF)
 
-/// The greatest size of a structure with the member size.
-#define MATHEXPR_GREATEST_SIZE 4096
+/// The upper bound on the member size of a structure.
+#define MATHEXPR_MAX_STRUCT_SIZE 4096
 
 #if defined(__cplusplus)
 #define MATHEXPR_C_API extern "C" MATHEXPR_API
@@ -362,18 +362,18 @@ typedef struct mathexpr_function mathexpr_function;
 /// the text is not carried out. Variables that are no arguments keep in the function the values that they have now.
 /// @param arguments     names of variables of the expression, zero-terminated, by position; NULL where there are none. The
 ///                      text need not use them. Their values do not count.
-/// @param nb_arguments  how many
+/// @param argument_count  how many
 /// @param function      receives the handle, which the caller owns
 /// @return as mathexpr_set_expression_utf8, where the diagnostic tells more; MATHEXPR_NULL_ARGUMENT (also for a name),
 ///         MATHEXPR_BAD_OPTION (two arguments have one name), MATHEXPR_NOT_FOUND (an argument is no variable)
 MATHEXPR_C_API mathexpr_status mathexpr_create_function_utf8(mathexpr_expression* expression, const char* text,
                                                              size_t length, const char* const* arguments,
-                                                             size_t nb_arguments,
+                                                             size_t argument_count,
                                                              mathexpr_function** function) MATHEXPR_NOEXCEPT;
 MATHEXPR_C_API mathexpr_status mathexpr_create_function_utf16(mathexpr_expression* expression,
                                                               const mathexpr_char16* text, size_t length,
                                                               const mathexpr_char16* const* arguments,
-                                                              size_t nb_arguments,
+                                                              size_t argument_count,
                                                               mathexpr_function** function) MATHEXPR_NOEXCEPT;
 
 /// Makes a copy, such as one for each thread.
@@ -398,16 +398,15 @@ MATHEXPR_C_API mathexpr_status mathexpr_call_function(mathexpr_function* functio
 
 // ----- limits ----------------------------------------------------------------
 
-/// The greatest text that is accepted, in three measures; 0 is no limit. A text beyond one is refused before
-/// anything of it is compiled.
+/// Upper bounds on an accepted text, in three measures; 0 is no limit. A text beyond one is refused before anything of it
+/// is compiled.
 typedef struct mathexpr_limits
 {
-    uint32_t size;         ///< sizeof(mathexpr_limits).
-    uint32_t text_length;  ///< Characters as typed, blanks included: code points, on Windows units of UTF-16, in
-                           ///< both encodings.
-    uint32_t records;      ///< Values, operators and function calls, each as often as it stands in the text.
-    uint32_t nesting;      ///< The greatest number of things open at one place: brackets, and operators before an
-                           ///< operand.
+    uint32_t size;             ///< sizeof(mathexpr_limits).
+    uint32_t max_text_length;  ///< Characters as typed, blanks included: code points, on Windows units of UTF-16, in
+                               ///< both encodings.
+    uint32_t max_records;      ///< Values, operators and function calls, each as often as it stands in the text.
+    uint32_t max_nesting;      ///< Nesting depth: brackets, and operators before an operand.
 } mathexpr_limits;
 
 /// Sets the limits, in force from the next text that is compiled.
@@ -473,7 +472,7 @@ enum
     MATHEXPR_EXPECTED_FUNCTION = 0x20,      ///< The name of a function, with its brackets.
     MATHEXPR_EXPECTED_KNOWN_NAME = 0x40,    ///< A constant, a variable, or a name that the host answers.
     MATHEXPR_EXPECTED_NEW_NAME = 0x80,      ///< Before "=": a name that can be a variable.
-    MATHEXPR_EXPECTED_OTHER_COUNT = 0x100,  ///< Another number of arguments, one of accepted_nb_args.
+    MATHEXPR_EXPECTED_OTHER_COUNT = 0x100,  ///< Another number of arguments, one of accepted_arg_counts.
     MATHEXPR_EXPECTED_NUMBER = 0x200,       ///< A number instead of a point.
     MATHEXPR_EXPECTED_POINT = 0x400,        ///< Points instead of numbers.
     MATHEXPR_EXPECTED_SAME_KIND = 0x800,    ///< Two numbers or two points.
@@ -496,18 +495,18 @@ typedef struct mathexpr_diagnostic_utf8
     size_t length;     ///< How far it reaches, in the same units; 0 where nothing in the text stands for it.
     const char* text;  ///< The text of the message in the user's language.
     size_t text_length;
-    const char* item_name;  ///< The token, symbol or text concerned.
-    size_t item_name_length;
-    const char* conflict_name;  ///< What stands in the way of a definition.
-    size_t conflict_name_length;
-    uint32_t expected;                 ///< What would have been accepted: bits of MATHEXPR_EXPECTED_...
-    uint32_t nb_args;                  ///< How many arguments the item concerned was given; 0 where no count is known.
-    const uint32_t* accepted_nb_args;  ///< The numbers of arguments that the function concerned takes, in the order
-                                       ///< of its overloads; MATHEXPR_ANY_NB_ARGS is any number.
-    size_t nb_accepted_nb_args;
+    const char* item;  ///< The token, symbol or text concerned.
+    size_t item_length;
+    const char* conflict;  ///< What stands in the way of a definition.
+    size_t conflict_length;
+    uint32_t expected;   ///< What would have been accepted: bits of MATHEXPR_EXPECTED_...
+    uint32_t arg_count;  ///< How many arguments the item concerned was given; 0 where no count is known.
+    const uint32_t* accepted_arg_counts;  ///< The numbers of arguments that the function concerned takes, in the order
+                                          ///< of its overloads; MATHEXPR_ANY_ARG_COUNT is any number.
+    size_t accepted_count;
     const char* const* suggestions;  ///< For an unknown name: up to three that may be meant, the nearest first,
                                      ///< each zero-terminated.
-    size_t nb_suggestions;
+    size_t suggestion_count;
 } mathexpr_diagnostic_utf8;
 
 /// The same in UTF-16; start and length count units of UTF-16.
@@ -521,16 +520,16 @@ typedef struct mathexpr_diagnostic_utf16
     size_t length;
     const mathexpr_char16* text;
     size_t text_length;
-    const mathexpr_char16* item_name;
-    size_t item_name_length;
-    const mathexpr_char16* conflict_name;
-    size_t conflict_name_length;
+    const mathexpr_char16* item;
+    size_t item_length;
+    const mathexpr_char16* conflict;
+    size_t conflict_length;
     uint32_t expected;
-    uint32_t nb_args;
-    const uint32_t* accepted_nb_args;
-    size_t nb_accepted_nb_args;
+    uint32_t arg_count;
+    const uint32_t* accepted_arg_counts;
+    size_t accepted_count;
     const mathexpr_char16* const* suggestions;
-    size_t nb_suggestions;
+    size_t suggestion_count;
 } mathexpr_diagnostic_utf16;
 
 /// Whether there is a failure to tell about.
@@ -571,7 +570,7 @@ typedef struct mathexpr_names_utf8
     uint32_t size;             ///< sizeof(mathexpr_names_utf8).
     uint32_t reserved;         ///< Set to 0.
     const char* const* names;  ///< Each zero-terminated; NULL where there are none.
-    size_t nb_names;
+    size_t name_count;
 } mathexpr_names_utf8;
 
 /// The same in UTF-16.
@@ -580,7 +579,7 @@ typedef struct mathexpr_names_utf16
     uint32_t size;  ///< sizeof(mathexpr_names_utf16).
     uint32_t reserved;
     const mathexpr_char16* const* names;
-    size_t nb_names;
+    size_t name_count;
 } mathexpr_names_utf16;
 
 /// Lists names.
@@ -645,10 +644,12 @@ MATHEXPR_C_API mathexpr_status mathexpr_remove_variable_utf16(mathexpr_expressio
 /// @param address  receives the address
 /// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT, MATHEXPR_STALE_HANDLE, MATHEXPR_BAD_UTF8 or MATHEXPR_BAD_UTF16,
 ///         MATHEXPR_ZERO_IN_TEXT, MATHEXPR_NOT_FOUND, MATHEXPR_OUT_OF_MEMORY
-MATHEXPR_C_API mathexpr_status mathexpr_get_address_utf8(mathexpr_expression* expression, const char* name,
-                                                         size_t length, mathexpr_value** address) MATHEXPR_NOEXCEPT;
-MATHEXPR_C_API mathexpr_status mathexpr_get_address_utf16(mathexpr_expression* expression, const mathexpr_char16* name,
-                                                          size_t length, mathexpr_value** address) MATHEXPR_NOEXCEPT;
+MATHEXPR_C_API mathexpr_status mathexpr_get_variable_address_utf8(mathexpr_expression* expression, const char* name,
+                                                                  size_t length,
+                                                                  mathexpr_value** address) MATHEXPR_NOEXCEPT;
+MATHEXPR_C_API mathexpr_status mathexpr_get_variable_address_utf16(mathexpr_expression* expression,
+                                                                   const mathexpr_char16* name, size_t length,
+                                                                   mathexpr_value** address) MATHEXPR_NOEXCEPT;
 
 // ----- vocabulary ------------------------------------------------------------
 
@@ -679,7 +680,7 @@ typedef struct mathexpr_vocabulary_item_utf8
     uint32_t size;            ///< sizeof(mathexpr_vocabulary_item_utf8).
     uint32_t kind;            ///< MATHEXPR_ITEM_...
     uint32_t family;          ///< MATHEXPR_FAMILY_...
-    uint32_t nb_args;         ///< Arguments or operands; MATHEXPR_ANY_NB_ARGS for any number; 0 for a constant.
+    uint32_t arg_count;       ///< Arguments or operands; MATHEXPR_ANY_ARG_COUNT for any number; 0 for a constant.
     int32_t precedence;       ///< Of an operator, 0 to 4, the higher one binding tighter; 0 for the others.
     uint32_t unary;           ///< 1 for an operator written before its one operand, else 0.
     uint32_t constant;        ///< 1 where the result depends on the arguments alone, and for a constant; else 0.
@@ -696,7 +697,7 @@ typedef struct mathexpr_vocabulary_item_utf16
     uint32_t size;  ///< sizeof(mathexpr_vocabulary_item_utf16).
     uint32_t kind;
     uint32_t family;
-    uint32_t nb_args;
+    uint32_t arg_count;
     int32_t precedence;
     uint32_t unary;
     uint32_t constant;
@@ -799,7 +800,7 @@ typedef struct mathexpr_bulk_outcome
     uint32_t size;          ///< sizeof(mathexpr_bulk_outcome).
     uint32_t error;         ///< MATHEXPR_BULK_...
     size_t column;          ///< With an error about a column: its index; of two with one name the later one.
-    size_t nb_failed;       ///< How many rows have no value.
+    size_t failed_count;    ///< How many rows have no value.
     size_t first_failed;    ///< The first of them.
     uint32_t first_status;  ///< Its row status.
     uint32_t reserved;      ///< Set to 0.
@@ -818,7 +819,7 @@ typedef struct mathexpr_bulk_outcome
 /// @param columns     for the variables to set, as far from each other as the first one's size says; NULL where there
 ///                    are none
 /// @param results     where the values go; untouched where nothing was evaluated
-/// @param nb_threads  how many threads compute, this one among them; 0 and 1: this one alone. The results do not depend
+/// @param thread_count  how many threads compute, this one among them; 0 and 1: this one alone. The results do not depend
 ///                    on it.
 /// @param outcome     its size is read, the rest filled: with MATHEXPR_OK, and with the statuses that
 ///                    mathexpr_bulk_outcome names, too; may be NULL
@@ -827,12 +828,12 @@ typedef struct mathexpr_bulk_outcome
 ///         MATHEXPR_BAD_SIZE (a column, which all have to have the same size; results; outcome), MATHEXPR_BULK_REFUSED,
 ///         MATHEXPR_OUT_OF_MEMORY
 MATHEXPR_C_API mathexpr_status mathexpr_evaluate_bulk_utf8(mathexpr_expression* expression,
-                                                           const mathexpr_column_utf8* columns, size_t nb_columns,
-                                                           size_t nb_rows, const mathexpr_results* results,
-                                                           uint32_t nb_threads,
+                                                           const mathexpr_column_utf8* columns, size_t column_count,
+                                                           size_t row_count, const mathexpr_results* results,
+                                                           uint32_t thread_count,
                                                            mathexpr_bulk_outcome* outcome) MATHEXPR_NOEXCEPT;
 MATHEXPR_C_API mathexpr_status mathexpr_evaluate_bulk_utf16(mathexpr_expression* expression,
-                                                            const mathexpr_column_utf16* columns, size_t nb_columns,
-                                                            size_t nb_rows, const mathexpr_results* results,
-                                                            uint32_t nb_threads,
+                                                            const mathexpr_column_utf16* columns, size_t column_count,
+                                                            size_t row_count, const mathexpr_results* results,
+                                                            uint32_t thread_count,
                                                             mathexpr_bulk_outcome* outcome) MATHEXPR_NOEXCEPT;

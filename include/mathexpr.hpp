@@ -430,9 +430,9 @@ using MessageDisplay = std::function<void(std::uint32_t id, std::string_view tex
 /// Upper bounds on an accepted text; 0 is no limit.
 struct Limits
 {
-    std::uint32_t textLength = 0;  ///< Characters as typed.
-    std::uint32_t records = 0;     ///< Values, operators and function calls, each as often as it stands in the text.
-    std::uint32_t nesting = 0;     ///< Nesting depth: brackets, and operators before an operand.
+    std::uint32_t maxTextLength = 0;  ///< Characters as typed.
+    std::uint32_t maxRecords = 0;     ///< Values, operators and function calls, each as often as it stands in the text.
+    std::uint32_t maxNesting = 0;     ///< Nesting depth: brackets, and operators before an operand.
 };
 
 /// What an expression is made with.
@@ -476,7 +476,7 @@ public:
 
     mathexpr_status setLimits(const Limits& limits)
     {
-        const mathexpr_limits record{sizeof(record), limits.textLength, limits.records, limits.nesting};
+        const mathexpr_limits record{sizeof(record), limits.maxTextLength, limits.maxRecords, limits.maxNesting};
         const mathexpr_status status = mathexpr_set_limits(handle_, &record);
         if (status == MATHEXPR_OK)
         {
@@ -513,8 +513,8 @@ public:
         details.length = diagnostic.length;
         details.code = diagnostic.code;
         details.expected = diagnostic.expected;
-        details.item.assign(diagnostic.item_name, diagnostic.item_name_length);
-        details.suggestions.assign(diagnostic.suggestions, diagnostic.suggestions + diagnostic.nb_suggestions);
+        details.item.assign(diagnostic.item, diagnostic.item_length);
+        details.suggestions.assign(diagnostic.suggestions, diagnostic.suggestions + diagnostic.suggestion_count);
         return {std::string(diagnostic.text, diagnostic.text_length), std::move(details)};
     }
 
@@ -523,7 +523,7 @@ public:
         mathexpr_names_utf8 found{};
         found.size = sizeof(found);
         const mathexpr_status status = mathexpr_get_names_utf8(handle_, which, &found);
-        return status == MATHEXPR_OK ? std::vector<std::string>(found.names, found.names + found.nb_names)
+        return status == MATHEXPR_OK ? std::vector<std::string>(found.names, found.names + found.name_count)
                                      : std::vector<std::string>();
     }
 
@@ -622,7 +622,7 @@ public:
             return errorOfArrays(columns, outcome);
         }
         return status == MATHEXPR_OK
-                   ? Result<RowsOutcome>(RowsOutcome{outcome.nb_failed, outcome.first_failed, outcome.first_status})
+                   ? Result<RowsOutcome>(RowsOutcome{outcome.failed_count, outcome.first_failed, outcome.first_status})
                    : Result<RowsOutcome>(errorOfStatus(status));
     }
 

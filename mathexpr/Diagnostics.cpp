@@ -120,7 +120,7 @@ ExpressionDiagnostic diagnosticOf(MTParser& parser)
     diagnostic.nbArgs = failure.nbArgs;
     if (failure.nbArgs != 0)
     {
-        diagnostic.acceptedNbArgs = acceptedCounts(parser.getRegistrar(), diagnostic.itemName);
+        diagnostic.acceptedArgCounts = acceptedCounts(parser.getRegistrar(), diagnostic.itemName);
     }
     diagnostic.expected = failure.expected;
     if (failure.message == Message::UnknownName || failure.message == Message::UnknownFunction)

@@ -8,7 +8,7 @@
 
 enum
 {
-    nb_rows = 4
+    row_count = 4
 };
 
 static void print_failure(mathexpr_expression* expression, mathexpr_status status)
@@ -35,9 +35,9 @@ static void print_row(double radius, double x, uint32_t row_status)
 int main(int argc, char** argv)
 {
     const char* const text = argc > 1 ? argv[1] : "ln(r)";
-    const double radii[nb_rows] = {1, 2, -3, 4};
-    double values[nb_rows];
-    uint32_t row_status[nb_rows];
+    const double radii[row_count] = {1, 2, -3, 4};
+    double values[row_count];
+    uint32_t row_status[row_count];
 
     mathexpr_expression* expression = NULL;
     if (mathexpr_create_utf8(NULL, &expression) != MATHEXPR_OK)
@@ -56,12 +56,12 @@ int main(int argc, char** argv)
     const mathexpr_results results = {sizeof results, MATHEXPR_NUMBERS, values, sizeof(double), 0, row_status};
     mathexpr_bulk_outcome outcome = {.size = sizeof outcome};
     if (status == MATHEXPR_OK)
-        status = mathexpr_evaluate_bulk_utf8(expression, &column, 1, nb_rows, &results, 1, &outcome);
+        status = mathexpr_evaluate_bulk_utf8(expression, &column, 1, row_count, &results, 1, &outcome);
     if (status == MATHEXPR_OK)
     {
-        for (int row = 0; row < nb_rows; ++row)
+        for (int row = 0; row < row_count; ++row)
             print_row(radii[row], values[row], row_status[row]);
-        printf("%u failed\n", (unsigned)outcome.nb_failed);
+        printf("%u failed\n", (unsigned)outcome.failed_count);
     }
     else
         print_failure(expression, status);

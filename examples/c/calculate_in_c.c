@@ -41,7 +41,7 @@ static void print_failure(mathexpr_expression* expression, mathexpr_status statu
         mathexpr_get_diagnostic_utf8(expression, &diagnostic) == MATHEXPR_OK)
     {
         printf("at %u: %s\n", (unsigned)diagnostic.start, diagnostic.text);
-        for (size_t index = 0; index < diagnostic.nb_suggestions; ++index)
+        for (size_t index = 0; index < diagnostic.suggestion_count; ++index)
             printf("  perhaps %s\n", diagnostic.suggestions[index]);
     }
     else
@@ -67,7 +67,7 @@ int main(int argc, char** argv)
     status = mathexpr_set_expression_utf8(expression, "width*[1,2,0]", MATHEXPR_ZERO_TERMINATED);
     mathexpr_value* width = NULL;
     if (status == MATHEXPR_OK)
-        status = mathexpr_get_address_utf8(expression, "width", MATHEXPR_ZERO_TERMINATED, &width);
+        status = mathexpr_get_variable_address_utf8(expression, "width", MATHEXPR_ZERO_TERMINATED, &width);
     for (int step = 0; status == MATHEXPR_OK && step < 3; ++step)
     {
         status = mathexpr_evaluate(expression, &value);
@@ -79,8 +79,8 @@ int main(int argc, char** argv)
         print_failure(expression, status);
 
     const char* const defaults[] = {"width", "3 * sqare(2)"};
-    const int nb_texts = argc > 1 ? argc - 1 : 2;
-    for (int index = 0; index < nb_texts; ++index)
+    const int text_count = argc > 1 ? argc - 1 : 2;
+    for (int index = 0; index < text_count; ++index)
     {
         const char* const text = argc > 1 ? argv[index + 1] : defaults[index];
         status = mathexpr_evaluate_text_utf8(expression, text, MATHEXPR_ZERO_TERMINATED, &value);

@@ -89,10 +89,10 @@ def main():
                                                 local_directory=tempfile.gettempdir())
     with Client(cluster) as client:
         try:
-            nb_rows = run(client, options.table, options.result, options.expression)
+            row_count = run(client, options.table, options.result, options.expression)
         except Exception as error:
             sys.exit(f"partitioned.py: nothing was computed: {type(error).__name__}: {error}")
-    print(f"{nb_rows} rows")
+    print(f"{row_count} rows")
 
 
 if __name__ == "__main__":

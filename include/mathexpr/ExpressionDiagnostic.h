@@ -23,7 +23,7 @@ enum : std::uint32_t
     Function = 0x20,     ///< The name of a function, with its brackets.
     KnownName = 0x40,    ///< A constant, a variable, or a name that the host answers.
     NewName = 0x80,      ///< Before "=": a name that can be a variable.
-    OtherCount = 0x100,  ///< Another number of arguments, one of acceptedNbArgs.
+    OtherCount = 0x100,  ///< Another number of arguments, one of acceptedArgCounts.
     Number = 0x200,      ///< A number instead of a point.
     Point = 0x400,       ///< Points instead of numbers.
     SameKind = 0x800,    ///< Two numbers or two points.
@@ -69,7 +69,7 @@ struct ExpressionDiagnostic
     std::uint32_t nbArgs = 0;
     /// The numbers of arguments that the function concerned takes, in the order of its overloads. NB_ARGS_UNDEFINED
     /// (IMathFunction.h) is any number. Empty where no function is concerned.
-    std::vector<std::uint32_t> acceptedNbArgs;
+    std::vector<std::uint32_t> acceptedArgCounts;
 
     /// What would have been accepted there: bits of Expected.
     std::uint32_t expected = 0;

@@ -70,7 +70,7 @@ mathexpr_status answer(const mathexpr::BulkOutcome& own, mathexpr_bulk_outcome* 
         mathexpr_bulk_outcome known{};
         known.error = static_cast<std::uint32_t>(own.error);
         known.column = own.column;
-        known.nb_failed = own.failedCount;
+        known.failed_count = own.failedCount;
         known.first_failed = own.firstFailed;
         known.first_status = own.firstStatus;
         writeStructure(known, outcome);
@@ -113,15 +113,15 @@ mathexpr_status evaluate(mathexpr_expression* handle, const typename Encoding::C
 }
 
 mathexpr_status mathexpr_evaluate_bulk_utf8(mathexpr_expression* expression, const mathexpr_column_utf8* columns,
-                                            size_t nb_columns, size_t nb_rows, const mathexpr_results* results,
-                                            uint32_t nb_threads, mathexpr_bulk_outcome* outcome) noexcept
+                                            size_t column_count, size_t row_count, const mathexpr_results* results,
+                                            uint32_t thread_count, mathexpr_bulk_outcome* outcome) noexcept
 {
-    return evaluate<Utf8>(expression, columns, nb_columns, nb_rows, results, nb_threads, outcome);
+    return evaluate<Utf8>(expression, columns, column_count, row_count, results, thread_count, outcome);
 }
 
 mathexpr_status mathexpr_evaluate_bulk_utf16(mathexpr_expression* expression, const mathexpr_column_utf16* columns,
-                                             size_t nb_columns, size_t nb_rows, const mathexpr_results* results,
-                                             uint32_t nb_threads, mathexpr_bulk_outcome* outcome) noexcept
+                                             size_t column_count, size_t row_count, const mathexpr_results* results,
+                                             uint32_t thread_count, mathexpr_bulk_outcome* outcome) noexcept
 {
-    return evaluate<Utf16>(expression, columns, nb_columns, nb_rows, results, nb_threads, outcome);
+    return evaluate<Utf16>(expression, columns, column_count, row_count, results, thread_count, outcome);
 }

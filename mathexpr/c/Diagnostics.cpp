@@ -36,16 +36,16 @@ typename Encoding::Diagnostic describe(const mathexpr::ExpressionDiagnostic& own
     diagnostic.length = unitsOf<Encoding>(typed, own.start, own.length);
     diagnostic.text = texts.text.c_str();
     diagnostic.text_length = texts.text.size();
-    diagnostic.item_name = texts.itemName.c_str();
-    diagnostic.item_name_length = texts.itemName.size();
-    diagnostic.conflict_name = texts.conflictName.c_str();
-    diagnostic.conflict_name_length = texts.conflictName.size();
+    diagnostic.item = texts.itemName.c_str();
+    diagnostic.item_length = texts.itemName.size();
+    diagnostic.conflict = texts.conflictName.c_str();
+    diagnostic.conflict_length = texts.conflictName.size();
     diagnostic.expected = own.expected;
-    diagnostic.nb_args = own.nbArgs;
-    diagnostic.accepted_nb_args = texts.acceptedNbArgs.empty() ? nullptr : texts.acceptedNbArgs.data();
-    diagnostic.nb_accepted_nb_args = texts.acceptedNbArgs.size();
+    diagnostic.arg_count = own.nbArgs;
+    diagnostic.accepted_arg_counts = texts.acceptedArgCounts.empty() ? nullptr : texts.acceptedArgCounts.data();
+    diagnostic.accepted_count = texts.acceptedArgCounts.size();
     diagnostic.suggestions = texts.suggestions.data();
-    diagnostic.nb_suggestions = texts.suggestions.size();
+    diagnostic.suggestion_count = texts.suggestions.size();
     return diagnostic;
 }
 

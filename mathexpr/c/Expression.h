@@ -52,14 +52,14 @@ struct DiagnosticTexts
 {
     explicit DiagnosticTexts(const mathexpr::ExpressionDiagnostic& own)
         : text(Encoding::encode(own.text)), itemName(Encoding::encode(own.itemName)),
-          conflictName(Encoding::encode(own.conflictItemName)), acceptedNbArgs(own.acceptedNbArgs),
+          conflictName(Encoding::encode(own.conflictItemName)), acceptedArgCounts(own.acceptedArgCounts),
           suggestions(own.suggestions)
     {}
 
     typename Encoding::Text text;
     typename Encoding::Text itemName;
     typename Encoding::Text conflictName;
-    std::vector<std::uint32_t> acceptedNbArgs;
+    std::vector<std::uint32_t> acceptedArgCounts;
     TextList<Encoding> suggestions;
 };
 

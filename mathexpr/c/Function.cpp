@@ -189,17 +189,17 @@ mathexpr_status withFunction(const mathexpr_function* handle, Work work) noexcep
 }
 
 mathexpr_status mathexpr_create_function_utf8(mathexpr_expression* expression, const char* text, size_t length,
-                                              const char* const* arguments, size_t nb_arguments,
+                                              const char* const* arguments, size_t argument_count,
                                               mathexpr_function** function) noexcept
 {
-    return create<Utf8>(expression, text, length, arguments, nb_arguments, function);
+    return create<Utf8>(expression, text, length, arguments, argument_count, function);
 }
 
 mathexpr_status mathexpr_create_function_utf16(mathexpr_expression* expression, const mathexpr_char16* text,
                                                size_t length, const mathexpr_char16* const* arguments,
-                                               size_t nb_arguments, mathexpr_function** function) noexcept
+                                               size_t argument_count, mathexpr_function** function) noexcept
 {
-    return create<Utf16>(expression, text, length, arguments, nb_arguments, function);
+    return create<Utf16>(expression, text, length, arguments, argument_count, function);
 }
 
 mathexpr_status mathexpr_copy_function(const mathexpr_function* function, mathexpr_function** copy) noexcept

@@ -19,7 +19,7 @@ mathexpr_status mathexpr_set_limits(mathexpr_expression* handle, const mathexpr_
         {
             return MATHEXPR_BAD_SIZE;
         }
-        const mathexpr::ExpressionLimits own{known.text_length, known.records, known.nesting};
+        const mathexpr::ExpressionLimits own{known.max_text_length, known.max_records, known.max_nesting};
         mathexpr::setLimits(expression.object(), own);  // not refused, since no call is under way
         return MATHEXPR_OK;
     });

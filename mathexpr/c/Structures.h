@@ -28,7 +28,7 @@ bool hasPlausibleSize(const Structure* given) noexcept
 {
     static_assert(std::is_trivially_copyable_v<Structure> && offsetof(Structure, size) == 0);
     const std::uint32_t size = sizeOf(given);
-    return size != 0 && size <= MATHEXPR_GREATEST_SIZE && size % alignof(Structure) == 0;
+    return size != 0 && size <= MATHEXPR_MAX_STRUCT_SIZE && size % alignof(Structure) == 0;
 }
 
 /// Reads a structure of any version. Its size becomes this version's.

@@ -206,14 +206,14 @@ mathexpr_status mathexpr_remove_variable_utf16(mathexpr_expression* expression, 
     return removeVariable<Utf16>(expression, name, length);
 }
 
-mathexpr_status mathexpr_get_address_utf8(mathexpr_expression* expression, const char* name, size_t length,
-                                          mathexpr_value** address) noexcept
+mathexpr_status mathexpr_get_variable_address_utf8(mathexpr_expression* expression, const char* name, size_t length,
+                                                   mathexpr_value** address) noexcept
 {
     return getAddress<Utf8>(expression, name, length, address);
 }
 
-mathexpr_status mathexpr_get_address_utf16(mathexpr_expression* expression, const mathexpr_char16* name, size_t length,
-                                           mathexpr_value** address) noexcept
+mathexpr_status mathexpr_get_variable_address_utf16(mathexpr_expression* expression, const mathexpr_char16* name,
+                                                    size_t length, mathexpr_value** address) noexcept
 {
     return getAddress<Utf16>(expression, name, length, address);
 }

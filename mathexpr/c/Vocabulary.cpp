@@ -59,7 +59,7 @@ mathexpr_status getItem(std::uint32_t index, typename Encoding::Item* item) noex
         typename Encoding::Item known{};
         known.kind = static_cast<std::uint32_t>(own.kind);
         known.family = static_cast<std::uint32_t>(own.family);
-        known.nb_args = own.nbArgs;
+        known.arg_count = own.nbArgs;
         known.precedence = own.precedence;
         known.unary = own.unary ? 1 : 0;
         known.constant = own.constant ? 1 : 0;

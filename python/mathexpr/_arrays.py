@@ -62,19 +62,19 @@ def evaluate_arrays(
             raise ValueError(f"the column {name!r} is no variable of the expression")
     if out is not None:
         _check(out, "out", writeable=True)
-    nb_rows = _number_of_rows(columns, out)
+    row_count = _number_of_rows(columns, out)
     if row_status is not None:
-        _check_row_status(row_status, nb_rows)
+        _check_row_status(row_status, row_count)
     with session:
         call = _Call(session, columns)
         if out is None:
-            out = np.empty((nb_rows, 3) if call.yields_points(nb_rows) else nb_rows)
+            out = np.empty((row_count, 3) if call.yields_points(row_count) else row_count)
         else:
             _check_overlap(columns, out)
-        nb_failed, first_failed, first_status = call.run(out, row_status, threads)
-        if nb_failed and strict:
+        failed_count, first_failed, first_status = call.run(out, row_status, threads)
+        if failed_count and strict:
             diagnostic = _diagnose(session.text.decode(), variables, columns, first_failed, first_status)
-            raise RowsError(diagnostic, out, nb_failed, first_failed)
+            raise RowsError(diagnostic, out, failed_count, first_failed)
     return out
 
 
@@ -100,11 +100,11 @@ def _number_of_rows(columns: Mapping[str, Column], out: NDArray[np.float64] | No
     return next(iter(lengths.values()))
 
 
-def _check_row_status(row_status: object, nb_rows: int) -> None:
+def _check_row_status(row_status: object, row_count: int) -> None:
     if not isinstance(row_status, np.ndarray) or row_status.dtype != np.uint32:
         raise TypeError("row_status is a NumPy array of uint32")
-    if row_status.shape != (nb_rows,):
-        raise ValueError(f"row_status has the shape ({nb_rows},), not {row_status.shape}")
+    if row_status.shape != (row_count,):
+        raise ValueError(f"row_status has the shape ({row_count},), not {row_status.shape}")
     if not row_status.flags.c_contiguous or not row_status.flags.writeable:
         raise ValueError("row_status is contiguous and not read-only")
 
@@ -156,21 +156,21 @@ class _Call:
         self._kept_alive += (name, values)
         return column
 
-    def yields_points(self, nb_rows: int) -> bool:
+    def yields_points(self, row_count: int) -> bool:
         """Whether the results are points. All rows that have a value have one of the same kind."""
         start, step = 0, 1
-        while start < nb_rows:
-            nb_tried = min(step, nb_rows - start)
-            records = np.empty(nb_tried, _RECORD)
-            status = np.empty(nb_tried, np.uint32)
+        while start < row_count:
+            tried_count = min(step, row_count - start)
+            records = np.empty(tried_count, _RECORD)
+            status = np.empty(tried_count, np.uint32)
             results = _library.Results(
                 kind=_library.RECORDS, data=_address(records), stride=records.strides[0], row_status=_address(status)
             )
-            self._evaluate(start, nb_tried, results, 1)
+            self._evaluate(start, tried_count, results, 1)
             kinds = records["type"][status == _library.ROW_DONE]
             if len(kinds):
                 return bool(kinds[0] == _library.POINT)
-            start, step = start + nb_tried, _ROWS_PER_TRIAL
+            start, step = start + tried_count, _ROWS_PER_TRIAL
         return False
 
     def run(
@@ -180,7 +180,7 @@ class _Call:
         threads: int,
     ) -> tuple[int, int, int]:
         """Fills `out`. Answers how many rows failed, which was the first, and its status."""
-        nb_failed, first_failed, first_status = 0, 0, _library.ROW_DONE
+        failed_count, first_failed, first_status = 0, 0, _library.ROW_DONE
         results = _library.Results(
             kind=_library.NUMBERS if out.ndim == 1 else _library.POINTS,
             stride=out.strides[0],
@@ -191,12 +191,12 @@ class _Call:
             if row_status is not None:
                 results.row_status = _address(row_status) + start * row_status.itemsize
             outcome = self._evaluate(start, min(len(out) - start, _ROWS_PER_CALL), results, threads)
-            if outcome.nb_failed and not nb_failed:
+            if outcome.failed_count and not failed_count:
                 first_failed, first_status = start + outcome.first_failed, outcome.first_status
-            nb_failed += outcome.nb_failed
-        return nb_failed, first_failed, first_status
+            failed_count += outcome.failed_count
+        return failed_count, first_failed, first_status
 
-    def _evaluate(self, start: int, nb_rows: int, results: _library.Results, threads: int) -> _library.Outcome:
+    def _evaluate(self, start: int, row_count: int, results: _library.Results, threads: int) -> _library.Outcome:
         columns = type(self._columns)(*self._columns)
         for column in columns:
             column.data += start * column.stride
@@ -205,7 +205,7 @@ class _Call:
             LIBRARY.mathexpr_evaluate_bulk_utf8,
             columns,
             len(columns),
-            nb_rows,
+            row_count,
             ctypes.byref(results),
             threads,
             ctypes.byref(outcome),

@@ -28,15 +28,15 @@ class Diagnostic:
     message: str  #: In the user's language, which the environment tells.
     message_number: int  #: 1 to 19; 0 where the library has no message for it.
     text: str  #: The expression, or the name, as it was given.
-    position: int = 0
+    start: int = 0
     length: int = 0  #: 0 where nothing in the text stands for the failure.
     kind: str = "refused"  #: "parsing", "definition" or "refused".
     code: int = 0  #: MATHEXPR_PARSING_... or MATHEXPR_DEFINITION_... of mathexpr.h.
-    item_name: str = ""  #: The token, symbol or text concerned.
-    conflict_name: str = ""  #: What stands in the way of a definition.
+    item: str = ""  #: The token, symbol or text concerned.
+    conflict: str = ""  #: What stands in the way of a definition.
     expected: int = 0  #: What would have been accepted: bits of MATHEXPR_EXPECTED_... of mathexpr.h.
-    nb_args: int = 0  #: How many arguments the item was given.
-    accepted_nb_args: tuple[int | None, ...] = ()  #: How many it takes, by overload; None is any number.
+    arg_count: int = 0  #: How many arguments the item was given.
+    accepted_arg_counts: tuple[int | None, ...] = ()  #: How many it takes, by overload; None is any number.
     suggestions: tuple[str, ...] = ()  #: For an unknown name: what may be meant, the nearest first.
 
     @property
@@ -47,7 +47,7 @@ class Diagnostic:
         1 + sine(30)
             ^^^^
         """
-        return f"{self.text.translate(_BLANKS)}\n{' ' * self.position}{'^' * max(self.length, 1)}"
+        return f"{self.text.translate(_BLANKS)}\n{' ' * self.start}{'^' * max(self.length, 1)}"
 
 
 class MathExprError(Exception):
@@ -57,7 +57,7 @@ class MathExprError(Exception):
     >>> try:
     ...     mathexpr.evaluate("1 + sine(30)")
     ... except mathexpr.MathExprError as error:
-    ...     print(error.code, error.position, error.length, error.suggestions)
+    ...     print(error.code, error.start, error.length, error.suggestions)
     10 4 4 ('sin', 'sinh')
     """
 
@@ -67,7 +67,7 @@ class MathExprError(Exception):
         self.message = diagnostic.message
         self.message_number = diagnostic.message_number
         self.text = diagnostic.text
-        self.position = diagnostic.position
+        self.start = diagnostic.start
         self.length = diagnostic.length
         self.code = diagnostic.code
         self.suggestions = diagnostic.suggestions
@@ -100,17 +100,17 @@ class RowsError(MathExprError):
     ``diagnostic`` tells of the first of them.
     """
 
-    def __init__(self, diagnostic: Diagnostic, values: NDArray[np.float64], nb_failed: int, first_failed: int) -> None:
+    def __init__(self, diagnostic: Diagnostic, values: NDArray[np.float64], failed_count: int, first_failed: int) -> None:
         super().__init__(diagnostic)
         self.values = values  #: All results, NaN where there is none.
-        self.nb_failed = nb_failed
+        self.failed_count = failed_count
         self.first_failed = first_failed  #: The first failed row, from 0.
 
     def __reduce__(self) -> tuple[Any, ...]:
-        return type(self), (self.diagnostic, self.values, self.nb_failed, self.first_failed)
+        return type(self), (self.diagnostic, self.values, self.failed_count, self.first_failed)
 
     def __str__(self) -> str:
-        failed = f"{self.nb_failed} of {len(self.values)} rows have no value"
+        failed = f"{self.failed_count} of {len(self.values)} rows have no value"
         return f"{failed}; row {self.first_failed}: {super().__str__()}"
 
 
@@ -122,22 +122,22 @@ def error_of_record(record: _library.DiagnosticRecord, utf8: bytes) -> MathExprE
     """The exception for what the library tells of a text."""
     kind, exception = _KINDS[record.kind]
     start, length = record.start, record.length
-    accepted = (record.accepted_nb_args[index] for index in range(record.nb_accepted_nb_args))
+    accepted = (record.accepted_arg_counts[index] for index in range(record.accepted_count))
     return exception(
         Diagnostic(
             message=record.text.decode(),
             message_number=record.message,
             text=utf8.decode(),
-            position=len(utf8[:start].decode()),
+            start=len(utf8[:start].decode()),
             length=len(utf8[start : start + length].decode()),
             kind=kind,
             code=record.code,
-            item_name=record.item_name.decode(),
-            conflict_name=record.conflict_name.decode(),
+            item=record.item.decode(),
+            conflict=record.conflict.decode(),
             expected=record.expected,
-            nb_args=record.nb_args,
-            accepted_nb_args=tuple(None if number == _library.ANY_NB_ARGS else number for number in accepted),
-            suggestions=tuple(record.suggestions[index].decode() for index in range(record.nb_suggestions)),
+            arg_count=record.arg_count,
+            accepted_arg_counts=tuple(None if number == _library.ANY_ARG_COUNT else number for number in accepted),
+            suggestions=tuple(record.suggestions[index].decode() for index in range(record.suggestion_count)),
         )
     )
 
@@ -159,7 +159,7 @@ def error_of_name(refusal: _library.NameRefusal, name: bytes) -> VariableNameErr
             message=_NAME_REFUSALS[refusal.code],
             message_number=0,
             text=name.decode(),
-            position=len(name[:start].decode()),
+            start=len(name[:start].decode()),
             length=len(name[start : start + length].decode()),
             kind="definition",
             code=refusal.code,

@@ -22,11 +22,11 @@ if TYPE_CHECKING:
 
 
 class Limits(NamedTuple):
-    """The greatest text that is accepted; 0 is no limit."""
+    """Upper bounds on an accepted text; 0 is no limit."""
 
-    text_length: int = 0  #: Characters as typed.
-    records: int = 0  #: Values, operators and function calls, each as often as it stands in the text.
-    nesting: int = 0  #: Things open at one place: brackets, and operators before an operand.
+    max_text_length: int = 0  #: Characters as typed.
+    max_records: int = 0  #: Values, operators and function calls, each as often as it stands in the text.
+    max_nesting: int = 0  #: Nesting depth: brackets, and operators before an operand.
 
 
 class Expression:
@@ -164,7 +164,7 @@ class Expression:
     def limits(self) -> Limits:
         """The limits, in force from the next text that is compiled.
 
-        >>> expression = Expression(limits=Limits(nesting=3))
+        >>> expression = Expression(limits=Limits(max_nesting=3))
         >>> expression.evaluate("1+((((2))))")
         Traceback (most recent call last):
         mathexpr.ParsingError: The expression is not valid: check its operators, brackets, commas and names.
@@ -173,7 +173,7 @@ class Expression:
         """
         record = _library.LimitsRecord()
         self._session.call(LIBRARY.mathexpr_get_limits, ctypes.byref(record))
-        return Limits(record.text_length, record.records, record.nesting)
+        return Limits(record.max_text_length, record.max_records, record.max_nesting)
 
     @limits.setter
     def limits(self, limits: Limits) -> None:

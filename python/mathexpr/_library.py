@@ -29,7 +29,7 @@ from ctypes import (
 from pathlib import Path
 
 ABI_VERSION = 1
-ANY_NB_ARGS = 0xFFFFFFFF
+ANY_ARG_COUNT = 0xFFFFFFFF
 EXACT_DIGITS = 0
 VALUE_TEXT_CAPACITY = 1024
 
@@ -117,7 +117,7 @@ class Options(Sized):
 class LimitsRecord(Sized):
     """mathexpr_limits."""
 
-    _fields_ = [("size", c_uint32), ("text_length", c_uint32), ("records", c_uint32), ("nesting", c_uint32)]
+    _fields_ = [("size", c_uint32), ("max_text_length", c_uint32), ("max_records", c_uint32), ("max_nesting", c_uint32)]
 
 
 class DiagnosticRecord(Sized):
@@ -132,23 +132,23 @@ class DiagnosticRecord(Sized):
         ("length", c_size_t),
         ("text", c_char_p),
         ("text_length", c_size_t),
-        ("item_name", c_char_p),
-        ("item_name_length", c_size_t),
-        ("conflict_name", c_char_p),
-        ("conflict_name_length", c_size_t),
+        ("item", c_char_p),
+        ("item_length", c_size_t),
+        ("conflict", c_char_p),
+        ("conflict_length", c_size_t),
         ("expected", c_uint32),
-        ("nb_args", c_uint32),
-        ("accepted_nb_args", POINTER(c_uint32)),
-        ("nb_accepted_nb_args", c_size_t),
+        ("arg_count", c_uint32),
+        ("accepted_arg_counts", POINTER(c_uint32)),
+        ("accepted_count", c_size_t),
         ("suggestions", POINTER(c_char_p)),
-        ("nb_suggestions", c_size_t),
+        ("suggestion_count", c_size_t),
     ]
 
 
 class NamesRecord(Sized):
     """mathexpr_names_utf8."""
 
-    _fields_ = [("size", c_uint32), ("reserved", c_uint32), ("names", POINTER(c_char_p)), ("nb_names", c_size_t)]
+    _fields_ = [("size", c_uint32), ("reserved", c_uint32), ("names", POINTER(c_char_p)), ("name_count", c_size_t)]
 
 
 class NameRefusal(Sized):
@@ -164,7 +164,7 @@ class VocabularyRecord(Sized):
         ("size", c_uint32),
         ("kind", c_uint32),
         ("family", c_uint32),
-        ("nb_args", c_uint32),
+        ("arg_count", c_uint32),
         ("precedence", c_int32),
         ("unary", c_uint32),
         ("constant", c_uint32),
@@ -210,7 +210,7 @@ class Outcome(Sized):
         ("size", c_uint32),
         ("error", c_uint32),
         ("column", c_size_t),
-        ("nb_failed", c_size_t),
+        ("failed_count", c_size_t),
         ("first_failed", c_size_t),
         ("first_status", c_uint32),
         ("reserved", c_uint32),

@@ -111,7 +111,7 @@ class Session:
         with self:
             record = _library.NamesRecord()
             self.call(LIBRARY.mathexpr_get_names_utf8, which, ctypes.byref(record))
-            return [record.names[index].decode() for index in range(record.nb_names)]
+            return [record.names[index].decode() for index in range(record.name_count)]
 
     def close(self) -> None:
         """Destroys the handle; a closed one stays closed."""

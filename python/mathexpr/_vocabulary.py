@@ -25,7 +25,7 @@ class VocabularyItem(NamedTuple):
     symbol: str  #: As written in an expression. Overloads share it, as do two operators "-".
     help: str  #: The usage, such as "sin(x)"; empty for a constant.
     description: str  #: One line; empty for a constant.
-    nb_args: int | None  #: Arguments or operands; None for any number.
+    arg_count: int | None  #: Arguments or operands; None for any number.
     precedence: int  #: Of an operator, 0 to 4, the higher one binding tighter.
     unary: bool  #: An operator written before its one operand.
     pure: bool  #: The result depends on the arguments alone.
@@ -53,7 +53,7 @@ def vocabulary() -> tuple[VocabularyItem, ...]:
                 symbol=record.symbol.decode(),
                 help=record.help.decode(),
                 description=record.description.decode(),
-                nb_args=None if record.nb_args == _library.ANY_NB_ARGS else record.nb_args,
+                arg_count=None if record.arg_count == _library.ANY_ARG_COUNT else record.arg_count,
                 precedence=record.precedence,
                 unary=bool(record.unary),
                 pure=bool(record.constant),

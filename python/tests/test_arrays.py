@@ -80,8 +80,8 @@ def test_the_results_may_replace_a_column():
 
 
 def test_nothing_is_copied():
-    nb_rows = 1_000_000
-    xs, out, status = np.linspace(0, 1, nb_rows), np.empty(nb_rows), np.empty(nb_rows, np.uint32)
+    row_count = 1_000_000
+    xs, out, status = np.linspace(0, 1, row_count), np.empty(row_count), np.empty(row_count, np.uint32)
     before = out.__array_interface__["data"][0]
     expression = two_times()
     expression.evaluate_arrays({"x": xs[:10]}, out=out[:10])  # what is imported late is there now
@@ -109,15 +109,15 @@ def test_without_out_only_the_results_are_made():
 
 
 def test_more_rows_than_go_into_one_call():
-    nb_rows = (1 << 21) + 5
-    xs = np.arange(nb_rows, dtype=float)
-    xs[[1 << 20, nb_rows - 1]] = -1
-    status = np.full(nb_rows, 99, np.uint32)
+    row_count = (1 << 21) + 5
+    xs = np.arange(row_count, dtype=float)
+    xs[[1 << 20, row_count - 1]] = -1
+    status = np.full(row_count, 99, np.uint32)
     with pytest.raises(mathexpr.RowsError) as caught:
         mathexpr.evaluate_arrays("sqrt(x+1)", {"x": xs}, row_status=status, threads=2)
-    assert caught.value.nb_failed == 2 and caught.value.first_failed == 1 << 20
-    assert np.flatnonzero(status).tolist() == [1 << 20, nb_rows - 1]
-    assert caught.value.values[nb_rows - 2] == np.sqrt(nb_rows - 1.0)
+    assert caught.value.failed_count == 2 and caught.value.first_failed == 1 << 20
+    assert np.flatnonzero(status).tolist() == [1 << 20, row_count - 1]
+    assert caught.value.values[row_count - 2] == np.sqrt(row_count - 1.0)
 
 
 def test_rows_without_a_value():
@@ -126,7 +126,7 @@ def test_rows_without_a_value():
     with pytest.raises(mathexpr.RowsError) as caught:
         expression.evaluate_arrays({"x": xs}, row_status=status)
     error = caught.value
-    assert (error.nb_failed, error.first_failed, error.message_number, error.position) == (2, 1, 8, 0)
+    assert (error.failed_count, error.first_failed, error.message_number, error.start) == (2, 1, 8, 0)
     assert error.values[0] == 1 and np.isnan(error.values[1:3]).all() and error.values[3] == 2
     assert status.tolist() == [0, 8, 8, 0]
     assert str(error).startswith("2 of 4 rows have no value; row 1: ") and str(error).endswith("\nln(x)+k\n^^")
@@ -257,15 +257,15 @@ def test_refused_calls():
 
 
 def test_an_interrupt_ends_a_long_evaluation_between_two_calls():
-    nb_rows = 12 << 20
-    out = np.full(nb_rows, 7.0)
+    row_count = 12 << 20
+    out = np.full(row_count, 7.0)
     long = Expression("+".join(["sin(x)^1.5"] * 8), {"x": 0})
     interrupt = threading.Timer(0.1, os.kill, (os.getpid(), signal.SIGINT))
     before = signal.signal(signal.SIGINT, signal.default_int_handler)  # a shell's background jobs ignore it
     try:
         interrupt.start()
         with pytest.raises(KeyboardInterrupt):
-            long.evaluate_arrays({"x": np.broadcast_to(1.0, nb_rows)}, out=out)
+            long.evaluate_arrays({"x": np.broadcast_to(1.0, row_count)}, out=out)
         interrupt.join()
     finally:
         signal.signal(signal.SIGINT, before)

@@ -97,9 +97,9 @@ def test_a_worker_that_is_killed_in_the_middle(client, table, tmp_path):
 
     killer = threading.Thread(target=kill)
     killer.start()
-    nb_rows = partitioned.run(client, table, tmp_path / "result", "width*height", compute)
+    row_count = partitioned.run(client, table, tmp_path / "result", "width*height", compute)
     killer.join()
-    assert nb_rows == NB_PARTS * ROWS_PER_PART and begun.exists()
+    assert row_count == NB_PARTS * ROWS_PER_PART and begun.exists()
     check(tmp_path / "result", table)
 
 
@@ -123,7 +123,7 @@ def test_a_partition_that_kills_every_worker(client, table, tmp_path):
 def test_a_row_without_a_value(client, table, tmp_path):
     with pytest.raises(mathexpr.RowsError, match="ln needs a number greater than 0") as caught:
         partitioned.run(client, table, tmp_path / "result", "width+ln(8-width)")
-    assert caught.value.nb_failed > 1 and caught.value.position == 6
+    assert caught.value.failed_count > 1 and caught.value.start == 6
     assert left_behind(tmp_path) == ["table"]
 
 

@@ -19,8 +19,8 @@ def failure(text, variables=None):
 def test_an_unknown_function():
     error = failure("1 + sine(30)")
     assert type(error) is mathexpr.ParsingError
-    assert (error.code, error.message_number, error.position, error.length) == (10, 4, 4, 4)
-    assert error.diagnostic.kind == "parsing" and error.diagnostic.item_name == "sine"
+    assert (error.code, error.message_number, error.start, error.length) == (10, 4, 4, 4)
+    assert error.diagnostic.kind == "parsing" and error.diagnostic.item == "sine"
     assert error.suggestions == ("sin", "sinh")
     assert str(error) == (
         "What stands before ( is not a function: check its name, or write * to multiply.\n"
@@ -33,23 +33,23 @@ def test_an_unknown_function():
 def test_an_item_that_refuses():
     error = failure("2 * ln(x)", {"x": -1})
     assert type(error) is mathexpr.RefusedError
-    assert (error.message_number, error.position, error.length) == (8, 4, 2) and error.diagnostic.kind == "refused"
+    assert (error.message_number, error.start, error.length) == (8, 4, 2) and error.diagnostic.kind == "refused"
 
 
 def test_a_name_that_is_assigned_to():
     error = failure("pi = 3")
     assert type(error) is mathexpr.DefinitionError
-    assert error.code == 14 and error.position == 0 and error.diagnostic.conflict_name == "pi"
+    assert error.code == 14 and error.start == 0 and error.diagnostic.conflict == "pi"
 
 
 def test_a_count_of_arguments():
     diagnostic = failure("dist([1,2,3])").diagnostic
-    assert diagnostic.code == 7 and diagnostic.nb_args == 1 and diagnostic.accepted_nb_args == (2,)
+    assert diagnostic.code == 7 and diagnostic.arg_count == 1 and diagnostic.accepted_arg_counts == (2,)
 
 
 def test_positions_count_characters_whatever_they_take():
     error = failure("\u03bb + \U0001d706 + sine(1)", {"\u03bb": 1, "\U0001d706": 2})
-    assert (error.position, error.length) == (8, 4)
+    assert (error.start, error.length) == (8, 4)
     assert error.caret.endswith("\n        ^^^^")
 
 
@@ -71,7 +71,7 @@ def test_a_name_that_cannot_be_a_variable(name, code, position, length):
     with pytest.raises(mathexpr.VariableNameError) as caught:
         expression.variables[name] = 3
     error = caught.value
-    assert isinstance(error, ValueError) and (error.code, error.position, error.length) == (code, position, length)
+    assert isinstance(error, ValueError) and (error.code, error.start, error.length) == (code, position, length)
     assert expression.variables == {"r": 1} and expression.evaluate() == 1
 
 
@@ -88,5 +88,5 @@ def test_exceptions_travel():
     with pytest.raises(mathexpr.RowsError) as caught:
         mathexpr.evaluate_arrays("ln(x)", {"x": np.array([1.0, 0.0])})
     again = pickle.loads(pickle.dumps(caught.value))
-    assert again.nb_failed == 1 and again.first_failed == 1 and np.isnan(again.values[1]) and again.values[0] == 0
+    assert again.failed_count == 1 and again.first_failed == 1 and np.isnan(again.values[1]) and again.values[0] == 0
     assert str(again) == str(caught.value)

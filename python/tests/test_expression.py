@@ -205,7 +205,7 @@ def test_the_resolver_may_read_the_expression_and_not_change_it():
 
 
 def test_limits():
-    expression = Expression(limits=Limits(text_length=10, records=5, nesting=2))
+    expression = Expression(limits=Limits(max_text_length=10, max_records=5, max_nesting=2))
     assert expression.limits == Limits(10, 5, 2)
     with pytest.raises(mathexpr.ParsingError) as caught:
         expression.evaluate("1+2+3+4+5+6")
@@ -213,8 +213,8 @@ def test_limits():
     expression.limits = Limits()
     assert expression.evaluate("1+2+3+4+5+6") == 21
     for limit in (-1, 1 << 32):
-        with pytest.raises(ValueError, match="the limit records is"):
-            expression.limits = Limits(records=limit)
+        with pytest.raises(ValueError, match="the limit max_records is"):
+            expression.limits = Limits(max_records=limit)
     assert expression.limits == Limits()
 
 
@@ -290,7 +290,7 @@ def test_the_vocabulary():
         by_symbol.setdefault(item.symbol, []).append(item)
     assert by_symbol["pi"][0].value == 3.14159265359 and by_symbol["pi"][0].kind == "constant"
     assert [item.unary for item in by_symbol["-"]] in ([True, False], [False, True])
-    assert by_symbol["dist"][0].family == "geometry" and by_symbol["dist"][0].nb_args == 2
-    assert by_symbol["sum"][0].nb_args is None and not by_symbol["rand"][0].pure
+    assert by_symbol["dist"][0].family == "geometry" and by_symbol["dist"][0].arg_count == 2
+    assert by_symbol["sum"][0].arg_count is None and not by_symbol["rand"][0].pure
     assert {item.kind for item in items} == {"constant", "operator", "function"}
     assert len({item.family for item in items}) == 8

@@ -23,5 +23,5 @@ def values() -> None:
 
 
 def errors(error: mathexpr.MathExprError) -> None:
-    assert_type(error.position, int)
+    assert_type(error.start, int)
     assert_type(error.suggestions, tuple[str, ...])

@@ -389,11 +389,11 @@ TEST(Failures, CountsOfArgumentsAreThoseOfAllOverloads)
 {
     Session session(true);
     session.run(L"rand(1)");
-    EXPECT_EQ(session.diagnostic().acceptedNbArgs, (std::vector<std::uint32_t>{0, 2}));
+    EXPECT_EQ(session.diagnostic().acceptedArgCounts, (std::vector<std::uint32_t>{0, 2}));
     session.run(L"dist([1,2])");
-    EXPECT_EQ(session.diagnostic().acceptedNbArgs, std::vector<std::uint32_t>{2});
+    EXPECT_EQ(session.diagnostic().acceptedArgCounts, std::vector<std::uint32_t>{2});
     session.run(L"1/0");
-    EXPECT_EQ(session.diagnostic().acceptedNbArgs, std::vector<std::uint32_t>{});
+    EXPECT_EQ(session.diagnostic().acceptedArgCounts, std::vector<std::uint32_t>{});
 }
 
 TEST(Failures, ConflictIsTold)

@@ -200,7 +200,7 @@ TEST(Memory, RunsOutWhileVariablesAreUsed)
     });
     runOutOfMemory(MATHEXPR_EXPRESSION, name.c_str(), [](mathexpr_expression* expression) {
         mathexpr_value* address = nullptr;
-        return mathexpr_get_address_utf8(expression, name.c_str(), zt, &address);
+        return mathexpr_get_variable_address_utf8(expression, name.c_str(), zt, &address);
     });
 }
 

@@ -117,8 +117,8 @@ void test_numbers(void)
     CHECK_EQUAL(MATHEXPR_BULK_RESULTS_DATA, 11);
     CHECK_EQUAL(MATHEXPR_BULK_RESULTS_ALIGNMENT, 12);
     CHECK_EQUAL(MATHEXPR_BULK_RESULTS_OVERLAP, 13);
-    CHECK_EQUAL(MATHEXPR_ANY_NB_ARGS, 0xFFFFFFFF);
-    CHECK_EQUAL(MATHEXPR_GREATEST_SIZE, 4096);
+    CHECK_EQUAL(MATHEXPR_ANY_ARG_COUNT, 0xFFFFFFFF);
+    CHECK_EQUAL(MATHEXPR_MAX_STRUCT_SIZE, 4096);
     CHECK_EQUAL(MATHEXPR_EXACT_DIGITS, 0);
     CHECK_EQUAL(MATHEXPR_VALUE_TEXT_CAPACITY, 1024);
     CHECK(MATHEXPR_ZERO_TERMINATED == (size_t)-1);
@@ -167,9 +167,9 @@ void test_layouts(void)
 
     CHECK_EQUAL(sizeof(mathexpr_limits), 16);
     MEMBER(mathexpr_limits, size, 0);
-    MEMBER(mathexpr_limits, text_length, 4);
-    MEMBER(mathexpr_limits, records, 8);
-    MEMBER(mathexpr_limits, nesting, 12);
+    MEMBER(mathexpr_limits, max_text_length, 4);
+    MEMBER(mathexpr_limits, max_records, 8);
+    MEMBER(mathexpr_limits, max_nesting, 12);
 
     CHECK_EQUAL(sizeof(mathexpr_diagnostic_utf8), 120);
     MEMBER(mathexpr_diagnostic_utf8, size, 0);
@@ -180,16 +180,16 @@ void test_layouts(void)
     MEMBER(mathexpr_diagnostic_utf8, length, 24);
     MEMBER(mathexpr_diagnostic_utf8, text, 32);
     MEMBER(mathexpr_diagnostic_utf8, text_length, 40);
-    MEMBER(mathexpr_diagnostic_utf8, item_name, 48);
-    MEMBER(mathexpr_diagnostic_utf8, item_name_length, 56);
-    MEMBER(mathexpr_diagnostic_utf8, conflict_name, 64);
-    MEMBER(mathexpr_diagnostic_utf8, conflict_name_length, 72);
+    MEMBER(mathexpr_diagnostic_utf8, item, 48);
+    MEMBER(mathexpr_diagnostic_utf8, item_length, 56);
+    MEMBER(mathexpr_diagnostic_utf8, conflict, 64);
+    MEMBER(mathexpr_diagnostic_utf8, conflict_length, 72);
     MEMBER(mathexpr_diagnostic_utf8, expected, 80);
-    MEMBER(mathexpr_diagnostic_utf8, nb_args, 84);
-    MEMBER(mathexpr_diagnostic_utf8, accepted_nb_args, 88);
-    MEMBER(mathexpr_diagnostic_utf8, nb_accepted_nb_args, 96);
+    MEMBER(mathexpr_diagnostic_utf8, arg_count, 84);
+    MEMBER(mathexpr_diagnostic_utf8, accepted_arg_counts, 88);
+    MEMBER(mathexpr_diagnostic_utf8, accepted_count, 96);
     MEMBER(mathexpr_diagnostic_utf8, suggestions, 104);
-    MEMBER(mathexpr_diagnostic_utf8, nb_suggestions, 112);
+    MEMBER(mathexpr_diagnostic_utf8, suggestion_count, 112);
 
     CHECK_EQUAL(sizeof(mathexpr_diagnostic_utf16), 120);
     MEMBER(mathexpr_diagnostic_utf16, size, 0);
@@ -200,28 +200,28 @@ void test_layouts(void)
     MEMBER(mathexpr_diagnostic_utf16, length, 24);
     MEMBER(mathexpr_diagnostic_utf16, text, 32);
     MEMBER(mathexpr_diagnostic_utf16, text_length, 40);
-    MEMBER(mathexpr_diagnostic_utf16, item_name, 48);
-    MEMBER(mathexpr_diagnostic_utf16, item_name_length, 56);
-    MEMBER(mathexpr_diagnostic_utf16, conflict_name, 64);
-    MEMBER(mathexpr_diagnostic_utf16, conflict_name_length, 72);
+    MEMBER(mathexpr_diagnostic_utf16, item, 48);
+    MEMBER(mathexpr_diagnostic_utf16, item_length, 56);
+    MEMBER(mathexpr_diagnostic_utf16, conflict, 64);
+    MEMBER(mathexpr_diagnostic_utf16, conflict_length, 72);
     MEMBER(mathexpr_diagnostic_utf16, expected, 80);
-    MEMBER(mathexpr_diagnostic_utf16, nb_args, 84);
-    MEMBER(mathexpr_diagnostic_utf16, accepted_nb_args, 88);
-    MEMBER(mathexpr_diagnostic_utf16, nb_accepted_nb_args, 96);
+    MEMBER(mathexpr_diagnostic_utf16, arg_count, 84);
+    MEMBER(mathexpr_diagnostic_utf16, accepted_arg_counts, 88);
+    MEMBER(mathexpr_diagnostic_utf16, accepted_count, 96);
     MEMBER(mathexpr_diagnostic_utf16, suggestions, 104);
-    MEMBER(mathexpr_diagnostic_utf16, nb_suggestions, 112);
+    MEMBER(mathexpr_diagnostic_utf16, suggestion_count, 112);
 
     CHECK_EQUAL(sizeof(mathexpr_names_utf8), 24);
     MEMBER(mathexpr_names_utf8, size, 0);
     MEMBER(mathexpr_names_utf8, reserved, 4);
     MEMBER(mathexpr_names_utf8, names, 8);
-    MEMBER(mathexpr_names_utf8, nb_names, 16);
+    MEMBER(mathexpr_names_utf8, name_count, 16);
 
     CHECK_EQUAL(sizeof(mathexpr_names_utf16), 24);
     MEMBER(mathexpr_names_utf16, size, 0);
     MEMBER(mathexpr_names_utf16, reserved, 4);
     MEMBER(mathexpr_names_utf16, names, 8);
-    MEMBER(mathexpr_names_utf16, nb_names, 16);
+    MEMBER(mathexpr_names_utf16, name_count, 16);
 
     CHECK_EQUAL(sizeof(mathexpr_name_refusal), 24);
     MEMBER(mathexpr_name_refusal, size, 0);
@@ -233,7 +233,7 @@ void test_layouts(void)
     MEMBER(mathexpr_vocabulary_item_utf8, size, 0);
     MEMBER(mathexpr_vocabulary_item_utf8, kind, 4);
     MEMBER(mathexpr_vocabulary_item_utf8, family, 8);
-    MEMBER(mathexpr_vocabulary_item_utf8, nb_args, 12);
+    MEMBER(mathexpr_vocabulary_item_utf8, arg_count, 12);
     MEMBER(mathexpr_vocabulary_item_utf8, precedence, 16);
     MEMBER(mathexpr_vocabulary_item_utf8, unary, 20);
     MEMBER(mathexpr_vocabulary_item_utf8, constant, 24);
@@ -247,7 +247,7 @@ void test_layouts(void)
     MEMBER(mathexpr_vocabulary_item_utf16, size, 0);
     MEMBER(mathexpr_vocabulary_item_utf16, kind, 4);
     MEMBER(mathexpr_vocabulary_item_utf16, family, 8);
-    MEMBER(mathexpr_vocabulary_item_utf16, nb_args, 12);
+    MEMBER(mathexpr_vocabulary_item_utf16, arg_count, 12);
     MEMBER(mathexpr_vocabulary_item_utf16, precedence, 16);
     MEMBER(mathexpr_vocabulary_item_utf16, unary, 20);
     MEMBER(mathexpr_vocabulary_item_utf16, constant, 24);
@@ -287,7 +287,7 @@ void test_layouts(void)
     MEMBER(mathexpr_bulk_outcome, size, 0);
     MEMBER(mathexpr_bulk_outcome, error, 4);
     MEMBER(mathexpr_bulk_outcome, column, 8);
-    MEMBER(mathexpr_bulk_outcome, nb_failed, 16);
+    MEMBER(mathexpr_bulk_outcome, failed_count, 16);
     MEMBER(mathexpr_bulk_outcome, first_failed, 24);
     MEMBER(mathexpr_bulk_outcome, first_status, 32);
     MEMBER(mathexpr_bulk_outcome, reserved, 36);

@@ -53,7 +53,7 @@ void test_bulk(void)
     mathexpr_bulk_outcome outcome = {sizeof(outcome), 77, 77, 77, 77, 77, 77};
     const mathexpr_value one = number(1);
     const double step = 0.25;
-    uint32_t nb_threads = 0;
+    uint32_t thread_count = 0;
     int row = 0;
 
     for (row = 0; row < NB_ROWS; ++row)
@@ -69,12 +69,12 @@ void test_bulk(void)
     columns[0] = column("\xC3\xA4", MATHEXPR_NUMBERS, xs, sizeof(double));
     columns[1] = column("STEP+++", MATHEXPR_NUMBERS, &step, 0);
     columns[1].name_length = 4;
-    for (nb_threads = 0; nb_threads <= 2; ++nb_threads)
+    for (thread_count = 0; thread_count <= 2; ++thread_count)
     {
         memset(found, 0, sizeof(found));
-        CHECK_OK(mathexpr_evaluate_bulk_utf8(expression, columns, 2, NB_ROWS, &results, nb_threads, &outcome));
+        CHECK_OK(mathexpr_evaluate_bulk_utf8(expression, columns, 2, NB_ROWS, &results, thread_count, &outcome));
         CHECK_EQUAL(outcome.error, MATHEXPR_BULK_NONE);
-        CHECK_EQUAL(outcome.nb_failed, 0);
+        CHECK_EQUAL(outcome.failed_count, 0);
         CHECK_EQUAL(outcome.reserved, 0);
         for (row = 0; row < NB_ROWS; ++row)
         {
@@ -144,7 +144,7 @@ void test_bulk_failed_rows(void)
     CHECK_OK(mathexpr_set_expression_utf8(expression, "1/x", ZT));
     CHECK_OK(mathexpr_evaluate_bulk_utf8(expression, &x, 1, 4, &results, 1, &outcome));
     CHECK_EQUAL(outcome.error, MATHEXPR_BULK_NONE);
-    CHECK_EQUAL(outcome.nb_failed, 2);
+    CHECK_EQUAL(outcome.failed_count, 2);
     CHECK_EQUAL(outcome.first_failed, 1);
     CHECK_EQUAL(outcome.first_status, 10);
     CHECK_NUMBER(found[0], 1.0);
@@ -158,7 +158,7 @@ void test_bulk_failed_rows(void)
 
     CHECK_OK(mathexpr_set_expression_utf8(expression, "[x,0,0]", ZT));
     CHECK_OK(mathexpr_evaluate_bulk_utf8(expression, &x, 1, 4, &results, 1, &outcome));
-    CHECK_EQUAL(outcome.nb_failed, 4);
+    CHECK_EQUAL(outcome.failed_count, 4);
     CHECK_EQUAL(outcome.first_status, MATHEXPR_ROW_OTHER_KIND);
     CHECK_OK(mathexpr_destroy(expression));
 }
@@ -174,15 +174,15 @@ void test_bulk_refused(void)
     mathexpr_bulk_outcome outcome = {sizeof(outcome), 77, 77, 77, 77, 77, 77};
     const mathexpr_value one = number(1);
 
-#define REFUSED(columns, nb_columns, reason, at)                                                                       \
+#define REFUSED(columns, column_count, reason, at)                                                                     \
     do                                                                                                                 \
     {                                                                                                                  \
         outcome.error = outcome.first_status = 77;                                                                     \
-        CHECK_STATUS(mathexpr_evaluate_bulk_utf8(expression, columns, nb_columns, 2, &results, 1, &outcome),           \
+        CHECK_STATUS(mathexpr_evaluate_bulk_utf8(expression, columns, column_count, 2, &results, 1, &outcome),         \
                      MATHEXPR_BULK_REFUSED);                                                                           \
         CHECK_EQUAL(outcome.error, reason);                                                                            \
         CHECK_EQUAL(outcome.column, at);                                                                               \
-        CHECK_EQUAL(outcome.nb_failed, 0);                                                                             \
+        CHECK_EQUAL(outcome.failed_count, 0);                                                                          \
     } while (0)
 
     CHECK_OK(mathexpr_set_variable_utf8(expression, "x", ZT, &one, NULL));

@@ -22,14 +22,14 @@ struct host
 {
     int32_t answer;
     mathexpr_value value;
-    int nb_asked;
+    int asked_count;
     char last[32];
 };
 
 static int32_t lookup(void* context, const char* name, size_t length, mathexpr_value* value)
 {
     struct host* const host = (struct host*)context;
-    ++host->nb_asked;
+    ++host->asked_count;
     CHECK_EQUAL(strlen(name), length);
     CHECK_EQUAL(value->type, MATHEXPR_NUMBER);
     CHECK_NUMBER(value->x, 0.0);
@@ -44,7 +44,7 @@ static int32_t lookup(void* context, const char* name, size_t length, mathexpr_v
 static int32_t lookup16(void* context, const mathexpr_char16* name, size_t length, mathexpr_value* value)
 {
     struct host* const host = (struct host*)context;
-    ++host->nb_asked;
+    ++host->asked_count;
     CHECK_EQUAL(name[length], 0);
     CHECK_EQUAL(length, 3);
     CHECK_EQUAL(name[0], 0xD83D);
@@ -75,10 +75,10 @@ void test_lookup(void)
     CHECK_OK(mathexpr_evaluate_text_utf8(expression, "Width\xC3\xA4*2", ZT, &value));
     CHECK_NUMBER(value.x, 5.0);
     CHECK_TEXT(host.last, "Width\xC3\xA4");
-    CHECK_EQUAL(host.nb_asked, 1);
+    CHECK_EQUAL(host.asked_count, 1);
     CHECK_OK(mathexpr_evaluate_text_utf8(expression, "width\xC3\xA4+1", ZT, &value));
     CHECK_NUMBER(value.x, 3.5);
-    CHECK_EQUAL(host.nb_asked, 1);
+    CHECK_EQUAL(host.asked_count, 1);
 
     host.value = point(1, 2, 3);
     CHECK_OK(mathexpr_evaluate_text_utf8(expression, "corner*2", ZT, &value));
@@ -109,12 +109,12 @@ void test_lookup_utf16(void)
     CHECK_OK(mathexpr_create_utf16(&options, &expression));
     CHECK_OK(mathexpr_evaluate_text_utf16(expression, text, ZT, &value));
     CHECK_NUMBER(value.x, 8.0);
-    CHECK_EQUAL(host.nb_asked, 1);
+    CHECK_EQUAL(host.asked_count, 1);
     CHECK_OK(mathexpr_remove_variable_utf16(expression, text + 2, ZT));
     /* The encoding of the text does not matter. */
     CHECK_OK(mathexpr_evaluate_text_utf8(expression, "3*\xF0\x9F\x98\x80x", ZT, &value));
     CHECK_NUMBER(value.x, 12.0);
-    CHECK_EQUAL(host.nb_asked, 2);
+    CHECK_EQUAL(host.asked_count, 2);
     CHECK_OK(mathexpr_destroy(expression));
 }
 
@@ -126,7 +126,7 @@ void test_refused_lookup(void)
     int32_t failed = 1;
 
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "a+b", ZT), MATHEXPR_HOST_CALLBACK_REFUSED);
-    CHECK_EQUAL(host.nb_asked, 1);
+    CHECK_EQUAL(host.asked_count, 1);
     CHECK_STATUS(mathexpr_evaluate(expression, &value), MATHEXPR_NO_PROGRAM);
     CHECK_OK(mathexpr_has_failed(expression, &failed));
     CHECK_EQUAL(failed, 0);
@@ -157,7 +157,7 @@ void test_refused_lookup(void)
 struct screen
 {
     mathexpr_expression* expression;
-    int nb_messages;
+    int message_count;
     uint32_t last_id;
     char last[256];
 };
@@ -166,7 +166,7 @@ static void show(void* context, uint32_t id, const char* text, size_t length)
 {
     struct screen* const screen = (struct screen*)context;
     mathexpr_diagnostic_utf8 diagnostic = {0};
-    ++screen->nb_messages;
+    ++screen->message_count;
     screen->last_id = id;
     CHECK_EQUAL(strlen(text), length);
     if (length < sizeof(screen->last))
@@ -202,35 +202,35 @@ void test_messages(void)
     options.show_message = show;
     CHECK_OK(mathexpr_create_utf8(&options, &screen.expression));
     CHECK_STATUS(mathexpr_set_expression_utf8(screen.expression, "1+unk", ZT), MATHEXPR_PARSING_ERROR);
-    CHECK_EQUAL(screen.nb_messages, 1);
+    CHECK_EQUAL(screen.message_count, 1);
     CHECK_EQUAL(screen.last_id, 1);
     check_told(&screen, 2);
     CHECK_OK(mathexpr_set_variable_utf8(screen.expression, "zero", ZT, &zero, NULL));
     CHECK_OK(mathexpr_set_expression_utf8(screen.expression, "1/zero", ZT));
-    CHECK_EQUAL(screen.nb_messages, 1);
+    CHECK_EQUAL(screen.message_count, 1);
     CHECK_STATUS(mathexpr_evaluate(screen.expression, &value), MATHEXPR_REFUSED);
-    CHECK_EQUAL(screen.nb_messages, 2);
+    CHECK_EQUAL(screen.message_count, 2);
     CHECK_EQUAL(screen.last_id, 10);
     check_told(&screen, 1);
     CHECK_STATUS(mathexpr_evaluate_text_utf8(screen.expression, "pi=1", ZT, &value), MATHEXPR_DEFINITION_ERROR);
-    CHECK_EQUAL(screen.nb_messages, 3);
+    CHECK_EQUAL(screen.message_count, 3);
     CHECK_EQUAL(screen.last_id, 3);
     check_told(&screen, 0);
     CHECK_OK(mathexpr_destroy(screen.expression));
 
     /* Without the flag only the integer that is too large is shown. */
     options.flags = 0;
-    screen.nb_messages = 0;
+    screen.message_count = 0;
     CHECK_OK(mathexpr_create_utf8(&options, &screen.expression));
     CHECK_STATUS(mathexpr_set_expression_utf8(screen.expression, "1+unk", ZT), MATHEXPR_PARSING_ERROR);
-    CHECK_EQUAL(screen.nb_messages, 0);
+    CHECK_EQUAL(screen.message_count, 0);
     CHECK_OK(mathexpr_destroy(screen.expression));
 }
 
 static void show16(void* context, uint32_t id, const mathexpr_char16* text, size_t length)
 {
     struct screen* const screen = (struct screen*)context;
-    ++screen->nb_messages;
+    ++screen->message_count;
     screen->last_id = id;
     CHECK(length > 0);
     CHECK_EQUAL(text[length], 0);
@@ -247,7 +247,7 @@ void test_messages_utf16(void)
     options.show_message = show16;
     CHECK_OK(mathexpr_create_utf16(&options, &screen.expression));
     CHECK_STATUS(mathexpr_set_expression_utf8(screen.expression, "(1", ZT), MATHEXPR_PARSING_ERROR);
-    CHECK_EQUAL(screen.nb_messages, 1);
+    CHECK_EQUAL(screen.message_count, 1);
     CHECK_EQUAL(screen.last_id, 2);
     CHECK_OK(mathexpr_destroy(screen.expression));
 }
@@ -283,7 +283,7 @@ void test_offered_names(void)
     CHECK_OK(mathexpr_create_utf8(&options, &expression));
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "2*width", ZT), MATHEXPR_PARSING_ERROR);
     CHECK_OK(mathexpr_get_diagnostic_utf8(expression, &diagnostic));
-    CHECK_EQUAL(diagnostic.nb_suggestions, 1);
+    CHECK_EQUAL(diagnostic.suggestion_count, 1);
     CHECK_TEXT(diagnostic.suggestions[0], "wid\xC3\xB6h");
     offered = bad;
     diagnostic.message = 77;
@@ -291,7 +291,7 @@ void test_offered_names(void)
     CHECK_EQUAL(diagnostic.message, 77);
     offered = good;
     CHECK_OK(mathexpr_get_diagnostic_utf8(expression, &diagnostic));
-    CHECK_EQUAL(diagnostic.nb_suggestions, 1);
+    CHECK_EQUAL(diagnostic.suggestion_count, 1);
     CHECK_OK(mathexpr_destroy(expression));
 
     options16.size = sizeof(options16);
@@ -300,7 +300,7 @@ void test_offered_names(void)
     CHECK_OK(mathexpr_create_utf16(&options16, &expression));
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "2*widht", ZT), MATHEXPR_PARSING_ERROR);
     CHECK_OK(mathexpr_get_diagnostic_utf8(expression, &diagnostic));
-    CHECK(diagnostic.nb_suggestions >= 1);
+    CHECK(diagnostic.suggestion_count >= 1);
     CHECK_TEXT(diagnostic.suggestions[0], "width");
     CHECK_OK(mathexpr_destroy(expression));
 }
@@ -376,7 +376,7 @@ void test_exceptions(void)
 }
 
 /* Everything that a callback may not do with the expression that waits for it, and what it may. */
-static int nb_meddled = 0;
+static int meddled_count = 0;
 
 static void meddle(mathexpr_expression* expression)
 {
@@ -391,7 +391,7 @@ static void meddle(mathexpr_expression* expression)
     double result = 77;
     int32_t failed = 77;
 
-    ++nb_meddled;
+    ++meddled_count;
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "1", ZT), MATHEXPR_BUSY);
     CHECK_STATUS(mathexpr_set_expression_utf16(expression, wide("1"), ZT), MATHEXPR_BUSY);
     CHECK_STATUS(mathexpr_evaluate(expression, &value), MATHEXPR_BUSY);
@@ -414,11 +414,11 @@ static void meddle(mathexpr_expression* expression)
 
     CHECK_OK(mathexpr_get_variable_utf8(expression, "a", ZT, &value));
     CHECK_NUMBER(value.x, 4.0);
-    CHECK_OK(mathexpr_get_address_utf8(expression, "a", ZT, &address));
+    CHECK_OK(mathexpr_get_variable_address_utf8(expression, "a", ZT, &address));
     CHECK_OK(mathexpr_get_names_utf8(expression, MATHEXPR_NAMES_DEFINED, &names));
-    CHECK(names.nb_names >= 1);
+    CHECK(names.name_count >= 1);
     CHECK_OK(mathexpr_get_limits(expression, &limits));
-    CHECK_EQUAL(limits.records, 0);
+    CHECK_EQUAL(limits.max_records, 0);
     CHECK_OK(mathexpr_has_failed(expression, &failed));
 }
 
@@ -469,9 +469,9 @@ void test_calls_from_within(void)
     CHECK_OK(mathexpr_set_variable_utf8(expression, "a", ZT, &four, NULL));
     CHECK_OK(mathexpr_evaluate_text_utf8(expression, "a+unk", ZT, &value));
     CHECK_NUMBER(value.x, 5.0);
-    CHECK_EQUAL(nb_meddled, 1);
+    CHECK_EQUAL(meddled_count, 1);
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "a+", ZT), MATHEXPR_PARSING_ERROR);
-    CHECK_EQUAL(nb_meddled, 2);
+    CHECK_EQUAL(meddled_count, 2);
     CHECK_OK(mathexpr_destroy(expression));
 
     options.kind = MATHEXPR_CALCULATOR;
@@ -482,10 +482,10 @@ void test_calls_from_within(void)
     CHECK_OK(mathexpr_copy(expression, &copy));
     asked = copy; /* a copy is as busy as its source */
     CHECK_STATUS(mathexpr_calculate_utf8(expression, "1+unk", ZT, 10, &value), MATHEXPR_PARSING_ERROR);
-    CHECK_EQUAL(nb_meddled, 3);
+    CHECK_EQUAL(meddled_count, 3);
     diagnostic.size = sizeof(diagnostic);
     CHECK_OK(mathexpr_get_diagnostic_utf8(expression, &diagnostic));
-    CHECK_EQUAL(nb_meddled, 4);
+    CHECK_EQUAL(meddled_count, 4);
     CHECK_OK(mathexpr_destroy(copy));
     CHECK_OK(mathexpr_destroy(expression));
 }
@@ -518,10 +518,10 @@ void test_nested_messages(void)
     CHECK_OK(mathexpr_create_utf8(&options, &outer));
     CHECK_OK(mathexpr_evaluate_text_utf8(outer, "width*2", ZT, &value));
     CHECK_NUMBER(value.x, 42.0);
-    CHECK_EQUAL(inner.nb_messages, 1);
+    CHECK_EQUAL(inner.message_count, 1);
     CHECK_EQUAL(inner.last_id, 2);
     CHECK_STATUS(mathexpr_set_expression_utf8(outer, "(1", ZT), MATHEXPR_HOST_CALLBACK_THREW);
-    CHECK_EQUAL(inner.nb_messages, 1);
+    CHECK_EQUAL(inner.message_count, 1);
     CHECK_OK(mathexpr_destroy(outer));
     CHECK_OK(mathexpr_destroy(inner.expression));
 }

@@ -8,14 +8,14 @@
 #include <stdio.h>
 #include <string.h>
 
-static int nb_failed = 0;
+static int failed_count = 0;
 
 /* Where a test that skips itself goes. */
 static jmp_buf after_test;
 
 static int failed(const char* file, int line, const char* what)
 {
-    ++nb_failed;
+    ++failed_count;
     return printf("%s:%d: %s", file, line, what);
 }
 
@@ -145,16 +145,16 @@ static const struct
 /* Whether a test has passed; what fails in it has been told. */
 static int passes(size_t index)
 {
-    const int failed_before = nb_failed;
+    const int failed_before = failed_count;
     if (setjmp(after_test) == 0)
     {
         cases[index].run();
     }
-    if (nb_failed != failed_before)
+    if (failed_count != failed_before)
     {
         printf("FAILED: %s\n", cases[index].name);
     }
-    return nb_failed == failed_before;
+    return failed_count == failed_before;
 }
 
 int main(int argc, char* argv[])

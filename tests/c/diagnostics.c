@@ -19,8 +19,8 @@ static mathexpr_diagnostic_utf8 diagnostic8(mathexpr_expression* expression)
     diagnostic.size = sizeof(diagnostic);
     CHECK_OK(mathexpr_get_diagnostic_utf8(expression, &diagnostic));
     CHECK_EQUAL(strlen(diagnostic.text), diagnostic.text_length);
-    CHECK_EQUAL(strlen(diagnostic.item_name), diagnostic.item_name_length);
-    CHECK_EQUAL(strlen(diagnostic.conflict_name), diagnostic.conflict_name_length);
+    CHECK_EQUAL(strlen(diagnostic.item), diagnostic.item_length);
+    CHECK_EQUAL(strlen(diagnostic.conflict), diagnostic.conflict_length);
     return diagnostic;
 }
 
@@ -49,14 +49,14 @@ void test_diagnostic_record(void)
     CHECK_EQUAL(diagnostic.start, 0);
     CHECK_EQUAL(diagnostic.length, 0);
     CHECK_TEXT(diagnostic.text, "");
-    CHECK_TEXT(diagnostic.item_name, "");
-    CHECK_TEXT(diagnostic.conflict_name, "");
+    CHECK_TEXT(diagnostic.item, "");
+    CHECK_TEXT(diagnostic.conflict, "");
     CHECK_EQUAL(diagnostic.expected, 0);
-    CHECK_EQUAL(diagnostic.nb_args, 0);
-    CHECK(diagnostic.accepted_nb_args == NULL);
-    CHECK_EQUAL(diagnostic.nb_accepted_nb_args, 0);
+    CHECK_EQUAL(diagnostic.arg_count, 0);
+    CHECK(diagnostic.accepted_arg_counts == NULL);
+    CHECK_EQUAL(diagnostic.accepted_count, 0);
     CHECK(diagnostic.suggestions == NULL);
-    CHECK_EQUAL(diagnostic.nb_suggestions, 0);
+    CHECK_EQUAL(diagnostic.suggestion_count, 0);
 
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "1 + trunc(1,2,3)", ZT), MATHEXPR_PARSING_ERROR);
     CHECK_OK(mathexpr_has_failed(expression, &failed));
@@ -68,11 +68,11 @@ void test_diagnostic_record(void)
     CHECK_EQUAL(diagnostic.start, 4);
     CHECK_EQUAL(diagnostic.length, 5);
     CHECK(diagnostic.text_length > 0);
-    CHECK_TEXT(diagnostic.item_name, "trunc");
+    CHECK_TEXT(diagnostic.item, "trunc");
     CHECK_EQUAL(diagnostic.expected, MATHEXPR_EXPECTED_OTHER_COUNT);
-    CHECK_EQUAL(diagnostic.nb_args, 3);
-    CHECK_EQUAL(diagnostic.nb_accepted_nb_args, 1);
-    CHECK(diagnostic.accepted_nb_args != NULL && diagnostic.accepted_nb_args[0] == 1);
+    CHECK_EQUAL(diagnostic.arg_count, 3);
+    CHECK_EQUAL(diagnostic.accepted_count, 1);
+    CHECK(diagnostic.accepted_arg_counts != NULL && diagnostic.accepted_arg_counts[0] == 1);
     wider = diagnostic16(expression);
     CHECK_EQUAL(wider.message, 3);
     CHECK_EQUAL(wider.kind, MATHEXPR_KIND_PARSING);
@@ -81,21 +81,21 @@ void test_diagnostic_record(void)
     CHECK_EQUAL(wider.length, 5);
     CHECK_TEXT16(wider.text, diagnostic.text);
     CHECK_EQUAL(wider.text_length, diagnostic.text_length);
-    CHECK_TEXT16(wider.item_name, "trunc");
-    CHECK_EQUAL(wider.item_name_length, 5);
-    CHECK_TEXT16(wider.conflict_name, "");
-    CHECK_EQUAL(wider.conflict_name_length, 0);
+    CHECK_TEXT16(wider.item, "trunc");
+    CHECK_EQUAL(wider.item_length, 5);
+    CHECK_TEXT16(wider.conflict, "");
+    CHECK_EQUAL(wider.conflict_length, 0);
     CHECK_EQUAL(wider.expected, MATHEXPR_EXPECTED_OTHER_COUNT);
-    CHECK_EQUAL(wider.nb_args, 3);
-    CHECK_EQUAL(wider.nb_accepted_nb_args, 1);
-    CHECK(wider.accepted_nb_args != NULL && wider.accepted_nb_args[0] == 1);
+    CHECK_EQUAL(wider.arg_count, 3);
+    CHECK_EQUAL(wider.accepted_count, 1);
+    CHECK(wider.accepted_arg_counts != NULL && wider.accepted_arg_counts[0] == 1);
 
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "1/0", ZT), MATHEXPR_REFUSED);
     diagnostic = diagnostic8(expression);
     CHECK_EQUAL(diagnostic.message, 10);
     CHECK_EQUAL(diagnostic.kind, MATHEXPR_KIND_NONE);
     CHECK_EQUAL(diagnostic.expected, MATHEXPR_EXPECTED_IN_DOMAIN);
-    CHECK_EQUAL(diagnostic.nb_args, 2);
+    CHECK_EQUAL(diagnostic.arg_count, 2);
 
     CHECK_OK(mathexpr_set_expression_utf8(expression, "1", ZT));
     CHECK_OK(mathexpr_has_failed(expression, &failed));
@@ -153,21 +153,21 @@ void test_diagnostic_lifetime(void)
 
     CHECK_STATUS(mathexpr_set_expression_utf16(expression, face, ZT), MATHEXPR_PARSING_ERROR);
     first = diagnostic8(expression);
-    CHECK_TEXT(first.item_name, FACE);
+    CHECK_TEXT(first.item, FACE);
     /* Neither another text nor a diagnostic in the other encoding takes it away. */
     CHECK_OK(mathexpr_set_expression_utf8(expression, "1+1", ZT));
     other = diagnostic16(expression);
     CHECK_EQUAL(other.message, 0);
-    CHECK_TEXT(first.item_name, FACE);
+    CHECK_TEXT(first.item, FACE);
     CHECK(first.text_length > 0 && first.text[0] != '\0');
     CHECK_STATUS(mathexpr_set_expression_utf16(expression, face, ZT), MATHEXPR_PARSING_ERROR);
     other = diagnostic16(expression);
-    CHECK_EQUAL(other.item_name_length, 2);
-    CHECK_EQUAL(other.item_name[0], 0xD83D);
-    CHECK_EQUAL(other.item_name[1], 0xDE00);
-    CHECK_EQUAL(other.item_name[2], 0);
-    CHECK_EQUAL(diagnostic8(expression).item_name_length, 4);
-    CHECK_EQUAL(other.item_name[0], 0xD83D);
+    CHECK_EQUAL(other.item_length, 2);
+    CHECK_EQUAL(other.item[0], 0xD83D);
+    CHECK_EQUAL(other.item[1], 0xDE00);
+    CHECK_EQUAL(other.item[2], 0);
+    CHECK_EQUAL(diagnostic8(expression).item_length, 4);
+    CHECK_EQUAL(other.item[0], 0xD83D);
     CHECK_OK(mathexpr_destroy(expression));
 }
 
@@ -181,10 +181,10 @@ void test_diagnostic_suggestions(void)
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "dits([1,2,3],[4,5,6])", ZT), MATHEXPR_PARSING_ERROR);
     narrow = diagnostic8(expression);
     CHECK_EQUAL(narrow.code, MATHEXPR_PARSING_UNKNOWN_FUNCTION);
-    CHECK(narrow.nb_suggestions >= 1 && narrow.nb_suggestions <= 3);
+    CHECK(narrow.suggestion_count >= 1 && narrow.suggestion_count <= 3);
     CHECK_TEXT(narrow.suggestions[0], "dist");
     wider = diagnostic16(expression);
-    CHECK_EQUAL(wider.nb_suggestions, narrow.nb_suggestions);
+    CHECK_EQUAL(wider.suggestion_count, narrow.suggestion_count);
     CHECK_TEXT16(wider.suggestions[0], "dist");
 
     CHECK_OK(mathexpr_set_variable_utf8(expression, "l" UMLAUT "nge", ZT, &one, NULL));
@@ -208,8 +208,8 @@ void test_diagnostic_of_definition(void)
     CHECK_EQUAL(narrow.code, MATHEXPR_DEFINITION_NAME_IS_CONSTANT);
     CHECK_EQUAL(narrow.start, 2);
     CHECK_EQUAL(narrow.length, 3);
-    CHECK_TEXT(narrow.item_name, "pi");
-    CHECK_TEXT(narrow.conflict_name, "pi");
+    CHECK_TEXT(narrow.item, "pi");
+    CHECK_TEXT(narrow.conflict, "pi");
     CHECK_EQUAL(narrow.expected, MATHEXPR_EXPECTED_NEW_NAME);
     CHECK_OK(mathexpr_destroy(expression));
 }

@@ -23,13 +23,13 @@ static void count_message(void* context, uint32_t id, const char* text, size_t l
     ++*(int*)context;
 }
 
-static mathexpr_expression* calculator(int* nb_messages)
+static mathexpr_expression* calculator(int* message_count)
 {
     mathexpr_expression* expression = NULL;
     mathexpr_options_utf8 options = {0};
     options.size = sizeof(options);
     options.kind = MATHEXPR_CALCULATOR;
-    options.context = nb_messages;
+    options.context = message_count;
     options.show_message = count_message;
     CHECK_OK(mathexpr_create_utf8(&options, &expression));
     return expression;
@@ -181,8 +181,8 @@ void test_assignment(void)
 
 void test_calculator(void)
 {
-    int nb_messages = 0;
-    mathexpr_expression* const expression = calculator(&nb_messages);
+    int message_count = 0;
+    mathexpr_expression* const expression = calculator(&message_count);
     mathexpr_value value = number(77);
 
     CHECK_OK(mathexpr_calculate_utf8(expression, "a=2*3", ZT, 100, &value));
@@ -191,16 +191,16 @@ void test_calculator(void)
     CHECK_NUMBER(value.x, 36.0);
     CHECK_OK(mathexpr_calculate_utf8(expression, "100.5", ZT, 10, &value));
     CHECK_NUMBER(value.x, 100.5);
-    CHECK_EQUAL(nb_messages, 0);
+    CHECK_EQUAL(message_count, 0);
 
     CHECK_STATUS(mathexpr_calculate_utf8(expression, "11", ZT, 10, &value), MATHEXPR_REFUSED);
-    CHECK_EQUAL(nb_messages, 1);
+    CHECK_EQUAL(message_count, 1);
     CHECK_STATUS(mathexpr_calculate_utf16(expression, wide("1+"), ZT, 10, &value), MATHEXPR_PARSING_ERROR);
-    CHECK_EQUAL(nb_messages, 2);
+    CHECK_EQUAL(message_count, 2);
     CHECK_STATUS(mathexpr_calculate_utf8(expression, "1/0", ZT, 10, &value), MATHEXPR_REFUSED);
-    CHECK_EQUAL(nb_messages, 3);
+    CHECK_EQUAL(message_count, 3);
     CHECK_STATUS(mathexpr_calculate_utf8(expression, "pi=3", ZT, 10, &value), MATHEXPR_DEFINITION_ERROR);
-    CHECK_EQUAL(nb_messages, 4);
+    CHECK_EQUAL(message_count, 4);
     CHECK_OK(mathexpr_drop_assignment(expression));
     CHECK_NUMBER(value.x, 100.5);
 
@@ -210,7 +210,7 @@ void test_calculator(void)
     CHECK_STATUS(mathexpr_evaluate(expression, &value), MATHEXPR_WRONG_KIND);
     CHECK_STATUS(mathexpr_evaluate_text_utf8(expression, "1", ZT, &value), MATHEXPR_WRONG_KIND);
     CHECK_STATUS(mathexpr_evaluate_text_utf16(expression, wide("1"), ZT, &value), MATHEXPR_WRONG_KIND);
-    CHECK_EQUAL(nb_messages, 4);
+    CHECK_EQUAL(message_count, 4);
     CHECK_OK(mathexpr_calculate_utf8(expression, "a", ZT, 10, &value));
     CHECK_NUMBER(value.x, 6.0);
     CHECK_OK(mathexpr_destroy(expression));
@@ -218,8 +218,8 @@ void test_calculator(void)
 
 void test_copies(void)
 {
-    int nb_messages = 0;
-    mathexpr_expression* const source = calculator(&nb_messages);
+    int message_count = 0;
+    mathexpr_expression* const source = calculator(&message_count);
     mathexpr_expression* const single = plain();
     mathexpr_expression* copy = NULL;
     mathexpr_value value = number(77);
@@ -237,14 +237,14 @@ void test_copies(void)
     CHECK_NUMBER(value.x, 3.0);
     CHECK_OK(mathexpr_get_variable_utf8(source, "b", ZT, &value));
     CHECK_NUMBER(value.x, 3.0);
-    CHECK_OK(mathexpr_get_address_utf8(source, "a", ZT, &address));
+    CHECK_OK(mathexpr_get_variable_address_utf8(source, "a", ZT, &address));
 
     CHECK_OK(mathexpr_destroy(source));
     address->x = 40;
     CHECK_OK(mathexpr_calculate_utf8(copy, "a+b", ZT, 100, &value));
     CHECK_NUMBER(value.x, 43.0);
     CHECK_STATUS(mathexpr_calculate_utf8(copy, "1+unk", ZT, 100, &value), MATHEXPR_PARSING_ERROR);
-    CHECK_EQUAL(nb_messages, 1);
+    CHECK_EQUAL(message_count, 1);
     CHECK_OK(mathexpr_has_failed(copy, &failed));
     CHECK_EQUAL(failed, 1);
     CHECK_OK(mathexpr_destroy(copy));
@@ -257,18 +257,18 @@ void test_limits(void)
     mathexpr_diagnostic_utf8 diagnostic = {0};
 
     CHECK_OK(mathexpr_get_limits(expression, &limits));
-    CHECK_EQUAL(limits.text_length, 0);
-    CHECK_EQUAL(limits.records, 0);
-    CHECK_EQUAL(limits.nesting, 0);
-    limits.text_length = 12;
-    limits.records = 5;
-    limits.nesting = 2;
+    CHECK_EQUAL(limits.max_text_length, 0);
+    CHECK_EQUAL(limits.max_records, 0);
+    CHECK_EQUAL(limits.max_nesting, 0);
+    limits.max_text_length = 12;
+    limits.max_records = 5;
+    limits.max_nesting = 2;
     CHECK_OK(mathexpr_set_limits(expression, &limits));
-    limits.text_length = limits.records = limits.nesting = 0;
+    limits.max_text_length = limits.max_records = limits.max_nesting = 0;
     CHECK_OK(mathexpr_get_limits(expression, &limits));
-    CHECK_EQUAL(limits.text_length, 12);
-    CHECK_EQUAL(limits.records, 5);
-    CHECK_EQUAL(limits.nesting, 2);
+    CHECK_EQUAL(limits.max_text_length, 12);
+    CHECK_EQUAL(limits.max_records, 5);
+    CHECK_EQUAL(limits.max_nesting, 2);
 
     diagnostic.size = sizeof(diagnostic);
     CHECK_OK(mathexpr_set_expression_utf8(expression, "1+2+3", ZT));

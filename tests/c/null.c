@@ -47,15 +47,15 @@ void test_null_expression(void)
     REFUSES(mathexpr_set_variable_utf16(NULL, wide("a"), ZT, &value, NULL));
     REFUSES(mathexpr_remove_variable_utf8(NULL, "a", ZT));
     REFUSES(mathexpr_remove_variable_utf16(NULL, wide("a"), ZT));
-    REFUSES(mathexpr_get_address_utf8(NULL, "a", ZT, &address));
-    REFUSES(mathexpr_get_address_utf16(NULL, wide("a"), ZT, &address));
+    REFUSES(mathexpr_get_variable_address_utf8(NULL, "a", ZT, &address));
+    REFUSES(mathexpr_get_variable_address_utf16(NULL, wide("a"), ZT, &address));
     REFUSES(mathexpr_evaluate_bulk_utf8(NULL, NULL, 0, 0, &results, 1, NULL));
     REFUSES(mathexpr_evaluate_bulk_utf16(NULL, NULL, 0, 0, &results, 1, NULL));
     CHECK_NUMBER(value.x, 77.0);
     CHECK(address == NULL && copy == NULL);
-    CHECK_EQUAL(limits.records, 7);
-    CHECK_EQUAL(names.nb_names, 77);
-    CHECK_EQUAL(names16.nb_names, 77);
+    CHECK_EQUAL(limits.max_records, 7);
+    CHECK_EQUAL(names.name_count, 77);
+    CHECK_EQUAL(names16.name_count, 77);
     CHECK_EQUAL(failed, 77);
 }
 
@@ -104,10 +104,10 @@ void test_null_arguments(void)
     REFUSES(mathexpr_set_variable_utf16(expression, wide("a"), ZT, NULL, NULL));
     REFUSES(mathexpr_remove_variable_utf8(expression, NULL, ZT));
     REFUSES(mathexpr_remove_variable_utf16(expression, NULL, ZT));
-    REFUSES(mathexpr_get_address_utf8(expression, NULL, ZT, &address));
-    REFUSES(mathexpr_get_address_utf8(expression, "a", ZT, NULL));
-    REFUSES(mathexpr_get_address_utf16(expression, NULL, ZT, &address));
-    REFUSES(mathexpr_get_address_utf16(expression, wide("a"), ZT, NULL));
+    REFUSES(mathexpr_get_variable_address_utf8(expression, NULL, ZT, &address));
+    REFUSES(mathexpr_get_variable_address_utf8(expression, "a", ZT, NULL));
+    REFUSES(mathexpr_get_variable_address_utf16(expression, NULL, ZT, &address));
+    REFUSES(mathexpr_get_variable_address_utf16(expression, wide("a"), ZT, NULL));
     REFUSES(mathexpr_get_vocabulary_item_utf8(0, NULL));
     REFUSES(mathexpr_get_vocabulary_item_utf16(0, NULL));
     REFUSES(mathexpr_evaluate_bulk_utf8(expression, NULL, 0, 0, NULL, 1, NULL));

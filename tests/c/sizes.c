@@ -13,7 +13,7 @@ void test_written_structures_of_other_sizes(void);
 void test_columns_of_other_sizes(void);
 void test_impossible_sizes(void);
 
-static int nb_shown = 0;
+static int shown_count = 0;
 
 static void count(void* context, uint32_t id, const char* text, size_t length)
 {
@@ -21,7 +21,7 @@ static void count(void* context, uint32_t id, const char* text, size_t length)
     (void)id;
     (void)text;
     (void)length;
-    ++nb_shown;
+    ++shown_count;
 }
 
 /* As a later version may be: with one member more. */
@@ -53,7 +53,7 @@ void test_options_of_other_sizes(void)
     later.known.show_message = count;
     CHECK_OK(mathexpr_create_utf8(&later.known, &expression));
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "1+", ZT), MATHEXPR_PARSING_ERROR);
-    CHECK_EQUAL(nb_shown, 1);
+    CHECK_EQUAL(shown_count, 1);
     CHECK_OK(mathexpr_destroy(expression));
 
     expression = NULL;
@@ -70,26 +70,26 @@ void test_read_structures_of_other_sizes(void)
     mathexpr_results results = {0};
     double found[2] = {7, 7};
 
-    limits.size = offsetof(mathexpr_limits, records);
-    limits.text_length = 10;
-    limits.records = 99;
-    limits.nesting = 99;
+    limits.size = offsetof(mathexpr_limits, max_records);
+    limits.max_text_length = 10;
+    limits.max_records = 99;
+    limits.max_nesting = 99;
     CHECK_OK(mathexpr_set_limits(expression, &limits));
     limits.size = sizeof(limits);
     CHECK_OK(mathexpr_get_limits(expression, &limits));
-    CHECK_EQUAL(limits.text_length, 10);
-    CHECK_EQUAL(limits.records, 0);
-    CHECK_EQUAL(limits.nesting, 0);
+    CHECK_EQUAL(limits.max_text_length, 10);
+    CHECK_EQUAL(limits.max_records, 0);
+    CHECK_EQUAL(limits.max_nesting, 0);
 
     memset(&later, 0, sizeof(later));
     later.known.size = sizeof(later);
-    later.known.records = 5;
+    later.known.max_records = 5;
     CHECK_OK(mathexpr_set_limits(expression, &later.known));
-    later.known.records = 6;
+    later.known.max_records = 6;
     later.later = 1;
     CHECK_STATUS(mathexpr_set_limits(expression, &later.known), MATHEXPR_BAD_SIZE);
     CHECK_OK(mathexpr_get_limits(expression, &limits));
-    CHECK_EQUAL(limits.records, 5);
+    CHECK_EQUAL(limits.max_records, 5);
 
     CHECK_OK(mathexpr_set_expression_utf8(expression, "1+1", ZT));
     memset(&results, 0xEE, sizeof(results));
@@ -138,17 +138,17 @@ void test_written_structures_of_other_sizes(void)
     mathexpr_results results = {0};
     double found = 7;
 
-    CHECK_WRITTEN(mathexpr_limits, mathexpr_get_limits(expression, asked), nesting, asked->nesting == 0);
+    CHECK_WRITTEN(mathexpr_limits, mathexpr_get_limits(expression, asked), max_nesting, asked->max_nesting == 0);
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "1+foo(2)", ZT), MATHEXPR_PARSING_ERROR);
     CHECK_WRITTEN(mathexpr_diagnostic_utf8, mathexpr_get_diagnostic_utf8(expression, asked), text,
-                  asked->message == 4 && asked->length == 3 && strcmp(asked->item_name, "foo") == 0);
+                  asked->message == 4 && asked->length == 3 && strcmp(asked->item, "foo") == 0);
     CHECK_WRITTEN(mathexpr_diagnostic_utf16, mathexpr_get_diagnostic_utf16(expression, asked), text,
-                  asked->message == 4 && asked->length == 3 && asked->item_name_length == 3);
+                  asked->message == 4 && asked->length == 3 && asked->item_length == 3);
     CHECK_OK(mathexpr_set_variable_utf8(expression, "a", ZT, &one, NULL));
-    CHECK_WRITTEN(mathexpr_names_utf8, mathexpr_get_names_utf8(expression, MATHEXPR_NAMES_DEFINED, asked), nb_names,
-                  asked->nb_names == 1 && strcmp(asked->names[0], "a") == 0);
-    CHECK_WRITTEN(mathexpr_names_utf16, mathexpr_get_names_utf16(expression, MATHEXPR_NAMES_DEFINED, asked), nb_names,
-                  asked->nb_names == 1 && asked->names[0][0] == 'a');
+    CHECK_WRITTEN(mathexpr_names_utf8, mathexpr_get_names_utf8(expression, MATHEXPR_NAMES_DEFINED, asked), name_count,
+                  asked->name_count == 1 && strcmp(asked->names[0], "a") == 0);
+    CHECK_WRITTEN(mathexpr_names_utf16, mathexpr_get_names_utf16(expression, MATHEXPR_NAMES_DEFINED, asked), name_count,
+                  asked->name_count == 1 && asked->names[0][0] == 'a');
     CHECK_WRITTEN(mathexpr_vocabulary_item_utf8, mathexpr_get_vocabulary_item_utf8(0, asked), help,
                   asked->symbol[0] != '\0' && asked->description[0] == '\0');
     CHECK_WRITTEN(mathexpr_vocabulary_item_utf16, mathexpr_get_vocabulary_item_utf16(0, asked), help,
@@ -158,7 +158,7 @@ void test_written_structures_of_other_sizes(void)
     results.size = sizeof(results);
     results.data = &found;
     CHECK_WRITTEN(mathexpr_bulk_outcome, mathexpr_evaluate_bulk_utf8(expression, NULL, 0, 1, &results, 1, asked),
-                  column, asked->error == MATHEXPR_BULK_NONE && asked->nb_failed == 0);
+                  column, asked->error == MATHEXPR_BULK_NONE && asked->failed_count == 0);
     CHECK_OK(mathexpr_destroy(expression));
 }
 
@@ -254,6 +254,6 @@ void test_impossible_sizes(void)
     CHECK_NUMBER(found, 7.0);
     names.size = sizeof(names);
     CHECK_OK(mathexpr_get_names_utf8(expression, MATHEXPR_NAMES_DEFINED, &names));
-    CHECK_EQUAL(names.nb_names, 0);
+    CHECK_EQUAL(names.name_count, 0);
     CHECK_OK(mathexpr_destroy(expression));
 }

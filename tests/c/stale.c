@@ -63,13 +63,13 @@ static void check_stale(mathexpr_expression* stale)
     REFUSES(mathexpr_set_variable_utf16(stale, wide("a"), ZT, &value, NULL));
     REFUSES(mathexpr_remove_variable_utf8(stale, "a", ZT));
     REFUSES(mathexpr_remove_variable_utf16(stale, wide("a"), ZT));
-    REFUSES(mathexpr_get_address_utf8(stale, "a", ZT, &address));
-    REFUSES(mathexpr_get_address_utf16(stale, wide("a"), ZT, &address));
+    REFUSES(mathexpr_get_variable_address_utf8(stale, "a", ZT, &address));
+    REFUSES(mathexpr_get_variable_address_utf16(stale, wide("a"), ZT, &address));
     REFUSES(mathexpr_evaluate_bulk_utf8(stale, NULL, 0, 0, &results, 1, NULL));
     REFUSES(mathexpr_evaluate_bulk_utf16(stale, NULL, 0, 0, &results, 1, NULL));
     CHECK_NUMBER(value.x, 77.0);
     CHECK(address == NULL && copy == NULL);
-    CHECK_EQUAL(names.nb_names, 77);
+    CHECK_EQUAL(names.name_count, 77);
     CHECK_EQUAL(failed, 77);
 }
 

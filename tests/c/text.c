@@ -125,7 +125,7 @@ static void check_unchanged(mathexpr_expression* expression)
     CHECK_OK(mathexpr_evaluate(expression, &value));
     CHECK_NUMBER(value.x, 12.0);
     CHECK_OK(mathexpr_get_names_utf8(expression, MATHEXPR_NAMES_DEFINED, &names));
-    CHECK_EQUAL(names.nb_names, 1);
+    CHECK_EQUAL(names.name_count, 1);
 }
 
 void test_refused_text_changes_nothing(void)
@@ -154,8 +154,8 @@ void test_refused_text_changes_nothing(void)
     CHECK_STATUS(mathexpr_get_variable_utf8(expression, "a\xFF", ZT, &value), MATHEXPR_BAD_UTF8);
     CHECK_STATUS(mathexpr_get_variable_utf8(expression, "a\0b", 3, &value), MATHEXPR_ZERO_IN_TEXT);
     CHECK_STATUS(mathexpr_get_variable_utf16(expression, lone, ZT, &value), MATHEXPR_BAD_UTF16);
-    CHECK_STATUS(mathexpr_get_address_utf8(expression, "a\xFF", ZT, &address), MATHEXPR_BAD_UTF8);
-    CHECK_STATUS(mathexpr_get_address_utf16(expression, lone, ZT, &address), MATHEXPR_BAD_UTF16);
+    CHECK_STATUS(mathexpr_get_variable_address_utf8(expression, "a\xFF", ZT, &address), MATHEXPR_BAD_UTF8);
+    CHECK_STATUS(mathexpr_get_variable_address_utf16(expression, lone, ZT, &address), MATHEXPR_BAD_UTF16);
     CHECK_STATUS(mathexpr_remove_variable_utf8(expression, "a\xFF", ZT), MATHEXPR_BAD_UTF8);
     CHECK_STATUS(mathexpr_remove_variable_utf8(expression, "a\0", 2), MATHEXPR_ZERO_IN_TEXT);
     CHECK_STATUS(mathexpr_remove_variable_utf16(expression, lone, ZT), MATHEXPR_BAD_UTF16);

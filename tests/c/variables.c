@@ -44,42 +44,42 @@ void test_names(void)
     options.lookup = lookup_three;
     CHECK_OK(mathexpr_create_utf8(&options, &expression));
     names = names8(expression, MATHEXPR_NAMES_DEFINED);
-    CHECK_EQUAL(names.nb_names, 0);
+    CHECK_EQUAL(names.name_count, 0);
     CHECK(names.names == NULL);
 
     CHECK_OK(mathexpr_set_variable_utf8(expression, "zoo", ZT, &one, NULL));
     CHECK_OK(mathexpr_set_variable_utf8(expression, "Alpha" UMLAUT, ZT, &one, NULL));
     CHECK_OK(mathexpr_set_expression_utf8(expression, "alpha" UMLAUT "+Host*ALPHA" UMLAUT "+pi", ZT));
     names = names8(expression, MATHEXPR_NAMES_USED);
-    CHECK_EQUAL(names.nb_names, 2);
+    CHECK_EQUAL(names.name_count, 2);
     CHECK_TEXT(names.names[0], "Alpha" UMLAUT);
     CHECK_TEXT(names.names[1], "Host");
     CHECK_OK(mathexpr_get_names_utf16(expression, MATHEXPR_NAMES_USED, &wider));
-    CHECK_EQUAL(wider.nb_names, 2);
+    CHECK_EQUAL(wider.name_count, 2);
     CHECK_EQUAL(wider.names[0][5], 0xE4);
     CHECK_EQUAL(wider.names[0][6], 0);
     CHECK_TEXT16(wider.names[1], "Host");
     CHECK_TEXT(names.names[1], "Host");
 
     names = names8(expression, MATHEXPR_NAMES_DEFINED);
-    CHECK_EQUAL(names.nb_names, 3);
+    CHECK_EQUAL(names.name_count, 3);
     CHECK_TEXT(names.names[0], "zoo");
     CHECK_TEXT(names.names[1], "Alpha" UMLAUT);
     CHECK_TEXT(names.names[2], "Host");
     names = names8(expression, MATHEXPR_NAMES_OF_HOST);
-    CHECK_EQUAL(names.nb_names, 1);
+    CHECK_EQUAL(names.name_count, 1);
     CHECK_TEXT(names.names[0], "Host");
 
     /* A list stays as it was answered. */
     CHECK_OK(mathexpr_remove_variable_utf8(expression, "Host", ZT));
     CHECK_TEXT(names.names[0], "Host");
-    CHECK_EQUAL(names8(expression, MATHEXPR_NAMES_USED).nb_names, 0);
-    CHECK_EQUAL(names8(expression, MATHEXPR_NAMES_OF_HOST).nb_names, 0);
+    CHECK_EQUAL(names8(expression, MATHEXPR_NAMES_USED).name_count, 0);
+    CHECK_EQUAL(names8(expression, MATHEXPR_NAMES_OF_HOST).name_count, 0);
 
-    names.nb_names = 77;
+    names.name_count = 77;
     CHECK_STATUS(mathexpr_get_names_utf8(expression, 3, &names), MATHEXPR_BAD_OPTION);
     CHECK_STATUS(mathexpr_get_names_utf16(expression, 3, &wider), MATHEXPR_BAD_OPTION);
-    CHECK_EQUAL(names.nb_names, 77);
+    CHECK_EQUAL(names.name_count, 77);
     CHECK_OK(mathexpr_destroy(expression));
 }
 
@@ -139,7 +139,7 @@ void test_variables_utf16(void)
     value = number(0);
     CHECK_OK(mathexpr_get_variable_utf8(expression, "\xF0\x9F\x98\x80", ZT, &value));
     CHECK_NUMBER(value.x, 5.0);
-    CHECK_OK(mathexpr_get_address_utf16(expression, face, 2, &address));
+    CHECK_OK(mathexpr_get_variable_address_utf16(expression, face, 2, &address));
     address->x = 6;
     CHECK_OK(mathexpr_get_variable_utf16(expression, face, 2, &value));
     CHECK_NUMBER(value.x, 6.0);
@@ -147,7 +147,7 @@ void test_variables_utf16(void)
     CHECK_NUMBER(value.x, 6.0);
     CHECK_OK(mathexpr_remove_variable_utf16(expression, face, ZT));
     CHECK_STATUS(mathexpr_get_variable_utf16(expression, face, ZT, &value), MATHEXPR_NOT_FOUND);
-    CHECK_STATUS(mathexpr_get_address_utf16(expression, face, ZT, &address), MATHEXPR_NOT_FOUND);
+    CHECK_STATUS(mathexpr_get_variable_address_utf16(expression, face, ZT, &address), MATHEXPR_NOT_FOUND);
     CHECK_STATUS(mathexpr_remove_variable_utf16(expression, face, ZT), MATHEXPR_NOT_FOUND);
     CHECK_OK(mathexpr_destroy(expression));
 }
@@ -213,10 +213,10 @@ void test_addresses(void)
     char name[] = "v000";
     int index = 0;
 
-    CHECK_STATUS(mathexpr_get_address_utf8(expression, "a", ZT, &address), MATHEXPR_NOT_FOUND);
+    CHECK_STATUS(mathexpr_get_variable_address_utf8(expression, "a", ZT, &address), MATHEXPR_NOT_FOUND);
     CHECK(address == NULL);
     CHECK_OK(mathexpr_set_variable_utf8(expression, "a", ZT, &value, NULL));
-    CHECK_OK(mathexpr_get_address_utf8(expression, "a", ZT, &address));
+    CHECK_OK(mathexpr_get_variable_address_utf8(expression, "a", ZT, &address));
     for (index = 0; index < 1000; ++index)
     {
         name[1] = (char)('0' + index / 100);
@@ -236,7 +236,7 @@ void test_addresses(void)
     CHECK_EQUAL(value.type, MATHEXPR_POINT);
     CHECK_NUMBER(value.z, 3.0);
     CHECK_OK(mathexpr_evaluate_text_utf8(expression, "a=7", ZT, &value));
-    CHECK_OK(mathexpr_get_address_utf8(expression, "A", ZT, &again));
+    CHECK_OK(mathexpr_get_variable_address_utf8(expression, "A", ZT, &again));
     CHECK(again == address);
     CHECK_NUMBER(address->x, 7.0);
     CHECK_OK(mathexpr_destroy(expression));

@@ -29,7 +29,7 @@ void test_vocabulary(void)
         ++counts[item.kind <= MATHEXPR_ITEM_FUNCTION ? item.kind : 0];
         CHECK_EQUAL(wider.kind, item.kind);
         CHECK_EQUAL(wider.family, item.family);
-        CHECK_EQUAL(wider.nb_args, item.nb_args);
+        CHECK_EQUAL(wider.arg_count, item.arg_count);
         CHECK_EQUAL(wider.precedence, item.precedence);
         CHECK_EQUAL(wider.unary, item.unary);
         CHECK_EQUAL(wider.constant, item.constant);
@@ -49,7 +49,7 @@ void test_vocabulary(void)
             found_sin = 1;
             CHECK_EQUAL(item.kind, MATHEXPR_ITEM_FUNCTION);
             CHECK_EQUAL(item.family, MATHEXPR_FAMILY_CORE_MATH);
-            CHECK_EQUAL(item.nb_args, 1);
+            CHECK_EQUAL(item.arg_count, 1);
             CHECK_TEXT(item.help, "sin(x)");
             CHECK_TEXT16(wider.help, "sin(x)");
             CHECK_TEXT16(wider.description, item.description);
@@ -58,7 +58,7 @@ void test_vocabulary(void)
         {
             ++found_minus;
             CHECK_EQUAL(item.kind, MATHEXPR_ITEM_OPERATOR);
-            CHECK_EQUAL(item.nb_args, item.unary ? 1 : 2);
+            CHECK_EQUAL(item.arg_count, item.unary ? 1 : 2);
         }
     }
     CHECK_STATUS(mathexpr_get_vocabulary_item_utf8(index, &item), MATHEXPR_NOT_FOUND);

@@ -49,7 +49,7 @@ TEST(HostExpression, IsCompiledOnceAndEvaluatedOften)
 TEST(HostExpression, IsClonedWithAllItHas)
 {
     Options options;
-    options.limits.nesting = 3;
+    options.limits.maxNesting = 3;
     options.resolver = [](std::string_view name) -> std::optional<Value> {
         return name == "k" ? std::optional<Value>(10.0) : std::nullopt;
     };
@@ -58,7 +58,7 @@ TEST(HostExpression, IsClonedWithAllItHas)
     expression.variables().set("a", 3);
     EXPECT_EQ(clone.number(), 20.0);
     EXPECT_EQ(expression.number(), 30.0);
-    EXPECT_EQ(clone.limits().nesting, 3u);
+    EXPECT_EQ(clone.limits().maxNesting, 3u);
     EXPECT_EQ(clone.evaluate("k+1"), 11.0);
 
     (void)expression.tryCompile("1+");
@@ -138,9 +138,9 @@ TEST(HostExpression, ShowsMessages)
 TEST(HostExpression, HasLimits)
 {
     Expression expression;
-    EXPECT_EQ(expression.limits().nesting, 0u);
+    EXPECT_EQ(expression.limits().maxNesting, 0u);
     expression.setLimits({1000, 200, 3});
-    EXPECT_EQ(expression.limits().textLength, 1000u);
+    EXPECT_EQ(expression.limits().maxTextLength, 1000u);
     const auto failed = expression.tryEvaluate("1+((((2))))");
     ASSERT_FALSE(failed);
     EXPECT_EQ(failed.error().code(), static_cast<std::uint32_t>(MATHEXPR_PARSING_NESTED_TOO_DEEP));

@@ -64,7 +64,7 @@ def main():
     table, *programs = sys.argv[1:]
     texts = message_texts(table)
     failures = []
-    nb_tried = 0
+    tried_count = 0
     with tempfile.TemporaryDirectory() as locales:
         make_locales(locales)
         for program in programs:
@@ -75,9 +75,9 @@ def main():
                     failures += check(program, locale, locales, [typed], [answer], unexpected)
                 failures += check(program, locale, locales, [ILL_FORMED], [ILL_FORMED_MESSAGE], said.values())
                 failures += check(program, locale, locales, ["2*(", ILL_FORMED], [said["2*("]])
-                nb_tried += len(VALUES) + len(said) + 2
+                tried_count += len(VALUES) + len(said) + 2
     print("\n".join(failures))
-    print(f"{len(programs)} programs, {nb_tried} texts, {len(failures)} failures")
+    print(f"{len(programs)} programs, {tried_count} texts, {len(failures)} failures")
     return 1 if failures or not programs else 0
 
 

@@ -41,10 +41,10 @@ class Page:
         self.exports = ""
         self.session = ""
         self.failures = 0
-        self.nb_tried = 0
+        self.tried_count = 0
 
     def compare(self, what, found, expected):
-        self.nb_tried += 1
+        self.tried_count += 1
         if found != expected:
             self.failures += 1
             print(f"{self.path.name}: {what.strip()}\ngives\n{found.rstrip()}\ninstead of\n{expected.rstrip()}\n")
@@ -74,7 +74,7 @@ class Page:
             elif kind == "sh":
                 printed = self.run(["bash", "-euo", "pipefail", "-c", self.exports + content], content)
                 self.exports += "".join(re.findall(r"^export .*\n", content, re.MULTILINE))
-                self.nb_tried += 1
+                self.tried_count += 1
                 continue
             elif kind == "text" and printed is not None:
                 self.compare("the commands before", printed, content)
@@ -87,13 +87,13 @@ class Page:
         for rows in TABLE.findall(text):
             for row in rows.splitlines():
                 self.check_row([cell.strip() for cell in CELL.split(row)][1:-1])
-        if self.nb_tried == 0:
+        if self.tried_count == 0:
             raise ValueError(f"{self.path}: there is nothing in it to try")
 
     def run_session(self):
         if not self.session:
             return
-        self.nb_tried += self.session.count(">>> ")
+        self.tried_count += self.session.count(">>> ")
         (self.folder / "session.txt").write_text(self.session, encoding="utf-8")
         python = self.folder / ".venv" / "bin" / "python"
         self.run([python if python.exists() else sys.executable, "-m", "doctest", "session.txt"], "a session")
@@ -123,7 +123,7 @@ def main():
         start = time.monotonic()
         page.follow()
         failures += page.failures
-        print(f"{path.name}: {page.nb_tried} tried in {time.monotonic() - start:.0f} s, {page.failures} not as told")
+        print(f"{path.name}: {page.tried_count} tried in {time.monotonic() - start:.0f} s, {page.failures} not as told")
     return 1 if failures else 0
 
 

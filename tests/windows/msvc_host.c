@@ -60,7 +60,7 @@ static unsigned firstWrongStep(void)
         return 6;
     }
     if (mathexpr_get_diagnostic_utf8(expression, &diagnostic) != MATHEXPR_OK || diagnostic.start != 2 ||
-        diagnostic.item_name_length != 7 || diagnostic.item_name[0] != 'u')
+        diagnostic.item_length != 7 || diagnostic.item[0] != 'u')
     {
         return 7;
     }

@@ -149,7 +149,7 @@ std::string countText(const mathexpr::ExpressionDiagnostic& diagnostic)
         return {};
     }
     std::vector<std::string> accepted;
-    for (const std::uint32_t count : diagnostic.acceptedNbArgs)
+    for (const std::uint32_t count : diagnostic.acceptedArgCounts)
     {
         accepted.push_back(count == NB_ARGS_UNDEFINED ? "any number of" : std::to_string(count));
     }
