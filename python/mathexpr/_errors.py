@@ -100,7 +100,9 @@ class RowsError(MathExprError):
     ``diagnostic`` tells of the first of them.
     """
 
-    def __init__(self, diagnostic: Diagnostic, values: NDArray[np.float64], failed_count: int, first_failed: int) -> None:
+    def __init__(
+        self, diagnostic: Diagnostic, values: NDArray[np.float64], failed_count: int, first_failed: int
+    ) -> None:
         super().__init__(diagnostic)
         self.values = values  #: All results, NaN where there is none.
         self.failed_count = failed_count
