@@ -61,8 +61,8 @@ constexpr VocabularyEntry describe(mathexpr::VocabularyFamily family, const wcha
 #define ITEM(family, Class) describe<Class>(mathexpr::VocabularyFamily::family, L"" #Class)
 
 constexpr VocabularyConstant constants[] = {
-    {L"pi", coremath::pi},
-    {L"PI", coremath::pi},
+    {L"pi", formulas::pi},
+    {L"PI", formulas::pi},
     {L"e", 2.718281828459045},
     {L"E", 2.718281828459045},
 };

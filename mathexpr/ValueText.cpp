@@ -138,7 +138,7 @@ bool isFiniteAndNotZero(double number) noexcept
 /// As the language computes it.
 double powerOfTen(int exponent) noexcept
 {
-    return ExpOp::compute(10.0, exponent);
+    return ExpOp::of(10.0, exponent);
 }
 
 /// Finds the shortest mantissa whose product with a power of ten is the number.
@@ -155,7 +155,7 @@ bool findMantissa(double number, int exponent, NumberText& mantissa) noexcept
     for (const double candidate :
          {quotient, std::nextafter(quotient, 0.0), std::nextafter(quotient, std::numeric_limits<double>::infinity())})
     {
-        if (MultOp::compute(candidate, power) == number)
+        if (formulas::Mult::of(candidate, power) == number)
         {
             NumberText text;
             text.appendPlain(candidate);

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // BuiltInBlocks.h - makes the block kernels of the classes of the vocabulary. They are loops over the class's own
-// compute, written so that compilers vectorise those of the simple arithmetic.
+// formulas, written so that compilers vectorise those of the simple arithmetic.
 #pragma once
 
 #include "MTParserLib/run/BuiltInScalars.h"
@@ -55,42 +55,42 @@ bool holdsInAnyRow(std::size_t nbRows, Condition condition)
 template <class Item>
 void computeUnary(const double* a, const double*, double* result, std::size_t nbRows)
 {
-    computeRows(result, nbRows, [a](std::size_t row) { return Item::compute(a[row]); });
+    computeRows(result, nbRows, [a](std::size_t row) { return Item::Formula::of(a[row]); });
 }
 
 template <class Item, MTBlockForm form>
 void computeBinary(const double* a, const double* b, double* result, std::size_t nbRows)
 {
     computeRows(result, nbRows, [a, b, uniformA = *a, uniformB = *b](std::size_t row) {
-        return Item::compute(form == MTBlockForm::FirstUniform ? uniformA : a[row],
-                             form == MTBlockForm::SecondUniform ? uniformB : b[row]);
+        return Item::Formula::of(form == MTBlockForm::FirstUniform ? uniformA : a[row],
+                                 form == MTBlockForm::SecondUniform ? uniformB : b[row]);
     });
 }
 
 template <class Item>
 bool isUnaryOutside(const double* a, const double*, std::size_t nbRows)
 {
-    return holdsInAnyRow(nbRows, [a](std::size_t row) { return Item::isOutside(a[row]); });
+    return holdsInAnyRow(nbRows, [a](std::size_t row) { return Item::Formula::refuses(a[row]); });
 }
 
 template <class Item, MTBlockForm form>
 bool isBinaryOutside(const double* a, const double* b, std::size_t nbRows)
 {
     return holdsInAnyRow(nbRows, [a, b](std::size_t row) {
-        return Item::isOutside(a[form == MTBlockForm::FirstUniform ? 0 : row],
-                               b[form == MTBlockForm::SecondUniform ? 0 : row]);
+        return Item::Formula::refuses(a[form == MTBlockForm::FirstUniform ? 0 : row],
+                                      b[form == MTBlockForm::SecondUniform ? 0 : row]);
     });
 }
 
 template <class Item>
-using ComputationFromThree = decltype(Item::compute(0.0, 0.0, 0.0));
+using NumberFromThree = decltype(double{Item::Formula::of(0.0, 0.0, 0.0)});
 template <class Item>
-using ComputationFromMany = decltype(Item::compute(std::declval<platform::ArrayView<const VALTYPE>>()));
+using NumberFromMany = decltype(Item::Formula::of(std::declval<platform::ArrayView<const VALTYPE>>()));
 
 template <class Item>
-inline constexpr bool ComputesFromThree = scalarkernels::yieldsSameAgain<Item>() && hasForm<ComputationFromThree, Item>;
+inline constexpr bool ComputesFromThree = scalarkernels::yieldsSameAgain<Item>() && hasForm<NumberFromThree, Item>;
 template <class Item>
-inline constexpr bool ComputesFromMany = scalarkernels::yieldsSameAgain<Item>() && hasForm<ComputationFromMany, Item>;
+inline constexpr bool ComputesFromMany = scalarkernels::yieldsSameAgain<Item>() && hasForm<NumberFromMany, Item>;
 
 template <class Item>
 void computeMany(platform::ArrayView<const MTBlockOperand> operands, VALTYPE* args, double* result, std::size_t nbRows)
@@ -103,11 +103,11 @@ void computeMany(platform::ArrayView<const MTBlockOperand> operands, VALTYPE* ar
         }
         if constexpr (ComputesFromThree<Item>)
         {
-            result[row] = Item::compute(args[0].x, args[1].x, args[2].x);
+            result[row] = Item::Formula::of(args[0].x, args[1].x, args[2].x);
         }
         else
         {
-            result[row] = Item::compute(platform::ArrayView(std::as_const(args), operands.size()));
+            result[row] = Item::Formula::of(platform::ArrayView(std::as_const(args), operands.size()));
         }
     }
 }
@@ -120,7 +120,7 @@ constexpr MTBlockKernels makeKernels()  // not covered: runs while compiling
     if constexpr (scalarkernels::ComputesFromOne<Item>)
     {
         kernels.compute = {computeUnary<Item>, nullptr, nullptr};
-        if constexpr (scalarkernels::MayRefuseOne<Item>)
+        if constexpr (mayRefuse<typename Item::Formula, double>)
         {
             kernels.outside = {isUnaryOutside<Item>, nullptr, nullptr};
         }
@@ -129,7 +129,7 @@ constexpr MTBlockKernels makeKernels()  // not covered: runs while compiling
     {
         kernels.compute = {computeBinary<Item, Form::NoneUniform>, computeBinary<Item, Form::FirstUniform>,
                            computeBinary<Item, Form::SecondUniform>};
-        if constexpr (scalarkernels::MayRefuseTwo<Item>)
+        if constexpr (mayRefuse<typename Item::Formula, double, double>)
         {
             kernels.outside = {isBinaryOutside<Item, Form::NoneUniform>, isBinaryOutside<Item, Form::FirstUniform>,
                                isBinaryOutside<Item, Form::SecondUniform>};

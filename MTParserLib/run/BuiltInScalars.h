@@ -4,7 +4,7 @@
 // BuiltInScalars.h - makes the number kernels of the classes of the vocabulary.
 //
 // A class that computes a number from one or two numbers, and nothing else, has a kernel for each place in which its
-// operands may stand. They call the class's own compute, so that there is one statement of each formula.
+// operands may stand. They call the class's own formula.
 #pragma once
 
 #include "MTParserLib/run/MTScalarCode.h"
@@ -57,41 +57,30 @@ constexpr bool yieldsSameAgain()  // not covered: runs while compiling
 }
 
 template <class Item>
-using ComputationFromOne = decltype(Item::compute(0.0));
+using NumberFromOne = decltype(double{Item::Formula::of(0.0)});
 template <class Item>
-using ComputationFromTwo = decltype(Item::compute(0.0, 0.0));
-template <class Item>
-using RefusalOfOne = decltype(Item::isOutside(0.0));
-template <class Item>
-using RefusalOfTwo = decltype(Item::isOutside(0.0, 0.0));
-template <class Item>
-using ResultReading = decltype(Item::readsResult);
+using NumberFromTwo = decltype(double{Item::Formula::of(0.0, 0.0)});
 
 template <class Item>
-inline constexpr bool ComputesFromOne = yieldsSameAgain<Item>() && hasForm<ComputationFromOne, Item>;
+inline constexpr bool ComputesFromOne = yieldsSameAgain<Item>() && hasForm<NumberFromOne, Item>;
 template <class Item>
-inline constexpr bool ComputesFromTwo = yieldsSameAgain<Item>() && hasForm<ComputationFromTwo, Item>;
-template <class Item>
-inline constexpr bool MayRefuseOne = hasForm<RefusalOfOne, Item>;
-template <class Item>
-inline constexpr bool MayRefuseTwo = hasForm<RefusalOfTwo, Item>;
-template <class Item>
-inline constexpr bool MayRefuse = MayRefuseOne<Item> || MayRefuseTwo<Item>;
+inline constexpr bool ComputesFromTwo = yieldsSameAgain<Item>() && hasForm<NumberFromTwo, Item>;
 
 /// Computes one item, unless it refuses its operands.
 template <class Item, class... Operands>
 double computeItem(double* product, bool& refused, Operands... operands)
 {
-    if constexpr (MayRefuse<Item>)
+    using Formula = typename Item::Formula;
+    if constexpr (mayRefuse<Formula, Operands...>)
     {
-        refused = Item::isOutside(operands...);
+        refused = Formula::refuses(operands...);
         if (refused)
         {
             return 0.0;
         }
     }
-    const double result = Item::compute(operands...);
-    if constexpr (hasForm<ResultReading, Item>)
+    const double result = Formula::of(operands...);
+    if constexpr (addsOnto<Formula, PointValue, PointValue>)
     {
         *product = result;
     }

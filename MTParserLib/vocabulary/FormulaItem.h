@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// FormulaItem.h - what an item does whose arithmetic is one formula: it looks at the kinds of its operands, refuses
+// them or not, computes, and writes the result.
+//
+// Such an item states
+//
+//     Formula     a class of Formulas.h, or the item itself where its formula is of double alone
+//     refusal     the message where the formula refuses its operands; None where it never does
+//     otherKinds  the message for operands of kinds that the formula has no overload for; None where it has no such
+//     writes      what a number writes beside x
+//
+// The bases here and in the headers of the families state them from their template arguments.
+#pragma once
+
+#include "MTParserLib/vocabulary/BuiltInItem.h"
+#include "MTParserLib/vocabulary/Formulas.h"
+
+#include <cmath>
+#include <type_traits>
+#include <utility>
+
+template <>
+struct formulas::Functions<double>
+{
+    static double squareRoot(double x) { return std::sqrt(x); }
+    static double magnitude(double x) { return std::fabs(x); }
+};
+
+using PointValue = formulas::PointOf<double>;
+
+/// Which fields of the result a number sets beside x. A point sets type, y and z, whatever is stated.
+enum class NumberWrites
+{
+    X,            ///< None.
+    Kind,         ///< The type.
+    KindAndFlag,  ///< The type, and the second flag to 1.
+};
+
+template <class Formula, class Enabled, class... Operands>
+inline constexpr bool hasOverload = false;
+template <class Formula, class... Operands>
+inline constexpr bool
+    hasOverload<Formula, std::void_t<decltype(Formula::of(std::declval<Operands>()...))>, Operands...> = true;
+
+/// Whether a formula is stated for operands of these types.
+template <class Formula, class... Operands>
+inline constexpr bool takesOperands = hasOverload<Formula, void, Operands...>;
+
+template <class Formula, class Enabled, class... Operands>
+inline constexpr bool hasRefusal = false;
+template <class Formula, class... Operands>
+inline constexpr bool
+    hasRefusal<Formula, std::void_t<decltype(Formula::refuses(std::declval<Operands>()...))>, Operands...> = true;
+
+/// Whether a formula has no result for some operands of these types.
+template <class Formula, class... Operands>
+inline constexpr bool mayRefuse = hasRefusal<Formula, void, Operands...>;
+
+template <class Formula, class Enabled, class... Operands>
+inline constexpr bool hasOnto = false;
+template <class Formula, class... Operands>
+inline constexpr bool
+    hasOnto<Formula, std::void_t<decltype(Formula::onto(0.0, std::declval<Operands>()...))>, Operands...> = true;
+
+/// Whether a formula of operands of these types is added to what its result holds.
+template <class Formula, class... Operands>
+inline constexpr bool addsOnto = hasOnto<Formula, void, Operands...>;
+
+inline PointValue pointOf(const VALTYPE& value)
+{
+    return {value.x, value.y, value.z};
+}
+
+template <NumberWrites writes>
+void deliver(VALTYPE& result, double number)
+{
+    if constexpr (writes == NumberWrites::X)
+    {
+        result.x = number;
+    }
+    else
+    {
+        setNumber(result, number);
+    }
+    if constexpr (writes == NumberWrites::KindAndFlag)
+    {
+        result.flag = 1;
+        result.reserved = 0;
+    }
+}
+
+template <NumberWrites writes>
+void deliver(VALTYPE& result, PointValue point)
+{
+    setPoint(result, point.x, point.y, point.z);
+}
+
+/// Applies an item to numbers (double) and points (PointValue).
+template <class Item, class... Operands>
+Message::Id applyFormula(VALTYPE& result, Operands... operands)
+{
+    using Formula = typename Item::Formula;
+    if constexpr (addsOnto<Formula, Operands...>)
+    {
+        result.x = Formula::onto(result.x, operands...);
+    }
+    else if constexpr (takesOperands<Formula, Operands...>)
+    {
+        if constexpr (mayRefuse<Formula, Operands...>)
+        {
+            if (Formula::refuses(operands...))
+            {
+                return Item::refusal;
+            }
+        }
+        deliver<Item::writes>(result, Formula::of(operands...));
+    }
+    else
+    {
+        return Item::otherKinds;
+    }
+    return Message::None;
+}
+
+/// Applies an item to an operand of the kind that it has.
+template <class Item>
+Message::Id applyByKind(const VALTYPE& a, VALTYPE& result)
+{
+    return isPoint(a) ? applyFormula<Item>(result, pointOf(a)) : applyFormula<Item>(result, a.x);
+}
+
+/// Applies an item to operands of the kinds that they have.
+template <class Item>
+Message::Id applyByKind(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
+{
+    if (isPoint(a))
+    {
+        return isPoint(b) ? applyFormula<Item>(result, pointOf(a), pointOf(b))
+                          : applyFormula<Item>(result, pointOf(a), b.x);
+    }
+    return isPoint(b) ? applyFormula<Item>(result, a.x, pointOf(b)) : applyFormula<Item>(result, a.x, b.x);
+}

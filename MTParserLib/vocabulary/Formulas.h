@@ -1,0 +1,374 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// Formulas.h - the arithmetic of the vocabulary: each formula once, for one row (D is double) and for many at a time
+// (D is a vector of doubles, of which g++ and clang compute all lanes at once).
+//
+//     Add::of(1.0, 2.0)                      3.0
+//     Add::of(PointOf{1, 2, 3}, p)           the sum of two points
+//     Div::refuses(1.0, 0.0)                 true; of vectors, the lanes where it is
+//
+// A formula is computed in the order in which it is written, and every comparison is the way round that it has for
+// NaN. The overloads of a formula are the kinds of operands that it takes. refuses holds where it has no result. Where
+// a formula is added to what its result holds already, it is called onto.
+//
+// This header includes nothing: a source that is compiled for a wider instruction set includes it, and inline functions
+// of the standard library that are compiled there could replace those of the sources that run everywhere. What needs
+// that library is of double alone and stands with its item.
+#pragma once
+
+namespace formulas {
+
+/// A point, or as many points as D has lanes.
+template <class D>
+struct PointOf
+{
+    D x;
+    D y;
+    D z;
+};
+
+/// Functions of a number that are no operators: squareRoot and magnitude. Whoever computes with a D specialises it.
+template <class D>
+struct Functions;
+
+/// A template parameter that holds D to be a number.
+template <class D>
+struct NumberTest
+{
+    using Type = int;
+};
+template <class D>
+struct NumberTest<PointOf<D>>
+{};
+template <class D>
+using IfNumber = typename NumberTest<D>::Type;
+
+template <class D>
+PointOf<D> difference(PointOf<D> a, PointOf<D> b)
+{
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
+
+template <class D>
+D length(PointOf<D> a)
+{
+    return Functions<D>::squareRoot(a.x * a.x + a.y * a.y + a.z * a.z);
+}
+
+struct Add
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return a + b;
+    }
+    template <class D>
+    static PointOf<D> of(PointOf<D> a, PointOf<D> b)
+    {
+        return {a.x + b.x, a.y + b.y, a.z + b.z};
+    }
+};
+
+struct Minus
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return a - b;
+    }
+    template <class D>
+    static PointOf<D> of(PointOf<D> a, PointOf<D> b)
+    {
+        return difference(a, b);
+    }
+};
+
+struct Mult
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return a * b;
+    }
+    template <class D>
+    static PointOf<D> of(PointOf<D> a, D b)
+    {
+        return {a.x * b, a.y * b, a.z * b};
+    }
+    template <class D>
+    static PointOf<D> of(D a, PointOf<D> b)
+    {
+        return {a * b.x, a * b.y, a * b.z};
+    }
+    /// The dot product is added to what the result holds.
+    template <class D>
+    static D onto(D held, PointOf<D> a, PointOf<D> b)
+    {
+        return held + a.x * b.x + a.y * b.y + a.z * b.z;
+    }
+};
+
+struct Div
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return a / b;
+    }
+    template <class D>
+    static PointOf<D> of(PointOf<D> a, D b)
+    {
+        return {a.x / b, a.y / b, a.z / b};
+    }
+    template <class Dividend, class D>
+    static auto refuses(Dividend, D b)
+    {
+        return b == 0.0;
+    }
+};
+
+struct Negate
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a)
+    {
+        return -a;
+    }
+    template <class D>
+    static PointOf<D> of(PointOf<D> a)
+    {
+        return {-a.x, -a.y, -a.z};
+    }
+};
+
+struct Greater
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return a > b ? 1.0 : 0.0;
+    }
+};
+
+struct Lesser
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return b > a ? 1.0 : 0.0;
+    }
+};
+
+struct GreaterEqual
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return a >= b ? 1.0 : 0.0;
+    }
+};
+
+struct LesserEqual
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return b >= a ? 1.0 : 0.0;
+    }
+};
+
+struct NotEqual
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return a == b ? 0.0 : 1.0;
+    }
+};
+
+struct Equal
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return a == b ? 1.0 : 0.0;
+    }
+};
+
+struct Or
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return ((a == 0.0) & (b == 0.0)) ? 0.0 : 1.0;  // "&", since vectors have no "&&" that every compiler knows
+    }
+};
+
+struct Not
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a)
+    {
+        return a == 0.0 ? 1.0 : 0.0;
+    }
+};
+
+struct Cross
+{
+    template <class D>
+    static PointOf<D> of(PointOf<D> a, PointOf<D> b)
+    {
+        return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+    }
+};
+
+/// Refuses 0 as well.
+struct Sqrt
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D x)
+    {
+        return Functions<D>::squareRoot(x);
+    }
+    template <class D, IfNumber<D> = 0>
+    static auto refuses(D x)
+    {
+        return x <= 0.0;
+    }
+};
+
+struct Square
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D x)
+    {
+        return x * x;
+    }
+};
+
+/// The magnitude of a number, or the length of a point.
+struct Abs
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D x)
+    {
+        return Functions<D>::magnitude(x);
+    }
+    template <class D>
+    static D of(PointOf<D> a)
+    {
+        return length(a);
+    }
+};
+
+struct Min
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return b > a ? a : b;
+    }
+};
+
+struct Min3
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b, D c)
+    {
+        return Min::of(Min::of(a, b), c);
+    }
+};
+
+struct Max
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b)
+    {
+        return a > b ? a : b;
+    }
+};
+
+struct Max3
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D a, D b, D c)
+    {
+        return Max::of(Max::of(a, b), c);
+    }
+};
+
+/// Eleven decimals, required so; the constants "pi" and "PI" hold the same value.
+inline constexpr double pi = 3.14159265359;
+
+struct Radians
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D degrees)
+    {
+        return degrees * pi / 180.0;
+    }
+};
+
+struct Degrees
+{
+    template <class D, IfNumber<D> = 0>
+    static D of(D radians)
+    {
+        return radians * 180.0 / pi;
+    }
+};
+
+struct MakePoint
+{
+    template <class D, IfNumber<D> = 0>
+    static PointOf<D> of(D x, D y, D z)
+    {
+        return {x, y, z};
+    }
+};
+
+struct Dist
+{
+    template <class D>
+    static D of(PointOf<D> a, PointOf<D> b)
+    {
+        return length(difference(a, b));
+    }
+};
+
+/// z never enters; endpoints above each other yield NaN.
+struct Nor
+{
+    template <class D>
+    static PointOf<D> of(PointOf<D> a, PointOf<D> b)
+    {
+        const D x = a.x - b.x;
+        const D y = a.y - b.y;
+        const D distance = Functions<D>::squareRoot(x * x + y * y);
+        return {y / distance, (b.x - a.x) / distance, D{}};
+    }
+};
+
+struct Vec
+{
+    template <class D>
+    static PointOf<D> of(PointOf<D> a, PointOf<D> b)
+    {
+        return difference(b, a);
+    }
+};
+
+/// Equal endpoints yield NaN.
+struct Vec1
+{
+    template <class D>
+    static PointOf<D> of(PointOf<D> a, PointOf<D> b)
+    {
+        const D distance = length(difference(a, b));
+        const PointOf<D> vector = difference(b, a);
+        return {vector.x / distance, vector.y / distance, vector.z / distance};
+    }
+};
+
+}
