@@ -30,6 +30,7 @@
 #include <exception>
 #include <functional>
 #include <initializer_list>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -312,6 +313,56 @@ struct Variable
     Value value;
 };
 
+namespace detail {
+
+template <class Element, class Given, class = void>
+struct Conversion
+{
+    static constexpr bool exists = std::is_convertible_v<const Given&, Element>;
+    static Element of(const Given& given) { return given; }
+};
+
+/// Of the pairs that a map holds.
+template <class Given>
+struct Conversion<Variable, Given, std::void_t<decltype(std::declval<Given>().first, std::declval<Given>().second)>>
+{
+    static constexpr bool exists =
+        std::is_convertible_v<decltype((std::declval<const Given&>().first)), std::string_view> &&
+        std::is_convertible_v<decltype((std::declval<const Given&>().second)), Value>;
+    static Variable of(const Given& given) { return {given.first, given.second}; }
+};
+
+template <class Range>
+using ElementOf = std::remove_cv_t<std::remove_reference_t<decltype(*std::begin(std::declval<const Range&>()))>>;
+
+}
+
+/// What a call takes several of: braces, or any range whose elements convert, such as a vector of strings for names, or a map
+/// from names to numbers for variables. What its elements point at has to live during the call.
+template <class Element>
+class List
+{
+public:
+    List() = default;
+    List(std::initializer_list<Element> elements) : elements_(elements) {}
+    template <class Range, class = std::enable_if_t<detail::Conversion<Element, detail::ElementOf<Range>>::exists>>
+    List(const Range& range)
+    {
+        for (const auto& given : range)
+        {
+            elements_.push_back(detail::Conversion<Element, detail::ElementOf<Range>>::of(given));
+        }
+    }
+
+    auto begin() const noexcept { return elements_.begin(); }
+    auto end() const noexcept { return elements_.end(); }
+    std::size_t size() const noexcept { return elements_.size(); }
+    const Element& operator[](std::size_t index) const noexcept { return elements_[index]; }
+
+private:
+    std::vector<Element> elements_{};
+};
+
 // ----- arrays ----------------------------------------------------------------
 
 namespace detail {
@@ -553,8 +604,7 @@ public:
         return status == MATHEXPR_OK ? Result<void>() : Result<void>(errorOfText(status, name));
     }
 
-    template <class Range>
-    Result<void> setAll(const Range& variables)
+    Result<void> setAll(const List<Variable>& variables)
     {
         for (const Variable& variable : variables)
         {
@@ -596,8 +646,7 @@ public:
         return status == MATHEXPR_OK ? Result<Value>(Value(value)) : Result<Value>(errorOf(status));
     }
 
-    Result<RowsOutcome> evaluateArrays(std::initializer_list<Column> columns, const Results& results,
-                                       std::uint32_t threadCount)
+    Result<RowsOutcome> evaluateArrays(const List<Column>& columns, const Results& results, std::uint32_t threadCount)
     {
         std::vector<mathexpr_column_utf8> records;
         for (const Column& column : columns)
@@ -639,11 +688,9 @@ public:
     bool isCompiled = false;  // and whether it did
 
 private:
-    static Error errorOfArrays(std::initializer_list<Column> columns, const mathexpr_bulk_outcome& outcome)
+    static Error errorOfArrays(const List<Column>& columns, const mathexpr_bulk_outcome& outcome)
     {
-        const auto whose = [&] {
-            return "the column '" + std::string((columns.begin() + outcome.column)->name()) + "' ";
-        };
+        const auto whose = [&] { return "the column '" + std::string(columns[outcome.column].name()) + "' "; };
         const auto error = [](const std::string& message) { return detail::errorOf(MATHEXPR_BULK_REFUSED, message); };
         switch (outcome.error)
         {
@@ -808,7 +855,7 @@ class Expression
 public:
     /// Makes an expression and compiles its text.
     /// @param variables  set before, since names have to be known when a text is compiled
-    static Result<Expression> tryCreate(std::string_view text, std::initializer_list<Variable> variables = {},
+    static Result<Expression> tryCreate(std::string_view text, const List<Variable>& variables = {},
                                         Options options = {})
     {
         Result<Expression> made = tryCreateEmpty(std::move(options));
@@ -822,7 +869,7 @@ public:
     /// Makes an expression without a text.
     static Result<Expression> tryCreate(Options options = {}) { return tryCreateEmpty(std::move(options)); }
 #if MATHEXPR_HAS_EXCEPTIONS
-    explicit Expression(std::string_view text, std::initializer_list<Variable> variables = {}, Options options = {})
+    explicit Expression(std::string_view text, const List<Variable>& variables = {}, Options options = {})
         : Expression(tryCreate(text, variables, std::move(options)).value())
     {}
     explicit Expression(Options options = {}) : Expression(tryCreateEmpty(std::move(options)).value()) {}
@@ -884,7 +931,7 @@ public:
     /// @param columns      of variables that were known when the text was compiled
     /// @param results      as many as each column has rows; untouched after a failure
     /// @param threadCount  how many threads compute; the results do not depend on it
-    Result<RowsOutcome> tryEvaluateArrays(std::initializer_list<Column> columns, const Results& results,
+    Result<RowsOutcome> tryEvaluateArrays(const List<Column>& columns, const Results& results,
                                           std::uint32_t threadCount = 1)
     {
         return session_->evaluateArrays(columns, results, threadCount);
@@ -915,8 +962,7 @@ public:
     {
         return tryPoint().value();
     }
-    RowsOutcome evaluateArrays(std::initializer_list<Column> columns, const Results& results,
-                               std::uint32_t threadCount = 1)
+    RowsOutcome evaluateArrays(const List<Column>& columns, const Results& results, std::uint32_t threadCount = 1)
     {
         return tryEvaluateArrays(columns, results, threadCount).value();
     }
@@ -976,32 +1022,29 @@ private:
 };
 
 /// The value of one text.
-inline Result<Value> tryEvaluate(std::string_view text, std::initializer_list<Variable> variables = {},
-                                 Options options = {})
+inline Result<Value> tryEvaluate(std::string_view text, const List<Variable>& variables = {}, Options options = {})
 {
     Result<Expression> expression = Expression::tryCreate(text, variables, std::move(options));
     return expression ? expression->tryEvaluate() : Result<Value>(expression.error());
 }
 
 /// The same for a text whose value is a number.
-inline Result<double> tryNumber(std::string_view text, std::initializer_list<Variable> variables = {},
-                                Options options = {})
+inline Result<double> tryNumber(std::string_view text, const List<Variable>& variables = {}, Options options = {})
 {
     const Result<Value> value = tryEvaluate(text, variables, std::move(options));
     return value ? value->tryNumber() : Result<double>(value.error());
 }
 
 /// The same for a text whose value is a point.
-inline Result<Point> tryPoint(std::string_view text, std::initializer_list<Variable> variables = {},
-                              Options options = {})
+inline Result<Point> tryPoint(std::string_view text, const List<Variable>& variables = {}, Options options = {})
 {
     const Result<Value> value = tryEvaluate(text, variables, std::move(options));
     return value ? value->tryPoint() : Result<Point>(value.error());
 }
 
 /// The values of one text for each row of arrays; see Expression::tryEvaluateArrays.
-inline Result<RowsOutcome> tryEvaluateArrays(std::string_view text, std::initializer_list<Column> columns,
-                                             const Results& results, std::uint32_t threadCount = 1)
+inline Result<RowsOutcome> tryEvaluateArrays(std::string_view text, const List<Column>& columns, const Results& results,
+                                             std::uint32_t threadCount = 1)
 {
     Result<Expression> expression = Expression::tryCreate();
     Result<void> result;
@@ -1024,19 +1067,19 @@ inline Result<RowsOutcome> tryEvaluateArrays(std::string_view text, std::initial
 }
 
 #if MATHEXPR_HAS_EXCEPTIONS
-inline Value evaluate(std::string_view text, std::initializer_list<Variable> variables = {}, Options options = {})
+inline Value evaluate(std::string_view text, const List<Variable>& variables = {}, Options options = {})
 {
     return tryEvaluate(text, variables, std::move(options)).value();
 }
-inline double number(std::string_view text, std::initializer_list<Variable> variables = {}, Options options = {})
+inline double number(std::string_view text, const List<Variable>& variables = {}, Options options = {})
 {
     return tryNumber(text, variables, std::move(options)).value();
 }
-inline Point point(std::string_view text, std::initializer_list<Variable> variables = {}, Options options = {})
+inline Point point(std::string_view text, const List<Variable>& variables = {}, Options options = {})
 {
     return tryPoint(text, variables, std::move(options)).value();
 }
-inline RowsOutcome evaluateArrays(std::string_view text, std::initializer_list<Column> columns, const Results& results,
+inline RowsOutcome evaluateArrays(std::string_view text, const List<Column>& columns, const Results& results,
                                   std::uint32_t threadCount = 1)
 {
     return tryEvaluateArrays(text, columns, results, threadCount).value();
@@ -1056,8 +1099,8 @@ class Function
 public:
     /// @param arguments  the names of the arguments, by position; the text need not use them
     /// @param variables  what else the text may use; they keep these values
-    static Result<Function> tryCreate(std::string_view text, std::initializer_list<std::string_view> arguments,
-                                      std::initializer_list<Variable> variables = {}, Options options = {})
+    static Result<Function> tryCreate(std::string_view text, const List<std::string_view>& arguments,
+                                      const List<Variable>& variables = {}, Options options = {})
     {
         Result<Expression> expression = Expression::tryCreate(std::move(options));
         Result<void> result = expression ? expression->session_->setAll(variables) : Result<void>();
@@ -1075,8 +1118,8 @@ public:
                                     : Result<Function>(expression ? result.error() : expression.error());
     }
 #if MATHEXPR_HAS_EXCEPTIONS
-    Function(std::string_view text, std::initializer_list<std::string_view> arguments,
-             std::initializer_list<Variable> variables = {}, Options options = {})
+    Function(std::string_view text, const List<std::string_view>& arguments, const List<Variable>& variables = {},
+             Options options = {})
         : Function(tryCreate(text, arguments, variables, std::move(options)).value())
     {}
 #endif

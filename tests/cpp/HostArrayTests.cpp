@@ -34,6 +34,20 @@ TEST(HostArrays, AreReadAndWrittenWhereTheyAre)
     EXPECT_EQ(rooms[1].area, 20.0);
 }
 
+TEST(HostArrays, MayBeAsManyAsTheHostFindsAtRunTime)
+{
+    const std::vector<std::string> headings{"a", "b", "c"};
+    const std::vector<std::vector<double>> cells{{1, 2}, {10, 20}, {100, 200}};
+    std::vector<Column> columns;
+    for (std::size_t index = 0; index < headings.size(); ++index)
+    {
+        columns.emplace_back(headings[index], cells[index]);
+    }
+    std::vector<double> sums(2);
+    EXPECT_EQ(mathexpr::evaluateArrays("a+b+c", columns, sums).failedCount, 0u);
+    EXPECT_EQ(sums, (std::vector<double>{111, 222}));
+}
+
 TEST(HostArrays, HoldNumbersOrPoints)
 {
     const std::array<Point, 2> corners{{{3, 4, 0}, {0, 5, 12}}};

@@ -29,6 +29,17 @@ TEST(HostExpression, IsComputedInOneCall)
     EXPECT_EQ(mathexpr::tryEvaluate("2*").error().status(), MATHEXPR_PARSING_ERROR);
 }
 
+TEST(HostExpression, TakesVariablesFromTheContainersOfTheHost)
+{
+    const std::map<std::string, double> numbers{{"width", 2.5}, {"height", 4}};
+    const std::vector<std::pair<const char*, Point>> points{{"p", {1, 2, 3}}, {"q", {1, 1, 1}}};
+    const std::vector<mathexpr::Variable> variables{{"r", 2}, {"p", Point{1, 0, 0}}};
+    EXPECT_EQ(mathexpr::number("width*height", numbers), 10.0);
+    EXPECT_EQ(mathexpr::point("p+q", points), (Point{2, 3, 4}));
+    EXPECT_EQ(Expression("p*r", variables).point(), (Point{2, 0, 0}));
+    EXPECT_EQ(mathexpr::tryNumber("1", std::map<std::string, double>{{"2", 1}}).error().item(), "2");
+}
+
 TEST(HostExpression, IsCompiledOnceAndEvaluatedOften)
 {
     Expression expression("width*height", {{"width", 2}, {"height", 3}});

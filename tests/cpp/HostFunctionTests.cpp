@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <thread>
 
 namespace {
@@ -26,6 +27,14 @@ TEST(HostFunction, IsCalledByPosition)
     EXPECT_EQ(Function("2*3", {})(), 6.0);
     Function moved = std::move(difference);
     EXPECT_EQ(moved(0, 1), 1.0);
+}
+
+TEST(HostFunction, TakesTheNamesThatTheHostFindsAtRunTime)
+{
+    const std::vector<std::string> names{"d", "h"};
+    const std::map<std::string, double, std::less<>> constants{{"density", 2}};
+    Function mass("density*d*h", names, constants);
+    EXPECT_EQ(mass(3, 5), 30.0);
 }
 
 TEST(HostFunction, KeepsWhatItReadsBesideItsArguments)
