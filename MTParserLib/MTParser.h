@@ -44,6 +44,7 @@ public:
     void setLimits(const MTLimits& newLimits) noexcept { limits = newLimits; }
     const MTLimits& getLimits() const noexcept { return limits; }
     void setMaxInteger(std::uint32_t limit) noexcept { compiler.setMaxInteger(limit); }
+    std::uint32_t getMaxInteger() const noexcept { return compiler.getMaxInteger(); }
 
     /// Names that the host offers for suggestions; only kept here, and may be null.
     void setNameSource(const mathexpr::IMathExprNameSource* source) noexcept { nameSource = source; }

@@ -48,6 +48,7 @@ public:
 
     /// The greatest integer literal that is accepted.
     void setMaxInteger(std::uint32_t limit) noexcept { maxInteger = limit; }
+    std::uint32_t getMaxInteger() const noexcept { return maxInteger; }
 
     /// Whether an unknown name that the host does not answer becomes a variable of value 0.
     void setAutomaticVariables(bool enabled) noexcept { automaticVariables = enabled; }

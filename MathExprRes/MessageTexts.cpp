@@ -27,12 +27,14 @@ constexpr MessageRow messages[] = {
 #undef MESSAGE
 };
 
-/// Whether the rows are exactly the numbers 1 to 19, in this order, with a text in every language.
+/// Whether the rows are exactly the messages 1 to 19 and the hints 101 to 119, in this order, with a text in every
+/// language.
 constexpr bool tableIsComplete()
 {
     std::uint32_t expected = 1;
     for (const MessageRow& row : messages)
     {
+        expected = expected == 20 ? 101 : expected;
         if (row.id != expected++)
         {
             return false;
@@ -45,7 +47,7 @@ constexpr bool tableIsComplete()
             }
         }
     }
-    return expected == 20;
+    return expected == 120;
 }
 
 static_assert(tableIsComplete());

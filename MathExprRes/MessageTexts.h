@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MessageTexts.h - the texts of the messages, 1 to 19, in every language: the table for platforms without string
-// resources.
+// MessageTexts.h - the texts of the messages, 1 to 19, and of the hints, from 101, in every language: the table for
+// platforms without string resources.
 #pragma once
 
 #include <cstdint>

@@ -499,6 +499,14 @@ typedef struct mathexpr_diagnostic_utf8
     const char* const* suggestions;  ///< For an unknown name: up to three that may be meant, the nearest first,
                                      ///< each zero-terminated.
     size_t suggestion_count;
+    const char* const* hints;  ///< What helps the user along, as sentences in the user's language, to be shown below
+                               ///< text; each zero-terminated.
+    size_t hint_count;
+    size_t fix_start;   ///< The correction that the last hint speaks of, where there is one that is plain: what to
+                        ///< replace in the typed text, in units of this encoding. The text that this makes compiles.
+    size_t fix_length;  ///< Where this and fix_replacement_length are 0 there is no correction.
+    const char* fix_replacement;
+    size_t fix_replacement_length;
 } mathexpr_diagnostic_utf8;
 
 /// The same in UTF-16.
@@ -522,6 +530,12 @@ typedef struct mathexpr_diagnostic_utf16
     size_t accepted_count;
     const mathexpr_char16* const* suggestions;
     size_t suggestion_count;
+    const mathexpr_char16* const* hints;
+    size_t hint_count;
+    size_t fix_start;
+    size_t fix_length;
+    const mathexpr_char16* fix_replacement;
+    size_t fix_replacement_length;
 } mathexpr_diagnostic_utf16;
 
 /// Asks whether there is a diagnostic.

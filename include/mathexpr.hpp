@@ -56,6 +56,14 @@ namespace mathexpr {
 class Error : public std::runtime_error
 {
 public:
+    /// A correction: what to put in place of a stretch of the text. The text that this makes compiles.
+    struct Fix
+    {
+        std::size_t start = 0;
+        std::size_t length = 0;
+        std::string replacement{};
+    };
+
     /// What is known of a failure. Positions and lengths count bytes.
     struct Details
     {
@@ -66,6 +74,8 @@ public:
         std::uint32_t expected = 0;
         std::string item{};
         std::vector<std::string> suggestions{};
+        std::vector<std::string> hints{};
+        std::optional<Fix> fix{};
     };
 
     Error(const std::string& message, Details details)
@@ -93,6 +103,12 @@ public:
 
     /// For an unknown name: up to three that may be meant, the nearest first.
     const std::vector<std::string>& suggestions() const noexcept { return details_->suggestions; }
+
+    /// What helps the user along, as sentences in the user's language, to be shown below what().
+    const std::vector<std::string>& hints() const noexcept { return details_->hints; }
+
+    /// The correction that the last hint speaks of, where there is one that is plain.
+    const std::optional<Fix>& fix() const noexcept { return details_->fix; }
 
 private:
     std::shared_ptr<const Details> details_;  // copying an exception does not throw
@@ -566,6 +582,12 @@ public:
         details.expected = diagnostic.expected;
         details.item.assign(diagnostic.item, diagnostic.item_length);
         details.suggestions.assign(diagnostic.suggestions, diagnostic.suggestions + diagnostic.suggestion_count);
+        details.hints.assign(diagnostic.hints, diagnostic.hints + diagnostic.hint_count);
+        if (diagnostic.fix_length != 0 || diagnostic.fix_replacement_length != 0)
+        {
+            details.fix = Error::Fix{diagnostic.fix_start, diagnostic.fix_length,
+                                     std::string(diagnostic.fix_replacement, diagnostic.fix_replacement_length)};
+        }
         return {std::string(diagnostic.text, diagnostic.text_length), std::move(details)};
     }
 

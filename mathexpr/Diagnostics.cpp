@@ -9,7 +9,8 @@
 #include "mathexpr/HostBoundary.h"
 #include "mathexpr/MessageSource.h"
 #include "mathexpr/NameSuggestions.h"
-#include "platform/FloatingPointGuard.h"
+#include "mathexpr/hints/Hints.h"
+#include "mathexpr/hints/KnownNames.h"
 
 #include <algorithm>
 #include <iterator>
@@ -40,18 +41,6 @@ std::wstring withoutBlanks(std::wstring_view text)
     return stripped;
 }
 
-/// Nothing where the item concerned is no function.
-std::vector<std::uint32_t> acceptedCounts(const MTParserRegistrar& registrar, std::wstring_view item)
-{
-    std::vector<std::uint32_t> counts;
-    for (std::size_t index = registrar.findFunction(item); index != MTParserRegistrar::notFound;
-         index = registrar.getFunctionDefinition(index).nextOverload)
-    {
-        counts.push_back(registrar.getFunctionDefinition(index).nbArgs);
-    }
-    return counts;
-}
-
 void offerFunctions(NameSuggestions& suggestions, const MTParserRegistrar& registrar)
 {
     for (std::size_t index = 0; index < registrar.getNbFunctions(); ++index)
@@ -60,15 +49,9 @@ void offerFunctions(NameSuggestions& suggestions, const MTParserRegistrar& regis
     }
 }
 
-/// Asks the host with the host's own floating-point control words in force.
-const wchar_t* nameFrom(const IMathExprNameSource& host, std::uint32_t index)
+void offerValues(NameSuggestions& suggestions, const KnownNames& names)
 {
-    const platform::HostFloatingPoint hostsWords;
-    return host.getName(index);
-}
-
-void offerValues(NameSuggestions& suggestions, const MTParserRegistrar& registrar, const IMathExprNameSource* host)
-{
+    const MTParserRegistrar& registrar = names.registrar();
     for (std::size_t index = 0; index < registrar.getNbConstants(); ++index)
     {
         suggestions.offer(registrar.getConstantName(index));
@@ -77,30 +60,27 @@ void offerValues(NameSuggestions& suggestions, const MTParserRegistrar& registra
     {
         suggestions.offer(registrar.getVariableDefinition(index).name);
     }
-    std::uint32_t index = 0;
-    for (const wchar_t* name = nullptr; host != nullptr && (name = nameFrom(*host, index)) != nullptr; ++index)
-    {
-        suggestions.offer(name);
-    }
+    std::for_each(names.hostNames().begin(), names.hostNames().end(),
+                  [&suggestions](const std::wstring& name) { suggestions.offer(name); });
 }
 
 /// Before a bracket only a function can be meant; elsewhere whatever has a value, and a function that lost its
 /// brackets.
-std::vector<std::wstring> suggestionsFor(const MTFailure& failure, const MTParserRegistrar& registrar,
-                                         const IMathExprNameSource* host)
+std::vector<std::wstring> suggestionsFor(const MTFailure& failure, const KnownNames& names)
 {
     NameSuggestions suggestions(failure.itemName);
     if (failure.message == Message::UnknownName)
     {
-        offerValues(suggestions, registrar, host);
+        offerValues(suggestions, names);
     }
-    offerFunctions(suggestions, registrar);
+    offerFunctions(suggestions, names.registrar());
     return suggestions.take();
 }
 
 ExpressionDiagnostic diagnosticOf(MTParser& parser)
 {
     ExpressionDiagnostic diagnostic;
+    const KnownNames names(parser.getRegistrar(), parser.getNameSource());
     const MTFailure& failure = parser.getFailure();
     const std::wstring_view typed = parser.getTypedText();
 
@@ -120,13 +100,14 @@ ExpressionDiagnostic diagnosticOf(MTParser& parser)
     diagnostic.nbArgs = failure.nbArgs;
     if (failure.nbArgs != 0)
     {
-        diagnostic.acceptedArgCounts = acceptedCounts(parser.getRegistrar(), diagnostic.itemName);
+        diagnostic.acceptedArgCounts = names.argumentCounts(diagnostic.itemName);
     }
     diagnostic.expected = failure.expected;
     if (failure.message == Message::UnknownName || failure.message == Message::UnknownFunction)
     {
-        diagnostic.suggestions = suggestionsFor(failure, parser.getRegistrar(), parser.getNameSource());
+        diagnostic.suggestions = suggestionsFor(failure, names);
     }
+    addHints(diagnostic, parser, names);
     return diagnostic;
 }
 

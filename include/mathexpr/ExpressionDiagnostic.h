@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,14 @@ enum : std::uint32_t
     Less = 0x4000,  ///< A shorter or simpler expression.
 };
 }
+
+/// A stretch of the typed text, and what to put in its place. The text that this makes compiles.
+struct ExpressionFix
+{
+    std::uint32_t start = 0;  ///< Counted as ExpressionDiagnostic::start.
+    std::uint32_t length = 0;
+    std::wstring replacement;
+};
 
 /// One failure. Where nothing has failed, message is 0 and everything else is empty.
 struct ExpressionDiagnostic
@@ -76,6 +85,12 @@ struct ExpressionDiagnostic
 
     /// For an unknown name: up to three that the user may have meant, the nearest first.
     std::vector<std::wstring> suggestions;
+
+    /// What helps the user along, as sentences in the user's language, to be shown below the text of the message: what
+    /// fits where the expression fails, and what may be meant. Up to two.
+    std::vector<std::wstring> hints;
+    /// The correction that the last hint speaks of, where there is one that is plain.
+    std::optional<ExpressionFix> fix;
 };
 
 }

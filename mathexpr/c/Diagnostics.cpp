@@ -46,6 +46,15 @@ typename Encoding::Diagnostic describe(const mathexpr::ExpressionDiagnostic& own
     diagnostic.accepted_count = texts.acceptedArgCounts.size();
     diagnostic.suggestions = texts.suggestions.data();
     diagnostic.suggestion_count = texts.suggestions.size();
+    diagnostic.hints = texts.hints.data();
+    diagnostic.hint_count = texts.hints.size();
+    if (own.fix)
+    {
+        diagnostic.fix_start = unitsOf<Encoding>(typed, 0, own.fix->start);
+        diagnostic.fix_length = unitsOf<Encoding>(typed, own.fix->start, own.fix->length);
+    }
+    diagnostic.fix_replacement = texts.replacement.c_str();
+    diagnostic.fix_replacement_length = texts.replacement.size();
     return diagnostic;
 }
 

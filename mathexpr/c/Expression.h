@@ -53,7 +53,8 @@ struct DiagnosticTexts
     explicit DiagnosticTexts(const mathexpr::ExpressionDiagnostic& own)
         : text(Encoding::encode(own.text)), itemName(Encoding::encode(own.itemName)),
           conflictName(Encoding::encode(own.conflictItemName)), acceptedArgCounts(own.acceptedArgCounts),
-          suggestions(own.suggestions)
+          suggestions(own.suggestions), hints(own.hints),
+          replacement(own.fix ? Encoding::encode(own.fix->replacement) : typename Encoding::Text())
     {}
 
     typename Encoding::Text text;
@@ -61,6 +62,8 @@ struct DiagnosticTexts
     typename Encoding::Text conflictName;
     std::vector<std::uint32_t> acceptedArgCounts;
     TextList<Encoding> suggestions;
+    TextList<Encoding> hints;
+    typename Encoding::Text replacement;
 };
 
 /// What the host may still be reading in one encoding.

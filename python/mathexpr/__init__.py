@@ -14,6 +14,7 @@ with NumPy for whole arrays, and keeps variables. A text that is wrong raises a 
 from ._errors import (
     DefinitionError,
     Diagnostic,
+    Fix,
     MathExprError,
     ParsingError,
     RefusedError,
@@ -37,6 +38,7 @@ __all__ = [
     "DefinitionError",
     "Diagnostic",
     "Expression",
+    "Fix",
     "Limits",
     "MathExprError",
     "ParsingError",

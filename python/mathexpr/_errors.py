@@ -22,6 +22,23 @@ _BLANKS = str.maketrans("\t\n\r", "   ")
 
 
 @dataclass(frozen=True)
+class Fix:
+    """A correction: what to put in place of a stretch of the text. The text that this makes compiles."""
+
+    position: int
+    length: int
+    replacement: str
+
+    def apply(self, text: str) -> str:
+        """The corrected text.
+
+        >>> Fix(0, 3, "2*pi").apply("2pi+1")
+        '2*pi+1'
+        """
+        return text[: self.position] + self.replacement + text[self.position + self.length :]
+
+
+@dataclass(frozen=True)
 class Diagnostic:
     """What went wrong, and where in the text. Positions count characters."""
 
@@ -38,6 +55,8 @@ class Diagnostic:
     arg_count: int = 0  #: How many arguments the item was given.
     accepted_arg_counts: tuple[int | None, ...] = ()  #: How many it takes, by overload; None is any number.
     suggestions: tuple[str, ...] = ()  #: For an unknown name: what may be meant, the nearest first.
+    hints: tuple[str, ...] = ()  #: What helps along, as sentences in the user's language.
+    fix: Fix | None = None  #: The correction that the last hint speaks of, where there is one that is plain.
 
     @property
     def caret(self) -> str:
@@ -71,11 +90,12 @@ class MathExprError(Exception):
         self.length = diagnostic.length
         self.code = diagnostic.code
         self.suggestions = diagnostic.suggestions
+        self.hints = diagnostic.hints
+        self.fix = diagnostic.fix
         self.caret = diagnostic.caret
 
     def __str__(self) -> str:
-        perhaps = f"\nperhaps {', '.join(self.suggestions)}" if self.suggestions else ""
-        return f"{self.message}\n{self.caret}{perhaps}"
+        return "\n".join((self.message, self.caret, *self.hints))
 
 
 class ParsingError(MathExprError):
@@ -124,6 +144,13 @@ def error_of_record(record: _library.DiagnosticRecord, utf8: bytes) -> MathExprE
     """The exception for what the library tells of a text."""
     kind, exception = _KINDS[record.kind]
     start, length = record.start, record.length
+    replacement = record.fix_replacement.decode()
+    fix_start, fix_length = record.fix_start, record.fix_length
+    fix = Fix(
+        position=len(utf8[:fix_start].decode()),
+        length=len(utf8[fix_start : fix_start + fix_length].decode()),
+        replacement=replacement,
+    )
     accepted = (record.accepted_arg_counts[index] for index in range(record.accepted_count))
     return exception(
         Diagnostic(
@@ -140,6 +167,8 @@ def error_of_record(record: _library.DiagnosticRecord, utf8: bytes) -> MathExprE
             arg_count=record.arg_count,
             accepted_arg_counts=tuple(None if number == _library.ANY_ARG_COUNT else number for number in accepted),
             suggestions=tuple(record.suggestions[index].decode() for index in range(record.suggestion_count)),
+            hints=tuple(record.hints[index].decode() for index in range(record.hint_count)),
+            fix=fix if fix_length or replacement else None,
         )
     )
 

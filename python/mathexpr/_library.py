@@ -142,6 +142,12 @@ class DiagnosticRecord(Sized):
         ("accepted_count", c_size_t),
         ("suggestions", POINTER(c_char_p)),
         ("suggestion_count", c_size_t),
+        ("hints", POINTER(c_char_p)),
+        ("hint_count", c_size_t),
+        ("fix_start", c_size_t),
+        ("fix_length", c_size_t),
+        ("fix_replacement", c_char_p),
+        ("fix_replacement_length", c_size_t),
     ]
 
 

@@ -26,8 +26,21 @@ def test_an_unknown_function():
         "What stands before ( is not a function: check its name, or write * to multiply.\n"
         "1 + sine(30)\n"
         "    ^^^^\n"
-        "perhaps sin, sinh"
+        "Did you mean sin or sinh?"
     )
+
+
+def test_a_correction():
+    error = failure("\u03bb+2\u03bb", {"\u03bb": 1})
+    assert error.hints == ("Multiplication is written with *. Did you mean \u03bb+2*\u03bb?",)
+    assert error.fix == mathexpr.Fix(2, 2, "2*\u03bb")
+    assert error.fix.apply(error.text) == "\u03bb+2*\u03bb"
+    assert str(error).endswith("\n  ^^\n" + error.hints[0])
+
+
+def test_no_correction():
+    error = failure("1,500")
+    assert error.fix is None and len(error.hints) == 1 and "1.500 or 1500" in error.hints[0]
 
 
 def test_an_item_that_refuses():

@@ -171,6 +171,11 @@ TEST(Memory, RunsOutWhileADiagnosticIsMade)
         diagnostic.size = sizeof(diagnostic);
         return mathexpr_get_diagnostic_utf8(expression, &diagnostic);
     });
+    runOutOfMemory(MATHEXPR_EXPRESSION, "a_name_of_some_length_e+2pi", [](mathexpr_expression* expression) {
+        mathexpr_diagnostic_utf8 diagnostic{};
+        diagnostic.size = sizeof(diagnostic);
+        return mathexpr_get_diagnostic_utf8(expression, &diagnostic);
+    });
     runOutOfMemory(MATHEXPR_CALCULATOR, nullptr, [](mathexpr_expression* expression) {
         mathexpr_diagnostic_utf16 diagnostic{};
         diagnostic.size = sizeof(diagnostic);

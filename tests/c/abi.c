@@ -171,7 +171,7 @@ void test_layouts(void)
     MEMBER(mathexpr_limits, max_records, 8);
     MEMBER(mathexpr_limits, max_nesting, 12);
 
-    CHECK_EQUAL(sizeof(mathexpr_diagnostic_utf8), 120);
+    CHECK_EQUAL(sizeof(mathexpr_diagnostic_utf8), 168);
     MEMBER(mathexpr_diagnostic_utf8, size, 0);
     MEMBER(mathexpr_diagnostic_utf8, message, 4);
     MEMBER(mathexpr_diagnostic_utf8, kind, 8);
@@ -190,8 +190,14 @@ void test_layouts(void)
     MEMBER(mathexpr_diagnostic_utf8, accepted_count, 96);
     MEMBER(mathexpr_diagnostic_utf8, suggestions, 104);
     MEMBER(mathexpr_diagnostic_utf8, suggestion_count, 112);
+    MEMBER(mathexpr_diagnostic_utf8, hints, 120);
+    MEMBER(mathexpr_diagnostic_utf8, hint_count, 128);
+    MEMBER(mathexpr_diagnostic_utf8, fix_start, 136);
+    MEMBER(mathexpr_diagnostic_utf8, fix_length, 144);
+    MEMBER(mathexpr_diagnostic_utf8, fix_replacement, 152);
+    MEMBER(mathexpr_diagnostic_utf8, fix_replacement_length, 160);
 
-    CHECK_EQUAL(sizeof(mathexpr_diagnostic_utf16), 120);
+    CHECK_EQUAL(sizeof(mathexpr_diagnostic_utf16), 168);
     MEMBER(mathexpr_diagnostic_utf16, size, 0);
     MEMBER(mathexpr_diagnostic_utf16, message, 4);
     MEMBER(mathexpr_diagnostic_utf16, kind, 8);
@@ -210,6 +216,12 @@ void test_layouts(void)
     MEMBER(mathexpr_diagnostic_utf16, accepted_count, 96);
     MEMBER(mathexpr_diagnostic_utf16, suggestions, 104);
     MEMBER(mathexpr_diagnostic_utf16, suggestion_count, 112);
+    MEMBER(mathexpr_diagnostic_utf16, hints, 120);
+    MEMBER(mathexpr_diagnostic_utf16, hint_count, 128);
+    MEMBER(mathexpr_diagnostic_utf16, fix_start, 136);
+    MEMBER(mathexpr_diagnostic_utf16, fix_length, 144);
+    MEMBER(mathexpr_diagnostic_utf16, fix_replacement, 152);
+    MEMBER(mathexpr_diagnostic_utf16, fix_replacement_length, 160);
 
     CHECK_EQUAL(sizeof(mathexpr_names_utf8), 24);
     MEMBER(mathexpr_names_utf8, size, 0);

@@ -7,6 +7,7 @@
 #include <string.h>
 
 void test_diagnostic_record(void);
+void test_diagnostic_correction(void);
 void test_diagnostic_positions(void);
 void test_diagnostic_lifetime(void);
 void test_diagnostic_suggestions(void);
@@ -57,6 +58,12 @@ void test_diagnostic_record(void)
     CHECK_EQUAL(diagnostic.accepted_count, 0);
     CHECK(diagnostic.suggestions == NULL);
     CHECK_EQUAL(diagnostic.suggestion_count, 0);
+    CHECK(diagnostic.hints == NULL);
+    CHECK_EQUAL(diagnostic.hint_count, 0);
+    CHECK_EQUAL(diagnostic.fix_start, 0);
+    CHECK_EQUAL(diagnostic.fix_length, 0);
+    CHECK_TEXT(diagnostic.fix_replacement, "");
+    CHECK_EQUAL(diagnostic.fix_replacement_length, 0);
 
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "1 + trunc(1,2,3)", ZT), MATHEXPR_PARSING_ERROR);
     CHECK_OK(mathexpr_has_failed(expression, &failed));
@@ -108,6 +115,33 @@ void test_diagnostic_record(void)
 #define UMLAUT "\xC3\xA4"
 #define EURO "\xE2\x82\xAC"
 #define FACE "\xF0\x9F\x98\x80"
+
+void test_diagnostic_correction(void)
+{
+    mathexpr_expression* const expression = plain();
+    const mathexpr_value one = number(1);
+    mathexpr_diagnostic_utf8 narrow;
+    mathexpr_diagnostic_utf16 wider;
+    CHECK_OK(mathexpr_set_variable_utf8(expression, FACE, ZT, &one, NULL));
+    CHECK_STATUS(mathexpr_set_expression_utf8(expression, FACE "+2" FACE, ZT), MATHEXPR_PARSING_ERROR);
+    narrow = diagnostic8(expression);
+    CHECK_EQUAL(narrow.hint_count, 1);
+    CHECK_TEXT(narrow.hints[0], "Multiplication is written with *. Did you mean " FACE "+2*" FACE "?");
+    CHECK_EQUAL(narrow.fix_start, 5);
+    CHECK_EQUAL(narrow.fix_length, 5);
+    CHECK_TEXT(narrow.fix_replacement, "2*" FACE);
+    CHECK_EQUAL(narrow.fix_replacement_length, 6);
+    wider = diagnostic16(expression);
+    CHECK_EQUAL(wider.hint_count, 1);
+    CHECK_EQUAL(wider.hints[0][49], '+');
+    CHECK_EQUAL(wider.fix_start, 3);
+    CHECK_EQUAL(wider.fix_length, 3);
+    CHECK_EQUAL(wider.fix_replacement[1], '*');
+    CHECK_EQUAL(wider.fix_replacement[2], 0xD83D);
+    CHECK_EQUAL(wider.fix_replacement[3], 0xDE00);
+    CHECK_EQUAL(wider.fix_replacement_length, 4);
+    CHECK_OK(mathexpr_destroy(expression));
+}
 
 void test_diagnostic_positions(void)
 {

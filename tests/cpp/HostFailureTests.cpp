@@ -38,6 +38,17 @@ TEST(HostFailure, TellsWhereAndWhy)
     EXPECT_STREQ(error.what(), "What stands before ( is not a function: check its name, or write * to multiply.");
 }
 
+TEST(HostFailure, OffersACorrection)
+{
+    const Error error = errorOf("1+2pi");
+    EXPECT_EQ(error.hints(), std::vector<std::string>{"Multiplication is written with *. Did you mean 1+2*pi?"});
+    ASSERT_TRUE(error.fix());
+    EXPECT_EQ(error.fix()->start, 2u);
+    EXPECT_EQ(error.fix()->length, 3u);
+    EXPECT_EQ(error.fix()->replacement, "2*pi");
+    EXPECT_FALSE(errorOf("1,500").fix());
+}
+
 TEST(HostFailure, CountsBytes)
 {
     const Error error = errorOf("\xC3\xA4*2");

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// KnownNames.h - what a name could mean in an expression that has failed: the object's own items and variables, and the
+// names that the host offers for suggestions. The host's service is never asked: a hint has no side effects.
+#pragma once
+
+#include "MTParserLib/MTParserRegistrar.h"
+#include "mathexpr/IMathExprNameSource.h"
+#include "mathexpr/IMathExprService.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+namespace mathexpr {
+
+class KnownNames final : public IMathExprService
+{
+public:
+    /// @param nameSource  the host's, asked for all its names when the first of them matters; may be null
+    KnownNames(const MTParserRegistrar& registrar, const IMathExprNameSource* nameSource) noexcept
+        : items(registrar), source(nameSource)
+    {}
+    KnownNames(const KnownNames&) = delete;
+    KnownNames& operator=(const KnownNames&) = delete;
+
+    const MTParserRegistrar& registrar() const noexcept { return items; }
+
+    /// In the host's order.
+    /// @throws what the name source throws
+    const std::vector<std::wstring>& hostNames() const;
+
+    bool isNumber(std::wstring_view word) const noexcept { return items.isNumber(word); }
+    /// Whether the word is the name of a constant, of a variable, or of something that the host offers.
+    bool isNamedValue(std::wstring_view word) const;
+    bool isFunction(std::wstring_view word) const noexcept;
+
+    /// How many arguments a function takes, by overload; empty for any other word.
+    std::vector<std::uint32_t> argumentCounts(std::wstring_view function) const;
+
+    /// The constant or function whose name differs from the word in upper and lower case alone; empty where there is
+    /// none.
+    std::wstring_view constantIgnoringCase(std::wstring_view word) const;
+    std::wstring_view functionIgnoringCase(std::wstring_view word) const;
+
+    /// As the host of a corrected text: knows the variables and the offered names.
+    bool lookupValue(const wchar_t* name, VALTYPE& value) const override;
+
+private:
+    struct Offered
+    {
+        std::vector<std::wstring> inOrder;
+        std::unordered_set<std::wstring_view> all;  // into inOrder
+    };
+
+    const Offered& offered() const;
+
+    const MTParserRegistrar& items;
+    const IMathExprNameSource* source;
+    mutable std::optional<Offered> answered;
+};
+
+}

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// PastedCharacters.h - characters that documents and other programs write where the language has a symbol of its own.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace mathexpr {
+
+/// The text with the language's own symbols: 2*3 for a multiplication sign, ^2 for a raised 2, sqrt(16) for a root sign,
+/// ^ for two asterisks, ASCII for full-width forms. A degree sign goes, because angles are in degrees.
+std::wstring withOwnSymbols(std::wstring_view text);
+
+}
