@@ -27,14 +27,15 @@ answers, so every result on it was computed; do not edit it.
 - A *converted* number, and a distance, carries a second flag, by which `&` tells it from a plain number.
 """
 
+PI = Fraction("3.14159265358979323846264338327950288419716939937510")
 SIZES = {
-    # In arc-seconds, metres, square metres and cubic metres. The radian, the survey foot and the acre are the fixed
-    # numbers of the vocabulary; all others are exact.
-    "d": "3600", "r": "206264.80624709636", "c": "1296000", "g": "3240", "q": "324000",
+    # The true sizes, whatever numbers the vocabulary computes with: in arc-seconds, metres, square metres and cubic metres.
+    "d": "3600", "r": 648000 / PI, "c": "1296000", "g": "3240", "q": "324000",
     "m": "1", "cm": "0.01", "mm": "0.001", "km": "1000", "f": "0.3048", "i": "0.0254", "y": "0.9144",
-    "mile": "1609.344", "su": "0.30480060960122",
+    "mile": "1609.344", "su": Fraction(1200, 3937),
 }
-ACRE = "4046.85642"
+ACRE = "4046.8564224"  # the international one, 43560 square feet
+SURVEY_ACRE = 43560 * Fraction(1200, 3937) ** 2
 ARGUMENTS = ["1", "0.1", "2.5", "3", "7", "0.001", "12345.678", "299792458.0", "0.333333"]
 
 
@@ -71,19 +72,34 @@ def is_conversion(item):
     return item["family"].endswith(" conversions")
 
 
+def is_degrees_and_radians(item):
+    """Conversions among the core mathematics, which compute with the constant pi."""
+    return item["symbol"] in ("d2r", "r2d")
+
+
+def kind_of_error(source, target):
+    """Which of the vocabulary's fixed numbers a conversion computes with."""
+    if {source, target} == {"d", "r"}:
+        return "radian"
+    if "su" in (source, target):
+        return "survey foot"
+    if "sa" in (source, target) and {"sm", "scm", "smm", "skm"} & {source, target}:
+        return "acre"
+    return "exact"
+
+
 def relative_errors(calculator, items):
-    """The largest relative error of the conversions: of those that go through an acre and an imperial area, whose
-    literals do not fit each other, and of all others. Each with the symbol where it is met."""
-    conversions = [item for item in items if is_conversion(item)]
+    """The largest relative error of the conversions against the true sizes, and the symbol where it is met, by kind."""
+    conversions = [item for item in items if is_conversion(item) or is_degrees_and_radians(item)]
     calls = [(item, argument) for item in conversions for argument in ARGUMENTS]
     results = calculator.numbers(f"{item['symbol']}({argument})" for item, argument in calls)
-    largest = {True: (0, ""), False: (0, "")}
+    largest = {}
     for (item, argument), result in zip(calls, results):
         source, target = item["symbol"].split("2")
         exact = Fraction(float(argument)) * size_of(item["family"], source) / size_of(item["family"], target)
         error = abs(Fraction(result) / exact - 1)
-        by_acre = "sa" in (source, target) and {"sf", "si", "sy"} & {source, target} != set()
-        largest[by_acre] = max(largest[by_acre], (error, item["symbol"]))
+        kind = "exact" if source == target else kind_of_error(source, target)
+        largest[kind] = max(largest.get(kind, (0, "")), (error, item["symbol"]))
     return largest
 
 
@@ -134,13 +150,17 @@ def page(calculator):
              for item in families.pop(family)]))
 
     errors = relative_errors(calculator, items)
-    (rounding, where), (acre, acre_where) = errors[False], errors[True]
+    told = {kind: f"{float(error):.2e} (`{symbol}`)" for kind, (error, symbol) in errors.items()}
+    survey = float(1 - Fraction(ACRE) / SURVEY_ACRE)
     sections.append(
         "## Conversions between units\n\n"
-        "Each takes one number, any number, and refuses none. Compared with the exact ratio of the units over "
-        f"{len(ARGUMENTS)} arguments, the largest relative error is {float(rounding):.2g} (`{where}`); between acres "
-        f"and imperial areas, whose numbers of square metres are fixed independently, {float(acre):.2g} "
-        f"(`{acre_where}`).\n")
+        "Each takes one number, any number, and refuses none. Some compute with a number of fewer digits than the true one "
+        f"has. Over {len(ARGUMENTS)} arguments, the largest relative error against the true sizes of the units is\n\n"
+        f"- {told['acre']} between acres and metric areas; those between acres and square feet, inches and yards are exact,\n"
+        f"- {told['survey foot']} with survey feet,\n"
+        f"- {told['radian']} between degrees and radians,\n"
+        f"- {told['exact']}, which is rounding, in all others.\n\n"
+        f"The acre is the international one, 43560 square feet; the survey acre is greater by {survey:.1e} of it.\n")
     for family, conversions in families.items():
         sections.append(f"### {family}\n\n" + table(
             ["Signature", "Units", "Description", "Example", "With a point"],

@@ -61,12 +61,12 @@ class CalculatorTest(unittest.TestCase):
 class Values(CalculatorTest):
     def test_numbers_and_points_one_a_line(self):
         self.expect(
-            ["[1,2,0]+[3,4,0]", "sin(30)*2", "a=2*3", "a^2"], 0, ["[4,6,0]", "1.0000000000000597", "6", "36"], []
+            ["[1,2,0]+[3,4,0]", "sin(30)*2", "a=2*3", "a^2"], 0, ["[4,6,0]", "1.00000000000006", "6", "36"], []
         )
 
     def test_shortest_form_that_reads_back(self):
-        self.expect(["0.1", "1/3", "1e+21", "12345", "100000", "[0.5,2.50,1e+300]"], 0,
-                    ["0.1", "0.3333333333333333", "1e+21", "12345", "1e+05", "[0.5,2.5,1e+300]"], [])
+        self.expect(["--digits=exact", "0.1", "1/3", "1e+21", "12345", "100000", "[0.5,2.50,1e+300]"], 0,
+                    ["0.1", "0.3333333333333333", "1e+21", "12345", "100000", "[0.5,2.5,1e+300]"], [])
 
     def test_negative_zero_nan_and_infinities(self):
         self.expect(["zero=0", "-zero", "1e+400", "-1e+400", "1e+400-1e+400", "nor([0,0,0],[0,0,0])"], 0,
@@ -148,6 +148,31 @@ class Arguments(CalculatorTest):
         self.expect(["-h", "-x"], 1, [], [UNKNOWN_NAME] * 2)
 
 
+class Digits(CalculatorTest):
+    def test_fifteen_are_usual(self):
+        self.expect(["0.1+0.2", "i2mm(3)", "1000*100", "2^53", "mm2km(10)", "1/3*10^-6", "10.0^20", "[1/3,1e+5,2]"], 0,
+                    ["0.3", "76.2", "100000", "9007199254740992.0", "0.00001", "3.33333333333333*10^-7", "1e+20",
+                     "[0.333333333333333,100000,2]"], [])
+
+    def test_others_can_be_asked_for(self):
+        self.expect(["--digits", "3", "2/3", "123456"], 0, ["0.667", "123456"], [])
+        self.expect(["--digits", "exact", "0.1+0.2", "i2mm(3)"], 0, ["0.30000000000000004", "76.19999999999999"], [])
+        for wrong in ("0", "18", "all", "-1", "1.5"):
+            self.expect_usage_error([f"--digits={wrong}", "1"],
+                                    f"--digits: neither a whole number from 1 to 17 nor exact: {wrong}")
+
+    def test_what_is_printed_is_read_back(self):
+        expressions = ["1/3*10^-6", "10.0^20", "mm2km(10)", "2^53", "-1/7", "[1/3,10^-9,7]"]
+        done = self.run_calculator("--digits", "exact", "--", *expressions)
+        self.expect(["--digits", "exact", "--", *done.stdout.decode().splitlines()], 0, done.stdout.decode().splitlines(), [])
+
+
+class Comments(CalculatorTest):
+    def test_are_skipped_in_lines_and_counted(self):
+        self.expect([], 1, ["1"], ["mathexpr: line 4: not valid UTF-8, or a zero character in it"],
+                    stdin=b"# a comment\n  # another\n1\n\xff\n")
+
+
 class SetOption(CalculatorTest):
     def test_answers_names_and_can_be_repeated(self):
         self.expect(["--set", "x=2*3", "--set=p=[1,2,3]", "x*p"], 0, ["[6,12,18]"], [])
@@ -221,8 +246,16 @@ class OtherOptions(CalculatorTest):
     def test_max_integer_limits_whole_numbers(self):
         too_large = "A whole number is too large: use a smaller one, or write it with a decimal point."
         self.expect(["--max-integer", "0", "2+3", "2.0+3.0"], 1, ["5"], [too_large])
-        self.expect(["--max-integer", "4294967295", "4294967295"], 0, ["4294967295"], [])
+        self.expect(["--max-integer", "4294967295", "4294967295"], 0, ["4294967295.0"], [])
         self.expect(["--max-integer", "5", "a=4", "a*a", "--repeat", "2"], 0, ["4", "4", "16", "16"], [])
+
+    def test_max_integer_above_the_usual_one(self):
+        done = self.answers("--max-integer", "4000000000", "3000000000/0", "1+1", status=1)
+        self.assertEqual([answer["stage"] for answer in done], ["compile", None])
+        self.assertEqual([[message["id"] for message in answer["messages"]] for answer in done], [[10], []])
+        done = self.answers("--max-integer", "4000000000", "a=0", "3000000000/a", "1+1", status=1)
+        self.assertEqual([answer["stage"] for answer in done], [None, "evaluate", None])
+        self.assertEqual([[message["id"] for message in answer["messages"]] for answer in done], [[], [10], []])
 
     def test_max_integer_has_no_host_and_is_never_silent(self):
         self.expect_usage_error(["--max-integer", "5", "--silent", "1"], "--silent excludes --max-integer")
@@ -469,9 +502,34 @@ class Vocabulary(CalculatorTest):
             "  Family    Core mathematics",
             "  Units     result in degrees",
             "  Accepts   -1 to 1",
-            "  Example   asin(0.5) = 29.999999999998025",
-            "  Refusal   asin(2) is refused (message 6): asin and acos need a number from -1 to 1: change the argument.",
-            "  Points    asin([1,2,3]) is refused (exception 15): A number is needed instead of a point."], [])
+            "  Example   asin(0.5) = 29.999999999998",
+            "  Refusal   asin(2)",
+            "            asin and acos need a number from -1 to 1: change the argument.",
+            "  Points    asin([1,2,3])",
+            "            A number is needed instead of a point."], [])
+
+    def test_the_note_of_a_conversion_stands_before_its_description(self):
+        self.expect(["--describe", "mm2i"], 0, [
+            "mm2i(x)",
+            "            millimetre to inch",
+            "  Described Convert Meter To inch",
+            "  Family    Length conversions",
+            "  Accepts   any number",
+            "  Example   mm2i(1) = 0.0393700787401575",
+            "  Points    mm2i([1,2,3])",
+            "            A number is needed instead of a point."], [])
+        done = self.run_calculator("--list")
+        self.assertIn("  mm2i(x)       millimetre to inch          Convert Meter To inch",
+                      done.stdout.decode().splitlines())
+
+    def test_find(self):
+        done = self.run_calculator("--find", "inch")
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+        lines = done.stdout.decode().splitlines()
+        self.assertEqual([line for line in lines if line and not line.startswith(" ")], ["From inch", "To inch"])
+        self.assertEqual(sum("i2mm(x)" in line for line in lines), 1)
+        self.expect(["--find", "xyz\x1b"], 1, [], ["mathexpr: nothing is known of xyz\\x1B"])
+        self.expect_usage_error(["--find", "inch", "1"], "--find computes no expressions")
 
     def test_describe_tells_all_overloads(self):
         for name, heads in (("-", ["x - y", "-x"]), ("min", ["min(x,y)", "min(x,y,z)", "min(v1,v2,v3,...)"])):

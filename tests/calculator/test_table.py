@@ -68,7 +68,7 @@ class Results(TableTest):
         source = random.Random(1)
         rows = [[f"{source.uniform(-9, 9):.17g}" for _ in range(3)] for _ in range(50)]
         table = "x,y,z\n" + "\n".join(",".join(row) for row in rows) + "\n"
-        alone = subprocess.run([CALCULATOR, "--"] + [f"sin({x})*({y})+dist([{x},{y},{z}],[0,0,0])" for x, y, z in rows],
+        alone = subprocess.run([CALCULATOR, "--digits=exact", "--"] + [f"sin({x})*({y})+dist([{x},{y},{z}],[0,0,0])" for x, y, z in rows],
                                capture_output=True, timeout=60, check=True)
         self.assertEqual(self.results(table, "sin(x)*y+dist([x,y,z],[0,0,0])")[1:], alone.stdout.decode().splitlines())
 

@@ -51,7 +51,7 @@ TEST(Commands, ComplainWithASuggestion)
 {
     expectTrouble(":hlep", "There is no command :hlep. Did you mean :help?");
     expectTrouble(":quti", "There is no command :quti. Did you mean :quit?");
-    expectTrouble(":exit", "There is no command :exit. Did you mean :quit?");
+    expectTrouble(":exit", "There is no command :exit. Type :quit, or press Ctrl-D, to leave.");
     expectTrouble(":nonsense x", "There is no command :nonsense. :help lists the commands.");
     expectTrouble(":", "A command is missing after the colon: :help lists the commands.");
     expectTrouble(": help", "A command is missing after the colon: :help lists the commands.");

@@ -210,7 +210,7 @@ TEST(Completion, OffersAFunctionWhereTheLibraryAcceptsACallOfIt)
 
 TEST(Completion, OffersCommandsAndTheirArguments)
 {
-    EXPECT_EQ(offered(":"), (Words{":help", ":vars", ":list", ":load", ":quit"}));
+    EXPECT_EQ(offered(":"), (Words{":help", ":find", ":vars", ":list", ":load", ":save", ":digits", ":set", ":quit"}));
     EXPECT_EQ(offered(" :l"), (Words{":list", ":load"}));
     EXPECT_EQ(offered(":help di"), Words{"dist"});
     EXPECT_EQ(offered(":help wi"), Words{"width"});

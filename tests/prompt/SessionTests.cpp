@@ -250,3 +250,81 @@ TEST_F(Session, IsLeftByACommandAlsoFromAFile)
     EXPECT_EQ(run("  "), "");
     EXPECT_EQ(last, Next::GoOn);
 }
+
+TEST_F(Session, SkipsComments)
+{
+    EXPECT_EQ(run("# width = 3"), "");
+    EXPECT_EQ(run("  # more"), "");
+    EXPECT_EQ(run("2#3").substr(0, unknownName.size()), unknownName);
+}
+
+TEST_F(Session, ShowsAsManyDigitsAsWanted)
+{
+    EXPECT_EQ(run("1/3"), "0.333333333333333\n");
+    EXPECT_EQ(run(":digits"), "digits 15\n");
+    EXPECT_EQ(run(":digits 4"), "");
+    EXPECT_EQ(run("1/3"), "0.3333\n");
+    EXPECT_EQ(run(":set"), "digits 4\n");
+    EXPECT_EQ(run(":set digits=exact"), "");
+    EXPECT_EQ(run("1/3"), "0.3333333333333333\n");
+    EXPECT_EQ(run(":digits 18"), "Digits are a whole number from 1 to 17, or \"exact\", and not 18.\n");
+    EXPECT_EQ(run(":set colour red"), "There is one setting: digits, as in \":set digits 6\".\n");
+}
+
+TEST_F(Session, RemembersSettings)
+{
+    start({});
+    session->keepSettingsIn((folder / "state" / "settings").string());
+    run(":digits 4");
+    start({});
+    session->keepSettingsIn((folder / "state" / "settings").string());
+    EXPECT_EQ(run("1/3"), "0.3333\n");
+    file("broken", "digits=99\nother\n");
+    session->keepSettingsIn((folder / "broken").string());
+    EXPECT_EQ(run("1/3"), "0.333333333333333\n");
+    session->keepSettingsIn((folder / "broken" / "settings").string());
+    EXPECT_EQ(run(":digits 5").substr(0, 33), "The settings are not remembered: ");
+    EXPECT_EQ(run("1/3"), "0.33333\n");
+}
+
+TEST_F(Session, SavesTheLinesThatHadAValue)
+{
+    const std::string name = (folder / "saved.txt").generic_string();
+    for (const char* const line : {"a=2", "a*foo", ":vars", "# note", "b=a*3", "ans+1"})
+    {
+        run(line);
+    }
+    EXPECT_EQ(run(":save " + name), "");
+    const std::string vars = run(":vars");
+    start({});
+    EXPECT_EQ(run(":load " + name), "2\n6\n7\n");
+    EXPECT_EQ(run(":vars"), vars);
+    EXPECT_EQ(run(":save " + name), "");  // it may be written again
+    const std::string other = file("other.txt", "a=1\n");
+    EXPECT_EQ(run(":save " + other), other + ": there is a file of that name, which :save has not written\n");
+    EXPECT_NE(run(":save " + (folder / "nowhere" / "x").generic_string()), "");
+}
+
+TEST_F(Session, FindsUnits)
+{
+    EXPECT_EQ(run(":find inch").substr(0, 33), "From inch\n  i2m(x)        inch to");
+    EXPECT_EQ(run(":help inch"), run(":find inch"));
+    EXPECT_EQ(run(":help length"), run(":list length"));
+    EXPECT_EQ(run(":help units").substr(0, 18), "Angle conversions\n");
+    EXPECT_EQ(run(":find xyzzy"),
+              "Nothing is known of xyzzy. :list names the families of the vocabulary, :help units the units.\n");
+}
+
+TEST_F(Session, SaysWhatToTypeAndWhatComputesAQuestion)
+{
+    start({});
+    TerminalStyle style;
+    style.isTerminal = true;
+    session->setStyle(style);
+    EXPECT_EQ(run("quit"), "Type :quit, or press Ctrl-D, to leave.\n");
+    EXPECT_EQ(run("help"), "Type :help for help.\n");
+    run("help=3");
+    EXPECT_EQ(run("help"), "3\n");
+    EXPECT_EQ(run("3 inch to mm"), unknownName + "  3 inch to mm\n  ^^^^^^^^^^^^\n  i2mm(3) = 76.2\n");
+    EXPECT_EQ(run("a=b=4"), "4\nNote: Only b has been given the value: a line makes one assignment.\n");
+}

@@ -241,6 +241,27 @@ class Signature(PromptTest):
         terminal.expect("\n>")
 
 
+class BesideValues(PromptTest):
+    def test_a_question_about_units_is_answered_by_its_expression(self):
+        terminal = self.start()
+        self.compute(terminal, "3 inch to mm", UNKNOWN_NAME + "\n  3 inch to mm\n  ^^^^^^^^^^^^\n  i2mm(3) = 76.2")
+
+    def test_notes(self):
+        terminal = self.start()
+        self.compute(terminal, "5%0", "nan\nNote: nan is not a number: a division by 0 has no remainder.")
+
+
+class Digits(PromptTest):
+    def test_are_remembered(self):
+        terminal = self.start()
+        terminal.type(":digits 4")
+        terminal.press("Enter")
+        terminal.expect("> :digits 4\n>")
+        self.compute(terminal, "1/3", "0.3333")
+        terminal = self.start()
+        self.compute(terminal, "1/3", "0.3333")
+
+
 class Commands(PromptTest):
     def test_help(self):
         terminal = self.start()
@@ -285,7 +306,7 @@ class Commands(PromptTest):
         shown = terminal.expect_match(r":quit.*\n(.+\n)+>\Z")
         page = pathlib.Path(__file__).parents[2].joinpath("docs/mathexpr.1").read_text()
         commands = re.findall(r"(?m)^  (:[a-z]+)", shown)
-        self.assertEqual(len(commands), 5)
+        self.assertEqual(len(commands), 9)
         self.assertEqual(re.findall(r"(?m)^\.It Ic (:[a-z]+)", page), commands)
 
 

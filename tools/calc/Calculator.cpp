@@ -5,6 +5,7 @@
 
 #include "tools/calc/Calculator.h"
 
+#include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
@@ -62,32 +63,6 @@ void guarded(Answer& answer, Work work)
     }
 }
 
-/// A host that knows every name.
-class KnowsEveryName final : public IMathExprService
-{
-public:
-    bool lookupValue(const wchar_t*, VALTYPE&) const override { return true; }
-};
-
-/// Where a one-shot calculation failed, which it does not tell. An unknown name and a whole number above the limit are
-/// found while compiling; for the rest, an expression object without limit whose host knows every name compiles exactly
-/// the texts that the calculation has compiled.
-Answer::Stage stageOfOneShotFailure(const std::wstring& text, const std::vector<ShownMessage>& shown)
-{
-    constexpr std::uint32_t unknownName = 1;
-    constexpr std::uint32_t integerTooLarge = 19;
-    if (!shown.empty() && (shown.front().id == unknownName || shown.front().id == integerTooLarge))
-    {
-        return Answer::Stage::Compile;
-    }
-    const KnowsEveryName host;
-    MathExpression probe(true, &host);
-    bool compiled = false;
-    Answer unused;
-    guarded(unused, [&] { compiled = probe.setExpression(text.c_str()); });
-    return compiled ? Answer::Stage::Evaluate : Answer::Stage::Compile;
-}
-
 }
 
 Calculator::Calculator(const Options& givenOptions) : options(givenOptions) {}
@@ -134,7 +109,7 @@ Answer Calculator::compute(std::string_view expression)
         dropAssignment();
         if (options.maxInteger)
         {
-            answer.failed = stageOfOneShotFailure(*text, answer.messages);
+            answer.failed = stageOfOneShotFailure();
         }
     }
     return answer;
@@ -221,6 +196,16 @@ std::optional<mathexpr::ExpressionDiagnostic> Calculator::diagnose()
     }
     const MathExpression& failed = oneShot ? mathexpr::expressionOf(*oneShot) : *expressionObject;
     return mathexpr::hasFailed(failed) ? std::optional(mathexpr::getDiagnostic(failed)) : std::nullopt;
+}
+
+// It does not tell; but a text that was compiled leaves its program, which a bulk evaluation of no rows asks for.
+Answer::Stage Calculator::stageOfOneShotFailure()
+{
+    VALTYPE unused;
+    mathexpr::BulkOutcome outcome;
+    const bool isCompiled =
+        mathexpr::evaluateBulk(mathexpr::expressionOf(*oneShot), nullptr, 0, 0, {&unused}, 1, outcome);
+    return isCompiled ? Answer::Stage::Evaluate : Answer::Stage::Compile;
 }
 
 // An assignment that failed would otherwise be made by the next expression that succeeds.

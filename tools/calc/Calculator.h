@@ -47,6 +47,8 @@ private:
     void run(const std::wstring& text, Answer& answer);
 
     void prepareObject();
+    /// Where a one-shot calculation has failed.
+    Answer::Stage stageOfOneShotFailure();
     /// The expression object that computes, or the one inside the calculator.
     MathExpression& object();
     std::optional<mathexpr::ExpressionDiagnostic> diagnose();

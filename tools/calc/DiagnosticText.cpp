@@ -7,6 +7,7 @@
 #include "mathexpr/IMathFunction.h"
 #include "tools/calc/DisplayWidth.h"
 #include "tools/calc/Utf8.h"
+#include "tools/calc/text/Displayable.h"
 
 #include <algorithm>
 #include <iterator>
@@ -21,7 +22,8 @@ constexpr std::size_t mostFrom = 36;
 
 bool isControl(wchar_t character)
 {
-    return character < L' ' || (character >= 0x7F && character <= 0x9F);
+    return character < L' ' || (character >= 0x7F && character <= 0x9F) ||
+           turnsDirection(static_cast<char32_t>(character));
 }
 
 /// A part of the text that stays on its line, and that the terminal takes for text.

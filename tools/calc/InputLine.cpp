@@ -22,3 +22,9 @@ bool isBlank(std::string_view line)
 {
     return line.find_first_not_of(" \t\r\f\v") == std::string_view::npos;
 }
+
+bool isComment(std::string_view line)
+{
+    const std::size_t first = line.find_first_not_of(" \t");
+    return first != std::string_view::npos && line[first] == '#';
+}

@@ -12,3 +12,6 @@
 std::string_view expressionOfLine(std::string_view line, std::size_t number);
 
 bool isBlank(std::string_view line);
+
+/// Whether the line is a comment: "#" is the first that stands on it.
+bool isComment(std::string_view line);

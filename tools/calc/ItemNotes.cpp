@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ItemNotes.cpp - a row for each constant, operator and function, and one for each unit: the conversions follow from
-// their units.
+// ItemNotes.cpp - a row for each operator and function but the conversions, whose notes follow from their units.
 #include "tools/calc/ItemNotes.h"
 
 #include "tools/calc/Utf8.h"
+#include "tools/calc/units/UnitNames.h"
 
 #include <algorithm>
 #include <iterator>
@@ -85,45 +85,6 @@ const Row rows[] = {
     {L"vec1",               "no unit",                      "two different points",                     "vec1([0,0,0],[3,4,0])",         "vec1(1,2)",     "vec1([0,0,0],5)"},
     {L"ill",                "drawing units",                "four points; two on each line",            "ill([0,0,0],[2,2,0],[0,2,0],[2,0,0])", "ill(1,2,3,4)", "ill([0,0,0],[2,2,0],[0,2,0],5)"},
 };
-
-struct Unit
-{
-    mathexpr::VocabularyFamily family;
-    const wchar_t* symbol;  // as in the names of conversions, before and after the 2
-    const char* name;
-};
-
-const Unit units[] = {
-    {mathexpr::VocabularyFamily::Angle,  L"d",    "degree"},
-    {mathexpr::VocabularyFamily::Angle,  L"r",    "radian"},
-    {mathexpr::VocabularyFamily::Angle,  L"c",    "circle"},
-    {mathexpr::VocabularyFamily::Angle,  L"g",    "grad"},
-    {mathexpr::VocabularyFamily::Angle,  L"q",    "quadrant"},
-    {mathexpr::VocabularyFamily::Length, L"m",    "metre"},
-    {mathexpr::VocabularyFamily::Length, L"cm",   "centimetre"},
-    {mathexpr::VocabularyFamily::Length, L"mm",   "millimetre"},
-    {mathexpr::VocabularyFamily::Length, L"km",   "kilometre"},
-    {mathexpr::VocabularyFamily::Length, L"f",    "foot"},
-    {mathexpr::VocabularyFamily::Length, L"i",    "inch"},
-    {mathexpr::VocabularyFamily::Length, L"y",    "yard"},
-    {mathexpr::VocabularyFamily::Length, L"mile", "mile"},
-    {mathexpr::VocabularyFamily::Length, L"su",   "survey foot"},
-    {mathexpr::VocabularyFamily::Area,   L"sm",   "square metre"},
-    {mathexpr::VocabularyFamily::Area,   L"scm",  "square centimetre"},
-    {mathexpr::VocabularyFamily::Area,   L"smm",  "square millimetre"},
-    {mathexpr::VocabularyFamily::Area,   L"skm",  "square kilometre"},
-    {mathexpr::VocabularyFamily::Area,   L"sf",   "square foot"},
-    {mathexpr::VocabularyFamily::Area,   L"si",   "square inch"},
-    {mathexpr::VocabularyFamily::Area,   L"sy",   "square yard"},
-    {mathexpr::VocabularyFamily::Area,   L"sa",   "acre"},
-    {mathexpr::VocabularyFamily::Volume, L"vm",   "cubic metre"},
-    {mathexpr::VocabularyFamily::Volume, L"vcm",  "cubic centimetre"},
-    {mathexpr::VocabularyFamily::Volume, L"vmm",  "cubic millimetre"},
-    {mathexpr::VocabularyFamily::Volume, L"vkm",  "cubic kilometre"},
-    {mathexpr::VocabularyFamily::Volume, L"vf",   "cubic foot"},
-    {mathexpr::VocabularyFamily::Volume, L"vi",   "cubic inch"},
-    {mathexpr::VocabularyFamily::Volume, L"vy",   "cubic yard"},
-};
 // clang-format on
 
 std::vector<std::string> words(std::string_view text)
@@ -138,22 +99,15 @@ std::vector<std::string> words(std::string_view text)
     return found;
 }
 
-const char* unitName(mathexpr::VocabularyFamily family, std::wstring_view symbol)
-{
-    const auto* const unit = std::find_if(std::begin(units), std::end(units), [&](const Unit& candidate) {
-        return candidate.family == family && candidate.symbol == symbol;
-    });
-    return unit == std::end(units) ? "" : unit->name;
-}
-
 ItemNotes notesOfConversion(const mathexpr::VocabularyItem& item)
 {
-    const std::wstring_view symbol = item.symbol;
-    const std::size_t separator = symbol.find(L'2');
-    const std::string name = toUtf8(symbol);
-    const std::string from = unitName(item.family, symbol.substr(0, separator));
-    const std::string to = unitName(item.family, symbol.substr(separator + 1));
-    return {from + " to " + to, "any number", {name + "(1)"}, {}, {name + "([1,2,3])"}};
+    const std::string name = toUtf8(item.symbol);
+    const Conversion units = *conversionOf(item);
+    return {std::string(units.from->singular) + " to " + std::string(units.to->singular),
+            "any number",
+            {name + "(1)"},
+            {},
+            {name + "([1,2,3])"}};
 }
 
 }

@@ -9,6 +9,7 @@
 #include "tools/calc/Options.h"
 
 #include "tools/calc/CompletionScripts.h"
+#include "tools/calc/settings/Settings.h"
 
 #include <CLI/CLI.hpp>
 
@@ -18,6 +19,7 @@
 #include <iterator>
 #include <limits>
 #include <memory>
+#include <sstream>
 #include <string_view>
 #include <system_error>
 
@@ -34,6 +36,44 @@ class HelpFormatter final : public CLI::Formatter
 {
 public:
     std::string make_usage(const CLI::App*, std::string) const override { return std::string(usageLine) + "\n"; }
+
+    /// The option, and behind it what it does, without what it excludes and needs: a complaint tells that.
+    std::string make_option(const CLI::Option* option, bool) const override
+    {
+        constexpr std::size_t indentation = 26;
+        std::string line = "  --" + option->get_lnames().front();
+        line += option->get_items_expected_max() > 0 ? " " + option->get_type_name() : "";
+        if (line.size() + 1 > indentation)
+        {
+            line += '\n' + std::string(indentation - 1, ' ');
+        }
+        else
+        {
+            line.resize(indentation - 1, ' ');
+        }
+        return line + wrapped(option->get_description(), indentation) + '\n';
+    }
+
+private:
+    /// The words of a text on lines of 79 columns, of which the first one begins at the indentation, as the others do.
+    static std::string wrapped(const std::string& text, std::size_t indentation)
+    {
+        constexpr std::size_t columns = 79;
+        std::string lines;
+        std::size_t column = indentation - 1;
+        std::istringstream words(text);
+        for (std::string word; words >> word;)
+        {
+            if (column + 1 + word.size() > columns)
+            {
+                lines += '\n' + std::string(indentation - 1, ' ');
+                column = indentation - 1;
+            }
+            lines += ' ' + word;
+            column += 1 + word.size();
+        }
+        return lines;
+    }
 };
 
 /// The value of an option that takes a whole number from lowest to highest, in decimal digits.
@@ -51,12 +91,13 @@ std::uint32_t wholeNumber(const std::string& option, const std::string& text, st
     return number;
 }
 
-Options::HostName hostName(const std::string& text)
+/// Takes a text such as NAME=EXPRESSION apart.
+Options::HostName hostName(const std::string& option, const std::string& form, const std::string& text)
 {
     const std::size_t equals = text.find('=');
     if (equals == std::string::npos || equals == 0)
     {
-        throw CLI::ValidationError("--set", "not NAME=EXPRESSION: " + text);
+        throw CLI::ValidationError(option, "not " + form + ": " + text);
     }
     return {text.substr(0, equals), text.substr(equals + 1)};
 }
@@ -113,25 +154,39 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
 {
     Options options;
     CLI::App app("Computes expressions: numbers, points, units, names.\n"
-                 "Without an EXPRESSION, opens a prompt on a terminal, or else reads expressions from\n"
-                 "standard input, one a line (UTF-8).\n");
+                 "Without an EXPRESSION, opens a prompt on a terminal, or else reads expressions\n"
+                 "from standard input, one per line (UTF-8).\n");
     app.formatter(std::make_shared<HelpFormatter>());
     app.set_help_flag("--help", "Show this text and end");
     app.set_version_flag("--version", "mathexpr " MATHEXPR_VERSION, "Show the version and end");
-    app.add_flag("--json", options.json, "Print one JSON object a line")->disable_flag_override();
+    app.add_flag("--json", options.json, "Print one JSON object per line")->disable_flag_override();
     auto* const silent =
         app.add_flag("--silent", options.silent, "Show no messages; failures are exceptions")->disable_flag_override();
     app.add_flag("--fresh", options.fresh, "Forget all variables after each expression")->disable_flag_override();
-    auto* const set = app.add_option_function<std::vector<std::string>>(
-                             "--set",
-                             [&](const std::vector<std::string>& texts) {
-                                 std::ranges::transform(texts, std::back_inserter(options.hostNames), hostName);
-                             },
-                             "Answer NAME, when asked, with the value of EXPRESSION (repeatable)")
-                          ->type_name("NAME=EXPRESSION")
-                          ->expected(1)
-                          ->allow_extra_args(false)
-                          ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    auto* const set =
+        app.add_option_function<std::vector<std::string>>(
+               "--set",
+               [&](const std::vector<std::string>& texts) {
+                   std::ranges::transform(texts, std::back_inserter(options.hostNames), [](const std::string& text) {
+                       return hostName("--set", "NAME=EXPRESSION", text);
+                   });
+               },
+               "Answer NAME, when asked, with the value of EXPRESSION (repeatable)")
+            ->type_name("NAME=EXPRESSION")
+            ->expected(1)
+            ->allow_extra_args(false)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    app.add_option_function<std::string>(
+           "--digits",
+           [&](const std::string& text) {
+               options.digits = digitsFrom(text);
+               if (!options.digits)
+               {
+                   throw CLI::ValidationError("--digits", "neither a whole number from 1 to 17 nor exact: " + text);
+               }
+           },
+           "Show values in N significant digits, 1 to 17 (15), or \"exact\"")
+        ->type_name("N");
     app.add_option_function<std::string>(
            "--repeat", [&](const std::string& text) { options.repeat = wholeNumber("--repeat", text, 1, maxRepeat); },
            "Evaluate each expression N times")
@@ -153,12 +208,16 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
         ->allow_extra_args(false)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->excludes(list, set, silent);
+    auto* const find =
+        app.add_option("--find", options.wanted, "Find what has to do with a unit or with words, and end")
+            ->type_name("WORDS")
+            ->excludes(list, set, silent);
     Options::Table table;
     auto* const tableFile = app.add_option("--table", table.file,
                                            "Compute the expression for each row of a CSV file, whose headings are "
                                            "names (-: standard input)")
                                 ->type_name("FILE")
-                                ->excludes(list, "--json", "--fresh", "--repeat", "--max-integer", "--describe");
+                                ->excludes(list, find, "--json", "--fresh", "--repeat", "--max-integer", "--describe");
     app.add_flag("--skip-broken", table.skipBroken, "With --table: leave the result of a broken row empty and go on")
         ->disable_flag_override()
         ->needs(tableFile);
@@ -172,8 +231,18 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
     app.add_option("--completion", completedShell,
                    "Print the script that completes options in bash, zsh or fish and end")
         ->type_name("SHELL");
-    app.footer("Failures are told on standard error. Exit status: 0 all computed, 1 an expression failed, 2 usage, 130 "
-               "Ctrl-C.");
+    app.footer("Failures are told on standard error. Exit status: 0 all computed,\n"
+               "1 an expression failed, 2 usage, 130 Ctrl-C.");
+    constexpr const char* telling = "Instead of computing";
+    constexpr const char* ofTables = "Tables";
+    for (const char* const name : {"--help", "--version", "--list", "--find", "--describe", "--completion"})
+    {
+        app.get_option(name)->group(telling);
+    }
+    for (const char* const name : {"--table", "--skip-broken", "--threads"})
+    {
+        app.get_option(name)->group(ofTables);
+    }
 
     SortedArguments arguments = sortArguments(app, {argv + 1, argv + argc});
     std::ranges::reverse(arguments.options);  // the order in which the parser takes them
@@ -204,9 +273,13 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
         return ExitStatus{statusOk};
     }
     options.expressions = std::move(arguments.expressions);
-    if ((options.list || !options.described.empty()) && !options.expressions.empty())
+    const bool onlyTells = options.list || !options.described.empty() || find->count() != 0;
+    if (onlyTells && !options.expressions.empty())
     {
-        return usageError(std::string(options.list ? "--list" : "--describe") + " computes no expressions");
+        return usageError(std::string(options.list         ? "--list"
+                                      : find->count() != 0 ? "--find"
+                                                           : "--describe") +
+                          " computes no expressions");
     }
     if (tableFile->count() != 0)
     {

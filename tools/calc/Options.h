@@ -32,6 +32,8 @@ struct Options
     std::optional<Table> table;
     std::uint32_t repeat = 1;                 ///< How often each program is evaluated.
     std::optional<std::uint32_t> maxInteger;  ///< The limit of one-shot calculation; absent: expression objects.
+    std::optional<std::uint32_t> digits;      ///< Of values; absent: the usual number, and all of a table's.
+    std::string wanted;                       ///< Words to search the vocabulary for instead of computing.
     bool json = false;
     bool silent = false;
     bool fresh = false;                  ///< A new expression object for every expression.

@@ -8,6 +8,9 @@
 #include "tools/calc/DiagnosticText.h"
 #include "tools/calc/Utf8.h"
 #include "tools/calc/ValueText.h"
+#include "tools/calc/notes/AnswerNotes.h"
+#include "tools/calc/text/Displayable.h"
+#include "tools/calc/units/UnitAnswer.h"
 
 #include <iostream>
 
@@ -24,11 +27,11 @@ std::string exceptionText(const RaisedException& exception)
     }
     if (!exception.itemName.empty())
     {
-        text += ": " + exception.itemName;
+        text += ": " + displayable(exception.itemName);
     }
     if (!exception.conflictItemName.empty())
     {
-        text += " against " + exception.conflictItemName;
+        text += " against " + displayable(exception.conflictItemName);
     }
     if (exception.nbArgs != 0)
     {
@@ -44,19 +47,56 @@ std::string whereText(const Answer& answer, const TerminalStyle& style)
     return expression && answer.diagnostic ? diagnosticText(*expression, *answer.diagnostic, style) : std::string();
 }
 
+/// A text behind the place that it is about.
+std::string after(const std::string& origin, const std::string& text)
+{
+    return origin.empty() ? text : origin + ": " + text;
+}
+
+void reportNotes(const Answer& answer, const std::string& origin, const TerminalStyle& style)
+{
+    if (style.isTerminal)
+    {
+        for (const std::string& note : notesOn(answer))
+        {
+            std::cerr << after(origin, "Note: " + note) << '\n';
+        }
+    }
+}
+
+/// The expression that computes what the text asks for.
+void reportUnits(const Answer& answer, const TerminalStyle& style)
+{
+    const std::string line = style.isTerminal ? unitAnswer(answer.expression, style.digits) : std::string();
+    if (!line.empty())
+    {
+        std::cerr << "  " << line << '\n';
+    }
+}
+
 }
 
 void reportPlain(const Answer& answer, const std::string& origin, const TerminalStyle& style)
 {
     for (const VALTYPE& value : answer.values)
     {
-        std::cout << valueText(value) << '\n';
+        std::cout << valueText(value, style.digits) << '\n';
     }
     std::cout.flush();  // so that values and failures keep their order where both go to one place
-    if (answer.failed && answer.trouble.empty())
+    if (!answer.failed)
     {
-        const std::string before = origin.empty() ? origin : origin + ": ";
-        std::cerr << style.failure(before + failureText(answer)) << '\n' << whereText(answer, style);
+        reportNotes(answer, origin, style);
+        return;
+    }
+    const std::string word = style.isTerminal ? wordNote(answer.expression, style.atPrompt) : std::string();
+    if (!word.empty())
+    {
+        std::cerr << word << '\n';
+    }
+    else if (answer.trouble.empty())
+    {
+        std::cerr << style.failure(after(origin, failureText(answer))) << '\n' << whereText(answer, style);
+        reportUnits(answer, style);
     }
 }
 

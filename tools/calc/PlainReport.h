@@ -9,7 +9,8 @@
 
 #include <string>
 
-/// One value a line; when the expression failed, what went wrong, and below it where, in indented lines.
+/// One value a line; when the expression failed, what went wrong, and below it where, in indented lines. On a terminal also
+/// notes on values that surprise, and what computes a question about units.
 /// @param origin  where the expression stands, to be said before what went wrong; empty where the user knows
 void reportPlain(const Answer& answer, const std::string& origin = {}, const TerminalStyle& style = {});
 

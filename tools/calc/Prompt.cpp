@@ -8,6 +8,7 @@
 #include "tools/calc/LineEditor.h"
 #include "tools/calc/PromptSession.h"
 #include "tools/calc/Terminal.h"
+#include "tools/calc/settings/StateFolder.h"
 
 #include <iostream>
 
@@ -16,6 +17,7 @@ void runPrompt(const Options& options, Calculator& calculator)
     noteEveryInterrupt();
     const bool welcome = coloursWelcome();
     PromptSession session(options, calculator);
+    session.keepSettingsIn(stateFile("settings"));
     LineEditorHooks hooks;
     hooks.complete = [&](std::string_view before, std::string_view after) {
         return complete(before, after, session.names(), options.maxInteger);
@@ -31,7 +33,11 @@ void runPrompt(const Options& options, Calculator& calculator)
     while (const std::optional<std::string> line = reader->readLine())
     {
         takeInterrupt();
-        session.setStyle({terminalColumns(), welcome && standardErrorIsTerminal()});
+        TerminalStyle style;
+        style.columns = terminalColumns();
+        style.coloured = welcome && standardErrorIsTerminal();
+        style.isTerminal = true;
+        session.setStyle(style);
         if (session.run(*line) == PromptSession::Next::Leave)
         {
             break;

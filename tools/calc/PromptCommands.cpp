@@ -6,6 +6,8 @@
 
 #include "tools/calc/Utf8.h"
 #include "tools/calc/VocabularyItems.h"
+#include "tools/calc/notes/AnswerNotes.h"
+#include "tools/calc/text/Displayable.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -54,7 +56,12 @@ std::string unknownCommand(std::string_view word)
     const auto distance = [word](const PromptCommandNote& note) { return distanceBetween(word, note.name); };
     const auto nearest = std::ranges::min_element(promptCommands(), {}, distance);
     constexpr std::size_t forgiven = 2;
-    std::string text = "There is no command " + std::string(word) + ". ";
+    std::string text = "There is no command " + displayable(word) + ". ";
+    const std::string note = wordNote(word, true);
+    if (!note.empty())
+    {
+        return text + note;
+    }
     return text + (distance(*nearest) <= forgiven ? "Did you mean " + std::string(nearest->name) + "?"
                                                   : ":help lists the commands.");
 }
@@ -88,13 +95,17 @@ const std::vector<PromptCommandNote>& promptCommands()
 {
     // clang-format off
     static const std::vector<PromptCommandNote> commands = {
-    //   command              name     argument    description
-    //   -------------------- -------- ----------- -------------------------------------------------
-        {PromptCommand::Help, ":help", "[NAME]",   "tells about the prompt, or about a name"},
-        {PromptCommand::Vars, ":vars", "",         "lists the names that have a value"},
-        {PromptCommand::List, ":list", "[FAMILY]", "lists a family of the vocabulary, or the families"},
-        {PromptCommand::Load, ":load", "FILE",     "runs the lines of a file as if typed"},
-        {PromptCommand::Quit, ":quit", "",         "leaves, as Ctrl-D does"},
+    //   command                name       argument    description
+    //   ---------------------- ---------- ----------- -------------------------------------------------
+        {PromptCommand::Help,   ":help",   "[NAME]",   "tells about the prompt, or about a name or a unit"},
+        {PromptCommand::Find,   ":find",   "WORDS",    "finds what has to do with a unit or with words"},
+        {PromptCommand::Vars,   ":vars",   "",         "lists the names that have a value"},
+        {PromptCommand::List,   ":list",   "[FAMILY]", "lists a family of the vocabulary, or the families"},
+        {PromptCommand::Load,   ":load",   "FILE",     "runs the lines of a file as if typed"},
+        {PromptCommand::Save,   ":save",   "FILE",     "writes the lines that had a value, for :load"},
+        {PromptCommand::Digits, ":digits", "[N]",      "shows values in N digits, 1 to 17, or \"exact\""},
+        {PromptCommand::Set,    ":set",    "[NAME N]", "sets what is remembered, or shows it"},
+        {PromptCommand::Quit,   ":quit",   "",         "leaves, as Ctrl-D does"},
     };
     // clang-format on
     return commands;
@@ -175,5 +186,6 @@ std::vector<std::string> possibleWords(const CommandWord& word, const std::vecto
     {
         std::ranges::for_each(familyNames(), [&](const FamilyName& family) { add(std::string(family.name)); });
     }
-    return word.command == PromptCommand::Load ? filesBeginningWith(word.typed) : words;
+    const bool isFile = word.command == PromptCommand::Load || word.command == PromptCommand::Save;
+    return isFile ? filesBeginningWith(word.typed) : words;
 }

@@ -14,9 +14,13 @@ enum class PromptCommand
 {
     None,  ///< The line is no command, or a wrong one.
     Help,
+    Find,
     Vars,
     List,
     Load,
+    Save,
+    Digits,
+    Set,
     Quit,
 };
 

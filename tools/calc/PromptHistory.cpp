@@ -5,10 +5,10 @@
 #include "tools/calc/PromptHistory.h"
 
 #include "tools/calc/Utf8.h"
+#include "tools/calc/settings/StateFolder.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -21,12 +21,6 @@ namespace {
 
 constexpr std::size_t mostLines = 1000;
 constexpr std::size_t mostBytes = std::size_t{1} << 22;  // of a file that is read
-
-std::string absoluteFolder(const char* variable)
-{
-    const char* const value = std::getenv(variable);  // NOLINT(concurrency-mt-unsafe): nothing changes it
-    return value != nullptr && value[0] == '/' ? value : "";
-}
 
 /// Makes the folders on the way to a file: three at most, so that a home that is not there is not made either.
 void makeFolders(const std::string& file)
@@ -67,13 +61,7 @@ bool isText(const std::string& line)
 
 std::string PromptHistory::usualFile()
 {
-    std::string folder = absoluteFolder("XDG_STATE_HOME");
-    if (folder.empty())
-    {
-        const std::string home = absoluteFolder("HOME");
-        folder = home.empty() ? "" : home + "/.local/state";
-    }
-    return folder.empty() ? "" : folder + "/mathexpr/history";
+    return stateFile("history");
 }
 
 PromptHistory::PromptHistory(std::string givenFile) : file(std::move(givenFile))

@@ -14,6 +14,7 @@
 #include "tools/calc/ValueText.h"
 #include "tools/calc/VocabularyItems.h"
 #include "tools/calc/VocabularyReport.h"
+#include "tools/calc/text/Displayable.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -33,7 +34,7 @@ void printCommands()
     for (const PromptCommandNote& note : promptCommands())
     {
         const std::string usage = std::string(note.name) + ' ' + std::string(note.argument);
-        std::cout << "  " << std::left << std::setw(15) << usage << note.description << '\n';
+        std::cout << "  " << std::left << std::setw(17) << usage << note.description << '\n';
     }
 }
 
@@ -42,8 +43,8 @@ void printHelp()
     std::cout << "An expression, such as 2*sin(30) or dist([0,0],[3,4]), prints its value,\n"
                  "which the name ans keeps. width=2.5 gives a name a value.\n";
     printCommands();
-    std::cout << "Tab completes a name, Up brings earlier lines back,\n"
-                 "Ctrl-C drops the line.\n";
+    std::cout << "Tab completes a name, Up brings earlier lines back, Ctrl-C drops the line.\n"
+                 "A line that begins with # is a comment.\n";
 }
 
 /// The family that a word names, or begins to name.
@@ -83,6 +84,39 @@ std::string openToLoad(const std::string& file, std::ifstream& stream)
     return errno == 0 ? "cannot be opened" : std::generic_category().message(errno);
 }
 
+/// The first line of a file that :save has written, and may write again.
+constexpr std::string_view savedHead = "# Lines of a session of mathexpr";
+
+/// Whether a file is there that :save has not written.
+bool isSomebodyElses(const std::filesystem::path& path)
+{
+    std::ifstream stream(path);
+    std::string line;
+    return stream && (!std::getline(stream, line) || line != savedHead);
+}
+
+/// @return why the lines are not in the file; empty where they are
+std::string saveLines(const std::string& file, const std::vector<std::string>& lines)
+{
+    const std::filesystem::path path(std::u8string(file.begin(), file.end()));
+    if (isSomebodyElses(path))
+    {
+        return "there is a file of that name, which :save has not written";
+    }
+    errno = 0;
+    std::ofstream stream(path, std::ios::binary);
+    stream << savedHead << '\n';
+    for (const std::string& line : lines)
+    {
+        stream << line << '\n';
+    }
+    if (stream.flush())
+    {
+        return {};
+    }
+    return errno == 0 ? "cannot be written" : std::generic_category().message(errno);
+}
+
 }
 
 PromptSession::PromptSession(const Options& givenOptions, Calculator& givenCalculator)
@@ -92,6 +126,13 @@ PromptSession::PromptSession(const Options& givenOptions, Calculator& givenCalcu
 void PromptSession::setStyle(const TerminalStyle& newStyle)
 {
     style = newStyle;
+    style.atPrompt = true;
+}
+
+void PromptSession::keepSettingsIn(const std::string& file)
+{
+    settingsFile = file;
+    settings = readSettings(file);
 }
 
 PromptSession::Next PromptSession::run(std::string_view line)
@@ -106,7 +147,7 @@ std::vector<NamedValue> PromptSession::names() const
 
 PromptSession::Next PromptSession::run(std::string_view line, const std::string& origin)
 {
-    if (isBlank(line))
+    if (isBlank(line) || isComment(line))
     {
         return Next::GoOn;
     }
@@ -121,6 +162,9 @@ PromptSession::Next PromptSession::run(std::string_view line, const std::string&
     case PromptCommand::Help:
         help(command.argument);
         break;
+    case PromptCommand::Find:
+        find(command.argument, origin);
+        break;
     case PromptCommand::Vars:
         listNames();
         break;
@@ -129,6 +173,15 @@ PromptSession::Next PromptSession::run(std::string_view line, const std::string&
         break;
     case PromptCommand::Load:
         return load(command.argument, origin);
+    case PromptCommand::Save:
+        save(command.argument, origin);
+        break;
+    case PromptCommand::Digits:
+        setDigits(command.argument, origin);
+        break;
+    case PromptCommand::Set:
+        set(command.argument, origin);
+        break;
     case PromptCommand::Quit:
         return Next::Leave;
     case PromptCommand::None:
@@ -141,6 +194,7 @@ PromptSession::Next PromptSession::run(std::string_view line, const std::string&
 
 void PromptSession::compute(std::string_view expression, const std::string& origin)
 {
+    style.digits = options.digits.value_or(settings.digits);
     const Answer answer = calculator.compute(expression);
     options.json ? reportJson(answer) : reportPlain(answer, origin, style);
     if (!answer.trouble.empty())
@@ -150,6 +204,7 @@ void PromptSession::compute(std::string_view expression, const std::string& orig
     if (!answer.failed)
     {
         calculator.setVariable(L"ans", answer.values.back());
+        computed.emplace_back(expression);
     }
 }
 
@@ -174,10 +229,78 @@ void PromptSession::help(const std::string& name) const
     const auto variable = std::ranges::find_if(known, isNamed);
     if (variable != known.end())
     {
-        std::cout << symbol << " = " << valueText(variable->value) << '\n';
+        std::cout << displayable(symbol) << " = " << valueText(variable->value, style.digits) << '\n';
         return;
     }
-    describeItems({symbol}, false);
+    const FamilyName* const family = familyOf(symbol);
+    if (!isItem(symbol) && symbol == "units")
+    {
+        listUnits();
+    }
+    else if (!isItem(symbol) && family != nullptr)
+    {
+        listFamily(family->family);
+    }
+    else if (isItem(symbol) || !findItems(name))
+    {
+        describeItems({symbol}, false);  // of a name that is none, it tells what is near
+    }
+}
+
+void PromptSession::find(const std::string& words, const std::string& origin) const
+{
+    if (!findItems(words))
+    {
+        complain(origin, "Nothing is known of " + displayable(words) +
+                             ". :list names the families of the vocabulary, " + ":help units the units.");
+    }
+}
+
+void PromptSession::save(const std::string& file, const std::string& origin) const
+{
+    const std::string trouble = saveLines(file, computed);
+    if (!trouble.empty())
+    {
+        complain(origin, displayable(file, 0) + ": " + trouble);
+    }
+}
+
+void PromptSession::set(const std::string& argument, const std::string& origin)
+{
+    constexpr std::string_view digits = "digits";
+    if (argument.empty() || argument == digits)
+    {
+        setDigits({}, origin);
+        return;
+    }
+    const std::size_t end = argument.find_first_of(" =\t");
+    if (argument.substr(0, end) != digits || end == std::string::npos)
+    {
+        complain(origin, "There is one setting: digits, as in \":set digits 6\".");
+        return;
+    }
+    setDigits(argument.substr(argument.find_first_not_of(" =\t", end)), origin);
+}
+
+void PromptSession::setDigits(const std::string& digits, const std::string& origin)
+{
+    if (digits.empty())
+    {
+        std::cout << "digits " << digitsText(options.digits.value_or(settings.digits)) << '\n';
+        return;
+    }
+    const auto chosen = digitsFrom(digits);
+    if (!chosen)
+    {
+        complain(origin, "Digits are a whole number from 1 to 17, or \"exact\", and not " + displayable(digits) + ".");
+        return;
+    }
+    settings.digits = *chosen;
+    const std::string trouble = settingsFile.empty() ? std::string() : writeSettings(settingsFile, settings);
+    if (!trouble.empty())
+    {
+        complain(origin, "The settings are not remembered: " + trouble + ".");
+    }
 }
 
 void PromptSession::listNames() const
@@ -185,7 +308,7 @@ void PromptSession::listNames() const
     const std::vector<NamedValue> known = names();
     for (const NamedValue& named : known)
     {
-        std::cout << toUtf8(named.name) << " = " << valueText(named.value) << '\n';
+        std::cout << displayable(toUtf8(named.name)) << " = " << valueText(named.value, style.digits) << '\n';
     }
     if (known.empty())
     {
@@ -215,7 +338,7 @@ PromptSession::Next PromptSession::load(const std::string& file, const std::stri
     const std::string trouble = loading == deepestLoad ? "too many files that load files" : openToLoad(file, stream);
     if (!trouble.empty())
     {
-        complain(origin, file + ": " + trouble);
+        complain(origin, displayable(file, 0) + ": " + trouble);
         return Next::GoOn;
     }
     ++loading;
@@ -223,7 +346,7 @@ PromptSession::Next PromptSession::load(const std::string& file, const std::stri
     std::string line;
     for (std::size_t number = 1; next == Next::GoOn && std::getline(stream, line); ++number)
     {
-        const std::string place = file + ':' + std::to_string(number);
+        const std::string place = displayable(file, 0) + ':' + std::to_string(number);
         next = run(expressionOfLine(line, number), place);
         if (wasInterrupted())
         {
@@ -233,7 +356,7 @@ PromptSession::Next PromptSession::load(const std::string& file, const std::stri
     }
     if (stream.bad())
     {
-        complain(origin, file + ": cannot be read to its end");
+        complain(origin, displayable(file, 0) + ": cannot be read to its end");
     }
     --loading;
     return next;

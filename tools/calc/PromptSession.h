@@ -8,6 +8,7 @@
 #include "tools/calc/NamedValue.h"
 #include "tools/calc/Options.h"
 #include "tools/calc/TerminalStyle.h"
+#include "tools/calc/settings/Settings.h"
 
 #include <cstddef>
 #include <string>
@@ -30,6 +31,9 @@ public:
     /// How failures are shown from now on.
     void setStyle(const TerminalStyle& newStyle);
 
+    /// Where settings are remembered from now on.
+    void keepSettingsIn(const std::string& file);
+
     /// Runs one line, UTF-8. A value becomes the variable "ans".
     Next run(std::string_view line);
 
@@ -42,13 +46,20 @@ private:
 
     void compute(std::string_view expression, const std::string& origin);
     void help(const std::string& name) const;
+    void find(const std::string& words, const std::string& origin) const;
     void listNames() const;
     void list(const std::string& family, const std::string& origin) const;
     Next load(const std::string& file, const std::string& origin);
+    void save(const std::string& file, const std::string& origin) const;
+    void set(const std::string& argument, const std::string& origin);
+    void setDigits(const std::string& digits, const std::string& origin);
     void complain(const std::string& origin, const std::string& what) const;
 
     const Options& options;
     Calculator& calculator;
     TerminalStyle style;
-    std::size_t loading = 0;  // files that are being loaded, one from within the other
+    Settings settings;
+    std::string settingsFile;
+    std::vector<std::string> computed;  // the lines that had a value
+    std::size_t loading = 0;            // files that are being loaded, one from within the other
 };

@@ -15,7 +15,7 @@
 #include "tools/calc/TableReader.h"
 #include "tools/calc/TableSource.h"
 #include "tools/calc/Utf8.h"
-#include "tools/calc/ValueText.h"
+#include "tools/calc/table/DataText.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -80,11 +80,11 @@ std::string assignedName(std::string_view expression)
 }
 
 /// A point has commas.
-void appendValue(std::string& line, const VALTYPE& value)
+void appendValue(std::string& line, const VALTYPE& value, std::uint32_t digits)
 {
     const bool isPoint = value.type != 0;
     line += isPoint ? "\"" : "";
-    line += valueText(value);
+    appendData(line, value, digits);
     line += isPoint ? "\"" : "";
 }
 
@@ -311,7 +311,7 @@ private:
             ++nbRows;
             if (batch.complaint(row).empty() && !batch.isRefused(row))
             {
-                appendValue(output, batch.result(row));
+                appendValue(output, batch.result(row), options.digits.value_or(exactDigits));
                 output += '\n';
                 continue;
             }

@@ -8,6 +8,7 @@
 namespace {
 
 constexpr std::size_t usualColumns = 80;
+constexpr std::size_t usualLines = 24;
 
 }
 
@@ -43,6 +44,11 @@ std::size_t terminalColumns()
     return static_cast<std::size_t>(screen.srWindow.Right - screen.srWindow.Left + 1);
 }
 
+std::size_t terminalLines()
+{
+    return usualLines;  // nothing is paged there
+}
+
 #else
 
 #include <sys/ioctl.h>
@@ -68,6 +74,13 @@ std::size_t terminalColumns()
     winsize size = {};
     const bool told = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
     return told ? size.ws_col : usualColumns;
+}
+
+std::size_t terminalLines()
+{
+    winsize size = {};
+    const bool told = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row != 0;
+    return told ? size.ws_row : usualLines;
 }
 
 #endif

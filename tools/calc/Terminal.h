@@ -12,3 +12,6 @@ bool standardErrorIsTerminal();
 
 /// Of the terminal of standard output; 80 where there is none, or where it does not tell.
 std::size_t terminalColumns();
+
+/// The same for lines; 24.
+std::size_t terminalLines();

@@ -5,6 +5,7 @@
 
 #include "tools/calc/Utf8.h"
 
+#include <algorithm>
 #include <iterator>
 
 #include <utf8.h>
@@ -48,6 +49,12 @@ std::optional<std::wstring> toWide(std::string_view text)
         utf8::utf8to32(text.begin(), text.end(), std::back_inserter(wide));
     }
     return wide;
+}
+
+std::size_t lengthOfText(std::string_view text)
+{
+    const auto valid = static_cast<std::size_t>(utf8::find_invalid(text.begin(), text.end()) - text.begin());
+    return std::min(valid, text.find('\0'));
 }
 
 std::string toUtf8(std::wstring_view text)

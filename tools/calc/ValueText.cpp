@@ -5,21 +5,30 @@
 
 #include "tools/calc/ValueText.h"
 
+#include <mathexpr.h>
+
 #include <array>
 #include <bit>
-#include <charconv>
-#include <cmath>
+#include <cstddef>
 #include <cstdint>
 
-std::string numberText(double number)
+namespace {
+
+std::string formatted(const mathexpr_value& value, std::uint32_t digits)
 {
-    if (std::isnan(number))
-    {
-        return "nan";  // whatever its sign, which says nothing to a reader
-    }
-    std::array<char, 32> buffer;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;
-    return {buffer.data(), end};
+    std::array<char, MATHEXPR_VALUE_TEXT_CAPACITY> text;
+    std::size_t length = 0;
+    mathexpr_format_value_utf8(&value, digits, text.data(), text.size(), &length);
+    return {text.data(), length};
+}
+
+}
+
+std::string numberText(double number, std::uint32_t digits)
+{
+    mathexpr_value value = {};
+    value.x = number;
+    return formatted(value, digits);
 }
 
 std::string bitsText(double number)
@@ -34,13 +43,12 @@ std::string bitsText(double number)
     return text;
 }
 
-std::string valueText(const VALTYPE& value)
+std::string valueText(const VALTYPE& value, std::uint32_t digits)
 {
-    if (value.type == 0)
-    {
-        return numberText(value.x);
-    }
-    std::string text = "[";
-    text += numberText(value.x) + ',' + numberText(value.y) + ',' + numberText(value.z) + ']';
-    return text;
+    mathexpr_value given = {};
+    given.type = value.type == 0 ? MATHEXPR_NUMBER : MATHEXPR_POINT;
+    given.x = value.x;
+    given.y = value.y;
+    given.z = value.z;
+    return formatted(given, digits);
 }

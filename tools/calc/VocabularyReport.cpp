@@ -10,17 +10,21 @@
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Vocabulary.h"
-#include "tools/calc/DiagnosticText.h"
 #include "tools/calc/ItemNotes.h"
+#include "tools/calc/Pager.h"
 #include "tools/calc/Utf8.h"
 #include "tools/calc/ValueText.h"
 #include "tools/calc/VocabularyItems.h"
+#include "tools/calc/find/VocabularySearch.h"
+#include "tools/calc/text/Displayable.h"
+#include "tools/calc/units/UnitNames.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <iomanip>
 #include <iostream>
+#include <sstream>
 #include <string_view>
 
 namespace {
@@ -83,10 +87,11 @@ struct Computed
 {
     std::string expression;
     std::string outcome;  ///< The value, "message 10" or "exception 15".
-    std::string reason;   ///< Why it fails; empty where it does not.
+    std::string reason;   ///< Why it fails, in the user's language; empty where it does not.
 };
 
-Computed compute(const std::string& expression)
+/// @param digits  of the value
+Computed compute(const std::string& expression, std::uint32_t digits)
 {
     Computed computed{expression, {}, {}};
     MathExpression object(true, nullptr);
@@ -103,7 +108,7 @@ Computed compute(const std::string& expression)
     }
     if (done)
     {
-        computed.outcome = valueText(value);
+        computed.outcome = valueText(value, digits);
         return computed;
     }
     const mathexpr::ExpressionDiagnostic diagnostic = mathexpr::getDiagnostic(object);
@@ -121,17 +126,18 @@ Computed compute(const std::string& expression)
     return computed;
 }
 
-std::vector<Computed> computeAll(const std::vector<std::string>& expressions)
+std::vector<Computed> computeAll(const std::vector<std::string>& expressions, std::uint32_t digits)
 {
     std::vector<Computed> computed;
-    std::transform(expressions.begin(), expressions.end(), std::back_inserter(computed), compute);
+    std::transform(expressions.begin(), expressions.end(), std::back_inserter(computed),
+                   [digits](const std::string& expression) { return compute(expression, digits); });
     return computed;
 }
 
 Json computedJson(const std::vector<std::string>& expressions)
 {
     Json list = Json::array();
-    for (const Computed& computed : computeAll(expressions))
+    for (const Computed& computed : computeAll(expressions, exactDigits))
     {
         list.push_back({{"expression", computed.expression}, {"outcome", computed.outcome}});
     }
@@ -161,11 +167,10 @@ void printLine(std::string_view title, const std::string& text)
 
 void printComputed(std::string_view title, const std::vector<std::string>& expressions)
 {
-    for (const Computed& computed : computeAll(expressions))
+    for (const Computed& computed : computeAll(expressions, usualDigits))
     {
-        printLine(title, computed.expression + (computed.reason.empty()
-                                                    ? " = " + computed.outcome
-                                                    : " is refused (" + computed.outcome + "): " + computed.reason));
+        printLine(title, computed.expression + (computed.reason.empty() ? " = " + computed.outcome : ""));
+        printLine("", computed.reason);
     }
 }
 
@@ -173,13 +178,21 @@ void printDescription(const mathexpr::VocabularyItem& item)
 {
     const ItemNotes notes = notesOf(item);
     std::cout << headOf(item) << '\n';
-    printLine("", tailOf(item));
+    if (conversionOf(item))
+    {
+        printLine("", notes.units);
+        printLine("Described", tailOf(item));
+    }
+    else
+    {
+        printLine("", tailOf(item));
+    }
     printLine("Family", std::string(familyTitle(item.family)));
     if (item.kind == mathexpr::VocabularyKind::Operator)
     {
         printLine("Binds", std::to_string(item.precedence) + " (0 loosest, 4 tightest)");
     }
-    printLine("Units", notes.units);
+    printLine("Units", conversionOf(item) ? std::string() : notes.units);
     printLine("Accepts", notes.domain);
     printComputed("Example", notes.examples);
     printComputed("Refusal", notes.refused);
@@ -227,6 +240,18 @@ std::vector<std::wstring> nearestNames(const std::wstring& name)
     return {};
 }
 
+/// "a, b or c"
+std::string alternatives(const std::vector<std::wstring>& names)
+{
+    std::string text;
+    for (std::size_t index = 0; index < names.size(); ++index)
+    {
+        text += index == 0 ? "" : index + 1 == names.size() ? " or " : ", ";
+        text += toUtf8(names[index]);
+    }
+    return text;
+}
+
 void complain(const std::string& name)
 {
     const auto wide = toWide(name);
@@ -235,8 +260,44 @@ void complain(const std::string& name)
         std::cerr << "mathexpr: --describe: not valid UTF-8\n";
         return;
     }
-    const std::string suggestion = suggestionText(nearestNames(*wide));
-    std::cerr << "mathexpr: no such item: " << name << (suggestion.empty() ? "" : ". ") << suggestion << '\n';
+    const std::vector<std::wstring> near = nearestNames(*wide);
+    std::cerr << "mathexpr: no such item: " << displayable(name);
+    if (!near.empty())
+    {
+        std::cerr << ". Did you mean " << alternatives(near) << '?';
+    }
+    std::cerr << '\n';
+}
+
+/// Items as lines of a list, in columns. The note of a conversion stands before its description: some of the descriptions,
+/// which are prescribed, name other units.
+std::string listLines(const std::vector<mathexpr::VocabularyItem>& items)
+{
+    int noteWidth = 0;
+    for (const mathexpr::VocabularyItem& item : items)
+    {
+        noteWidth = conversionOf(item) ? std::max(noteWidth, static_cast<int>(notesOf(item).units.size())) : noteWidth;
+    }
+    const int headWidth = noteWidth == 0 ? 18 : 12;
+    std::ostringstream lines;
+    for (const mathexpr::VocabularyItem& item : items)
+    {
+        lines << "  " << std::left << std::setw(headWidth) << headOf(item) << "  ";
+        if (noteWidth != 0)
+        {
+            lines << std::setw(noteWidth) << (conversionOf(item) ? notesOf(item).units : std::string()) << "  ";
+        }
+        lines << tailOf(item) << '\n';
+    }
+    return lines.str();
+}
+
+std::string familyList(mathexpr::VocabularyFamily family)
+{
+    std::vector<mathexpr::VocabularyItem> items;
+    std::ranges::copy_if(vocabularyItems(), std::back_inserter(items),
+                         [family](const mathexpr::VocabularyItem& item) { return item.family == family; });
+    return std::string(familyTitle(family)) + '\n' + listLines(items);
 }
 
 }
@@ -251,23 +312,52 @@ void listVocabulary(bool json)
         std::cout << list.dump() << '\n';
         return;
     }
+    std::string list;
     for (const FamilyName& family : familyNames())
     {
-        std::cout << (family.family == familyNames().front().family ? "" : "\n");
-        listFamily(family.family);
+        list += (list.empty() ? "" : "\n") + familyList(family.family);
     }
+    showPaged(list);
 }
 
 void listFamily(mathexpr::VocabularyFamily family)
 {
-    std::cout << familyTitle(family) << '\n';
-    for (const mathexpr::VocabularyItem& item : vocabularyItems())
+    showPaged(familyList(family));
+}
+
+void listUnits()
+{
+    std::string list;
+    for (const UnitName& unit : unitNames())
     {
-        if (item.family == family)
+        const bool isFirst = &unit == &unitNames().front() || (&unit - 1)->family != unit.family;
+        list += isFirst ? (list.empty() ? "" : "\n") + std::string(familyTitle(unit.family)) + '\n' : "";
+        std::ostringstream line;
+        line << "  " << std::left << std::setw(6) << unit.symbol << std::setw(20) << unit.singular;
+        for (const std::string_view other : unit.others)
         {
-            std::cout << "  " << std::left << std::setw(18) << headOf(item) << "  " << tailOf(item) << '\n';
+            line << (other == unit.others.front() ? "" : ", ") << other;
         }
+        list += line.str() + '\n';
     }
+    showPaged(list);
+}
+
+bool findItems(const std::string& words)
+{
+    std::string list;
+    for (const FoundGroup& group : searchVocabulary(words))
+    {
+        list += (list.empty() ? "" : "\n") + group.title + '\n' + listLines(group.items);
+    }
+    showPaged(list);
+    return !list.empty();
+}
+
+bool isItem(const std::string& name)
+{
+    return std::ranges::any_of(vocabularyItems(),
+                               [&](const mathexpr::VocabularyItem& item) { return toUtf8(item.symbol) == name; });
 }
 
 bool describeItems(const std::vector<std::string>& names, bool json)

@@ -15,6 +15,16 @@ void listVocabulary(bool json);
 /// Prints the items of one family, a line each below the family's title.
 void listFamily(mathexpr::VocabularyFamily family);
 
+/// Prints the units that conversions know, with the names that people have for them.
+void listUnits();
+
+/// Prints what searchVocabulary finds.
+/// @return false where it finds nothing
+bool findItems(const std::string& words);
+
+/// Whether the vocabulary has an item of that name.
+bool isItem(const std::string& name);
+
 /// Tells all about the items of each name, overloads included, with expressions that are computed meanwhile; as JSON an
 /// array a name. Of a name that is none, the nearest ones are told on standard error.
 /// @param names  UTF-8

@@ -12,6 +12,7 @@
 #include "tools/calc/Table.h"
 #include "tools/calc/Terminal.h"
 #include "tools/calc/VocabularyReport.h"
+#include "tools/calc/text/Displayable.h"
 
 #include <algorithm>
 #include <exception>
@@ -27,13 +28,16 @@ class Session
 public:
     explicit Session(const Options& givenOptions, Calculator& givenCalculator)
         : calculator(givenCalculator), json(givenOptions.json)
-    {}
+    {
+        style.isTerminal = standardErrorIsTerminal();
+        style.digits = givenOptions.digits.value_or(usualDigits);
+    }
 
     /// @param origin  where the expression stands, for a complaint about the text itself
     void compute(std::string_view expression, const std::string& origin)
     {
         const Answer answer = calculator.compute(expression);
-        json ? reportJson(answer) : reportPlain(answer);
+        json ? reportJson(answer) : reportPlain(answer, {}, style);
         if (answer.failed)
         {
             failed = true;
@@ -48,6 +52,7 @@ public:
 
 private:
     Calculator& calculator;
+    TerminalStyle style;
     bool json;
     bool failed = false;
 };
@@ -69,7 +74,7 @@ void computeLines(Session& session)
     {
         ++number;
         const std::string_view expression = expressionOfLine(line, number);
-        if (!isBlank(expression))
+        if (!isBlank(expression) && !isComment(expression))
         {
             session.compute(expression, "line " + std::to_string(number));
         }
@@ -100,6 +105,15 @@ int run(const Options& options)
     if (!options.described.empty())
     {
         return finish(describeItems(options.described, options.json) ? statusOk : statusFailure);
+    }
+    if (!options.wanted.empty())
+    {
+        const bool found = findItems(options.wanted);
+        if (!found)
+        {
+            std::cerr << "mathexpr: nothing is known of " << displayable(options.wanted) << '\n';
+        }
+        return finish(found ? statusOk : statusFailure);
     }
     if (options.table)
     {

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// StateFolder.cpp - see StateFolder.h.
+#include "tools/calc/settings/StateFolder.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace {
+
+/// The folder that a variable of the environment names; empty unless it is an absolute one.
+std::string folderIn(const char* variable)
+{
+    const char* const value = std::getenv(variable);  // NOLINT(concurrency-mt-unsafe): nothing changes it
+    return value != nullptr && std::filesystem::path(value).is_absolute() ? value : "";
+}
+
+std::string stateFolder()
+{
+#if defined(_WIN32)
+    return folderIn("LOCALAPPDATA");
+#else
+    const std::string folder = folderIn("XDG_STATE_HOME");
+    const std::string home = folder.empty() ? folderIn("HOME") : "";
+    return home.empty() ? folder : home + "/.local/state";
+#endif
+}
+
+}
+
+std::string stateFile(std::string_view name)
+{
+    const std::string folder = stateFolder();
+    return folder.empty() ? "" : folder + "/mathexpr/" + std::string(name);
+}

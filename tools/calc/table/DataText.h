@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// DataText.h - values in tables, for programs: with an exponent such as e-07, which they read and an expression does not.
+#pragma once
+
+#include "mathexpr/ValType.h"
+#include "tools/calc/ValueText.h"
+
+#include <cstdint>
+#include <string>
+
+/// @param digits  significant ones, or exactDigits: as few as read back to the same bits
+void appendData(std::string& text, double number, std::uint32_t digits);
+
+/// A number as such, a point as [x,y,z].
+void appendData(std::string& text, const VALTYPE& value, std::uint32_t digits);

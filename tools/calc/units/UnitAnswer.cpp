@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// UnitAnswer.cpp - see UnitAnswer.h.
+#include "tools/calc/units/UnitAnswer.h"
+
+#include "mathexpr/MathExpression.h"
+#include "tools/calc/MessageRecorder.h"
+#include "tools/calc/Utf8.h"
+#include "tools/calc/ValueText.h"
+#include "tools/calc/units/UnitQuestion.h"
+
+std::string unitAnswer(std::string_view text, std::uint32_t digits)
+{
+    const auto expression = expressionForUnits(text);
+    if (!expression)
+    {
+        return {};
+    }
+    // Numbers and conversions alone: whatever the session's names, and without a failure to catch but a divisor of 0,
+    // which answers false.
+    MathExpression object(false, nullptr);
+    const MessageRecorder muffled;
+    VALTYPE value;
+    const auto wide = toWide(*expression);
+    const bool done = wide && object.setExpression(wide->c_str()) && object.evaluate(value);
+    return done ? *expression + " = " + valueText(value, digits) : std::string();
+}
