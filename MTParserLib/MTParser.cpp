@@ -5,7 +5,7 @@
 #include "MTParserLib/MTParser.h"
 
 #include "MTParserLib/MTParserDefFuncs.h"
-#include "MTParserLib/run/MTParserEvaluator.h"
+#include "MTParserLib/vocabulary/Refusal.h"
 #include "platform/KeptWhileLoaded.h"
 
 #include <memory>
@@ -57,13 +57,23 @@ bool MTParser::run(bool showMessages)
     }
     catch (const mathexpr::ParsingException& exception)
     {
-        compilation.failure.noteRaised(
-            exception, spanOfStep(registrar, compilation.text, failed.position, failed.nbArgs), failed.nbArgs);
+        compilation.failure.noteRaised(exception, spanOf(failed), failed.nbArgs);
         throw;
     }
-    compilation.failure.noteRefusal(
-        failed.refusal, spanOfStep(registrar, compilation.text, failed.position, failed.nbArgs), failed.nbArgs);
+    compilation.failure.noteRefusal(failed.refusal, spanOf(failed), failed.nbArgs);
     return false;
+}
+
+void MTParser::refuse(const double* slot, Message::Id refusal, bool showMessages)
+{
+    showRefusal(refusal, showMessages);
+    const MTRunFailure failed = failureAt(compilation.program, slot, refusal);
+    compilation.failure.noteRefusal(refusal, spanOf(failed), failed.nbArgs);
+}
+
+MTSpan MTParser::spanOf(const MTRunFailure& failed) const noexcept
+{
+    return spanOfStep(registrar, compilation.text, failed.position, failed.nbArgs);
 }
 
 bool MTParser::setVariable(std::wstring_view name, const VALTYPE& value)

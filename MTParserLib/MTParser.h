@@ -14,6 +14,7 @@
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "MTParserLib/compile/MTCompilation.h"
+#include "MTParserLib/run/MTParserEvaluator.h"
 #include "MTParserLib/text/MTLimits.h"
 #include "mathexpr/IMathExprNameSource.h"
 #include "mathexpr/IMathExprService.h"
@@ -60,6 +61,10 @@ public:
     /// @throws what an item raises for an argument of the wrong kind, which is noted as well
     bool run(bool showMessages);
 
+    /// Notes, and shows if it may, that a step of the program's scalar code has refused its operands.
+    /// @param slot  x of the step's result
+    void refuse(const double* slot, Message::Id refusal, bool showMessages);
+
     /// @return false when there is no such variable
     bool setVariable(std::wstring_view name, const VALTYPE& value);
     /// Defines a variable that only holds the value at its address. A refusal is raised anew, as this layer's.
@@ -73,6 +78,8 @@ public:
     bool removeVariable(std::wstring_view name);
 
 private:
+    MTSpan spanOf(const MTRunFailure& failed) const noexcept;
+
     MTParserRegistrar registrar;
     MTCompilation compilation;
     MTParserCompiler compiler;

@@ -251,7 +251,7 @@ bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t positi
         program.usedVariables.push_back(variable->item.get());
         if (variable->valueInPlace != nullptr)
         {
-            program.scalar.addVariable(*variable->valueInPlace);
+            program.inputs.push_back(variable->valueInPlace);
         }
         variable->lastUse = compilation;
     }

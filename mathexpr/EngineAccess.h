@@ -6,6 +6,7 @@
 
 #include "MTParserLib/MTParser.h"
 #include "mathexpr/CMathExpr.h"
+#include "mathexpr/HostBoundary.h"
 #include "mathexpr/MathExpression.h"
 
 #include <string>
@@ -18,6 +19,28 @@ struct EngineAccess
 
     static const HostRuntime& hostOf(const MathExpression& expression) noexcept { return expression.host; }
     static MTParser& parserOf(const MathExpression& expression) noexcept { return *expression.parser; }
+
+    /// The fast path: the first step of scalar code, which computes the whole evaluation; null where there is more to do.
+    static const MTScalarStep* fastPathOf(const MathExpression& expression) noexcept
+    {
+        return platform::computesAsTheLibrary() && expression.assignTarget.empty()
+                   ? expression.program->choice.getArmed()
+                   : nullptr;
+    }
+    /// Evaluates where there is more to do.
+    static bool evaluateProgram(MathExpression& expression, VALTYPE& result)
+    {
+        return expression.evaluateProgram(result);
+    }
+    /// Ends an evaluation on the fast path.
+    /// @param slot  x of the result of the step that has refused its operands
+    static void refuse(MathExpression& expression, const double* slot, Message::Id refusal)
+    {
+        atHostBoundary(expression.host, [&] {
+            const MTReentryGuard guard(*expression.program);
+            expression.parser->refuse(slot, refusal, !expression.silent);
+        });
+    }
 
     static void dropAssignment(MathExpression& expression) noexcept { expression.assignTarget.clear(); }
     static auto& automaticVariablesOf(MathExpression& expression) noexcept { return expression.automaticVariables; }

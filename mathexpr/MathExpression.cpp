@@ -7,6 +7,7 @@
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/MTParser.h"
 #include "MTParserLib/program/MTValueCopy.h"
+#include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
 
 MathExpression::MathExpression(bool silentMode, const IMathExprService* service,
@@ -35,14 +36,17 @@ bool MathExpression::setExpression(const wchar_t* expression)
 
 bool MathExpression::evaluate(VALTYPE& result)
 {
-    // Most evaluations: there is nothing to do but to run scalar code, which calls nobody who could call back.
-    double x = 0.0;
-    if (platform::computesAsTheLibrary() && assignTarget.empty() && program->scalar.runFastPath(x))
-    {
-        copyWithX(result, *program->root, x);
-        return true;
-    }
-    return evaluateProgram(result);
+    static constexpr MTScalarOwner owner{
+        [](void* self, void* record) {
+            return static_cast<MathExpression*>(self)->evaluateProgram(*static_cast<VALTYPE*>(record));
+        },
+        [](void* self, const double* slot, Message::Id refusal) {
+            mathexpr::EngineAccess::refuse(*static_cast<MathExpression*>(self), slot, refusal);
+            return false;
+        }};
+    // Most evaluations jump into scalar code, which calls nobody who could call back, and writes the result.
+    const MTScalarStep* const first = mathexpr::EngineAccess::fastPathOf(*this);
+    return first != nullptr ? program->scalar.run(first, &result, &owner, this) : evaluateProgram(result);
 }
 
 bool MathExpression::compileText(const wchar_t* expression)
@@ -72,7 +76,7 @@ bool MathExpression::evaluateProgram(VALTYPE& result)
             return false;
         }
         copyRecent(result, *program->root);
-        program->scalar.armFastPath();
+        program->choice.arm(*program);
         return true;
     });
 }

@@ -215,8 +215,16 @@ bool MTParserEmitter::finish()
             bring(*other, program.slots.allocateOne());
         }
     }
-    program.rootIsConstant = last->kind == Kind::Constant;
-    program.scalar.prepare(program, root);
-    program.root = &root;  // last: before all memory is there, the program is not complete
+    program.root = &root;
+    const bool isConstant = last->kind == Kind::Constant;
+    if (isConstant)
+    {
+        program.scalar.buildConstant(root);
+    }
+    else
+    {
+        program.scalar.reserve(program);
+    }
+    program.choice.begin(isConstant, program.inputs.size());  // last: before all memory is there, nothing is complete
     return true;
 }

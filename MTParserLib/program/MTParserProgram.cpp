@@ -40,8 +40,9 @@ void MTParserProgram::clear() noexcept
 {
     steps.clear();
     usedVariables.clear();
+    inputs.clear();
     scalar.clear();
+    choice.clear();
     slots.release({});
     root = nullptr;
-    rootIsConstant = false;
 }

@@ -17,6 +17,7 @@
 #pragma once
 
 #include "MTParserLib/program/MTItemKernels.h"
+#include "MTParserLib/run/MTRunChoice.h"
 #include "MTParserLib/run/MTScalarCode.h"
 #include "mathexpr/IMathVariable.h"
 
@@ -98,21 +99,23 @@ public:
     void clear() noexcept;
 
     /// Whether there is something to evaluate: a program that is still being compiled is not complete.
-    bool isComplete() const noexcept { return root != nullptr; }
+    bool isComplete() const noexcept { return choice.getState() != MTRunState::Empty; }
+    /// Whether the value of a complete program is known, so that no step has to be run for it.
+    bool isConstant() const noexcept { return choice.getState() == MTRunState::Constant; }
 
     std::vector<MTProgramStep> steps;
     MTSlotArena slots;
 
-    /// Where the value of the whole expression stands after a run; null until the program is complete.
+    /// Where the value of the whole expression stands after a run of the steps; null until the program is complete.
     VALTYPE* root;
-    /// Whether that value is known, so that no step has to be run for it.
-    bool rootIsConstant;
 
     /// The variables that it reads, in the order of their first use.
     std::vector<const IMathVariable*> usedVariables;
+    /// The values of those that are read where the variable keeps its value, in the same order.
+    std::vector<const VALTYPE*> inputs;
 
-    /// Runs in place of the steps while everything is a plain number.
     MTScalarCode scalar;
+    MTRunChoice choice;
 
 private:
     friend class MTReentryGuard;
@@ -128,7 +131,7 @@ public:
     explicit MTReentryGuard(MTParserProgram& program) noexcept : program(program), entered(!program.isEntered)
     {
         program.isEntered = true;
-        program.scalar.disarmFastPath();
+        program.choice.disarm();
     }
     MTReentryGuard(const MTReentryGuard&) = delete;
     MTReentryGuard& operator=(const MTReentryGuard&) = delete;

@@ -31,3 +31,13 @@ inline void copyWithX(VALTYPE& to, const VALTYPE& from, double x) noexcept
     to.x = x;
     std::memcpy(&to.y, &from.y, sizeof to.y + sizeof to.z);
 }
+
+/// Copies a record of which x, y and z have just been stored, one by one.
+inline void copyWithCoordinates(VALTYPE& to, const VALTYPE& from) noexcept
+{
+    const volatile VALTYPE& recent = from;
+    std::memcpy(static_cast<void*>(&to), &from, offsetof(VALTYPE, x));
+    to.x = recent.x;
+    to.y = recent.y;
+    to.z = recent.z;
+}

@@ -1,19 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BuiltInScalars.h - makes the number kernels of the classes of the vocabulary.
+// BuiltInScalars.h - makes the scalar kernels of the classes of the vocabulary.
 //
-// A class that computes a number from one or two numbers, and nothing else, has a kernel for each place in which its
-// operands may stand. They call the class's own formula.
+// A class has kernels for the kinds of operands that its formula has overloads for: one for each place in which the
+// operands may stand.
 #pragma once
 
-#include "MTParserLib/run/MTScalarCode.h"
+#include "MTParserLib/run/MTScalarSteps.h"
 #include "MTParserLib/vocabulary/Operators.h"
 
 #include <array>
 #include <cstddef>
 #include <tuple>
 #include <type_traits>
+#include <utility>
 
 namespace scalarkernels {
 
@@ -41,8 +42,7 @@ constexpr std::size_t fusedIndexOf()  // not covered: runs while compiling
 template <class Item>
 using Constancy = decltype(Item::constant);
 
-/// Whether an item comes to the same x when it is computed again. Random numbers would be drawn twice where the program
-/// runs after its scalar code gave up.
+/// Whether an item comes to the same result when it is computed again.
 template <class Item>
 constexpr bool yieldsSameAgain()  // not covered: runs while compiling
 {
@@ -66,132 +66,223 @@ inline constexpr bool ComputesFromOne = yieldsSameAgain<Item>() && hasForm<Numbe
 template <class Item>
 inline constexpr bool ComputesFromTwo = yieldsSameAgain<Item>() && hasForm<NumberFromTwo, Item>;
 
-/// Computes one item, unless it refuses its operands.
+template <class Item>
+using FormulaOf = typename Item::Formula;
+
+/// Whether an item has kernels for operands of these types, double or PointValue.
 template <class Item, class... Operands>
-double computeItem(double* product, bool& refused, Operands... operands)
+constexpr bool hasKernels()  // not covered: runs while compiling
 {
-    using Formula = typename Item::Formula;
+    if constexpr (hasForm<FormulaOf, Item>)
+    {
+        return yieldsSameAgain<Item>() &&
+               (takesOperands<FormulaOf<Item>, Operands...> || addsOnto<FormulaOf<Item>, Operands...>);
+    }
+    else
+    {
+        return false;
+    }
+}
+
+/// Whether an item of such operands computes a point.
+template <class Item, class... Operands>
+constexpr bool yieldsPoint()  // not covered: runs while compiling
+{
+    if constexpr (takesOperands<FormulaOf<Item>, Operands...>)
+    {
+        return std::is_same_v<decltype(FormulaOf<Item>::of(std::declval<Operands>()...)), PointValue>;
+    }
+    else
+    {
+        return false;
+    }
+}
+
+inline void storePoint(double* slot, PointValue point) noexcept
+{
+    slot[0] = point.x;
+    slot[1] = point.y;
+    slot[2] = point.z;
+}
+
+/// Computes an item, unless it refuses its operands. A point is stored, and a product, which a later run may read.
+/// @param slot   x of the item's slot
+/// @param value  receives a number; stays where the result is a point
+/// @return whether the item refuses its operands
+template <class Item, class... Operands>
+bool isRefused(double* slot, double& value, Operands... operands)
+{
+    using Formula = FormulaOf<Item>;
     if constexpr (mayRefuse<Formula, Operands...>)
     {
-        refused = Formula::refuses(operands...);
-        if (refused)
+        if (Formula::refuses(operands...))
         {
-            return 0.0;
+            return true;
         }
     }
-    const double result = Formula::of(operands...);
-    if constexpr (addsOnto<Formula, PointValue, PointValue>)
+    if constexpr (addsOnto<Formula, Operands...>)
     {
-        *product = result;
+        value = Formula::onto(*slot, operands...);
+        *slot = value;
     }
-    return result;
+    else if constexpr (yieldsPoint<Item, Operands...>())
+    {
+        storePoint(slot, Formula::of(operands...));
+    }
+    else
+    {
+        value = Formula::of(operands...);
+        if constexpr (addsOnto<Formula, PointValue, PointValue>)
+        {
+            *slot = value;
+        }
+    }
+    return false;
+}
+
+template <class Operand>
+Operand load(const double* x) noexcept
+{
+    if constexpr (std::is_same_v<Operand, PointValue>)
+    {
+        return {x[0], x[1], x[2]};
+    }
+    else
+    {
+        return *x;
+    }
 }
 
 /// Fetches the operands of an item from where they stand, and computes it.
-template <class Item, MTOperandForm form>
-double computeForm(const MTScalarStep& step, double value, double*& top, bool& refused)
+template <class Item, MTOperandForm form, class First, class... Others>
+bool isFormRefused(const MTScalarStep& step, double& value, double*& top)
 {
     using Form = MTOperandForm;
     if constexpr (form == Form::PushMemory)
     {
         *top++ = value;
     }
-    if constexpr (ComputesFromOne<Item>)
+    if constexpr (sizeof...(Others) == 2)
     {
-        return computeItem<Item>(step.product, refused, form == Form::ValueMemory ? value : *step.a);
+        return isRefused<Item>(step.result, value, *step.a, *step.b, form == Form::MemoryValue ? value : *step.c);
     }
     else if constexpr (form == Form::ValueMemory)
     {
-        return computeItem<Item>(step.product, refused, value, *step.a);
+        return isRefused<Item>(step.result, value, value, load<Others>(step.a)...);
     }
     else if constexpr (form == Form::MemoryValue)
     {
-        return computeItem<Item>(step.product, refused, *step.a, value);
+        return isRefused<Item>(step.result, value, load<First>(step.a), value);
     }
     else if constexpr (form == Form::StackValue)
     {
-        return computeItem<Item>(step.product, refused, *--top, value);
+        return isRefused<Item>(step.result, value, *--top, value);
     }
     else
     {
-        return computeItem<Item>(step.product, refused, *step.a, *step.b);
+        return isRefused<Item>(step.result, value, load<First>(step.a), load<Others>(step.b)...);
     }
 }
 
-/// Runs the next step. As the last thing that a kernel does, this is a jump.
-inline double runNext(const MTScalarStep* step, double value, double* top, bool* refused)
+template <class Item, MTOperandForm form, class... Operands>
+bool runItem(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner, void* self)
 {
-    ++step;
-    return step->kernel(step, value, top, refused);
-}
-
-template <class Item, MTOperandForm form>
-double runItem(const MTScalarStep* step, double value, double* top, bool* refused)
-{
-    bool itemRefused = false;
-    const double result = computeForm<Item, form>(*step, value, top, itemRefused);
-    if (itemRefused)
+    if (isFormRefused<Item, form, Operands...>(*step, value, top))
     {
-        *refused = true;
-        return result;
+        if constexpr (mayRefuse<FormulaOf<Item>, Operands...>)
+        {
+            return owner->refused(self, step->result, Item::refusal);
+        }
     }
-    return runNext(step, result, top, refused);
+    return runNext(step, value, top, result, owner, self);
 }
 
 template <class First, MTOperandForm firstForm, class Second, MTOperandForm secondForm>
-double runFused(const MTScalarStep* step, double value, double* top, bool* refused)
+bool runFused(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner, void* self)
 {
-    bool itemRefused = false;
-    const double first = computeForm<First, firstForm>(*step, value, top, itemRefused);
-    if (itemRefused)
+    if (isFormRefused<First, firstForm, double, double>(*step, value, top))
     {
-        *refused = true;
-        return first;
+        if constexpr (mayRefuse<FormulaOf<First>, double, double>)
+        {
+            return owner->refused(self, step->result, First::refusal);
+        }
     }
-    const double result = secondForm == MTOperandForm::ValueMemory
-                              ? computeItem<Second>(step->secondProduct, itemRefused, first, *step->c)
-                              : computeItem<Second>(step->secondProduct, itemRefused, *step->c, first);
-    if (itemRefused)
+    if (secondForm == MTOperandForm::ValueMemory ? isRefused<Second>(step->secondResult, value, value, *step->c)
+                                                 : isRefused<Second>(step->secondResult, value, *step->c, value))
     {
-        *refused = true;
-        return result;
+        if constexpr (mayRefuse<FormulaOf<Second>, double, double>)
+        {
+            return owner->refused(self, step->secondResult, Second::refusal);
+        }
     }
-    return runNext(step, result, top, refused);
+    return runNext(step, value, top, result, owner, self);
 }
 
-template <class Item>
-constexpr MTScalarKernels unaryKernels()  // not covered: runs while compiling
+template <class Operand>
+inline constexpr bool isNumber = std::is_same_v<Operand, double>;
+
+/// Adds the kernels of an item for operands of some types, if it has them.
+template <class Item, class First, class... Others>
+constexpr void addKernels(MTScalarKernels& item, MTOperandKinds kinds)  // not covered: runs while compiling
 {
     using Form = MTOperandForm;
-    return {{runItem<Item, Form::Memory>, runItem<Item, Form::PushMemory>, runItem<Item, Form::ValueMemory>, nullptr,
-             nullptr},
-            MTScalarKernels::notFused};
+    if constexpr (hasKernels<Item, First, Others...>())
+    {
+        const auto add = [&](Form form, MTScalarKernel kernel) {
+            item.kernels[static_cast<std::size_t>(kinds)][static_cast<std::size_t>(form)] = kernel;
+        };
+        constexpr std::size_t nbOthers = sizeof...(Others);
+        add(Form::Memory, runItem<Item, Form::Memory, First, Others...>);
+        if constexpr (!yieldsPoint<Item, First, Others...>())
+        {
+            add(Form::PushMemory, runItem<Item, Form::PushMemory, First, Others...>);
+        }
+        if constexpr (isNumber<First> && nbOthers < 2)
+        {
+            add(Form::ValueMemory, runItem<Item, Form::ValueMemory, First, Others...>);
+        }
+        if constexpr (nbOthers > 0 && (isNumber<Others> && ...))
+        {
+            add(Form::MemoryValue, runItem<Item, Form::MemoryValue, First, Others...>);
+        }
+        if constexpr (isNumber<First> && nbOthers == 1 && (isNumber<Others> && ...))
+        {
+            add(Form::StackValue, runItem<Item, Form::StackValue, First, Others...>);
+        }
+    }
 }
 
 template <class Item>
-constexpr MTScalarKernels binaryKernels()  // not covered: runs while compiling
+constexpr MTScalarKernels makeKernels()  // not covered: runs while compiling
 {
-    using Form = MTOperandForm;
-    return {{runItem<Item, Form::Memory>, runItem<Item, Form::PushMemory>, runItem<Item, Form::ValueMemory>,
-             runItem<Item, Form::MemoryValue>, runItem<Item, Form::StackValue>},
-            fusedIndexOf<Item>()};
+    using Kinds = MTOperandKinds;
+    MTScalarKernels item;
+    item.fusedIndex = fusedIndexOf<Item>();
+    if constexpr (hasForm<FormulaOf, Item>)
+    {
+        item.readsResult = addsOnto<FormulaOf<Item>, PointValue, PointValue>;
+    }
+    addKernels<Item, double>(item, Kinds::Numbers);
+    addKernels<Item, double, double>(item, Kinds::Numbers);
+    addKernels<Item, double, double, double>(item, Kinds::Numbers);
+    addKernels<Item, PointValue>(item, Kinds::PointNumber);
+    addKernels<Item, PointValue, double>(item, Kinds::PointNumber);
+    addKernels<Item, double, PointValue>(item, Kinds::NumberPoint);
+    addKernels<Item, PointValue, PointValue>(item, Kinds::Points);
+    return item;
 }
 
 template <class Item>
-inline constexpr MTScalarKernels kernelsFromOne = unaryKernels<Item>();
-template <class Item>
-inline constexpr MTScalarKernels kernelsFromTwo = binaryKernels<Item>();
+inline constexpr MTScalarKernels kernels = makeKernels<Item>();
 
 template <class Item>
 constexpr const MTScalarKernels* kernelsOf()  // not covered: runs while compiling
 {
-    if constexpr (ComputesFromOne<Item>)
+    constexpr bool hasAny = hasKernels<Item, double>() || hasKernels<Item, double, double>() ||
+                            hasKernels<Item, double, double, double>() || hasKernels<Item, PointValue, PointValue>();
+    if constexpr (hasAny)
     {
-        return &kernelsFromOne<Item>;
-    }
-    else if constexpr (ComputesFromTwo<Item>)
-    {
-        return &kernelsFromTwo<Item>;
+        return &kernels<Item>;
     }
     else
     {

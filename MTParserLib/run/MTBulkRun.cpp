@@ -126,7 +126,7 @@ std::size_t portionsOf(std::size_t nbRows) noexcept
 MTBulkTally runInBulk(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns,
                       std::size_t nbRows, const mathexpr::BulkResults& results, std::uint32_t nbThreads)
 {
-    const bool isConstant = program.rootIsConstant;
+    const bool isConstant = program.isConstant();
     const auto blocks = isConstant ? nullptr : MTBlockProgram::build(program, columns);
     const auto makeWorker = [&]() -> std::unique_ptr<MTBulkWorker> {
         if (isConstant)

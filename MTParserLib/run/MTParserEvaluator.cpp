@@ -5,19 +5,14 @@
 // runs in their place where it may.
 #include "MTParserLib/run/MTParserEvaluator.h"
 
-bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failure)
+#include "MTParserLib/vocabulary/Refusal.h"
+
+#include <algorithm>
+
+namespace {
+
+bool interpret(MTParserProgram& program, bool showMessages, MTRunFailure& failure)
 {
-    if (program.rootIsConstant)
-    {
-        return true;
-    }
-    double value = 0.0;
-    if (program.scalar.isReady(program) && program.scalar.run(value))
-    {
-        program.root->x = value;
-        return true;
-    }
-    program.scalar.programRuns();
     auto step = program.steps.begin();
     const auto tell = [&](Message::Id refusal) { failure = MTRunFailure{step->position, step->nbArgs, refusal}; };
     try
@@ -37,6 +32,63 @@ bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failu
         tell(Message::None);
         throw;
     }
-    program.scalar.programRan();
+    program.choice.settle(program);
     return true;
+}
+
+/// A run of scalar code that stores the value in the program's root.
+class ScalarRun
+{
+public:
+    ScalarRun(MTParserProgram& ofProgram, bool show, MTRunFailure& failed) noexcept
+        : program(ofProgram), showMessages(show), failure(failed)
+    {}
+
+    bool run()
+    {
+        // The kinds have just been compared.
+        static constexpr MTScalarOwner owner{nullptr, refuse};
+        VALTYPE value;
+        if (!program.scalar.run(program.scalar.getSteps().data(), &value, &owner, this))
+        {
+            return false;
+        }
+        *program.root = value;
+        return true;
+    }
+
+private:
+    static bool refuse(void* self, const double* slot, Message::Id refusal)
+    {
+        const ScalarRun& run = *static_cast<const ScalarRun*>(self);
+        showRefusal(refusal, run.showMessages);
+        run.failure = failureAt(run.program, slot, refusal);
+        return false;
+    }
+
+    MTParserProgram& program;
+    const bool showMessages;
+    MTRunFailure& failure;
+};
+
+}
+
+MTRunFailure failureAt(const MTParserProgram& program, const double* slot, Message::Id refusal) noexcept
+{
+    const auto step = std::find_if(program.steps.begin(), program.steps.end(),
+                                   [slot](const MTProgramStep& each) { return &each.destination->x == slot; });
+    return {step->position, step->nbArgs, refusal};
+}
+
+bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failure)
+{
+    switch (program.choice.choose(program))
+    {
+    case MTRunState::Constant:
+        return true;
+    case MTRunState::Scalar:
+        return ScalarRun(program, showMessages, failure).run();
+    default:
+        return interpret(program, showMessages, failure);
+    }
 }

@@ -14,6 +14,10 @@ struct MTRunFailure
     Message::Id refusal = Message::None;  ///< None where it raised an exception.
 };
 
+/// What a step of scalar code says that refuses its operands.
+/// @param slot  x of the step's result
+MTRunFailure failureAt(const MTParserProgram& program, const double* slot, Message::Id refusal) noexcept;
+
 /// Runs a complete program once. Nothing is allocated. A program whose root is constant is not run at all.
 /// @param showMessages  whether an item may tell the user why it refuses
 /// @param failure       receives the step that refused its arguments or raised an exception

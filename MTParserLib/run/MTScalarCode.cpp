@@ -1,14 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTScalarCode.cpp - builds scalar code from a program, and runs it.
+// MTScalarCode.cpp - builds scalar code from a program that has run to its end.
 #include "MTParserLib/run/MTScalarCode.h"
 
 #include "MTParserLib/program/MTParserProgram.h"
+#include "MTParserLib/run/MTScalarSteps.h"
 #include "MTParserLib/run/ScalingKernels.h"
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -20,17 +22,31 @@ constexpr std::size_t mostSteps = 4096;
 constexpr std::size_t mostSteps = 128;
 #endif
 
-/// Results that wait at once. Only a program nested deeper than that runs itself.
+/// Numbers that wait at once. Only a program nested deeper than that runs itself.
 constexpr std::size_t mostWaiting = 32;
 
-double loadConstant(const MTScalarStep* step, double, double*, bool*)
+/// Where an operand that is not given reads 0.
+constexpr double zero = 0.0;
+
+bool isCopy(const MTProgramStep& step) noexcept
 {
-    return *step->a;
+    return step.nbArgs == 0 && step.first != nullptr;
 }
 
-double end(const MTScalarStep*, double value, double*, bool*)
+/// Steps that compute the items of a program, without those that move operands; 0 where it has to run itself.
+std::size_t countComputations(const MTParserProgram& program) noexcept
 {
-    return value;
+    std::size_t count = 0;
+    for (const MTProgramStep& step : program.steps)
+    {
+        const ConversionFormula* const formula = step.kernels->formula;
+        count += formula != nullptr ? countScalingSteps(*formula) : 1;
+        if (isHostItem(*step.kernels) || count > mostSteps)
+        {
+            return 0;
+        }
+    }
+    return count;
 }
 
 /// Where the operand of a step stands.
@@ -39,39 +55,247 @@ struct Operand
     enum class Place : std::uint8_t
     {
         Memory,
-        Value,  // the result of the step before
+        Value,  // the last number
         Stack,
+        Copied,  // in a variable that has not been copied to the slot yet
     };
-    Place place;
-    const double* memory;
+    Place place = Place::Memory;
+    const double* memory = nullptr;          // x of the slot, or of the variable that is to be copied to it
+    const MTProgramStep* copying = nullptr;  // the step that does that
+
+    bool isMoving() const noexcept { return place == Place::Value || place == Place::Stack; }
 };
 
-/// The result of a step that waits for its consumer.
-struct WaitingResult
+/// A number that waits for its consumer.
+struct WaitingNumber
 {
     bool onStack;
     const VALTYPE* destination;  // the slot of its consumer
 };
 
-/// Turns a program into scalar code, step by step, with the results that wait in an array of fixed size.
+MTOperandKinds kindsOf(const MTProgramStep& step) noexcept
+{
+    const bool secondIsPoint = step.nbArgs > 1 && step.operand(1).type != 0;
+    if (step.operand(0).type != 0)
+    {
+        return secondIsPoint ? MTOperandKinds::Points : MTOperandKinds::PointNumber;
+    }
+    return secondIsPoint ? MTOperandKinds::NumberPoint : MTOperandKinds::Numbers;
+}
+
+/// Whether the slot of a step holds a point that its item does not make of these kinds: one is left of earlier kinds.
+/// The item is asked, with operands that it does not refuse and a fresh slot.
+bool holdsOldPoint(const MTProgramStep& step)
+{
+    if (step.destination->type == 0)
+    {
+        return false;
+    }
+    const VALTYPE first{step.first->type, 0, 0, 0, 1.0, 1.0, 1.0};
+    const VALTYPE second{step.nbArgs > 1 ? step.second->type : std::uint8_t{0}, 0, 0, 0, 1.0, 1.0, 1.0};
+    VALTYPE fresh;
+    const MTProgramStep sample{step.kernels, step.item, &first, &second, &fresh, step.nbArgs, 0};
+    sample.evaluate(false);
+    return fresh.type == 0;
+}
+
+/// Whether a step that is no copy runs by a kernel, and not on records.
+bool hasKernel(const MTProgramStep& step)
+{
+    if (step.kernels->formula != nullptr)
+    {
+        return true;
+    }
+    const MTScalarKernels* const item = step.kernels->scalar;
+    if (step.nbArgs == 0 || item == nullptr)
+    {
+        return false;
+    }
+    if (!step.kernels->readsInPlace)
+    {
+        return step.nbArgs <= 3;
+    }
+    // "&" takes two flagged points for truth values.
+    const MTOperandKinds kinds = kindsOf(step);
+    const bool areFlagged = kinds == MTOperandKinds::Points && step.first->flag != 0 && step.second->flag != 0;
+    return item->find(kinds, MTOperandForm::Memory) != nullptr && !areFlagged && !holdsOldPoint(step);
+}
+
+/// Turns a program into scalar code, step by step, with the numbers that wait in an array of fixed size.
 class Builder
 {
 public:
-    explicit Builder(std::vector<MTScalarStep>& target) noexcept : steps(target) { waiting[0] = {true, nullptr}; }
+    /// @param freshSlots  whether each run begins with slots as they were before the first
+    Builder(std::vector<MTScalarStep>& target, std::vector<const MTProgramStep*>& copying, bool freshSlots) noexcept
+        : steps(target), copies(copying), fresh(freshSlots)
+    {
+        waiting[0] = {true, nullptr};
+    }
+
+    /// @return false where one of the inputs is neither a number nor a point, as far as the library makes them
+    bool checkInputs(const std::vector<const VALTYPE*>& inputs)
+    {
+        const std::size_t nbChecked = checkThose<0x000>(inputs) + checkThose<0x001>(inputs) +
+                                      checkThose<0x100>(inputs) + checkThose<0x101>(inputs);
+        return nbChecked == inputs.size();
+    }
 
     void addItem(const MTProgramStep& step)
+    {
+        if (isCopy(step))
+        {
+            copies.push_back(&step);
+        }
+        else if (!hasKernel(step))
+        {
+            addRecord(step);
+        }
+        else if (step.kernels->readsInPlace)
+        {
+            addItemOfTwo(step);
+        }
+        else
+        {
+            addItemOfThree(step);
+        }
+    }
+
+    /// Ends the code.
+    /// @return false when it is of no use, because too many numbers wait at once or never find a consumer
+    bool finish(const VALTYPE& root, bool toDouble)
+    {
+        const Operand value = takeOperand(root);
+        if (value.place == Operand::Place::Value)
+        {
+            append(toDouble ? scalarkernels::endWithDouble : scalarkernels::endWithValue, {&root.x});
+        }
+        else
+        {
+            append(toDouble ? scalarkernels::endWithStoredDouble : scalarkernels::endWithRecord, {value.memory});
+        }
+        return !overflowed && nbWaiting == 0 && copies.empty();
+    }
+
+private:
+    /// The addresses of the operands in memory.
+    using Memory = std::array<const double*, 3>;
+
+    /// Checks the inputs that have a head, some with each step.
+    /// @return how many these are
+    template <std::uint16_t head>
+    std::size_t checkThose(const std::vector<const VALTYPE*>& inputs)
+    {
+        using scalarkernels::checkHeads;
+        static constexpr std::array<MTScalarKernel, scalarkernels::maxChecked> kernels = {
+            checkHeads<head, 1>, checkHeads<head, 2>, checkHeads<head, 3>, checkHeads<head, 4>, checkHeads<head, 5>};
+        std::size_t nbChecked = 0;
+        for (const VALTYPE* input : inputs)
+        {
+            if (scalarkernels::headOf(*input) != head)
+            {
+                continue;
+            }
+            const std::size_t place = nbChecked++ % scalarkernels::maxChecked;
+            auto* const x = const_cast<double*>(&input->x);
+            switch (place)
+            {
+            case 0:
+                append(nullptr, {x});
+                break;
+            case 1:
+                steps.back().b = x;
+                break;
+            case 2:
+                steps.back().c = x;
+                break;
+            case 3:
+                steps.back().result = x;
+                break;
+            default:
+                steps.back().secondResult = x;
+                break;
+            }
+            steps.back().kernel = kernels[place];
+        }
+        return nbChecked;
+    }
+
+    /// What is written to a slot or what stands there.
+    Operand takeOperand(const VALTYPE& slot) noexcept
+    {
+        if (waiting[nbWaiting].destination == &slot)
+        {
+            const bool onStack = waiting[nbWaiting--].onStack;
+            return {onStack ? Operand::Place::Stack : Operand::Place::Value, &slot.x};
+        }
+        if (!copies.empty() && copies.back()->destination == &slot)
+        {
+            const MTProgramStep* const copy = copies.back();
+            copies.pop_back();
+            return {Operand::Place::Copied, &copy->first->x, copy};
+        }
+        return {Operand::Place::Memory, &slot.x};
+    }
+
+    /// An item on records. The last operand is stored first, since the stack hands numbers out in that order.
+    void addRecord(const MTProgramStep& step)
+    {
+        for (std::uint32_t j = step.nbArgs; j-- > 0;)
+        {
+            const Operand operand = takeOperand(step.operand(j));
+            if (operand.copying != nullptr)
+            {
+                appendRecord(*operand.copying);
+            }
+            else
+            {
+                store(operand);
+            }
+        }
+        clearIfFresh(&step.destination->x);
+        appendRecord(step);
+    }
+
+    void addItemOfThree(const MTProgramStep& step)
+    {
+        Memory memory = {&zero, &zero, &zero};
+        bool takesValue = false;
+        for (std::uint32_t j = step.nbArgs; j-- > 0;)
+        {
+            const Operand operand = takeOperand(step.operand(j));
+            memory[j] = operand.memory;
+            if (j == 2 && operand.place == Operand::Place::Value)
+            {
+                takesValue = true;
+            }
+            else
+            {
+                store(operand);
+            }
+        }
+        const MTOperandForm form = takesValue ? MTOperandForm::MemoryValue : memoryForm(step);
+        append(step.kernels->scalar->find(MTOperandKinds::Numbers, form), memory, &step.destination->x);
+        addResult(step);
+    }
+
+    void addItemOfTwo(const MTProgramStep& step)
     {
         std::array<Operand, 2> operands{};
         for (std::uint32_t j = step.nbArgs; j-- > 0;)
         {
             operands[j] = takeOperand(step.operand(j));
         }
-        const MTOperandForm form = formOf(operands, step.nbArgs);
-        std::array<const double*, 2> memory{};
+        if (operands[0].place == Operand::Place::Stack && operands[1].place != Operand::Place::Value)
+        {
+            append(scalarkernels::takeWaiting, {});
+            operands[0].place = Operand::Place::Value;
+        }
+        const MTOperandForm form = formOf(step, operands);
+        Memory memory{};
         std::size_t nbMemory = 0;
         for (std::uint32_t j = 0; j < step.nbArgs; ++j)
         {
-            if (operands[j].place == Operand::Place::Memory)
+            if (!operands[j].isMoving())
             {
                 memory[nbMemory++] = operands[j].memory;
             }
@@ -82,7 +306,43 @@ public:
         }
         else
         {
-            append(*step.kernels->scalar, form, memory, &step.destination->x);
+            appendItem(*step.kernels->scalar, kindsOf(step), form, memory, &step.destination->x);
+        }
+        addResult(step);
+    }
+
+    MTOperandForm formOf(const MTProgramStep& step, const std::array<Operand, 2>& operands) noexcept
+    {
+        if (operands[0].place == Operand::Place::Stack)
+        {
+            return MTOperandForm::StackValue;
+        }
+        if (operands[0].place == Operand::Place::Value)
+        {
+            return MTOperandForm::ValueMemory;
+        }
+        return operands[1].place == Operand::Place::Value ? MTOperandForm::MemoryValue : memoryForm(step);
+    }
+
+    /// Of an item whose operands are all in memory. The last number is pushed before a new one takes its place; those
+    /// that wait below it have been pushed.
+    MTOperandForm memoryForm(const MTProgramStep& step) noexcept
+    {
+        WaitingNumber& last = waiting[nbWaiting];
+        if (last.onStack || step.destination->type != 0)
+        {
+            return MTOperandForm::Memory;
+        }
+        last.onStack = true;
+        return MTOperandForm::PushMemory;
+    }
+
+    /// A number waits for its consumer; a point stands in its slot.
+    void addResult(const MTProgramStep& step) noexcept
+    {
+        if (step.destination->type != 0)
+        {
+            return;
         }
         if (nbWaiting == mostWaiting)
         {
@@ -92,68 +352,59 @@ public:
         waiting[++nbWaiting] = {false, step.destination};
     }
 
-    /// Ends the code.
-    /// @return false when it is of no use, because too many results wait at once or never find a consumer
-    bool finish()
+    void append(MTScalarKernel kernel, const Memory& memory, double* result = nullptr)
     {
-        steps.push_back({end, nullptr, nullptr, nullptr, nullptr, nullptr});
-        return !overflowed && nbWaiting == 1;
+        steps.push_back({kernel, memory[0], memory[1], {memory[2]}, result, nullptr});
+        lastIndex = MTScalarKernels::notFused;
     }
 
-private:
-    /// What is written to a slot or what stands there.
-    Operand takeOperand(const VALTYPE& value) noexcept
+    void appendRecord(const MTProgramStep& step)
     {
-        const WaitingResult& last = waiting[nbWaiting];
-        if (last.destination == &value)
-        {
-            --nbWaiting;
-            return {last.onStack ? Operand::Place::Stack : Operand::Place::Value, nullptr};
-        }
-        return {Operand::Place::Memory, &value.x};
+        append(scalarkernels::runRecord, {}, &step.destination->x);
+        steps.back().record = &step;
     }
 
-    MTOperandForm formOf(const std::array<Operand, 2>& operands, std::uint32_t nbArgs) noexcept
+    /// Brings a number that moves to its slot.
+    void store(const Operand& operand)
     {
-        const Operand::Place first = operands[0].place;
-        const Operand::Place last = operands[nbArgs - 1].place;
-        if (first == Operand::Place::Stack)
+        if (operand.isMoving())
         {
-            return MTOperandForm::StackValue;
+            append(operand.place == Operand::Place::Value ? scalarkernels::storeValue : scalarkernels::storeWaiting, {},
+                   const_cast<double*>(operand.memory));
         }
-        if (first == Operand::Place::Value)
-        {
-            return MTOperandForm::ValueMemory;
-        }
-        if (last == Operand::Place::Value)
-        {
-            return MTOperandForm::MemoryValue;
-        }
-        // The result in the register is pushed before the new one takes its place; results below it have been pushed.
-        WaitingResult& waitingLast = waiting[nbWaiting];
-        if (waitingLast.onStack)
-        {
-            return MTOperandForm::Memory;
-        }
-        waitingLast.onStack = true;
-        return MTOperandForm::PushMemory;
     }
 
-    void append(const MTScalarKernels& item, MTOperandForm form, const std::array<const double*, 2>& memory,
-                double* destination)
+    void clearIfFresh(double* result)
     {
+        if (fresh)
+        {
+            append(scalarkernels::clearSlot, {}, result);
+        }
+    }
+
+    void appendItem(const MTScalarKernels& item, MTOperandKinds kinds, MTOperandForm form, const Memory& memory,
+                    double* result)
+    {
+        if (kinds != MTOperandKinds::Numbers)
+        {
+            if (item.readsResult)
+            {
+                clearIfFresh(result);
+            }
+            append(item.find(kinds, form), memory, result);
+            return;
+        }
         const bool takesValue = form == MTOperandForm::ValueMemory || form == MTOperandForm::MemoryValue;
         if (takesValue && item.fusedIndex != MTScalarKernels::notFused && lastIndex != MTScalarKernels::notFused)
         {
             MTScalarStep& last = steps.back();
             last.kernel = findFusedKernel(lastIndex, lastForm, item.fusedIndex, form);
             last.c = memory[0];
-            last.secondProduct = destination;
+            last.secondResult = result;
             lastIndex = MTScalarKernels::notFused;
             return;
         }
-        steps.push_back(
-            {item.kernels[static_cast<std::size_t>(form)], memory[0], memory[1], nullptr, destination, nullptr});
+        append(item.find(kinds, form), memory, result);
         lastIndex = item.fusedIndex;
         lastForm = form;
     }
@@ -162,18 +413,18 @@ private:
     {
         for (std::size_t j = 0; j < countScalingSteps(formula); ++j)
         {
-            const MTScalarKernel kernel = findScalingStep(formula, j).scalar.kernels[static_cast<std::size_t>(form)];
             const double* const factors = factorsOfStep(formula, j).data();
             const double* const first = form == MTOperandForm::ValueMemory ? factors : operand;
-            steps.push_back({kernel, first, factors, nullptr, nullptr, nullptr});
+            append(findScalingStep(formula, j).scalar[static_cast<std::size_t>(form)], {first, factors});
             form = MTOperandForm::ValueMemory;
         }
-        lastIndex = MTScalarKernels::notFused;
     }
 
     std::vector<MTScalarStep>& steps;
+    std::vector<const MTProgramStep*>& copies;
+    const bool fresh;
     // waiting[0] is a sentinel, which no operand is and which is never pushed.
-    std::array<WaitingResult, 1 + mostWaiting> waiting;
+    std::array<WaitingNumber, 1 + mostWaiting> waiting;
     std::size_t nbWaiting = 0;
     bool overflowed = false;
     // Of the last step, if it holds one item that can be fused.
@@ -183,68 +434,41 @@ private:
 
 }
 
-void MTScalarCode::clear() noexcept
+void MTScalarCode::reserve(const MTParserProgram& program)
 {
-    ready = nullptr;
-    armed = nullptr;
-    variables.clear();
-    steps.clear();
-    possible = false;
-    ran = false;
-}
-
-void MTScalarCode::prepare(const MTParserProgram& program, const VALTYPE& root)
-{
-    if (program.rootIsConstant)
-    {
-        steps.push_back({loadConstant, &root.x, nullptr, nullptr, nullptr, nullptr});
-        ready = steps.data();
-        return;
-    }
-    std::size_t nbSteps = 0;
-    for (const MTProgramStep& step : program.steps)
-    {
-        const ConversionFormula* const formula = step.kernels->formula;
-        if (step.kernels->scalar == nullptr && formula == nullptr)
-        {
-            return;
-        }
-        nbSteps += formula != nullptr ? countScalingSteps(*formula) : 1;
-    }
-    if (nbSteps > mostSteps)
+    const std::size_t nbComputations = countComputations(program);
+    if (nbComputations == 0)
     {
         return;
     }
-    steps.reserve(nbSteps + 1);
-    // Each result on the stack waits for an item of two operands, and the last result never lies there.
+    // A step for each item, one that moves its result, the checks of inputs of some kinds, and the end.
+    const std::size_t nbChecks = program.inputs.size() / scalarkernels::maxChecked + 4;
+    steps.reserve(nbComputations + program.steps.size() + nbChecks + 1);
     stack.resize(std::max(stack.size(), program.steps.size()));
-    possible = true;
+    copies.reserve(program.steps.size());
 }
 
-bool MTScalarCode::getReady(const MTParserProgram& program)
+bool MTScalarCode::build(const MTParserProgram& program, bool toDouble)
 {
-    for (const MTProgramStep& step : program.steps)
+    steps.clear();
+    copies.clear();
+    if (countComputations(program) == 0)
     {
-        const bool takesPoint = step.operand(0).type != 0 || (step.nbArgs > 1 && step.operand(1).type != 0);
-        if (takesPoint || step.destination->type != 0)
-        {
-            return false;
-        }
+        return false;
     }
-    if (steps.empty())
+    Builder builder(steps, copies, toDouble);
+    if (!toDouble && !builder.checkInputs(program.inputs))
     {
-        build(program);
+        return false;
     }
-    ready = possible ? steps.data() : nullptr;
-    return possible;
-}
-
-void MTScalarCode::build(const MTParserProgram& program)
-{
-    Builder builder(steps);
     for (const MTProgramStep& step : program.steps)
     {
         builder.addItem(step);
     }
-    possible = builder.finish();
+    return builder.finish(*program.root, toDouble);
+}
+
+void MTScalarCode::buildConstant(const VALTYPE& value)
+{
+    steps.push_back({scalarkernels::endWithRecord, &value.x, nullptr, {nullptr}, nullptr, nullptr});
 }

@@ -1,151 +1,152 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTScalarCode.h - scalar code: a second, faster form of a program whose values are all plain numbers.
+// MTScalarCode.h - scalar code: a second, faster form of a program, specialised for the kinds of its values.
 //
-//     x*2+y     check   x and y are numbers
-//               mul-add x, 2, y     value = x * 2, stored in the slot of the product; value = value + y
-//               end                 return value
+//     x*2+y     check numbers [x, y]
+//               * then + [x, 2] [value, y] -> value     value = x * 2, stored in its slot; value = value + y
+//               end with value                          the root's record, with value as x, is the result
 //
-// A step reads its operands from memory (a variable's own value, a constant's slot), from the register that holds the
-// result of the step before, or from a stack of results that wait. It jumps to the kernel of the next step. Two
-// arithmetic items in a row are fused into one step.
+//     p+q*2     check points [p, q]
+//               * point number [q, 2] -> slot           slot = q * 2
+//               + points [p, slot] -> root              root = p + slot
+//               end with record [root]                  the root's record is the result
 //
-// Scalar code leaves behind what the program itself would leave behind:
+// A step reads its operands from memory (a variable's own value, a constant's slot, a point's slot), from the register
+// that holds the last number, or from a stack of numbers that wait. Points always stand in their slots. A step jumps to
+// the kernel of the next one; two arithmetic items of numbers in a row are fused into one step.
 //
-//   - The program runs itself first, and sets types and flags of all slots. Scalar code takes over while every variable
-//     and every slot is a number: then no item writes anything but x, and otherwise only what its slot holds already.
-//   - A later run reads x of a slot before it writes it only where points meet in a product: their dot product is added
-//     to it. So a product is stored in its slot, and nothing else is. The other items that read their result
-//     (factorial, "&", a point of many numbers, an intersection) have no scalar code, nor has a program with one.
-//   - A step that refuses its arguments ends the run before it stores anything, and the program runs instead: it comes
-//     to the same refusal, with its message.
+// The kinds are those that a complete run of the program has left in its slots: later runs change none of them while
+// the inputs keep theirs. Scalar code leaves behind what the program itself would leave behind:
+//
+//   - A later run reads a slot before it writes it only where points meet in a product, whose dot product is added to
+//     x, in "&", and in an intersection; and an operator that computes a number leaves the y and z of an earlier point.
+//     So points and products are stored. Other numbers are not.
+//   - An item without a kernel for its operands, and one whose slot still holds the kind of an earlier run, runs as it
+//     does in the program, on records: its operands are stored before.
+//   - A step that refuses its operands stores nothing, and ends the run for good: what the steps before it have stored
+//     is what the program would have stored.
 #pragma once
 
+#include "MTParserLib/MTMessage.h"
 #include "mathexpr/ValType.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <vector>
 
 class MTParserProgram;
+struct MTProgramStep;
 struct MTScalarStep;
 
-/// Computes one step, and then all that follow.
-/// @param value    the result of the step before
-/// @param top      above the last result on the stack of those that wait for their turn
-/// @param refused  set where an item refuses its operands; the value returned means nothing then
-/// @return the value of the whole program
-using MTScalarKernel = double (*)(const MTScalarStep* step, double value, double* top, bool* refused);
+/// What scalar code leaves to whoever runs it.
+struct MTScalarOwner
+{
+    /// An input has another kind than the code is made for; nothing has been done yet.
+    /// @return what the run returns
+    bool (*changedKinds)(void* self, void* result);
+    /// A step refuses its operands.
+    /// @param slot  x of the step's result
+    /// @return false
+    bool (*refused)(void* self, const double* slot, Message::Id refusal);
+};
 
-/// Where the operands of a step stand. Results that wait for their turn lie on a stack.
+/// Computes one step, and then all that follow.
+/// @param value   the last number
+/// @param top     above the last number on the stack of those that wait for their turn
+/// @param result  what the last step writes to: a record, or a double
+/// @return whether there is a result
+using MTScalarKernel = bool (*)(const MTScalarStep* step, double value, double* top, void* result,
+                                const MTScalarOwner* owner, void* self);
+
+/// Where the operands of a step stand.
 enum class MTOperandForm : std::uint8_t
 {
-    Memory,       ///< All in memory, and no earlier result is left to be used.
-    PushMemory,   ///< All in memory; the result of the step before goes onto the stack.
-    ValueMemory,  ///< The first, or the only one, is the result of the step before, the second in memory.
-    MemoryValue,  ///< The first is in memory, the second is the result of the step before.
-    StackValue,   ///< The first is on top of the stack, the second is the result of the step before.
+    Memory,       ///< All in memory. No earlier number is left to be used, or the result is a point, which leaves it.
+    PushMemory,   ///< All in memory; the last number goes onto the stack.
+    ValueMemory,  ///< The first, or the only one, is the last number, the second in memory.
+    MemoryValue,  ///< The last operand is the last number, the others are in memory.
+    StackValue,   ///< The first is on top of the stack, the second is the last number.
 };
 inline constexpr std::size_t nbOperandForms = 5;
 
-/// What the vocabulary tells about an item that computes a number from one or two numbers.
+/// Of which kinds one or two operands are. The kind of an item's second operand, if it has none, is number.
+enum class MTOperandKinds : std::uint8_t
+{
+    Numbers,
+    PointNumber,
+    NumberPoint,
+    Points,
+};
+inline constexpr std::size_t nbOperandKinds = 4;
+
+/// The scalar kernels of an item.
 struct MTScalarKernels
 {
-    /// What MTScalarKernels::fusedIndex says of an item that is never fused.
+    /// What fusedIndex is for an item that is never fused.
     static constexpr std::size_t notFused = std::numeric_limits<std::size_t>::max();
 
-    MTScalarKernel kernels[nbOperandForms];  ///< By form; null for a form that the item does not have.
-    std::size_t fusedIndex;                  ///< Among the items of which two in a row become one step.
+    /// By kinds and form; null where there is none, and records have to be used.
+    std::array<std::array<MTScalarKernel, nbOperandForms>, nbOperandKinds> kernels{};
+    std::size_t fusedIndex = notFused;  ///< Among the items of which two in a row become one step.
+    bool readsResult = false;           ///< Whether it reads what its slot holds from an earlier run.
+
+    MTScalarKernel find(MTOperandKinds kinds, MTOperandForm form) const noexcept
+    {
+        return kernels[static_cast<std::size_t>(kinds)][static_cast<std::size_t>(form)];
+    }
 };
 
-/// The kernel of two items in a row, of which the second has the form ValueMemory or MemoryValue.
+/// The kernel of two items of numbers in a row, of which the second has the form ValueMemory or MemoryValue.
 MTScalarKernel findFusedKernel(std::size_t firstIndex, MTOperandForm firstForm, std::size_t secondIndex,
                                MTOperandForm secondForm) noexcept;
 
-/// One item, or two that are fused, or the end.
+/// One item, or two that are fused, or what scalar code needs in between (MTScalarSteps.h).
 struct MTScalarStep
 {
     MTScalarKernel kernel;
-    const double* a;  ///< The operands in memory of the item, or of the first of two.
+    const double* a;  ///< x of the operands in memory; y and z of a point follow it.
     const double* b;
-    const double* c;        ///< The operand in memory of the second of two.
-    double* product;        ///< Where the item stores a product.
-    double* secondProduct;  ///< Where the second of two stores a product.
+    union
+    {
+        const double* c;              ///< The third operand in memory; of two items, the one of the second.
+        const MTProgramStep* record;  ///< The step of the program that is run on records.
+    };
+    double* result;        ///< x of the item's slot.
+    double* secondResult;  ///< Of two items, x of the second's slot.
 };
 
 /// The scalar code of one program.
 class MTScalarCode
 {
 public:
-    MTScalarCode() noexcept { clear(); }
-
     /// Forgets the code and keeps the memory.
-    void clear() noexcept;
+    void clear() noexcept { steps.clear(); }
 
-    /// Makes room for the code of a program, so that building it while the program is evaluated allocates nothing.
-    /// Until this is called for a program, it has no scalar code.
-    /// @param root  where the value of the program stands after a run, or already where it is constant
-    void prepare(const MTParserProgram& program, const VALTYPE& root);
+    /// Makes room for the code of a program that has just been compiled, so that building it allocates nothing.
+    void reserve(const MTParserProgram& program);
 
-    /// Adds a variable that the program reads in place. Each is added once, in the order of their first use.
-    void addVariable(const VALTYPE& value) { variables.push_back(&value); }
+    /// Makes the code of a program that has run to its end.
+    /// @param toDouble  whether the result is a double, the inputs keep their kinds, and each run begins with slots as
+    ///                  they were before the first
+    /// @return false where scalar code cannot stand for the program
+    bool build(const MTParserProgram& program, bool toDouble = false);
 
-    /// Call before the program itself runs: slots may hold points afterwards, even on failure.
-    void programRuns() noexcept { ready = nullptr; }
+    /// Makes code that yields a constant.
+    void buildConstant(const VALTYPE& value);
 
-    /// Call when it has run to its end.
-    void programRan() noexcept { ran = true; }
+    const std::vector<MTScalarStep>& getSteps() const noexcept { return steps; }
+    double* getStack() noexcept { return stack.data(); }
 
-    /// Whether the code may run in place of the program, as far as the slots are concerned.
-    bool isReady(const MTParserProgram& program)
+    bool run(const MTScalarStep* first, void* result, const MTScalarOwner* owner, void* self)
     {
-        return ready != nullptr || (possible && ran && variablesAreNumbers() && getReady(program));
+        return first->kernel(first, 0.0, stack.data(), result, owner, self);
     }
-
-    /// Runs the code in place of the program, if that is ready and all variables are numbers.
-    /// @param value  receives x of the program's root, whose other fields stand there
-    /// @return false, with a meaningless value, where the program has to run itself
-    bool run(double& value) noexcept { return runFrom(ready, value); }
-
-    /// Arms the fast path; requires an idle program and no recorded failure.
-    void armFastPath() noexcept { armed = ready; }
-    void disarmFastPath() noexcept { armed = nullptr; }
-
-    /// As run, but only while the fast path is armed.
-    bool runFastPath(double& value) noexcept { return runFrom(armed, value); }
 
 private:
-    bool runFrom(const MTScalarStep* first, double& value) noexcept
-    {
-        if (first == nullptr || !variablesAreNumbers())
-        {
-            return false;
-        }
-        bool refused = false;
-        value = first->kernel(first, 0.0, stack.data(), &refused);
-        return !refused;
-    }
-
-    bool variablesAreNumbers() const noexcept
-    {
-        // Without a way out in between: most programs have few variables, and all of them are numbers.
-        unsigned kinds = 0;
-        for (const VALTYPE* variable : variables)
-        {
-            kinds |= variable->type;
-        }
-        return kinds == 0;
-    }
-    bool getReady(const MTParserProgram& program);
-    void build(const MTParserProgram& program);
-
-    const MTScalarStep* ready;  // the first step, while all slots are numbers
-    const MTScalarStep* armed;  // the same, while the fast path is armed
-    std::vector<const VALTYPE*> variables;
-    std::vector<double> stack;
     std::vector<MTScalarStep> steps;
-    bool possible;  // every item of the program has number kernels
-    bool ran;       // the program itself has run to its end
+    std::vector<double> stack;
+    std::vector<const MTProgramStep*> copies;  // of variables, while they wait for their consumer
 };

@@ -29,7 +29,8 @@ std::array<double, sizeof...(divides)> load([[maybe_unused]] const double* facto
 }
 
 template <MTOperandForm form, bool... divides>
-double runScaling(const MTScalarStep* step, double value, double* top, bool* refused)
+bool runScaling(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
+                void* self)
 {
     if constexpr (form == MTOperandForm::PushMemory)
     {
@@ -38,7 +39,7 @@ double runScaling(const MTScalarStep* step, double value, double* top, bool* ref
     const bool scalesValue = form == MTOperandForm::ValueMemory;
     const double x = scalesValue ? value : *step->a;
     const double* const factors = scalesValue ? step->a : step->b;
-    return scalarkernels::runNext(step, scale<divides...>(x, load<divides...>(factors)), top, refused);
+    return scalarkernels::runNext(step, scale<divides...>(x, load<divides...>(factors)), top, result, owner, self);
 }
 
 template <bool... divides>
@@ -50,11 +51,10 @@ void computeScaling(const double* a, const double* factors, double* result, std:
 }
 
 template <bool... divides>
-constexpr ScalingStep stepThat{
-    {{runScaling<MTOperandForm::Memory, divides...>, runScaling<MTOperandForm::PushMemory, divides...>,
-      runScaling<MTOperandForm::ValueMemory, divides...>, nullptr, nullptr},
-     MTScalarKernels::notFused},
-    computeScaling<divides...>};
+constexpr ScalingStep stepThat{{runScaling<MTOperandForm::Memory, divides...>,
+                                runScaling<MTOperandForm::PushMemory, divides...>,
+                                runScaling<MTOperandForm::ValueMemory, divides...>},
+                               computeScaling<divides...>};
 
 // By whether each factor divides.
 constexpr const ScalingStep* ofOne[] = {&stepThat<false>, &stepThat<true>};

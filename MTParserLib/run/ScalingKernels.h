@@ -13,12 +13,13 @@
 #include "MTParserLib/vocabulary/Conversions.h"
 #include "platform/ArrayView.h"
 
+#include <array>
 #include <cstddef>
 
 /// One step of a conversion. The factors stand side by side, where the second operand of an item would stand.
 struct ScalingStep
 {
-    MTScalarKernels scalar;
+    std::array<MTScalarKernel, 3> scalar;  ///< By form: Memory, PushMemory, ValueMemory.
     MTBlockCompute blocks;
 };
 

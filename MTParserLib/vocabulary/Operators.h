@@ -132,6 +132,8 @@ struct EqualOp final : NumberOperator<EqualOp, formulas::Equal>
 struct AndOp final : BuiltInOperator<AndOp>
 {
     static constexpr OperatorText text{L"&", L"x & y", L"And logical operator.  Return 1 if true, 0 if false.", 0};
+    /// Of two points that are not both flagged.
+    using Formula = formulas::Cross;
 
     static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
@@ -142,7 +144,7 @@ struct AndOp final : BuiltInOperator<AndOp>
         }
         else if (isPoint(a) && isPoint(b))
         {
-            deliver<NumberWrites::X>(result, formulas::Cross::of(pointOf(a), pointOf(b)));
+            deliver<NumberWrites::X>(result, Formula::of(pointOf(a), pointOf(b)));
         }
         // Anything else, two plain numbers too, succeeds and leaves the result as it was handed in.
         return Message::None;

@@ -55,7 +55,7 @@ std::string itemText(const IMathExprItemEvaluator& item)
 std::string dumpProgram(const MTParserProgram& program)
 {
     std::ostringstream dump;
-    if (program.rootIsConstant)
+    if (program.isConstant())
     {
         dump << "constant " << valueText(*program.root) << '\n';
     }

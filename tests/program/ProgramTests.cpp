@@ -9,6 +9,7 @@
 #include "MTParserLib/run/MTBlockProgram.h"
 #include "MTParserLib/run/MTParserEvaluator.h"
 #include "tests/program/ProgramDump.h"
+#include "tests/program/ScalarDump.h"
 #include "tests/unit/EngineItems.h"
 
 #include <gtest/gtest.h>
@@ -175,27 +176,104 @@ TEST(Programs, CopyTheirVariablesWhereCodeOfTheHostsCanRun)
     EXPECT_EQ(nbSteps([](MTParserRegistrar& to) { to.defineVariable(new Variable(L"hostsown"), false); }), 3U);
 }
 
-/// Whether scalar code stands for a program once it has run.
-bool runsAsScalarCode(const std::wstring& text)
+MTRunState stateAfterRun(MTParserProgram& program, bool succeeds = true)
 {
-    InPlace compiled(text);
-    MTParserProgram& program = compiled.compilation.program;
     MTRunFailure failure;
-    EXPECT_TRUE(runProgram(program, false, failure));
-    double value = 0.0;
-    return program.scalar.isReady(program) && program.scalar.run(value) && value == program.root->x;
+    EXPECT_EQ(runProgram(program, false, failure), succeeds);
+    return program.choice.getState();
 }
 
-TEST(Programs, RunAsScalarCodeWhereTheyComputeNumbersFromNumbers)
+TEST(ScalarCode, IsWhatTheGoldenFileHolds)
 {
-    for (const wchar_t* text : {L"x*2", L"x+y*(3-z)", L"sqrt(x)+1", L"(x+1)*(y-2)/(z+3)", L"2"})
+    const std::string path = std::string(PROGRAMS_DIRECTORY) + "/scalar_programs.txt";
+    const std::vector<GoldenProgram> programs = readGoldenPrograms(path);
+    ASSERT_GE(programs.size(), 20U);
+    for (const GoldenProgram& golden : programs)
     {
-        EXPECT_TRUE(runsAsScalarCode(text)) << testing::PrintToString(text);
+        SCOPED_TRACE(path + ":" + std::to_string(golden.line) + ": " + golden.text);
+        InPlace compiled(std::wstring(golden.text.begin(), golden.text.end()));
+        MTParserProgram& program = compiled.compilation.program;
+        EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
+        EXPECT_EQ(stateAfterRun(program), MTRunState::Scalar);
+        EXPECT_EQ(dumpScalarCode(program, compiled.registrar), golden.dump);
     }
-    for (const wchar_t* text : {L"p*2", L"x*p", L"[x,y,z]"})
+}
+
+// The table of docs/architecture.md, a row per line.
+TEST(RunChoice, FollowsItsTable)
+{
+    InPlace compiled(L"p/x");
+    MTParserProgram& program = compiled.compilation.program;
+    VALTYPE& x = *const_cast<VALTYPE*>(compiled.factory.values.at(L"x"));
+    const auto isArmed = [&] {
+        program.choice.arm(program);
+        return program.choice.getArmed() != nullptr;
+    };
+    EXPECT_EQ(program.choice.getState(), MTRunState::Fresh);
+    EXPECT_FALSE(isArmed());
+    x.x = 0.0;
+    EXPECT_EQ(stateAfterRun(program, false), MTRunState::Fresh);
+    x.x = 2.0;
+    EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
+    EXPECT_FALSE(isArmed());
+    EXPECT_EQ(stateAfterRun(program), MTRunState::Scalar);
+    EXPECT_TRUE(isArmed());
+    program.choice.disarm();
+    EXPECT_EQ(program.choice.getArmed(), nullptr);
+    x.x = 0.0;
+    EXPECT_EQ(stateAfterRun(program, false), MTRunState::Scalar);
+    x.x = 2.0;
+    EXPECT_EQ(stateAfterRun(program), MTRunState::Scalar);
+    x.flag = 1;
+    EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
+    x.type = 1;
+    EXPECT_EQ(stateAfterRun(program, false), MTRunState::Fresh);
+    x.type = x.flag = 0;
+    EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
+    x.flag = 1;
+    EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
+
+    compiled.compile(L"2");
+    EXPECT_EQ(program.choice.getState(), MTRunState::Constant);
+    EXPECT_EQ(stateAfterRun(program), MTRunState::Constant);
+    EXPECT_TRUE(isArmed());
+    program.clear();
+    EXPECT_EQ(program.choice.getState(), MTRunState::Empty);
+    EXPECT_EQ(program.choice.getArmed(), nullptr);
+}
+
+// Where scalar code cannot stand for a program, its steps run, however its inputs change.
+TEST(RunChoice, InterpretsWhatScalarCodeCannotStandFor)
+{
+    std::wstring nested = L"x";
+    for (int depth = 0; depth < 40; ++depth)
     {
-        EXPECT_FALSE(runsAsScalarCode(text)) << testing::PrintToString(text);
+        nested = L"x*2-(" + nested + L")";
     }
+    std::wstring endless = L"x";
+    for (int step = 0; step < 4097; ++step)
+    {
+        endless += L"+y";
+    }
+    for (const std::wstring& text : {nested, endless, std::wstring(L"(x+1,y+2)"), std::wstring(L"(x+1,x*y)+y")})
+    {
+        InPlace compiled(text);
+        MTParserProgram& program = compiled.compilation.program;
+        EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
+        EXPECT_EQ(stateAfterRun(program), MTRunState::Interpreted);
+        EXPECT_EQ(stateAfterRun(program), MTRunState::Interpreted);
+        const_cast<VALTYPE*>(compiled.factory.values.at(L"x"))->flag = 1;
+        EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
+    }
+}
+
+// The library makes no other kinds, but a host may.
+TEST(RunChoice, InterpretsUnknownKinds)
+{
+    InPlace compiled(L"[x,y,2]");
+    const_cast<VALTYPE*>(compiled.factory.values.at(L"x"))->type = 2;
+    EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Settled);
+    EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Interpreted);
 }
 
 /// Whether a program runs over blocks of rows, when a column gives numbers to x.

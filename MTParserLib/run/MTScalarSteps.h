@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// MTScalarSteps.h - the kernels of scalar code that compute no item: they check, move and deliver values.
+#pragma once
+
+#include "MTParserLib/program/MTParserProgram.h"
+#include "MTParserLib/program/MTValueCopy.h"
+#include "MTParserLib/run/MTScalarCode.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace scalarkernels {
+
+/// Runs the next step. As the last thing that a kernel does, this is a jump.
+inline bool runNext(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
+                    void* self)
+{
+    ++step;
+    return step->kernel(step, value, top, result, owner, self);
+}
+
+/// The record whose x is at an address.
+inline const VALTYPE& recordAt(const double* x) noexcept
+{
+    return *reinterpret_cast<const VALTYPE*>(reinterpret_cast<const unsigned char*>(x) - offsetof(VALTYPE, x));
+}
+
+/// Type and flag of a record, as one number.
+inline std::uint16_t headOf(const VALTYPE& value) noexcept
+{
+    return static_cast<std::uint16_t>(value.type | value.flag << 8);
+}
+
+/// Inputs that one step checks.
+inline constexpr std::size_t maxChecked = 5;
+
+/// Whether the first inputs of a step have a head.
+template <std::uint16_t head, std::size_t count>
+bool haveHead(const MTScalarStep& step) noexcept
+{
+    return headOf(recordAt(step.a)) == head && (count < 2 || headOf(recordAt(step.b)) == head) &&
+           (count < 3 || headOf(recordAt(step.c)) == head) && (count < 4 || headOf(recordAt(step.result)) == head) &&
+           (count < 5 || headOf(recordAt(step.secondResult)) == head);
+}
+
+/// Ends the run before anything is done, unless the inputs are plain numbers or points.
+template <std::uint16_t head, std::size_t count>
+bool checkHeads(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
+                void* self)
+{
+    return haveHead<head, count>(*step) ? runNext(step, value, top, result, owner, self)
+                                        : owner->changedKinds(self, result);
+}
+
+/// Stores the last number in its slot.
+inline bool storeValue(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
+                       void* self)
+{
+    *step->result = value;
+    return runNext(step, value, top, result, owner, self);
+}
+
+/// Stores the number on top of the stack in its slot.
+inline bool storeWaiting(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
+                         void* self)
+{
+    --top;
+    *step->result = *top;
+    return runNext(step, value, top, result, owner, self);
+}
+
+/// Makes the number on top of the stack the last one.
+inline bool takeWaiting(const MTScalarStep* step, double, double* top, void* result, const MTScalarOwner* owner,
+                        void* self)
+{
+    --top;
+    return runNext(step, *top, top, result, owner, self);
+}
+
+/// Sets the coordinates of a slot to what they are before the first run.
+inline bool clearSlot(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
+                      void* self)
+{
+    step->result[0] = step->result[1] = step->result[2] = 0.0;
+    return runNext(step, value, top, result, owner, self);
+}
+
+/// Runs a step of the program, on records.
+inline bool runRecord(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
+                      void* self)
+{
+    const Message::Id refusal = step->record->evaluate(false);
+    return refusal == Message::None ? runNext(step, value, top, result, owner, self)
+                                    : owner->refused(self, step->result, refusal);
+}
+
+/// The root's record, with the last number as x, is the result.
+inline bool endWithValue(const MTScalarStep* step, double value, double*, void* result, const MTScalarOwner*, void*)
+{
+    copyWithX(*static_cast<VALTYPE*>(result), recordAt(step->a), value);
+    return true;
+}
+
+/// A record is the result.
+inline bool endWithRecord(const MTScalarStep* step, double, double*, void* result, const MTScalarOwner*, void*)
+{
+    copyWithCoordinates(*static_cast<VALTYPE*>(result), recordAt(step->a));
+    return true;
+}
+
+/// The last number is the result, as a double.
+inline bool endWithDouble(const MTScalarStep*, double value, double*, void* result, const MTScalarOwner*, void*)
+{
+    *static_cast<double*>(result) = value;
+    return true;
+}
+
+/// A number in memory is the result, as a double.
+inline bool endWithStoredDouble(const MTScalarStep* step, double, double*, void* result, const MTScalarOwner*, void*)
+{
+    *static_cast<double*>(result) = *step->a;
+    return true;
+}
+
+}
