@@ -120,6 +120,70 @@ class Results(TableTest):
             self.assertEqual((done.returncode, done.stdout, done.stderr), (0, b"result\n2\n", b""))
 
 
+class Sheets(TableTest):
+    """What spreadsheets export, and what is asked of them."""
+    GUESSED = "cells are taken to be separated by {}, which --separator can change"
+
+    def test_the_headings_show_the_separator(self):
+        self.expect("x;y\r\n1;2\r\n", ["x+y"], 0, ["result", "3"], [self.GUESSED.format('";"')])
+        self.expect("x\ty\n1\t2\n", ["x+y"], 0, ["result", "3"], [self.GUESSED.format("tab")])
+        self.expect('"x;;;",y\n1,2\n', ["y"], 0, ["result", "2"])
+        self.assertEqual(self.results("x;y\n1;2\n", "--separator", ";", "x+y"), ["result", "3"])
+        self.assertEqual(self.results("a;b\n1;2\n", "--separator", ",", "--name", "x=a;b", "3"), ["result", "3"])
+
+    def test_decimal_commas(self):
+        self.assertEqual(self.results("x;p\n2,5;\"[1,2]\"\n-1,25; [0,5]\n", "--separator=;", "--decimal-comma", "x*2", "p*x"),
+                         ["result;result2", "5;[2.5,5,0]", "-2,5;[-0,-6.25,-0]"])
+        self.expect("x,y\n1,2\n", ["--decimal-comma", "x"], 1, [],
+                    ["--decimal-comma needs another separator than the comma: --separator ';'"])
+        self.expect("x;y\n1.5;2\n", ["--separator=;", "--decimal-comma", "x"], 1, ["result"],
+                    ['line 2: x is neither a number nor a point: "1.5"; numbers are written without marks between thousands'])
+
+    def test_cells_are_read_as_the_language_has_them(self):
+        self.assertEqual(self.results('p\n"[1,2]"\n[4]\n', "p"), ["result", '"[1,2,0]"', '"[4,0,0]"'])
+        self.assertEqual(self.results("x\n1e999\n-1e999\n1e-999\n-0." + "0" * 400 + "1\n" + "9" * 400 + "\n", "x"),
+                         ["result", "inf", "-inf", "0", "-0", "inf"])
+
+    def test_several_expressions_read_the_results_before_them(self):
+        self.assertEqual(self.results("w,h\n2,3\n4,5\n", "area=w*h", "cost=area*12", "[area,cost]", "1"),
+                         ["area,cost,result,result2", '6,72,"[6,72,0]",1', '20,240,"[20,240,0]",1'])
+        self.assertEqual(self.results("x\n1\n2\n", "x=x*10", "x+1"), ["x,result", "10,11", "20,21"])
+
+    def test_results_may_change_their_kind(self):
+        table = 'p\n1\n"[1,2,3]"\n5\n' * 3
+        self.assertEqual(self.results("p\n" + table.replace("p\n", ""), "q=p*2", "abs(q)"),
+                         ["q,result", "2,2", '"[2,4,6]",7.483314773547883', "10,10"] + ["2,2", '"[2,4,6]",7.483314773547883', "10,10"] * 2)
+
+    def test_append(self):
+        table = 'name,w,\r\n"a ""b""",2,\r\nc, 3\r\n'
+        self.assertEqual(self.results(table, "--append", "w*w"), ["name,w,,result", '"a ""b""",2,,4', "c, 3,,9"])
+        self.expect("x\n0\n2\n", ["--append", "--skip-broken", "1/x"], 1, ["x,result", "0,", "2,0.5"],
+                    ["line 2: " + DIVISION_BY_ZERO, "1 of 2 rows are broken and have no result"])
+
+    def test_where(self):
+        self.assertEqual(self.results("x\n0\n2\n-1\n4\n", "--where", "x>0", "--append", "1/x"),
+                         ["x,result", "2,0.5", "4,0.25"])
+        self.expect("x\n1\n", ["--where", "1+", "x"], 1, [],
+                    ["The expression is not valid: check its operators, brackets, commas and names.", "  1+", "   ^",
+                     "  Expected a value."])
+
+    def test_json(self):
+        self.assertEqual(self.results("x\n1\n\n4\n", "--json", "y=x*2", "[x,y]", "(0-x)^0.5"), [
+            '{"line":2,"results":{"y":2.0,"result":[1.0,2.0,0.0],"result2":"nan"}}',
+            '{"line":4,"results":{"y":8.0,"result":[4.0,8.0,0.0],"result2":"nan"}}'])
+        self.expect("x\n0\n", ["--json", "--skip-broken", "1/x"], 1, ['{"line":2,"results":{"result":null}}'],
+                    ["line 2: " + DIVISION_BY_ZERO, "1 of 1 rows are broken and have no result"])
+
+    def test_digits(self):
+        self.assertEqual(self.results("x\n3\n", "--digits", "3", "1/x", "x*10^-9"), ["result,result2", "0.333,3e-09"])
+
+    def test_long_tables_keep_their_rows(self):
+        table = "x,t\n" + "".join(f"{row},{'q' * (row % 50)}\n" for row in range(150000))
+        lines = self.results(table, "--append", "--where", "x%2", "y=x*2", "y+1")
+        self.assertEqual(len(lines), 75001)
+        self.assertEqual(lines[-1], "149999," + "q" * 49 + ",299998,299999")
+
+
 class BrokenRows(TableTest):
     TABLE = "x,y\n1,1\n0,5\n2,\n3\n4,1,1\nq,1\n\"1\"2,1\n5,1\n"
     COMPLAINTS = [
@@ -144,15 +208,29 @@ class BrokenRows(TableTest):
         self.expect('x,t\n1,"a\n\nb"\nq,c\n', ["x"], 1, ["result", "1"],
                     ['line 5: x is neither a number nor a point: "q"'])
 
-    def test_an_empty_line_is_a_row(self):
-        self.expect("x,y\n1,2\n\n", ["x"], 1, ["result", "1"], ["line 3: it has 1 cell instead of 2"])
+    def test_a_blank_line_is_none(self):
+        self.assertEqual(self.results("x,y\n1,2\n\n \t\r\n3,4\n\n", "x"), ["result", "1", "3"])
+        self.expect("x\n1\n\nq\n", ["x"], 1, ["result", "1"], ['line 4: x is neither a number nor a point: "q"'])
 
     def test_what_cannot_be_a_number(self):
-        for cell in ("1 2", "1,5", "0x10", "1e999", "--1", "+-1", "[1,2]", "[1,2,3,4]", "[1,2,3", "[1,,3]", "1e", ""):
+        for cell in ("1 2", "1,5", "0x10", "--1", "+-1", "[1,2,3,4]", "[]", "[", "[1,2,3", "[1,,3]", "1e", ""):
             with self.subTest(cell):
                 done = self.run_table(f'x\n"{cell}"\n', "x")
                 self.assertEqual((done.returncode, done.stdout), (1, b"result\n"))
                 self.assertIn(b"line 2: x is ", done.stderr)
+
+    def test_foreign_text_is_shown_safely(self):
+        self.expect("x\n\x1b[31m\u202e\n", ["x"], 1, ["result"],
+                    ['line 2: x is neither a number nor a point: "\\x1B[31m\\u202E"'])
+        self.expect("x\n" + "\u00e4" * 50 + "\n", ["x"], 1, ["result"],
+                    ['line 2: x is neither a number nor a point: "' + "\u00e4" * 40 + '..."'])
+
+    def test_marks_of_other_countries_are_hinted_at(self):
+        complaint = 'line 2: x is neither a number nor a point: "{}"; '
+        self.expect('x\n"1,5"\n', ["x"], 1, ["result"], [complaint.format("1,5") + "--decimal-comma reads it"])
+        for cell in ("1'000", "1,000.5", "1.000,5"):
+            self.expect(f'x\n"{cell}"\n', ["x"], 1, ["result"],
+                        [complaint.format(cell) + "numbers are written without marks between thousands"])
 
     def test_exceptions_are_told_too(self):
         self.expect('p\n"[1,2,3]"\n', ["sin(p)"], 1, ["result"], ["line 2: Parsing exception 15 at position 0."])
@@ -165,18 +243,25 @@ class Headings(TableTest):
     def expect_refused(self, headings, complaint):
         self.expect(headings + "\n" + "1," * headings.count(",") + "1\n", ["1"], 1, [], [complaint])
 
-    def test_that_cannot_be_names(self):
-        cannot = 'column 2: the heading "{}" cannot be a name: {}'
-        self.expect_refused("x,a b", cannot.format("a b", 'it holds " "'))
-        self.expect_refused("x,a-b", cannot.format("a-b", 'it holds "-"'))
-        self.expect_refused("x,f(x)", cannot.format("f(x)", 'it holds "("'))
-        self.expect_refused("x,a.b", cannot.format("a.b", 'it holds "."'))
-        self.expect_refused("x,2", cannot.format("2", "it is a number"))
-        self.expect_refused("x,pi", cannot.format("pi", "it is a constant of the language"))
-        self.expect_refused("x,", cannot.format("", "it is empty"))
+    def test_that_cannot_be_names_may_stand_unused(self):
+        self.assertEqual(self.results("Room name,Width (mm),x,x.y,2,pi,\n,,5,,,,\n", "x"), ["result", "5"])
+
+    def test_that_cannot_be_names_are_told_where_a_name_is_not_known(self):
+        unread = 'the heading "{}" of column {} is not read: it cannot be a name, since {}; --name \'w=HEADING\' gives it another'
+        self.expect("a b,x,f(x),2,pi\n1,2,3,4,5\n", ["w*x"], 1, [], [
+            "A name is not known: check its spelling, or give it a value first, as in a=2.", "  w*x", "  ^",
+            unread.format("a b", 1, 'it holds " "'), unread.format("f(x)", 3, 'it holds "("'),
+            unread.format("2", 4, "it is a number")])
+
+    def test_can_be_given_another_name(self):
+        self.assertEqual(self.results("Width (mm),h\n2,3\n", "--name", "w=Width (mm)", "w*h"), ["result", "6"])
+        self.expect("x\n1\n", ["--name", "w=y", "w"], 1, [], ['--name w: there is no heading "y"'])
+        self.expect("x,y\n1,2\n", ["--name", "pi=x", "y"], 1, [],
+                    ["--name pi: it cannot be a name, since it is a constant of the language"])
 
     def test_twice(self):
-        self.expect_refused("x,y,X", 'column 3: the heading "X" is that of column 1 too')
+        self.assertEqual(self.results("x,y,X\n1,2,3\n", "y"), ["result", "2"])
+        self.expect("x,y,X\n1,2,3\n", ["x"], 1, [], ['column 3: the heading "X" is that of column 1 too'])
 
     def test_none(self):
         self.expect("", ["x"], 1, [], ["there are no headings"])
@@ -184,8 +269,7 @@ class Headings(TableTest):
     def test_not_utf8(self):
         done = subprocess.run([CALCULATOR, "--table", "-", "x"], input=b"x,\xff\n1,2\n", capture_output=True, timeout=60,
                               check=False)
-        self.assertEqual(done.returncode, 1)
-        self.assertIn(b"column 2: the heading is not UTF-8", done.stderr)
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (0, b"result\n1\n", b""))
 
     def test_an_assigned_name_that_cannot_be_one(self):
         self.expect("x\n1\n", ["pi=x"], 1, [],
@@ -199,12 +283,14 @@ class Refusals(TableTest):
 
     def test_usage(self):
         for arguments, complaint in (
-            (["--table", "t.csv"], "--table computes one expression"),
-            (["--table", "t.csv", "1", "2"], "--table computes one expression"),
+            (["--table", "t.csv"], "--table computes expressions, and there is none"),
+            (["--append", "1"], "--append requires --table"),
+            (["--table=-", "--separator=|", "1"], '--separator: none of ",", ";" and "tab": |'),
+            (["--table=-", "--name=w", "1"], "--name: not NAME=HEADING: w"),
             (["--skip-broken", "1"], "--skip-broken requires --table"),
             (["--threads", "2", "1"], "--threads requires --table"),
             (["--threads=0", "--table=-", "1"], "--threads: not a whole number from 1 to 256: 0"),
-            (["--json", "--table=-", "1"], "--json excludes --table"),
+            (["--fresh", "--table=-", "1"], "--fresh excludes --table"),
         ):
             done = subprocess.run([CALCULATOR, *arguments], capture_output=True, timeout=60, check=False,
                                   stdin=subprocess.DEVNULL)

@@ -10,6 +10,7 @@
 
 #include "tools/calc/CompletionScripts.h"
 #include "tools/calc/settings/Settings.h"
+#include "tools/calc/table/TableFormat.h"
 
 #include <CLI/CLI.hpp>
 
@@ -214,17 +215,53 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
             ->excludes(list, set, silent);
     Options::Table table;
     auto* const tableFile = app.add_option("--table", table.file,
-                                           "Compute the expression for each row of a CSV file, whose headings are "
+                                           "Compute the expressions for each row of a table, whose headings are "
                                            "names (-: standard input)")
                                 ->type_name("FILE")
-                                ->excludes(list, find, "--json", "--fresh", "--repeat", "--max-integer", "--describe");
-    app.add_flag("--skip-broken", table.skipBroken, "With --table: leave the result of a broken row empty and go on")
+                                ->excludes(list, find, "--fresh", "--repeat", "--max-integer", "--describe");
+    app.add_flag("--skip-broken", table.skipBroken, "Leave the results of a broken row empty and go on")
+        ->disable_flag_override()
+        ->needs(tableFile);
+    app.add_flag("--append", table.append, "Write each row, and its results behind it")
+        ->disable_flag_override()
+        ->needs(tableFile);
+    app.add_option("--where", table.where, "Leave out rows for which this is 0")
+        ->type_name("EXPRESSION")
+        ->needs(tableFile);
+    app.add_option_function<std::vector<std::string>>(
+           "--name",
+           [&](const std::vector<std::string>& texts) {
+               for (const std::string& text : texts)
+               {
+                   const Options::HostName renamed = hostName("--name", "NAME=HEADING", text);
+                   table.names.push_back({renamed.name, renamed.expression});
+               }
+           },
+           "Call the column with that heading NAME (repeatable)")
+        ->type_name("NAME=HEADING")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->needs(tableFile);
+    app.add_option_function<std::string>(
+           "--separator",
+           [&](const std::string& text) {
+               table.separator = separatorFrom(text);
+               if (!table.separator)
+               {
+                   throw CLI::ValidationError("--separator", "none of \",\", \";\" and \"tab\": " + text);
+               }
+           },
+           "What stands between cells: \",\", \";\" or \"tab\"; otherwise the headings show it")
+        ->type_name("C")
+        ->needs(tableFile);
+    app.add_flag("--decimal-comma", table.decimalComma, "Numbers have a decimal comma")
         ->disable_flag_override()
         ->needs(tableFile);
     app.add_option_function<std::string>(
            "--threads",
            [&](const std::string& text) { table.threads = wholeNumber("--threads", text, 1, mostThreads); },
-           "With --table: compute on N threads")
+           "Compute on N threads")
         ->type_name("N")
         ->needs(tableFile);
     std::string completedShell;
@@ -239,7 +276,8 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
     {
         app.get_option(name)->group(telling);
     }
-    for (const char* const name : {"--table", "--skip-broken", "--threads"})
+    for (const char* const name :
+         {"--table", "--append", "--where", "--name", "--separator", "--decimal-comma", "--skip-broken", "--threads"})
     {
         app.get_option(name)->group(ofTables);
     }
@@ -283,9 +321,9 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
     }
     if (tableFile->count() != 0)
     {
-        if (options.expressions.size() != 1)
+        if (options.expressions.empty())
         {
-            return usageError("--table computes one expression");
+            return usageError("--table computes expressions, and there is none");
         }
         options.table = table;
     }

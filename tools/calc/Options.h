@@ -19,11 +19,23 @@ struct Options
         std::string expression;
     };
 
-    /// A table to compute the one expression over.
+    /// A heading of a table, and the name that expressions have for it; both UTF-8.
+    struct ColumnName
+    {
+        std::string name;
+        std::string heading;
+    };
+
+    /// A table to compute the expressions over.
     struct Table
     {
         std::string file;  ///< "-": standard input.
         bool skipBroken = false;
+        bool append = false;            ///< Writes each row before its results.
+        bool decimalComma = false;      ///< In numbers, read and written.
+        std::optional<char> separator;  ///< Absent: what the headings show.
+        std::optional<std::string> where;
+        std::vector<ColumnName> names;
         std::uint32_t threads = 1;
     };
 

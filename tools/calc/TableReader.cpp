@@ -40,6 +40,14 @@ TableReader::TableReader(TableSource& input, bool (*interrupted)())
     }
 }
 
+std::string_view TableReader::firstLine()
+{
+    const auto findEnd = [this] { return std::find(buffer.data() + begin, buffer.data() + end, '\n'); };
+    while (findEnd() == buffer.data() + end && !atEnd && !isInterrupted() && readMore())
+    {}
+    return {buffer.data() + begin, static_cast<std::size_t>(findEnd() - (buffer.data() + begin))};
+}
+
 TableReader::Outcome TableReader::next()
 {
     for (;;)
@@ -56,6 +64,7 @@ TableReader::Outcome TableReader::next()
         if (scan == Scan::Complete || scan == Scan::Malformed)
         {
             makeViews();
+            rowBegin = begin;
             rowLine = nextLine;
             nextLine += linesInRow;
             begin = rowEnd;
@@ -109,7 +118,7 @@ TableReader::Scan TableReader::scanRow()
             }
             cell.end = at++;
             const std::size_t after = at;
-            while (at < end && buffer[at] != ',' && buffer[at] != '\n')
+            while (at < end && buffer[at] != separator && buffer[at] != '\n')
             {
                 ++at;
             }
@@ -118,7 +127,7 @@ TableReader::Scan TableReader::scanRow()
         }
         else
         {
-            while (at < end && buffer[at] != ',' && buffer[at] != '\n')
+            while (at < end && buffer[at] != separator && buffer[at] != '\n')
             {
                 ++at;
             }
@@ -165,6 +174,16 @@ bool TableReader::readMore()
     end += *count;
     atEnd = *count == 0;
     return true;
+}
+
+std::string_view TableReader::rowText() const
+{
+    std::string_view text(buffer.data() + rowBegin, begin - rowBegin);
+    for (const char ending : {'\n', '\r'})
+    {
+        text.remove_suffix(text.ends_with(ending) ? 1 : 0);
+    }
+    return text;
 }
 
 void TableReader::makeViews()

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableReader.h - reads a table of comma-separated values (RFC 4180) row by row, in memory that does not grow with it.
+// TableReader.h - reads a table of comma-separated values (RFC 4180), or with another separator, row by row, in memory that
+// does not grow with it.
 //
 // A cell in double quotes may hold commas, line ends and, doubled, quotes. Lines end with LF or CR LF; a byte order
 // mark before the first cell is skipped. Blanks around a cell that stand outside its quotes belong to it, as the
@@ -35,10 +36,18 @@ public:
     /// @param interrupted  asked between rows, and where reading fails
     TableReader(TableSource& source, bool (*interrupted)());
 
+    /// The first line that has not been read yet, without its end; valid until a row is read.
+    std::string_view firstLine();
+
+    /// Between cells, from the next row on; a comma at first.
+    void setSeparator(char newSeparator) { separator = newSeparator; }
+
     Outcome next();
 
     /// The cells of the last row, valid until the next one is read.
     const std::vector<std::string_view>& cells() const { return views; }
+    /// The last row as it stands in the table, without its line end; valid until the next one is read.
+    std::string_view rowText() const;
     /// The line on which it begins, from 1.
     std::uint64_t line() const { return rowLine; }
     /// Why there are no more rows.
@@ -66,10 +75,12 @@ private:
 
     TableSource& source;
     bool (*isInterrupted)();
+    char separator = ',';
     std::vector<char> buffer;
     std::size_t begin = 0;  // of what is not yet handed out
     std::size_t end = 0;    // of what has been read
     bool atEnd = false;     // of the source
+    std::size_t rowBegin = 0;
     std::size_t rowEnd = 0;
     std::uint64_t rowLine = 0;
     std::uint64_t nextLine = 1;
