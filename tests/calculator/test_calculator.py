@@ -18,7 +18,7 @@ import unittest
 
 CALCULATOR = None
 
-KEYS = ["expression", "ok", "stage", "values", "messages", "exception", "asked"]
+KEYS = ["expression", "ok", "stage", "values", "messages", "exception", "asked", "diagnostic"]
 VALUE_KEYS = ["type", "flag", "x", "y", "z", "bits"]
 EXCEPTION_KEYS = ["kind", "exID", "pos", "itemName", "nbArgs", "conflictItemName", "file", "line", "entries"]
 
@@ -281,7 +281,7 @@ class Json(CalculatorTest):
             (0,
              '{"expression":"1.5*2","ok":true,"stage":null,"values":[{"type":"number","flag":0,"x":3.0,"y":0.0,"z":0.0,'
              '"bits":["4008000000000000","0000000000000000","0000000000000000"]}],"messages":[],"exception":null,'
-             '"asked":[]}\n',
+             '"asked":[],"diagnostic":null}\n',
              b""))
 
     def test_a_point_with_its_bits(self):
@@ -303,9 +303,9 @@ class Json(CalculatorTest):
     def test_negative_zero(self):
         self.expect(["--json", "z=0", "-z"], 0, [
             '{"expression":"z=0","ok":true,"stage":null,"values":[{"type":"number","flag":0,"x":0.0,"y":0.0,"z":0.0,'
-            f'"bits":["{ZERO_BITS}","{ZERO_BITS}","{ZERO_BITS}"]}}],"messages":[],"exception":null,"asked":[]}}',
+            f'"bits":["{ZERO_BITS}","{ZERO_BITS}","{ZERO_BITS}"]}}],"messages":[],"exception":null,"asked":[],"diagnostic":null}}',
             '{"expression":"-z","ok":true,"stage":null,"values":[{"type":"number","flag":0,"x":-0.0,"y":0.0,"z":0.0,'
-            f'"bits":["8000000000000000","{ZERO_BITS}","{ZERO_BITS}"]}}],"messages":[],"exception":null,"asked":[]}}',
+            f'"bits":["8000000000000000","{ZERO_BITS}","{ZERO_BITS}"]}}],"messages":[],"exception":null,"asked":[],"diagnostic":null}}',
         ], [])
 
     def test_a_message(self):
@@ -313,7 +313,11 @@ class Json(CalculatorTest):
         self.assertEqual(list(answer), KEYS)
         self.assertEqual(answer, {
             "expression": "2*unknown", "ok": False, "stage": "compile", "values": [],
-            "messages": [{"id": 1, "text": UNKNOWN_NAME}], "exception": None, "asked": ["unknown"]})
+            "messages": [{"id": 1, "text": UNKNOWN_NAME}], "exception": None, "asked": ["unknown"],
+            "diagnostic": {
+                "message": 1, "text": UNKNOWN_NAME,
+                "span": {"characters": {"start": 2, "length": 7}, "bytes": {"start": 2, "length": 7}},
+                "expected": ["known name"], "suggestions": [], "hints": [], "fix": None}})
 
     def test_a_parsing_exception(self):
         answer = self.answer("--silent", "1+sin(1,2)", status=1)
@@ -334,6 +338,28 @@ class Json(CalculatorTest):
                          ("definition", 15, "a.b", "."))
         self.assertGreater(exception["entries"], 1)
         self.assertEqual(answer["asked"], ["a.b"])
+
+    def test_a_diagnostic(self):
+        answer = self.answer("\u00e4=1+2pi", status=1)
+        self.assertEqual(answer["diagnostic"], {
+            "message": 1,
+            "text": "A name is not known: check its spelling, or give it a value first, as in a=2.",
+            "span": {"characters": {"start": 4, "length": 3}, "bytes": {"start": 5, "length": 3}},
+            "expected": ["known name"],
+            "suggestions": ["pi", "PI"],
+            "hints": ["Multiplication is written with *. Did you mean \u00e4=1+2*pi?"],
+            "fix": {"span": {"characters": {"start": 4, "length": 3}, "bytes": {"start": 5, "length": 3}},
+                    "replacement": "2*pi", "text": "\u00e4=1+2*pi"}})
+        self.assertIsNone(self.answer("1", status=0)["diagnostic"])
+        self.assertIsNone(self.answer("1,500", status=1)["diagnostic"]["fix"])
+
+    def test_a_diagnostic_of_what_is_no_text(self):
+        done = self.run_calculator("--json", b"1+\xff")
+        answer = json.loads(done.stdout)
+        self.assertEqual(answer["diagnostic"]["text"], "not valid UTF-8, or a zero character in it")
+        self.assertEqual(answer["diagnostic"]["span"], {"bytes": {"start": 2, "length": 1}})
+        done = self.run_calculator("--json", stdin=b"12\x003\n")
+        self.assertEqual(json.loads(done.stdout)["diagnostic"]["span"], {"bytes": {"start": 2, "length": 1}})
 
     def test_a_failure_without_message_or_exception(self):
         answer = self.answer("--silent", "1/0", status=1)
@@ -400,8 +426,8 @@ class WhereItFailed(CalculatorTest):
         self.expect_lines(["[1])"], [NOT_VALID, "  [1])", "     ^", "  Expected an operator or the end."])
 
     def test_numbers_of_arguments(self):
-        self.expect_lines(["sin(1,2)"], [NOT_VALID, "  sin(1,2)", "  ^^^", "  sin takes 1 argument, not 2."])
-        self.expect_lines(["rand(1)"], [NOT_VALID, "  rand(1)", "  ^^^^", "  rand takes 0 or 2 arguments, not 1."])
+        self.expect_lines(["sin(1,2,3)"], [NOT_VALID, "  sin(1,2,3)", "  ^^^", "  sin takes 1 argument, not 3."])
+        self.expect_lines(["rand(1)"], [NOT_VALID, "  rand(1)", "  ^^^^", "  rand takes 2 arguments, not 1."])
 
     def test_suggestions(self):
         self.expect_lines(["2*dst([1,2],[3,4])"], [
@@ -409,7 +435,7 @@ class WhereItFailed(CalculatorTest):
             "  2*dst([1,2],[3,4])", "    ^^^", "  Did you mean dist?"])
         self.expect_lines(["--set", "height=1", "heigth"], [UNKNOWN_NAME, "  heigth", "  ^^^^^^",
                                                             "  Did you mean height?"])
-        self.expect_lines(["Pi"], [UNKNOWN_NAME, "  Pi", "  ^^", "  Did you mean pi or PI?"])
+        self.expect_lines(["Pi"], [UNKNOWN_NAME, "  Pi", "  ^^", "  Did you mean pi?"])
 
     def test_in_silence_and_with_a_limit(self):
         self.expect_lines(["--silent", "1+(2"], ["Parsing exception 6 at position 2.", "  1+(2", "    ^",
@@ -506,7 +532,7 @@ class Vocabulary(CalculatorTest):
             "  Refusal   asin(2)",
             "            asin and acos need a number from -1 to 1: change the argument.",
             "  Points    asin([1,2,3])",
-            "            A number is needed instead of a point."], [])
+            "            asin needs a number, not a point."], [])
 
     def test_the_note_of_a_conversion_stands_before_its_description(self):
         self.expect(["--describe", "mm2i"], 0, [
@@ -517,7 +543,7 @@ class Vocabulary(CalculatorTest):
             "  Accepts   any number",
             "  Example   mm2i(1) = 0.0393700787401575",
             "  Points    mm2i([1,2,3])",
-            "            A number is needed instead of a point."], [])
+            "            mm2i needs a number, not a point."], [])
         done = self.run_calculator("--list")
         self.assertIn("  mm2i(x)       millimetre to inch          Convert Meter To inch",
                       done.stdout.decode().splitlines())

@@ -258,6 +258,20 @@ TEST_F(Session, SkipsComments)
     EXPECT_EQ(run("2#3").substr(0, unknownName.size()), unknownName);
 }
 
+TEST_F(Session, OffersTheCorrectionOfTheLastLine)
+{
+    run("2pi");
+    EXPECT_EQ(session->correction(), "2*pi");
+    run("2*pi");
+    EXPECT_EQ(session->correction(), "");
+    run("1,500");
+    EXPECT_EQ(session->correction(), "");
+    run("2\u00D73");
+    EXPECT_EQ(session->correction(), "2*3");
+    run(":vars");
+    EXPECT_EQ(session->correction(), "");
+}
+
 TEST_F(Session, ShowsAsManyDigitsAsWanted)
 {
     EXPECT_EQ(run("1/3"), "0.333333333333333\n");

@@ -241,6 +241,30 @@ class Signature(PromptTest):
         terminal.expect("\n>")
 
 
+class Corrections(PromptTest):
+    MISTAKE = UNKNOWN_NAME + "\n  2pi\n  ^^^\n  Multiplication is written with *. Did you mean 2*pi?"
+
+    def test_up_brings_the_correction_and_then_the_line(self):
+        terminal = self.start()
+        self.compute(terminal, "2pi", self.MISTAKE)
+        terminal.press("Up")
+        terminal.expect("\n> 2*pi")
+        terminal.press("Up")
+        terminal.expect("\n> 2pi")
+        terminal.press("Down")
+        terminal.expect("\n> 2*pi")
+        terminal.press("Enter")
+        terminal.expect("\n> 2*pi\n6.28318530718\n>")
+
+    def test_tab_on_an_empty_line_brings_it_too(self):
+        terminal = self.start()
+        self.compute(terminal, "2pi", self.MISTAKE)
+        terminal.press("Tab")
+        terminal.expect("\n> 2*pi")
+        terminal.press("Enter")
+        terminal.expect("\n> 2*pi\n6.28318530718\n>")
+
+
 class BesideValues(PromptTest):
     def test_a_question_about_units_is_answered_by_its_expression(self):
         terminal = self.start()

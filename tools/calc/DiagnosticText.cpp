@@ -4,13 +4,11 @@
 // DiagnosticText.cpp - see DiagnosticText.h.
 #include "tools/calc/DiagnosticText.h"
 
-#include "mathexpr/IMathFunction.h"
 #include "tools/calc/DisplayWidth.h"
 #include "tools/calc/Utf8.h"
 #include "tools/calc/text/Displayable.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace {
 
@@ -107,59 +105,6 @@ std::string excerpt(std::wstring_view text, std::size_t start, std::size_t lengt
     return lines;
 }
 
-/// "a, b or c"
-std::string alternatives(const std::vector<std::string>& names)
-{
-    std::string text;
-    for (std::size_t index = 0; index < names.size(); ++index)
-    {
-        text += index == 0 ? "" : index + 1 == names.size() ? " or " : ", ";
-        text += names[index];
-    }
-    return text;
-}
-
-std::string expectedText(std::uint32_t expected)
-{
-    struct Phrase
-    {
-        std::uint32_t bit;
-        const char* text;
-    };
-    constexpr Phrase phrases[] = {
-        {mathexpr::Expected::Value, "a value"},
-        {mathexpr::Expected::Operator, "an operator"},
-        {mathexpr::Expected::ClosingBracket, "a closing bracket"},
-        {mathexpr::Expected::Separator, "a comma"},
-        {mathexpr::Expected::End, "the end"},
-    };
-    std::vector<std::string> accepted;
-    for (const Phrase& phrase : phrases)
-    {
-        if ((expected & phrase.bit) != 0)
-        {
-            accepted.emplace_back(phrase.text);
-        }
-    }
-    return accepted.empty() ? std::string() : "Expected " + alternatives(accepted) + '.';
-}
-
-std::string countText(const mathexpr::ExpressionDiagnostic& diagnostic)
-{
-    if ((diagnostic.expected & mathexpr::Expected::OtherCount) == 0)
-    {
-        return {};
-    }
-    std::vector<std::string> accepted;
-    for (const std::uint32_t count : diagnostic.acceptedArgCounts)
-    {
-        accepted.push_back(count == NB_ARGS_UNDEFINED ? "any number of" : std::to_string(count));
-    }
-    const bool isOne = accepted.size() == 1 && accepted.front() == "1";
-    return toUtf8(diagnostic.itemName) + " takes " + alternatives(accepted) + (isOne ? " argument" : " arguments") +
-           ", not " + std::to_string(diagnostic.nbArgs) + '.';
-}
-
 }
 
 std::string diagnosticText(std::wstring_view expression, const mathexpr::ExpressionDiagnostic& diagnostic,
@@ -170,21 +115,19 @@ std::string diagnosticText(std::wstring_view expression, const mathexpr::Express
     {
         text += excerpt(expression, diagnostic.start, diagnostic.length, style);
     }
-    for (const std::string& sentence :
-         {expectedText(diagnostic.expected), countText(diagnostic), suggestionText(diagnostic.suggestions)})
+    for (const std::wstring& hint : diagnostic.hints)
     {
-        if (!sentence.empty())
-        {
-            text += indent + sentence + '\n';
-        }
+        text += indent + printable(hint) + '\n';
     }
     return text;
 }
 
-std::string suggestionText(const std::vector<std::wstring>& names)
+std::string correctedText(std::wstring_view expression, const mathexpr::ExpressionDiagnostic& diagnostic)
 {
-    std::vector<std::string> narrow;
-    std::transform(names.begin(), names.end(), std::back_inserter(narrow),
-                   [](const std::wstring& name) { return toUtf8(name); });
-    return narrow.empty() ? std::string() : "Did you mean " + alternatives(narrow) + '?';
+    std::wstring corrected(diagnostic.fix ? expression : std::wstring_view());
+    if (diagnostic.fix)
+    {
+        corrected.replace(diagnostic.fix->start, diagnostic.fix->length, diagnostic.fix->replacement);
+    }
+    return toUtf8(corrected);
 }

@@ -9,15 +9,13 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
-/// The text with a caret under every column of the failure, then what would have been accepted there and what an
-/// unknown name may mean, where that says more than the message. Each line is indented and ends with a line end. Of a
+/// The text with a caret under every column of the failure, then the hints of the library. Each line is indented and ends with a line end. Of a
 /// text that is long, or wider than the terminal, the surroundings of the failure are shown, so that the caret stays
 /// below what it marks.
 /// @param expression  as typed
 std::string diagnosticText(std::wstring_view expression, const mathexpr::ExpressionDiagnostic& diagnostic,
                            const TerminalStyle& style = {});
 
-/// "Did you mean this, that or the other?"; empty without names.
-std::string suggestionText(const std::vector<std::wstring>& names);
+/// The expression with the correction that the diagnostic offers; empty where it offers none.
+std::string correctedText(std::wstring_view expression, const mathexpr::ExpressionDiagnostic& diagnostic);

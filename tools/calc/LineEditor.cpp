@@ -139,6 +139,16 @@ public:
         }
     }
 
+    void offer(const std::string& line) override
+    {
+        offered = line;
+        if (!line.empty())
+        {
+            HistEvent event;
+            history(lines, &event, H_ENTER, line.c_str());
+        }
+    }
+
 private:
     enum class Ending
     {
@@ -329,6 +339,11 @@ private:
     static unsigned char completeKey(EditLine* editor, int)
     {
         LineEditor& me = self(editor);
+        if (me.beforeCursor().empty() && me.afterCursor().empty() && !me.offered.empty())
+        {
+            el_insertstr(editor, me.offered.c_str());
+            return CC_REFRESH;
+        }
         const Completion completion = me.hooks.complete(std::string(me.beforeCursor()), std::string(me.afterCursor()));
         const std::string common = commonBeginning(completion.candidates);
         const bool isChosen = completion.candidates.size() == 1;
@@ -385,6 +400,7 @@ private:
     EditLine* editor;
     Ending ending = Ending::None;
     std::string shownSignature;
+    std::string offered;
     std::vector<std::string> candidates;
     int cursorFromEnd = 0;
 };

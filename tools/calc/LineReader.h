@@ -17,6 +17,9 @@ public:
     /// the end of the input cuts short counts as one.
     /// @return nothing at the end of the input
     virtual std::optional<std::string> readLine() = 0;
+
+    /// A line that the user may want next: Up brings it first, and so does Tab on an empty line. An empty one is none.
+    virtual void offer(const std::string& line) = 0;
 };
 
 /// Lines as the terminal itself lets them be typed.

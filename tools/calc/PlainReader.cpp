@@ -14,6 +14,8 @@ namespace {
 class PlainReader final : public LineReader
 {
 public:
+    void offer(const std::string&) override {}
+
     std::optional<std::string> readLine() override
     {
         std::cout << "> " << std::flush;

@@ -42,5 +42,6 @@ void runPrompt(const Options& options, Calculator& calculator)
         {
             break;
         }
+        reader->offer(session.correction());
     }
 }

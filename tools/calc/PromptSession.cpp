@@ -4,6 +4,7 @@
 // PromptSession.cpp - see PromptSession.h.
 #include "tools/calc/PromptSession.h"
 
+#include "tools/calc/DiagnosticText.h"
 #include "tools/calc/InputLine.h"
 #include "tools/calc/Interrupt.h"
 #include "tools/calc/ItemNotes.h"
@@ -43,8 +44,9 @@ void printHelp()
     std::cout << "An expression, such as 2*sin(30) or dist([0,0],[3,4]), prints its value,\n"
                  "which the name ans keeps. width=2.5 gives a name a value.\n";
     printCommands();
-    std::cout << "Tab completes a name, Up brings earlier lines back, Ctrl-C drops the line.\n"
-                 "A line that begins with # is a comment.\n";
+    std::cout << "Tab completes a name, Up brings earlier lines back, and first of all the\n"
+                 "correction of a line that failed. Ctrl-C drops the line. A line that begins\n"
+                 "with # is a comment.\n";
 }
 
 /// The family that a word names, or begins to name.
@@ -147,6 +149,7 @@ std::vector<NamedValue> PromptSession::names() const
 
 PromptSession::Next PromptSession::run(std::string_view line, const std::string& origin)
 {
+    corrected.clear();
     if (isBlank(line) || isComment(line))
     {
         return Next::GoOn;
@@ -206,6 +209,8 @@ void PromptSession::compute(std::string_view expression, const std::string& orig
         calculator.setVariable(L"ans", answer.values.back());
         computed.emplace_back(expression);
     }
+    const auto typed = toWide(expression);
+    corrected = typed && answer.diagnostic ? correctedText(*typed, *answer.diagnostic) : std::string();
 }
 
 void PromptSession::help(const std::string& name) const

@@ -34,6 +34,9 @@ public:
     /// Where settings are remembered from now on.
     void keepSettingsIn(const std::string& file);
 
+    /// The last line, corrected, where it failed and a correction is plain; empty else.
+    const std::string& correction() const { return corrected; }
+
     /// Runs one line, UTF-8. A value becomes the variable "ans".
     Next run(std::string_view line);
 
@@ -60,6 +63,7 @@ private:
     TerminalStyle style;
     Settings settings;
     std::string settingsFile;
+    std::string corrected;
     std::vector<std::string> computed;  // the lines that had a value
     std::size_t loading = 0;            // files that are being loaded, one from within the other
 };

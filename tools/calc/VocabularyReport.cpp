@@ -116,7 +116,7 @@ Computed compute(const std::string& expression, std::uint32_t digits)
         diagnostic.kind == mathexpr::ExpressionDiagnostic::Kind::Parsing)
     {
         computed.outcome = "exception 15";
-        computed.reason = "A number is needed instead of a point.";
+        computed.reason = toUtf8(diagnostic.hints.front());
     }
     else
     {
