@@ -21,14 +21,13 @@ from ._errors import (
     RowsError,
     VariableNameError,
 )
-from ._expression import Expression, Limits, evaluate, evaluate_arrays
-from ._library import LIBRARY as _LIBRARY
-from ._session import Resolver
+from ._expression import Expression, Resolver, evaluate, evaluate_arrays, evaluate_number, evaluate_point
+from ._function import Function, function
+from ._limits import Limits
+from ._native import VERSION as __version__
 from ._values import Point, Value, format_value
 from ._variables import Variables
 from ._vocabulary import VocabularyItem, vocabulary
-
-__version__: str = _LIBRARY.mathexpr_version_text().decode("ascii")
 
 # A traceback names the exceptions as users import them.
 for _error in (DefinitionError, MathExprError, ParsingError, RefusedError, RowsError, VariableNameError):
@@ -39,6 +38,7 @@ __all__ = [
     "Diagnostic",
     "Expression",
     "Fix",
+    "Function",
     "Limits",
     "MathExprError",
     "ParsingError",
@@ -52,6 +52,9 @@ __all__ = [
     "VocabularyItem",
     "evaluate",
     "evaluate_arrays",
+    "evaluate_number",
+    "evaluate_point",
     "format_value",
+    "function",
     "vocabulary",
 ]

@@ -1,127 +1,128 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Bulk evaluation over NumPy arrays, which the library reads and writes where they are.
+"""Bulk evaluation over arrays of any kind.
 
-In: a session with a compiled text, columns, and where the results go. Out: the array of results. `_Call` holds what
-the library is handed, and the arrays behind it; everything that an array may not be is told before anything is written.
+In: a session with a compiled text, names and their values. Out: an array of float64, or the same kind of table or masked
+array as the values are. Arrays of aligned float64 are read and written where they are; others are converted in blocks of
+rows. Everything that an array may not be is told before anything is written.
 """
 
 from __future__ import annotations
 
-import ctypes
-from collections.abc import Mapping
+import math
+import sys
+from collections.abc import Iterator, Sequence
 from numbers import Real
 from typing import Any
 
 import numpy as np
 from numpy.typing import NDArray
 
-from . import _library
-from ._errors import Diagnostic, MathExprError, RowsError, error_of_status
-from ._library import LIBRARY
-from ._session import Session, utf8
-from ._values import Point, to_record
-from ._variables import Variables
+from . import _native
+from ._native import Session
+from ._rows import raise_rows
+from ._values import Point
 
-Column = Any  # NDArray[np.float64] or Value; what it really is gets checked
+_native.use_arrays(np.ndarray, np.empty)
 
-# As many rows go into one call; between two calls Python notices Ctrl-C.
-_ROWS_PER_CALL = 1 << 20
+# Converted at a time: large enough to hide what a block costs, small enough for the cache. Threads divide a block.
+_ROWS_PER_BLOCK = 1 << 15
 
-# To find out the kind of result, as many rows are tried at a time.
-_ROWS_PER_TRIAL = 1024
-
-_RECORD = np.dtype({"names": ["type", "x"], "formats": ["u1", "f8"], "offsets": [0, 8], "itemsize": 32})
-
-_REFUSALS = {
-    _library.BULK_COLUMN_NAME: "is not a name",
-    _library.BULK_COLUMN_TWICE: "is there twice: names are compared without regard to case",
-    _library.BULK_COLUMN_ALIGNMENT: "is not aligned to 8 bytes; numpy.ascontiguousarray makes a copy that is",
-    _library.BULK_RESULTS_ALIGNMENT: "is not aligned to 8 bytes, or row_status not to 4",
-    _library.BULK_RESULTS_OVERLAP: "has rows that share memory",
-}
+_SHAPES = "the shape (n,) for numbers or (n, 3) for points"
 
 
-def evaluate_arrays(
-    session: Session,
-    variables: Variables,
-    columns: Mapping[str, Column],
-    out: NDArray[np.float64] | None,
-    row_status: NDArray[np.uint32] | None,
-    threads: int,
-    strict: bool,
-) -> NDArray[np.float64]:
-    """See `Expression.evaluate_arrays`."""
-    if not isinstance(threads, int) or not 1 <= threads <= 0xFFFFFFFF:
-        raise ValueError(f"threads is {threads!r}; it is a whole number from 1 on")
-    for name, column in columns.items():
-        if not isinstance(column, (Real, Point)):
-            _check(column, f"the column {name!r}")
-        if name not in variables:
-            raise ValueError(f"the column {name!r} is no variable of the expression")
-    if out is not None:
-        _check(out, "out", writeable=True)
-    row_count = _number_of_rows(columns, out)
-    if row_status is not None:
-        _check_row_status(row_status, row_count)
-    with session:
-        call = _Call(session, columns)
-        if out is None:
-            out = np.empty((row_count, 3) if call.yields_points(row_count) else row_count)
+class _Input:
+    """A value of a variable: an array of numbers in whatever form, or one value for all rows."""
+
+    __slots__ = ("array", "index", "is_masked", "is_point", "mask", "name", "rows", "scalar", "what")
+
+    def __init__(self, name: str, value: Any, is_point: bool | None, copy: bool, what: str) -> None:
+        self.name = name
+        self.what = f"{what} {name!r}"
+        self.array: Any = None
+        self.scalar: Any = None
+        self.mask: NDArray[np.bool_] | None = None  #: True where a row has no value.
+        self.is_masked = False  #: The result is to be a masked array.
+        self.index: Any = None  #: Of a pandas Series or DataFrame.
+        self.rows: tuple[int, ...] = ()  #: The shape without the coordinates of points.
+        self.is_point = bool(is_point)
+        if isinstance(value, (Real, Point)):
+            if is_point is not None and isinstance(value, Point) != is_point:
+                raise TypeError(f"{self.what} is a {'point' if is_point else 'number'}, not {value!r}; {_SAY_POINTS}")
+            self.scalar = value
+            return
+        if type(value) is np.ndarray:
+            self.array = value
+        elif not copy:
+            got = type(value).__name__
+            raise TypeError(f"{self.what} must be a NumPy array of float64; got {got}; leave out copy=False to convert it")
         else:
-            _check_overlap(columns, out)
-        failed_count, first_failed, first_status = call.run(out, row_status, threads)
-        if failed_count and strict:
-            diagnostic = _diagnose(session.text.decode(), variables, columns, first_failed, first_status)
-            raise RowsError(diagnostic, out, failed_count, first_failed)
-    return out
+            self._adopt(value)
+        self._check(is_point, copy)
+
+    def _adopt(self, value: Any) -> None:
+        """Takes an array out of what holds one."""
+        pandas = sys.modules.get("pandas")
+        if pandas is not None and isinstance(value, (pandas.Series, pandas.DataFrame)):
+            self.index = value.index
+            if isinstance(value, pandas.Series) and pandas.api.types.is_extension_array_dtype(value.dtype):
+                if not pandas.api.types.is_numeric_dtype(value.dtype):
+                    raise TypeError(f"{self.what} holds {value.dtype}, not numbers")
+                self.mask = value.isna().to_numpy()
+                self.array = value.to_numpy(dtype=np.float64, na_value=math.nan)
+                return
+        elif isinstance(value, np.ma.MaskedArray):
+            self.is_masked = True
+            self.mask = np.broadcast_to(value.mask, value.shape)
+            self.array = value.data
+            return
+        null_count = getattr(value, "null_count", 0)  # of polars and of Arrow
+        if (null_count() if callable(null_count) else null_count) > 0:
+            raise TypeError(f"{self.what} holds nulls; fill them, or drop their rows, for example with .drop_nulls()")
+        self.array = np.asarray(value)
+
+    def _check(self, is_point: bool | None, copy: bool) -> None:
+        array = self.array
+        if array.dtype.kind not in "biuf":
+            if array.dtype.kind == "O":
+                remedy = "a column with missing values becomes one with .astype('Float64'), any other with .astype(float)"
+                raise TypeError(f"{self.what} holds Python objects, not numbers; {remedy}")
+            raise TypeError(f"{self.what} holds {array.dtype}, not numbers")
+        if not copy and array.dtype != np.float64:
+            raise TypeError(f"{self.what} must be an array of float64; got {array.dtype.str}; .astype(float) converts it")
+        if not copy and (_address(array) | math.gcd(*array.strides, 0)) % 8:
+            raise ValueError(f"{self.what} is not aligned to 8 bytes; numpy.ascontiguousarray makes a copy that is")
+        if is_point is None:
+            self.is_point = array.ndim == 2 and array.shape[1] == 3
+            if array.ndim > 1 and not self.is_point:
+                raise ValueError(f"{self.what} has {_SHAPES}, not {array.shape}")
+        if self.is_point and (array.ndim == 0 or array.shape[-1] != 3):
+            raise ValueError(f"{self.what} is a point and has 3 coordinates on its last axis; got the shape {array.shape}")
+        self.rows = array.shape[:-1] if self.is_point else array.shape
+        if self.mask is not None and self.is_point:
+            self.mask = self.mask.any(axis=-1)
+
+    def spread(self, rows: tuple[int, ...]) -> Any:
+        """The array over all rows, or the one value."""
+        if self.array is None:
+            return self.scalar
+        return np.broadcast_to(self.array, (*rows, 3) if self.is_point else rows)
 
 
-def _check(array: object, what: str, writeable: bool = False) -> None:
-    if not isinstance(array, np.ndarray) or isinstance(array, np.ma.MaskedArray):
-        raise TypeError(f"{what} is a NumPy array of float64, not {type(array).__name__}")
-    if array.dtype != np.float64:
-        raise TypeError(f"{what} is an array of float64, not {array.dtype.str}; .astype(float) makes a copy that is")
-    if array.ndim != 1 and not (array.ndim == 2 and array.shape[1] == 3):
-        raise ValueError(f"{what} has the shape (n,) for numbers or (n, 3) for points, not {array.shape}")
-    if writeable and not array.flags.writeable:
-        raise ValueError(f"{what} is read-only")
+_SAY_POINTS = "say which arguments are points with points="
 
 
-def _number_of_rows(columns: Mapping[str, Column], out: NDArray[np.float64] | None) -> int:
-    arrays = {f"the column {name!r}": column for name, column in columns.items()} | {"out": out}
-    lengths = {what: len(array) for what, array in arrays.items() if isinstance(array, np.ndarray)}
-    if not lengths:
-        raise ValueError("no column is an array, and there is no out: the number of rows is not known")
-    if len(set(lengths.values())) > 1:
-        told = ", ".join(f"{what} has {length} rows" for what, length in lengths.items())
-        raise ValueError(f"different lengths: {told}")
-    return next(iter(lengths.values()))
-
-
-def _check_row_status(row_status: object, row_count: int) -> None:
-    if not isinstance(row_status, np.ndarray) or row_status.dtype != np.uint32:
-        raise TypeError("row_status is a NumPy array of uint32")
-    if row_status.shape != (row_count,):
-        raise ValueError(f"row_status has the shape ({row_count},), not {row_status.shape}")
-    if not row_status.flags.c_contiguous or not row_status.flags.writeable:
-        raise ValueError("row_status is contiguous and not read-only")
-
-
-def _check_overlap(columns: Mapping[str, Column], out: NDArray[np.float64]) -> None:
-    """A result may go where its own row's number stands, and nowhere else in a column."""
-    for name, column in columns.items():
-        if not isinstance(column, np.ndarray) or not np.may_share_memory(column, out):
-            continue
-        if column.ndim == out.ndim == 1 and _address(column) == _address(out) and column.strides == out.strides:
-            continue
-        try:
-            overlap = np.shares_memory(column, out, max_work=1_000_000)
-        except np.TooHardError:
-            overlap = True
-        if overlap:
-            raise ValueError(f"out overlaps the column {name!r} in another way than row by row")
+def _is_direct(array: Any, rows: tuple[int, ...], is_point: bool) -> bool:
+    """Whether the library takes an array as it is."""
+    return bool(
+        len(rows) == 1
+        and array.shape[0] == rows[0]
+        and array.ndim == 1 + is_point
+        and array.dtype == np.float64
+        and array.dtype.isnative
+        and not (_address(array) | math.gcd(*array.strides)) % 8
+    )
 
 
 def _address(array: NDArray[Any]) -> int:
@@ -129,110 +130,294 @@ def _address(array: NDArray[Any]) -> int:
     return address
 
 
-class _Call:
-    """The columns as the library takes them."""
+def evaluate(
+    session: Session,
+    names: tuple[str, ...],
+    values: Sequence[Any],
+    points: Sequence[bool | None],
+    *,
+    out: Any = None,
+    where: Any = True,
+    row_status: Any = None,
+    threads: int = 1,
+    strict: bool = True,
+    copy: bool = True,
+    what: str = "the argument",
+) -> Any:
+    """See `Expression.evaluate_arrays` and `Function`. A point of None is one where its array has the shape (n, 3)."""
+    if not isinstance(threads, int) or not 1 <= threads <= 0xFFFFFFFF:
+        raise ValueError(f"threads is {threads!r}; it is a whole number from 1 on")
+    inputs = [_Input(name, value, point, copy, what) for name, value, point in zip(names, values, points)]
+    if out is not None:
+        _check_out(out)
+    rows = _common_rows(inputs, out, where, copy)
+    if row_status is not None:
+        _check_row_status(row_status, rows)
+    index = _common_index(inputs)
+    mask = _common_mask(inputs, rows)
+    chosen = _chosen(where, mask, rows)
+    run = _Run(session, names, inputs, rows, threads, row_status)
+    if chosen is None:
+        result = run.all_rows(out)
+    else:
+        result = run.chosen_rows(out, chosen, mask)
+    if run.failed_count and strict:
+        raise_rows(session, names, run.flat_columns(), result, (run.failed_count, run.first_failed, run.first_status))
+    if out is not None:
+        return out
+    return _as_given(result, rows, index, mask, any(input.is_masked for input in inputs))
 
-    def __init__(self, session: Session, columns: Mapping[str, Column]) -> None:
-        self._session = session
-        self._names = list(columns)
-        self._kept_alive: list[object] = []
-        self._columns = (_library.Column * len(columns))()
-        for index, (name, column) in enumerate(columns.items()):
-            self._columns[index] = self._column(utf8(name, "the name of a column"), column)
 
-    def _column(self, name: bytes, values: Column) -> _library.Column:
-        column = _library.Column(name=name, name_length=len(name))
-        if isinstance(values, np.ndarray):
-            address = _address(values)
-            column.kind = _library.NUMBERS if values.ndim == 1 else _library.POINTS
-            column.stride = values.strides[0]
-            column.coordinate_stride = values.strides[1] if values.ndim == 2 else 0
-        else:  # one value for all rows
-            values = to_record(values)
-            address = ctypes.addressof(values) + _library.Record.x.offset
-            column.kind = _library.POINTS if values.type == _library.POINT else _library.NUMBERS
-            column.coordinate_stride = ctypes.sizeof(ctypes.c_double)
-        column.data = address
-        self._kept_alive += (name, values)
-        return column
+def _check_out(out: object) -> None:
+    if not isinstance(out, np.ndarray) or isinstance(out, np.ma.MaskedArray):
+        raise TypeError(f"out must be a NumPy array of float64; got {type(out).__name__}")
+    if out.dtype != np.float64:
+        raise TypeError(f"out must be an array of float64; got {out.dtype.str}")
+    if not out.flags.writeable:
+        raise ValueError("out is read-only")
+    if (_address(out) | math.gcd(*out.strides, 0)) % 8:
+        raise ValueError("out is not aligned to 8 bytes; numpy.empty makes an array that is")
 
-    def yields_points(self, row_count: int) -> bool:
-        """Whether the results are points. All rows that have a value have one of the same kind."""
-        start, step = 0, 1
-        while start < row_count:
-            tried_count = min(step, row_count - start)
-            records = np.empty(tried_count, _RECORD)
-            status = np.empty(tried_count, np.uint32)
-            results = _library.Results(
-                kind=_library.RECORDS, data=_address(records), stride=records.strides[0], row_status=_address(status)
-            )
-            self._evaluate(start, tried_count, results, 1)
-            kinds = records["type"][status == _library.ROW_DONE]
-            if len(kinds):
-                return bool(kinds[0] == _library.POINT)
-            start, step = start + tried_count, _ROWS_PER_TRIAL
-        return False
 
-    def run(
+def _common_rows(inputs: list[_Input], out: Any, where: Any, copy: bool) -> tuple[int, ...]:
+    """The shape of the rows, which all arrays are spread over. out has it, or 3 coordinates for each row."""
+    shapes = {input.what: input.rows for input in inputs if input.array is not None}
+    if where is not True:
+        shapes["where"] = np.shape(where)
+    if out is None and not shapes:
+        raise ValueError("no column is an array, and there is no out: the number of rows is not known")
+    rows = _spread(*shapes.values())
+    if rows is not None and out is not None:
+        if out.shape[-1:] == (3,) and out.ndim == max(len(rows), 1) + 1 and _spread(rows, out.shape[:-1]) == out.shape[:-1]:
+            rows = out.shape[:-1]
+        else:
+            rows = out.shape if _spread(rows, out.shape) == out.shape else None
+    if rows is not None and (copy or all(shape == rows for shape in shapes.values())):
+        return rows
+    if out is not None:
+        shapes["out"] = out.shape
+    if all(len(shape) == 1 for shape in shapes.values()):
+        told = ", ".join(f"{of} has {shape[0]} rows" for of, shape in shapes.items())
+        raise ValueError(f"different lengths: {told}")
+    raise ValueError(f"shapes that do not go together: {', '.join(f'{of} {shape}' for of, shape in shapes.items())}")
+
+
+def _spread(*shapes: tuple[int, ...]) -> tuple[int, ...] | None:
+    """The shape that arrays are broadcast to; None where there is none."""
+    try:
+        return np.broadcast_shapes(*shapes)
+    except ValueError:
+        return None
+
+
+def _check_row_status(row_status: object, rows: tuple[int, ...]) -> None:
+    if not isinstance(row_status, np.ndarray) or row_status.dtype != np.uint32:
+        raise TypeError("row_status must be a NumPy array of uint32")
+    if row_status.shape != rows:
+        raise ValueError(f"row_status must have the shape {rows}; got {row_status.shape}")
+    if not row_status.flags.c_contiguous or not row_status.flags.writeable:
+        raise ValueError("row_status must be contiguous and not read-only")
+
+
+def _common_index(inputs: list[_Input]) -> Any:
+    indices = [(input.what, input.index) for input in inputs if input.index is not None]
+    for what, index in indices[1:]:
+        if not index.equals(indices[0][1]):
+            raise ValueError(f"{indices[0][0]} and {what} have different indices; align them, for example with .reindex_like")
+    return indices[0][1] if indices else None
+
+
+def _common_mask(inputs: list[_Input], rows: tuple[int, ...]) -> NDArray[np.bool_] | None:
+    """Which rows have no value, as an array of all rows; None where no input says so."""
+    masks = [input.mask for input in inputs if input.mask is not None]
+    if not masks:
+        return None
+    mask = np.zeros(rows, np.bool_)
+    for each in masks:
+        mask |= each
+    return mask
+
+
+def _chosen(where: Any, mask: NDArray[np.bool_] | None, rows: tuple[int, ...]) -> NDArray[np.bool_] | None:
+    """Which rows are computed; None for all."""
+    if where is not True:
+        given = np.asarray(where)
+        if given.dtype != np.bool_:
+            raise TypeError(f"where must hold bools; got {given.dtype}")
+        chosen: NDArray[np.bool_] = np.broadcast_to(given, rows)
+        return chosen if mask is None else chosen & ~mask
+    return None if mask is None else ~mask
+
+
+def _as_given(result: Any, rows: tuple[int, ...], index: Any, mask: Any, is_masked: bool) -> Any:
+    """The result as a Series or DataFrame, a masked array, or the array."""
+    if index is not None:
+        pandas = sys.modules["pandas"]
+        if result.shape != rows:
+            frame = pandas.DataFrame(result, index=index, columns=["x", "y", "z"])
+            return frame if mask is None else frame.astype("Float64").where(~mask[:, None])
+        if mask is None:
+            return pandas.Series(result, index=index)
+        return pandas.Series(pandas.arrays.FloatingArray(result, mask), index=index)
+    if is_masked:
+        masked = result.view(np.ma.MaskedArray)
+        masked.mask = mask if result.shape == rows else np.repeat(mask[..., None], 3, axis=-1)
+        return masked
+    return result[()]
+
+
+class _Run:
+    """One evaluation over rows: which failed, and where the values come from."""
+
+    def __init__(
         self,
-        out: NDArray[np.float64],
-        row_status: NDArray[np.uint32] | None,
+        session: Session,
+        names: tuple[str, ...],
+        inputs: list[_Input],
+        rows: tuple[int, ...],
         threads: int,
-    ) -> tuple[int, int, int]:
-        """Fills `out`. Answers how many rows failed, which was the first, and its status."""
-        failed_count, first_failed, first_status = 0, 0, _library.ROW_DONE
-        results = _library.Results(
-            kind=_library.NUMBERS if out.ndim == 1 else _library.POINTS,
-            stride=out.strides[0],
-            coordinate_stride=out.strides[1] if out.ndim == 2 else 0,
+        row_status: Any,
+    ) -> None:
+        self.failed_count, self.first_failed, self.first_status = 0, 0, 0
+        self._session, self._names, self._inputs = session, names, inputs
+        self._rows, self._threads = rows, threads
+        self._row_status = None if row_status is None else row_status.reshape(-1)
+        self._row_count = math.prod(rows)
+        self._done_count = 0
+
+    def all_rows(self, out: Any) -> Any:
+        columns = [input.spread(self._rows) for input in self._inputs]
+        out = self._make(columns, out)
+        is_point = out.shape != self._rows
+        direct = all(
+            input.array is None or _is_direct(column, self._rows, input.is_point)
+            for input, column in zip(self._inputs, columns)
         )
-        for start in range(0, max(len(out), 1), _ROWS_PER_CALL):
-            results.data = _address(out) + start * out.strides[0]
-            if row_status is not None:
-                results.row_status = _address(row_status) + start * row_status.itemsize
-            outcome = self._evaluate(start, min(len(out) - start, _ROWS_PER_CALL), results, threads)
-            if outcome.failed_count and not failed_count:
-                first_failed, first_status = start + outcome.first_failed, outcome.first_status
-            failed_count += outcome.failed_count
-        return failed_count, first_failed, first_status
+        if direct and _is_direct(out, self._rows, is_point):
+            self._check_overlap(columns, out)
+            self._run(tuple(columns), out)
+        else:
+            self._check_overlap(columns, out)
+            self._run_blocks(columns, out)
+        return out
 
-    def _evaluate(self, start: int, row_count: int, results: _library.Results, threads: int) -> _library.Outcome:
-        columns = type(self._columns)(*self._columns)
-        for column in columns:
-            column.data += start * column.stride
-        outcome = _library.Outcome()
-        status = self._session.status(
-            LIBRARY.mathexpr_evaluate_bulk_utf8,
-            columns,
-            len(columns),
-            row_count,
-            ctypes.byref(results),
-            threads,
-            ctypes.byref(outcome),
-        )
-        if status == _library.BULK_REFUSED:
-            of_results = outcome.error in (_library.BULK_RESULTS_ALIGNMENT, _library.BULK_RESULTS_OVERLAP)
-            what = "out" if of_results else f"the column {self._names[outcome.column]!r}"
-            raise ValueError(f"{what} {_REFUSALS.get(outcome.error, f'is refused (error {outcome.error})')}")
-        if status != _library.OK:
-            raise error_of_status(status)
-        return outcome
+    def chosen_rows(self, out: Any, chosen: NDArray[np.bool_], mask: Any) -> Any:
+        """Computes the rows that are chosen, and leaves the others of out as they are."""
+        columns = [input.spread(self._rows) for input in self._inputs]
+        packed = [
+            input.scalar if input.array is None else np.ascontiguousarray(column[chosen], np.float64)
+            for input, column in zip(self._inputs, columns)
+        ]
+        count = int(np.count_nonzero(chosen))
+        kind = None if out is not None else self._session.yields_points(self._names, tuple(packed), count)
+        if out is None:
+            out = np.full((*self._rows, 3) if kind else self._rows, math.nan)
+        values = np.empty((count, *out.shape[len(self._rows) :]))
+        status = None if self._row_status is None else np.zeros(count, np.uint32)
+        outcome = self._session.run(self._names, tuple(packed), values, status, self._threads)
+        self.failed_count, first, self.first_status = outcome
+        self.first_failed = int(np.flatnonzero(chosen)[first]) if self.failed_count else 0
+        out[chosen] = values
+        if self._row_status is not None:
+            self._row_status[chosen.reshape(-1)] = status
+        return out
 
+    def flat_columns(self) -> list[Any]:
+        """The columns row by row, for the values of one of them."""
+        columns = [input.spread(self._rows) for input in self._inputs]
+        return [
+            column if input.array is None else _FlatRows(column, self._rows)
+            for input, column in zip(self._inputs, columns)
+        ]
 
-def _diagnose(text: str, variables: Variables, columns: Mapping[str, Column], row: int, status: int) -> Diagnostic:
-    """Tells what went wrong in a row, by evaluating it alone in an expression of its own."""
-    from ._expression import Expression
+    def _make(self, columns: list[Any], out: Any) -> Any:
+        """The array for the results: of numbers or of points, which a trial of the first rows tells."""
+        if out is not None:
+            return out
+        kind = None
+        for block in _blocks(self._rows, 1024):
+            kind = self._session.yields_points(self._names, *self._converted(columns, block))
+            if kind is not None:
+                break
+        return np.empty((*self._rows, 3) if kind else self._rows)
 
-    if status == _library.ROW_OTHER_KIND:
-        return Diagnostic("The value is a point and out takes numbers, or the other way round.", 0, text)
-    with Expression() as alone:
-        for name in variables:
-            alone.variables.set_record(name, variables.record(name))
-        for name, column in columns.items():
-            value = column[row] if isinstance(column, np.ndarray) else column
-            alone.variables[name] = Point(*value) if isinstance(value, np.ndarray) else value
+    def _converted(self, columns: list[Any], block: tuple[Any, ...]) -> tuple[tuple[Any, ...], int]:
+        """A block of rows of the columns, as the library takes them, and how many rows it has."""
+        count = 0
+        converted = []
+        for input, column in zip(self._inputs, columns):
+            if input.array is not None:
+                part = np.ascontiguousarray(column[block], np.float64)
+                column = part.reshape(-1, 3) if input.is_point else part.reshape(-1)
+                count = len(column)
+            converted.append(column)
+        return tuple(converted), count
+
+    def _run_blocks(self, columns: list[Any], out: Any) -> None:
+        axes = len(self._rows)
+        for block in _blocks(self._rows, _ROWS_PER_BLOCK * self._threads):
+            converted, _ = self._converted(columns, block)
+            part = out[block]
+            values = np.empty((math.prod(part.shape[: part.ndim - (out.ndim - axes)]), *out.shape[axes:]))
+            self._run(converted, values)
+            out[block] = values.reshape(part.shape)
+
+    def _run(self, columns: tuple[Any, ...], out: Any) -> None:
+        status = self._row_status
+        if status is not None:
+            status = status[self._done_count : self._done_count + len(out)]
+        failed, first, first_status = self._session.run(self._names, columns, out, status, self._threads)
+        if failed and not self.failed_count:
+            self.first_failed, self.first_status = self._done_count + first, first_status
+        self.failed_count += failed
+        self._done_count += len(out)
+
+    def _check_overlap(self, columns: list[Any], out: Any) -> None:
+        """A result may go where its own row's number stands, and nowhere else in a column."""
+        for input, column in zip(self._inputs, columns):
+            if input.array is None or not np.may_share_memory(column, out):
+                continue
+            if column.ndim == out.ndim == 1 and _address(column) == _address(out) and column.strides == out.strides:
+                continue
+            if self._overlaps(column, out):
+                raise ValueError(f"out overlaps {input.what} in another way than row by row")
+
+    @staticmethod
+    def _overlaps(column: Any, out: Any) -> bool:
         try:
-            alone.evaluate(text)
-        except MathExprError as error:
-            return error.diagnostic
-    return Diagnostic("An item refused its arguments.", status, text)  # in that row only, by chance
+            return np.shares_memory(column, out, max_work=1_000_000)
+        except np.TooHardError:
+            return True
+
+
+class _FlatRows:
+    """Rows of a column by number."""
+
+    ndim = 1
+
+    def __init__(self, column: Any, rows: tuple[int, ...]) -> None:
+        self._column, self._rows = column, rows
+
+    def __getitem__(self, row: int) -> Any:
+        value = self._column[np.unravel_index(row, self._rows)]
+        return np.asarray(value, np.float64) if value.ndim else float(value)
+
+
+def _blocks(rows: tuple[int, ...], size: int) -> Iterator[tuple[Any, ...]]:
+    """Indices that divide rows of a shape, in their order, into blocks of at most so many.
+
+    >>> list(_blocks((3, 4), 8))
+    [(slice(0, 2, None),), (slice(2, 4, None),)]
+    """
+    if not rows:
+        yield (...,)
+        return
+    inner = math.prod(rows[1:])
+    if inner > size:
+        for index in range(rows[0]):
+            for rest in _blocks(rows[1:], size):
+                yield (index, *rest)
+        return
+    step = max(size // max(inner, 1), 1)
+    for start in range(0, rows[0], step):
+        yield (slice(start, start + step),)

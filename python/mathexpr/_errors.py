@@ -9,10 +9,8 @@ array of another type, brings Python's own TypeError or ValueError.
 
 from __future__ import annotations
 
-from dataclasses import dataclass
-from typing import TYPE_CHECKING, Any
-
-from . import _library
+from collections.abc import Iterable
+from typing import TYPE_CHECKING, Any, NamedTuple
 
 if TYPE_CHECKING:
     import numpy as np
@@ -21,8 +19,7 @@ if TYPE_CHECKING:
 _BLANKS = str.maketrans("\t\n\r", "   ")
 
 
-@dataclass(frozen=True)
-class Fix:
+class Fix(NamedTuple):
     """A correction: what to put in place of a stretch of the text. The text that this makes compiles."""
 
     position: int
@@ -38,8 +35,7 @@ class Fix:
         return text[: self.position] + self.replacement + text[self.position + self.length :]
 
 
-@dataclass(frozen=True)
-class Diagnostic:
+class Diagnostic(NamedTuple):
     """What went wrong, and where in the text. Positions count characters."""
 
     message: str  #: In the user's language, which the environment tells.
@@ -137,40 +133,23 @@ class RowsError(MathExprError):
 
 
 # By MATHEXPR_KIND_...
-_KINDS = {0: ("refused", RefusedError), 1: ("parsing", ParsingError), 2: ("definition", DefinitionError)}
+_KINDS = (("refused", RefusedError), ("parsing", ParsingError), ("definition", DefinitionError))
 
 
-def error_of_record(record: _library.DiagnosticRecord, utf8: bytes) -> MathExprError:
-    """The exception for what the library tells of a text."""
-    kind, exception = _KINDS[record.kind]
-    start, length = record.start, record.length
-    replacement = record.fix_replacement.decode()
-    fix_start, fix_length = record.fix_start, record.fix_length
-    fix = Fix(
-        position=len(utf8[:fix_start].decode()),
-        length=len(utf8[fix_start : fix_start + fix_length].decode()),
-        replacement=replacement,
-    )
-    accepted = (record.accepted_arg_counts[index] for index in range(record.accepted_count))
-    return exception(
-        Diagnostic(
-            message=record.text.decode(),
-            message_number=record.message,
-            text=utf8.decode(),
-            start=len(utf8[:start].decode()),
-            length=len(utf8[start : start + length].decode()),
-            kind=kind,
-            code=record.code,
-            item=record.item.decode(),
-            conflict=record.conflict.decode(),
-            expected=record.expected,
-            arg_count=record.arg_count,
-            accepted_arg_counts=tuple(None if number == _library.ANY_ARG_COUNT else number for number in accepted),
-            suggestions=tuple(record.suggestions[index].decode() for index in range(record.suggestion_count)),
-            hints=tuple(record.hints[index].decode() for index in range(record.hint_count)),
-            fix=fix if fix_length or replacement else None,
-        )
-    )
+def _characters(text: str, start: int, length: int) -> tuple[int, int]:
+    """A stretch of the text's UTF-8 in characters."""
+    utf8 = text.encode()
+    return len(utf8[:start].decode()), len(utf8[start : start + length].decode())
+
+
+def error_of_diagnostic(text: str, members: dict[str, Any]) -> MathExprError:
+    """The exception for what the library tells of a text, in members of `Diagnostic`; positions count bytes."""
+    start, length = _characters(text, members["start"], members["length"])
+    kind, exception = _KINDS[members["kind"]]
+    position, replaced, replacement = members["fix"]
+    fix = Fix(*_characters(text, position, replaced), replacement) if replaced or replacement else None
+    members.update(fix=fix, text=text, start=start, length=length, kind=kind)
+    return exception(Diagnostic(**members))
 
 
 # By MATHEXPR_DEFINITION_...
@@ -182,31 +161,69 @@ _NAME_REFUSALS = {
 }
 
 
-def error_of_name(refusal: _library.NameRefusal, name: bytes) -> VariableNameError:
-    """The exception for a name that cannot be a variable."""
-    start, length = refusal.start, refusal.length
+def error_of_name(name: str, code: int, start: int, length: int) -> VariableNameError:
+    """The exception for a name that cannot be a variable; positions count bytes."""
+    start, length = _characters(name, start, length)
     return VariableNameError(
         Diagnostic(
-            message=_NAME_REFUSALS[refusal.code],
+            message=_NAME_REFUSALS[code],
             message_number=0,
-            text=name.decode(),
-            start=len(name[:start].decode()),
-            length=len(name[start : start + length].decode()),
+            text=name,
+            start=start,
+            length=length,
             kind="definition",
-            code=refusal.code,
+            code=code,
         )
     )
 
 
-def error_of_status(status: int) -> Exception:
+def error_of_unread_name(name: str, known: Iterable[str], what: str = "the expression") -> TypeError:
+    """The exception for a keyword that is none of the names that are read.
+
+    >>> error_of_unread_name("heigth", ["width", "height"])
+    TypeError("the expression does not read 'heigth'; did you mean 'height'? It reads width, height")
+    """
+    import difflib  # takes longer to import than the package
+
+    known = list(known)
+    near = difflib.get_close_matches(name, known, n=1)
+    meant = f"; did you mean {near[0]!r}?" if near else "."
+    return TypeError(f"{what} does not read {name!r}{meant} It reads {', '.join(known) or 'no name'}")
+
+
+# mathexpr_status
+_ZERO_IN_TEXT = 7
+_BUSY = 4
+_NO_PROGRAM = 23
+_OUT_OF_MEMORY = 40
+
+
+def error_of_status(status: int, text: str) -> Exception:
     """The exception for a status that no diagnostic tells about."""
-    text = _library.status_text(status)
-    if status == _library.OUT_OF_MEMORY:
+    if status == _OUT_OF_MEMORY:
         return MemoryError(text)
-    if status == _library.ZERO_IN_TEXT:
+    if status == _ZERO_IN_TEXT:
         return ValueError(text)
-    if status == _library.NO_PROGRAM:
+    if status == _NO_PROGRAM:
         return RuntimeError("there is nothing to evaluate: compile a text first")
-    if status == _library.BUSY:
+    if status == _BUSY:
         return RuntimeError("the expression waits for its resolver, which may not change or run it")
     return RuntimeError(f"{text} (status {status})")
+
+
+# By MATHEXPR_BULK_...
+_REFUSED_COLUMNS = {
+    4: "is not a name",
+    5: "is there twice: names are compared without regard to case",
+}
+_REFUSED_RESULTS = {
+    12: "out is not aligned to 8 bytes, or row_status not to 4",
+    13: "out has rows that share memory",
+}
+
+
+def error_of_refused_arrays(error: int, column: str | None) -> ValueError:
+    """The exception for arrays that the library does not take."""
+    if error in _REFUSED_RESULTS:
+        return ValueError(_REFUSED_RESULTS[error])
+    return ValueError(f"the column {column!r} {_REFUSED_COLUMNS.get(error, f'is refused (error {error})')}")

@@ -5,12 +5,9 @@
 
 from __future__ import annotations
 
-import ctypes
 from typing import NamedTuple
 
-from . import _library
-from ._errors import error_of_status
-from ._library import LIBRARY
+from . import _native
 
 # By MATHEXPR_ITEM_... and MATHEXPR_FAMILY_...
 _KINDS = ("constant", "operator", "function")
@@ -39,24 +36,6 @@ def vocabulary() -> tuple[VocabularyItem, ...]:
     ['min(x,y)', 'min(x,y,z)', 'min(v1,v2,v3,...)']
     """
     items: list[VocabularyItem] = []
-    while True:
-        record = _library.VocabularyRecord()
-        status = LIBRARY.mathexpr_get_vocabulary_item_utf8(len(items), ctypes.byref(record))
-        if status == _library.NOT_FOUND:
-            return tuple(items)
-        if status != _library.OK:
-            raise error_of_status(status)
-        items.append(
-            VocabularyItem(
-                kind=_KINDS[record.kind],
-                family=_FAMILIES[record.family],
-                symbol=record.symbol.decode(),
-                help=record.help.decode(),
-                description=record.description.decode(),
-                arg_count=None if record.arg_count == _library.ANY_ARG_COUNT else record.arg_count,
-                precedence=record.precedence,
-                unary=bool(record.unary),
-                pure=bool(record.constant),
-                value=record.value,
-            )
-        )
+    while (record := _native.vocabulary_item(len(items))) is not None:
+        items.append(VocabularyItem(_KINDS[record[0]], _FAMILIES[record[1]], *record[2:]))
+    return tuple(items)

@@ -1,71 +1,56 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""The structures and numbers that the package passes are those of mathexpr.h, as a C compiler sees it."""
+"""The native module: what it needs, what it shows, and that values need nothing else."""
 
-import ctypes
-import os
 import re
 import subprocess
 import sys
-from pathlib import Path
 
 import mathexpr
-import pytest
-from mathexpr import _library
+from mathexpr import _native
 
-INCLUDE = Path(__file__).resolve().parents[2] / "include"
+# Of the C library and of Python alone; no other library has to be there.
+SYSTEM_LIBRARIES = {"libc.so.6", "libm.so.6", "libpthread.so.0", "libdl.so.2", "librt.so.1"}
 
-STRUCTURES = {
-    "mathexpr_value": _library.Record,
-    "mathexpr_options_utf8": _library.Options,
-    "mathexpr_limits": _library.LimitsRecord,
-    "mathexpr_diagnostic_utf8": _library.DiagnosticRecord,
-    "mathexpr_names_utf8": _library.NamesRecord,
-    "mathexpr_name_refusal": _library.NameRefusal,
-    "mathexpr_vocabulary_item_utf8": _library.VocabularyRecord,
-    "mathexpr_column_utf8": _library.Column,
-    "mathexpr_results": _library.Results,
-    "mathexpr_bulk_outcome": _library.Outcome,
+# What the macros of Python's headers stand for.
+STABLE_IN_SPITE_OF_THEIR_NAMES = {
+    "_PyArg_ParseTupleAndKeywords_SizeT",
+    "_PyArg_ParseTuple_SizeT",
+    "_PyObject_GC_New",
+    "_Py_BuildValue_SizeT",
+    "_Py_Dealloc",
+    "_Py_FalseStruct",
+    "_Py_NoneStruct",
+    "_Py_NotImplementedStruct",
+    "_Py_TrueStruct",
+    "_Py_VaBuildValue_SizeT",
 }
 
 
-@pytest.fixture(scope="module")
-def seen_by_c(tmp_path_factory):
-    """Every size, offset and number by its C expression."""
-    expressions = [f"sizeof({name})" for name in STRUCTURES]
-    for name, structure in STRUCTURES.items():
-        expressions += [f"offsetof({name}, {field})" for field, _ in structure._fields_]
-    header = (INCLUDE / "mathexpr.h").read_text(encoding="utf-8")
-    expressions += re.findall(r"^ *(MATHEXPR_[A-Z0-9_]+) = ", header, re.MULTILINE)
-    expressions += re.findall(r"^#define (MATHEXPR_[A-Z_]+) (?:\(.*\)|\d+)$", header, re.MULTILINE)
-    folder = tmp_path_factory.mktemp("layout")
-    lines = "".join(f'    printf("%lld\\n", (long long)({expression}));\n' for expression in expressions)
-    (folder / "layout.c").write_text(
-        f"#include <mathexpr.h>\n#include <stdio.h>\nint main(void)\n{{\n{lines}    return 0;\n}}\n"
-    )
-    subprocess.run(["cc", f"-I{INCLUDE}", "layout.c", "-o", "layout"], cwd=folder, check=True)
-    printed = subprocess.run([folder / "layout"], check=True, capture_output=True, text=True).stdout
-    return dict(zip(expressions, map(int, printed.split()), strict=True))
-
-
-@pytest.mark.parametrize("name", STRUCTURES)
-def test_layout(seen_by_c, name):
-    structure = STRUCTURES[name]
-    assert ctypes.sizeof(structure) == seen_by_c[f"sizeof({name})"]
-    for field, _ in structure._fields_:
-        assert getattr(structure, field).offset == seen_by_c[f"offsetof({name}, {field})"]
-
-
-def test_numbers(seen_by_c):
-    mine = {name: value for name, value in vars(_library).items() if name.isupper() and isinstance(value, int)}
-    assert len(mine) > 25
-    for name, value in mine.items():
-        assert value == seen_by_c["MATHEXPR_" + name], name
+def objdump(*options):
+    return subprocess.run(["objdump", *options, _native.__file__], capture_output=True, text=True, check=True).stdout
 
 
 def test_the_version():
     assert re.fullmatch(r"\d+\.\d+\.\d+", mathexpr.__version__)
+
+
+def test_the_module_needs_the_system_alone():
+    needed = set(re.findall(r"^ +NEEDED +(\S+)$", objdump("-p"), re.MULTILINE))
+    assert "libc.so.6" in needed
+    assert {name for name in needed if not name.startswith("ld-linux")} <= SYSTEM_LIBRARIES
+
+
+def test_the_module_shows_its_entry_alone():
+    symbols = [line.split() for line in objdump("-T").splitlines() if " g " in line and "*UND*" not in line]
+    assert [fields[-1] for fields in symbols] == ["PyInit__native"]
+
+
+def test_the_module_keeps_to_the_stable_interface():
+    used = re.findall(r"\*UND\*.* (_?Py\w+)$", objdump("-T"), re.MULTILINE)
+    assert "PyFloat_FromDouble" in used
+    assert {name for name in used if name.startswith("_Py")} <= STABLE_IN_SPITE_OF_THEIR_NAMES
 
 
 def test_values_need_no_numpy():
@@ -74,16 +59,10 @@ def test_values_need_no_numpy():
     assert done.stdout == "[2,4,0]\n", done.stderr
 
 
-@pytest.mark.parametrize(
-    "library, told", [("/nowhere/libmathexpr.so", "cannot open"), ("libm.so.6", "undefined symbol")]
-)
-def test_a_library_that_cannot_be_used(library, told):
-    done = subprocess.run(
-        [sys.executable, "-c", "import mathexpr"],
-        env={**os.environ, "MATHEXPR_LIBRARY": library},
-        capture_output=True,
-        text=True,
-        check=False,
-    )
-    assert done.returncode == 1
-    assert re.search(told, done.stderr) and "MATHEXPR_LIBRARY" in done.stderr.splitlines()[-1]
+def test_the_package_imports_neither_numpy_nor_what_is_slow():
+    program = "import sys; before = set(sys.modules); import mathexpr; print(*sorted(set(sys.modules) - before))"
+    done = subprocess.run([sys.executable, "-S", "-E", "-c", f"import sys; sys.path[:0] = {sys.path!r}; {program}"],
+                          capture_output=True, text=True, check=True)
+    imported = set(done.stdout.split())
+    assert "mathexpr._native" in imported
+    assert not imported & {"numpy", "ctypes", "dataclasses", "inspect", "difflib", "pandas"}

@@ -1,0 +1,73 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
+"""Builds the native module with CMake, and tells which systems it runs on.
+
+In: the package's folder, with the library's sources in `library` (a source distribution) or around it (a checkout), CMake,
+a C++ compiler and Python's headers. Out: one shared object with the library and the C++ run-time library in it.
+"""
+
+import os
+import re
+import subprocess
+import sysconfig
+from pathlib import Path
+
+PACKAGE = Path(__file__).resolve().parents[1]
+TREE = PACKAGE / "library" if (PACKAGE / "library").is_dir() else PACKAGE.parent
+BUILD = PACKAGE / "build" if TREE.parent == PACKAGE else TREE / "build" / "python"
+
+FREE_THREADED = bool(sysconfig.get_config_var("Py_GIL_DISABLED"))
+NAME = "_native.so" if FREE_THREADED else "_native.abi3.so"
+
+# The libraries of a system that has the C library; whoever needs another one runs on this system only.
+SYSTEM_LIBRARIES = {"libc.so.6", "libm.so.6", "libpthread.so.0", "libdl.so.2", "librt.so.1"}
+
+
+def build():
+    """Builds the native module, and answers where it is. What is built already is built anew only where it changed."""
+    if not (TREE / "CMakeLists.txt").is_file():
+        raise SystemExit(f"mathexpr is built from its sources, and {TREE} holds none")
+    headers = sysconfig.get_path("include")
+    if not Path(headers, "Python.h").is_file():
+        raise SystemExit(f"mathexpr is built with Python's headers, which are not in {headers}: install python3-dev")
+    options = {
+        "CMAKE_BUILD_TYPE": "Release",
+        "MATHEXPR_TREE": TREE,
+        "MATHEXPR_PYTHON": headers,
+        "MATHEXPR_FREE_THREADED": "ON" if FREE_THREADED else "OFF",
+    }
+    try:
+        subprocess.run(["cmake", "-S", PACKAGE, "-B", BUILD, *(f"-D{name}={value}" for name, value in options.items())],
+                       check=True)
+        subprocess.run(["cmake", "--build", BUILD, "--target", "_native", "--parallel", str(os.cpu_count() or 1)],
+                       check=True)
+    except FileNotFoundError as error:
+        raise SystemExit("mathexpr is built with CMake, which is not installed") from error
+    except subprocess.CalledProcessError as error:
+        raise SystemExit(f"mathexpr could not be built: {error}") from error
+    return BUILD / NAME
+
+
+def python_tag():
+    """Which versions of Python the module serves: all from 3.11 on, or the one without a GIL that it was built for."""
+    if FREE_THREADED:
+        version = f"cp{sysconfig.get_config_var('py_version_nodot')}"
+        return f"{version}-{version}t"
+    return "cp311-abi3"
+
+
+def platform_tag(module):
+    """Which systems a module runs on, by the symbols that it really uses: those with this C library or a later one."""
+    system = re.sub("[-.]", "_", sysconfig.get_platform())
+    if not system.startswith("linux_"):
+        return system
+    try:
+        told = subprocess.run(["objdump", "-p", module], stdout=subprocess.PIPE, text=True, check=True).stdout
+    except FileNotFoundError:
+        return system
+    needed = set(re.findall(r"^ +NEEDED +(\S+)$", told, re.MULTILINE))
+    versions = [int(minor) for minor in re.findall(r"GLIBC_2\.(\d+)", told)]
+    if not versions or any(name not in SYSTEM_LIBRARIES and not name.startswith("ld-linux") for name in needed):
+        return system
+    return f"manylinux_2_{max(versions)}_{system.removeprefix('linux_')}"

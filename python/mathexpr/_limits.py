@@ -1,0 +1,28 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
+"""Upper bounds on an accepted text."""
+
+from __future__ import annotations
+
+from typing import NamedTuple
+
+from ._native import Session
+
+
+class Limits(NamedTuple):
+    """Upper bounds on an accepted text; 0 is no limit."""
+
+    max_text_length: int = 0  #: Characters as typed.
+    max_records: int = 0  #: Values, operators and function calls, each as often as it stands in the text.
+    max_nesting: int = 0  #: Nesting depth: brackets, and operators before an operand.
+
+
+def set_limits(session: Session, limits: Limits | None) -> None:
+    """Sets the limits of a session, if there are any."""
+    if limits is None:
+        return
+    for name, limit in zip(Limits._fields, limits):
+        if not 0 <= limit <= 0xFFFFFFFF:
+            raise ValueError(f"the limit {name} is {limit}; it is 0 to 4294967295")
+    session.set_limits(Limits(*limits))

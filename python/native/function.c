@@ -1,0 +1,369 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// function.c - Function: a text as a callable.
+//
+// A call takes the first of these ways that it fits:
+//
+//     f(3.0, 4), f(3.0, h=4)    numbers in, a number out: one call of the library
+//     f(xs, ys), f(xs, 2)       aligned arrays of doubles and numbers, by position: one bulk evaluation
+//     anything else             mathexpr._function.call, which converts, and comes back to value or borrow
+//
+// A lane is what one thread computes with: a session, and the library's function where all arguments are numbers. A call
+// takes the first lane that no other thread is in, and makes one where there is none. So there are as many as threads
+// have ever been in one function at a time. With a GIL, numbers need no lane of their own, since the GIL is kept.
+#include "native.h"
+
+#include <string.h>
+
+enum
+{
+    MaxPlainArguments = 16,  // with more of them a call goes the general way
+};
+
+typedef struct Lane
+{
+    Session* session;
+    mathexpr_function* numbers;  ///< NULL where an argument is a point.
+    struct Lane* next;
+} Lane;
+
+typedef struct
+{
+    PyObject ob_base;
+    PyObject* names;   ///< Tuple of the arguments' names.
+    PyObject* points;  ///< Tuple of bool: whether an argument is a point.
+    Py_ssize_t count;
+    bool takesNumbers;     ///< No argument is a point, and they are few.
+    atomic_int kind;       ///< Whether results are points: 1, 0 or KindUnknown.
+    _Atomic(Lane*) lanes;  ///< The first is there from the beginning; others are put behind it.
+} Function;
+
+// ----- lanes -----------------------------------------------------------------
+
+static void destroyLane(Lane* lane)
+{
+    if (lane != NULL)
+    {
+        mathexpr_destroy_function(lane->numbers);
+        Py_XDECREF((PyObject*)lane->session);
+        PyMem_Free(lane);
+    }
+}
+
+/// A lane whose session this thread has entered; NULL with an exception.
+static Lane* takeLane(Function* self)
+{
+    Lane* first = atomic_load(&self->lanes);
+    for (Lane* lane = first; lane != NULL; lane = lane->next)
+    {
+        if (lane->session->depth == 0 && tryEnter(lane->session))
+        {
+            return lane;
+        }
+    }
+    Lane* lane = PyMem_Calloc(1, sizeof *lane);
+    if (lane == NULL)
+    {
+        PyErr_NoMemory();
+        return NULL;
+    }
+    const mathexpr_status status =
+        first->numbers != NULL ? mathexpr_copy_function(first->numbers, &lane->numbers) : MATHEXPR_OK;
+    if (status != MATHEXPR_OK)
+    {
+        raiseStatus(status);
+    }
+    lane->session = status == MATHEXPR_OK ? copySession(first->session) : NULL;
+    if (lane->session == NULL)
+    {
+        destroyLane(lane);
+        return NULL;
+    }
+    tryEnter(lane->session);
+    lane->next = first;
+    while (!atomic_compare_exchange_weak(&self->lanes, &lane->next, lane))
+    {}
+    return lane;
+}
+
+// ----- life ------------------------------------------------------------------
+
+static bool makeNumbers(Function* self, Lane* lane, PyObject* text)
+{
+    const char* names[MaxPlainArguments];
+    for (Py_ssize_t index = 0; index < self->count; ++index)
+    {
+        names[index] = utf8Of(PyTuple_GetItem(self->names, index), "the name of an argument", NULL);
+        if (names[index] == NULL)
+        {
+            return false;
+        }
+    }
+    Py_ssize_t length = 0;
+    const char* encoded = utf8Of(text, "an expression", &length);
+    if (encoded == NULL || !enter(lane->session))
+    {
+        return false;
+    }
+    const mathexpr_status status = mathexpr_create_function_utf8(lane->session->handle, encoded, (size_t)length, names,
+                                                                 (size_t)self->count, &lane->numbers);
+    if (status != MATHEXPR_OK)
+    {
+        raiseFailure(lane->session, status);
+    }
+    leave(lane->session);
+    return status == MATHEXPR_OK;
+}
+
+/// Function(session, text, names, points): the session has compiled the text, and is the function's own from now on.
+static PyObject* newFunction(PyTypeObject* type, PyObject* arguments, PyObject* keywords)
+{
+    Session* session = NULL;
+    PyObject* text = NULL;
+    PyObject* names = NULL;
+    PyObject* points = NULL;
+    if (keywords != NULL && PyDict_Size(keywords) != 0)
+    {
+        PyErr_SetString(PyExc_TypeError, "a function is made by mathexpr.function");
+        return NULL;
+    }
+    if (!PyArg_ParseTuple(arguments, "O!O!O!O!", sessionType, &session, &PyUnicode_Type, &text, &PyTuple_Type, &names,
+                          &PyTuple_Type, &points))
+    {
+        return NULL;
+    }
+    const allocfunc allocate = (allocfunc)PyType_GetSlot(type, Py_tp_alloc);
+    Function* self = (Function*)allocate(type, 0);
+    Lane* lane = self != NULL ? PyMem_Calloc(1, sizeof *lane) : NULL;
+    if (lane == NULL)
+    {
+        Py_XDECREF((PyObject*)self);
+        return PyErr_NoMemory();
+    }
+    self->names = Py_NewRef(names);
+    self->points = Py_NewRef(points);
+    self->count = PyTuple_Size(names);
+    self->takesNumbers = self->count <= MaxPlainArguments;
+    for (Py_ssize_t index = 0; index < PyTuple_Size(points); ++index)
+    {
+        self->takesNumbers = self->takesNumbers && PyTuple_GetItem(points, index) == Py_False;
+    }
+    atomic_init(&self->kind, KindUnknown);
+    lane->session = (Session*)Py_NewRef((PyObject*)session);
+    atomic_init(&self->lanes, lane);
+    if (self->takesNumbers && !makeNumbers(self, lane, text))
+    {
+        Py_DECREF((PyObject*)self);
+        return NULL;
+    }
+    return (PyObject*)self;
+}
+
+static void dealloc(Function* self)
+{
+    PyTypeObject* type = Py_TYPE((PyObject*)self);
+    for (Lane* lane = atomic_load(&self->lanes); lane != NULL;)
+    {
+        Lane* next = lane->next;
+        destroyLane(lane);
+        lane = next;
+    }
+    Py_XDECREF(self->names);
+    Py_XDECREF(self->points);
+    const freefunc release = (freefunc)PyType_GetSlot(type, Py_tp_free);
+    release(self);
+    Py_DECREF(type);
+}
+
+// ----- calls -----------------------------------------------------------------
+
+/// Reads the arguments of a call, all of them plain numbers. False where it is another call; an exception may be set.
+static bool readNumbers(const Function* self, PyObject* arguments, PyObject* keywords, double* numbers)
+{
+    const Py_ssize_t givenCount = PyTuple_Size(arguments);
+    const Py_ssize_t namedCount = keywords != NULL ? PyDict_Size(keywords) : 0;
+    if (givenCount + namedCount != self->count)
+    {
+        return false;
+    }
+    for (Py_ssize_t index = 0; index < givenCount; ++index)
+    {
+        if (!plainNumberOf(PyTuple_GetItem(arguments, index), &numbers[index]))
+        {
+            return false;
+        }
+    }
+    for (Py_ssize_t index = givenCount; index < self->count; ++index)
+    {
+        PyObject* given = PyDict_GetItemWithError(keywords, PyTuple_GetItem(self->names, index));
+        if (given == NULL || !plainNumberOf(given, &numbers[index]))
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+static mathexpr_status computeNumber(Function* self, const double* numbers, double* result)
+{
+#if defined(Py_GIL_DISABLED)
+    Lane* lane = takeLane(self);
+    if (lane == NULL)
+    {
+        return MATHEXPR_OUT_OF_MEMORY;
+    }
+    const mathexpr_status status = mathexpr_call_function(lane->numbers, numbers, result);
+    leave(lane->session);
+    return status;
+#else
+    return mathexpr_call_function(atomic_load_explicit(&self->lanes, memory_order_relaxed)->numbers, numbers, result);
+#endif
+}
+
+/// The value for a tuple of numbers and Points.
+static PyObject* value(Function* self, PyObject* values)
+{
+    if (!PyTuple_Check(values))
+    {
+        PyErr_SetString(PyExc_TypeError, "values come as a tuple");
+        return NULL;
+    }
+    Lane* lane = takeLane(self);
+    if (lane == NULL)
+    {
+        return NULL;
+    }
+    Columns columns;
+    mathexpr_value result;
+    size_t unfit = 0;
+    const OpenResult opened = openColumns(&columns, self->names, values, &unfit);
+    const bool fits = opened == OpenDone && columns.rowCount < 0;
+    PyObject* answer = NULL;
+    if (fits && runOneRow(lane->session, &columns, self->names, &result))
+    {
+        answer = objectOf(&result);
+    }
+    else if (fits && !PyErr_Occurred())
+    {
+        answer = hook("mathexpr._rows", "raise_refusal", "(OOO)", lane->session, self->names, values);
+    }
+    else if (!PyErr_Occurred())  // an array where a value is needed
+    {
+        answer = hook("mathexpr._values", "to_record", "(O)", PyTuple_GetItem(values, (Py_ssize_t)unfit));
+    }
+    closeColumns(&columns);
+    leave(lane->session);
+    return answer;
+}
+
+/// Whether arrays of points are there for points, and only there.
+static bool haveKinds(const Function* self, const Columns* columns)
+{
+    for (size_t index = 0; index < columns->count; ++index)
+    {
+        const bool isPoint = PyTuple_GetItem(self->points, (Py_ssize_t)index) == Py_True;
+        if ((columns->columns[index].kind == MATHEXPR_POINTS) != isPoint)
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Bulk evaluation of arrays as they are. Py_NotImplemented where one has to be converted first.
+static PyObject* callArrays(Function* self, PyObject* arguments)
+{
+    Columns columns;
+    size_t unfit = 0;
+    PyObject* answer = NULL;
+    const OpenResult opened = openColumns(&columns, self->names, arguments, &unfit);
+    if (opened == OpenUnfit || (opened == OpenDone && !haveKinds(self, &columns)))
+    {
+        answer = Py_NewRef(Py_NotImplemented);
+    }
+    else if (opened == OpenDone)
+    {
+        Lane* lane = takeLane(self);
+        if (lane != NULL)
+        {
+            answer = computeRows(lane->session, &columns, self->names, arguments, 1, &self->kind);
+            leave(lane->session);
+        }
+    }
+    closeColumns(&columns);
+    return answer;
+}
+
+static PyObject* call(Function* self, PyObject* arguments, PyObject* keywords)
+{
+    double numbers[MaxPlainArguments];
+    if (self->takesNumbers && readNumbers(self, arguments, keywords, numbers))
+    {
+        double result = 0.0;
+        const mathexpr_status status = computeNumber(self, numbers, &result);
+        if (status == MATHEXPR_OK)
+        {
+            return PyFloat_FromDouble(result);
+        }
+        if (keywords == NULL && !PyErr_Occurred())
+        {
+            return value(self, arguments);  // a point, or what refuses its arguments
+        }
+    }
+    if (PyErr_Occurred())
+    {
+        return NULL;
+    }
+    if (keywords == NULL && PyTuple_Size(arguments) == self->count && areArrays(arguments))
+    {
+        PyObject* answer = callArrays(self, arguments);
+        if (answer != Py_NotImplemented)
+        {
+            return answer;
+        }
+        Py_DECREF(answer);
+    }
+    return hook("mathexpr._function", "call", "(OOO)", self, arguments, keywords != NULL ? keywords : Py_None);
+}
+
+/// A session for arrays, which this thread has entered and has to leave (__exit__).
+static PyObject* borrow(Function* self, PyObject* unused)
+{
+    (void)unused;
+    Lane* lane = takeLane(self);
+    return lane != NULL ? Py_NewRef((PyObject*)lane->session) : NULL;
+}
+
+static PyObject* getNames(Function* self, void* unused)
+{
+    (void)unused;
+    return Py_NewRef(self->names);
+}
+
+// ----- the type --------------------------------------------------------------
+
+#define METHOD(function) ((PyCFunction)(void (*)(void))(function))
+
+static PyMethodDef methods[] = {
+    {"_value", METHOD(value), METH_O, "The value for a tuple of numbers and Points."},
+    {"_borrow", METHOD(borrow), METH_NOARGS, "A session that this thread has entered."},
+    {NULL, NULL, 0, NULL},
+};
+
+static PyGetSetDef properties[] = {
+    {"arguments", (getter)getNames, NULL, "The names of the arguments, by position.", NULL},
+    {NULL, NULL, NULL, NULL, NULL},
+};
+
+static PyType_Slot slots[] = {
+    {Py_tp_new, newFunction}, {Py_tp_dealloc, dealloc},   {Py_tp_call, call},
+    {Py_tp_methods, methods}, {Py_tp_getset, properties}, {0, NULL},
+};
+
+PyType_Spec functionSpec = {
+    .name = "mathexpr._native.Function",
+    .basicsize = sizeof(Function),
+    .flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_BASETYPE,
+    .slots = slots,
+};
