@@ -47,6 +47,9 @@ public:
     void setMaxInteger(std::uint32_t limit) noexcept { compiler.setMaxInteger(limit); }
     std::uint32_t getMaxInteger() const noexcept { return compiler.getMaxInteger(); }
 
+    /// The host's, which answers names; may be null.
+    const IMathExprService* getService() const noexcept { return compiler.getService(); }
+
     /// Names that the host offers for suggestions; only kept here, and may be null.
     void setNameSource(const mathexpr::IMathExprNameSource* source) noexcept { nameSource = source; }
     const mathexpr::IMathExprNameSource* getNameSource() const noexcept { return nameSource; }

@@ -53,6 +53,9 @@ public:
     /// Whether an unknown name that the host does not answer becomes a variable of value 0.
     void setAutomaticVariables(bool enabled) noexcept { automaticVariables = enabled; }
 
+    /// The host's; may be null.
+    const IMathExprService* getService() const noexcept { return service; }
+
     /// Compiles a text. The program is empty while this runs and after any failure.
     /// @param given         as the user typed it; null is an empty text
     /// @param limits        what a text may be at most

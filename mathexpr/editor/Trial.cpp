@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// Trial.cpp - the trial is the service and the name source of an object of its own, and answers for the original.
+#include "mathexpr/editor/Trial.h"
+
+#include "mathexpr/Diagnostics.h"
+#include "mathexpr/EngineAccess.h"
+#include "mathexpr/Limits.h"
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/ThreadMessageDisplay.h"
+#include "platform/FloatingPointGuard.h"
+
+#include <algorithm>
+
+namespace mathexpr {
+namespace editor {
+namespace {
+
+constexpr ProcessMessageDisplay noDisplay{[](void*, std::uint32_t, const wchar_t*) {}, nullptr};
+
+}
+
+Trial::Trial(const MathExpression& givenOriginal, const KnownNames& givenNames, bool mayAsk) noexcept
+    : original(givenOriginal), names(givenNames), mayAskHost(mayAsk)
+{}
+
+bool Trial::compile(const std::wstring& text)
+{
+    // An object of its own for each text: names that one has looked up are variables of the next.
+    object.emplace(false, static_cast<const IMathExprService*>(this), EngineAccess::hostOf(original));
+    const MTParser& parser = EngineAccess::parserOf(original);
+    EngineAccess::parserOf(*object).setMaxInteger(parser.getMaxInteger());
+    setLimits(*object, getLimits(original));
+    setNameSource(*object, this);
+    return succeeds([&] { return object->setExpression(text.c_str()); });
+}
+
+Trial::Verdict Trial::evaluate(const std::wstring& text, std::optional<VALTYPE>& value)
+{
+    if (!compile(text))
+    {
+        return verdictOfFailure();
+    }
+    if (drawsRandomNumbers())
+    {
+        return Verdict::Accepted;
+    }
+    VALTYPE computed;
+    if (!succeeds([&] { return object->evaluate(computed); }))
+    {
+        return verdictOfFailure();
+    }
+    value = computed;
+    return Verdict::Accepted;
+}
+
+Trial::Verdict Trial::judge(const std::wstring& text)
+{
+    std::optional<VALTYPE> value;
+    return evaluate(text, value);
+}
+
+ExpressionDiagnostic Trial::diagnostic() const
+{
+    return getDiagnostic(*object);
+}
+
+/// @param work  answers whether it has succeeded, or raises what the engine raises
+template <class Work>
+bool Trial::succeeds(Work work)
+{
+    const ThreadMessageDisplay muffled(&noDisplay);
+    try
+    {
+        return work();
+    }
+    catch (const ParsingException&)
+    {
+        return false;
+    }
+}
+
+bool Trial::drawsRandomNumbers() const
+{
+    const auto& steps = EngineAccess::parserOf(*object).getProgram().steps;
+    return std::any_of(steps.begin(), steps.end(), [](const MTProgramStep& step) {
+        return step.nbArgs != 0 && !step.item->isConstant();  // a variable has no arguments
+    });
+}
+
+Trial::Verdict Trial::verdictOfFailure() const
+{
+    const MTFailure& failure = EngineAccess::parserOf(*object).getFailure();
+    const bool depends = failure.kind == ExpressionDiagnostic::Kind::None && failure.expected == Expected::InDomain;
+    return depends ? Verdict::Undefined : Verdict::Refused;
+}
+
+bool Trial::lookupValue(const wchar_t* name, VALTYPE& value) const
+{
+    if (const MTVariableDefinition* const variable = names.registrar().findVariableDefinition(name))
+    {
+        value = *variable->item->getValuePtr();
+        return true;
+    }
+    if (name == std::wstring_view(anyNumber) || name == std::wstring_view(anyPoint))
+    {
+        value.type = name == std::wstring_view(anyPoint) ? 1 : 0;
+        value.x = 0.5;
+        return true;
+    }
+    if (names.isNamedValue(name))
+    {
+        return true;
+    }
+    const IMathExprService* const service = EngineAccess::parserOf(original).getService();
+    const platform::HostFloatingPoint hostsWords;
+    return mayAskHost && service != nullptr && service->lookupValue(name, value);
+}
+
+/// The variables and then what the host offers.
+const wchar_t* Trial::getName(std::uint32_t index) const
+{
+    const std::size_t variableCount = names.registrar().getNbVariables();
+    if (index < variableCount)
+    {
+        return names.registrar().getVariableDefinition(index).name.c_str();
+    }
+    const std::size_t offeredIndex = index - variableCount;
+    return offeredIndex < names.hostNames().size() ? names.hostNames()[offeredIndex].c_str() : nullptr;
+}
+
+}
+}

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// Trial.h - compiles and evaluates texts beside an expression object, which stays as it is.
+//
+// The object of the trial has the same limits and finds the same names: variables with the values that they have now,
+// and names that the host offers. It shows nothing, and a text that it is given sees nothing of the texts before it.
+#pragma once
+
+#include "mathexpr/ExpressionDiagnostic.h"
+#include "mathexpr/IMathExprNameSource.h"
+#include "mathexpr/IMathExprService.h"
+#include "mathexpr/MathExpression.h"
+#include "mathexpr/hints/KnownNames.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace mathexpr {
+namespace editor {
+
+class Trial final : private IMathExprService, private IMathExprNameSource
+{
+public:
+    enum class Verdict : std::uint8_t
+    {
+        Accepted,
+        Undefined,  ///< A value that an item is not defined for, such as a divisor of 0; another value might do.
+        Refused,
+    };
+
+    /// @param original    outlives the trial, as do
+    /// @param names       which are the original's
+    /// @param mayAskHost  whether the host's service is asked for names that nothing else knows
+    Trial(const MathExpression& original, const KnownNames& names, bool mayAskHost) noexcept;
+    Trial(const Trial&) = delete;
+    Trial& operator=(const Trial&) = delete;
+
+    bool compile(const std::wstring& text);
+
+    /// Compiles a text and evaluates it, unless it holds random numbers: evaluating those would change which come next.
+    /// @param value  receives the value where one was computed
+    Verdict evaluate(const std::wstring& text, std::optional<VALTYPE>& value);
+    Verdict judge(const std::wstring& text);
+
+    /// Of the text compiled last.
+    ExpressionDiagnostic diagnostic() const;
+
+    /// Names that stand for any number and any point; no keyboard has them.
+    static constexpr const wchar_t* anyNumber = L"\uE000n";
+    static constexpr const wchar_t* anyPoint = L"\uE000p";
+
+private:
+    template <class Work>
+    bool succeeds(Work work);
+    bool drawsRandomNumbers() const;
+    Verdict verdictOfFailure() const;
+
+    bool lookupValue(const wchar_t* name, VALTYPE& value) const override;
+    const wchar_t* getName(std::uint32_t index) const override;
+
+    const MathExpression& original;
+    const KnownNames& names;
+    const bool mayAskHost;
+    std::optional<MathExpression> object;
+};
+
+}
+}
