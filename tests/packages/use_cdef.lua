@@ -42,3 +42,38 @@ local asking = make(options)
 assert(compile(asking, "width*2") == C.MATHEXPR_OK)
 assert(library.mathexpr_evaluate(asking, value) == C.MATHEXPR_OK)
 print(value.x)
+
+-- One expression over arrays in LuaJIT's memory; the third row divides by zero.
+local row_count = 4
+local function column(name, values)
+    local data = ffi.new("double[?]", row_count, values)
+    assert(library.mathexpr_set_variable_utf8(expression, name, #name, value, nil) == C.MATHEXPR_OK)
+    return ffi.new("mathexpr_column_utf8", {
+        size = ffi.sizeof("mathexpr_column_utf8"),
+        kind = C.MATHEXPR_NUMBERS,
+        name = name,
+        name_length = #name,
+        data = data,
+        stride = ffi.sizeof("double"),
+    }), data  -- which the record alone does not keep alive
+end
+local area, areas = column("area", { 1, 6, 5, 8 })
+local width, widths = column("width", { 2, 4, 0, 16 })
+local columns = ffi.new("mathexpr_column_utf8[2]", { area, width })
+local quotients = ffi.new("double[?]", row_count)
+local row_status = ffi.new("uint32_t[?]", row_count)
+local results = ffi.new("mathexpr_results", {
+    size = ffi.sizeof("mathexpr_results"),
+    kind = C.MATHEXPR_NUMBERS,
+    data = quotients,
+    stride = ffi.sizeof("double"),
+    row_status = row_status,
+})
+local outcome = ffi.new("mathexpr_bulk_outcome")
+outcome.size = ffi.sizeof(outcome)
+assert(compile(expression, "area/width") == C.MATHEXPR_OK)
+assert(library.mathexpr_evaluate_bulk_utf8(expression, columns, 2, row_count, results, 2, outcome) == C.MATHEXPR_OK)
+for row = 0, row_count - 1 do
+    print(areas[row], widths[row], quotients[row] == quotients[row] and quotients[row] or "no value", row_status[row])
+end
+print(tonumber(outcome.failed_count), tonumber(outcome.first_failed), outcome.first_status)
