@@ -20,6 +20,14 @@
 // A moved-from Expression or Function may only be assigned to or destroyed; one whose callable is running may be neither.
 //
 // Threads. One Expression or Function is used from one thread at a time; two share nothing that changes.
+//
+// Sections, in this order:
+//
+//     failures     Error, Result
+//     values       Point, Value, Variable
+//     arrays       Column, Results, RowsOutcome
+//     expressions  Limits, Options, Variables, Expression; evaluate, number, point and evaluateArrays of one text
+//     functions    Function
 #pragma once
 
 #include <mathexpr.h>
