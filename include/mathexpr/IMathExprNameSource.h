@@ -15,7 +15,8 @@ public:
     /// Slot 0: never called by the library.
     virtual ~IMathExprNameSource() = default;
 
-    /// Slot 1: called with 0, 1, 2 and so on until it answers null, while a diagnostic about an unknown name is made.
+    /// Slot 1: called with 0, 1, 2 and so on until it answers null, while the diagnostic of a text is made whose correction
+    /// may need one of the names.
     /// @return a name, zero-terminated and valid until the next call; null when there are no more
     virtual const wchar_t* getName(std::uint32_t index) const = 0;
 };

@@ -10,7 +10,6 @@
 #include "mathexpr/hints/TextPieces.h"
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -47,6 +46,20 @@ std::wstring asOperand(const Pieces& pieces, std::size_t at, std::size_t behind,
 std::wstring withSymbols(const std::wstring& text, const KnownNames&)
 {
     return withOwnSymbols(text);
+}
+
+/// "max(1;2)"
+std::wstring withSeparators(const std::wstring& text, const KnownNames& names)
+{
+    Pieces pieces = piecesOf(text);
+    for (TextPiece& piece : pieces)
+    {
+        if (!names.isNamedValue(piece.text))
+        {
+            std::replace(piece.text.begin(), piece.text.end(), L';', L',');
+        }
+    }
+    return textOf(pieces);
 }
 
 /// "1e5", "1E+5" and "1e-5". Neighbouring pieces are emptied, never removed: the last one is the end.
@@ -104,7 +117,12 @@ std::wstring withBracketsBeforePlus(const std::wstring& text, const KnownNames& 
     return textOf(pieces);
 }
 
-/// "Sin(30)", "Pi" and "PI()".
+bool mayBeArgument(const TextPiece& piece, const KnownNames& names)
+{
+    return piece.isWord && (names.isNumber(piece.text) || names.isNamedValue(piece.text));
+}
+
+/// "Sin(30)", "Sin 30", "Pi" and "PI()".
 std::wstring withCase(const std::wstring& text, const KnownNames& names)
 {
     Pieces pieces = piecesOf(text);
@@ -123,20 +141,24 @@ std::wstring withCase(const std::wstring& text, const KnownNames& names)
             pieces[at + 1].text.clear();
             pieces[at + 2].text.clear();
         }
-        else if (isCall)
+        else if (names.isNamedValue(word))
+        {
+            continue;
+        }
+        else if (!constant.empty() && !isCall)
+        {
+            pieces[at].text = constant;
+        }
+        else if (isCall || mayBeArgument(pieces[at + 1], names))
         {
             const std::wstring_view function = names.functionIgnoringCase(word);
             pieces[at].text = function.empty() ? word : std::wstring(function);
-        }
-        else if (!constant.empty() && !names.isNamedValue(word))
-        {
-            pieces[at].text = constant;
         }
     }
     return textOf(pieces);
 }
 
-/// "sin 30", "ln x" and "sin30".
+/// "sin 30", "ln x", "sin -30", "sin30" and "Sin30".
 std::wstring withArgumentBrackets(const std::wstring& text, const KnownNames& names)
 {
     Pieces pieces = piecesOf(text);
@@ -150,53 +172,119 @@ std::wstring withArgumentBrackets(const std::wstring& text, const KnownNames& na
         }
         if (names.isFunction(word))
         {
-            if (next.isWord && (names.isNumber(next.text) || names.isNamedValue(next.text)))
+            const bool isNegated = next.isMark(L'-');
+            TextPiece& argument = isNegated ? pieces[at + 2] : next;
+            if (mayBeArgument(argument, names))
             {
-                next = {{}, L'(' + next.text + L')', false};
+                argument = {{}, (isNegated ? L"(-" : L"(") + argument.text + L')', false};
+                next = isNegated ? TextPiece{{}, {}, false} : next;
             }
             continue;
         }
         const std::size_t nameLength = word.find_last_not_of(L"0123456789.") + 1;  // 0 for a number
-        if (nameLength != word.size() && names.isFunction(std::wstring_view(word).substr(0, nameLength)))
+        const std::wstring function(names.functionIgnoringCase(std::wstring_view(word).substr(0, nameLength)));
+        if (nameLength != word.size() && !function.empty())
         {
-            pieces[at].text = word.substr(0, nameLength) + L'(' + word.substr(nameLength) + L')';
+            pieces[at].text = function + L'(' + word.substr(nameLength) + L')';
         }
     }
     return textOf(pieces);
 }
 
-/// "2pi", "2 pi", "2sin(30)", "2(3)", "x(3)", "(1)(2)", "(1)2" and "[1,2](3)".
-std::wstring withMultiplication(const std::wstring& text, const KnownNames& names)
+/// Whether a factor begins with a piece that is no number.
+bool isFactor(const TextPiece& piece, const TextPiece& next, const KnownNames& names)
+{
+    return piece.isMark(L'(') ||
+           (piece.isWord && (names.isNamedValue(piece.text) || (next.isMark(L'(') && names.isFunction(piece.text))));
+}
+
+/// The pieces of a text, with "2pi" as two.
+Pieces factorsOf(const std::wstring& text, const KnownNames& names)
 {
     Pieces pieces = piecesOf(text);
-    const auto isFactor = [&](const std::wstring& word, const TextPiece& next) {
-        return next.isMark(L'(') ? names.isFunction(word) : names.isNamedValue(word);
-    };
     for (std::size_t at = 0; at + 1 < pieces.size(); ++at)
     {
-        const std::wstring word = pieces[at].text;
-        const TextPiece& next = pieces[at + 1];
-        if (pieces[at].isMarkOf(L")]") && (next.isWord || next.isMark(L'(')))
+        const TextPiece next = pieces[at + 1];
+        const std::size_t length = lengthOfNumber(pieces[at].text);
+        const TextPiece rest{{}, pieces[at].text.substr(length), true};
+        const bool isPowerOfTen = rest.text == L"e" && next.isMark(L'+');
+        if (length != 0 && !isPowerOfTen && !isFactor(pieces[at], next, names) && isFactor(rest, next, names))
         {
-            pieces[at].text += L'*';
-        }
-        if (!pieces[at].isWord || names.isFunction(word))
-        {
-            continue;
-        }
-        const bool isValue = names.isNumber(word) || names.isNamedValue(word);
-        if (isValue && (next.isMark(L'(') || (next.isWord && isFactor(next.text, pieces[at + 2]))))
-        {
-            pieces[at].text += L'*';
-        }
-        const std::size_t length = lengthOfNumber(word);
-        const bool isPowerOfTen = next.isMark(L'+') && word.substr(length) == L"e";
-        if (!isValue && !isPowerOfTen && length != 0 && isFactor(word.substr(length), next))
-        {
-            pieces[at].text.insert(length, 1, L'*');
+            pieces[at].text.resize(length);
+            pieces.insert(pieces.begin() + static_cast<std::ptrdiff_t>(at) + 1, rest);
         }
     }
+    return pieces;
+}
+
+/// Writes the multiplication signs of "2pi", "2 pi", "2sin(30)", "2(3)", "x(3)", "(1)(2)", "(1)2" and "[1,2](3)".
+/// Numbers side by side are one number: "1 000".
+void multiply(Pieces& pieces, const KnownNames& names)
+{
+    for (std::size_t at = 0; at + 2 < pieces.size(); ++at)
+    {
+        TextPiece& piece = pieces[at];
+        const TextPiece& next = pieces[at + 1];
+        const bool isBracket = piece.isMarkOf(L")]");
+        const bool isValue = names.isNumber(piece.text) || names.isNamedValue(piece.text);
+        if ((isBracket && names.isNumber(next.text)) ||
+            ((isBracket || isValue) && isFactor(next, pieces[at + 2], names)))
+        {
+            piece.text += L'*';
+        }
+    }
+}
+
+std::wstring withMultiplication(const std::wstring& text, const KnownNames& names)
+{
+    Pieces pieces = factorsOf(text, names);
+    multiply(pieces, names);
     return textOf(pieces);
+}
+
+/// Factors side by side, as in 2x(3)^2.
+struct Product
+{
+    std::size_t behind;  ///< The index of the piece behind the last factor.
+    bool isNew;          ///< Whether a multiplication sign has been written between two of them.
+};
+
+/// @param multiplied  the same pieces with multiplication signs
+Product productAt(std::size_t begin, const Pieces& typed, const Pieces& multiplied)
+{
+    Product product{begin, false};
+    for (int depth = 0; product.behind + 1 < typed.size(); ++product.behind)
+    {
+        const TextPiece& piece = typed[product.behind];
+        depth -= piece.isMarkOf(L")]") ? 1 : 0;
+        const bool isFactor = piece.isWord || piece.isMarkOf(L"([)]^");
+        if (depth < 0 || (depth == 0 && !isFactor))
+        {
+            break;
+        }
+        product.isNew = product.isNew || (depth == 0 && piece.text != multiplied[product.behind].text);
+        depth += piece.isMarkOf(L"([") ? 1 : 0;
+    }
+    return product;
+}
+
+/// Like withMultiplication, but a product that was written without a sign stays together: "1/2pi" is 1/(2*pi).
+std::wstring withProducts(const std::wstring& text, const KnownNames& names)
+{
+    const Pieces typed = factorsOf(text, names);
+    Pieces multiplied = typed;
+    multiply(multiplied, names);
+    Pieces together = multiplied;
+    for (std::size_t at = 1; at < typed.size(); ++at)
+    {
+        const Product product = productAt(at, typed, multiplied);
+        if (typed[at - 1].isMarkOf(tighter) && product.isNew)
+        {
+            together[at].text.insert(0, L"(");
+            together[product.behind - 1].text += L')';
+        }
+    }
+    return textOf(together);
 }
 
 /// "15%", where no other operand follows.
@@ -227,6 +315,8 @@ struct Rule
 constexpr Rule rules[] = {
 //   rule                    reason
 //   ----------------------- --------------------
+    {withSymbols,            Hint::DidYouMean},
+    {withSeparators,         Hint::DidYouMean},
     {withExponents,          Hint::Exponent},
     {withBracketsBeforePlus, Hint::PowerOfTen},
     {withCase,               Hint::DidYouMean},
@@ -236,55 +326,66 @@ constexpr Rule rules[] = {
 };
 // clang-format on
 
-/// Where a comma can only belong to a number: outside of all brackets, and in a call that has too many arguments.
-std::pair<std::size_t, std::size_t> decimalCommas(const std::wstring& text, const MTFailure& failure, MTSpan typedSpan)
+/// Where a comma can only belong to a number, by character: outside of all brackets, in a call that has too many arguments,
+/// and where semicolons stand between arguments.
+std::vector<bool> decimalCommas(const std::wstring& text, const MTFailure& failure, MTSpan typedSpan)
 {
-    const bool isParsing = failure.kind == ExpressionDiagnostic::Kind::Parsing;
-    if (isParsing && failure.code == ParsingError::SeparatorOutsideBrackets)
+    const bool hasSemicolons = text.find(L';') != std::wstring::npos;
+    const bool hasTooMany =
+        failure.kind == ExpressionDiagnostic::Kind::Parsing && failure.code == ParsingError::NoOverload;
+    const std::size_t callEnd = hasTooMany ? std::min(text.find(L')', typedSpan.end), text.size()) : 0;
+    std::vector<bool> areDecimal;
+    int depth = 0;
+    for (std::size_t at = 0; at < text.size(); ++at)
     {
-        return {0, text.size()};
+        depth += text[at] == L'(' || text[at] == L'[' ? 1 : 0;
+        depth -= text[at] == L')' || text[at] == L']' ? 1 : 0;
+        const bool isInCall = at >= typedSpan.end && at < callEnd;
+        areDecimal.push_back(depth == 0 || hasSemicolons || isInCall);
     }
-    if (isParsing && failure.code == ParsingError::NoOverload)
-    {
-        return {typedSpan.end, std::min(text.find(L')', typedSpan.end), text.size())};
-    }
-    return {0, 0};
+    return areDecimal;
 }
 
 }
 
 Correction correct(const std::wstring& typed, const MTFailure& failure, MTSpan typedSpan, const KnownNames& names)
 {
-    const auto [commasBegin, commasEnd] = decimalCommas(typed, failure, typedSpan);
-    NumberReadings readings = rewriteNumbers(typed, commasBegin, commasEnd);
+    const std::wstring plain = withPlainCharacters(typed);
+    NumberReadings readings = rewriteNumbers(plain, decimalCommas(plain, failure, typedSpan));
+    const bool isAmbiguousNumber = !readings.other.empty();
     Correction correction;
-    bool hasReason = false;
+    bool hasReason = plain != typed;
     const auto noteReason = [&](Hint::Id reason) {
         correction.reason = hasReason ? Hint::DidYouMean : reason;
         hasReason = true;
     };
-    if (readings.text != typed)
+    if (readings.text != plain)
     {
-        noteReason(commasBegin == commasEnd ? Hint::DidYouMean : Hint::DecimalPoint);
+        noteReason(Hint::DecimalPoint);
     }
-    const auto rewrite = [&](const Rule& rule) {
+    for (const Rule& rule : rules)
+    {
         std::wstring rewritten = rule.apply(readings.text, names);
+        if (!readings.other.empty())
+        {
+            readings.other = rule.apply(readings.other, names);
+        }
+        else if (rule.apply == withMultiplication)
+        {
+            std::wstring together = withProducts(readings.text, names);
+            readings.other = together != rewritten ? together : std::wstring();
+        }
         if (rewritten != readings.text)
         {
             noteReason(rule.reason);
             readings.text = std::move(rewritten);
         }
-        if (!readings.other.empty())
-        {
-            readings.other = rule.apply(readings.other, names);
-        }
-    };
-    rewrite({withSymbols, Hint::DidYouMean});
-    std::for_each(std::begin(rules), std::end(rules), rewrite);
+    }
     if (readings.text != typed)
     {
         correction.text = std::move(readings.text);
         correction.other = std::move(readings.other);
+        correction.choice = isAmbiguousNumber ? Hint::TwoReadings : Hint::DidYouMean;
     }
     return correction;
 }

@@ -236,10 +236,12 @@ private:
         {
             if (!correction.other.empty() && compiles(correction.other, parser, names))
             {
-                add(Hint::TwoReadings, {correction.text, correction.other});
-                return true;
+                addChoice(correction);
             }
-            addFix(correction.text, correction.reason);
+            else
+            {
+                addFix(correction.text, correction.reason);
+            }
             return true;
         }
         return addNearestName() || addUnknownBeforePlus();
@@ -249,6 +251,20 @@ private:
     {
         diagnostic.fix = differenceOf(typed, corrected);
         add(reason, {quoted(corrected, *diagnostic.fix)});
+    }
+
+    void addChoice(const Correction& correction)
+    {
+        const std::wstring text = quoted(correction.text, differenceOf(typed, correction.text));
+        const std::wstring other = quoted(correction.other, differenceOf(typed, correction.other));
+        if (correction.choice == Hint::TwoReadings)
+        {
+            add(Hint::TwoReadings, {text, other});
+        }
+        else
+        {
+            add(Hint::DidYouMean, {alternatives({text, other})});
+        }
     }
 
     /// The one name that may be meant.

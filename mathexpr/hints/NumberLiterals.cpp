@@ -8,7 +8,7 @@
 #include "mathexpr/hints/TextPieces.h"
 
 #include <algorithm>
-#include <vector>
+#include <cstddef>
 
 namespace mathexpr {
 namespace {
@@ -89,17 +89,17 @@ NumberReadings readingsOf(std::wstring_view text)
 
 }
 
-NumberReadings rewriteNumbers(std::wstring_view text, std::size_t begin, std::size_t end)
+NumberReadings rewriteNumbers(std::wstring_view text, const std::vector<bool>& areDecimal)
 {
     NumberReadings rewritten;
     const auto isMark = [&](std::size_t at) {
         return text[at] == L'.' || text[at] == L'\'' || text[at] == typographicApostrophe ||
-               (text[at] == L',' && at >= begin && at < end);
+               (text[at] == L',' && areDecimal[at]);
     };
     bool isAmbiguous = false;
     for (std::size_t at = 0; at < text.size();)
     {
-        if (!isDigit(text[at]) || (at != 0 && !endsWord(text[at - 1])))
+        if (!isDigit(text[at]) || (at != 0 && !endsWord(text[at - 1]) && text[at - 1] != L';'))
         {
             rewritten.text += text[at];
             rewritten.other += text[at];

@@ -4,9 +4,9 @@
 // NumberLiterals.h - numbers as other programs and countries write them: 1,5 and 1'000 and 1.000,50.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace mathexpr {
 
@@ -17,7 +17,7 @@ struct NumberReadings
     std::wstring other;  ///< Where a comma may also stand between thousands, as in 1,500; else empty.
 };
 
-/// @param begin, end  where a comma belongs to a number; elsewhere it separates arguments
-NumberReadings rewriteNumbers(std::wstring_view text, std::size_t begin, std::size_t end);
+/// @param areDecimal  for each character whether a comma there belongs to a number; else it separates arguments
+NumberReadings rewriteNumbers(std::wstring_view text, const std::vector<bool>& areDecimal);
 
 }

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PastedCharacters.cpp - a table of characters, and the three that need their surroundings: raised digits, fractions and
-// the root.
+// PastedCharacters.cpp - tables of characters, and those that need their surroundings: raised digits, fractions, pi and the
+// root.
 #include "mathexpr/hints/PastedCharacters.h"
 
 #include "mathexpr/hints/TextPieces.h"
@@ -15,6 +15,12 @@ namespace {
 
 constexpr wchar_t rootSign = L'\u221A';
 
+struct Twin
+{
+    wchar_t written;
+    wchar_t meant;
+};
+
 struct Spelling
 {
     wchar_t written;
@@ -22,31 +28,35 @@ struct Spelling
 };
 
 // clang-format off
-constexpr Spelling spellings[] = {
+constexpr Twin twins[] = {
 //   written    meant
 //   ---------- -----
-    {L'\t',     L" "},
-    {L'\u00A0', L" "},   // no-break space
-    {L'\u2009', L" "},   // thin space
-    {L'\u202F', L" "},   // narrow no-break space
-    {L'\u3000', L" "},   // ideographic space
-    {L'\u00D7', L"*"},   // multiplication sign
-    {L'\u00B7', L"*"},   // middle dot
-    {L'\u22C5', L"*"},   // dot operator
-    {L'\u2217', L"*"},   // asterisk operator
-    {L'\u2022', L"*"},   // bullet
-    {L'\u00F7', L"/"},   // division sign
-    {L'\u2215', L"/"},   // division slash
-    {L'\u2044', L"/"},   // fraction slash
-    {L'\u2212', L"-"},   // minus sign
-    {L'\u2010', L"-"},   // hyphen
-    {L'\u2011', L"-"},   // no-break hyphen
-    {L'\u2013', L"-"},   // en dash
-    {L'\u2014', L"-"},   // em dash
+    {L'\t',     L' '},
+    {L'\u00A0', L' '},  // no-break space
+    {L'\u2009', L' '},  // thin space
+    {L'\u202F', L' '},  // narrow no-break space
+    {L'\u3000', L' '},  // ideographic space
+    {L'\u00D7', L'*'},  // multiplication sign
+    {L'\u00B7', L'*'},  // middle dot
+    {L'\u22C5', L'*'},  // dot operator
+    {L'\u2217', L'*'},  // asterisk operator
+    {L'\u2022', L'*'},  // bullet
+    {L'\u00F7', L'/'},  // division sign
+    {L'\u2215', L'/'},  // division slash
+    {L'\u2044', L'/'},  // fraction slash
+    {L'\u2212', L'-'},  // minus sign
+    {L'\u2010', L'-'},  // hyphen
+    {L'\u2011', L'-'},  // no-break hyphen
+    {L'\u2013', L'-'},  // en dash
+    {L'\u2014', L'-'},  // em dash
+};
+
+constexpr Spelling signs[] = {
+//   written    meant
+//   ---------- -----
     {L'\u2264', L"<="},  // less-than or equal to
     {L'\u2265', L">="},  // greater-than or equal to
     {L'\u2260', L"!="},  // not equal to
-    {L'\u03C0', L"pi"},  // small letter pi
     {L'\u00B0', L""},    // degree sign
 };
 
@@ -79,28 +89,41 @@ constexpr Spelling fractions[] = {
 };
 // clang-format on
 
-template <std::size_t size>
-const Spelling* findIn(const Spelling (&table)[size], wchar_t character)
+constexpr wchar_t smallPi = L'\u03C0';
+
+template <class Row, std::size_t size>
+const Row* findIn(const Row (&table)[size], wchar_t character)
 {
-    const auto* const found = std::find_if(std::begin(table), std::end(table), [character](const Spelling& spelling) {
-        return spelling.written == character;
-    });
+    const auto* const found = std::find_if(std::begin(table), std::end(table),
+                                           [character](const Row& row) { return row.written == character; });
     return found == std::end(table) ? nullptr : found;
 }
 
-bool isFullWidth(wchar_t character)
+wchar_t plain(wchar_t character)
 {
-    return character >= L'\uFF01' && character <= L'\uFF5E';
+    if (character >= L'\uFF01' && character <= L'\uFF5E')  // full-width forms, in the order of ASCII
+    {
+        return static_cast<wchar_t>(character - L'\uFF01' + L'!');
+    }
+    const Twin* const twin = findIn(twins, character);
+    return twin != nullptr ? twin->meant : character;
 }
 
-wchar_t asciiOf(wchar_t fullWidth)
+/// Where the operand begins that a text ends in: a word, or brackets with the function before them.
+std::size_t beginOfLastOperand(std::wstring_view text)
 {
-    return static_cast<wchar_t>(fullWidth - L'\uFF01' + L'!');
-}
-
-std::size_t beginOfLastWord(std::wstring_view text)
-{
-    const auto mark = std::find_if(text.rbegin(), text.rend(), endsWord);
+    std::size_t end = text.size();
+    if (!text.empty() && text.back() == L')')
+    {
+        int open = 1;
+        while (open != 0 && --end != 0)
+        {
+            open += text[end - 1] == L')' ? 1 : 0;
+            open -= text[end - 1] == L'(' ? 1 : 0;
+        }
+        end -= end != 0 ? 1 : 0;
+    }
+    const auto mark = std::find_if(text.rend() - static_cast<std::ptrdiff_t>(end), text.rend(), endsWord);
     return static_cast<std::size_t>(text.rend() - mark);
 }
 
@@ -119,13 +142,25 @@ bool isSign(std::wstring_view text, std::size_t at)
 /// Appends a power. The language's sign binds tighter, as in (-2)^2, which a raised 2 does not mean.
 void appendPower(std::wstring& text, const std::wstring& power)
 {
-    const std::size_t base = beginOfLastWord(text);
+    const std::size_t base = beginOfLastOperand(text);
     const bool isNegated = base != 0 && base != text.size() && isSign(text, base - 1);
     if (isNegated)
     {
         text.insert(base, L"(");
     }
     text += L'^' + power + (isNegated ? L")" : L"");
+}
+
+/// A multiplication sign where a symbol follows a word that it would otherwise become part of.
+std::wstring_view timesBehind(const std::wstring& text)
+{
+    return !text.empty() && !endsWord(text.back()) && text.back() != rootSign ? L"*" : L"";
+}
+
+/// The same where a word or a bracket follows a symbol.
+std::wstring_view timesBefore(std::wstring_view rest)
+{
+    return !rest.empty() && (!endsWord(rest.front()) || rest.front() == L'(') ? L"*" : L"";
 }
 
 std::wstring withRoots(std::wstring text)
@@ -146,19 +181,37 @@ std::wstring withRoots(std::wstring text)
 
 }
 
+std::wstring withPlainCharacters(std::wstring_view text)
+{
+    std::wstring own(text);
+    std::transform(own.begin(), own.end(), own.begin(), plain);
+    return own;
+}
+
 std::wstring withOwnSymbols(std::wstring_view text)
 {
     std::wstring own;
     for (std::size_t at = 0; at < text.size(); ++at)
     {
-        const wchar_t character = isFullWidth(text[at]) ? asciiOf(text[at]) : text[at];
+        const wchar_t character = text[at];
         if (character == L'*' && !own.empty() && own.back() == L'*')
         {
             own.back() = L'^';
         }
-        else if (const Spelling* const spelling = findIn(spellings, character))
+        else if (character == L'>' && !own.empty() && own.back() == L'<')
         {
-            own += spelling->meant;
+            own.back() = L'!';
+            own += L'=';
+        }
+        else if (const Spelling* const sign = findIn(signs, character))
+        {
+            own += sign->meant;
+        }
+        else if (character == smallPi)
+        {
+            own += timesBehind(own);
+            own += L"pi";
+            own += timesBefore(text.substr(at + 1));
         }
         else if (const Spelling* const fraction = findIn(fractions, character))
         {
@@ -174,11 +227,13 @@ std::wstring withOwnSymbols(std::wstring_view text)
             {
                 power += digit->meant;
             }
-            --at;
             appendPower(own, power);
+            own += timesBefore(text.substr(at));
+            --at;
         }
         else
         {
+            own += character == rootSign ? timesBehind(own) : std::wstring_view();
             own += character;
         }
     }

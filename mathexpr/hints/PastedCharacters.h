@@ -9,8 +9,12 @@
 
 namespace mathexpr {
 
-/// The text with the language's own symbols: 2*3 for a multiplication sign, ^2 for a raised 2, sqrt(16) for a root sign,
-/// ^ for two asterisks, ASCII for full-width forms. A degree sign goes, because angles are in degrees.
+/// The text with ASCII for full-width forms, for signs of multiplication, division and minus, and for blanks. Each
+/// character stays where it is.
+std::wstring withPlainCharacters(std::wstring_view text);
+
+/// The text with the language's own symbols for the others: ^2 for a raised 2, sqrt(16) for a root sign, ^ for two
+/// asterisks, != for <>. A degree sign goes, because angles are in degrees.
 std::wstring withOwnSymbols(std::wstring_view text);
 
 }

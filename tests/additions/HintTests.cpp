@@ -26,7 +26,7 @@ public:
     const wchar_t* getName(std::uint32_t index) const override { return index == 0 ? L"rate" : nullptr; }
 };
 
-/// A session with the variables size = 3, width = 2, x = 5 and 3e1 = 9, whose host offers the name rate.
+/// A session with the variables size = 3, width = 2, x = 5, 3e1 = 9 and 3;d = 11, whose host offers the name rate.
 struct HintSession : Session
 {
     HintSession() : Session(true)
@@ -35,6 +35,7 @@ struct HintSession : Session
         mathexpr::setVariable(expression, L"width", number(2));
         mathexpr::setVariable(expression, L"x", number(5));
         mathexpr::setVariable(expression, L"3e1", number(9));
+        mathexpr::setVariable(expression, L"3;d", number(11));
         host.names[L"rate"] = number(8);
         mathexpr::setNameSource(expression, &offered);
     }
@@ -77,6 +78,8 @@ const Corrected corrections[] = {
     {L"8\u00F72\u22152\u20442",       L"8/2/2/2",               1},
     {L"\u03C0",                       L"pi",                    3.14159265359},
     {L"2\u03C0",                      L"2*pi",                  6.28318530718},
+    {L"2\u03C0x\u00B2+\u03C0(2)",      L"2*pi*x^2+pi*(2)",       163.36281798668},
+    {L"1/2\u03C0",                    L"1/2*pi",                1.570796326795},
     {L"90\u00B0/2",                   L"90/2",                  45},
     {L"3\u00B2",                      L"3^2",                   9},
     {L"x\u00B3",                      L"x^3",                   125},
@@ -86,10 +89,15 @@ const Corrected corrections[] = {
     {L"2*-3\u00B2",                   L"2*-(3^2)",              -18},
     {L"20 - 3\u00B2",                 L"20 - 3^2",              11},
     {L"(1)-3\u00B2",                  L"(1)-3^2",               -8},
-    {L"-(3)\u00B2+0*abs([1,0])-2\u00B2", L"-(3)^2+0*abs([1,0])-2^2", 5},
+    {L"-(3)\u00B2+0*abs([1,0])-2\u00B2", L"-((3)^2)+0*abs([1,0])-2^2", -13},
+    {L"-abs((3))\u00B2-(1)\u00B2",      L"-(abs((3))^2)-(1)^2",   -10},
+    {L"x\u00B2(2)+x\u00B2x",            L"x^2*(2)+x^2*x",         175},
     {L"\u221A16",                     L"sqrt(16)",              4},
     {L"\u221A 16+\u221Ax",            L"sqrt (16)+sqrt(x)",     6.23606797749979},
     {L"\u221A(9)",                    L"sqrt(9)",               3},
+    {L"2\u221A16+x\u221A\u221A16",     L"2*sqrt(16)+x*sqrt(sqrt(16))", 18},
+    {L"cos(\u221A\u03C0)*0",           L"cos(sqrt(pi))*0",       0},
+    {L"(3<>2)+(1<>1)",                L"(3!=2)+(1!=1)",         1},
     {L"2**3",                         L"2^3",                   8},
     {L"\u00BD*x+4*\u00BD",            L"0.5*x+4*0.5",           4.5},
     {L"6\u215E+\u00BC+\u00BE",        L"6.875+0.25+0.75",       7.875},
@@ -110,6 +118,14 @@ const Corrected corrections[] = {
     {L"1.000.000*2",                  L"1000000*2",             2000000},
     {L"12'345.5+2'000",               L"12345.5+2000",          14345.5},
     {L"ln(1,0)",                      L"ln(1.0)",               0},
+    {L"2\u00D71,5",                   L"2*1.5",                 3},
+    {L"1\u00A0000,5",                 L"1 000.5",               1000.5},
+    {L"\uFF11\uFF0C\uFF15*x",         L"1.5*x",                 7.5},
+    {L"1,5pi",                        L"1.5*pi",                4.712388980385},
+    {L"max(1;2)",                     L"max(1,2)",              2},
+    {L"max(1,5;0,25;1)*2",            L"max(1.5,0.25,1)*2",     3},
+    {L"abs([3;4])",                   L"abs([3,4])",            5},
+    {L"max(3;d,2;3)",                 L"max(3;d,2,3)",          11},
     {L"1,5+2.",                       L"1.5+2.",                3.5},
     {L"1,5*2.+1",                     L"1.5*2.+1",              4},
 
@@ -120,6 +136,9 @@ const Corrected corrections[] = {
     {L"2abs(-3)",                     L"2*abs(-3)",             6},
     {L"x abs(-3)",                    L"x* abs(-3)",            15},
     {L"2(3)",                         L"2*(3)",                 6},
+    {L"2x(3)",                        L"2*x*(3)",               30},
+    {L"2x abs(4)",                    L"2*x* abs(4)",           40},
+    {L"(1+2)4",                       L"(1+2)*4",               12},
     {L"x(3)",                         L"x*(3)",                 15},
     {L"(1+2)(3)",                     L"(1+2)*(3)",             9},
     {L"(1+2)x",                       L"(1+2)*x",               15},
@@ -129,6 +148,12 @@ const Corrected corrections[] = {
     {L"abs x+1",                      L"abs(x)+1",              6},
     {L"abs30+1",                      L"abs(30)+1",             31},
     {L"sqr 2.5",                      L"sqr(2.5)",              6.25},
+    {L"sin 30",                       L"sin(30)",               0.50000000000002986},
+    {L"2 sin -30",                    L"2* sin(-30)",           -1.0000000000000597},
+    {L"ln x*0",                       L"ln(x)*0",               0},
+    {L"Sin 30",                       L"sin(30)",               0.50000000000002986},
+    {L"ABS30",                        L"abs(30)",               30},
+    {L"LN X*0",                       L"ln(X)*0",               0},
 
     {L"1e5",                          L"1e+5",                  100000},
     {L"1.5E3*2",                      L"1.5e+3*2",              3000},
@@ -140,6 +165,7 @@ const Corrected corrections[] = {
     {L"3e1*2e1",                      L"3e1*2e+1",              180},
 
     {L"Abs(-30)",                     L"abs(-30)",              30},
+    {L"Sin(30)",                      L"sin(30)",               0.50000000000002986},
     {L"PI()",                         L"PI",                    3.14159265359},
     {L"Pi()*2",                       L"pi*2",                  6.28318530718},
     {L"2*Pi",                         L"2*pi",                  6.28318530718},
@@ -233,7 +259,18 @@ const Hinted hinted[] = {
     {L"1'00", {}},
     {L"1.0'000,5", {}},
     {L"1,5", {L"The decimal mark is a point, and thousands have no mark. Did you mean 1.5?"}},
+    {L"1'000", {L"The decimal mark is a point, and thousands have no mark. Did you mean 1000?"}},
+    {L"max(1,500;2)",
+     {L"Did you mean max(1.500,2) or max(1500,2)? The decimal mark is a point, and thousands have no mark."}},
     {L"2pi", {L"Multiplication is written with *. Did you mean 2*pi?"}},
+    {L"1/2pi", {L"Did you mean 1/2*pi or 1/(2*pi)?"}},
+    {L"6/2(1+2)", {L"Did you mean 6/2*(1+2) or 6/(2*(1+2))?"}},
+    {L"2+6/2x(3)^2*5", {L"Did you mean 2+6/2*x*(3)^2*5 or 2+6/(2*x*(3)^2)*5?"}},
+    {L"2^3 x", {L"Did you mean 2^3* x or 2^(3* x)?"}},
+    {L"abs(7%2pi)", {L"Did you mean abs(7%2*pi) or abs(7%(2*pi))?"}},
+    {L"1/(2pi)", {L"Multiplication is written with *. Did you mean 1/(2*pi)?"}},
+    {L"1/2x^-2", {L"Multiplication is written with *. Did you mean 1/2*x^-2?"}},
+    {L"1/2(", {}},
     {L"1e-5", {L"A power of ten is written as e+ or as *10^. Did you mean 1*10^-5?"}},
     {L"15%", {L"% is the remainder of a division. Did you mean 15/100?"}},
     {L"size+1", {L"e+ means a power of ten. After a name that ends in e, write (size)+1"}},
@@ -250,7 +287,9 @@ const Hinted hinted[] = {
     {L"2pi+sin([1,2])", {L"Did you mean pi or PI?"}},
     {L"\u221A", {}},
     {L"\u00B2", {}},
+    {L"1)\u00B2", {L"Expected an operator or the end."}},
     {L"\uFFE5", {}},
+    {L">2", {L"Expected a value."}},
 };
 
 class HintsOf : public testing::TestWithParam<Hinted>
