@@ -150,7 +150,11 @@ def evaluate(
     inputs = [_Input(name, value, point, copy, what) for name, value, point in zip(names, values, points)]
     if out is not None:
         _check_out(out)
-    rows = _common_rows(inputs, out, where, copy)
+    if out is not None and where is True and all(input.array is None for input in inputs):
+        is_point = out.shape[-1:] == (3,) and session.yields_points(names, tuple(values), 1)
+        rows = out.shape[:-1] if is_point else out.shape
+    else:
+        rows = _common_rows(inputs, out, where, copy)
     if row_status is not None:
         _check_row_status(row_status, rows)
     index = _common_index(inputs)
@@ -347,7 +351,7 @@ class _Run:
         converted = []
         for input, column in zip(self._inputs, columns):
             if input.array is not None:
-                part = np.ascontiguousarray(column[block], np.float64)
+                part = np.require(column[block], np.float64, ["C", "A"])
                 column = part.reshape(-1, 3) if input.is_point else part.reshape(-1)
                 count = len(column)
             converted.append(column)

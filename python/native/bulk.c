@@ -51,7 +51,21 @@ static OpenResult openColumn(mathexpr_column_utf8* column, mathexpr_value* const
             column->coordinate_stride = view->ndim == 2 ? view->strides[1] : 0;
             return isOfDoubles(view) && isAligned(view) ? OpenDone : OpenUnfit;
         }
-        PyBuffer_Release(view);  // a number of NumPy's
+        const bool isNumber = view->format != NULL && strcmp(view->format, "d") == 0;
+        if (isNumber)
+        {
+            memcpy(&constant->x, view->buf, sizeof constant->x);
+            column->data = &constant->x;
+        }
+        PyBuffer_Release(view);  // a number of NumPy's, or an array without a dimension
+        if (!isNumber && (PyObject*)Py_TYPE(object) == arrayType)
+        {
+            return OpenUnfit;
+        }
+        if (isNumber)
+        {
+            return OpenDone;
+        }
     }
     if (!valueOf(object, constant))
     {

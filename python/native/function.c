@@ -278,7 +278,7 @@ static PyObject* callArrays(Function* self, PyObject* arguments)
     size_t unfit = 0;
     PyObject* answer = NULL;
     const OpenResult opened = openColumns(&columns, self->names, arguments, &unfit);
-    if (opened == OpenUnfit || (opened == OpenDone && !haveKinds(self, &columns)))
+    if (opened == OpenUnfit || (opened == OpenDone && (columns.rowCount < 0 || !haveKinds(self, &columns))))
     {
         answer = Py_NewRef(Py_NotImplemented);
     }

@@ -697,7 +697,7 @@ static PyObject* computeMethod(Session* self, PyObject* const* arguments, Py_ssi
     atomic_int kind = KindUnknown;
     PyObject* answer = NULL;
     const OpenResult opened = openColumns(&columns, arguments[0], arguments[1], &unfit);
-    if (opened == OpenUnfit || (opened == OpenDone && !suitVariables(self, &columns)))
+    if (opened == OpenUnfit || (opened == OpenDone && (columns.rowCount < 0 || !suitVariables(self, &columns))))
     {
         answer = Py_NewRef(Py_NotImplemented);
     }
