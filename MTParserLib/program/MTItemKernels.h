@@ -6,12 +6,12 @@
 
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/run/MTScalarCode.h"
+#include "MTParserLib/tiles/MTTileCode.h"
 #include "mathexpr/IMathExprItemEvaluator.h"
 
 #include <cstdint>
 
 class ConversionFormula;
-struct MTBlockKernels;
 struct MTProgramStep;
 
 /// Evaluates the item of a step: does what item->evaluate promises, with the operands and the destination of the step.
@@ -26,9 +26,10 @@ struct MTItemKernels
     /// collected in the argument slots of the step.
     bool readsInPlace = false;
     const MTScalarKernels* scalar = nullptr;  ///< Null where scalar code cannot stand for the item.
-    const MTBlockKernels* blocks = nullptr;   ///< Null where the item is computed row by row.
-    /// Of an item that multiplies and divides a number by constants, in place of the two above; null for all others.
+    /// Of an item that multiplies and divides a number by constants, in place of kernels; null for all others.
     const ConversionFormula* formula = nullptr;
+    std::uint8_t tileFormula = noTileFormula;  ///< Of its formula among those that have kernels of vectors.
+    MTTileCall tileCall = nullptr;             ///< Computes it of numbers, where it has no such formula.
 };
 
 /// For an item that is known by its interface only.

@@ -6,8 +6,8 @@
 
 #include "MTParserLib/program/MTItemKernels.h"
 #include "MTParserLib/program/MTParserProgram.h"
-#include "MTParserLib/run/BuiltInBlocks.h"
 #include "MTParserLib/run/BuiltInScalars.h"
+#include "MTParserLib/tiles/BuiltInTiles.h"
 #include "MTParserLib/vocabulary/BuiltInItem.h"
 #include "MTParserLib/vocabulary/Conversions.h"
 
@@ -49,12 +49,13 @@ constexpr MTItemKernels makeItemKernels()  // not covered: runs while compiling
     if constexpr (std::is_base_of_v<Conversion, Item>)
     {
         const bool computes = Item::text.kind != ConversionResult::Copied;
-        return {evaluateConversion<Item>, true, nullptr, nullptr, computes ? &Item::text.formula : nullptr};
+        return {evaluateConversion<Item>, true, nullptr, computes ? &Item::text.formula : nullptr};
     }
     else
     {
-        return {evaluateDirectly<Item>, TakesOneOperand<Item> || TakesTwoOperands<Item>,
-                scalarkernels::kernelsOf<Item>(), builtInBlocks<Item>()};
+        return {evaluateDirectly<Item>,           TakesOneOperand<Item> || TakesTwoOperands<Item>,
+                scalarkernels::kernelsOf<Item>(), nullptr,
+                findTileFormula<Item>(),          findTileCall<Item>()};
     }
 }
 

@@ -18,6 +18,10 @@
 
 namespace scalarkernels {
 
+using formulas::addsOnto;
+using formulas::mayRefuse;
+using formulas::takesOperands;
+
 /// Items of which two in a row become one step: the arithmetic that formulas are mostly made of.
 using Fused = std::tuple<AddOp, MinusOp, MultOp, DivOp>;
 inline constexpr std::size_t nbFused = std::tuple_size_v<Fused>;

@@ -49,12 +49,14 @@ class MTBulkWriter
 public:
     explicit MTBulkWriter(const mathexpr::BulkResults& target) noexcept : results(target) {}
 
-    /// Where numbers of rows from this one on stand side by side; null where they do not.
-    double* contiguousNumbers(std::size_t row) const noexcept
+    /// Where the rows from this one on stand packed, of numbers (width 1) or of points (3); null where they do not.
+    double* packedValues(std::size_t row, std::size_t width) const noexcept
     {
-        const bool contiguous =
-            results.kind == mathexpr::BulkKind::Number && results.stride == static_cast<std::ptrdiff_t>(sizeof(double));
-        return contiguous ? static_cast<double*>(results.data) + row : nullptr;
+        constexpr auto number = static_cast<std::ptrdiff_t>(sizeof(double));
+        const bool packed = width == 1 ? results.kind == mathexpr::BulkKind::Number && results.stride == number
+                                       : results.kind == mathexpr::BulkKind::Point && results.stride == 3 * number &&
+                                             results.coordinateStride == number;
+        return packed ? static_cast<double*>(results.data) + row * width : nullptr;
     }
 
     /// @return false, with nothing written, for a value of a kind that the results do not take

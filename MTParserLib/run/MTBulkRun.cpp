@@ -4,8 +4,9 @@
 // MTBulkRun.cpp - rows are shared out in portions; whichever thread is free takes the next one.
 #include "MTParserLib/run/MTBulkRun.h"
 
-#include "MTParserLib/run/MTBlockProgram.h"
 #include "MTParserLib/run/MTRowProgram.h"
+#include "MTParserLib/tiles/MTTileSets.h"
+#include "MTParserLib/tiles/MTTileWorker.h"
 #include "platform/FloatingPointGuard.h"
 #include "platform/Threads.h"
 
@@ -123,19 +124,27 @@ std::size_t portionsOf(std::size_t nbRows) noexcept
 
 }
 
+const MTTileSet& widestTileSet() noexcept
+{
+    const auto sets = availableTileSets();
+    return *sets[sets.size() - 1];
+}
+
 MTBulkTally runInBulk(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns,
-                      std::size_t nbRows, const mathexpr::BulkResults& results, std::uint32_t nbThreads)
+                      std::size_t nbRows, const mathexpr::BulkResults& results, std::uint32_t nbThreads,
+                      const MTTileSet* set)
 {
     const bool isConstant = program.isConstant();
-    const auto blocks = isConstant ? nullptr : MTBlockProgram::build(program, columns);
+    const auto tiles =
+        isConstant || set == nullptr ? nullptr : MTTileProgram::build(program, columns, results.kind, *set);
     const auto makeWorker = [&]() -> std::unique_ptr<MTBulkWorker> {
         if (isConstant)
         {
             return std::make_unique<ConstantWorker>(*program.root, results);
         }
-        if (blocks)
+        if (tiles)
         {
-            return std::make_unique<MTBlockWorker>(*blocks, results);
+            return std::make_unique<MTTileWorker>(*tiles, program, columns, results);
         }
         return std::make_unique<MTRowProgram>(program, columns, results);
     };

@@ -8,6 +8,7 @@
 #include "MTParserLib/program/MTParserProgram.h"
 #include "MTParserLib/run/MTBulkArrays.h"
 #include "MTParserLib/run/MTBulkWorker.h"
+#include "MTParserLib/tiles/MTTileCode.h"
 #include "platform/ArrayView.h"
 
 #include <cstddef>
@@ -17,6 +18,8 @@
 /// How many rows a thread takes at a time: so many that taking them does not show, and no two threads write to the same
 /// place of the cache.
 inline constexpr std::size_t portionRows = 16 * MTBulkWorker::blockRows;
+
+const MTTileSet& widestTileSet() noexcept;
 
 struct MTBulkTally
 {
@@ -29,6 +32,9 @@ struct MTBulkTally
 /// @param program    complete; has to stay as it is meanwhile
 /// @param columns    of variables that the program reads; what they and the results hold has been checked
 /// @param nbThreads  the most that may compute, the calling one among them
+/// @param set        whose kernels compute tiles; null: every row is computed by itself. Tests choose; the processor's
+///                   widest is the fastest.
 /// @throws std::bad_alloc, before any row is evaluated; and what an item of the host throws
 MTBulkTally runInBulk(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns,
-                      std::size_t nbRows, const mathexpr::BulkResults& results, std::uint32_t nbThreads);
+                      std::size_t nbRows, const mathexpr::BulkResults& results, std::uint32_t nbThreads,
+                      const MTTileSet* set = &widestTileSet());

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTBulkWorker.h - what evaluates rows on one thread. There are two kinds: blocks (MTBlockProgram.h) and single rows
+// MTBulkWorker.h - what evaluates rows on one thread. There are two kinds: tiles (MTTileWorker.h) and single rows
 // (MTRowProgram.h).
 #pragma once
 

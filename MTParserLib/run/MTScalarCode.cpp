@@ -415,7 +415,7 @@ private:
         {
             const double* const factors = factorsOfStep(formula, j).data();
             const double* const first = form == MTOperandForm::ValueMemory ? factors : operand;
-            append(findScalingStep(formula, j).scalar[static_cast<std::size_t>(form)], {first, factors});
+            append(findScalingStep(formula, j)[static_cast<std::size_t>(form)], {first, factors});
             form = MTOperandForm::ValueMemory;
         }
     }

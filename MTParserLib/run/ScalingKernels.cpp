@@ -4,7 +4,7 @@
 // ScalingKernels.cpp - a kernel for each sequence of up to two multiplications and divisions.
 #include "MTParserLib/run/ScalingKernels.h"
 
-#include "MTParserLib/run/BuiltInBlocks.h"
+#include "MTParserLib/run/BuiltInScalars.h"
 
 #include <algorithm>
 #include <array>
@@ -43,23 +43,14 @@ bool runScaling(const MTScalarStep* step, double value, double* top, void* resul
 }
 
 template <bool... divides>
-void computeScaling(const double* a, const double* factors, double* result, std::size_t nbRows)
-{
-    blockkernels::computeRows(result, nbRows, [a, loaded = load<divides...>(factors)](std::size_t row) {
-        return scale<divides...>(a[row], loaded);
-    });
-}
-
-template <bool... divides>
-constexpr ScalingStep stepThat{{runScaling<MTOperandForm::Memory, divides...>,
-                                runScaling<MTOperandForm::PushMemory, divides...>,
-                                runScaling<MTOperandForm::ValueMemory, divides...>},
-                               computeScaling<divides...>};
+constexpr ScalingKernels stepThat{runScaling<MTOperandForm::Memory, divides...>,
+                                  runScaling<MTOperandForm::PushMemory, divides...>,
+                                  runScaling<MTOperandForm::ValueMemory, divides...>};
 
 // By whether each factor divides.
-constexpr const ScalingStep* ofOne[] = {&stepThat<false>, &stepThat<true>};
-constexpr const ScalingStep* ofTwo[][2] = {{&stepThat<false, false>, &stepThat<false, true>},
-                                           {&stepThat<true, false>, &stepThat<true, true>}};
+constexpr const ScalingKernels* ofOne[] = {&stepThat<false>, &stepThat<true>};
+constexpr const ScalingKernels* ofTwo[][2] = {{&stepThat<false, false>, &stepThat<false, true>},
+                                              {&stepThat<true, false>, &stepThat<true, true>}};
 
 }
 
@@ -74,7 +65,7 @@ platform::ArrayView<const double> factorsOfStep(const ConversionFormula& formula
     return rest.first(std::min(factorsPerStep, rest.size()));
 }
 
-const ScalingStep& findScalingStep(const ConversionFormula& formula, std::size_t step) noexcept
+const ScalingKernels& findScalingStep(const ConversionFormula& formula, std::size_t step) noexcept
 {
     const std::size_t first = step * factorsPerStep;
     switch (factorsOfStep(formula, step).size())

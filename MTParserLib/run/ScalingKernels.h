@@ -8,7 +8,6 @@
 //     cm2cm(x)   x                                  one step without a factor
 #pragma once
 
-#include "MTParserLib/run/MTBlockKernels.h"
 #include "MTParserLib/run/MTScalarCode.h"
 #include "MTParserLib/vocabulary/Conversions.h"
 #include "platform/ArrayView.h"
@@ -16,12 +15,9 @@
 #include <array>
 #include <cstddef>
 
-/// One step of a conversion. The factors stand side by side, where the second operand of an item would stand.
-struct ScalingStep
-{
-    std::array<MTScalarKernel, 3> scalar;  ///< By form: Memory, PushMemory, ValueMemory.
-    MTBlockCompute blocks;
-};
+/// The kernels of one step of a conversion by form: Memory, PushMemory, ValueMemory. The factors stand side by side, where
+/// the second operand of an item would stand.
+using ScalingKernels = std::array<MTScalarKernel, 3>;
 
 /// As many factors as one step takes, or all that are left.
 inline constexpr std::size_t factorsPerStep = 2;
@@ -32,4 +28,4 @@ std::size_t countScalingSteps(const ConversionFormula& formula) noexcept;
 /// The factors of a step, by its number.
 platform::ArrayView<const double> factorsOfStep(const ConversionFormula& formula, std::size_t step) noexcept;
 
-const ScalingStep& findScalingStep(const ConversionFormula& formula, std::size_t step) noexcept;
+const ScalingKernels& findScalingStep(const ConversionFormula& formula, std::size_t step) noexcept;

@@ -18,8 +18,6 @@
 #include "MTParserLib/vocabulary/Formulas.h"
 
 #include <cmath>
-#include <type_traits>
-#include <utility>
 
 template <>
 struct formulas::Functions<double>
@@ -37,36 +35,6 @@ enum class NumberWrites
     Kind,         ///< The type.
     KindAndFlag,  ///< The type, and the second flag to 1.
 };
-
-template <class Formula, class Enabled, class... Operands>
-inline constexpr bool hasOverload = false;
-template <class Formula, class... Operands>
-inline constexpr bool
-    hasOverload<Formula, std::void_t<decltype(Formula::of(std::declval<Operands>()...))>, Operands...> = true;
-
-/// Whether a formula is stated for operands of these types.
-template <class Formula, class... Operands>
-inline constexpr bool takesOperands = hasOverload<Formula, void, Operands...>;
-
-template <class Formula, class Enabled, class... Operands>
-inline constexpr bool hasRefusal = false;
-template <class Formula, class... Operands>
-inline constexpr bool
-    hasRefusal<Formula, std::void_t<decltype(Formula::refuses(std::declval<Operands>()...))>, Operands...> = true;
-
-/// Whether a formula has no result for some operands of these types.
-template <class Formula, class... Operands>
-inline constexpr bool mayRefuse = hasRefusal<Formula, void, Operands...>;
-
-template <class Formula, class Enabled, class... Operands>
-inline constexpr bool hasOnto = false;
-template <class Formula, class... Operands>
-inline constexpr bool
-    hasOnto<Formula, std::void_t<decltype(Formula::onto(0.0, std::declval<Operands>()...))>, Operands...> = true;
-
-/// Whether a formula of operands of these types is added to what its result holds.
-template <class Formula, class... Operands>
-inline constexpr bool addsOnto = hasOnto<Formula, void, Operands...>;
 
 inline PointValue pointOf(const VALTYPE& value)
 {
@@ -102,13 +70,13 @@ template <class Item, class... Operands>
 Message::Id applyFormula(VALTYPE& result, Operands... operands)
 {
     using Formula = typename Item::Formula;
-    if constexpr (addsOnto<Formula, Operands...>)
+    if constexpr (formulas::addsOnto<Formula, Operands...>)
     {
         result.x = Formula::onto(result.x, operands...);
     }
-    else if constexpr (takesOperands<Formula, Operands...>)
+    else if constexpr (formulas::takesOperands<Formula, Operands...>)
     {
-        if constexpr (mayRefuse<Formula, Operands...>)
+        if constexpr (formulas::mayRefuse<Formula, Operands...>)
         {
             if (Formula::refuses(operands...))
             {

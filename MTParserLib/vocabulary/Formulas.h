@@ -44,6 +44,39 @@ struct NumberTest<PointOf<D>>
 template <class D>
 using IfNumber = typename NumberTest<D>::Type;
 
+template <class... Types>
+struct MakeVoid
+{
+    using Type = void;
+};
+template <class Enabled, class Formula, class... Operands>
+inline constexpr bool hasOverload = false;
+template <class Formula, class... Operands>
+inline constexpr bool hasOverload<typename MakeVoid<decltype(Formula::of(Operands{}...))>::Type, Formula, Operands...> =
+    true;
+template <class Enabled, class Formula, class... Operands>
+inline constexpr bool hasRefusal = false;
+template <class Formula, class... Operands>
+inline constexpr bool
+    hasRefusal<typename MakeVoid<decltype(Formula::refuses(Operands{}...))>::Type, Formula, Operands...> = true;
+template <class Enabled, class Formula, class... Operands>
+inline constexpr bool hasOnto = false;
+template <class Formula, class... Operands>
+inline constexpr bool
+    hasOnto<typename MakeVoid<decltype(Formula::onto(0.0, Operands{}...))>::Type, Formula, Operands...> = true;
+
+/// Whether a formula is stated for operands of these types.
+template <class Formula, class... Operands>
+inline constexpr bool takesOperands = hasOverload<void, Formula, Operands...>;
+
+/// Whether a formula has no result for some operands of these types.
+template <class Formula, class... Operands>
+inline constexpr bool mayRefuse = hasRefusal<void, Formula, Operands...>;
+
+/// Whether a formula of doubles or points of them is added to what its result holds.
+template <class Formula, class... Operands>
+inline constexpr bool addsOnto = hasOnto<void, Formula, Operands...>;
+
 template <class D>
 PointOf<D> difference(PointOf<D> a, PointOf<D> b)
 {

@@ -6,8 +6,8 @@
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
-#include "MTParserLib/run/MTBlockProgram.h"
 #include "MTParserLib/run/MTParserEvaluator.h"
+#include "MTParserLib/tiles/MTTileProgram.h"
 #include "tests/program/ProgramDump.h"
 #include "tests/program/ScalarDump.h"
 #include "tests/unit/EngineItems.h"
@@ -276,28 +276,30 @@ TEST(RunChoice, InterpretsUnknownKinds)
     EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Interpreted);
 }
 
-/// Whether a program runs over blocks of rows, when a column gives numbers to x.
-bool runsInBlocks(const std::wstring& text)
+/// Whether a program runs over tiles of rows, when a column gives numbers to x.
+bool runsInTiles(const std::wstring& text)
 {
     InPlace compiled(text);
     const double number = 0;
     const MTBoundColumn x{compiled.factory.values.at(L"x"), {L"x", &number}};
-    return MTBlockProgram::build(compiled.compilation.program, {&x, 1}) != nullptr;
+    return MTTileProgram::build(compiled.compilation.program, {&x, 1}, mathexpr::BulkKind::Record, baselineTiles) !=
+           nullptr;
 }
 
-TEST(Programs, RunInBlocksWhereTheyComputeNumbersFromNumbers)
+TEST(Programs, RunInTilesWhereAllKindsAreTaken)
 {
-    for (const wchar_t* text : {L"x*2", L"x*y", L"sqrt(x)", L"min(1,x,y)", L"max(y,3,4)*x", L"-(x+1)"})
+    for (const wchar_t* text :
+         {L"x*2", L"x*y", L"sqrt(x)", L"min(1,x,y)", L"max(y,3,4)*x", L"-(x+1)", L"point(x,1,2)", L"p*x"})
     {
-        EXPECT_TRUE(runsInBlocks(text)) << testing::PrintToString(text);
+        EXPECT_TRUE(runsInTiles(text)) << testing::PrintToString(text);
     }
-    for (const wchar_t* text : {L"x", L"x+p", L"max(p,1,2)+x", L"point(x,1,2)"})
+    for (const wchar_t* text : {L"x", L"x+p", L"max(p,1,2)+x"})
     {
-        EXPECT_FALSE(runsInBlocks(text)) << testing::PrintToString(text);
+        EXPECT_FALSE(runsInTiles(text)) << testing::PrintToString(text);
     }
 }
 
-TEST(Programs, RunInBlocksWhileTheirResultsFindRoom)
+TEST(Programs, RunInTilesWhileTheirResultsFindRoom)
 {
     const auto waiting = [](std::size_t count) {
         std::wstring text;
@@ -307,8 +309,8 @@ TEST(Programs, RunInBlocksWhileTheirResultsFindRoom)
         }
         return text + L"1" + std::wstring(count, L')');
     };
-    EXPECT_TRUE(runsInBlocks(waiting(255)));
-    EXPECT_FALSE(runsInBlocks(waiting(256)));
+    EXPECT_TRUE(runsInTiles(waiting(4000)));
+    EXPECT_FALSE(runsInTiles(waiting(4100)));
 }
 
 }

@@ -130,8 +130,8 @@ void addScaling(Kernels& kernels, const ConversionFormula& formula, const std::s
 {
     for (const MTOperandForm form : {MTOperandForm::Memory, MTOperandForm::PushMemory, MTOperandForm::ValueMemory})
     {
-        kernels[findScalingStep(formula, 0).scalar[static_cast<std::size_t>(form)]] = {pushOf(form) + "scale " + name,
-                                                                                       operandsOf(form, 1), ""};
+        kernels[findScalingStep(formula, 0)[static_cast<std::size_t>(form)]] = {pushOf(form) + "scale " + name,
+                                                                                operandsOf(form, 1), ""};
     }
 }
 

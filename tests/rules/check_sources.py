@@ -43,7 +43,8 @@ SOURCE_SUFFIXES = CPP_SUFFIXES | {".c", ".py", ".cmake", ".sh"}
 SKIPPED_FOLDERS = {"build", "dist", ".git"}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
-STANDARD_HEADER = re.compile(r"(?:[a-z_]+|std(?:def|int)\.h|cxxabi\.h)\Z")  # the last is the standard library's ABI
+# Beside the standard library's: its ABI, and the vectors of processors, which compilers bring along.
+STANDARD_HEADER = re.compile(r"(?:[a-z_]+|std(?:def|int)\.h|cxxabi\.h|immintrin\.h)\Z")
 OUTPUT = re.compile(r"\b(?:std::(?:w?cout|w?cerr|w?clog)|f?w?printf|f?put[sc]|f?putw[sc]|putchar|fwrite|perror)\b")
 ABORT = re.compile(r"\b(?:abort|exit|_Exit|quick_exit|terminate|assert)\s*\(")
 COMMENT = re.compile(r"//[^\n]*")

@@ -11,6 +11,7 @@
 
 #include <set>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -45,10 +46,22 @@ TEST(FusedItems, AreFactorsOfConversionsInTwos)
 {
     const ConversionFormula x;
     const auto scaled = [](const ConversionFormula& formula, double number) {
+        std::vector<MTScalarStep> steps;
         for (std::size_t step = 0; step < countScalingSteps(formula); ++step)
         {
-            findScalingStep(formula, step).blocks(&number, factorsOfStep(formula, step).data(), &number, 1);
+            const auto form = static_cast<std::size_t>(MTOperandForm::ValueMemory);
+            MTScalarStep scaling{};
+            scaling.kernel = findScalingStep(formula, step)[form];
+            scaling.a = factorsOfStep(formula, step).data();
+            steps.push_back(scaling);
         }
+        MTScalarStep end{};
+        end.kernel = [](const MTScalarStep*, double value, double*, void* result, const MTScalarOwner*, void*) {
+            *static_cast<double*>(result) = value;
+            return true;
+        };
+        steps.push_back(end);
+        steps[0].kernel(steps.data(), number, nullptr, &number, nullptr, nullptr);
         return number;
     };
     for (const double number : {0.1, -7.0, 1e300})

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// BuiltInTiles.h - by what the classes of the vocabulary are computed in tiles.
+#pragma once
+
+#include "MTParserLib/run/BuiltInScalars.h"
+#include "MTParserLib/tiles/MTTileCode.h"
+#include "MTParserLib/tiles/TileFormulas.h"
+
+#include <cstddef>
+#include <cstdint>
+
+/// Computes an item whose formula is of double alone.
+template <class Item>
+bool computeTileRows(const MTTileStep& step, const MTTileContext& context)
+{
+    using Formula = typename Item::Formula;
+    const double* const a = context.places[step.a];
+    [[maybe_unused]] const double* const b = context.places[step.b];
+    double* const result = context.places[step.result];
+    bool refused = false;
+    const auto compute = [&refused](auto... operands) {
+        if constexpr (formulas::mayRefuse<Formula, decltype(operands)...>)
+        {
+            refused = Formula::refuses(operands...) || refused;
+        }
+        return Formula::of(operands...);
+    };
+    for (std::size_t row = 0; row < context.nbRows; ++row)
+    {
+        if constexpr (scalarkernels::ComputesFromOne<Item>)
+        {
+            result[row] = compute(a[row]);
+        }
+        else
+        {
+            result[row] = compute(a[row], b[row]);
+        }
+    }
+    return refused;
+}
+
+/// The number of an item's formula among those with kernels of vectors.
+template <class Item>
+constexpr std::uint8_t findTileFormula()  // not covered: runs while compiling
+{
+    if constexpr (hasForm<scalarkernels::FormulaOf, Item>)
+    {
+        return tiles::formulaIndex<typename Item::Formula>;
+    }
+    else
+    {
+        return noTileFormula;
+    }
+}
+
+template <class Item>
+constexpr MTTileCall findTileCall()  // not covered: runs while compiling
+{
+    constexpr bool computes = scalarkernels::ComputesFromOne<Item> || scalarkernels::ComputesFromTwo<Item>;
+    if constexpr (computes && findTileFormula<Item>() == noTileFormula)
+    {
+        return computeTileRows<Item>;
+    }
+    else
+    {
+        return nullptr;
+    }
+}

@@ -1,0 +1,467 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// MTTileProgram.cpp - turns the steps of a program into those of tile code, one after the other.
+#include "MTParserLib/tiles/MTTileProgram.h"
+
+#include "MTParserLib/tiles/MTTileWorker.h"
+#include "MTParserLib/tiles/TileFormulas.h"
+#include "MTParserLib/vocabulary/Conversions.h"
+#include "mathexpr/SMTParsingExcepData.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <map>
+#include <unordered_map>
+
+namespace {
+
+/// Of one tile each: more would take more memory than a thread is to have, and more than the cache holds.
+constexpr std::size_t mostPlaces = 4096;
+
+/// Steps in a row without a pause. A compiler that is not asked to optimise makes calls of the jumps from step to step.
+constexpr std::size_t stepsPerPause = 128;
+
+constexpr std::size_t widthOf(const VALTYPE& value) noexcept
+{
+    return value.type != 0 ? 3 : 1;
+}
+
+template <class... Formulas>
+bool mayRefuseNumbers(std::uint8_t formula, tiles::FormulaList<Formulas...>)
+{
+    static constexpr bool refuse[] = {
+        (formulas::mayRefuse<Formulas, double> || formulas::mayRefuse<Formulas, double, double>)...};
+    return refuse[formula];
+}
+
+/// Calls an item with records for each row of a tile.
+bool callWithRecords(const MTTileStep& step, const MTTileContext& context)
+{
+    const MTTileRecordCall& call = *step.records;
+    VALTYPE* const args = static_cast<const MTTileWorkerContext&>(context).args;
+    std::uint32_t refusals = Message::None;
+    for (std::size_t row = 0; row < context.nbRows; ++row)
+    {
+        for (std::size_t j = 0; j < call.operands.size(); ++j)
+        {
+            const MTTileRecordCall::Operand& operand = call.operands[j];
+            args[j] = operand.record;
+            if (!operand.uniform)
+            {
+                std::memcpy(&args[j].x, context.places[operand.place] + widthOf(operand.record) * row,
+                            widthOf(operand.record) * sizeof(double));
+            }
+        }
+        VALTYPE result;
+        refusals |= evaluateTileItem(*call.item, args, call.operands.size(), result);
+        std::memcpy(context.places[step.result] + widthOf(result) * row, &result.x, widthOf(result) * sizeof(double));
+    }
+    return refusals != Message::None;
+}
+
+}
+
+Message::Id evaluateTileItem(const MTItemKernels& item, const VALTYPE* args, std::size_t nbArgs, VALTYPE& result)
+{
+    return item.evaluate({&item, nullptr, args, args + 1, &result, static_cast<std::uint32_t>(nbArgs), 0}, false);
+}
+
+class MTTileProgram::Builder
+{
+public:
+    Builder(const MTParserProgram& source, platform::ArrayView<const MTBoundColumn> columns, const MTTileSet& set)
+        : program(source), target(new MTTileProgram(set))
+    {
+        for (const MTBoundColumn& column : columns)
+        {
+            VALTYPE sample;
+            sample.type = column.column.kind == mathexpr::BulkKind::Point ? 1 : 0;
+            setOnes(sample);
+            values[column.variable] = {sample, false, false, addPlace(widthOf(sample))};
+        }
+        result = addPlace(0);
+    }
+
+    std::unique_ptr<const MTTileProgram> build(mathexpr::BulkKind results)
+    {
+        // A copy of a variable has a flag and coordinates of its own. The last step is the root's.
+        const bool built =
+            program.steps.back().nbArgs != 0 && std::all_of(program.steps.begin(), program.steps.end(),
+                                                            [this](const MTProgramStep& step) { return add(step); });
+        if (!built || target->places.size() > mostPlaces)
+        {
+            return nullptr;
+        }
+        const Value& root = values.at(program.root);
+        const bool isPoint = root.sample.type != 0;
+        const bool isTaken = results == mathexpr::BulkKind::Record || isPoint == (results == mathexpr::BulkKind::Point);
+        if (root.uniform || !isTaken)
+        {
+            return nullptr;
+        }
+        target->rootHead = root.sample;
+        target->places[result].width = widthOf(root.sample);
+        emitEnd(root);
+        return std::move(target);
+    }
+
+private:
+    /// What a step yields, or a variable holds.
+    struct Value
+    {
+        VALTYPE sample;  // with 1 for what differs from row to row
+        bool uniform;
+        bool isBuffer;        // which can be used again
+        std::uint32_t place;  // unless it is uniform, or the value in the registers
+    };
+
+    struct Operand
+    {
+        const VALTYPE* slot;
+        Value value;
+
+        bool isPoint() const noexcept { return value.sample.type != 0; }
+    };
+
+    static void setOnes(VALTYPE& record) noexcept
+    {
+        record.x = 1.0;
+        record.y = record.z = record.type != 0 ? 1.0 : 0.0;
+    }
+
+    bool add(const MTProgramStep& step)
+    {
+        if (step.nbArgs == 0)
+        {
+            return addCopy(step);
+        }
+        if (isHostItem(*step.kernels) || !step.item->isConstant())
+        {
+            return false;
+        }
+        operands.clear();
+        for (std::uint32_t j = 0; j < step.nbArgs; ++j)
+        {
+            operands.push_back({&step.operand(j), valueOf(step.operand(j))});
+        }
+        Value yielded{};
+        if (!evaluateOnce(*step.kernels, yielded.sample))
+        {
+            return false;
+        }
+        yielded.uniform =
+            std::all_of(operands.begin(), operands.end(), [](const Operand& operand) { return operand.value.uniform; });
+        if (!yielded.uniform)
+        {
+            setOnes(yielded.sample);
+            emit(step, yielded);
+        }
+        values[step.destination] = yielded;
+        return true;
+    }
+
+    /// A variable that is copied to its consumer is read in its own place here.
+    bool addCopy(const MTProgramStep& step)
+    {
+        if (step.first == nullptr)
+        {
+            return false;
+        }
+        values[step.destination] = valueOf(*step.first);
+        return true;
+    }
+
+    /// Columns and results, or else what is the same in all rows.
+    Value valueOf(const VALTYPE& slot) const
+    {
+        const auto known = values.find(&slot);
+        return known != values.end() ? known->second : Value{slot, true, false, 0};
+    }
+
+    bool evaluateOnce(const MTItemKernels& item, VALTYPE& yielded)
+    {
+        args.clear();
+        for (const Operand& operand : operands)
+        {
+            args.push_back(operand.value.sample);
+        }
+        try
+        {
+            return evaluateTileItem(item, args.data(), args.size(), yielded) == Message::None;
+        }
+        catch (const mathexpr::ParsingException&)
+        {
+            return false;
+        }
+    }
+
+    void emit(const MTProgramStep& step, Value& yielded)
+    {
+        if (target->steps.size() - lastPause >= stepsPerPause)
+        {
+            pushWaiting();
+            append(target->set.findControl(MTTileControl::Pause));
+            lastPause = target->steps.size();
+        }
+        const MTItemKernels& item = *step.kernels;
+        if (item.formula != nullptr)
+        {
+            emitScaling(*item.formula, step.destination, yielded);
+        }
+        else if (!emitFormula(item.tileFormula, step.destination, yielded))
+        {
+            emitCall(item, yielded);
+        }
+        for (const Operand& operand : operands)
+        {
+            if (operand.value.isBuffer)
+            {
+                freeBuffers[widthOf(operand.value.sample)].push_back(operand.value.place);
+            }
+        }
+    }
+
+    /// @return false where the formula has no kernel for the operands at hand
+    bool emitFormula(std::uint8_t formula, const VALTYPE* destination, Value& yielded)
+    {
+        const bool isCrossProduct = formula == tiles::formulaIndex<formulas::Cross>;
+        const bool makesPoint = formula == tiles::formulaIndex<formulas::MakePoint>;
+        if (formula == noTileFormula || operands.size() > 3 || (isCrossProduct && yielded.sample.type == 0))
+        {
+            return false;
+        }
+        if (makesPoint)
+        {
+            operands.resize(3, {nullptr, {VALTYPE{}, true, false, 0}});
+        }
+        const MTTileOperands form = formOf();
+        const MTTileKernel kernel = target->set.findKernel(formula, form);
+        if (kernel == nullptr || (makesPoint && takesPoint()))
+        {
+            return false;
+        }
+        mayRefuse = mayRefuse || mayRefuseNumbers(formula, tiles::VectorFormulas());
+        using Form = MTTileOperands;
+        const bool consumesWaiting =
+            form == Form::Value || form == Form::MemoryValue || form == Form::PointValue || form == Form::ValuePoint;
+        if (yielded.sample.type == 0 && !consumesWaiting)
+        {
+            pushWaiting();
+        }
+        std::array<std::uint32_t, 3> taken{};
+        for (std::size_t j = 0; j < operands.size(); ++j)
+        {
+            taken[j] = consumesWaiting && isWaiting(operands[j]) ? 0 : placeOf(operands[j]);
+        }
+        if (consumesWaiting)
+        {
+            waiting = nullptr;
+        }
+        if (yielded.sample.type == 0)
+        {
+            waiting = destination;
+        }
+        else if (destination == program.root && !mayRefuse)
+        {
+            yielded.place = result;
+        }
+        else
+        {
+            takeBuffer(yielded);
+        }
+        append(kernel, taken, yielded.place);
+        return true;
+    }
+
+    bool takesPoint() const
+    {
+        return std::any_of(operands.begin(), operands.end(), [](const Operand& operand) { return operand.isPoint(); });
+    }
+
+    /// Of a formula of operands of the kinds and in the places of those at hand.
+    MTTileOperands formOf() const
+    {
+        using Form = MTTileOperands;
+        const Operand& first = operands[0];
+        const Operand& last = operands.back();
+        if (operands.size() == 3)
+        {
+            return Form::ThreeNumbers;
+        }
+        if (operands.size() == 1 && first.isPoint())
+        {
+            return Form::Point;
+        }
+        if (first.isPoint() && last.isPoint())
+        {
+            return Form::Points;
+        }
+        if (first.isPoint())
+        {
+            return isWaiting(last) ? Form::PointValue : Form::PointMemory;
+        }
+        if (last.isPoint())
+        {
+            return isWaiting(first) ? Form::ValuePoint : Form::MemoryPoint;
+        }
+        return isWaiting(first) ? Form::Value : isWaiting(last) ? Form::MemoryValue : Form::Memory;
+    }
+
+    /// A conversion is multiplied and divided by its factors, one after the other.
+    void emitScaling(const ConversionFormula& formula, const VALTYPE* destination, Value& yielded)
+    {
+        Operand& operand = operands[0];
+        const platform::ArrayView<const double> factors = formula.getFactors();
+        if (!isWaiting(operand))
+        {
+            if (factors.empty())
+            {
+                yielded.place = operand.value.place;
+                yielded.isBuffer = operand.value.isBuffer;
+                operand.value.isBuffer = false;
+                return;
+            }
+            pushWaiting();
+        }
+        for (std::size_t j = 0; j < factors.size(); ++j)
+        {
+            VALTYPE factor;
+            factor.x = factors[j];
+            const bool takesValue = j > 0 || isWaiting(operand);
+            const std::uint8_t formulaOfFactor =
+                formula.divides(j) ? tiles::formulaIndex<formulas::Div> : tiles::formulaIndex<formulas::Mult>;
+            const auto form = takesValue ? MTTileOperands::Value : MTTileOperands::Memory;
+            append(target->set.findKernel(formulaOfFactor, form),
+                   {takesValue ? 0 : placeOf(operand), placeOfUniform(factor)}, 0);
+        }
+        waiting = destination;
+    }
+
+    void emitCall(const MTItemKernels& item, Value& yielded)
+    {
+        mayRefuse = true;
+        pushWaiting();
+        const bool byRecords = item.tileCall == nullptr || takesPoint();
+        std::array<std::uint32_t, 3> taken{};
+        const MTTileRecordCall* records = nullptr;
+        if (byRecords)
+        {
+            MTTileRecordCall call{&item, {}};
+            for (const Operand& operand : operands)
+            {
+                call.operands.push_back({operand.value.sample, operand.value.uniform, operand.value.place});
+            }
+            target->mostArgs = std::max(target->mostArgs, operands.size());
+            records = &target->recordCalls.emplace_back(std::move(call));
+        }
+        else
+        {
+            std::transform(operands.begin(), operands.end(), taken.begin(),
+                           [this](Operand& operand) { return placeOf(operand); });
+        }
+        takeBuffer(yielded);
+        append(target->set.findControl(MTTileControl::Call), taken, yielded.place,
+               byRecords ? callWithRecords : item.tileCall, records);
+    }
+
+    void emitEnd(const Value& root)
+    {
+        using Control = MTTileControl;
+        const Control control = waiting == program.root ? Control::End
+                                : root.place == result  ? Control::Stop
+                                : root.sample.type != 0 ? Control::EndPoints
+                                                        : Control::EndNumbers;
+        append(target->set.findControl(control), {root.place}, result);
+    }
+
+    void append(MTTileKernel kernel, std::array<std::uint32_t, 3> taken = {}, std::uint32_t to = 0,
+                MTTileCall call = nullptr, const MTTileRecordCall* records = nullptr)
+    {
+        target->steps.push_back({kernel, taken[0], taken[1], taken[2], to, call, records});
+    }
+
+    bool isWaiting(const Operand& operand) const noexcept { return waiting != nullptr && operand.slot == waiting; }
+
+    /// Makes way for another value in the registers.
+    void pushWaiting()
+    {
+        if (waiting == nullptr)
+        {
+            return;
+        }
+        Value& value = values.at(waiting);
+        takeBuffer(value);
+        append(target->set.findControl(MTTileControl::Push), {}, value.place);
+        const auto own = std::find_if(operands.begin(), operands.end(),
+                                      [this](const Operand& operand) { return isWaiting(operand); });
+        if (own != operands.end())
+        {
+            own->value = value;
+        }
+        waiting = nullptr;
+    }
+
+    std::uint32_t placeOf(Operand& operand)
+    {
+        if (isWaiting(operand))
+        {
+            pushWaiting();
+        }
+        return operand.value.uniform ? placeOfUniform(operand.value.sample) : operand.value.place;
+    }
+
+    std::uint32_t placeOfUniform(const VALTYPE& value)
+    {
+        std::array<std::uint64_t, 4> bits{value.type};
+        std::memcpy(&bits[1], &value.x, widthOf(value) * sizeof(double));
+        const auto [place, isNew] = uniforms.try_emplace(bits, 0);
+        if (isNew)
+        {
+            place->second = addPlace(widthOf(value));
+            target->places.back().uniform = true;
+            target->places.back().value = value;
+        }
+        return place->second;
+    }
+
+    /// Taken before those of the operands are given back, so that a kernel never writes where it reads.
+    void takeBuffer(Value& value)
+    {
+        std::vector<std::uint32_t>& unused = freeBuffers[widthOf(value.sample)];
+        value.isBuffer = true;
+        if (unused.empty())
+        {
+            value.place = addPlace(widthOf(value.sample));
+            return;
+        }
+        value.place = unused.back();
+        unused.pop_back();
+    }
+
+    std::uint32_t addPlace(std::size_t width)
+    {
+        target->places.push_back({width, false, VALTYPE{}});
+        return static_cast<std::uint32_t>(target->places.size() - 1);
+    }
+
+    const MTParserProgram& program;
+    std::unique_ptr<MTTileProgram> target;
+    std::unordered_map<const VALTYPE*, Value> values;  // by the slot or variable
+    const VALTYPE* waiting = nullptr;                  // whose value is in the registers
+    std::vector<Operand> operands;                     // of the step at hand
+    std::vector<VALTYPE> args;
+    std::map<std::array<std::uint64_t, 4>, std::uint32_t> uniforms;  // by kind and bits
+    std::map<std::size_t, std::vector<std::uint32_t>> freeBuffers;   // by width
+    std::uint32_t result = 0;
+    std::size_t lastPause = 0;
+    bool mayRefuse = false;
+};
+
+std::unique_ptr<const MTTileProgram> MTTileProgram::build(const MTParserProgram& program,
+                                                          platform::ArrayView<const MTBoundColumn> columns,
+                                                          mathexpr::BulkKind results, const MTTileSet& set)
+{
+    return Builder(program, columns, set).build(results);
+}

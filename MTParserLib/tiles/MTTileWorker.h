@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// MTTileWorker.h - runs tile code on one thread.
+//
+// Whole tiles read columns where they are, if their rows are packed, and write results where they go, if these are.
+// What is not packed, and the rows that are left after the last whole tile, goes through arrays of the worker's own. A
+// tile with a row that is refused is evaluated again, row by row.
+#pragma once
+
+#include "MTParserLib/run/MTBulkWorker.h"
+#include "MTParserLib/run/MTRowProgram.h"
+#include "MTParserLib/tiles/MTTileProgram.h"
+
+#include <vector>
+
+/// What calls of items need, beside what kernels do.
+struct MTTileWorkerContext : MTTileContext
+{
+    VALTYPE* args;  ///< As many as any call takes.
+};
+
+/// Evaluates an item by itself.
+Message::Id evaluateTileItem(const MTItemKernels& item, const VALTYPE* args, std::size_t nbArgs, VALTYPE& result);
+
+class MTTileWorker final : public MTBulkWorker
+{
+public:
+    /// @param tileProgram  outlives this object, as does the program that it was built from
+    MTTileWorker(const MTTileProgram& tileProgram, const MTParserProgram& source,
+                 platform::ArrayView<const MTBoundColumn> boundColumns, const mathexpr::BulkResults& results);
+
+    bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
+
+private:
+    struct Column
+    {
+        mathexpr::BulkColumn source;
+        std::size_t width;
+        bool packed;
+        double* copy;
+    };
+
+    bool evaluateTiles(std::size_t firstRow, std::size_t nbTiles, std::uint32_t* status);
+    bool evaluateRest(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status);
+    void copyRows(const Column& column, std::size_t firstRow, std::size_t nbRows, std::size_t nbPadded) noexcept;
+    void writeRows(std::size_t firstRow, std::size_t nbRows, const double* values) const noexcept;
+    double* allocate(std::size_t count) noexcept;
+
+    const MTTileProgram& program;
+    MTRowProgram rows;
+    MTBulkWriter writer;
+    const std::size_t tileRows;
+    std::vector<Column> columns;
+    std::vector<double> memory;
+    std::size_t nbAllocated = 0;
+    std::vector<double*> places;
+    std::vector<MTTileColumn> moved;  // the columns and the results
+    double* ownResults = nullptr;
+    std::vector<VALTYPE> args;
+    MTTileWorkerContext context{};
+};

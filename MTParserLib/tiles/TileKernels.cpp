@@ -1,0 +1,610 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// TileKernels.cpp - the kernels of tiles. It is compiled once for each instruction set, with its options and the name of
+// its set in MATHEXPR_TILE_SET; vectors are as wide as the options allow, and a tile has eight.
+//
+// All of it is private to the object file, and nothing of the standard library is used: a function that is compiled for
+// a wide instruction set must not take the place of one that runs everywhere.
+#include "MTParserLib/tiles/MTTileCode.h"
+#include "MTParserLib/tiles/TileFormulas.h"
+
+#if !defined(MATHEXPR_TILE_SET)
+#define MATHEXPR_TILE_SET baselineTiles
+#endif
+
+// Not on Windows, unless the compiler is told how the stack is aligned: g++ fails at a call from there otherwise.
+#if defined(__has_builtin) && (!defined(_WIN32) || defined(MATHEXPR_TILE_STACK_ALIGNED))
+#if __has_builtin(__builtin_shufflevector)
+#define MATHEXPR_TILE_VECTORS
+#endif
+#endif
+#if !defined(MATHEXPR_TILE_VECTORS)
+#include "MTParserLib/vocabulary/FormulaItem.h"  // double's functions
+#elif defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
+// Windows' own convention would pass vectors through memory: kernels have that of the other systems.
+#if defined(_WIN32) && defined(MATHEXPR_TILE_VECTORS)
+#define MATHEXPR_TILE_ABI __attribute__((sysv_abi))
+#else
+#define MATHEXPR_TILE_ABI
+#endif
+
+// What a width has instructions for, but operators do not say. g++ 12 warns of what plain _mm512_sqrt_pd leaves undefined.
+#if defined(__AVX512DQ__)
+#define MATHEXPR_TILE_WIDTH 8
+#define MATHEXPR_TILE_HOLDS_IN_ANY(condition) _mm512_movepi64_mask((__m512i)(condition))
+#define MATHEXPR_TILE_SQUARE_ROOT(x) _mm512_maskz_sqrt_pd(0xFF, x)
+#elif defined(__AVX2__)
+#define MATHEXPR_TILE_WIDTH 4
+#define MATHEXPR_TILE_HOLDS_IN_ANY(condition) _mm256_movemask_pd((__m256d)(condition))
+#define MATHEXPR_TILE_SQUARE_ROOT(x) _mm256_sqrt_pd(x)
+#elif defined(__SSE2__)
+#define MATHEXPR_TILE_WIDTH 2
+#define MATHEXPR_TILE_HOLDS_IN_ANY(condition) _mm_movemask_pd((__m128d)(condition))
+#define MATHEXPR_TILE_SQUARE_ROOT(x) _mm_sqrt_pd(x)
+#else
+#define MATHEXPR_TILE_WIDTH 2
+#define MATHEXPR_TILE_HOLDS_IN_ANY(condition) ((condition)[0] | (condition)[1])
+#define MATHEXPR_TILE_SQUARE_ROOT(x) (V{__builtin_sqrt((x)[0]), __builtin_sqrt((x)[1])})
+#endif
+
+#define MATHEXPR_TILE_LANES V v0, V v1, V v2, V v3, V v4, V v5, V v6, V v7
+#define MATHEXPR_TILE_EACH(DO) DO(0) DO(1) DO(2) DO(3) DO(4) DO(5) DO(6) DO(7)
+/// As the last thing that a kernel does, this is a jump.
+#define MATHEXPR_TILE_NEXT                                                                                             \
+    return reinterpret_cast<Kernel>(step[1].kernel)(step + 1, context, v0, v1, v2, v3, v4, v5, v6, v7)
+
+namespace tilekernels {
+namespace {
+
+constexpr std::ptrdiff_t nbVectors = 8;  // of a tile
+
+#if defined(MATHEXPR_TILE_VECTORS)
+
+constexpr std::ptrdiff_t width = MATHEXPR_TILE_WIDTH;
+typedef double V __attribute__((vector_size(8 * width)));  // NOLINT(modernize-use-using): as clang reads it
+using Condition = decltype(V{} == V{});
+
+V load(const double* from)
+{
+    V vector;
+    __builtin_memcpy(&vector, from, sizeof vector);
+    return vector;
+}
+
+void store(double* to, V vector)
+{
+    __builtin_memcpy(to, &vector, sizeof vector);
+}
+
+bool holdsInAny(Condition condition)
+{
+    return MATHEXPR_TILE_HOLDS_IN_ANY(condition) != 0;
+}
+
+V squareRoot(V x)
+{
+    return MATHEXPR_TILE_SQUARE_ROOT(x);
+}
+
+V magnitude(V x)
+{
+    return (V)((Condition)x & 0x7FFF'FFFF'FFFF'FFFF);
+}
+
+// Of points, three vectors hold as many as a vector has lanes. Coordinate c of point k is number 3 * k + c of them; each
+// lane has each coordinate in one of the vectors, since 3 and the width have no common factor.
+
+/// Numbers lanes.
+template <int... numbers>
+struct Lanes
+{};
+template <int count, int... numbers>
+struct CountedLanes : CountedLanes<count - 1, count - 1, numbers...>
+{};
+template <int... numbers>
+struct CountedLanes<0, numbers...>
+{
+    using Type = Lanes<numbers...>;
+};
+using AllLanes = CountedLanes<MATHEXPR_TILE_WIDTH>::Type;
+
+/// Which of the three vectors has a coordinate in a lane.
+constexpr int vectorOf(int coordinate, int lane)  // not covered: runs while compiling
+{
+    int number = lane;
+    while (number % 3 != coordinate)
+    {
+        number += MATHEXPR_TILE_WIDTH;
+    }
+    return number / MATHEXPR_TILE_WIDTH;
+}
+
+/// For each lane, where it comes from: from the first operand, or from the second where that is true.
+constexpr int laneOf(bool second, int lane)  // not covered: runs while compiling
+{
+    return second ? MATHEXPR_TILE_WIDTH + lane : lane;
+}
+
+/// One coordinate of as many points.
+template <int coordinate, int... lanes>
+V takeCoordinate(V first, V second, V third, Lanes<lanes...>)
+{
+    const V two = __builtin_shufflevector(first, second, laneOf(vectorOf(coordinate, lanes) == 1, lanes)...);
+    const V all = __builtin_shufflevector(two, third, laneOf(vectorOf(coordinate, lanes) == 2, lanes)...);
+    return __builtin_shufflevector(all, all, (3 * lanes + coordinate) % MATHEXPR_TILE_WIDTH...);
+}
+
+formulas::PointOf<V> takeApart(const double* points)
+{
+    const V first = load(points);
+    const V second = load(points + width);
+    const V third = load(points + 2 * width);
+    return {takeCoordinate<0>(first, second, third, AllLanes()), takeCoordinate<1>(first, second, third, AllLanes()),
+            takeCoordinate<2>(first, second, third, AllLanes())};
+}
+
+/// The point whose coordinate is the number that a lane of one of the three vectors holds.
+constexpr int pointOf(int vector, int lane)  // not covered: runs while compiling
+{
+    return (vector * MATHEXPR_TILE_WIDTH + lane) / 3;
+}
+
+/// Whether a lane of one of the three vectors holds a coordinate.
+constexpr bool holds(int vector, int lane, int coordinate)  // not covered: runs while compiling
+{
+    return (vector * MATHEXPR_TILE_WIDTH + lane) % 3 == coordinate;
+}
+
+template <int vector, int... lanes>
+V putTogether(formulas::PointOf<V> points, Lanes<lanes...>)
+{
+    const V x = __builtin_shufflevector(points.x, points.x, pointOf(vector, lanes)...);
+    const V y = __builtin_shufflevector(points.y, points.y, pointOf(vector, lanes)...);
+    const V z = __builtin_shufflevector(points.z, points.z, pointOf(vector, lanes)...);
+    const V two = __builtin_shufflevector(x, y, laneOf(holds(vector, lanes, 1), lanes)...);
+    return __builtin_shufflevector(two, z, laneOf(holds(vector, lanes, 2), lanes)...);
+}
+
+void putTogether(double* result, formulas::PointOf<V> points)
+{
+    store(result, putTogether<0>(points, AllLanes()));
+    store(result + width, putTogether<1>(points, AllLanes()));
+    store(result + 2 * width, putTogether<2>(points, AllLanes()));
+}
+
+template <int vector, int... lanes>
+V repeat(V numbers, Lanes<lanes...>)
+{
+    return __builtin_shufflevector(numbers, numbers, pointOf(vector, lanes)...);
+}
+
+/// A number for each point, repeated for its coordinates in one of the three vectors.
+template <int vector>
+V repeatForCoordinates(V numbers)
+{
+    return repeat<vector>(numbers, AllLanes());
+}
+
+#else
+
+constexpr std::ptrdiff_t width = 1;
+using V = double;
+using Condition = bool;
+
+V load(const double* from)
+{
+    return *from;
+}
+void store(double* to, V number)
+{
+    *to = number;
+}
+bool holdsInAny(Condition condition)
+{
+    return condition;
+}
+formulas::PointOf<V> takeApart(const double* point)
+{
+    return {point[0], point[1], point[2]};
+}
+void putTogether(double* result, formulas::PointOf<V> point)
+{
+    result[0] = point.x;
+    result[1] = point.y;
+    result[2] = point.z;
+}
+template <int>
+V repeatForCoordinates(V number)
+{
+    return number;
+}
+
+#endif
+
+}
+}
+
+#if defined(MATHEXPR_TILE_VECTORS)
+template <>
+struct formulas::Functions<tilekernels::V>
+{
+    static tilekernels::V squareRoot(tilekernels::V x) { return tilekernels::squareRoot(x); }
+    static tilekernels::V magnitude(tilekernels::V x) { return tilekernels::magnitude(x); }
+};
+#endif
+
+namespace tilekernels {
+namespace {
+
+using Points = formulas::PointOf<V>;
+using Kernel = void(MATHEXPR_TILE_ABI*)(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES);
+
+template <class Result>
+inline constexpr bool isPoint = false;
+template <>
+inline constexpr bool isPoint<Points> = true;
+
+template <class Formula, class... Operands>
+constexpr bool yieldsPoint()  // not covered: runs while compiling
+{
+    if constexpr (formulas::takesOperands<Formula, Operands...>)
+    {
+        return isPoint<decltype(Formula::of(Operands{}...))>;
+    }
+    else
+    {
+        return false;
+    }
+}
+
+/// Computes a formula and adds to a condition where it refuses.
+template <class Formula, class... Operands>
+auto compute([[maybe_unused]] Condition& refused, Operands... operands)
+{
+    if constexpr (formulas::mayRefuse<Formula, Operands...>)
+    {
+        refused = refused | Formula::refuses(operands...);
+    }
+    return Formula::of(operands...);
+}
+
+template <class Formula, class... Operands>
+void noteRefusal([[maybe_unused]] Condition refused, [[maybe_unused]] MTTileContext& context)
+{
+    if constexpr (formulas::mayRefuse<Formula, Operands...>)
+    {
+        if (holdsInAny(refused))
+        {
+            context.refused = true;
+        }
+    }
+}
+
+template <class Formula, MTTileOperands operands>
+void MATHEXPR_TILE_ABI computeNumber(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+{
+    [[maybe_unused]] const double* const a = context->places[step->a];
+    Condition refused{};
+#define MATHEXPR_TILE_LANE(i)                                                                                          \
+    v##i = compute<Formula>(refused, operands == MTTileOperands::Value ? v##i : load(a + width * (i)));
+    MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
+#undef MATHEXPR_TILE_LANE
+    noteRefusal<Formula, V>(refused, *context);
+    MATHEXPR_TILE_NEXT;
+}
+
+template <class Formula, MTTileOperands operands>
+void MATHEXPR_TILE_ABI computeNumbers(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+{
+    [[maybe_unused]] const double* const a = context->places[step->a];
+    [[maybe_unused]] const double* const b = context->places[step->b];
+    Condition refused{};
+#define MATHEXPR_TILE_LANE(i)                                                                                          \
+    v##i = compute<Formula>(refused, operands == MTTileOperands::Value ? v##i : load(a + width * (i)),                 \
+                            operands == MTTileOperands::MemoryValue ? v##i : load(b + width * (i)));
+    MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
+#undef MATHEXPR_TILE_LANE
+    noteRefusal<Formula, V, V>(refused, *context);
+    MATHEXPR_TILE_NEXT;
+}
+
+template <class Formula>
+void MATHEXPR_TILE_ABI makePoints(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+{
+    const double* const a = context->places[step->a];
+    const double* const b = context->places[step->b];
+    const double* const c = context->places[step->c];
+    double* const result = context->places[step->result];
+    for (std::ptrdiff_t i = 0; i < nbVectors * width; i += width)
+    {
+        putTogether(result + 3 * i, Formula::of(load(a + i), load(b + i), load(c + i)));
+    }
+    MATHEXPR_TILE_NEXT;
+}
+
+/// A number of each point, or of each two.
+template <class Formula, MTTileOperands operands>
+void MATHEXPR_TILE_ABI computeFromPoints(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+{
+    const double* const a = context->places[step->a];
+    const auto number = [&](std::ptrdiff_t i) {
+        const Points first = takeApart(a + 3 * width * i);
+        if constexpr (operands == MTTileOperands::Point)
+        {
+            return Formula::of(first);
+        }
+        else
+        {
+            const Points second = takeApart(context->places[step->b] + 3 * width * i);
+            if constexpr (formulas::addsOnto<Formula, formulas::PointOf<double>, formulas::PointOf<double>>)
+            {
+                return Formula::onto(V{}, first, second);
+            }
+            else
+            {
+                return Formula::of(first, second);
+            }
+        }
+    };
+#define MATHEXPR_TILE_LANE(i) v##i = number(i);
+    MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
+#undef MATHEXPR_TILE_LANE
+    MATHEXPR_TILE_NEXT;
+}
+
+/// A point of each two.
+template <class Formula>
+void MATHEXPR_TILE_ABI computePoints(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+{
+    const double* const a = context->places[step->a];
+    const double* const b = context->places[step->b];
+    double* const result = context->places[step->result];
+    for (std::ptrdiff_t i = 0; i < 3 * nbVectors * width; i += 3 * width)
+    {
+        putTogether(result + i, Formula::of(takeApart(a + i), takeApart(b + i)));
+    }
+    MATHEXPR_TILE_NEXT;
+}
+
+/// A formula of points that treats all coordinates alike, of one or two.
+template <class Formula, MTTileOperands operands>
+void MATHEXPR_TILE_ABI computeCoordinates(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+{
+    const double* const a = context->places[step->a];
+    double* const result = context->places[step->result];
+    for (std::ptrdiff_t i = 0; i < 3 * nbVectors * width; i += width)
+    {
+        if constexpr (operands == MTTileOperands::Point)
+        {
+            store(result + i, Formula::of(load(a + i)));
+        }
+        else
+        {
+            store(result + i, Formula::of(load(a + i), load(context->places[step->b] + i)));
+        }
+    }
+    MATHEXPR_TILE_NEXT;
+}
+
+/// A formula that multiplies or divides points by numbers.
+template <class Formula, MTTileOperands operands>
+void MATHEXPR_TILE_ABI scalePoints(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+{
+    constexpr bool pointFirst = operands == MTTileOperands::PointMemory || operands == MTTileOperands::PointValue;
+    constexpr bool isValue = operands == MTTileOperands::PointValue || operands == MTTileOperands::ValuePoint;
+    const double* const points = context->places[pointFirst ? step->a : step->b];
+    [[maybe_unused]] const double* const numbers = context->places[pointFirst ? step->b : step->a];
+    double* const result = context->places[step->result];
+    Condition refused{};
+    const auto scale = [&](const double* coordinates, V number) {
+        if constexpr (pointFirst)
+        {
+            return compute<Formula>(refused, load(coordinates), number);
+        }
+        else
+        {
+            return compute<Formula>(refused, number, load(coordinates));
+        }
+    };
+    const auto scaleAll = [&](std::ptrdiff_t i, V number) {
+        const V first = scale(points + i, repeatForCoordinates<0>(number));
+        const V second = scale(points + i + width, repeatForCoordinates<1>(number));
+        const V third = scale(points + i + 2 * width, repeatForCoordinates<2>(number));
+        store(result + i, first);
+        store(result + i + width, second);
+        store(result + i + 2 * width, third);
+    };
+#define MATHEXPR_TILE_LANE(i) scaleAll(3 * width * (i), isValue ? v##i : load(numbers + width * (i)));
+    MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
+#undef MATHEXPR_TILE_LANE
+    noteRefusal<Formula, V, V>(refused, *context);
+    MATHEXPR_TILE_NEXT;
+}
+
+void storeValue(double* result, MATHEXPR_TILE_LANES)
+{
+#define MATHEXPR_TILE_LANE(i) store(result + width * (i), v##i);
+    MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
+#undef MATHEXPR_TILE_LANE
+}
+
+void MATHEXPR_TILE_ABI push(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+{
+    storeValue(context->places[step->result], v0, v1, v2, v3, v4, v5, v6, v7);
+    MATHEXPR_TILE_NEXT;
+}
+
+void MATHEXPR_TILE_ABI call(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+{
+    if (step->call(*step, *context))
+    {
+        context->refused = true;
+    }
+    v0 = v1 = v2 = v3 = v4 = v5 = v6 = v7 = V{};  // need not be kept during the call: no step uses them
+    MATHEXPR_TILE_NEXT;
+}
+
+void MATHEXPR_TILE_ABI pauseChain(const MTTileStep* step, MTTileContext* context, V, V, V, V, V, V, V, V)
+{
+    context->resume = step + 1;
+}
+
+void MATHEXPR_TILE_ABI end(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+{
+    if (!context->refused)
+    {
+        storeValue(context->places[step->result], v0, v1, v2, v3, v4, v5, v6, v7);
+    }
+}
+
+template <int numbersPerRow>
+void MATHEXPR_TILE_ABI endCopying(const MTTileStep* step, MTTileContext* context, V, V, V, V, V, V, V, V)
+{
+    const double* const a = context->places[step->a];
+    double* const result = context->places[step->result];
+    for (std::ptrdiff_t i = 0; !context->refused && i < numbersPerRow * nbVectors * width; i += width)
+    {
+        store(result + i, load(a + i));
+    }
+}
+
+void MATHEXPR_TILE_ABI stop(const MTTileStep*, MTTileContext*, V, V, V, V, V, V, V, V) {}
+
+/// The kernel of a formula for such operands, null where it does not take them.
+template <class Formula, MTTileOperands operands>
+constexpr Kernel kernelOf()  // not covered: runs while compiling
+{
+    using Form = MTTileOperands;
+    using formulas::takesOperands;
+    if constexpr (operands == Form::Value || operands == Form::MemoryValue || operands == Form::Memory)
+    {
+        if constexpr (takesOperands<Formula, V, V>)
+        {
+            return computeNumbers<Formula, operands>;
+        }
+        else if constexpr (takesOperands<Formula, V> && operands != Form::MemoryValue)
+        {
+            return computeNumber<Formula, operands>;
+        }
+    }
+    else if constexpr (operands == Form::ThreeNumbers)
+    {
+        if constexpr (yieldsPoint<Formula, V, V, V>())
+        {
+            return makePoints<Formula>;
+        }
+    }
+    else if constexpr (operands == Form::Point)
+    {
+        if constexpr (yieldsPoint<Formula, Points>())
+        {
+            return computeCoordinates<Formula, operands>;
+        }
+        else if constexpr (takesOperands<Formula, Points>)
+        {
+            return computeFromPoints<Formula, operands>;
+        }
+    }
+    else if constexpr (operands == Form::Points)
+    {
+        constexpr bool addsOnto = formulas::addsOnto<Formula, formulas::PointOf<double>, formulas::PointOf<double>>;
+        if constexpr (yieldsPoint<Formula, Points, Points>() && takesOperands<Formula, V, V>)
+        {
+            return computeCoordinates<Formula, operands>;
+        }
+        else if constexpr (yieldsPoint<Formula, Points, Points>())
+        {
+            return computePoints<Formula>;
+        }
+        else if constexpr (addsOnto || takesOperands<Formula, Points, Points>)
+        {
+            return computeFromPoints<Formula, operands>;
+        }
+    }
+    else if constexpr (operands == Form::PointMemory || operands == Form::PointValue)
+    {
+        if constexpr (takesOperands<Formula, Points, V>)
+        {
+            return scalePoints<Formula, operands>;
+        }
+    }
+    else if constexpr (takesOperands<Formula, V, Points>)
+    {
+        return scalePoints<Formula, operands>;
+    }
+    return nullptr;
+}
+
+constexpr std::size_t rowsPerTile = nbVectors * width;
+
+struct FormulaKernels
+{
+    Kernel kernels[nbTileOperands];  // by operands
+};
+
+template <class Formula>
+constexpr FormulaKernels kernelsOf()  // not covered: runs while compiling
+{
+    using Form = MTTileOperands;
+    return {{kernelOf<Formula, Form::Value>(), kernelOf<Formula, Form::MemoryValue>(),
+             kernelOf<Formula, Form::Memory>(), kernelOf<Formula, Form::ThreeNumbers>(),
+             kernelOf<Formula, Form::Point>(), kernelOf<Formula, Form::Points>(),
+             kernelOf<Formula, Form::PointMemory>(), kernelOf<Formula, Form::PointValue>(),
+             kernelOf<Formula, Form::MemoryPoint>(), kernelOf<Formula, Form::ValuePoint>()}};
+}
+
+template <class List>
+struct KernelTable;
+template <class... Formulas>
+struct KernelTable<tiles::FormulaList<Formulas...>>
+{
+    static constexpr FormulaKernels rows[] = {kernelsOf<Formulas>()...};
+};
+
+constexpr Kernel controls[] = {push, call, pauseChain, end, endCopying<1>, endCopying<3>, stop};  // as MTTileControl
+
+MTTileKernel findKernel(std::uint8_t formula, MTTileOperands operands)
+{
+    return reinterpret_cast<MTTileKernel>(
+        KernelTable<tiles::VectorFormulas>::rows[formula].kernels[static_cast<std::size_t>(operands)]);
+}
+
+MTTileKernel findControl(MTTileControl control)
+{
+    return reinterpret_cast<MTTileKernel>(controls[static_cast<std::size_t>(control)]);
+}
+
+std::size_t run(const MTTileStep* first, MTTileContext& context, const MTTileColumn* moved, std::size_t nbMoved,
+                std::size_t nbTiles)
+{
+    const V none{};
+    for (std::size_t tile = 0; tile < nbTiles; ++tile)
+    {
+        context.resume = first;
+        while (context.resume != nullptr)
+        {
+            const MTTileStep* const step = context.resume;
+            context.resume = nullptr;
+            reinterpret_cast<Kernel>(step->kernel)(step, &context, none, none, none, none, none, none, none, none);
+        }
+        if (context.refused)
+        {
+            return tile;
+        }
+        for (std::size_t j = 0; j < nbMoved; ++j)
+        {
+            *moved[j].place += moved[j].distance;
+        }
+    }
+    return nbTiles;
+}
+
+}
+}
+
+const MTTileSet MATHEXPR_TILE_SET{tilekernels::rowsPerTile, tilekernels::findKernel, tilekernels::findControl,
+                                  tilekernels::run};

@@ -1,0 +1,391 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// TileTests.cpp - tiles of each instruction set that the processor has, held against the same rows evaluated one by one:
+// every bit of the values, the status of each row, and what is left where a row has none.
+#include "ExpressionGenerator.h"
+#include "Settings.h"
+
+#include "MTParserLib/MTParserCompiler.h"
+#include "MTParserLib/MTParserDefFuncs.h"
+#include "MTParserLib/MTParserRegistrar.h"
+#include "MTParserLib/compile/MTCompilation.h"
+#include "MTParserLib/run/MTBulkRun.h"
+#include "MTParserLib/tiles/MTTileProgram.h"
+#include "MTParserLib/tiles/MTTileSets.h"
+#include "mathexpr/SMTParsingExcepData.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+using mathexpr::BulkKind;
+using reference::Random;
+
+class Variable final : public IMathVariable
+{
+public:
+    Variable(std::wstring name, VALTYPE initial) : symbol(std::move(name)), value(initial) {}
+    bool evaluate(std::uint32_t, const VALTYPE*, VALTYPE& result, bool) const override
+    {
+        result = value;
+        return true;
+    }
+    std::wstring getSymbol() const override { return symbol; }
+    VALTYPE* getValuePtr() override { return &value; }
+
+private:
+    std::wstring symbol;
+    VALTYPE value;
+};
+
+/// Texts whose operands are of the kinds that their items take, with most items of the vocabulary.
+class Formulas
+{
+public:
+    explicit Formulas(Random& source) : random(source) {}
+
+    std::wstring number(std::size_t depth)
+    {
+        static const std::array<std::wstring, 7> leaves = {L"x", L"y", L"x", L"y", L"k", L"2.5", L"0"};
+        static const std::array<std::wstring, 16> binary = {L"+", L"-", L"*", L"/",  L"+",  L"-",  L"*",  L"/",
+                                                            L">", L"<", L"|", L">=", L"<=", L"==", L"!=", L"^"};
+        static const std::array<std::wstring, 14> unary = {L"sqrt", L"abs",   L"-",    L"!",     L"d2r",
+                                                           L"r2d",  L"sqr",   L"m2f",  L"m2m",   L"sin",
+                                                           L"ln",   L"round", L"asin", L"vm2vmm"};
+        static const std::array<std::wstring, 8> calls = {L"min", L"max", L"pow", L"sum",
+                                                          L"avg", L"min", L"max", L"fact"};
+        const std::size_t kind = depth == 0 ? 0 : random.below(100);
+        if (kind < 10)
+        {
+            return random.pick(leaves);
+        }
+        if (kind < 50)
+        {
+            const std::wstring left = number(depth - 1);
+            return L"(" + left + random.pick(binary) + number(depth - 1) + L")";
+        }
+        if (kind < 65)
+        {
+            const std::wstring& item = random.pick(unary);
+            return L"(" + item + L"(" + number(depth - 1) + L"))";
+        }
+        if (kind < 78)
+        {
+            const std::wstring& item = random.pick(calls);
+            std::wstring text = item + L"(" + number(depth - 1);
+            const std::size_t more = item == L"fact" ? 0 : item == L"pow" ? 1 : 1 + random.below(4);
+            for (std::size_t j = 0; j < more; ++j)
+            {
+                text += L"," + number(depth - 1);
+            }
+            return text + L")";
+        }
+        const std::wstring left = point(depth - 1);
+        const std::wstring right = point(depth - 1);
+        switch (random.below(5))
+        {
+        case 0:
+            return L"dist(" + left + L"," + right + L")";
+        case 1:
+            return L"(" + left + L"*" + right + L")";
+        case 2:
+            return L"abs(" + left + L")";
+        case 3:
+            return L"(" + left + L">" + right + L")";
+        default:
+            return L"((" + number(depth - 1) + L"*" + number(depth - 1) + L")+(" + number(depth - 1) + L"-" +
+                   number(depth - 1) + L"))";
+        }
+    }
+
+    std::wstring point(std::size_t depth)
+    {
+        static const std::array<std::wstring, 6> leaves = {L"p", L"q", L"p", L"q", L"c", L"[1,2,3]"};
+        static const std::array<std::wstring, 3> operators = {L"+", L"-", L"&"};
+        static const std::array<std::wstring, 3> calls = {L"vec(", L"vec1(", L"nor("};
+        if (depth == 0 || random.chance(15))
+        {
+            return random.pick(leaves);
+        }
+        switch (random.below(7))
+        {
+        case 0:
+            return L"[" + number(depth - 1) + L"," + number(depth - 1) + L"," + number(depth - 1) + L"]";
+        case 1:
+            return L"[" + number(depth - 1) + (random.chance(50) ? L"]" : L"," + number(depth - 1) + L"]");
+        case 2:
+            return L"(" + point(depth - 1) + L"*" + number(depth - 1) + L")";
+        case 3:
+            return random.chance(50) ? L"(" + number(depth - 1) + L"*" + point(depth - 1) + L")"
+                                     : L"(" + point(depth - 1) + L"/" + number(depth - 1) + L")";
+        case 4:
+            return random.chance(80) ? L"(-(" + point(depth - 1) + L"))"
+                                     : L"ill(p,q," + point(depth - 1) + L"," + point(depth - 1) + L")";
+        case 5:
+            return random.pick(calls) + point(depth - 1) + L"," + point(depth - 1) + L")";
+        default:
+            return L"(" + point(depth - 1) + random.pick(operators) + point(depth - 1) + L")";
+        }
+    }
+
+private:
+    Random& random;
+};
+
+/// The bits of all results, and the status of each row. Each NaN is the same.
+struct Rows
+{
+    std::vector<std::uint64_t> bits;
+    std::vector<std::uint32_t> status;
+
+    bool operator==(const Rows&) const = default;
+};
+
+VALTYPE record(std::uint8_t type, double x, double y, double z)
+{
+    VALTYPE value;
+    value.type = type;
+    value.x = x;
+    value.y = y;
+    value.z = z;
+    return value;
+}
+
+class Tiles : public testing::Test
+{
+protected:
+    Tiles()
+    {
+        registrar.setSyntax({L'.', L',', L'[', L']'});
+        registerVocabulary(registrar);
+        for (const auto& [name, initial] : {std::pair{L"x", record(0, 0, 0, 0)},
+                                            {L"y", record(0, 0, 0, 0)},
+                                            {L"k", record(0, 1.5, 4, 0)},
+                                            {L"p", record(1, 0, 0, 0)},
+                                            {L"q", record(1, 0, 0, 0)},
+                                            {L"c", record(1, 3, -0.0, 2)}})
+        {
+            variables[name] = new Variable(name, initial);
+            registrar.defineVariable(variables[name], true);
+        }
+    }
+
+    /// @return false where constants are refused while compiling
+    bool compile(const std::wstring& text)
+    {
+        MTParserCompiler compiler(registrar, compilation, false, nullptr);
+        std::wstring assignTarget;
+        try
+        {
+            return compiler.compile(text.c_str(), {}, assignTarget);
+        }
+        catch (const mathexpr::ParsingException&)
+        {
+            return false;
+        }
+    }
+
+    bool isConstant() const { return compilation.program.isConstant(); }
+
+    /// Numbers to compute with, of which a few are refused by this item or that.
+    static std::vector<double> someNumbers(Random& random, std::size_t count, std::size_t percentSpecial)
+    {
+        static constexpr std::array<double, 10> special = {0.0, -0.0, -1.0,     1e300,     1e-310,
+                                                           0.5, 1.0,  HUGE_VAL, -HUGE_VAL, NAN};
+        std::vector<double> all(count);
+        for (double& value : all)
+        {
+            value = random.chance(percentSpecial) ? random.pick(special)
+                                                  : 0.25 + static_cast<double>(random.below(500)) / 8;
+        }
+        return all;
+    }
+
+    static std::ptrdiff_t distanceOf(BulkKind kind, std::ptrdiff_t gap)
+    {
+        return ((kind == BulkKind::Number ? 1 : 3) + gap) * static_cast<std::ptrdiff_t>(sizeof(double));
+    }
+
+    std::vector<MTBoundColumn> makeColumns(std::ptrdiff_t gap)
+    {
+        std::vector<MTBoundColumn> columns;
+        for (const auto& [name, numbers] : data)
+        {
+            const BulkKind kind = name == L"p" || name == L"q" ? BulkKind::Point : BulkKind::Number;
+            columns.push_back(
+                {variables[name]->getValuePtr(), {name.c_str(), numbers.data(), distanceOf(kind, gap), kind}});
+        }
+        return columns;
+    }
+
+    /// Evaluates rows of columns, whose numbers stand so far apart, into results likewise.
+    Rows evaluate(const MTTileSet* set, std::size_t nbRows, BulkKind kind, std::ptrdiff_t gap)
+    {
+        const std::vector<MTBoundColumn> columns = makeColumns(gap);
+        std::vector<double> results(nbRows * 6, 77.0);
+        Rows rows;
+        rows.status.resize(nbRows, 77);
+        mathexpr::BulkResults target{
+            results.data(), kind == BulkKind::Record ? std::ptrdiff_t{sizeof(VALTYPE)} : distanceOf(kind, gap), kind};
+        target.status = rows.status.data();
+        runInBulk(compilation.program, columns, nbRows, target, 1, set);
+        for (const double value : results)
+        {
+            rows.bits.push_back(std::bit_cast<std::uint64_t>(std::isnan(value) ? std::nan("") : value));
+        }
+        return rows;
+    }
+
+    void makeData(Random& random, std::size_t nbRows, std::size_t percentSpecial)
+    {
+        for (const wchar_t* name : {L"x", L"y", L"p", L"q"})
+        {
+            data[name] = someNumbers(random, 6 * nbRows, percentSpecial);
+        }
+    }
+
+    static std::string narrow(const std::wstring& text) { return {text.begin(), text.end()}; }
+
+    std::map<std::wstring, Variable*> variables;
+    MTParserRegistrar registrar;
+    MTCompilation compilation;
+    std::map<std::wstring, std::vector<double>> data;
+};
+
+TEST_F(Tiles, ComeToWhatEachRowDoesByItself)
+{
+    const std::uint64_t first = reference::firstSeed();
+    const std::uint64_t count = reference::fromEnvironment("MATHEXPR_DIFFERENTIAL_COUNT", 4000);
+    std::size_t nbInTiles = 0;
+    for (std::uint64_t seed = first; seed < first + count; ++seed)
+    {
+        Random random(seed);
+        Formulas formulas(random);
+        const bool isPoint = random.chance(40);
+        const std::wstring text = isPoint ? formulas.point(1 + seed % 4) : formulas.number(1 + seed % 4);
+        if (!compile(text))
+        {
+            continue;
+        }
+        const std::size_t nbRows = 1 + random.below(200);
+        makeData(random, nbRows, random.pick(std::array<std::size_t, 3>{0, 2, 20}));
+        const BulkKind kind = random.chance(30) ? BulkKind::Record : isPoint ? BulkKind::Point : BulkKind::Number;
+        const std::ptrdiff_t gap = random.chance(70) ? 0 : 1;
+        const Rows expected = evaluate(nullptr, nbRows, kind, gap);
+        for (const MTTileSet* set : availableTileSets())
+        {
+            EXPECT_EQ(evaluate(set, nbRows, kind, gap), expected) << set->nbRows << " rows of a tile";
+        }
+        nbInTiles +=
+            !isConstant() && MTTileProgram::build(compilation.program, makeColumns(gap), kind, baselineTiles) ? 1U : 0U;
+        ASSERT_FALSE(HasFailure()) << "seed " << seed << ": " << narrow(text) << ", " << nbRows << " rows";
+    }
+    EXPECT_GT(nbInTiles, count / 2);
+}
+
+TEST_F(Tiles, TakeProgramsThatDifferFromRowToRowOnlyByValue)
+{
+    Random random(1);
+    makeData(random, 1, 0);
+    const std::vector<MTBoundColumn> columns = makeColumns(0);
+    for (const wchar_t* text : {L"x+1", L"p+q*2", L"dist(p,q)", L"vec1(p,q)*x", L"[x,y,x+y]", L"fact(x)", L"p&q",
+                                L"p>q", L"ill(p,q,p,q)", L"min(x,y,2)", L"m2m(x)", L"sin(x)/y", L"m2f(x)", L"min(x,p)",
+                                L"[x,y,x,y]", L"m2f(x)&m2f(y)", L"[p,x]", L"cm2cm(x)"})
+    {
+        ASSERT_TRUE(compile(text));
+        EXPECT_TRUE(MTTileProgram::build(compilation.program, columns, BulkKind::Record, baselineTiles))
+            << narrow(text);
+        const Rows expected = evaluate(nullptr, 1, BulkKind::Record, 0);
+        EXPECT_EQ(evaluate(&baselineTiles, 1, BulkKind::Record, 0), expected) << narrow(text);
+    }
+    for (const wchar_t* text : {L"rand(0,x)", L"x", L"k+1", L"x/0", L"x+p", L"sin(p)", L"x+sqrt(k-2)"})
+    {
+        ASSERT_TRUE(compile(text));
+        EXPECT_FALSE(MTTileProgram::build(compilation.program, columns, BulkKind::Record, baselineTiles))
+            << narrow(text);
+    }
+    ASSERT_TRUE(compile(L"x+1"));
+    EXPECT_FALSE(MTTileProgram::build(compilation.program, columns, BulkKind::Point, baselineTiles));
+    ASSERT_TRUE(compile(L"p+q"));
+    EXPECT_FALSE(MTTileProgram::build(compilation.program, columns, BulkKind::Number, baselineTiles));
+}
+
+TEST_F(Tiles, AreGivenUpForARefusalInAnyPlace)
+{
+    for (const MTTileSet* set : availableTileSets())
+    {
+        const std::size_t nbRows = 3 * set->nbRows + 5;
+        for (std::size_t refused = 0; refused < nbRows; ++refused)
+        {
+            Random random(refused);
+            makeData(random, nbRows, 0);
+            data[L"x"][refused] = 0.0;
+            for (const auto& [text, kind] : {std::pair{L"y/x", BulkKind::Number},
+                                             {L"sqrt(x)", BulkKind::Number},
+                                             {L"ln(x)+y", BulkKind::Number},
+                                             {L"p/x", BulkKind::Point},
+                                             {L"p*(1/x)", BulkKind::Point},
+                                             {L"pow(y/x,2)", BulkKind::Number}})
+            {
+                ASSERT_TRUE(compile(text));
+                const Rows found = evaluate(set, nbRows, kind, 0);
+                ASSERT_EQ(found, evaluate(nullptr, nbRows, kind, 0)) << narrow(text) << ", row " << refused;
+                EXPECT_NE(found.status[refused], 0);
+            }
+        }
+    }
+}
+
+TEST_F(Tiles, EndAtAnyRow)
+{
+    Random random(1);
+    makeData(random, 600, 1);
+    for (const auto& [text, kind] :
+         {std::pair{L"sqrt(x)/y-x", BulkKind::Number}, {L"p/x+q", BulkKind::Point}, {L"(p&q)*x", BulkKind::Record}})
+    {
+        ASSERT_TRUE(compile(text));
+        for (std::size_t nbRows = 0; nbRows < 600; nbRows += nbRows < 140 ? 1 : 37)
+        {
+            const Rows expected = evaluate(nullptr, nbRows, kind, 0);
+            for (const MTTileSet* set : availableTileSets())
+            {
+                ASSERT_EQ(evaluate(set, nbRows, kind, 0), expected) << narrow(text) << ", " << nbRows << " rows";
+            }
+        }
+    }
+}
+
+TEST_F(Tiles, TakeLongPrograms)
+{
+    std::wstring sum = L"x";
+    std::wstring nested = L"x";
+    std::wstring constants = L"x";
+    for (int j = 1; j < 5000; ++j)
+    {
+        sum += j % 2 == 0 ? L"+y" : L"-x*y";
+        constants += L"+" + std::to_wstring(j);
+        nested = j % 50 != 0 ? nested : L"(x*y+(x/y-" + nested + L"))";
+    }
+    Random random(1);
+    makeData(random, 100, 0);
+    for (const std::wstring& text : {sum, nested, constants})
+    {
+        ASSERT_TRUE(compile(text));
+        const Rows expected = evaluate(nullptr, 100, BulkKind::Number, 0);
+        for (const MTTileSet* set : availableTileSets())
+        {
+            EXPECT_EQ(evaluate(set, 100, BulkKind::Number, 0), expected) << set->nbRows << " rows of a tile";
+        }
+    }
+}
+
+}

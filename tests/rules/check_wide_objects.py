@@ -1,0 +1,48 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
+"""Checks that an object file compiled for a wide instruction set runs nowhere else.
+
+Usage: check_wide_objects.py NM LANES OBJECT...
+
+Of an inline function that several object files hold, the linker keeps one, whatever it was compiled for. So each
+function that such an object shows has vectors of LANES doubles in its name, which no other set has. Nor may anything in
+it run before its set is chosen: it has no initialisers.
+"""
+import re
+import subprocess
+import sys
+
+OWN = re.compile(r"avx\w+Tiles\Z")
+SHOWN = re.compile(r"[A-Zuvwi]\Z")  # nm's letters for what other files see
+INITIALISER = re.compile(r"_GLOBAL__sub_I|__cxx_global_var_init")
+
+
+def faults(symbols, lanes):
+    vector = f"Dv{lanes}_d"
+    for line in symbols:
+        *_, kind, name = line.split()
+        if INITIALISER.search(name):
+            yield f"{name}: runs when the library is loaded"
+        elif SHOWN.match(kind) and not OWN.match(name) and vector not in name:
+            yield f"{name}: could take the place of the baseline's"
+
+
+def main():
+    nm, lanes, *objects = sys.argv[1:]
+    found = 0
+    for path in objects:
+        symbols = subprocess.run([nm, "--defined-only", path], check=True, capture_output=True, text=True).stdout
+        lines = symbols.splitlines()
+        if not any(OWN.match(line.split()[-1]) for line in lines):
+            print(f"{path}: holds no set of kernels")
+            found += 1
+        for fault in faults(lines, lanes):
+            print(f"{path}: {fault}")
+            found += 1
+    return 1 if found or not objects else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
