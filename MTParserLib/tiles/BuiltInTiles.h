@@ -11,6 +11,17 @@
 #include <cstddef>
 #include <cstdint>
 
+/// Computes a formula and notes whether it refuses.
+template <class Formula, class... Operands>
+double computeNoting([[maybe_unused]] bool& refused, Operands... operands)
+{
+    if constexpr (formulas::mayRefuse<Formula, Operands...>)
+    {
+        refused = Formula::refuses(operands...) || refused;
+    }
+    return Formula::of(operands...);
+}
+
 /// Computes an item whose formula is of double alone.
 template <class Item>
 bool computeTileRows(const MTTileStep& step, const MTTileContext& context)
@@ -20,22 +31,15 @@ bool computeTileRows(const MTTileStep& step, const MTTileContext& context)
     [[maybe_unused]] const double* const b = context.places[step.b];
     double* const result = context.places[step.result];
     bool refused = false;
-    const auto compute = [&refused](auto... operands) {
-        if constexpr (formulas::mayRefuse<Formula, decltype(operands)...>)
-        {
-            refused = Formula::refuses(operands...) || refused;
-        }
-        return Formula::of(operands...);
-    };
     for (std::size_t row = 0; row < context.nbRows; ++row)
     {
         if constexpr (scalarkernels::ComputesFromOne<Item>)
         {
-            result[row] = compute(a[row]);
+            result[row] = computeNoting<Formula>(refused, a[row]);
         }
         else
         {
-            result[row] = compute(a[row], b[row]);
+            result[row] = computeNoting<Formula>(refused, a[row], b[row]);
         }
     }
     return refused;
