@@ -14,5 +14,7 @@
 // - What is thrown is std::bad_alloc, and what the host's own callbacks throw.
 #pragma once
 
+#include "mathexpr/Completion.h"
 #include "mathexpr/TextEdits.h"
 #include "mathexpr/TextTokens.h"
+#include "mathexpr/TypingHelp.h"

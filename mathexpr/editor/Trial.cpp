@@ -30,6 +30,7 @@ bool Trial::compile(const std::wstring& text)
 {
     // An object of its own for each text: names that one has looked up are variables of the next.
     object.emplace(false, static_cast<const IMathExprService*>(this), EngineAccess::hostOf(original));
+    hasStandIns = false;
     const MTParser& parser = EngineAccess::parserOf(original);
     EngineAccess::parserOf(*object).setMaxInteger(parser.getMaxInteger());
     setLimits(*object, getLimits(original));
@@ -52,7 +53,10 @@ Trial::Verdict Trial::evaluate(const std::wstring& text, std::optional<VALTYPE>&
     {
         return verdictOfFailure();
     }
-    value = computed;
+    if (!hasStandIns)
+    {
+        value = computed;
+    }
     return Verdict::Accepted;
 }
 
@@ -104,19 +108,25 @@ bool Trial::lookupValue(const wchar_t* name, VALTYPE& value) const
         value = *variable->item->getValuePtr();
         return true;
     }
-    if (name == std::wstring_view(anyNumber) || name == std::wstring_view(anyPoint))
+    const IMathExprService* const service = mayAskHost ? EngineAccess::parserOf(original).getService() : nullptr;
+    if (service != nullptr)
     {
-        value.type = name == std::wstring_view(anyPoint) ? 1 : 0;
-        value.x = 0.5;
-        return true;
+        const platform::HostFloatingPoint hostsWords;
+        if (service->lookupValue(name, value))
+        {
+            return true;
+        }
     }
-    if (names.isNamedValue(name))
+    const std::wstring_view wanted = name;
+    if (wanted != anyNumber && wanted != anyPoint && !names.isNamedValue(wanted))
     {
-        return true;
+        return false;
     }
-    const IMathExprService* const service = EngineAccess::parserOf(original).getService();
-    const platform::HostFloatingPoint hostsWords;
-    return mayAskHost && service != nullptr && service->lookupValue(name, value);
+    hasStandIns = true;
+    value = VALTYPE();
+    value.type = wanted == anyPoint ? 1 : 0;
+    value.x = 0.5;
+    return true;
 }
 
 /// The variables and then what the host offers.

@@ -40,7 +40,7 @@ public:
     bool compile(const std::wstring& text);
 
     /// Compiles a text and evaluates it, unless it holds random numbers: evaluating those would change which come next.
-    /// @param value  receives the value where one was computed
+    /// @param value  receives the value where one was computed from values that are all known
     Verdict evaluate(const std::wstring& text, std::optional<VALTYPE>& value);
     Verdict judge(const std::wstring& text);
 
@@ -64,6 +64,7 @@ private:
     const KnownNames& names;
     const bool mayAskHost;
     std::optional<MathExpression> object;
+    mutable bool hasStandIns = false;  // the text names something whose value is not known
 };
 
 }

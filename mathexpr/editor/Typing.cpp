@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// Typing.cpp - compiles a text beside the object. A text is unfinished where its failure is at its end and something can
+// follow that the object accepts: this is tried, so that no second grammar is needed.
+#include "mathexpr/Completion.h"
+#include "mathexpr/EngineAccess.h"
+#include "mathexpr/HostBoundary.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/TypingHelp.h"
+#include "mathexpr/editor/OpenBrackets.h"
+#include "mathexpr/editor/TextReading.h"
+#include "mathexpr/editor/Trial.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace mathexpr {
+namespace editor {
+namespace {
+
+/// Whether something behind the text could mend the failure.
+bool isAtTheEnd(const ExpressionDiagnostic& failure, std::wstring_view typed)
+{
+    if (failure.kind != ExpressionDiagnostic::Kind::Parsing)
+    {
+        return false;
+    }
+    switch (failure.code)
+    {
+    case ParsingError::BracketNotClosed:
+    case ParsingError::NoExpression:
+        return true;
+    default:
+        return failure.length != 0 &&
+               typed.find_first_not_of(L' ', std::size_t{failure.start} + failure.length) == std::wstring_view::npos;
+    }
+}
+
+/// Whether a name that may stand there begins with the last word.
+bool isBeginningOfName(const MathExpression& expression, const TextReading& reading)
+{
+    const TextToken& last = reading.tokens().back();
+    const std::wstring word = reading.textOf(last);
+    const std::vector<CompletionItem> completions =
+        getCompletions(expression, std::wstring(reading.typed()).c_str(), endOf(last));
+    return std::any_of(completions.begin(), completions.end(), [&](const CompletionItem& item) {
+        return item.edit.span.start == last.start && std::wstring_view(item.name).substr(0, word.size()) == word;
+    });
+}
+
+bool canGoOn(const MathExpression& expression, const TextReading& reading, HostQuestions questions)
+{
+    const auto length = static_cast<std::uint32_t>(reading.typed().size());
+    const std::wstring closing = closingOf(openBracketsAt(reading, length));
+    Trial trial(expression, reading.names(), questions == HostQuestions::Allowed);
+    const std::wstring number = Trial::anyNumber;
+    const std::wstring point = Trial::anyPoint;
+    const struct
+    {
+        std::wstring behindText;
+        std::wstring behindBrackets;
+    } continuations[] = {{number, L""},        {point, L""},         {L"", L""},          {L'*' + point, L""},
+                         {L'+' + number, L""}, {L'=' + number, L""}, {L'=' + point, L""}, {number, L'*' + point},
+                         {L"", L'*' + point},  {point, L'*' + point}};
+    if (std::any_of(std::begin(continuations), std::end(continuations), [&](const auto& continuation) {
+            const std::wstring text =
+                std::wstring(reading.typed()) + continuation.behindText + closing + continuation.behindBrackets;
+            return trial.judge(text) != Trial::Verdict::Refused;
+        }))
+    {
+        return true;
+    }
+    return isBeginningOfName(expression, reading);
+}
+
+TypingDiagnostic diagnose(const MathExpression& expression, const std::wstring& typed, HostQuestions questions)
+{
+    const TextReading reading(expression, typed);
+    Trial trial(expression, reading.names(), questions == HostQuestions::Allowed);
+    TypingDiagnostic diagnostic;
+    if (!trial.compile(typed))
+    {
+        diagnostic.failure = trial.diagnostic();
+        const bool isUnfinished = isAtTheEnd(diagnostic.failure, typed) && canGoOn(expression, reading, questions);
+        diagnostic.state = isUnfinished ? TypingState::Unfinished : TypingState::Wrong;
+    }
+    return diagnostic;
+}
+
+}
+}
+
+TypingDiagnostic diagnoseText(const MathExpression& expression, const wchar_t* text, HostQuestions questions)
+{
+    return atHostBoundary(EngineAccess::hostOf(expression),
+                          [&] { return editor::diagnose(expression, std::wstring(editor::viewOf(text)), questions); });
+}
+
+std::vector<TextFix> getFixes(const MathExpression& expression, const wchar_t* text)
+{
+    const ExpressionDiagnostic failure = diagnoseText(expression, text).failure;
+    std::vector<TextFix> fixes;
+    if (failure.fix)
+    {
+        fixes.push_back({{{failure.fix->start, failure.fix->length}, failure.fix->replacement}, failure.hints.back()});
+    }
+    return fixes;
+}
+
+}
