@@ -13,6 +13,7 @@ import os
 import statistics
 import subprocess
 from dataclasses import dataclass
+from pathlib import Path
 
 NATIVE = "native"
 OURS = "mathexpr"
@@ -95,6 +96,13 @@ class Programs:
                 elapsed = medians(rows, lambda name: name[1], "real_time")
                 result[formula].update({way: time for way, (time, _) in elapsed.items()})
         return result
+
+    def python(self):
+        """What python_package.py measures, run by the Python of the environment beside the programs."""
+        self.progress("the Python package")
+        script = Path(__file__).with_name("python_package.py")
+        with self.on_all_processors():
+            return self.run(os.path.join("..", "python", "bin", "python"), str(script), str(self.effort.evaluate_rounds))
 
     @contextlib.contextmanager
     def on_all_processors(self):

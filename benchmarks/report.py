@@ -127,6 +127,41 @@ def memory_table(resources):
     return table
 
 
+PYTHON_ROWS = ["1,000 rows", "1,000,000 rows, 1 thread", "1,000,000 rows, 2 threads"]
+
+
+def python_tables(figures):
+    """The Python package: calls beside a lambda, and arrays beside numexpr, NumPy and a plain copy."""
+    native = figures["calls"]["lambda(3.0, 4.0)"]
+    calls = Table("Python, a call for single numbers, ns", ["call", "ns", "x lambda"])
+    for call, time in figures["calls"].items():
+        calls.rows.append([call, number(time), number(time / native)])
+    tables = [calls]
+    for title in PYTHON_ROWS:
+        ways = ["mathexpr", "numexpr", "copy"] + (["numpy"] if title == PYTHON_ROWS[0] else [])
+        table = Table(f"Python, {title}, us", ["formula", *ways, "x numexpr", "copy x numexpr"])
+        for formula, times in figures[title].items():
+            table.rows.append([formula, *[number(times[way] / 1000) for way in ways],
+                               number(times["mathexpr"] / times["numexpr"]), number(times["copy"] / times["numexpr"])])
+        tables.append(table)
+    return tables
+
+
+def python_targets(row, figures):
+    """A target of arrays depends on what a plain copy takes: where that is most of numexpr's time, nobody can be faster."""
+    calls = figures["calls"]
+    native = calls["lambda(3.0, 4.0)"]
+    row("Python, f(3.0, 4.0), x lambda", calls["f(3.0, 4.0)"] / native, 1.5)
+    row("Python, f(x=3.0, y=4.0), x lambda", calls["f(x=3.0, y=4.0)"] / native, 2.5)
+    row("Python, evaluate(text, variables) again", calls["evaluate(text, variables)"] / 1000, 5, unit=" us")
+    for title in PYTHON_ROWS:
+        for formula, times in figures[title].items():
+            is_copy = title != PYTHON_ROWS[0] and times["copy"] > times["numexpr"] / 2
+            target = 1 if title == PYTHON_ROWS[0] else 1.05 if is_copy else 0.5
+            row(f"Python, {title}, {formula}, x numexpr", times["mathexpr"] / times["numexpr"], target)
+    row("Python, import", figures["import"], 20, unit=" ms")
+
+
 def compiled_formulas(compiled):
     return sorted(int(name.split("/")[1]) for name in compiled if name.startswith("compile/"))
 
@@ -135,7 +170,7 @@ def geometric_mean(evaluated):
     return math.exp(statistics.fmean(math.log(ratio(evaluated[f], NATIVE)) for f in MEAN_OF))
 
 
-def summary(evaluated, bulk, compiled, scaled, resources):
+def summary(evaluated, bulk, compiled, scaled, resources, python):
     """The targets, each beside its figure. A target is an upper bound unless it is written with "at least"."""
     table = Table("Targets", ["what", "figure", "target", "reached"])
 
@@ -174,4 +209,5 @@ def summary(evaluated, bulk, compiled, scaled, resources):
     row("allocations for compiling again", resources["allocations per compile"], 0)
     row("memory of an expression object", resources["bytes of an object"][OURS], 65536, unit=" bytes")
     row("memory of the compiled ((x*2+y)*3-z)/(a+b*2)", resources["bytes of the program"], 1536, unit=" bytes")
+    python_targets(row, python)
     return table

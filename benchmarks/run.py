@@ -31,6 +31,8 @@ def main():
             tables = [evaluate_only(programs, arguments.formula)]
         elif arguments.only == "bulk":
             tables = [report.bulk_table(programs.bulk(), programs.titles)]
+        elif arguments.only == "python":
+            tables = report.python_tables(programs.python())
         else:
             tables = everything(programs)
     except measure.Failed as failure:
@@ -46,7 +48,7 @@ def parse_arguments():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("directory", help="where the benchmark programs are")
     parser.add_argument("--quick", action="store_true", help="within a minute, with more noise")
-    parser.add_argument("--only", choices=["evaluate", "bulk"], help="measure evaluation alone")
+    parser.add_argument("--only", choices=["evaluate", "bulk", "python"], help="measure one of these alone")
     parser.add_argument("--formula", type=lambda text: [int(n) for n in text.split(",")],
                         default=list(range(1, measure.NB_FORMULAS + 1)), help="with --only evaluate: numbers, such as 1,4")
     parser.add_argument("--cpu", type=int, default=max(os.sched_getaffinity(0)), help="the processor to run on")
@@ -71,11 +73,13 @@ def everything(programs):
     compiled = programs.compile(interpreters)
     scaled = programs.scale(interpreters)
     resources = programs.resources()
+    package = programs.python()
     titles = programs.titles
     return [report.evaluation_table(evaluated, titles), report.bulk_table(bulk, titles),
             report.compile_table(compiled, titles),
             report.object_table(compiled, resources, titles), report.scale_table(scaled),
-            report.memory_table(resources), report.summary(evaluated, bulk, compiled, scaled, resources)]
+            report.memory_table(resources), *report.python_tables(package),
+            report.summary(evaluated, bulk, compiled, scaled, resources, package)]
 
 
 def page(tables, cpu):
@@ -89,7 +93,7 @@ def machine(cpu):
     model = re.search(r"model name\s*: (.*)", Path("/proc/cpuinfo").read_text(encoding="utf-8"))
     compiler = subprocess.run(["g++", "--version"], stdout=subprocess.PIPE, text=True, check=True).stdout.split("\n")[0]
     packages = ["libbenchmark-dev", "libmuparser-dev", "libmuparserx-dev", "libfparser-dev", "libluajit-5.1-dev",
-                "libc6"]
+                "libc6", "python3", "python3-numpy", "python3-numexpr"]
     versions = subprocess.run(["dpkg-query", "-W", "-f=${Package} ${Version}, ", *packages], stdout=subprocess.PIPE,
                               text=True, check=True).stdout.rstrip(", ")
     return (f"{model.group(1) if model else platform.machine()}, {os.cpu_count()} processors, pinned to number {cpu}; "

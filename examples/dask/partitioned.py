@@ -28,27 +28,17 @@ import uuid
 from pathlib import Path
 
 import dask.dataframe
-import mathexpr
+import mathexpr.dask
 from distributed import Client, LocalCluster
 
 
-def compute(part, text):
-    """The rows of one partition with their results. The arrays are those of the table, not copies of them."""
-    values = mathexpr.evaluate_arrays(text, {name: part[name].to_numpy() for name in part.columns})
-    if values.ndim == 1:
-        return part.assign(result=values)
-    return part.assign(**{f"result_{axis}": values[:, index] for index, axis in enumerate("xyz")})
-
-
-def run(client, table, result, text, compute=compute):
+def run(client, table, result, text, evaluate=mathexpr.dask.evaluate):
     """Computes all rows, and answers how many there are. What goes wrong is raised, with no result left behind."""
     if result.exists():
         raise FileExistsError(f"{result} is there already")
     # Without round_trip a number may be read as the neighbour of what is written.
     rows = dask.dataframe.read_csv(str(table / "*.csv"), dtype=float, float_precision="round_trip")
-    # One row tells what kind of result there is, and what is wrong with the expression, before the work begins.
-    sample = compute(rows.head(1), text)
-    computed = rows.map_partitions(compute, text, meta=sample.iloc[:0])
+    computed = evaluate(rows, f"result={text}")  # what is wrong with the expression is told before the work begins
 
     unfinished = result.with_name(f"{result.name}.unfinished-{uuid.uuid4().hex}")
     drafts = unfinished / "drafts"

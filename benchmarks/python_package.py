@@ -1,0 +1,150 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+
+"""python_package.py ROUNDS - measures the Python package beside Python itself, NumPy and numexpr, and prints the figures as JSON.
+
+It is run by the Python of an environment that holds the package and numexpr. Ways that are compared take turns in each
+round, and a figure is the median of all rounds, in elapsed nanoseconds of a call. Before anything is measured, the results
+are compared: this package has to agree with NumPy, bit for bit where only arithmetic is done.
+"""
+
+import json
+import statistics
+import subprocess
+import sys
+import timeit
+
+import mathexpr
+import numexpr
+import numpy
+
+ROUNDS = int(sys.argv[1])
+ROUND_SECONDS = 0.01  # for each way, at least one call
+
+DEGREE = "3.14159265359/180"
+
+
+def horner():
+    text = "0.16"
+    for coefficient in range(15, 0, -1):
+        text = f"({text})*x+{coefficient / 100:g}"
+    return text
+
+
+# By the number of the formula: the text, its arguments, the text of numexpr, and whether every bit is the same there.
+FORMULAS = {
+    "1 x+1": ("x+1", "x", "x+1", True),
+    "4 ((x*2+y)*3-z)/(a+b*2)": ("((x*2+y)*3-z)/(a+b*2)", "xyzab", "((x*2+y)*3-z)/(a+b*2)", True),
+    "6 sqrt(x*x+y*y+z*z)": ("sqrt(x*x+y*y+z*z)", "xyz", "sqrt(x*x+y*y+z*z)", True),
+    "7 sin(x)*r+cos(y)*r": ("sin(x)*r+cos(y)*r", "xyr", f"sin(x*{DEGREE})*r+cos(y*{DEGREE})*r", False),
+    "10 polynomial of degree 15": (horner(), "x", horner(), True),
+    "15 dist(p,q)": ("dist(p,q)", "pq", "sqrt((px-qx)*(px-qx)+(py-qy)*(py-qy)+(pz-qz)*(pz-qz))", True),
+}
+
+
+def compare(ways):
+    """{name: ns}: the median of rounds in which the ways take turns."""
+    calls = {}
+    for name, way in ways.items():
+        timer = timeit.Timer(way)
+        once = max(timer.timeit(1), 1e-9)
+        count = max(1, int(ROUND_SECONDS / max(min(timer.timeit(5) / 5, once), 1e-8)))
+        calls[name] = (timer, count)
+    times = {name: [] for name in ways}
+    for _ in range(ROUNDS):
+        for name, (timer, count) in calls.items():
+            times[name].append(timer.timeit(count) / count * 1e9)
+    return {name: statistics.median(figures) for name, figures in times.items()}
+
+
+def calls():
+    """A call for single numbers, beside a lambda of the same formula. A loop of its own, without a lambda around it."""
+    formula = "((x*2+y)*3-x)/(y+x*2)"
+    names = {
+        "native": eval(f"lambda x, y: {formula}"),
+        "function": mathexpr.function(formula, "x", "y"),
+        "expression": mathexpr.Expression(formula, {"x": 3, "y": 4}),
+        "evaluate": mathexpr.evaluate,
+        "formula": formula,
+        "variables": {"x": 3.0, "y": 4.0},
+        "compiled": compile(formula, "formula", "eval"),
+        "x": 3.0,
+        "y": 4.0,
+    }
+    assert names["function"](3.0, 4.0) == names["native"](3.0, 4.0) == names["expression"]()
+    texts = {
+        "lambda(3.0, 4.0)": "native(3.0, 4.0)",
+        "f(3.0, 4.0)": "function(3.0, 4.0)",
+        "f(x=3.0, y=4.0)": "function(x=3.0, y=4.0)",
+        "expression.evaluate()": "expression.evaluate()",
+        "expression(x=3.0, y=4.0)": "expression(x=3.0, y=4.0)",
+        "evaluate(text, variables)": "evaluate(formula, variables)",
+        "eval of compiled Python": "eval(compiled, None, variables)",
+    }
+    times = {name: [] for name in texts}
+    timers = {name: timeit.Timer(text, globals=names) for name, text in texts.items()}
+    for _ in range(ROUNDS):
+        for name, timer in timers.items():
+            times[name].append(timer.timeit(20_000) / 20_000 * 1e9)
+    return {name: statistics.median(figures) for name, figures in times.items()}
+
+
+def inputs(arguments, row_count):
+    """The columns of a formula by name, for us and for numexpr."""
+    generator = numpy.random.default_rng(1)
+    ours, theirs = [], {}
+    for name in arguments:
+        if name in "pq":
+            points = generator.uniform(1, 9, (row_count, 3))
+            ours.append(points)
+            theirs.update({name + axis: points[:, index].copy() for index, axis in enumerate("xyz")})
+        else:
+            column = generator.uniform(1, 9, row_count)
+            ours.append(column)
+            theirs[name] = column
+    return ours, theirs
+
+
+def rows(row_count, threads):
+    """{formula: {way: ns of a call}} for arrays; numexpr compiles before."""
+    figures = {}
+    numexpr.set_num_threads(threads)
+    for title, (text, arguments, peer_text, is_exact) in FORMULAS.items():
+        ours, theirs = inputs(arguments, row_count)
+        function = mathexpr.function(text, *arguments, points=[name for name in arguments if name in "pq"])
+        expected = eval(peer_text, {"sin": numpy.sin, "cos": numpy.cos, "sqrt": numpy.sqrt}, theirs)
+        values = function(*ours, threads=threads)
+        if is_exact and values.tobytes() != expected.tobytes() or not numpy.allclose(values, expected, rtol=1e-12):
+            sys.exit(f"{title}: the results are not NumPy's")
+        numpy.testing.assert_allclose(numexpr.evaluate(peer_text, local_dict=theirs), expected, rtol=1e-12)
+        only = next(iter(theirs.values()))
+        ways = {
+            "mathexpr": (lambda: function(*ours)) if threads == 1 else (lambda: function(*ours, threads=threads)),
+            "numexpr": lambda: numexpr.re_evaluate(local_dict=theirs),
+            "copy": only.copy,
+        }
+        if row_count == 1000:
+            code = compile(peer_text, "formula", "eval")
+            scope = {"sin": numpy.sin, "cos": numpy.cos, "sqrt": numpy.sqrt}
+            ways["numpy"] = lambda: eval(code, scope, theirs)
+        figures[title] = compare(ways)
+    return figures
+
+
+def import_time():
+    """Elapsed milliseconds of the import in a fresh process; the median."""
+    program = "import time; before = time.perf_counter(); import mathexpr; print((time.perf_counter() - before) * 1e3)"
+    times = [float(subprocess.run([sys.executable, "-c", program], stdout=subprocess.PIPE, text=True, check=True).stdout)
+             for _ in range(max(ROUNDS, 5))]
+    return statistics.median(times)
+
+
+print(json.dumps({
+    "calls": calls(),
+    "1,000 rows": rows(1000, 1),
+    "1,000,000 rows, 1 thread": rows(1_000_000, 1),
+    "1,000,000 rows, 2 threads": rows(1_000_000, 2),
+    "import": import_time(),
+    "versions": {"python": sys.version.split()[0], "numpy": numpy.__version__, "numexpr": numexpr.__version__},
+}, indent=1))
