@@ -24,6 +24,15 @@ struct Utf8
     using Names = mathexpr_names_utf8;
     using Item = mathexpr_vocabulary_item_utf8;
     using Column = mathexpr_column_utf8;
+    using MadeText = mathexpr_text_utf8;
+    using Edit = mathexpr_edit_utf8;
+    using Renaming = mathexpr_renaming_utf8;
+    using Overload = mathexpr_overload_utf8;
+    using Signature = mathexpr_signature_utf8;
+    using Hover = mathexpr_hover_utf8;
+    using CompletionOptions = mathexpr_completion_options_utf8;
+    using Completion = mathexpr_completion_utf8;
+    using Completions = mathexpr_completions_utf8;
 
     static constexpr mathexpr_status illFormed = MATHEXPR_BAD_UTF8;
     static Text encode(std::wstring_view text) { return platform::toUtf8(text); }
@@ -38,6 +47,15 @@ struct Utf16
     using Names = mathexpr_names_utf16;
     using Item = mathexpr_vocabulary_item_utf16;
     using Column = mathexpr_column_utf16;
+    using MadeText = mathexpr_text_utf16;
+    using Edit = mathexpr_edit_utf16;
+    using Renaming = mathexpr_renaming_utf16;
+    using Overload = mathexpr_overload_utf16;
+    using Signature = mathexpr_signature_utf16;
+    using Hover = mathexpr_hover_utf16;
+    using CompletionOptions = mathexpr_completion_options_utf16;
+    using Completion = mathexpr_completion_utf16;
+    using Completions = mathexpr_completions_utf16;
 
     static constexpr mathexpr_status illFormed = MATHEXPR_BAD_UTF16;
     static Text encode(std::wstring_view text) { return platform::toUtf16(text); }

@@ -16,6 +16,7 @@
 #include <mathexpr.h>
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -72,6 +73,7 @@ struct Answers
 {
     std::unique_ptr<const DiagnosticTexts<Encoding>> diagnostic;
     std::unique_ptr<const TextList<Encoding>> names;
+    std::map<const void*, std::shared_ptr<const void>> ofEditor;  // by the function that answered
 };
 
 struct mathexpr_expression

@@ -123,6 +123,33 @@ void test_numbers(void)
     CHECK_EQUAL(MATHEXPR_VALUE_TEXT_CAPACITY, 1024);
     CHECK(MATHEXPR_ZERO_TERMINATED == (size_t)-1);
     CHECK_EQUAL(MATHEXPR_ABI_VERSION, 1);
+    CHECK_EQUAL(MATHEXPR_TOKEN_NUMBER, 0);
+    CHECK_EQUAL(MATHEXPR_TOKEN_CONSTANT, 1);
+    CHECK_EQUAL(MATHEXPR_TOKEN_FUNCTION, 2);
+    CHECK_EQUAL(MATHEXPR_TOKEN_VARIABLE, 3);
+    CHECK_EQUAL(MATHEXPR_TOKEN_HOST_NAME, 4);
+    CHECK_EQUAL(MATHEXPR_TOKEN_UNKNOWN_NAME, 5);
+    CHECK_EQUAL(MATHEXPR_TOKEN_OPERATOR, 6);
+    CHECK_EQUAL(MATHEXPR_TOKEN_BRACKET, 7);
+    CHECK_EQUAL(MATHEXPR_TOKEN_SEPARATOR, 8);
+    CHECK_EQUAL(MATHEXPR_TOKEN_ASSIGNED_NAME, 9);
+    CHECK_EQUAL(MATHEXPR_TOKEN_ASSIGNMENT_SIGN, 10);
+    CHECK_EQUAL(MATHEXPR_TOKEN_BLANK, 11);
+    CHECK_EQUAL(MATHEXPR_TOKEN_SHORTHAND, 12);
+    CHECK_EQUAL(MATHEXPR_TOKEN_OTHER, 13);
+    CHECK_EQUAL(MATHEXPR_RENAME_DONE, 0);
+    CHECK_EQUAL(MATHEXPR_RENAME_NOT_A_NAME, 1);
+    CHECK_EQUAL(MATHEXPR_RENAME_NAME_TAKEN, 2);
+    CHECK_EQUAL(MATHEXPR_RENAME_READ_OTHERWISE, 3);
+    CHECK_EQUAL(MATHEXPR_TYPING_COMPLETE, 0);
+    CHECK_EQUAL(MATHEXPR_TYPING_UNFINISHED, 1);
+    CHECK_EQUAL(MATHEXPR_TYPING_WRONG, 2);
+    CHECK_EQUAL(MATHEXPR_VALUE_UNKNOWN, 0);
+    CHECK_EQUAL(MATHEXPR_VALUE_NUMBER, 1);
+    CHECK_EQUAL(MATHEXPR_VALUE_POINT, 2);
+    CHECK_EQUAL(MATHEXPR_VALUE_EITHER, 3);
+    CHECK_EQUAL(MATHEXPR_MAY_ASK_HOST, 1);
+    CHECK(MATHEXPR_NO_PARTNER == (size_t)-1);
 }
 
 #define MEMBER(structure, member, offset) CHECK_EQUAL(offsetof(structure, member), offset)
@@ -303,4 +330,192 @@ void test_layouts(void)
     MEMBER(mathexpr_bulk_outcome, first_failed, 24);
     MEMBER(mathexpr_bulk_outcome, first_status, 32);
     MEMBER(mathexpr_bulk_outcome, reserved, 36);
+
+    CHECK_EQUAL(sizeof(mathexpr_token), 32);
+    MEMBER(mathexpr_token, kind, 0);
+    MEMBER(mathexpr_token, depth, 4);
+    MEMBER(mathexpr_token, start, 8);
+    MEMBER(mathexpr_token, length, 16);
+    MEMBER(mathexpr_token, partner, 24);
+
+    CHECK_EQUAL(sizeof(mathexpr_tokens), 24);
+    MEMBER(mathexpr_tokens, size, 0);
+    MEMBER(mathexpr_tokens, reserved, 4);
+    MEMBER(mathexpr_tokens, tokens, 8);
+    MEMBER(mathexpr_tokens, token_count, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_text_utf8), 24);
+    MEMBER(mathexpr_text_utf8, size, 0);
+    MEMBER(mathexpr_text_utf8, reserved, 4);
+    MEMBER(mathexpr_text_utf8, text, 8);
+    MEMBER(mathexpr_text_utf8, text_length, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_text_utf16), 24);
+    MEMBER(mathexpr_text_utf16, size, 0);
+    MEMBER(mathexpr_text_utf16, reserved, 4);
+    MEMBER(mathexpr_text_utf16, text, 8);
+    MEMBER(mathexpr_text_utf16, text_length, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_span), 16);
+    MEMBER(mathexpr_span, start, 0);
+    MEMBER(mathexpr_span, length, 8);
+
+    CHECK_EQUAL(sizeof(mathexpr_spans), 24);
+    MEMBER(mathexpr_spans, size, 0);
+    MEMBER(mathexpr_spans, reserved, 4);
+    MEMBER(mathexpr_spans, spans, 8);
+    MEMBER(mathexpr_spans, span_count, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_edit_utf8), 32);
+    MEMBER(mathexpr_edit_utf8, start, 0);
+    MEMBER(mathexpr_edit_utf8, length, 8);
+    MEMBER(mathexpr_edit_utf8, replacement, 16);
+    MEMBER(mathexpr_edit_utf8, replacement_length, 24);
+
+    CHECK_EQUAL(sizeof(mathexpr_edit_utf16), 32);
+    MEMBER(mathexpr_edit_utf16, start, 0);
+    MEMBER(mathexpr_edit_utf16, length, 8);
+    MEMBER(mathexpr_edit_utf16, replacement, 16);
+    MEMBER(mathexpr_edit_utf16, replacement_length, 24);
+
+    CHECK_EQUAL(sizeof(mathexpr_renaming_utf8), 40);
+    MEMBER(mathexpr_renaming_utf8, size, 0);
+    MEMBER(mathexpr_renaming_utf8, refusal, 4);
+    MEMBER(mathexpr_renaming_utf8, refused_at, 8);
+    MEMBER(mathexpr_renaming_utf8, edits, 24);
+    MEMBER(mathexpr_renaming_utf8, edit_count, 32);
+
+    CHECK_EQUAL(sizeof(mathexpr_renaming_utf16), 40);
+    MEMBER(mathexpr_renaming_utf16, size, 0);
+    MEMBER(mathexpr_renaming_utf16, refusal, 4);
+    MEMBER(mathexpr_renaming_utf16, refused_at, 8);
+    MEMBER(mathexpr_renaming_utf16, edits, 24);
+    MEMBER(mathexpr_renaming_utf16, edit_count, 32);
+
+    CHECK_EQUAL(sizeof(mathexpr_literal), 48);
+    MEMBER(mathexpr_literal, start, 0);
+    MEMBER(mathexpr_literal, length, 8);
+    MEMBER(mathexpr_literal, value, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_literals), 24);
+    MEMBER(mathexpr_literals, size, 0);
+    MEMBER(mathexpr_literals, reserved, 4);
+    MEMBER(mathexpr_literals, literals, 8);
+    MEMBER(mathexpr_literals, literal_count, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_overload_utf8), 40);
+    MEMBER(mathexpr_overload_utf8, help, 0);
+    MEMBER(mathexpr_overload_utf8, description, 8);
+    MEMBER(mathexpr_overload_utf8, parameters, 16);
+    MEMBER(mathexpr_overload_utf8, parameter_count, 24);
+    MEMBER(mathexpr_overload_utf8, parameter_kind, 32);
+    MEMBER(mathexpr_overload_utf8, reserved, 36);
+
+    CHECK_EQUAL(sizeof(mathexpr_overload_utf16), 40);
+    MEMBER(mathexpr_overload_utf16, help, 0);
+    MEMBER(mathexpr_overload_utf16, description, 8);
+    MEMBER(mathexpr_overload_utf16, parameters, 16);
+    MEMBER(mathexpr_overload_utf16, parameter_count, 24);
+    MEMBER(mathexpr_overload_utf16, parameter_kind, 32);
+    MEMBER(mathexpr_overload_utf16, reserved, 36);
+
+    CHECK_EQUAL(sizeof(mathexpr_signature_utf8), 64);
+    MEMBER(mathexpr_signature_utf8, size, 0);
+    MEMBER(mathexpr_signature_utf8, argument, 4);
+    MEMBER(mathexpr_signature_utf8, name, 8);
+    MEMBER(mathexpr_signature_utf8, function, 24);
+    MEMBER(mathexpr_signature_utf8, unit, 32);
+    MEMBER(mathexpr_signature_utf8, overloads, 40);
+    MEMBER(mathexpr_signature_utf8, overload_count, 48);
+    MEMBER(mathexpr_signature_utf8, active_overload, 56);
+    MEMBER(mathexpr_signature_utf8, wanted, 60);
+
+    CHECK_EQUAL(sizeof(mathexpr_signature_utf16), 64);
+    MEMBER(mathexpr_signature_utf16, size, 0);
+    MEMBER(mathexpr_signature_utf16, argument, 4);
+    MEMBER(mathexpr_signature_utf16, name, 8);
+    MEMBER(mathexpr_signature_utf16, function, 24);
+    MEMBER(mathexpr_signature_utf16, unit, 32);
+    MEMBER(mathexpr_signature_utf16, overloads, 40);
+    MEMBER(mathexpr_signature_utf16, overload_count, 48);
+    MEMBER(mathexpr_signature_utf16, active_overload, 56);
+    MEMBER(mathexpr_signature_utf16, wanted, 60);
+
+    CHECK_EQUAL(sizeof(mathexpr_hover_utf8), 160);
+    MEMBER(mathexpr_hover_utf8, size, 0);
+    MEMBER(mathexpr_hover_utf8, kind, 4);
+    MEMBER(mathexpr_hover_utf8, span, 8);
+    MEMBER(mathexpr_hover_utf8, name, 24);
+    MEMBER(mathexpr_hover_utf8, help, 32);
+    MEMBER(mathexpr_hover_utf8, description, 40);
+    MEMBER(mathexpr_hover_utf8, domain, 48);
+    MEMBER(mathexpr_hover_utf8, unit, 56);
+    MEMBER(mathexpr_hover_utf8, example, 64);
+    MEMBER(mathexpr_hover_utf8, has_example_value, 72);
+    MEMBER(mathexpr_hover_utf8, has_value, 76);
+    MEMBER(mathexpr_hover_utf8, example_value, 80);
+    MEMBER(mathexpr_hover_utf8, value, 112);
+    MEMBER(mathexpr_hover_utf8, value_span, 144);
+
+    CHECK_EQUAL(sizeof(mathexpr_hover_utf16), 160);
+    MEMBER(mathexpr_hover_utf16, size, 0);
+    MEMBER(mathexpr_hover_utf16, kind, 4);
+    MEMBER(mathexpr_hover_utf16, span, 8);
+    MEMBER(mathexpr_hover_utf16, name, 24);
+    MEMBER(mathexpr_hover_utf16, help, 32);
+    MEMBER(mathexpr_hover_utf16, description, 40);
+    MEMBER(mathexpr_hover_utf16, domain, 48);
+    MEMBER(mathexpr_hover_utf16, unit, 56);
+    MEMBER(mathexpr_hover_utf16, example, 64);
+    MEMBER(mathexpr_hover_utf16, has_example_value, 72);
+    MEMBER(mathexpr_hover_utf16, has_value, 76);
+    MEMBER(mathexpr_hover_utf16, example_value, 80);
+    MEMBER(mathexpr_hover_utf16, value, 112);
+    MEMBER(mathexpr_hover_utf16, value_span, 144);
+
+    CHECK_EQUAL(sizeof(mathexpr_completion_options_utf8), 24);
+    MEMBER(mathexpr_completion_options_utf8, size, 0);
+    MEMBER(mathexpr_completion_options_utf8, max_count, 4);
+    MEMBER(mathexpr_completion_options_utf8, recent, 8);
+    MEMBER(mathexpr_completion_options_utf8, recent_count, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_completion_options_utf16), 24);
+    MEMBER(mathexpr_completion_options_utf16, size, 0);
+    MEMBER(mathexpr_completion_options_utf16, max_count, 4);
+    MEMBER(mathexpr_completion_options_utf16, recent, 8);
+    MEMBER(mathexpr_completion_options_utf16, recent_count, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_completion_utf8), 112);
+    MEMBER(mathexpr_completion_utf8, kind, 0);
+    MEMBER(mathexpr_completion_utf8, value_kind, 4);
+    MEMBER(mathexpr_completion_utf8, edit, 8);
+    MEMBER(mathexpr_completion_utf8, selection, 40);
+    MEMBER(mathexpr_completion_utf8, name, 56);
+    MEMBER(mathexpr_completion_utf8, description, 64);
+    MEMBER(mathexpr_completion_utf8, has_value, 72);
+    MEMBER(mathexpr_completion_utf8, reserved, 76);
+    MEMBER(mathexpr_completion_utf8, value, 80);
+
+    CHECK_EQUAL(sizeof(mathexpr_completion_utf16), 112);
+    MEMBER(mathexpr_completion_utf16, kind, 0);
+    MEMBER(mathexpr_completion_utf16, value_kind, 4);
+    MEMBER(mathexpr_completion_utf16, edit, 8);
+    MEMBER(mathexpr_completion_utf16, selection, 40);
+    MEMBER(mathexpr_completion_utf16, name, 56);
+    MEMBER(mathexpr_completion_utf16, description, 64);
+    MEMBER(mathexpr_completion_utf16, has_value, 72);
+    MEMBER(mathexpr_completion_utf16, reserved, 76);
+    MEMBER(mathexpr_completion_utf16, value, 80);
+
+    CHECK_EQUAL(sizeof(mathexpr_completions_utf8), 24);
+    MEMBER(mathexpr_completions_utf8, size, 0);
+    MEMBER(mathexpr_completions_utf8, reserved, 4);
+    MEMBER(mathexpr_completions_utf8, items, 8);
+    MEMBER(mathexpr_completions_utf8, item_count, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_completions_utf16), 24);
+    MEMBER(mathexpr_completions_utf16, size, 0);
+    MEMBER(mathexpr_completions_utf16, reserved, 4);
+    MEMBER(mathexpr_completions_utf16, items, 8);
+    MEMBER(mathexpr_completions_utf16, item_count, 16);
 }
