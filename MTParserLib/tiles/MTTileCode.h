@@ -100,7 +100,7 @@ struct MTTileSet
     MTTileKernel (*findKernel)(std::uint8_t formula, MTTileOperands operands);
     MTTileKernel (*findControl)(MTTileControl control);
     /// Computes tiles until one has a row that is refused.
-    /// @param moved  advance from tile to tile
+    /// @param moved  advance from tile to tile, and past the one that is refused
     /// @return how many tiles have their results
     std::size_t (*run)(const MTTileStep* first, MTTileContext& context, const MTTileColumn* moved, std::size_t nbMoved,
                        std::size_t nbTiles);

@@ -115,10 +115,6 @@ bool MTTileWorker::evaluateTiles(std::size_t firstRow, std::size_t nbTiles, std:
         {
             allDone = rows.evaluate(firstRow + tile * tileRows, tileRows, status + tile * tileRows) && allDone;
             ++tile;
-            for (const MTTileColumn& column : moved)
-            {
-                *column.place += column.distance;
-            }
         }
     }
     return allDone;

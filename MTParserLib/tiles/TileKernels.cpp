@@ -425,6 +425,15 @@ void MATHEXPR_TILE_ABI scalePoints(const MTTileStep* step, MTTileContext* contex
     MATHEXPR_TILE_NEXT;
 }
 
+/// Before instructions of the baseline run, which would wait for the upper halves of registers in use. Compilers leave
+/// that to whoever calls a function with vectors.
+void leaveWideRegisters()
+{
+#if MATHEXPR_TILE_WIDTH > 2 && defined(MATHEXPR_TILE_VECTORS)
+    _mm256_zeroupper();
+#endif
+}
+
 void storeValue(double* result, MATHEXPR_TILE_LANES)
 {
 #define MATHEXPR_TILE_LANE(i) store(result + width * (i), v##i);
@@ -440,6 +449,7 @@ void MATHEXPR_TILE_ABI push(const MTTileStep* step, MTTileContext* context, MATH
 
 void MATHEXPR_TILE_ABI call(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
 {
+    leaveWideRegisters();
     if (step->call(*step, *context))
     {
         context->refused = true;
@@ -582,7 +592,8 @@ std::size_t run(const MTTileStep* first, MTTileContext& context, const MTTileCol
                 std::size_t nbTiles)
 {
     const V none{};
-    for (std::size_t tile = 0; tile < nbTiles; ++tile)
+    std::size_t tile = 0;
+    for (; tile < nbTiles && !context.refused; ++tile)
     {
         context.resume = first;
         while (context.resume != nullptr)
@@ -591,16 +602,13 @@ std::size_t run(const MTTileStep* first, MTTileContext& context, const MTTileCol
             context.resume = nullptr;
             reinterpret_cast<Kernel>(step->kernel)(step, &context, none, none, none, none, none, none, none, none);
         }
-        if (context.refused)
-        {
-            return tile;
-        }
         for (std::size_t j = 0; j < nbMoved; ++j)
         {
             *moved[j].place += moved[j].distance;
         }
     }
-    return nbTiles;
+    leaveWideRegisters();
+    return context.refused ? tile - 1 : tile;
 }
 
 }

@@ -4,11 +4,12 @@
 
 """Checks that an object file compiled for a wide instruction set runs nowhere else.
 
-Usage: check_wide_objects.py NM LANES OBJECT...
+Usage: check_wide_objects.py NM OBJDUMP LANES OBJECT...
 
 Of an inline function that several object files hold, the linker keeps one, whatever it was compiled for. So each
 function that such an object shows has vectors of LANES doubles in its name, which no other set has. Nor may anything in
-it run before its set is chosen: it has no initialisers.
+it run before its set is chosen: it has no initialisers. And what goes back to other code leaves the upper halves of the
+registers clean, or that code is many times slower.
 """
 import re
 import subprocess
@@ -17,6 +18,15 @@ import sys
 OWN = re.compile(r"avx\w+Tiles\Z")
 SHOWN = re.compile(r"[A-Zuvwi]\Z")  # nm's letters for what other files see
 INITIALISER = re.compile(r"_GLOBAL__sub_I|__cxx_global_var_init")
+LEAVING = re.compile(r"_GLOBAL__N_1L?(?:3run|4call)E")
+
+
+def dirty(disassembly):
+    """The functions that lead out of the kernels and leave the registers as they are."""
+    for function in disassembly.split("\n\n"):
+        name = re.search(r"<(\S+)>:", function)
+        if name and LEAVING.search(name.group(1)) and "vzeroupper" not in function:
+            yield f"{name.group(1)}: leaves the upper halves of the registers in use"
 
 
 def faults(symbols, lanes):
@@ -30,7 +40,7 @@ def faults(symbols, lanes):
 
 
 def main():
-    nm, lanes, *objects = sys.argv[1:]
+    nm, objdump, lanes, *objects = sys.argv[1:]
     found = 0
     for path in objects:
         symbols = subprocess.run([nm, "--defined-only", path], check=True, capture_output=True, text=True).stdout
@@ -38,7 +48,11 @@ def main():
         if not any(OWN.match(line.split()[-1]) for line in lines):
             print(f"{path}: holds no set of kernels")
             found += 1
-        for fault in faults(lines, lanes):
+        code = subprocess.run([objdump, "-d", path], check=True, capture_output=True, text=True).stdout
+        if not LEAVING.search(code):
+            print(f"{path}: nothing leads out of it")
+            found += 1
+        for fault in [*faults(lines, lanes), *dirty(code)]:
             print(f"{path}: {fault}")
             found += 1
     return 1 if found or not objects else 0
