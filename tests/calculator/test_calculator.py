@@ -548,6 +548,20 @@ class Vocabulary(CalculatorTest):
         self.assertIn("  mm2i(x)       millimetre to inch          Convert Meter To inch",
                       done.stdout.decode().splitlines())
 
+    def test_a_question_about_units_is_answered_on_terminals_alone(self):
+        done = self.run_calculator("3 inch to mm")
+        self.assertEqual((done.returncode, done.stdout, done.stderr.decode().splitlines()),
+                         (1, b"", [UNKNOWN_NAME, "  3 inch to mm", "  ^^^^^^^^^^^^"]))
+
+    def test_foreign_text_is_shown_safely(self):
+        for arguments in (["--digits=\x1b[31m", "1"], ["--\x1b[31m"], ["--set=\x1b[31m", "1"], ["--table=/\x1b[31m", "1"],
+                          ["--describe=\x1b[31m"], ["--find=\x1b[31m"], ["--set=\x1b[31m=1+", "1"]):
+            with self.subTest(arguments):
+                done = self.run_calculator(*arguments)
+                self.assertNotEqual(done.returncode, 0)
+                self.assertNotIn(b"\x1b", done.stderr)
+                self.assertIn(rb"\x1B[31m", done.stderr)
+
     def test_find(self):
         done = self.run_calculator("--find", "inch")
         self.assertEqual((done.returncode, done.stderr), (0, b""))

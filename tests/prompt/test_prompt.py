@@ -241,6 +241,20 @@ class Signature(PromptTest):
         terminal.expect("\n>")
 
 
+    def test_resizing_leaves_no_pieces(self):
+        terminal = self.start()
+        terminal.type("dist([1,2],")
+        terminal.expect_match(r"> dist\(\[1,2\], +dist\(point x, <point y>\)\Z")
+        for columns in (50, 100, 120):
+            terminal.resize(columns)
+            terminal.expect("\n> dist([1,2],")
+            terminal.press("Left", "Right")  # the line is shown anew
+            terminal.expect_match(r"leaves\.\n> dist\(\[1,2\], +dist\(point x, <point y>\)\Z")
+        terminal.type("[4,6])")
+        terminal.press("Enter")
+        terminal.expect_match(r"leaves\.\n> dist\(\[1,2\],\[4,6\]\)\n5\n>\Z")
+
+
 class Corrections(PromptTest):
     MISTAKE = UNKNOWN_NAME + "\n  2pi\n  ^^^\n  Multiplication is written with *. Did you mean 2*pi?"
 
@@ -304,6 +318,26 @@ class Commands(PromptTest):
                                                   "  PI                  3.14159265359\n"
                                                   "  e                   2.718281828459045\n"
                                                   "  E                   2.718281828459045")
+
+    def test_long_lists_go_through_the_pager(self):
+        terminal = self.start(PAGER="sed 's/^/| /'")
+        terminal.type(":list length")
+        terminal.press("Enter")
+        terminal.expect_match(r"> :list length\n\| Length conversions\n\|   m2m\(x\) [^>]+\n>\Z")
+        self.compute(terminal, ":list constants", "Constants\n  pi                  3.14159265359\n"
+                                                  "  PI                  3.14159265359\n"
+                                                  "  e                   2.718281828459045\n"
+                                                  "  E                   2.718281828459045")
+
+    @unittest.skipUnless(shutil.which("less"), "less is not installed")
+    def test_without_that_pager_less_shows_them(self):
+        terminal = self.start(PAGER="no-such-program 2>/dev/null", LESS="FEX")
+        terminal.type(":list length")
+        terminal.press("Enter")
+        terminal.expect_match(r"(?m)^Length conversions$")
+        terminal.press("q")
+        terminal.expect("\n>")
+        self.compute(terminal, "1+1", "2")
 
     def test_load(self):
         name = self.write("lines", "a=4\nfoo\na*2")  # the last line has no end

@@ -16,6 +16,7 @@
 #include "tools/calc/Utf8.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
@@ -57,6 +58,29 @@ void wantUtf8()
     }
 }
 // NOLINTEND(concurrency-mt-unsafe)
+
+volatile std::sig_atomic_t isEditing = 0;
+
+/// What stands behind the cursor would stay there when the terminal changes its size: libedit takes the screen for empty
+/// then. With the next key it shows the line anew.
+void eraseBehindCursor(int)
+{
+    constexpr std::string_view eraseBelow = "\033[J";
+    const int error = errno;
+    if (isEditing != 0 && write(STDOUT_FILENO, eraseBelow.data(), eraseBelow.size()) < 0)
+    {
+        isEditing = 0;  // the terminal has gone
+    }
+    errno = error;
+}
+
+/// libedit takes notice of the signal too, and passes it on.
+void noteResizing()
+{
+    struct sigaction action = {};
+    action.sa_handler = eraseBehindCursor;
+    sigaction(SIGWINCH, &action, nullptr);
+}
 
 std::string inColumns(const std::vector<std::string>& words, std::size_t columns)
 {
@@ -101,6 +125,7 @@ public:
         // While a line is being edited, Ctrl-C and Ctrl-Z are keys.
         el_set(editor, EL_SETTY, "-d", "-isig", nullptr);
         addKeys();
+        noteResizing();
     }
 
     LineEditor(const LineEditor&) = delete;
@@ -119,7 +144,9 @@ public:
             ending = Ending::None;
             el_set(editor, EL_PREP_TERM, 1);  // before the prompt, lest the terminal echo what comes right after it
             int size = 0;
+            isEditing = 1;
             const char* const read = el_gets(editor, &size);
+            isEditing = 0;
             if (ending == Ending::Dropped)
             {
                 continue;

@@ -11,6 +11,7 @@
 #include "tools/calc/CompletionScripts.h"
 #include "tools/calc/settings/Settings.h"
 #include "tools/calc/table/TableFormat.h"
+#include "tools/calc/text/Displayable.h"
 
 #include <CLI/CLI.hpp>
 
@@ -147,7 +148,7 @@ SortedArguments sortArguments(const CLI::App& app, const std::vector<std::string
 
 ExitStatus usageError(const std::string& what)
 {
-    std::cerr << "mathexpr: " << what << '\n' << usageLine << '\n';
+    std::cerr << "mathexpr: " << displayable(what, 0) << '\n' << usageLine << '\n';
     return {statusUsage};
 }
 
@@ -249,10 +250,10 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
                table.separator = separatorFrom(text);
                if (!table.separator)
                {
-                   throw CLI::ValidationError("--separator", "none of \",\", \";\" and \"tab\": " + text);
+                   throw CLI::ValidationError("--separator", R"(none of ",", ";" and "tab": )" + text);
                }
            },
-           "What stands between cells: \",\", \";\" or \"tab\"; otherwise the headings show it")
+           R"(What stands between cells: ",", ";" or "tab"; otherwise the headings show it)")
         ->type_name("C")
         ->needs(tableFile);
     app.add_flag("--decimal-comma", table.decimalComma, "Numbers have a decimal comma")
@@ -261,7 +262,7 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
     app.add_option_function<std::string>(
            "--threads",
            [&](const std::string& text) { table.threads = wholeNumber("--threads", text, 1, mostThreads); },
-           "Compute on N threads")
+           "Read, compute and write on N threads")
         ->type_name("N")
         ->needs(tableFile);
     std::string completedShell;

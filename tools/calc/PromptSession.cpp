@@ -333,7 +333,7 @@ void PromptSession::list(const std::string& family, const std::string& origin) c
     }
     else
     {
-        complain(origin, "There is no family " + family + ". The families are: " + familiesText() + ".");
+        complain(origin, "There is no family " + displayable(family) + ". The families are: " + familiesText() + ".");
     }
 }
 

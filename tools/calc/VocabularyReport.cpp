@@ -287,7 +287,8 @@ std::string listLines(const std::vector<mathexpr::VocabularyItem>& items)
         {
             lines << std::setw(noteWidth) << (conversionOf(item) ? notesOf(item).units : std::string()) << "  ";
         }
-        lines << tailOf(item) << '\n';
+        const std::string tail = tailOf(item);
+        lines << tail.substr(std::min(tail.find_first_not_of(' '), tail.size())) << '\n';
     }
     return lines.str();
 }

@@ -161,7 +161,7 @@ int main(int argc, char** argv)
     }
     catch (const std::exception& failure)
     {
-        std::cerr << "mathexpr: " << failure.what() << '\n';
+        std::cerr << "mathexpr: " << displayable(failure.what(), 0) << '\n';
         return statusFailure;
     }
 }
