@@ -9,6 +9,7 @@ Usage: test_table.py CALCULATOR [unittest argument]...
 import os
 import pty
 import random
+import re
 import signal
 import subprocess
 import sys
@@ -31,10 +32,11 @@ class TableTest(unittest.TestCase):
                               timeout=60, check=False)
 
     def expect(self, table, arguments, status, out, err=()):
-        """The outcome: status, and the lines of standard output and standard error. A name before the complaint is the
-        same in all of them, and left out here."""
+        """The outcome: status, and the lines of standard output and standard error. The name before the complaint is the
+        same in all of them, and left out here; that of a row, such as "-:2", stands as "line 2"."""
         done = self.run_table(table, *arguments)
-        told = [line.replace("mathexpr: standard input: ", "") for line in done.stderr.decode().splitlines()]
+        told = [re.sub("^mathexpr: -:([0-9]+): ", r"line \1: ", line).replace("mathexpr: standard input: ", "")
+                for line in done.stderr.decode().splitlines()]
         self.assertEqual((done.returncode, done.stdout.decode().splitlines(), told), (status, out, list(err)))
 
     def results(self, table, *arguments):
@@ -184,6 +186,61 @@ class Sheets(TableTest):
         self.assertEqual(lines[-1], "149999," + "q" * 49 + ",299998,299999")
 
 
+class Threads(TableTest):
+    """Whatever the number of threads, rows keep their order, and the first broken row ends the work."""
+    ROWS = 120000
+
+    def outcomes(self, table, *arguments):
+        done = [self.run_table(table, "--threads", count, *arguments) for count in ("1", "2", "5")]
+        for other in done[1:]:
+            self.assertEqual((other.returncode, other.stdout, other.stderr),
+                             (done[0].returncode, done[0].stdout, done[0].stderr))
+        return done[0]
+
+    def test_rows_keep_their_order(self):
+        table = "x,t\n" + "".join(f"{row},{'q' * (row % 40)}\n" for row in range(self.ROWS))
+        done = self.outcomes(table, "y=x*2", "y+1")
+        self.assertEqual(done.stdout.decode().splitlines()[1:], [f"{row * 2},{row * 2 + 1}" for row in range(self.ROWS)])
+
+    def test_quoted_line_ends_separate_no_rows(self):
+        table = "x,t\n" + "".join(f'{row},"a\n""{row}"",\n"\r\n' for row in range(self.ROWS))
+        done = self.outcomes(table + 'q,1\n', "--append", "x+1")
+        self.assertEqual(done.returncode, 1)
+        self.assertTrue(done.stdout.endswith(f'{self.ROWS - 1},"a\n""{self.ROWS - 1}"",\n",{self.ROWS}\n'.encode()))
+        self.assertEqual(done.stderr.decode(),
+                         f'mathexpr: -:{3 * self.ROWS + 2}: x is neither a number nor a point: "q"\n')
+
+    def test_the_first_broken_row_ends_the_work(self):
+        table = "x\n" + "".join(f"{row % 50000 - 49999}\n" for row in range(self.ROWS))
+        done = self.outcomes(table, "1/x")
+        self.assertEqual((done.returncode, done.stdout.count(b"\n")), (1, 50000))
+        self.assertEqual(done.stderr.decode(), f"mathexpr: -:50001: {DIVISION_BY_ZERO}\n")
+
+    def test_broken_rows_are_told_in_order(self):
+        table = "x\n" + "".join(f"{row % 1000}\n" for row in range(self.ROWS))
+        done = self.outcomes(table, "--skip-broken", "1/x")
+        told = done.stderr.decode().splitlines()
+        self.assertEqual(told[:-1], [f"mathexpr: -:{row + 2}: {DIVISION_BY_ZERO}" for row in range(0, self.ROWS, 1000)])
+        self.assertEqual(told[-1], f"mathexpr: standard input: 120 of {self.ROWS} rows are broken and have no result")
+
+    def test_an_open_quote_ends_the_work_after_the_rows_before_it(self):
+        table = "x\n" + "1\n" * self.ROWS + '"2\n3\n'
+        done = self.outcomes(table, "x")
+        self.assertEqual((done.returncode, done.stdout), (1, b"result\n" + b"1\n" * self.ROWS))
+        self.assertEqual(done.stderr.decode(), f"mathexpr: standard input: line {self.ROWS + 2}: a quote is not closed\n")
+
+    def test_an_interrupt(self):
+        with subprocess.Popen([CALCULATOR, "--table", "-", "--threads", "3", "x"], stdin=subprocess.PIPE,
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE) as running:
+            running.stdin.write(b"x\n" + b"1\n" * 100)
+            running.stdin.flush()
+            time.sleep(0.5)  # until it waits for more
+            running.send_signal(signal.SIGINT)
+            out, err = running.communicate(timeout=60)
+        self.assertEqual((running.returncode, out), (130, b"result\n" + b"1\n" * 100))
+        self.assertEqual(err, b"mathexpr: interrupted: the result is not complete, it ends after 100 rows\n")
+
+
 class BrokenRows(TableTest):
     TABLE = "x,y\n1,1\n0,5\n2,\n3\n4,1,1\nq,1\n\"1\"2,1\n5,1\n"
     COMPLAINTS = [
@@ -217,7 +274,7 @@ class BrokenRows(TableTest):
             with self.subTest(cell):
                 done = self.run_table(f'x\n"{cell}"\n', "x")
                 self.assertEqual((done.returncode, done.stdout), (1, b"result\n"))
-                self.assertIn(b"line 2: x is ", done.stderr)
+                self.assertIn(b"mathexpr: -:2: x is ", done.stderr)
 
     def test_foreign_text_is_shown_safely(self):
         self.expect("x\n\x1b[31m\u202e\n", ["x"], 1, ["result"],

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Table.cpp - rows go through in batches, so that memory does not grow with the table. A batch passes one stage after the
-// other, a stage for each expression.
+// Table.cpp - what the headings and expressions mean is found out once; then each thread takes block after block of rows,
+// computes it, and writes the results when the block's turn has come. As many blocks as threads are in memory.
 
 #include "tools/calc/Table.h"
 
@@ -12,26 +12,29 @@
 #include "tools/calc/Calculator.h"
 #include "tools/calc/Interrupt.h"
 #include "tools/calc/PlainReport.h"
-#include "tools/calc/TableBatch.h"
 #include "tools/calc/TableProgress.h"
 #include "tools/calc/TableReader.h"
 #include "tools/calc/TableSource.h"
 #include "tools/calc/Utf8.h"
-#include "tools/calc/table/CellValue.h"
-#include "tools/calc/table/DataText.h"
+#include "tools/calc/table/TableBlocks.h"
 #include "tools/calc/table/TableFormat.h"
 #include "tools/calc/table/TableStage.h"
+#include "tools/calc/table/TableWorker.h"
 #include "tools/calc/text/Displayable.h"
 
-#include <nlohmann/json.hpp>
-
 #include <algorithm>
-#include <cmath>
+#include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <deque>
+#include <exception>
 #include <iostream>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <system_error>
+#include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -51,7 +54,7 @@ struct TableInterrupted
 /// The table's name in complaints.
 std::string nameOf(const std::string& file)
 {
-    return file == "-" ? "standard input" : file;
+    return file == "-" ? "standard input" : displayable(file, 0);
 }
 
 /// Why a name cannot be a variable.
@@ -89,13 +92,6 @@ std::string assignedName(std::string_view expression)
     return name.find_first_of("<>!()[],") == std::string::npos ? name : std::string{};
 }
 
-using Json = nlohmann::ordered_json;
-
-std::string cellsText(std::size_t count)
-{
-    return std::to_string(count) + (count == 1 ? " cell" : " cells");
-}
-
 /// A heading of the table, and the name by which expressions read its column.
 struct Heading
 {
@@ -109,7 +105,7 @@ class TableRun
 public:
     explicit TableRun(const Options& given)
         : options(given), table(*given.table), name(nameOf(given.table->file)), source(given.table->file),
-          reader(source, wasInterrupted)
+          blocks(source, wasInterrupted)
     {}
     TableRun(const TableRun&) = delete;
     TableRun& operator=(const TableRun&) = delete;
@@ -117,6 +113,10 @@ public:
     /// Each stage has put itself in the place of the one before it for messages, which has to be undone in turn.
     ~TableRun()
     {
+        while (!workers.empty())
+        {
+            workers.pop_back();
+        }
         while (!stages.empty())
         {
             stages.pop_back();
@@ -133,6 +133,7 @@ public:
             return statusFailure;
         }
         writeHeading();
+        addWorkers();
         computeRows();
         progress.clear();
         if (nbBroken != 0 && table.skipBroken)
@@ -146,8 +147,9 @@ public:
 private:
     void chooseSeparator()
     {
-        separator = table.separator.value_or(guessSeparator(reader.firstLine()));
-        reader.setSeparator(separator);
+        const char separator = table.separator.value_or(guessSeparator(blocks.firstLine()));
+        layout.separator = separator;
+        blocks.setSeparator(separator);
         if (!table.separator && separator != ',')
         {
             std::cerr << "mathexpr: " << name << ": cells are taken to be separated by " << separatorName(separator)
@@ -161,22 +163,28 @@ private:
 
     void readHeadings()
     {
-        const TableReader::Outcome outcome = reader.next();
+        TableBlock block;
+        const TableBlocks::Outcome outcome = blocks.nextRow(block);
         end(outcome);
-        if (outcome != TableReader::Outcome::Row)
+        if (outcome == TableBlocks::Outcome::End)
         {
-            throw TableTrouble{outcome == TableReader::Outcome::End ? "there are no headings"
-                                                                    : "line 1: its quotes are not in order"};
+            throw TableTrouble{"there are no headings"};
+        }
+        TableReader reader(block.rows(), block.firstLine(), layout.separator);
+        if (reader.next() != TableReader::Outcome::Row)
+        {
+            throw TableTrouble{"line 1: its quotes are not in order"};
         }
         for (const std::string_view cell : reader.cells())
         {
             headings.push_back({std::string(withoutBlanks(cell)), {}, {}});
         }
-        headingCells = headings.size();
+        layout.headingCells = headings.size();
         while (headings.size() > 1 && headings.back().text.empty())
         {
             headings.pop_back();
         }
+        layout.headings = headings.size();
         headingText = reader.rowText();
         for (const auto& [renamed, heading] : table.names)
         {
@@ -193,9 +201,8 @@ private:
     void nameHeadings()
     {
         MathExpression names(true, nullptr);
-        for (std::size_t index = 0; index < headings.size(); ++index)
+        for (Heading& heading : headings)
         {
-            Heading& heading = headings[index];
             const auto alias = std::ranges::find(table.names, heading.text, &Options::ColumnName::heading);
             const auto wide = toWide(alias == table.names.end() ? heading.text : alias->name);
             if (!wide)
@@ -248,8 +255,25 @@ private:
     /// Compiles an expression, which may read all headings that can be names, and all results before it.
     bool addStage(const std::string& expression, const std::string& result)
     {
-        TableStage& stage = stages.emplace_back(options, expression, result);
-        Calculator& calculator = stage.calculator();
+        const Answer compiled = compileStage(stages, expression, result);
+        if (compiled.failed)
+        {
+            if (!compiled.trouble.empty())
+            {
+                throw TableTrouble{"the expression is " + compiled.trouble};
+            }
+            reportPlain(compiled);
+            tellUnusableHeadings();
+            return false;
+        }
+        stages.back().setSources(sourcesOf(stages.back().calculator().expression()));
+        return true;
+    }
+
+    Answer compileStage(std::deque<TableStage>& compiledStages, const std::string& expression,
+                        const std::string& result) const
+    {
+        Calculator& calculator = compiledStages.emplace_back(options, expression, result).calculator();
         const std::string trouble = defineHostNames(calculator, options);
         if (!trouble.empty())
         {
@@ -263,9 +287,9 @@ private:
                 mathexpr::setVariable(names, heading.name.c_str(), VALTYPE{});
             }
         }
-        for (std::size_t index = 0; index + 1 < stages.size(); ++index)
+        for (std::size_t index = 0; index + 1 < compiledStages.size(); ++index)
         {
-            if (const auto earlier = toWide(stages[index].name()); earlier && !earlier->empty())
+            if (const auto earlier = toWide(compiledStages[index].name()); earlier && !earlier->empty())
             {
                 mathexpr::setVariable(names, earlier->c_str(), VALTYPE{});
             }
@@ -274,19 +298,7 @@ private:
         {
             defineResult(names, result);
         }
-        const Answer compiled = calculator.compute(expression);
-        if (compiled.failed)
-        {
-            if (!compiled.trouble.empty())
-            {
-                throw TableTrouble{"the expression is " + compiled.trouble};
-            }
-            reportPlain(compiled);
-            tellUnusableHeadings();
-            return false;
-        }
-        stage.setSources(sourcesOf(names));
-        return true;
+        return calculator.compute(expression);
     }
 
     static void defineResult(MathExpression& names, const std::string& result)
@@ -365,6 +377,7 @@ private:
     /// The column of the batch that holds a column of the table.
     std::size_t batchColumn(std::size_t heading, const std::wstring& used)
     {
+        std::vector<TableColumn>& columns = layout.columns;
         const auto known = std::ranges::find(columns, heading, &TableColumn::index);
         const auto index = static_cast<std::size_t>(known - columns.begin());
         if (known == columns.end())
@@ -374,273 +387,174 @@ private:
         return index;
     }
 
-    void writeHeading()
+    void writeHeading() const
     {
         if (options.json)
         {
             return;
         }
-        output = table.append ? headingText : std::string();
-        for (std::size_t index = firstResult(); index < stages.size(); ++index)
+        std::string line = table.append ? headingText : std::string();
+        const std::size_t firstResult = table.where ? 1 : 0;
+        for (std::size_t index = firstResult; index < stages.size(); ++index)
         {
-            beginCell(index);
-            appendCell(output, stages[index].name(), separator);
+            line.append(table.append || index != firstResult ? 1 : 0, layout.separator);
+            appendCell(line, stages[index].name(), layout.separator);
         }
-        output += '\n';
+        writeOutput(line + '\n');
     }
 
-    std::size_t firstResult() const { return table.where ? 1 : 0; }
-
-    void beginCell(std::size_t stage)
+    /// A worker for each thread: the first one has the stages that are compiled, the others have some like them.
+    void addWorkers()
     {
-        if (table.append || stage != firstResult())
+        workers.emplace_back(options, layout, std::move(stages));
+        stages.clear();
+        for (std::uint32_t count = 1; count < table.threads; ++count)
         {
-            output += separator;
+            std::deque<TableStage> more;
+            for (const TableStage& stage : workers.front().stages())
+            {
+                compileStage(more, stage.expression(), stage.name());
+                more.back().setSources(stage.readsFrom());
+            }
+            workers.emplace_back(options, layout, std::move(more));
         }
     }
 
     void computeRows()
     {
-        TableBatch batch(columns);
-        std::vector<VALTYPE> values(columns.size());
-        for (;;)
+        std::vector<std::thread> threads;
+        for (std::size_t index = 1; index < workers.size(); ++index)
         {
-            const TableReader::Outcome outcome = reader.next();
-            const bool isRow = outcome == TableReader::Outcome::Row || outcome == TableReader::Outcome::Malformed;
-            if (!isRow)
-            {
-                if (finishBatch(batch))
-                {
-                    end(outcome);
-                }
-                return;
-            }
-            if (isBlankRow())
-            {
-                continue;
-            }
-            const std::string complaint =
-                outcome == TableReader::Outcome::Row ? readRow(batch, values) : "its quotes are not in order";
-            const bool isBroken = !complaint.empty();
-            if ((!isBroken && !batch.takes(values)) || batch.isFull())
-            {
-                if (!finishBatch(batch))
-                {
-                    return;
-                }
-            }
-            isBroken ? batch.addBroken(reader.line(), complaint) : batch.add(reader.line(), values);
-            if (table.append)
-            {
-                batch.keepText(textOfRow());
-            }
-            if (isBroken && !table.skipBroken)
-            {
-                finishBatch(batch);
-                return;
-            }
+            threads.emplace_back([this, index] { work(workers[index]); });
+        }
+        work(workers.front());
+        for (std::thread& thread : threads)
+        {
+            thread.join();
+        }
+        if (failure)
+        {
+            std::rethrow_exception(failure);
+        }
+        if (!stopped)
+        {
+            end(ending);
         }
     }
 
-    bool isBlankRow() const { return withoutBlanks(reader.rowText()).empty(); }
-
-    /// The row as it stands, with as many cells as the headings have.
-    std::string textOfRow() const
+    /// Takes block after block, and writes each when its turn comes.
+    void work(TableWorker& worker)
     {
-        std::string text(reader.rowText());
-        const std::size_t count = reader.cells().size();
-        for (std::size_t extra = headingCells; extra < count && text.ends_with(separator); ++extra)
+        TableBlock block;
+        while (const std::optional<std::uint64_t> turn = takeBlock(block))
         {
-            text.pop_back();
+            TableResult result;
+            std::exception_ptr caught;
+            try
+            {
+                result = worker.compute(block.rows(), block.firstLine());
+            }
+            catch (...)
+            {
+                caught = std::current_exception();
+            }
+            std::unique_lock lock(outputMutex);
+            turnCame.wait(lock, [&] { return *turn == turnsDone; });
+            try
+            {
+                if (caught)
+                {
+                    std::rethrow_exception(caught);
+                }
+                write(result);
+            }
+            catch (...)
+            {
+                failure = failure ? failure : std::current_exception();
+                stopped = true;
+            }
+            ++turnsDone;
+            turnCame.notify_all();
         }
-        text.append(count < headingCells ? headingCells - count : 0, separator);
-        return text;
+    }
+
+    /// @return the block's turn; nothing where no block is left
+    std::optional<std::uint64_t> takeBlock(TableBlock& block)
+    {
+        const std::lock_guard lock(inputMutex);
+        if (stopped || ending != TableBlocks::Outcome::Block)
+        {
+            return std::nullopt;
+        }
+        ending = blocks.next(block);
+        return ending == TableBlocks::Outcome::Block ? std::optional(turnsTaken++) : std::nullopt;
     }
 
     /// After the last row that could be read.
-    void end(TableReader::Outcome outcome)
+    void end(TableBlocks::Outcome outcome) const
     {
-        if (outcome == TableReader::Outcome::Unreadable)
+        if (outcome == TableBlocks::Outcome::Unreadable)
         {
-            throw TableTrouble{"line " + std::to_string(reader.line()) + ": " + reader.trouble()};
+            throw TableTrouble{"line " + std::to_string(blocks.line()) + ": " + blocks.trouble()};
         }
-        if (outcome == TableReader::Outcome::Interrupted)
+        if (outcome == TableBlocks::Outcome::Interrupted)
         {
             throw TableInterrupted{nbRows};
         }
     }
 
-    /// Reads the cells that the expressions use.
-    /// @return what is wrong with the row; empty where nothing is
-    std::string readRow(const TableBatch& batch, std::vector<VALTYPE>& values) const
+    /// Writes and reports the rows of a block, unless a broken row has ended the work.
+    void write(const TableResult& result)
     {
-        const auto& cells = reader.cells();
-        const auto isEmpty = [](std::string_view cell) { return withoutBlanks(cell).empty(); };
-        if (cells.size() < headings.size() ||
-            !std::all_of(cells.begin() + static_cast<std::ptrdiff_t>(headings.size()), cells.end(), isEmpty))
+        if (stopped)
         {
-            return "it has " + cellsText(cells.size()) + " instead of " + std::to_string(headings.size());
+            return;
         }
-        for (std::size_t j = 0; j < values.size(); ++j)
+        nbRows += result.rowCount;
+        nbBroken += result.brokenCount;
+        if (!result.complaints.empty())
         {
-            const TableColumn& column = batch.columns()[j];
-            const auto value = cellValue(cells[column.index], table.decimalComma);
-            if (!value)
-            {
-                return displayable(toUtf8(column.name)) + ' ' + cellComplaint(cells[column.index], table.decimalComma);
-            }
-            values[j] = *value;
+            progress.clear();
+            std::cerr << result.complaints;
         }
-        return {};
+        writeOutput(result.output);
+        progress.show(nbRows);
+        stopped = result.isLast;
     }
 
-    /// Evaluates the rows of a batch, writes and reports them, and empties it.
-    /// @return false where a broken row ends the work
-    bool finishBatch(TableBatch& batch)
+    static void writeOutput(const std::string& output)
     {
-        for (TableStage& stage : stages)
-        {
-            stage.evaluate(batch, stages, table.threads);
-        }
-        bool goesOn = true;
-        for (std::size_t row = 0; goesOn && row < batch.size(); ++row)
-        {
-            ++nbRows;
-            const std::string complaint = complaintOf(batch, row);
-            if (complaint.empty())
-            {
-                if (isKept(row))
-                {
-                    writeRow(batch, row);
-                }
-                continue;
-            }
-            ++nbBroken;
-            progress.clear();
-            std::cerr << "mathexpr: " << name << ": line " << std::to_string(batch.line(row)) << ": " << complaint
-                      << '\n';
-            goesOn = table.skipBroken;
-            if (goesOn)
-            {
-                writeBrokenRow(batch, row);
-            }
-        }
-        batch.clear();
         if (!std::cout.write(output.data(), static_cast<std::streamsize>(output.size())).flush())
         {
             throw TableTrouble{"standard output cannot be written: the result is not complete"};
         }
-        output.clear();
-        progress.show(nbRows);
-        return goesOn;
-    }
-
-    bool isKept(std::size_t row) const { return !table.where || stages.front().result(row).x != 0.0; }
-
-    /// Why a row has no results; empty where it has, and where it is left out.
-    std::string complaintOf(const TableBatch& batch, std::size_t row) const
-    {
-        if (!batch.complaint(row).empty())
-        {
-            return batch.complaint(row);
-        }
-        for (const TableStage& stage : stages)
-        {
-            if (stage.isRefused(row))
-            {
-                return stage.refusal(batch, stages, row);
-            }
-            if (!isKept(row))
-            {
-                break;
-            }
-        }
-        return {};
-    }
-
-    void writeRow(const TableBatch& batch, std::size_t row)
-    {
-        if (options.json)
-        {
-            Json line = Json::object();
-            for (std::size_t index = firstResult(); index < stages.size(); ++index)
-            {
-                line[stages[index].name()] = dataJson(stages[index].result(row));
-            }
-            writeJson(line, batch, row);
-            return;
-        }
-        output += table.append ? batch.text(row) : std::string_view();
-        for (std::size_t index = firstResult(); index < stages.size(); ++index)
-        {
-            beginCell(index);
-            appendValue(stages[index].result(row));
-        }
-        output += '\n';
-    }
-
-    void writeBrokenRow(const TableBatch& batch, std::size_t row)
-    {
-        if (options.json)
-        {
-            Json line = Json::object();
-            for (std::size_t index = firstResult(); index < stages.size(); ++index)
-            {
-                line[stages[index].name()] = nullptr;
-            }
-            writeJson(line, batch, row);
-            return;
-        }
-        output += table.append ? batch.text(row) : std::string_view();
-        for (std::size_t index = firstResult(); index < stages.size(); ++index)
-        {
-            beginCell(index);
-        }
-        output += '\n';
-    }
-
-    void writeJson(const Json& results, const TableBatch& batch, std::size_t row)
-    {
-        const Json line = {{"line", batch.line(row)}, {"results", results}};
-        output += line.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
-    }
-
-    static Json dataJson(const VALTYPE& value)
-    {
-        const auto number = [](double coordinate) {
-            return std::isfinite(coordinate) ? Json(coordinate) : Json(numberText(coordinate));
-        };
-        return value.type == 0 ? number(value.x) : Json::array({number(value.x), number(value.y), number(value.z)});
-    }
-
-    void appendValue(const VALTYPE& value)
-    {
-        std::string text;
-        appendData(text, value, options.digits.value_or(exactDigits));
-        if (table.decimalComma && value.type == 0)
-        {
-            std::ranges::replace(text, '.', ',');
-        }
-        appendCell(output, text, separator);
     }
 
     const Options& options;
     const Options::Table& table;
     const std::string name;
     TableSource source;
-    TableReader reader;
-    char separator = ',';
+    TableBlocks blocks;
+    TableLayout layout;
     std::vector<Heading> headings;
-    std::size_t headingCells = 0;
     std::string headingText;
     std::vector<std::wstring> duplicates;
-    std::vector<TableColumn> columns;
-    std::deque<TableStage> stages;  // the one of --where first
+    std::deque<TableStage> stages;  // the one of --where first; the workers take them over
+    std::deque<TableWorker> workers;
     std::size_t nbUnnamed = 0;
-    std::string output;
+
+    std::mutex inputMutex;  // of the blocks, and of the turns that are taken
+    std::uint64_t turnsTaken = 0;
+    TableBlocks::Outcome ending = TableBlocks::Outcome::Block;
+
+    std::mutex outputMutex;  // of all that is written, and of the turns that are done
+    std::condition_variable turnCame;
+    std::uint64_t turnsDone = 0;
     TableProgress progress;
     std::uint64_t nbRows = 0;
     std::uint64_t nbBroken = 0;
+    std::exception_ptr failure;
+    std::atomic<bool> stopped = false;
 };
 
 }

@@ -56,7 +56,6 @@ void TableBatch::add(std::uint64_t line, const std::vector<VALTYPE>& values)
     }
     kindsAreKnown = true;
     lines.push_back(line);
-    complaints.emplace_back();
 }
 
 void TableBatch::addBroken(std::uint64_t line, std::string complaint)
@@ -65,8 +64,8 @@ void TableBatch::addBroken(std::uint64_t line, std::string complaint)
     {
         column.numbers.insert(column.numbers.end(), column.isPoint ? 3 : 1, 0.0);
     }
+    complaints.emplace(size(), std::move(complaint));
     lines.push_back(line);
-    complaints.push_back(std::move(complaint));
 }
 
 void TableBatch::keepText(std::string_view text)

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,7 +23,7 @@ struct TableColumn
 class TableBatch
 {
 public:
-    static constexpr std::size_t mostRows = 65536;
+    static constexpr std::size_t mostRows = 8192;
 
     explicit TableBatch(std::vector<TableColumn> columns);
 
@@ -41,8 +42,10 @@ public:
     void keepText(std::string_view text);
 
     std::uint64_t line(std::size_t row) const { return lines[row]; }
-    /// What is wrong with a row's cells; empty where nothing is.
-    const std::string& complaint(std::size_t row) const { return complaints[row]; }
+    /// Whether a row's cells are not in order.
+    bool isBroken(std::size_t row) const { return complaints.contains(row); }
+    /// What is wrong with a broken row.
+    const std::string& complaint(std::size_t row) const { return complaints.at(row); }
     std::string_view text(std::size_t row) const;
     /// The values that a row has given to the columns.
     VALTYPE value(std::size_t row, std::size_t column) const;
@@ -64,7 +67,7 @@ private:
     std::vector<Values> columnValues;
     bool kindsAreKnown = false;
     std::vector<std::uint64_t> lines;
-    std::vector<std::string> complaints;
+    std::map<std::size_t, std::string> complaints;  // by row
     std::string rowTexts;
     std::vector<std::size_t> textEnds;
 };

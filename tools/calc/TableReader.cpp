@@ -1,115 +1,57 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableReader.cpp - scans the row at the beginning of a buffer; where the buffer ends within the row, more is read and
-// the row is scanned again.
+// TableReader.cpp - see TableReader.h.
 
 #include "tools/calc/TableReader.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <system_error>
-
-namespace {
-
-constexpr std::size_t initialSize = std::size_t{1} << 20;
-
-/// A row longer than this is taken for a quote that was never closed.
-constexpr std::size_t longestRow = std::size_t{64} << 20;
-
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
-}
-
 std::string_view withoutBlanks(std::string_view cell)
 {
-    constexpr std::string_view blanks = " \t";
-    const std::size_t first = cell.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view{}
-                                           : cell.substr(first, cell.find_last_not_of(blanks) - first + 1);
-}
-
-TableReader::TableReader(TableSource& input, bool (*interrupted)())
-    : source(input), isInterrupted(interrupted), buffer(initialSize)
-{
-    while (end < byteOrderMark.size() && !atEnd && reason.empty() && readMore())
-    {}
-    if (std::string_view(buffer.data(), end).starts_with(byteOrderMark))
+    const auto isBlank = [](char unit) { return unit == ' ' || unit == '\t'; };
+    while (!cell.empty() && isBlank(cell.front()))
     {
-        begin = byteOrderMark.size();
+        cell.remove_prefix(1);
     }
-}
-
-std::string_view TableReader::firstLine()
-{
-    const auto findEnd = [this] { return std::find(buffer.data() + begin, buffer.data() + end, '\n'); };
-    while (findEnd() == buffer.data() + end && !atEnd && !isInterrupted() && readMore())
-    {}
-    return {buffer.data() + begin, static_cast<std::size_t>(findEnd() - (buffer.data() + begin))};
-}
-
-TableReader::Outcome TableReader::next()
-{
-    for (;;)
+    while (!cell.empty() && isBlank(cell.back()))
     {
-        if (isInterrupted())
-        {
-            return Outcome::Interrupted;
-        }
-        if (begin == end && atEnd)
-        {
-            return Outcome::End;
-        }
-        const Scan scan = begin == end ? Scan::Short : scanRow();
-        if (scan == Scan::Complete || scan == Scan::Malformed)
-        {
-            makeViews();
-            rowBegin = begin;
-            rowLine = nextLine;
-            nextLine += linesInRow;
-            begin = rowEnd;
-            return scan == Scan::Complete ? Outcome::Row : Outcome::Malformed;
-        }
-        rowLine = nextLine;
-        if (scan == Scan::QuoteOpen)
-        {
-            reason = "a quote is not closed";
-            return Outcome::Unreadable;
-        }
-        if (!readMore())
-        {
-            return isInterrupted() ? Outcome::Interrupted : Outcome::Unreadable;
-        }
+        cell.remove_suffix(1);
     }
+    return cell;
 }
 
-TableReader::Scan TableReader::scanRow()
+TableRow::Kind TableRow::scan(std::string_view text, char separator, bool isLast)
 {
-    found.clear();
-    linesInRow = 1;
+    cells.clear();
+    lineCount = 1;
     bool malformed = false;
-    std::size_t at = begin;
+    std::size_t at = 0;
+    const auto findCellEnd = [&] {
+        while (at < text.size() && text[at] != separator && text[at] != '\n')
+        {
+            ++at;
+        }
+    };
     for (;;)
     {
-        Cell cell{at, at, false};
-        if (at < end && buffer[at] == '"')
+        TableCell cell{at, at, false};
+        if (at < text.size() && text[at] == '"')
         {
             cell.begin = ++at;
             for (;;)
             {
-                for (; at < end && buffer[at] != '"'; ++at)
+                for (; at < text.size() && text[at] != '"'; ++at)
                 {
-                    linesInRow += buffer[at] == '\n' ? 1U : 0U;
+                    lineCount += text[at] == '\n' ? 1U : 0U;
                 }
-                if (at + 1 >= end && !atEnd)
+                if (at + 1 >= text.size() && !isLast)
                 {
-                    return Scan::Short;
+                    return Kind::Short;
                 }
-                if (at == end)
+                if (at == text.size())
                 {
-                    return Scan::QuoteOpen;
+                    return Kind::QuoteOpen;
                 }
-                if (at + 1 == end || buffer[at + 1] != '"')
+                if (at + 1 == text.size() || text[at + 1] != '"')
                 {
                     break;
                 }
@@ -118,87 +60,61 @@ TableReader::Scan TableReader::scanRow()
             }
             cell.end = at++;
             const std::size_t after = at;
-            while (at < end && buffer[at] != separator && buffer[at] != '\n')
-            {
-                ++at;
-            }
-            const std::string_view behind(buffer.data() + after, at - after);
+            findCellEnd();
+            const std::string_view behind = text.substr(after, at - after);
             malformed = malformed || !(behind.empty() || behind == "\r");
         }
         else
         {
-            while (at < end && buffer[at] != separator && buffer[at] != '\n')
-            {
-                ++at;
-            }
-            const bool beforeLineEnd = at < end ? buffer[at] == '\n' : atEnd;
-            cell.end = beforeLineEnd && at > cell.begin && buffer[at - 1] == '\r' ? at - 1 : at;
+            findCellEnd();
+            const bool beforeLineEnd = at < text.size() ? text[at] == '\n' : isLast;
+            cell.end = beforeLineEnd && at > cell.begin && text[at - 1] == '\r' ? at - 1 : at;
         }
-        if (at == end && !atEnd)
+        if (at == text.size() && !isLast)
         {
-            return Scan::Short;
+            return Kind::Short;
         }
-        found.push_back(cell);
-        if (at == end || buffer[at++] == '\n')
+        cells.push_back(cell);
+        if (at == text.size() || text[at++] == '\n')
         {
-            rowEnd = at;
-            return malformed ? Scan::Malformed : Scan::Complete;
+            end = at;
+            return malformed ? Kind::Malformed : Kind::Complete;
         }
     }
 }
 
-bool TableReader::readMore()
+TableReader::Outcome TableReader::next()
 {
-    if (begin != 0)
+    if (rest.empty())
     {
-        std::copy(buffer.begin() + static_cast<std::ptrdiff_t>(begin),
-                  buffer.begin() + static_cast<std::ptrdiff_t>(end), buffer.begin());
-        end -= begin;
-        begin = 0;
+        return Outcome::End;
     }
-    if (end == buffer.size())
-    {
-        if (buffer.size() >= longestRow)
-        {
-            reason = "the row is too long; a quote may be missing";
-            return false;
-        }
-        buffer.resize(2 * buffer.size());
-    }
-    const auto count = source.read(buffer.data() + end, buffer.size() - end);
-    if (!count)
-    {
-        reason = std::generic_category().message(errno);
-        return false;
-    }
-    end += *count;
-    atEnd = *count == 0;
-    return true;
-}
-
-std::string_view TableReader::rowText() const
-{
-    std::string_view text(buffer.data() + rowBegin, begin - rowBegin);
+    const TableRow::Kind kind = scanned.scan(rest, separator, true);
+    row = rest.substr(0, scanned.end);
+    makeViews();
     for (const char ending : {'\n', '\r'})
     {
-        text.remove_suffix(text.ends_with(ending) ? 1 : 0);
+        row.remove_suffix(row.ends_with(ending) ? 1 : 0);
     }
-    return text;
+    rest.remove_prefix(scanned.end);
+    rowLine = nextLine;
+    nextLine += scanned.lineCount;
+    return kind == TableRow::Kind::Complete ? Outcome::Row : Outcome::Malformed;
 }
 
 void TableReader::makeViews()
 {
     views.clear();
     unquoted.clear();
-    unquoted.reserve(found.size());  // so that they stay where they are
-    for (const Cell& cell : found)
+    for (const TableCell& cell : scanned.cells)
     {
-        const std::string_view raw(buffer.data() + cell.begin, cell.end - cell.begin);
+        const std::string_view raw = row.substr(cell.begin, cell.end - cell.begin);
         if (!cell.hasQuotes)
         {
             views.push_back(raw);
             continue;
         }
+        unquoted.reserve(scanned.cells.size());  // so that they stay where they are
         std::string& text = unquoted.emplace_back();
         for (std::size_t at = 0; at < raw.size(); ++at)
         {

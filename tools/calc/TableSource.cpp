@@ -42,11 +42,17 @@ void closeAgain(int descriptor)
     _close(descriptor);
 }
 
+bool waitForInput(int)
+{
+    return true;  // reading waits
+}
+
 }
 
 #else
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 namespace {
@@ -71,6 +77,13 @@ void closeAgain(int descriptor)
     close(descriptor);
 }
 
+bool waitForInput(int descriptor)
+{
+    constexpr int moment = 100;  // milliseconds
+    pollfd waited{descriptor, POLLIN, 0};
+    return poll(&waited, 1, moment) != 0;  // of a failure, reading tells
+}
+
 }
 
 #endif
@@ -90,6 +103,11 @@ TableSource::~TableSource()
     {
         closeAgain(descriptor);
     }
+}
+
+bool TableSource::hasInput()
+{
+    return waitForInput(descriptor);
 }
 
 std::optional<std::size_t> TableSource::read(char* buffer, std::size_t size)

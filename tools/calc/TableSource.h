@@ -18,6 +18,10 @@ public:
     TableSource& operator=(const TableSource&) = delete;
     ~TableSource();
 
+    /// Waits for bytes for a moment, so that the caller can look around meanwhile.
+    /// @return whether read has something to return
+    bool hasInput();
+
     /// Waits for bytes and reads some, at most size.
     /// @return how many; 0 at the end; nothing where reading fails or is interrupted, as errno tells
     std::optional<std::size_t> read(char* buffer, std::size_t size);

@@ -83,9 +83,11 @@ std::optional<VALTYPE> pointIn(std::string_view cell)
     return value;
 }
 
-bool looksLikeNumber(std::string_view cell)
+/// Whether a cell would be a number without marks such as those between thousands.
+bool hasMarks(std::string_view cell, std::string_view marks)
 {
-    return !cell.empty() && cell.find_first_not_of("0123456789.,'+- ") == std::string_view::npos;
+    return cell.find_first_of(marks) != std::string_view::npos &&
+           cell.find_first_not_of("0123456789.,'+- ") == std::string_view::npos;
 }
 
 }
@@ -110,8 +112,8 @@ std::string cellComplaint(std::string_view cell, bool decimalComma)
     {
         return "is empty";
     }
-    const std::string complaint = "is neither a number nor a point: \"" + displayable(cell, mostShown) + "\"";
-    if (!looksLikeNumber(cell))
+    std::string complaint = "is neither a number nor a point: \"" + displayable(cell, mostShown) + "\"";
+    if (!hasMarks(cell, decimalComma ? ".' " : ",' "))
     {
         return complaint;
     }

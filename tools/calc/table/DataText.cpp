@@ -15,9 +15,15 @@ void appendData(std::string& text, double number, std::uint32_t digits)
         text += "nan";  // whatever its sign, which says nothing to a reader
         return;
     }
+    constexpr double firstGap = 9007199254740992.0;  // 2^53: all whole numbers up to it are doubles
     std::array<char, 32> buffer;
     char* const begin = buffer.data();
     char* const end = begin + buffer.size();
+    if (std::abs(number) <= firstGap && number == std::trunc(number) && !(number == 0.0 && std::signbit(number)))
+    {
+        text.append(begin, std::to_chars(begin, end, static_cast<std::int64_t>(number)).ptr);
+        return;
+    }
     const auto written = digits == exactDigits
                              ? std::to_chars(begin, end, number)
                              : std::to_chars(begin, end, number, std::chars_format::general, static_cast<int>(digits));

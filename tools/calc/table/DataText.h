@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // DataText.h - values in tables, for programs: with an exponent such as e-07, which they read and an expression does not.
+// Whole numbers up to 2^53 have all their digits.
 #pragma once
 
 #include "mathexpr/ValType.h"

@@ -37,12 +37,12 @@ Options TableStage::withoutEvaluation(Options given)
     return given;
 }
 
-void TableStage::evaluate(const TableBatch& batch, const std::deque<TableStage>& stages, std::uint32_t threads)
+void TableStage::evaluate(const TableBatch& batch, const std::deque<TableStage>& stages)
 {
     for (std::size_t begin = 0; begin < batch.size();)
     {
         const std::size_t end = endOfKind(stages, begin, batch.size());
-        evaluateRows(batch, stages, begin, end, threads);
+        evaluateRows(batch, stages, begin, end);
         begin = end;
     }
 }
@@ -62,7 +62,7 @@ std::size_t TableStage::endOfKind(const std::deque<TableStage>& stages, std::siz
 }
 
 void TableStage::evaluateRows(const TableBatch& batch, const std::deque<TableStage>& stages, std::size_t begin,
-                              std::size_t end, std::uint32_t threads)
+                              std::size_t end)
 {
     std::vector<mathexpr::BulkColumn> columns;
     for (const Source& source : sources)
@@ -82,8 +82,7 @@ void TableStage::evaluateRows(const TableBatch& batch, const std::deque<TableSta
     mathexpr::BulkResults target{&results[begin], sizeof(VALTYPE), mathexpr::BulkKind::Record};
     target.status = &status[begin];
     mathexpr::BulkOutcome outcome;
-    if (!mathexpr::evaluateBulk(compiled.expression(), columns.data(), columns.size(), end - begin, target, threads,
-                                outcome))
+    if (!mathexpr::evaluateBulk(compiled.expression(), columns.data(), columns.size(), end - begin, target, 1, outcome))
     {
         throw std::logic_error("the columns were refused");
     }

@@ -35,9 +35,10 @@ public:
     const std::string& name() const { return resultName; }
 
     void setSources(std::vector<Source> newSources) { sources = std::move(newSources); }
+    const std::vector<Source>& readsFrom() const { return sources; }
 
     /// @param stages  all of them, this one behind those that it reads
-    void evaluate(const TableBatch& batch, const std::deque<TableStage>& stages, std::uint32_t threads);
+    void evaluate(const TableBatch& batch, const std::deque<TableStage>& stages);
 
     /// Whether the expression has no value for a row whose cells are in order.
     bool isRefused(std::size_t row) const;
@@ -49,8 +50,8 @@ public:
 private:
     static Options withoutEvaluation(Options given);
     std::size_t endOfKind(const std::deque<TableStage>& stages, std::size_t begin, std::size_t end) const;
-    void evaluateRows(const TableBatch& batch, const std::deque<TableStage>& stages, std::size_t begin, std::size_t end,
-                      std::uint32_t threads);
+    void evaluateRows(const TableBatch& batch, const std::deque<TableStage>& stages, std::size_t begin,
+                      std::size_t end);
 
     const Options* options;
     Options compileOptions;
