@@ -9,6 +9,7 @@
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
+#include "mathexpr/EditorServices.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/MessageDisplay.h"
@@ -223,6 +224,31 @@ Operation withVariables(const std::string& name, std::function<double(MathExpres
             [work](Subject& subject) { return std::optional(number(work(subject.expression))); }};
 }
 
+/// Asks every editor service about a text.
+Operation editing(const std::wstring& text)
+{
+    return {"editing " + std::string(text.begin(), text.end()),
+            [](Subject& subject) {
+                static const NameSource names;
+                mathexpr::setNameSource(subject.expression, &names);
+                mathexpr::setVariable(subject.expression, L"width", number(2));
+            },
+            [text](Subject& subject) {
+                const MathExpression& expression = subject.expression;
+                const auto end = static_cast<std::uint32_t>(text.size());
+                const std::size_t sum = mathexpr::getTokens(expression, text.c_str()).size() +
+                                        mathexpr::formatText(expression, text.c_str()).size() +
+                                        mathexpr::findReferences(expression, text.c_str(), L"n1").size() +
+                                        mathexpr::renameInText(expression, text.c_str(), L"n1", L"n2").edits.size() +
+                                        mathexpr::getLiterals(expression, text.c_str()).size() +
+                                        mathexpr::getFixes(expression, text.c_str()).size() +
+                                        mathexpr::getSignature(expression, text.c_str(), end).overloads.size() +
+                                        mathexpr::getHover(expression, text.c_str(), 2).name.size() +
+                                        mathexpr::getCompletions(expression, text.c_str(), end).size();
+                return std::optional(number(static_cast<double>(sum)));
+            }};
+}
+
 Operation inBulk(const std::wstring& text, std::uint32_t nbThreads, std::size_t nbRows = 4096)
 {
     return {"bulk on " + std::to_string(nbThreads) + ": " + std::string(text.begin(), text.end()),
@@ -300,6 +326,11 @@ const std::vector<Operation>& operations()
         list.push_back(inBulk(L"n*2+sin(n)", 4));
         list.push_back(inBulk(L"dist(p1,[n,n,n])+max(n,1,2,3)", 4));
         list.push_back(inBulk(L"sin([n,n,n])", 1, 2));
+        for (const wchar_t* text :
+             {L"2*orth+sqrt(n1)", L"dist([1,2,0],wi", L"1+2pi", L"a_rather_long_name_of_a_variable=1"})
+        {
+            list.push_back(editing(text));
+        }
         list.push_back({"construct", nothing, [](Subject&) {
                             const MathExpression another(false, &host);
                             return std::optional<VALTYPE>();

@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// editor_fuzzer.cpp - every editor service for one text and one cursor. What they say has to fit the text and what
+// compiling it says, and the object has to stay as it was.
+#include "fuzz/FuzzInput.h"
+#include "mathexpr/Diagnostics.h"
+#include "mathexpr/EditorServices.h"
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
+#include "tests/support/MessageRecorder.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace {
+
+class Host final : public IMathExprService, public mathexpr::IMathExprNameSource
+{
+public:
+    bool lookupValue(const wchar_t* name, VALTYPE& value) const override
+    {
+        value.type = name[0] == L'p' ? 1 : 0;
+        return std::any_of(std::begin(names), std::end(names),
+                           [name](const wchar_t* each) { return each == std::wstring_view(name); });
+    }
+
+    const wchar_t* getName(std::uint32_t index) const override
+    {
+        return index < std::size(names) ? names[index] : nullptr;
+    }
+
+private:
+    static constexpr const wchar_t* names[] = {L"x", L"size", L"p", L"a.b", L"1"};
+};
+
+void require(bool holds)
+{
+    if (!holds)
+    {
+        std::abort();
+    }
+}
+
+std::wstring withoutBlanks(std::wstring text)
+{
+    text.erase(std::remove(text.begin(), text.end(), L' '), text.end());
+    return text;
+}
+
+bool isWithin(const mathexpr::TextSpan& span, const std::wstring& text)
+{
+    return span.start <= text.size() && span.length <= text.size() - span.start;
+}
+
+bool compiles(MathExpression& expression, const std::wstring& text)
+{
+    try
+    {
+        return expression.setExpression(text.c_str());
+    }
+    catch (const mathexpr::ParsingException&)
+    {
+        return false;
+    }
+    catch (const mathexpr::DefinitionException&)
+    {
+        return false;
+    }
+}
+
+void checkText(const MathExpression& expression, const std::wstring& text)
+{
+    std::size_t end = 0;
+    for (const mathexpr::TextToken& token : mathexpr::getTokens(expression, text.c_str()))
+    {
+        require(token.start == end && token.length != 0);
+        end += token.length;
+    }
+    require(end == text.size());
+    const std::wstring formatted = mathexpr::formatText(expression, text.c_str());
+    require(withoutBlanks(formatted) == withoutBlanks(text));
+    require(mathexpr::formatText(expression, formatted.c_str()) == formatted);
+    for (const mathexpr::TextLiteral& literal : mathexpr::getLiterals(expression, text.c_str()))
+    {
+        require(isWithin(literal.span, text));
+    }
+    const mathexpr::Renaming renaming = mathexpr::renameInText(expression, text.c_str(), L"x", L"size");
+    require(renaming.refusal == mathexpr::RenameRefusal::None || renaming.edits.empty());
+}
+
+void checkCursor(const MathExpression& expression, const std::wstring& text, std::uint32_t cursor,
+                 mathexpr::HostQuestions questions)
+{
+    const mathexpr::HoverInfo hover = mathexpr::getHover(expression, text.c_str(), cursor, questions);
+    require(isWithin(hover.span, text) && isWithin(hover.valueSpan, text));
+    const mathexpr::CallSignature signature = mathexpr::getSignature(expression, text.c_str(), cursor);
+    require(isWithin(signature.name, text) && signature.function.empty() == signature.overloads.empty());
+    for (const mathexpr::CompletionItem& item : mathexpr::getCompletions(expression, text.c_str(), cursor))
+    {
+        require(isWithin(item.edit.span, text));
+        std::wstring completed = text;
+        completed.replace(item.edit.span.start, item.edit.span.length, item.edit.replacement);
+        require(isWithin(item.selection, completed));
+    }
+}
+
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const Host host;
+    FuzzInput input(data, size);
+    const std::uint32_t cursor = input.byte();
+    const auto questions = static_cast<mathexpr::HostQuestions>(input.below(2));
+    const std::wstring text = input.text();
+
+    const MessageRecorder shown;
+    MathExpression expression(true, &host);
+    mathexpr::setNameSource(expression, &host);
+    mathexpr::setVariable(expression, L"width", VALTYPE());
+    checkText(expression, text);
+    checkCursor(expression, text, cursor, questions);
+    const mathexpr::TypingDiagnostic diagnostic = mathexpr::diagnoseText(expression, text.c_str(), questions);
+    mathexpr::getFixes(expression, text.c_str());
+
+    require(shown.ids.empty() && !mathexpr::hasFailed(expression));
+    require(mathexpr::getVariableNames(expression).size() == 1);
+    require(compiles(expression, text) == (diagnostic.state == mathexpr::TypingState::Complete));
+    require(mathexpr::getDiagnostic(expression).code == diagnostic.failure.code);
+    return 0;
+}
