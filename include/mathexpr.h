@@ -97,7 +97,8 @@ enum
     MATHEXPR_BULK_REFUSED = 12,  ///< Invalid arrays; see mathexpr_bulk_outcome.
     MATHEXPR_BUFFER_TOO_SMALL = 13,
 
-    // Failures of the expression. All but MATHEXPR_NO_PROGRAM leave a diagnostic (mathexpr_get_diagnostic_utf8).
+    // Failures of the expression. All but MATHEXPR_NO_PROGRAM and MATHEXPR_OTHER_KIND leave a diagnostic
+    // (mathexpr_get_diagnostic_utf8).
     MATHEXPR_PARSING_ERROR = 20,     ///< The text does not compile, or a function got a point for a number.
     MATHEXPR_DEFINITION_ERROR = 21,  ///< The name is not allowed for a variable.
     MATHEXPR_REFUSED = 22,           ///< An item refused its arguments, or an integer literal is too large.
@@ -358,7 +359,8 @@ typedef struct mathexpr_function mathexpr_function;
 /// @param argument_count  number of arguments
 /// @param function      receives the handle, which the caller owns
 /// @return as mathexpr_set_expression_utf8, with a diagnostic; MATHEXPR_NULL_ARGUMENT (also for a name), MATHEXPR_BAD_OPTION
-///         (two arguments have the same name), MATHEXPR_NOT_FOUND (an argument is not a variable)
+///         (two arguments have the same name), MATHEXPR_NOT_FOUND (an argument is not a variable), MATHEXPR_OTHER_KIND (the
+///         value is a point; without a diagnostic)
 MATHEXPR_C_API mathexpr_status mathexpr_create_function_utf8(mathexpr_expression* expression, const char* text,
                                                              size_t length, const char* const* arguments,
                                                              size_t argument_count,
@@ -385,7 +387,7 @@ MATHEXPR_C_API mathexpr_status mathexpr_destroy_function(mathexpr_function* func
 /// @param arguments  as many numbers as the function has arguments; NULL if it has none
 /// @param result     receives the value
 /// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT, MATHEXPR_STALE_HANDLE, MATHEXPR_REFUSED (an item refused its arguments, or
-///         was given a point for a number), MATHEXPR_OTHER_KIND (the value is a point)
+///         was given a point for a number)
 MATHEXPR_C_API mathexpr_status mathexpr_call_function(mathexpr_function* function, const double* arguments,
                                                       double* result) MATHEXPR_NOEXCEPT;
 

@@ -1123,7 +1123,8 @@ inline RowsOutcome evaluateArrays(std::string_view text, const List<Column>& col
 ///     mathexpr::Function area("pi/4*d^2", {"d"});
 ///     const double a = area(2.0);
 ///
-/// Each call gives what a fresh expression would, whatever was computed before. Nothing is allocated unless it fails.
+/// Each call gives what a fresh expression would, whatever was computed before. Nothing is allocated unless it fails. A text
+/// whose value is a point is refused when the function is made, with the status MATHEXPR_OTHER_KIND.
 class Function
 {
 public:
@@ -1244,6 +1245,10 @@ private:
         if (status == MATHEXPR_BAD_OPTION)
         {
             return detail::errorOf(status, "two arguments have one name");
+        }
+        if (status == MATHEXPR_OTHER_KIND)
+        {
+            return detail::errorOf(status, "the value is a point, and a number is needed");
         }
         if (status != MATHEXPR_OK && status <= MATHEXPR_BULK_REFUSED)
         {

@@ -16,6 +16,18 @@ namespace {
 
 constexpr std::size_t smallestChunk = 12;
 
+VALTYPE oneOf(std::uint8_t type) noexcept
+{
+    return {type, 0, 0, 0, 1.0, 1.0, 1.0};
+}
+
+}
+
+Message::Id evaluateWithOnes(const MTProgramStep& step, VALTYPE& result)
+{
+    const VALTYPE first = oneOf(step.first->type);
+    const VALTYPE second = oneOf(step.nbArgs > 1 ? step.second->type : std::uint8_t{0});
+    return MTProgramStep{step.kernels, step.item, &first, &second, &result, step.nbArgs, 0}.evaluate(false);
 }
 
 VALTYPE* MTSlotArena::allocateElsewhere(std::size_t count)

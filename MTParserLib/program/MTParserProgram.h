@@ -43,6 +43,10 @@ struct MTProgramStep
     Message::Id evaluate(bool showMessages) const { return kernels->evaluate(*this, showMessages); }
 };
 
+/// Evaluates an item of one or two operands of the kinds that a step's operands have. All numbers are 1, which no item
+/// refuses.
+Message::Id evaluateWithOnes(const MTProgramStep& step, VALTYPE& result);
+
 /// Memory for argument slots. It hands out memory that never moves, takes it back in the reverse order, and keeps what
 /// it has for the next program.
 class MTSlotArena

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTRowProgram.h - a copy of a program with slots and variables of its own, which evaluates rows one after the other.
+// MTRowProgram.h - a copy of a program that evaluates rows one after the other.
 //
 // It runs what block kernels cannot: points, and items that read the result they are to write. The
 // slots are set before each row to what they are in a program that has just been compiled, so that no row shows in the
 // next.
 #pragma once
 
-#include "MTParserLib/program/MTParserProgram.h"
+#include "MTParserLib/program/MTProgramCopy.h"
 #include "MTParserLib/run/MTBulkArrays.h"
 #include "MTParserLib/run/MTBulkWorker.h"
 #include "platform/ArrayView.h"
@@ -26,8 +26,6 @@ public:
     bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
 
 private:
-    class Relocation;
-
     struct Column
     {
         VALTYPE* variable;
@@ -35,12 +33,8 @@ private:
     };
 
     std::uint32_t evaluateRow(std::size_t row);
-    std::uint32_t runSteps();
 
-    std::vector<MTProgramStep> steps;
-    std::vector<VALTYPE> fresh;  // what stands in the slots before a run
-    std::vector<VALTYPE> slots;  // and the variables
-    const VALTYPE* root;
+    MTProgramCopy copy;
     std::vector<Column> columns;
     MTBulkWriter writer;
 };

@@ -34,10 +34,10 @@ bool isCopy(const MTProgramStep& step) noexcept
 }
 
 /// Steps that compute the items of a program, without those that move operands; 0 where it has to run itself.
-std::size_t countComputations(const MTParserProgram& program) noexcept
+std::size_t countComputations(const std::vector<MTProgramStep>& program) noexcept
 {
     std::size_t count = 0;
-    for (const MTProgramStep& step : program.steps)
+    for (const MTProgramStep& step : program)
     {
         const ConversionFormula* const formula = step.kernels->formula;
         count += formula != nullptr ? countScalingSteps(*formula) : 1;
@@ -84,18 +84,15 @@ MTOperandKinds kindsOf(const MTProgramStep& step) noexcept
 }
 
 /// Whether the slot of a step holds a point that its item does not make of these kinds: one is left of earlier kinds.
-/// The item is asked, with operands that it does not refuse and a fresh slot.
+/// The item is asked what it makes of a fresh slot.
 bool holdsOldPoint(const MTProgramStep& step)
 {
     if (step.destination->type == 0)
     {
         return false;
     }
-    const VALTYPE first{step.first->type, 0, 0, 0, 1.0, 1.0, 1.0};
-    const VALTYPE second{step.nbArgs > 1 ? step.second->type : std::uint8_t{0}, 0, 0, 0, 1.0, 1.0, 1.0};
     VALTYPE fresh;
-    const MTProgramStep sample{step.kernels, step.item, &first, &second, &fresh, step.nbArgs, 0};
-    sample.evaluate(false);
+    evaluateWithOnes(step, fresh);
     return fresh.type == 0;
 }
 
@@ -140,6 +137,34 @@ public:
         return nbChecked == inputs.size();
     }
 
+    /// @return false where it has to run itself
+    bool addProgram(const std::vector<MTProgramStep>& program)
+    {
+        if (countComputations(program) == 0)
+        {
+            return false;
+        }
+        for (const MTProgramStep& step : program)
+        {
+            addItem(step);
+        }
+        return true;
+    }
+
+    /// Ends the code.
+    /// @param withValue, inMemory  the last kernels where the root is the last number, and where it stands in memory
+    /// @return false when it is of no use, because too many numbers wait at once or never find a consumer
+    bool finish(const VALTYPE& root, MTScalarKernel withValue, MTScalarKernel inMemory)
+    {
+        const Operand value = takeOperand(root);
+        append(value.place == Operand::Place::Value ? withValue : inMemory, {value.memory});
+        return !overflowed && nbWaiting == 0 && copies.empty();
+    }
+
+private:
+    /// The addresses of the operands in memory.
+    using Memory = std::array<const double*, 3>;
+
     void addItem(const MTProgramStep& step)
     {
         if (isCopy(step))
@@ -159,26 +184,6 @@ public:
             addItemOfThree(step);
         }
     }
-
-    /// Ends the code.
-    /// @return false when it is of no use, because too many numbers wait at once or never find a consumer
-    bool finish(const VALTYPE& root, bool toDouble)
-    {
-        const Operand value = takeOperand(root);
-        if (value.place == Operand::Place::Value)
-        {
-            append(toDouble ? scalarkernels::endWithDouble : scalarkernels::endWithValue, {&root.x});
-        }
-        else
-        {
-            append(toDouble ? scalarkernels::endWithStoredDouble : scalarkernels::endWithRecord, {value.memory});
-        }
-        return !overflowed && nbWaiting == 0 && copies.empty();
-    }
-
-private:
-    /// The addresses of the operands in memory.
-    using Memory = std::array<const double*, 3>;
 
     /// Checks the inputs that have a head, some with each step.
     /// @return how many these are
@@ -436,7 +441,7 @@ private:
 
 void MTScalarCode::reserve(const MTParserProgram& program)
 {
-    const std::size_t nbComputations = countComputations(program);
+    const std::size_t nbComputations = countComputations(program.steps);
     if (nbComputations == 0)
     {
         return;
@@ -448,27 +453,29 @@ void MTScalarCode::reserve(const MTParserProgram& program)
     copies.reserve(program.steps.size());
 }
 
-bool MTScalarCode::build(const MTParserProgram& program, bool toDouble)
+bool MTScalarCode::build(const MTParserProgram& program)
 {
     steps.clear();
     copies.clear();
-    if (countComputations(program) == 0)
-    {
-        return false;
-    }
-    Builder builder(steps, copies, toDouble);
-    if (!toDouble && !builder.checkInputs(program.inputs))
-    {
-        return false;
-    }
-    for (const MTProgramStep& step : program.steps)
-    {
-        builder.addItem(step);
-    }
-    return builder.finish(*program.root, toDouble);
+    Builder builder(steps, copies, false);
+    return builder.checkInputs(program.inputs) && builder.addProgram(program.steps) &&
+           builder.finish(*program.root, scalarkernels::endWithValue, scalarkernels::endWithRecord);
 }
 
-void MTScalarCode::buildConstant(const VALTYPE& value)
+bool MTScalarCode::buildForDouble(const std::vector<MTProgramStep>& program, const VALTYPE& root)
 {
-    steps.push_back({scalarkernels::endWithRecord, &value.x, nullptr, {nullptr}, nullptr, nullptr});
+    stack.resize(program.size());
+    Builder builder(steps, copies, true);
+    return builder.addProgram(program) &&
+           builder.finish(root, scalarkernels::endWithDouble, scalarkernels::endWithStoredDouble);
+}
+
+void MTScalarCode::buildConstant(const VALTYPE& value, bool asDouble)
+{
+    steps.push_back({asDouble ? scalarkernels::endWithStoredDouble : scalarkernels::endWithRecord,
+                     &value.x,
+                     nullptr,
+                     {nullptr},
+                     nullptr,
+                     nullptr});
 }

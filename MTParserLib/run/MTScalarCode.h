@@ -128,17 +128,18 @@ public:
     /// Makes room for the code of a program that has just been compiled, so that building it allocates nothing.
     void reserve(const MTParserProgram& program);
 
-    /// Makes the code of a program that has run to its end.
-    /// @param toDouble  whether the result is a double, the inputs keep their kinds, and each run begins with slots as
-    ///                  they were before the first
+    /// Makes the code of a program that has run to its end. The result is a record.
     /// @return false where scalar code cannot stand for the program
-    bool build(const MTParserProgram& program, bool toDouble = false);
+    bool build(const MTParserProgram& program);
 
-    /// Makes code that yields a constant.
-    void buildConstant(const VALTYPE& value);
+    /// Makes the code of steps that yield a number, and whose inputs keep the kinds that they have. The result is a
+    /// double, and each run begins with slots as they were before the first.
+    bool buildForDouble(const std::vector<MTProgramStep>& program, const VALTYPE& root);
+
+    /// Makes code that yields a constant, as a record or a double.
+    void buildConstant(const VALTYPE& value, bool asDouble = false);
 
     const std::vector<MTScalarStep>& getSteps() const noexcept { return steps; }
-    double* getStack() noexcept { return stack.data(); }
 
     bool run(const MTScalarStep* first, void* result, const MTScalarOwner* owner, void* self)
     {

@@ -56,6 +56,39 @@ mathexpr_status evaluate(mathexpr_expression& expression, mathexpr_value* value)
     return attempt(expression, [&] { return expression.plain->evaluate(inPlace(*value)); });
 }
 
+mathexpr_status evaluateInFull(mathexpr_expression* handle, mathexpr_value* value) noexcept
+{
+    return changeExpression(handle, [=](mathexpr_expression& expression) -> mathexpr_status {
+        if (value == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        return expression.isCalculator() ? MATHEXPR_WRONG_KIND : evaluate(expression, value);
+    });
+}
+
+/// The owner of scalar code that a call has jumped into.
+struct FastEvaluation
+{
+    mathexpr_expression* const handle;
+    mathexpr_status status;
+};
+
+constexpr MTScalarOwner fastEvaluationOwner{
+    [](void* self, void* result) {
+        auto& evaluation = *static_cast<FastEvaluation*>(self);
+        evaluation.status = evaluateInFull(evaluation.handle, static_cast<mathexpr_value*>(result));
+        return evaluation.status == MATHEXPR_OK;
+    },
+    [](void* self, const double* slot, Message::Id refusal) {
+        auto& evaluation = *static_cast<FastEvaluation*>(self);
+        evaluation.status = changeExpression(evaluation.handle, [=](mathexpr_expression& expression) {
+            mathexpr::EngineAccess::refuse(*expression.plain, slot, refusal);
+            return MATHEXPR_REFUSED;
+        });
+        return false;
+    }};
+
 template <class Encoding>
 mathexpr_status setExpression(mathexpr_expression& expression, const typename Encoding::Unit* text, std::size_t length)
 {
@@ -125,13 +158,20 @@ mathexpr_status mathexpr_set_expression_utf16(mathexpr_expression* handle, const
 
 mathexpr_status mathexpr_evaluate(mathexpr_expression* handle, mathexpr_value* value) noexcept
 {
-    return changeExpression(handle, [=](mathexpr_expression& expression) -> mathexpr_status {
-        if (value == nullptr)
+    // Most evaluations jump into scalar code, which calls nobody who could call back.
+    if (handle != nullptr && value != nullptr && HandleRegistry::isLive(handle) && handle->isIdle())
+    {
+        const MathExpression& expression = *handle->plain;
+        if (const MTScalarStep* const first = mathexpr::EngineAccess::fastPathOf(expression))
         {
-            return MATHEXPR_NULL_ARGUMENT;
+            FastEvaluation evaluation{handle, MATHEXPR_OK};
+            mathexpr::EngineAccess::parserOf(expression)
+                .getProgram()
+                .scalar.run(first, value, &fastEvaluationOwner, &evaluation);
+            return evaluation.status;
         }
-        return expression.isCalculator() ? MATHEXPR_WRONG_KIND : evaluate(expression, value);
-    });
+    }
+    return evaluateInFull(handle, value);
 }
 
 mathexpr_status mathexpr_evaluate_text_utf8(mathexpr_expression* expression, const char* text, size_t length,

@@ -100,6 +100,12 @@ struct mathexpr_expression
         return calculator.has_value();
     }
 
+    /// Whether it is a plain expression, of which no call is under way.
+    bool isIdle() const noexcept
+    {
+        return plain.has_value() && !host->isCalled && !host->isAskedForNames;
+    }
+
     /// The expression object, whichever class it is wrapped into.
     MathExpression& object() noexcept
     {

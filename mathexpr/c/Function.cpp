@@ -6,10 +6,9 @@
 // A function and its copies share an expression object of their own, which is never changed after it has compiled the
 // text; each runs it with slots and arguments of its own.
 #include "MTParserLib/names/MTNameIndex.h"
-#include "MTParserLib/run/MTRowProgram.h"
+#include "MTParserLib/run/MTBoundFunction.h"
 #include "mathexpr/Variables.h"
 #include "mathexpr/c/Evaluation.h"
-#include "platform/FloatingPointGuard.h"
 
 #include <algorithm>
 #include <utility>
@@ -60,23 +59,9 @@ std::shared_ptr<const FunctionSource> makeSource(MathExpression& expression, con
 struct mathexpr_function
 {
     explicit mathexpr_function(std::shared_ptr<const FunctionSource> sharedSource)
-        : source(std::move(sharedSource)), arguments(source->arguments.size()),
-          program(mathexpr::EngineAccess::parserOf(source->expression).getProgram(), columns(),
-                  mathexpr::BulkResults{&result, 0, mathexpr::BulkKind::Number, 0, nullptr})
+        : source(std::move(sharedSource)),
+          program(mathexpr::EngineAccess::parserOf(source->expression).getProgram(), source->arguments)
     {}
-
-    mathexpr_status call(const double* given, double& answer)
-    {
-        const platform::FloatingPointGuard guard;
-        std::copy_n(given, arguments.size(), arguments.begin());
-        std::uint32_t status = mathexpr::RowStatus::Done;
-        if (!program.evaluate(0, 1, &status))
-        {
-            return status == mathexpr::RowStatus::OtherKind ? MATHEXPR_OTHER_KIND : MATHEXPR_REFUSED;
-        }
-        answer = result;
-        return MATHEXPR_OK;
-    }
 
 #if defined(MATHEXPR_CHECK_HANDLES)
     // NOLINTNEXTLINE(cert-dcl54-cpp): the memory comes from the global operator new, which is where it goes back in the end
@@ -87,22 +72,7 @@ struct mathexpr_function
 #endif
 
     const std::shared_ptr<const FunctionSource> source;
-
-private:
-    /// Each argument as a column of one row.
-    std::vector<MTBoundColumn> columns() const
-    {
-        std::vector<MTBoundColumn> bound;
-        for (std::size_t index = 0; index < arguments.size(); ++index)
-        {
-            bound.push_back({source->arguments[index], {L"", &arguments[index], 0, mathexpr::BulkKind::Number, 0}});
-        }
-        return bound;
-    }
-
-    std::vector<double> arguments;
-    double result = 0.0;
-    MTRowProgram program;
+    MTBoundFunction program;
 };
 
 namespace {
@@ -165,7 +135,12 @@ mathexpr_status create(mathexpr_expression* handle, const typename Encoding::Uni
         if (status == MATHEXPR_OK)
         {
             mathexpr::dropAssignment(*expression.plain);
-            handOver(std::make_unique<mathexpr_function>(makeSource(*expression.plain, wide, names)), function);
+            auto made = std::make_unique<mathexpr_function>(makeSource(*expression.plain, wide, names));
+            if (made->program.yieldsPoint())
+            {
+                return MATHEXPR_OTHER_KIND;
+            }
+            handOver(std::move(made), function);
         }
         return status;
     });
@@ -228,9 +203,17 @@ mathexpr_status mathexpr_destroy_function(mathexpr_function* function) noexcept
 
 mathexpr_status mathexpr_call_function(mathexpr_function* function, const double* arguments, double* result) noexcept
 {
-    return withFunction(function, [=] {
-        const bool needsArguments = !function->source->arguments.empty();
-        return result == nullptr || (arguments == nullptr && needsArguments) ? MATHEXPR_NULL_ARGUMENT
-                                                                             : function->call(arguments, *result);
-    });
+    if (function == nullptr)
+    {
+        return MATHEXPR_NULL_ARGUMENT;
+    }
+    if (!HandleRegistry::isLive(function))
+    {
+        return MATHEXPR_STALE_HANDLE;
+    }
+    if (result == nullptr || (arguments == nullptr && function->program.getArgumentCount() != 0))
+    {
+        return MATHEXPR_NULL_ARGUMENT;
+    }
+    return function->program.call(arguments, *result) ? MATHEXPR_OK : MATHEXPR_REFUSED;
 }

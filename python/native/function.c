@@ -24,7 +24,7 @@ enum
 typedef struct Lane
 {
     Session* session;
-    mathexpr_function* numbers;  ///< NULL where an argument is a point.
+    mathexpr_function* numbers;  ///< NULL where an argument or the value is a point.
     struct Lane* next;
 } Lane;
 
@@ -108,12 +108,13 @@ static bool makeNumbers(Function* self, Lane* lane, PyObject* text)
     }
     const mathexpr_status status = mathexpr_create_function_utf8(lane->session->handle, encoded, (size_t)length, names,
                                                                  (size_t)self->count, &lane->numbers);
-    if (status != MATHEXPR_OK)
+    const bool isDone = status == MATHEXPR_OK || status == MATHEXPR_OTHER_KIND;
+    if (!isDone)
     {
         raiseFailure(lane->session, status);
     }
     leave(lane->session);
-    return status == MATHEXPR_OK;
+    return isDone;
 }
 
 /// Function(session, text, names, points): the session has compiled the text, and is the function's own from now on.
@@ -205,6 +206,7 @@ static bool readNumbers(const Function* self, PyObject* arguments, PyObject* key
     return true;
 }
 
+/// Not MATHEXPR_OK, among others, where the value is a point.
 static mathexpr_status computeNumber(Function* self, const double* numbers, double* result)
 {
 #if defined(Py_GIL_DISABLED)

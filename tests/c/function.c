@@ -80,17 +80,23 @@ void test_function_calls_are_fresh(void)
     mathexpr_function* const grows = made(expression, "[a,1]*[b,1]");
     mathexpr_function* const assigns = made(expression, "c=a*b");
     mathexpr_function* const unused = made(expression, "b");
+    mathexpr_function* const last = made(expression, "(a+1,b*2)");
+    mathexpr_function* const settled = made(expression, "(a/b,7)");
     mathexpr_value value = number(0);
     /* A dot product is added to what its place in the program held. */
     check_call(grows, 2, 3, 7);
     check_call(grows, 2, 3, 7);
     check_call(assigns, 2, 3, 6);
     check_call(unused, 2, 3, 3);
+    check_call(last, 2, 3, 6);
+    check_call(settled, 2, 0, 7);
     CHECK_OK(mathexpr_evaluate_text_utf8(expression, "b+1", ZT, &value));
     CHECK_STATUS(mathexpr_get_variable_utf8(expression, "c", ZT, &value), MATHEXPR_NOT_FOUND);
     CHECK_OK(mathexpr_destroy_function(grows));
     CHECK_OK(mathexpr_destroy_function(assigns));
     CHECK_OK(mathexpr_destroy_function(unused));
+    CHECK_OK(mathexpr_destroy_function(last));
+    CHECK_OK(mathexpr_destroy_function(settled));
     CHECK_OK(mathexpr_destroy(expression));
 }
 
@@ -128,6 +134,8 @@ void test_function_refuses(void)
     CHECK_STATUS(mathexpr_create_function_utf8(expression, "a", ZT, missing, 2, &function), MATHEXPR_NULL_ARGUMENT);
     CHECK_STATUS(mathexpr_create_function_utf8(expression, "a\xFF", ZT, a_b, 2, &function), MATHEXPR_BAD_UTF8);
     CHECK_STATUS(mathexpr_create_function_utf8(calculator, "1", ZT, NULL, 0, &function), MATHEXPR_WRONG_KIND);
+    CHECK_STATUS(mathexpr_create_function_utf8(expression, "[a,b]", ZT, a_b, 2, &function), MATHEXPR_OTHER_KIND);
+    CHECK_STATUS(mathexpr_create_function_utf8(expression, "[a,b]/a", ZT, a_b, 2, &function), MATHEXPR_OTHER_KIND);
     CHECK_STATUS(mathexpr_create_function_utf8(expression, "1/0", ZT, a_b, 2, &function), MATHEXPR_REFUSED);
     CHECK_STATUS(mathexpr_create_function_utf8(expression, "2*(a", ZT, a_b, 2, &function), MATHEXPR_PARSING_ERROR);
     CHECK(function == NULL);
@@ -137,7 +145,7 @@ void test_function_refuses(void)
 
     check_no_value(expression, "ln(a)", -1, MATHEXPR_REFUSED);
     check_no_value(expression, "sin([a,b])", 1, MATHEXPR_REFUSED);
-    check_no_value(expression, "[a,b]", 1, MATHEXPR_OTHER_KIND);
+    check_no_value(expression, "(a+1,sqrt(b-1))", 1, MATHEXPR_REFUSED);
     /* A refused call leaves nothing behind. */
     function = made(expression, "[b,0]*[b,0]/a");
     {

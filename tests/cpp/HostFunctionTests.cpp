@@ -58,9 +58,17 @@ TEST(HostFunction, TellsWhyItHasNoValue)
     EXPECT_EQ(std::string(refused.error().what()).substr(0, 2), "ln");
     EXPECT_THROW(logarithm(-1), Error);
     EXPECT_EQ(Function("sin([x,1])", {"x"}).tryCall(1).error().status(), MATHEXPR_PARSING_ERROR);
-    EXPECT_EQ(Function("[x,1]", {"x"}).tryCall(1).error().status(), MATHEXPR_OTHER_KIND);
     EXPECT_STREQ(logarithm.tryCall(1, 2).error().what(), "the function takes 1 argument, not 2");
     EXPECT_STREQ(Function("1", {}).tryCall(1).error().what(), "the function takes 0 arguments, not 1");
+}
+
+TEST(HostFunction, IsNotMadeOfWhatYieldsAPoint)
+{
+    const auto point = Function::tryCreate("[x,1]/x", {"x"});
+    ASSERT_FALSE(point);
+    EXPECT_EQ(point.error().status(), MATHEXPR_OTHER_KIND);
+    EXPECT_STREQ(point.error().what(), "the value is a point, and a number is needed");
+    EXPECT_THROW(Function("p", {}, {{"p", mathexpr::Point{1, 2, 3}}}), Error);
 }
 
 TEST(HostFunction, IsNotMadeOfWhatDoesNotCompile)

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// MTBoundFunction.h - a program as a function of numbers, which are given by position.
+//
+//     a-2*b     a 1, b 2     -3
+//
+// The kinds of all values are settled when the function is made, so that a call looks at nothing but the numbers.
+#pragma once
+
+#include "MTParserLib/program/MTProgramCopy.h"
+#include "MTParserLib/run/MTScalarCode.h"
+#include "platform/ArrayView.h"
+#include "platform/FloatingPointGuard.h"
+
+#include <vector>
+
+class MTBoundFunction
+{
+public:
+    /// @param program    complete; its variables have to stay as they are for the life of the function
+    /// @param arguments  values of variables, by position
+    MTBoundFunction(const MTParserProgram& program, platform::ArrayView<const VALTYPE* const> arguments);
+    MTBoundFunction(const MTBoundFunction&) = delete;
+    MTBoundFunction& operator=(const MTBoundFunction&) = delete;
+
+    std::size_t getArgumentCount() const noexcept { return arguments.size(); }
+    bool yieldsPoint() const noexcept { return copy.getRoot().type != 0; }
+
+    /// Computes what a fresh program would, whatever was called before. Nothing is allocated, nobody is called.
+    /// @param given  as many as there are arguments
+    /// @return false where an item refuses its operands
+    bool call(const double* given, double& result) noexcept
+    {
+        return first != nullptr && platform::computesAsTheLibrary() ? runCode(given, result)
+                                                                    : callInFull(given, result);
+    }
+
+private:
+    bool runCode(const double* given, double& result)
+    {
+        setArguments(given);
+        static constexpr MTScalarOwner owner{nullptr, [](void*, const double*, Message::Id) { return false; }};
+        return code.run(first, &result, &owner, nullptr);
+    }
+    void setArguments(const double* given) noexcept
+    {
+        for (double* const argument : arguments)
+        {
+            *argument = *given++;
+        }
+    }
+    bool callInFull(const double* given, double& result) noexcept;
+
+    MTProgramCopy copy;
+    std::vector<double*> arguments;  // x of the inputs
+    MTScalarCode code;
+    const MTScalarStep* first = nullptr;  // of the code; null where it cannot stand for the program
+    double unread = 0.0;                  // in place of an argument that no step reads
+};

@@ -1,0 +1,179 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// BoundFunctionTests.cpp - functions of numbers, held against the reference: each call against a fresh session.
+#include "ExpressionGenerator.h"
+#include "ReferenceEvaluator.h"
+#include "Settings.h"
+
+#include "MTParserLib/MTParser.h"
+#include "MTParserLib/run/MTBoundFunction.h"
+#include "mathexpr/MathExpression.h"
+#include "mathexpr/SMTParsingExcepData.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstring>
+#include <memory>
+#include <string>
+
+void showMessage(Message::Id id)
+{
+    FAIL() << "message " << id;
+}
+
+namespace {
+
+using reference::Random;
+
+const std::array<std::wstring, 3> names = {L"a", L"b", L"c"};
+
+VALTYPE number(double x)
+{
+    VALTYPE value;
+    value.x = x;
+    return value;
+}
+
+/// A formula of the arguments, of numbers and points; p is a point, k a number.
+std::wstring formula(Random& random, std::size_t depth)
+{
+    static const std::array<std::wstring, 10> binary = {L"+", L"-", L"*", L"/", L"*", L"&", L"*", L"^", L">", L"|"};
+    static const std::array<std::wstring, 9> unary = {L"-",   L"sqrt",   L"ln", L"abs", L"fact",
+                                                      L"m2m", L"sf2skm", L"!",  L"asin"};
+    static const std::array<std::wstring, 6> ofTwo = {L"min", L"dist", L"nor", L"vec", L"vec1", L"pow"};
+    static const std::array<std::wstring, 7> leaves = {L"a", L"b", L"c", L"k", L"p", L"2.5", L"[1,2.5,-3]"};
+    if (depth == 0 || random.chance(12))
+    {
+        return random.pick(leaves);
+    }
+    const auto operand = [&] { return formula(random, depth - 1); };
+    const std::size_t kind = random.below(100);
+    if (kind < 50)
+    {
+        return L"(" + operand() + random.pick(binary) + operand() + L")";
+    }
+    if (kind < 65)
+    {
+        return L"(" + random.pick(unary) + L"(" + operand() + L"))";
+    }
+    if (kind < 82)
+    {
+        return random.pick(ofTwo) + L"(" + operand() + L"," + operand() + L")";
+    }
+    if (kind < 95)
+    {
+        return L"[" + operand() + L"," + operand() + L"," + operand() + L"]";
+    }
+    return kind < 98 ? L"min(" + operand() + L"," + operand() + L",3,k)"
+                     : L"ill(p," + operand() + L"," + operand() + L",[9,8,7])";
+}
+
+/// What a host answers that knows the arguments, p and k.
+reference::Host hostWith(const std::array<double, 3>& arguments)
+{
+    return [=](const std::wstring& name, VALTYPE& value) {
+        for (std::size_t j = 0; j < names.size(); ++j)
+        {
+            if (name == names[j])
+            {
+                value = number(arguments[j]);
+                return true;
+            }
+        }
+        value = name == L"p" ? VALTYPE{1, 0, 0, 0, 1.0, 2.0, 3.0} : number(4.0);
+        return name == L"p" || name == L"k";
+    };
+}
+
+/// A session in which a text has been compiled, and the function made of it.
+struct Bound
+{
+    explicit Bound(const std::wstring& text)
+    {
+        std::array<const VALTYPE*, 3> arguments{};
+        for (std::size_t j = 0; j < names.size(); ++j)
+        {
+            define(names[j], number(0.0));
+            arguments[j] = session.getRegistrar().findVariable(names[j])->getValuePtr();
+        }
+        define(L"p", {1, 0, 0, 0, 1.0, 2.0, 3.0});
+        define(L"k", number(4.0));
+        if (compiles(text))
+        {
+            function = std::make_unique<MTBoundFunction>(session.getProgram(), arguments);
+        }
+    }
+
+    bool compiles(const std::wstring& text)
+    {
+        std::wstring assignTarget;
+        try
+        {
+            return session.compile(text.c_str(), false, assignTarget);
+        }
+        catch (const mathexpr::ParsingException&)
+        {
+            return false;
+        }
+    }
+
+    void define(const std::wstring& name, const VALTYPE& value)
+    {
+        session.defineVariable(std::make_unique<MathExpression::MemVariableEvaluator>(name.c_str(), value));
+    }
+
+    MTParser session{false, nullptr};
+    std::unique_ptr<MTBoundFunction> function;  // of a text that compiles
+};
+
+bool areSame(double left, double right)
+{
+    return std::memcmp(&left, &right, sizeof left) == 0 || (left != left && right != right);
+}
+
+double someNumber(Random& random)
+{
+    static constexpr std::array<double, 9> numbers = {0.0, -0.0, 1.0, 2.5, -3.0, 4.0, 9.0, 0.3048, 30.0};
+    return random.pick(numbers);
+}
+
+TEST(BoundFunction, ComputesWhatAFreshSessionDoes)
+{
+    std::size_t nbNumbers = 0;
+    std::size_t nbPoints = 0;
+    std::size_t nbRefused = 0;
+    const std::uint64_t first = reference::firstSeed();
+    const std::uint64_t count = reference::fromEnvironment("MATHEXPR_DIFFERENTIAL_COUNT", 6000);
+    for (std::uint64_t seed = first; seed < first + count; ++seed)
+    {
+        Random random(seed);
+        const std::wstring text = formula(random, 1 + seed % 4);
+        Bound bound(text);
+        for (int call = 0; call < 12 && bound.function != nullptr; ++call)
+        {
+            const std::array<double, 3> arguments = {someNumber(random), someNumber(random), someNumber(random)};
+            reference::Session session(false, hostWith(arguments));
+            ASSERT_TRUE(session.setExpression(text).returned);
+            const reference::Outcome expected = session.evaluate(VALTYPE{});
+            if (bound.function->yieldsPoint())
+            {
+                ASSERT_TRUE(!expected.returned || expected.value.type == 1) << reference::printable(text);
+                ++nbPoints;
+                continue;
+            }
+            double result = 77.0;
+            ASSERT_EQ(bound.function->call(arguments.data(), result), expected.returned) << reference::printable(text);
+            ASSERT_TRUE(areSame(result, expected.returned ? expected.value.x : 77.0))
+                << reference::printable(text) << " seed " << seed;
+            ASSERT_EQ(expected.value.type, 0) << reference::printable(text);
+            ++(expected.returned ? nbNumbers : nbRefused);
+        }
+    }
+    EXPECT_GT(nbNumbers, count);
+    EXPECT_GT(nbPoints, count);
+    EXPECT_GT(nbRefused, count);
+}
+
+}
