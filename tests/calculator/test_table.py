@@ -236,6 +236,7 @@ class Threads(TableTest):
             running.stdin.flush()
             time.sleep(0.5)  # until it waits for more
             running.send_signal(signal.SIGINT)
+            running.wait(timeout=60)  # though its input goes on
             out, err = running.communicate(timeout=60)
         self.assertEqual((running.returncode, out), (130, b"result\n" + b"1\n" * 100))
         self.assertEqual(err, b"mathexpr: interrupted: the result is not complete, it ends after 100 rows\n")

@@ -4,6 +4,7 @@
 // NoteTests.cpp - what is said beside a value, words of other programs, and text that is shown safely.
 #include "tools/calc/notes/AnswerNotes.h"
 #include "tools/calc/text/Displayable.h"
+#include "tools/calc/text/Wrapped.h"
 
 #include <gtest/gtest.h>
 
@@ -92,6 +93,16 @@ TEST(Displayable, CutsBetweenCharacters)
     EXPECT_EQ(displayable("\u00E4\u00E4", 2), "\u00E4\u00E4");
     EXPECT_EQ(displayable(std::string(100, 'a')).size(), 63U);
     EXPECT_EQ(displayable(std::string(100, 'a'), 0).size(), 100U);
+}
+
+TEST(Wrapped, BreaksLinesBetweenWords)
+{
+    EXPECT_EQ(wrapped("one two three", 0, 0, 80), "one two three");
+    EXPECT_EQ(wrapped("one two three", 0, 2, 7), "one two\n  three");
+    EXPECT_EQ(wrapped("one two three", 1, 2, 7), "one\n  two\n  three");
+    EXPECT_EQ(wrapped("incomprehensible word", 0, 1, 5), "incomprehensible\n word");
+    EXPECT_EQ(wrapped("\u4E2D\u4E2D \u4E2D", 0, 0, 5), "\u4E2D\u4E2D\n\u4E2D");
+    EXPECT_EQ(wrapped("", 0, 4, 5), "");
 }
 
 }

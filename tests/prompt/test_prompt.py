@@ -279,6 +279,13 @@ class Corrections(PromptTest):
         terminal.expect("\n> 2*pi\n6.28318530718\n>")
 
 
+    def test_long_hints_break_between_words(self):
+        terminal = self.start(columns=50)
+        self.compute(terminal, "1,500*2", "The expression is not valid: check its operators,\n"
+                     "brackets, commas and names.\n  1,500*2\n   ^\n"
+                     "  Did you mean 1.500*2 or 1500*2? The decimal mark\n  is a point, and thousands have no mark.")
+
+
 class BesideValues(PromptTest):
     def test_a_question_about_units_is_answered_by_its_expression(self):
         terminal = self.start()

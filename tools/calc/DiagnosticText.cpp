@@ -7,6 +7,7 @@
 #include "tools/calc/DisplayWidth.h"
 #include "tools/calc/Utf8.h"
 #include "tools/calc/text/Displayable.h"
+#include "tools/calc/text/Wrapped.h"
 
 #include <algorithm>
 
@@ -115,9 +116,10 @@ std::string diagnosticText(std::wstring_view expression, const mathexpr::Express
     {
         text += excerpt(expression, diagnostic.start, diagnostic.length, style);
     }
+    const std::size_t indentation = std::string_view(indent).size();
     for (const std::wstring& hint : diagnostic.hints)
     {
-        text += indent + printable(hint) + '\n';
+        text += indent + wrapped(printable(hint), indentation, indentation, style.columns) + '\n';
     }
     return text;
 }

@@ -12,6 +12,7 @@
 #include "tools/calc/settings/Settings.h"
 #include "tools/calc/table/TableFormat.h"
 #include "tools/calc/text/Displayable.h"
+#include "tools/calc/text/Wrapped.h"
 
 #include <CLI/CLI.hpp>
 
@@ -21,7 +22,6 @@
 #include <iterator>
 #include <limits>
 #include <memory>
-#include <sstream>
 #include <string_view>
 #include <system_error>
 
@@ -43,38 +43,18 @@ public:
     std::string make_option(const CLI::Option* option, bool) const override
     {
         constexpr std::size_t indentation = 26;
+        constexpr std::size_t columns = 79;
         std::string line = "  --" + option->get_lnames().front();
         line += option->get_items_expected_max() > 0 ? " " + option->get_type_name() : "";
         if (line.size() + 1 > indentation)
         {
-            line += '\n' + std::string(indentation - 1, ' ');
+            line += '\n' + std::string(indentation, ' ');
         }
         else
         {
-            line.resize(indentation - 1, ' ');
+            line.resize(indentation, ' ');
         }
-        return line + wrapped(option->get_description(), indentation) + '\n';
-    }
-
-private:
-    /// The words of a text on lines of 79 columns, of which the first one begins at the indentation, as the others do.
-    static std::string wrapped(const std::string& text, std::size_t indentation)
-    {
-        constexpr std::size_t columns = 79;
-        std::string lines;
-        std::size_t column = indentation - 1;
-        std::istringstream words(text);
-        for (std::string word; words >> word;)
-        {
-            if (column + 1 + word.size() > columns)
-            {
-                lines += '\n' + std::string(indentation - 1, ' ');
-                column = indentation - 1;
-            }
-            lines += ' ' + word;
-            column += 1 + word.size();
-        }
-        return lines;
+        return line + wrapped(option->get_description(), indentation, indentation, columns) + '\n';
     }
 };
 

@@ -10,6 +10,7 @@
 #include "tools/calc/ValueText.h"
 #include "tools/calc/notes/AnswerNotes.h"
 #include "tools/calc/text/Displayable.h"
+#include "tools/calc/text/Wrapped.h"
 #include "tools/calc/units/UnitAnswer.h"
 
 #include <iostream>
@@ -59,7 +60,7 @@ void reportNotes(const Answer& answer, const std::string& origin, const Terminal
     {
         for (const std::string& note : notesOn(answer))
         {
-            std::cerr << after(origin, "Note: " + note) << '\n';
+            std::cerr << wrapped(after(origin, "Note: " + note), 0, 0, style.columns) << '\n';
         }
     }
 }
@@ -95,7 +96,8 @@ void reportPlain(const Answer& answer, const std::string& origin, const Terminal
     }
     else if (answer.trouble.empty())
     {
-        std::cerr << style.failure(after(origin, failureText(answer))) << '\n' << whereText(answer, style);
+        std::cerr << style.failure(wrapped(after(origin, failureText(answer)), 0, 0, style.columns)) << '\n'
+                  << whereText(answer, style);
         reportUnits(answer, style);
     }
 }
