@@ -88,6 +88,7 @@ std::vector<Formula> makeFormulas()
          "",
          nullptr},
         common("xy", "m2f(x)+f2m(y)", native::conversions),
+        {"[x,y,x+y]", "xy", "[x,y,x+y]", native::packing, {"", {"x", "y", "x+y"}}, "", "", nullptr},
     };
 
     for (Formula& formula : list)

@@ -137,6 +137,11 @@ Point crossProduct(const Inputs& in)
     return {in.p.y * in.q.z - in.p.z * in.q.y, in.p.z * in.q.x - in.p.x * in.q.z, in.p.x * in.q.y - in.p.y * in.q.x};
 }
 
+Point packing(const Inputs& in)
+{
+    return {in.x, in.y, in.x + in.y};
+}
+
 double conversions(const Inputs& in)
 {
     return in.x * 10000.0 / 3048.0 + in.y * 0.3048;

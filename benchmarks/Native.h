@@ -29,6 +29,7 @@ Point pointArithmetic(const Inputs& in);
 double distance(const Inputs& in);
 Point direction(const Inputs& in);
 Point crossProduct(const Inputs& in);
+Point packing(const Inputs& in);
 
 double conversions(const Inputs& in);
 

@@ -7,7 +7,11 @@
 
 #include <cmath>
 
-namespace nativebulk {
+#if !defined(NATIVE_BULK)
+#define NATIVE_BULK nativebulk
+#endif
+
+namespace NATIVE_BULK {
 
 namespace {
 
@@ -62,6 +66,18 @@ void trigonometry(const Columns& in, double* results, std::size_t nbRows)
     }
 }
 
+void comparisons(const Columns& in, double* results, std::size_t nbRows)
+{
+    const double* const x = in.x.data();
+    const double* const y = in.y.data();
+    const double* const a = in.a.data();
+    const double* const b = in.b.data();
+    for (std::size_t i = 0; i < nbRows; ++i)
+    {
+        results[i] = (x[i] > y[i] ? 1.0 : 0.0) * a[i] + (x[i] <= y[i] ? 1.0 : 0.0) * b[i];
+    }
+}
+
 void polynomial(const Columns& in, double* results, std::size_t nbRows)
 {
     for (std::size_t i = 0; i < nbRows; ++i)
@@ -84,6 +100,47 @@ void distance(const Columns& in, double* results, std::size_t nbRows)
         const double y = p[i].y - q[i].y;
         const double z = p[i].z - q[i].z;
         results[i] = std::sqrt(x * x + y * y + z * z);
+    }
+}
+
+void pointArithmetic(const Columns& in, double* results, std::size_t nbRows)
+{
+    const Point* const p = in.p.data();
+    const Point* const q = in.q.data();
+    for (std::size_t i = 0; i < nbRows; ++i)
+    {
+        results[3 * i] = p[i].x + q[i].x * 2;
+        results[3 * i + 1] = p[i].y + q[i].y * 2;
+        results[3 * i + 2] = p[i].z + q[i].z * 2;
+    }
+}
+
+void direction(const Columns& in, double* results, std::size_t nbRows)
+{
+    const Point* const p = in.p.data();
+    const Point* const q = in.q.data();
+    const double* const r = in.r.data();
+    for (std::size_t i = 0; i < nbRows; ++i)
+    {
+        const double x = p[i].x - q[i].x;
+        const double y = p[i].y - q[i].y;
+        const double z = p[i].z - q[i].z;
+        const double length = std::sqrt(x * x + y * y + z * z);
+        results[3 * i] = (q[i].x - p[i].x) / length * r[i];
+        results[3 * i + 1] = (q[i].y - p[i].y) / length * r[i];
+        results[3 * i + 2] = (q[i].z - p[i].z) / length * r[i];
+    }
+}
+
+void packing(const Columns& in, double* results, std::size_t nbRows)
+{
+    const double* const x = in.x.data();
+    const double* const y = in.y.data();
+    for (std::size_t i = 0; i < nbRows; ++i)
+    {
+        results[3 * i] = x[i];
+        results[3 * i + 1] = y[i];
+        results[3 * i + 2] = x[i] + y[i];
     }
 }
 

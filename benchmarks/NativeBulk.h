@@ -17,13 +17,22 @@ struct Columns
     std::vector<Point> p, q;
 };
 
-namespace nativebulk {
+/// The same source, compiled with -O2, and with -O3 for the processor at hand.
+#define DECLARE_NATIVE_BULK(name)                                                                                      \
+    namespace name {                                                                                                   \
+    void increment(const Columns& in, double* results, std::size_t nbRows);                                            \
+    void nestedArithmetic(const Columns& in, double* results, std::size_t nbRows);                                     \
+    void lengthByProducts(const Columns& in, double* results, std::size_t nbRows);                                     \
+    void trigonometry(const Columns& in, double* results, std::size_t nbRows);                                         \
+    void comparisons(const Columns& in, double* results, std::size_t nbRows);                                          \
+    void polynomial(const Columns& in, double* results, std::size_t nbRows);                                           \
+    void pointArithmetic(const Columns& in, double* results, std::size_t nbRows);                                      \
+    void distance(const Columns& in, double* results, std::size_t nbRows);                                             \
+    void direction(const Columns& in, double* results, std::size_t nbRows);                                            \
+    void packing(const Columns& in, double* results, std::size_t nbRows);                                              \
+    }
 
-void increment(const Columns& in, double* results, std::size_t nbRows);
-void nestedArithmetic(const Columns& in, double* results, std::size_t nbRows);
-void lengthByProducts(const Columns& in, double* results, std::size_t nbRows);
-void trigonometry(const Columns& in, double* results, std::size_t nbRows);
-void polynomial(const Columns& in, double* results, std::size_t nbRows);
-void distance(const Columns& in, double* results, std::size_t nbRows);
+DECLARE_NATIVE_BULK(nativebulk)
+DECLARE_NATIVE_BULK(nativebulkwide)
 
-}
+#undef DECLARE_NATIVE_BULK

@@ -32,11 +32,19 @@ struct BulkFormula
 {
     std::size_t number;  // among the formulas
     Native native;
+    Native nativeWide;  // with -O3 for this processor
 };
 
+#define BULK_FORMULA(number, name)                                                                                     \
+    {                                                                                                                  \
+        number, nativebulk::name, nativebulkwide::name                                                                 \
+    }
+
 constexpr BulkFormula bulkFormulas[] = {
-    {1, nativebulk::increment},    {4, nativebulk::nestedArithmetic}, {6, nativebulk::lengthByProducts},
-    {7, nativebulk::trigonometry}, {10, nativebulk::polynomial},      {15, nativebulk::distance},
+    BULK_FORMULA(1, increment),        BULK_FORMULA(4, nestedArithmetic), BULK_FORMULA(6, lengthByProducts),
+    BULK_FORMULA(7, trigonometry),     BULK_FORMULA(9, comparisons),      BULK_FORMULA(10, polynomial),
+    BULK_FORMULA(14, pointArithmetic), BULK_FORMULA(15, distance),        BULK_FORMULA(16, direction),
+    BULK_FORMULA(19, packing),
 };
 
 Columns makeColumns(std::size_t count)
@@ -63,7 +71,8 @@ class Candidate
 {
 public:
     Candidate(const BulkFormula& wanted, std::size_t count)
-        : formula(wanted), columns(makeColumns(count)), results(count)
+        : formula(wanted), columns(makeColumns(count)), rowCount(count),
+          isPoint(formulas()[wanted.number - 1].isPoint()), results(isPoint ? 3 * count : count)
     {
         const Formula& text = formulas()[wanted.number - 1];
         const std::wstring wide(text.text.begin(), text.text.end());
@@ -96,28 +105,40 @@ public:
         }
     }
 
-    std::size_t nbRows() const { return results.size(); }
+    std::size_t nbRows() const { return rowCount; }
 
-    void runNative() { formula.native(columns, results.data(), results.size()); }
+    void runNative() { formula.native(columns, results.data(), rowCount); }
+    void runNativeWide() { formula.nativeWide(columns, results.data(), rowCount); }
 
     void runBulk(std::uint32_t nbThreads)
     {
         mathexpr::BulkOutcome outcome;
-        mathexpr::evaluateBulk(expression, bound.data(), bound.size(), results.size(), {results.data()}, nbThreads,
-                               outcome);
+        const mathexpr::BulkResults target =
+            isPoint ? mathexpr::BulkResults{results.data(), sizeof(Point), mathexpr::BulkKind::Point}
+                    : mathexpr::BulkResults{results.data()};
+        mathexpr::evaluateBulk(expression, bound.data(), bound.size(), rowCount, target, nbThreads, outcome);
     }
 
     void runRowByRow()
     {
         VALTYPE value;
-        for (std::size_t row = 0; row < results.size(); ++row)
+        for (std::size_t row = 0; row < rowCount; ++row)
         {
             for (const Slot& slot : slots)
             {
                 *slot.variable = slot.column[row * slot.stride];
             }
             expression.evaluate(value);
-            results[row] = value.x;
+            if (isPoint)
+            {
+                results[3 * row] = value.x;
+                results[3 * row + 1] = value.y;
+                results[3 * row + 2] = value.z;
+            }
+            else
+            {
+                results[row] = value.x;
+            }
         }
     }
 
@@ -126,8 +147,11 @@ public:
         runNative();
         const std::vector<double> expected = results;
         const auto same = [&] { return std::equal(results.begin(), results.end(), expected.begin(), sameBits); };
-        runBulk(1);
+        runNativeWide();
         bool exact = same();
+        results.assign(results.size(), 0.0);
+        runBulk(1);
+        exact = exact && same();
         results.assign(results.size(), 0.0);
         runBulk(2);
         exact = exact && same();
@@ -156,6 +180,8 @@ private:
 
     BulkFormula formula;
     Columns columns;
+    std::size_t rowCount;
+    bool isPoint;
     std::vector<double> results;
     MathExpression expression{true, nullptr};
     std::vector<mathexpr::BulkColumn> bound;
@@ -190,6 +216,7 @@ int main(int argc, char** argv)
             return 1;
         }
         registerRun(formula.number, "native", candidate, [](Candidate& it) { it.runNative(); });
+        registerRun(formula.number, "native O3", candidate, [](Candidate& it) { it.runNativeWide(); });
         registerRun(formula.number, "mathexpr", candidate, [](Candidate& it) { it.runBulk(1); });
         registerRun(formula.number, "row by row", candidate, [](Candidate& it) { it.runRowByRow(); });
         const auto shared = std::make_shared<Candidate>(formula, nbRowsShared);

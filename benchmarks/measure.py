@@ -18,8 +18,8 @@ from pathlib import Path
 NATIVE = "native"
 OURS = "mathexpr"
 PEERS = ["muparser", "muparserx", "fparser", "fparser optimized", "luajit"]
-NB_FORMULAS = 18
-BULK_FORMULAS = [1, 4, 6, 7, 10, 15]
+NB_FORMULAS = 19
+BULK_FORMULAS = [1, 4, 6, 7, 9, 10, 14, 15, 16, 19]
 SHAPES = ["flat", "nested", "right-nested"]
 TERMS = [100, 1000, 10_000, 100_000, 1_000_000]
 
@@ -85,7 +85,7 @@ class Programs:
         result = {}
         for formula in BULK_FORMULAS:
             self.progress(f"bulk {formula}")
-            rows = self.benchmark("benchmark_bulk", f"^{formula}/(native|mathexpr|row by row)$",
+            rows = self.benchmark("benchmark_bulk", f"^{formula}/(native|native O3|mathexpr|row by row)$",
                                   self.effort.evaluate_seconds, self.effort.evaluate_rounds)
             result[formula] = {way: time for way, (time, _) in medians(rows, lambda name: name[1]).items()}
         with self.on_all_processors():

@@ -74,6 +74,10 @@ public:
     Builder(const MTParserProgram& source, platform::ArrayView<const MTBoundColumn> columns, const MTTileSet& set)
         : program(source), target(new MTTileProgram(set))
     {
+        // For most programs all that these take.
+        values.reserve(columns.size() + program.steps.size());
+        target->places.reserve(columns.size() + 2 * program.steps.size() + 1);
+        target->steps.reserve(2 * program.steps.size() + 1);
         for (const MTBoundColumn& column : columns)
         {
             VALTYPE sample;
@@ -218,7 +222,7 @@ private:
         {
             if (operand.value.isBuffer)
             {
-                freeBuffers[widthOf(operand.value.sample)].push_back(operand.value.place);
+                unusedBuffers(operand.value.sample).push_back(operand.value.place);
             }
         }
     }
@@ -348,13 +352,13 @@ private:
         const MTTileRecordCall* records = nullptr;
         if (byRecords)
         {
-            MTTileRecordCall call{&item, {}};
+            auto call = std::make_unique<MTTileRecordCall>(MTTileRecordCall{&item, {}});
             for (const Operand& operand : operands)
             {
-                call.operands.push_back({operand.value.sample, operand.value.uniform, operand.value.place});
+                call->operands.push_back({operand.value.sample, operand.value.uniform, operand.value.place});
             }
             target->mostArgs = std::max(target->mostArgs, operands.size());
-            records = &target->recordCalls.emplace_back(std::move(call));
+            records = target->recordCalls.emplace_back(std::move(call)).get();
         }
         else
         {
@@ -429,7 +433,7 @@ private:
     /// Taken before those of the operands are given back, so that a kernel never writes where it reads.
     void takeBuffer(Value& value)
     {
-        std::vector<std::uint32_t>& unused = freeBuffers[widthOf(value.sample)];
+        std::vector<std::uint32_t>& unused = unusedBuffers(value.sample);
         value.isBuffer = true;
         if (unused.empty())
         {
@@ -438,6 +442,11 @@ private:
         }
         value.place = unused.back();
         unused.pop_back();
+    }
+
+    std::vector<std::uint32_t>& unusedBuffers(const VALTYPE& value) noexcept
+    {
+        return freeBuffers[value.type != 0 ? 1 : 0];
     }
 
     std::uint32_t addPlace(std::size_t width)
@@ -453,7 +462,7 @@ private:
     std::vector<Operand> operands;                     // of the step at hand
     std::vector<VALTYPE> args;
     std::map<std::array<std::uint64_t, 4>, std::uint32_t> uniforms;  // by kind and bits
-    std::map<std::size_t, std::vector<std::uint32_t>> freeBuffers;   // by width
+    std::array<std::vector<std::uint32_t>, 2> freeBuffers;           // of numbers, and of points
     std::uint32_t result = 0;
     std::size_t lastPause = 0;
     bool mayRefuse = false;

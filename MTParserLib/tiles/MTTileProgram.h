@@ -22,7 +22,6 @@
 #include "platform/ArrayView.h"
 
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <vector>
 
@@ -66,7 +65,7 @@ private:
 
     const MTTileSet& set;
     std::vector<MTTileStep> steps;
-    std::deque<MTTileRecordCall> recordCalls;
+    std::vector<std::unique_ptr<MTTileRecordCall>> recordCalls;
     std::vector<Place> places;  // the columns, the result, and then all others
     std::size_t mostArgs = 0;   // of the calls
     VALTYPE rootHead;           // all of it but the coordinates

@@ -30,6 +30,7 @@ MTTileWorker::MTTileWorker(const MTTileProgram& tileProgram, const MTParserProgr
       args(tileProgram.mostArgs)
 {
     const std::size_t resultPlace = boundColumns.size();
+    columns.reserve(resultPlace);
     std::size_t total = numbersPerLine;
     for (const MTBoundColumn& bound : boundColumns)
     {
@@ -38,20 +39,24 @@ MTTileWorker::MTTileWorker(const MTTileProgram& tileProgram, const MTParserProgr
         columns.push_back({bound.column, width, packed, nullptr});
         total += (packed ? tileRows : blockRows) * width;
     }
-    for (std::size_t place = resultPlace; place < program.places.size(); ++place)
+    const std::size_t resultWidth = program.places[resultPlace].width;
+    const std::size_t resultRows = writer.packedValues(0, resultWidth) != nullptr ? tileRows : blockRows;
+    total += resultRows * resultWidth;
+    for (std::size_t place = resultPlace + 1; place < program.places.size(); ++place)
     {
-        total += (place == resultPlace ? blockRows : tileRows) * program.places[place].width;
+        total += tileRows * program.places[place].width;
     }
     memory.resize(total);
     const std::size_t misaligned = reinterpret_cast<std::uintptr_t>(memory.data()) / sizeof(double) % numbersPerLine;
     nbAllocated = roundUpToLine(misaligned) - misaligned;
 
     places.resize(program.places.size());
+    moved.reserve(columns.size() + 1);
     for (Column& column : columns)
     {
         column.copy = allocate((column.packed ? tileRows : blockRows) * column.width);
     }
-    ownResults = allocate(blockRows * program.places[resultPlace].width);
+    ownResults = allocate(resultRows * resultWidth);
     for (std::size_t place = resultPlace + 1; place < places.size(); ++place)
     {
         const MTTileProgram::Place& description = program.places[place];
@@ -113,7 +118,8 @@ bool MTTileWorker::evaluateTiles(std::size_t firstRow, std::size_t nbTiles, std:
         tile += nbDone;
         if (tile < nbTiles)
         {
-            allDone = rows.evaluate(firstRow + tile * tileRows, tileRows, status + tile * tileRows) && allDone;
+            rows.evaluate(firstRow + tile * tileRows, tileRows, status + tile * tileRows);
+            allDone = false;
             ++tile;
         }
     }
@@ -133,7 +139,15 @@ bool MTTileWorker::evaluateRest(std::size_t firstRow, std::size_t nbRows, std::u
     {
         return rows.evaluate(firstRow, nbRows, status);
     }
-    writeRows(firstRow, nbRows, ownResults);
+    const std::size_t width = program.places[columns.size()].width;
+    if (double* const direct = writer.packedValues(firstRow, width))
+    {
+        std::copy_n(ownResults, nbRows * width, direct);
+    }
+    else
+    {
+        writeRows(firstRow, nbRows, ownResults);
+    }
     return true;
 }
 
@@ -141,7 +155,9 @@ bool MTTileWorker::evaluateRest(std::size_t firstRow, std::size_t nbRows, std::u
 void MTTileWorker::copyRows(const Column& column, std::size_t firstRow, std::size_t nbRows,
                             std::size_t nbPadded) noexcept
 {
-    for (std::size_t row = 0; row < nbPadded; ++row)
+    const std::size_t nbPacked = column.packed ? nbRows : 0;
+    std::copy_n(column.source.data + firstRow * column.width, nbPacked * column.width, column.copy);
+    for (std::size_t row = nbPacked; row < nbPadded; ++row)
     {
         VALTYPE value;
         readRow(column.source, firstRow + std::min(row, nbRows - 1), value);

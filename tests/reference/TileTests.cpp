@@ -299,7 +299,7 @@ TEST_F(Tiles, TakeProgramsThatDifferFromRowToRowOnlyByValue)
     const std::vector<MTBoundColumn> columns = makeColumns(0);
     for (const wchar_t* text : {L"x+1", L"p+q*2", L"dist(p,q)", L"vec1(p,q)*x", L"[x,y,x+y]", L"fact(x)", L"p&q",
                                 L"p>q", L"ill(p,q,p,q)", L"min(x,y,2)", L"m2m(x)", L"sin(x)/y", L"m2f(x)", L"min(x,p)",
-                                L"[x,y,x,y]", L"m2f(x)&m2f(y)", L"[p,x]", L"cm2cm(x)"})
+                                L"[x,y,x,y]", L"m2f(x)&m2f(y)", L"[p,x]", L"cm2cm(x)", L"x^p"})
     {
         ASSERT_TRUE(compile(text));
         EXPECT_TRUE(MTTileProgram::build(compilation.program, columns, BulkKind::Record, baselineTiles))
@@ -361,6 +361,34 @@ TEST_F(Tiles, EndAtAnyRow)
                 ASSERT_EQ(evaluate(set, nbRows, kind, 0), expected) << narrow(text) << ", " << nbRows << " rows";
             }
         }
+    }
+}
+
+TEST_F(Tiles, ReadAndWritePointsWhoseCoordinatesAreApart)
+{
+    Random random(1);
+    const std::size_t nbRows = 133;
+    makeData(random, 2 * nbRows, 2);
+    ASSERT_TRUE(compile(L"p/x+q"));
+    std::vector<MTBoundColumn> columns = makeColumns(0);
+    const auto apart = static_cast<std::ptrdiff_t>(nbRows * sizeof(double) * 3);
+    for (MTBoundColumn& column : columns)
+    {
+        column.column.coordinateStride = apart;  // between the x of two rows are 16 bytes of nothing
+    }
+    const auto evaluated = [&](const MTTileSet* set) {
+        std::vector<double> results(9 * nbRows, 77.0);
+        runInBulk(compilation.program, columns, nbRows, {results.data(), 24, BulkKind::Point, apart}, 1, set);
+        std::vector<std::uint64_t> bits;
+        for (const double value : results)
+        {
+            bits.push_back(std::bit_cast<std::uint64_t>(std::isnan(value) ? std::nan("") : value));
+        }
+        return bits;
+    };
+    for (const MTTileSet* set : availableTileSets())
+    {
+        EXPECT_EQ(evaluated(set), evaluated(nullptr)) << set->nbRows << " rows of a tile";
     }
 }
 
