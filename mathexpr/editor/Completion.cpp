@@ -289,7 +289,7 @@ private:
         {
             const bool isOwn = reading.names().registrar().findVariableDefinition(name) != nullptr ||
                                reading.names().registrar().findConstant(name) != MTParserRegistrar::notFound;
-            if (isOwn || !seen.insert(name).second || !canBeWritten(name))
+            if (isOwn || name.empty() || !canBeWritten(name) || !seen.insert(name).second)
             {
                 continue;
             }
@@ -313,12 +313,15 @@ private:
         item.unavailable = std::move(notes.unavailable);
     }
 
-    /// Whether an expression can hold a name of the host's.
+    /// Whether an expression can read a name of the host's and define it.
     bool canBeWritten(const std::wstring& name) const
     {
-        const TextReading alone(expression, name);
-        return alone.tokens().size() == 1 && isRenamable(alone.tokens().front()) &&
-               name.find(reading.names().registrar().getSyntax().decimalPoint) == std::wstring::npos;
+        const MTParserRegistrar& registrar = reading.names().registrar();
+        const auto isPlain = [&](wchar_t character) {
+            return registrar.getPlainCharacters().contains(character) &&
+                   std::wstring_view(L" .[]").find(character) == std::wstring_view::npos;
+        };
+        return !registrar.isNumber(name) && std::all_of(name.begin(), name.end(), isPlain);
     }
 
     void addName(CompletionItem item, const std::wstring& name)
