@@ -61,7 +61,7 @@ private:
         VALTYPE value;  // where it is uniform
     };
 
-    explicit MTTileProgram(const MTTileSet& tileSet) noexcept : set(tileSet) {}
+    explicit MTTileProgram(const MTTileSet& tileSet) : set(tileSet) {}
 
     const MTTileSet& set;
     std::vector<MTTileStep> steps;
