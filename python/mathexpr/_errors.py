@@ -93,6 +93,11 @@ class MathExprError(Exception):
     def __str__(self) -> str:
         return "\n".join((self.message, self.caret, *self.hints))
 
+    def _repr_html_(self) -> str:
+        from . import _html  # for notebooks
+
+        return _html.of_diagnostic(self.diagnostic)
+
 
 class ParsingError(MathExprError):
     """The text does not compile, or a point stands where a number is needed."""

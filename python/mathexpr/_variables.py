@@ -46,3 +46,8 @@ class Variables(MutableMapping[str, Value]):
 
     def __repr__(self) -> str:
         return f"Variables({dict(self)})"
+
+    def _repr_html_(self) -> str:
+        from . import _html  # for notebooks
+
+        return _html.of_variables(self)

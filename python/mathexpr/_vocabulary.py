@@ -29,7 +29,18 @@ class VocabularyItem(NamedTuple):
     value: float  #: Of a constant.
 
 
-def vocabulary() -> tuple[VocabularyItem, ...]:
+class Vocabulary(tuple[VocabularyItem, ...]):
+    """All items. A notebook shows them as a table to search."""
+
+    __slots__ = ()
+
+    def _repr_html_(self) -> str:
+        from . import _html  # for notebooks
+
+        return _html.of_vocabulary(self)
+
+
+def vocabulary() -> Vocabulary:
     """All items, in the order in which an expression knows them.
 
     >>> [item.help for item in vocabulary() if item.symbol == "min"]
@@ -38,4 +49,4 @@ def vocabulary() -> tuple[VocabularyItem, ...]:
     items: list[VocabularyItem] = []
     while (record := _native.vocabulary_item(len(items))) is not None:
         items.append(VocabularyItem(_KINDS[record[0]], _FAMILIES[record[1]], *record[2:]))
-    return tuple(items)
+    return Vocabulary(items)

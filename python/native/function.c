@@ -9,9 +9,9 @@
 //     f(xs, ys), f(xs, 2)       aligned arrays of doubles and numbers, by position: one bulk evaluation
 //     anything else             mathexpr._function.call, which converts, and comes back to value or borrow
 //
-// A lane is what one thread computes with: a session, and the library's function where all arguments are numbers. A call
-// takes the first lane that no other thread is in, and makes one where there is none. So there are as many as threads
-// have ever been in one function at a time. With a GIL, numbers need no lane of their own, since the GIL is kept.
+// A lane is what one call computes with: a session, and the library's function where all arguments are numbers. A call takes
+// the first lane that no other is in, and makes one where there is none, a copy of what the function was made with. So there
+// are as many as calls have ever been under way at a time. With a GIL, numbers need no lane, since the GIL is kept.
 #include "native.h"
 
 #include <string.h>
@@ -34,9 +34,10 @@ typedef struct
     PyObject* names;   ///< Tuple of the arguments' names.
     PyObject* points;  ///< Tuple of bool: whether an argument is a point.
     Py_ssize_t count;
-    bool takesNumbers;     ///< No argument is a point, and they are few.
-    atomic_int kind;       ///< Whether results are points: 1, 0 or KindUnknown.
-    _Atomic(Lane*) lanes;  ///< The first is there from the beginning; others are put behind it.
+    Session* source;             ///< Has compiled the text; copied for lanes, and never run.
+    mathexpr_function* numbers;  ///< NULL where an argument is a point, or there are too many.
+    atomic_int kind;             ///< Whether results are points: 1, 0 or KindUnknown.
+    _Atomic(Lane*) lanes;        ///< The newest one first; NULL in the beginning.
 } Function;
 
 // ----- lanes -----------------------------------------------------------------
@@ -57,7 +58,7 @@ static Lane* takeLane(Function* self)
     Lane* first = atomic_load(&self->lanes);
     for (Lane* lane = first; lane != NULL; lane = lane->next)
     {
-        if (lane->session->depth == 0 && tryEnter(lane->session))
+        if (tryEnterFirst(lane->session))
         {
             return lane;
         }
@@ -69,18 +70,18 @@ static Lane* takeLane(Function* self)
         return NULL;
     }
     const mathexpr_status status =
-        first->numbers != NULL ? mathexpr_copy_function(first->numbers, &lane->numbers) : MATHEXPR_OK;
+        self->numbers != NULL ? mathexpr_copy_function(self->numbers, &lane->numbers) : MATHEXPR_OK;
     if (status != MATHEXPR_OK)
     {
         raiseStatus(status);
     }
-    lane->session = status == MATHEXPR_OK ? copySession(first->session) : NULL;
+    lane->session = status == MATHEXPR_OK ? copySession(self->source) : NULL;
     if (lane->session == NULL)
     {
         destroyLane(lane);
         return NULL;
     }
-    tryEnter(lane->session);
+    tryEnterFirst(lane->session);
     lane->next = first;
     while (!atomic_compare_exchange_weak(&self->lanes, &lane->next, lane))
     {}
@@ -89,7 +90,7 @@ static Lane* takeLane(Function* self)
 
 // ----- life ------------------------------------------------------------------
 
-static bool makeNumbers(Function* self, Lane* lane, PyObject* text)
+static bool makeNumbers(Function* self, PyObject* text)
 {
     const char* names[MaxPlainArguments];
     for (Py_ssize_t index = 0; index < self->count; ++index)
@@ -102,18 +103,18 @@ static bool makeNumbers(Function* self, Lane* lane, PyObject* text)
     }
     Py_ssize_t length = 0;
     const char* encoded = utf8Of(text, "an expression", &length);
-    if (encoded == NULL || !enter(lane->session))
+    if (encoded == NULL || !enter(self->source))
     {
         return false;
     }
-    const mathexpr_status status = mathexpr_create_function_utf8(lane->session->handle, encoded, (size_t)length, names,
-                                                                 (size_t)self->count, &lane->numbers);
+    const mathexpr_status status = mathexpr_create_function_utf8(self->source->handle, encoded, (size_t)length, names,
+                                                                 (size_t)self->count, &self->numbers);
     const bool isDone = status == MATHEXPR_OK || status == MATHEXPR_OTHER_KIND;
     if (!isDone)
     {
-        raiseFailure(lane->session, status);
+        raiseFailure(self->source, status);
     }
-    leave(lane->session);
+    leave(self->source);
     return isDone;
 }
 
@@ -136,24 +137,21 @@ static PyObject* newFunction(PyTypeObject* type, PyObject* arguments, PyObject* 
     }
     const allocfunc allocate = (allocfunc)PyType_GetSlot(type, Py_tp_alloc);
     Function* self = (Function*)allocate(type, 0);
-    Lane* lane = self != NULL ? PyMem_Calloc(1, sizeof *lane) : NULL;
-    if (lane == NULL)
+    if (self == NULL)
     {
-        Py_XDECREF((PyObject*)self);
-        return PyErr_NoMemory();
+        return NULL;
     }
     self->names = Py_NewRef(names);
     self->points = Py_NewRef(points);
     self->count = PyTuple_Size(names);
-    self->takesNumbers = self->count <= MaxPlainArguments;
+    self->source = (Session*)Py_NewRef((PyObject*)session);
+    atomic_init(&self->kind, KindUnknown);
+    bool takesNumbers = self->count <= MaxPlainArguments;
     for (Py_ssize_t index = 0; index < PyTuple_Size(points); ++index)
     {
-        self->takesNumbers = self->takesNumbers && PyTuple_GetItem(points, index) == Py_False;
+        takesNumbers = takesNumbers && PyTuple_GetItem(points, index) == Py_False;
     }
-    atomic_init(&self->kind, KindUnknown);
-    lane->session = (Session*)Py_NewRef((PyObject*)session);
-    atomic_init(&self->lanes, lane);
-    if (self->takesNumbers && !makeNumbers(self, lane, text))
+    if (takesNumbers && !makeNumbers(self, text))
     {
         Py_DECREF((PyObject*)self);
         return NULL;
@@ -170,6 +168,8 @@ static void dealloc(Function* self)
         destroyLane(lane);
         lane = next;
     }
+    mathexpr_destroy_function(self->numbers);
+    Py_XDECREF((PyObject*)self->source);
     Py_XDECREF(self->names);
     Py_XDECREF(self->points);
     const freefunc release = (freefunc)PyType_GetSlot(type, Py_tp_free);
@@ -219,7 +219,7 @@ static mathexpr_status computeNumber(Function* self, const double* numbers, doub
     leave(lane->session);
     return status;
 #else
-    return mathexpr_call_function(atomic_load_explicit(&self->lanes, memory_order_relaxed)->numbers, numbers, result);
+    return mathexpr_call_function(self->numbers, numbers, result);
 #endif
 }
 
@@ -300,7 +300,7 @@ static PyObject* callArrays(Function* self, PyObject* arguments)
 static PyObject* call(Function* self, PyObject* arguments, PyObject* keywords)
 {
     double numbers[MaxPlainArguments];
-    if (self->takesNumbers && readNumbers(self, arguments, keywords, numbers))
+    if (self->numbers != NULL && readNumbers(self, arguments, keywords, numbers))
     {
         double result = 0.0;
         const mathexpr_status status = computeNumber(self, numbers, &result);

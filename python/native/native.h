@@ -74,7 +74,10 @@ extern PyType_Spec sessionSpec;
 /// False where another thread has entered; nothing is set.
 bool tryEnter(Session* self);
 
-/// The same with a RuntimeError, and a ValueError where the session is closed.
+/// The same where no thread has entered, not this one either.
+bool tryEnterFirst(Session* self);
+
+/// tryEnter with a RuntimeError, and a ValueError where the session is closed.
 bool enter(Session* self);
 
 void leave(Session* self);
@@ -82,7 +85,8 @@ void leave(Session* self);
 /// Sets the exception for a status of this session, which has been entered; one that a callback raised comes first.
 void raiseFailure(Session* self, mathexpr_status status);
 
-/// A session with the same variables, limits and text, compiled; NULL with an exception.
+/// A session with the same variables, limits and text, compiled; NULL with an exception. It waits for another thread that
+/// has entered: use it for sessions that are entered for a moment only, or by this thread.
 Session* copySession(Session* self);
 
 // ----- bulk evaluation -------------------------------------------------------

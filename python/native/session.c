@@ -37,6 +37,17 @@ bool tryEnter(Session* self)
     return true;
 }
 
+bool tryEnterFirst(Session* self)
+{
+    unsigned long nobody = 0;
+    if (!atomic_compare_exchange_strong(&self->owner, &nobody, PyThread_get_thread_ident()))
+    {
+        return false;
+    }
+    self->depth = 1;
+    return true;
+}
+
 bool enter(Session* self)
 {
     if (!tryEnter(self))
@@ -557,6 +568,7 @@ static PyObject* setLimits(Session* self, PyObject* limits)
 
 // ----- copies ----------------------------------------------------------------
 
+/// Copies variables and limits. The source has been entered.
 static bool copyState(Session* self, Session* copy)
 {
     mathexpr_limits limits = {.size = sizeof limits};
@@ -576,13 +588,26 @@ static bool copyState(Session* self, Session* copy)
         done = findVariable(self, name, &value) && setRecord(copy, name, &value);
     }
     Py_XDECREF(list);
-    return done && (self->text == NULL || compileText(copy, self->text));
+    return done;
 }
 
 Session* copySession(Session* self)
 {
     Session* copy = (Session*)PyObject_CallNoArgs((PyObject*)sessionType);
-    if (copy != NULL && !copyState(self, copy))
+    if (copy == NULL)
+    {
+        return NULL;
+    }
+    while (!tryEnter(self))  // another thread is copying, too, which takes a few microseconds
+    {
+        Py_BEGIN_ALLOW_THREADS Py_END_ALLOW_THREADS
+    }
+    bool done = copyState(self, copy);
+    PyObject* text = self->text != NULL ? Py_NewRef(self->text) : NULL;
+    leave(self);
+    done = done && (text == NULL || compileText(copy, text));
+    Py_XDECREF(text);
+    if (!done)
     {
         Py_DECREF((PyObject*)copy);
         return NULL;

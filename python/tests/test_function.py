@@ -210,14 +210,17 @@ def test_a_dot_product_does_not_grow():
 
 def test_one_function_in_sixteen_threads():
     curve = function("sin(x)^2+k", "x", "k")
-    xs = np.linspace(0, 90, 20_000)
+    xs = np.linspace(0, 90, 50_000)
     expected, start, wrong = [curve(xs, k).tobytes() for k in range(16)], threading.Barrier(16), []
 
     def work(k):
         start.wait()
-        for _ in range(10):
-            if curve(xs, k).tobytes() != expected[k] or curve(30.0, k) != curve(np.array([30.0]), k)[0]:
-                wrong.append(k)
+        try:
+            for _ in range(20):
+                if curve(xs, k).tobytes() != expected[k] or curve(30.0, k) != curve(np.array([30.0]), k)[0]:
+                    wrong.append(k)
+        except BaseException as error:
+            wrong.append(error)
 
     threads = [threading.Thread(target=work, args=(k,)) for k in range(16)]
     for thread in threads:
@@ -225,6 +228,20 @@ def test_one_function_in_sixteen_threads():
     for thread in threads:
         thread.join()
     assert not wrong
+
+
+def test_a_function_that_is_called_by_its_own_call():
+    values = []
+
+    class Number:
+        """Calls the function while it is converted."""
+
+        def __array__(self, dtype=None, copy=None):
+            values.append(double(np.arange(3.0)).tolist())
+            return np.array([5.0])
+
+    double = function("2*x", "x")
+    assert double(Number()).tolist() == [10] and values == [[0, 2, 4]]
 
 
 def test_nothing_that_is_handed_over_is_kept_alive():

@@ -6,6 +6,7 @@
 import re
 import subprocess
 import sys
+from importlib import metadata
 
 import mathexpr
 from mathexpr import _native
@@ -66,3 +67,14 @@ def test_the_package_imports_neither_numpy_nor_what_is_slow():
     imported = set(done.stdout.split())
     assert "mathexpr._native" in imported
     assert not imported & {"numpy", "ctypes", "dataclasses", "inspect", "difflib", "pandas"}
+
+
+def test_the_wheel_says_what_it_is():
+    files = {str(path): path for path in metadata.files("mathexpr")}
+    information = next(name.split("/")[0] for name in files if name.endswith("/METADATA"))
+    assert f"{information}/licenses/LICENSE" in files and "mathexpr/py.typed" in files
+    assert "MIT License" in files[f"{information}/licenses/LICENSE"].read_text()
+    assert {"mathexpr/_native.pyi", "mathexpr/_native.abi3.so", "mathexpr/dask.py"} <= files.keys()
+    tag = re.search(r"^Tag: cp311-abi3-manylinux_2_(\d+)_", files[f"{information}/WHEEL"].read_text(), re.MULTILINE)
+    used = max(int(minor) for minor in re.findall(r"GLIBC_2\.(\d+)", objdump("-p")))
+    assert tag is not None and int(tag[1]) == used
