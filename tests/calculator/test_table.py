@@ -283,6 +283,24 @@ class BrokenRows(TableTest):
         self.expect("x\n" + "\u00e4" * 50 + "\n", ["x"], 1, ["result"],
                     ['line 2: x is neither a number nor a point: "' + "\u00e4" * 40 + '..."'])
 
+    def test_no_bytes_of_a_table_reach_the_terminal_as_they_are(self):
+        turning = re.compile("[\u061c\u200e\u200f\u202a-\u202e\u2066-\u2069]")
+        for cell in (b"\xc0\xaf", b"\xe0\x80\xaf", b"\xed\xa0\x80", b"\xf4\x90\x80\x80", b"\xfe\xff", b"\x80\xbf", b"\xe4\xb8",
+                     b"\xf0\x9f\x98", b"\xc2\x85\xc2\x9b", b"\x00\x07\x08\x7f", "\u2066a\u202eb\u200f".encode(),
+                     b"a" * 39 + "\U0001f600".encode() * 3, b"\x1b]0;title\x07", b"\xff" * 200):
+            with self.subTest(cell):
+                done = subprocess.run([CALCULATOR, "--table", "-", "x"], input=b"x\n" + cell + b"\n", capture_output=True,
+                                      timeout=60, check=False)
+                self.assertEqual((done.returncode, done.stdout), (1, b"result\n"))
+                told = done.stderr.decode()  # which is UTF-8
+                self.assertRegex(told, r'^mathexpr: -:2: x is neither a number nor a point: "[^\x00-\x1f\x7f-\x9f]*"\n$')
+                self.assertNotRegex(told, turning)
+
+    def test_messages_keep_their_language(self):
+        done = subprocess.run([CALCULATOR, "--table", "-", "1/x"], input=b"x\n0\n", capture_output=True, timeout=60,
+                              check=False, env={"LC_ALL": "de_DE.UTF-8"})
+        self.assertEqual(done.stderr.decode(), "mathexpr: -:2: Der Divisor ist 0: durch eine andere Zahl teilen.\n")
+
     def test_marks_of_other_countries_are_hinted_at(self):
         complaint = 'line 2: x is neither a number nor a point: "{}"; '
         self.expect('x\n"1,5"\n', ["x"], 1, ["result"], [complaint.format("1,5") + "--decimal-comma reads it"])

@@ -7,7 +7,21 @@
 #include <cstdlib>
 #include <filesystem>
 
+#if defined(_WIN32)
+#include "tools/calc/Utf8.h"
+#endif
+
 namespace {
+
+#if defined(_WIN32)
+
+std::string stateFolder()
+{
+    const wchar_t* const folder = _wgetenv(L"LOCALAPPDATA");
+    return folder != nullptr && std::filesystem::path(folder).is_absolute() ? toUtf8(folder) : "";
+}
+
+#else
 
 /// The folder that a variable of the environment names; empty unless it is an absolute one.
 std::string folderIn(const char* variable)
@@ -18,14 +32,12 @@ std::string folderIn(const char* variable)
 
 std::string stateFolder()
 {
-#if defined(_WIN32)
-    return folderIn("LOCALAPPDATA");
-#else
     const std::string folder = folderIn("XDG_STATE_HOME");
     const std::string home = folder.empty() ? folderIn("HOME") : "";
     return home.empty() ? folder : home + "/.local/state";
-#endif
 }
+
+#endif
 
 }
 
