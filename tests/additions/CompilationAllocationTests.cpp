@@ -6,7 +6,7 @@
 #include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"
 #include "tests/additions/Session.h"
-#include "tests/support/CountedAllocations.h"
+#include "tests/support/FailingMemory.h"
 
 #include <gtest/gtest.h>
 
@@ -25,17 +25,17 @@ TEST(Allocations, AreMadeByTheFirstCompilationOnly)
         mathexpr::setVariable(session.expression, L"height", number(3));
         const std::wstring text = L"[width, height, 1.5e+3] * (sin(30) - -width) + [1, 2, 3]";
 
-        const std::size_t atFirst = allocationCount();
+        const std::size_t atFirst = memory::madeCount();
         ASSERT_TRUE(session.expression.setExpression(text.c_str()));
-        EXPECT_GT(allocationCount(), atFirst);
-        const std::size_t before = allocationCount();
+        EXPECT_GT(memory::madeCount(), atFirst);
+        const std::size_t before = memory::madeCount();
         for (int i = 0; i < 10; ++i)
         {
             ASSERT_TRUE(session.expression.setExpression(text.c_str()));
             VALTYPE value;
             ASSERT_TRUE(session.expression.evaluate(value));
         }
-        EXPECT_EQ(allocationCount(), before) << "limit " << limit;
+        EXPECT_EQ(memory::madeCount(), before) << "limit " << limit;
     }
 }
 
@@ -56,11 +56,11 @@ TEST(Allocations, AreNotMadeForRows)
         ASSERT_TRUE(session.expression.setExpression(text));
         mathexpr::BulkOutcome outcome;
         const auto allocationsFor = [&](std::size_t nbRows) {
-            const std::size_t before = allocationCount();
+            const std::size_t before = memory::madeCount();
             EXPECT_TRUE(mathexpr::evaluateBulk(session.expression, &column, 1, nbRows,
                                                {results.data(), sizeof(VALTYPE), mathexpr::BulkKind::Record}, 1,
                                                outcome));
-            return allocationCount() - before;
+            return memory::madeCount() - before;
         };
         allocationsFor(1);
         const std::size_t forOne = allocationsFor(1);

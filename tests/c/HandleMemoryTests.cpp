@@ -3,61 +3,13 @@
 //
 // HandleMemoryTests.cpp - every function of the C interface that needs memory, with memory running out at each of its
 // allocations in turn: the status says so, nothing leaks, and the same call succeeds when there is memory again.
-//
-// The global operator new is this program's, for the shared library too.
+#include "tests/support/FailingMemory.h"
+
 #include <mathexpr.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
 #include <string>
-
-namespace {
-
-constexpr long unlimited = -1;
-long nbLeft = unlimited;
-
-void* allocate(std::size_t size)
-{
-    if (nbLeft == 0)
-    {
-        return nullptr;
-    }
-    nbLeft -= nbLeft > 0 ? 1 : 0;
-    return std::malloc(size == 0 ? 1 : size);
-}
-
-}
-
-void* operator new(std::size_t size)
-{
-    if (void* const memory = allocate(size))
-    {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept
-{
-    return allocate(size);
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, const std::nothrow_t&) noexcept
-{
-    std::free(memory);
-}
 
 namespace {
 
@@ -88,14 +40,22 @@ mathexpr_options_utf8 options(std::uint32_t kind)
     return made;
 }
 
-/// A call on an expression that is made anew for each number of allocations.
+/// Makes a call, with memory for its first allocations only.
+template <class Call>
+mathexpr_status callWith(std::size_t allocations, Call call)
+{
+    const memory::Shortage shortage(allocations + 1, memory::Failing::FromThenOn);
+    return call();
+}
+
+/// Makes a call on an expression of its own with memory for no allocation, for one, and so on until it succeeds.
 template <class Call>
 void runOutOfMemory(std::uint32_t kind, const char* text, Call call)
 {
     const mathexpr_options_utf8 with = options(kind);
-    long nbAllowed = 0;
+    std::size_t allowed = 0;
     mathexpr_status status = MATHEXPR_OUT_OF_MEMORY;
-    for (; status != MATHEXPR_OK && nbAllowed < 10000; ++nbAllowed)
+    for (; status != MATHEXPR_OK && allowed < 10000; ++allowed)
     {
         mathexpr_expression* expression = nullptr;
         ASSERT_EQ(mathexpr_create_utf8(&with, &expression), MATHEXPR_OK);
@@ -103,15 +63,13 @@ void runOutOfMemory(std::uint32_t kind, const char* text, Call call)
         {
             mathexpr_set_expression_utf8(expression, text, zt);
         }
-        nbLeft = nbAllowed;
-        status = call(expression);
-        nbLeft = unlimited;
-        ASSERT_TRUE(status == MATHEXPR_OK || status == MATHEXPR_OUT_OF_MEMORY) << status << " after " << nbAllowed;
-        EXPECT_EQ(call(expression), MATHEXPR_OK) << "after " << nbAllowed;
+        status = callWith(allowed, [&] { return call(expression); });
+        ASSERT_TRUE(status == MATHEXPR_OK || status == MATHEXPR_OUT_OF_MEMORY) << status << " after " << allowed;
+        EXPECT_EQ(call(expression), MATHEXPR_OK) << "after " << allowed;
         EXPECT_EQ(mathexpr_destroy(expression), MATHEXPR_OK);
     }
     EXPECT_EQ(status, MATHEXPR_OK);
-    EXPECT_GT(nbAllowed, 1) << "nothing was allocated";
+    EXPECT_GT(allowed, 1U) << "nothing was allocated";
 }
 
 const char* const longText = "width*2 + a_name_that_is_too_long_to_be_held_in_place * [1,2,3]";
@@ -122,15 +80,13 @@ TEST(Memory, RunsOutWhileAnExpressionIsMade)
     {
         const mathexpr_options_utf8 with = options(kind);
         mathexpr_expression* expression = nullptr;
-        long nbAllowed = 0;
-        for (; expression == nullptr && nbAllowed < 10000; ++nbAllowed)
+        std::size_t allowed = 0;
+        for (; expression == nullptr && allowed < 10000; ++allowed)
         {
-            nbLeft = nbAllowed;
-            const mathexpr_status status = mathexpr_create_utf8(&with, &expression);
-            nbLeft = unlimited;
-            ASSERT_EQ(status, expression == nullptr ? MATHEXPR_OUT_OF_MEMORY : MATHEXPR_OK) << nbAllowed;
+            const mathexpr_status status = callWith(allowed, [&] { return mathexpr_create_utf8(&with, &expression); });
+            ASSERT_EQ(status, expression == nullptr ? MATHEXPR_OUT_OF_MEMORY : MATHEXPR_OK) << allowed;
         }
-        EXPECT_GT(nbAllowed, 1);
+        EXPECT_GT(allowed, 1U);
         EXPECT_EQ(mathexpr_destroy(expression), MATHEXPR_OK);
     }
 }
@@ -237,9 +193,7 @@ TEST(Memory, IsNotNeededToCallAFunction)
     ASSERT_EQ(mathexpr_create_function_utf8(expression, "dist([x,0],[0,3])", zt, &argument, 1, &function), MATHEXPR_OK);
     const double four = 4;
     double result = 0;
-    nbLeft = 0;
-    const mathexpr_status status = mathexpr_call_function(function, &four, &result);
-    nbLeft = unlimited;
+    const mathexpr_status status = callWith(0, [&] { return mathexpr_call_function(function, &four, &result); });
     EXPECT_EQ(status, MATHEXPR_OK);
     EXPECT_EQ(result, 5);
     EXPECT_EQ(mathexpr_destroy_function(function), MATHEXPR_OK);
@@ -270,16 +224,14 @@ TEST(Memory, RunsOutWhileTheVocabularyIsConverted)
 {
     mathexpr_vocabulary_item_utf8 item{};
     item.size = sizeof(item);
-    long nbAllowed = 0;
+    std::size_t allowed = 0;
     mathexpr_status status = MATHEXPR_OUT_OF_MEMORY;
-    for (; status != MATHEXPR_OK && nbAllowed < 10000; ++nbAllowed)
+    for (; status != MATHEXPR_OK && allowed < 10000; ++allowed)
     {
-        nbLeft = nbAllowed;
-        status = mathexpr_get_vocabulary_item_utf8(0, &item);
-        nbLeft = unlimited;
+        status = callWith(allowed, [&] { return mathexpr_get_vocabulary_item_utf8(0, &item); });
         ASSERT_TRUE(status == MATHEXPR_OK || status == MATHEXPR_OUT_OF_MEMORY) << status;
     }
-    EXPECT_GT(nbAllowed, 1);
+    EXPECT_GT(allowed, 1U);
     EXPECT_STREQ(item.help, "");
 }
 

@@ -16,7 +16,7 @@
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Variables.h"
-#include "tests/robustness/FailingMemory.h"
+#include "tests/support/FailingMemory.h"
 #include "tests/unit/Hosts.h"
 
 #include <gtest/gtest.h>
@@ -141,7 +141,7 @@ void sweep(const Operation& operation, bool silent, Failing failing)
     for (std::size_t n = 1;; ++n)
     {
         SCOPED_TRACE("allocation " + std::to_string(n));
-        const std::size_t aliveBefore = memory::nbAlive();
+        const std::size_t aliveBefore = memory::aliveCount();
         bool felt = false;
         {
             Subject subject(silent);
@@ -162,7 +162,7 @@ void sweep(const Operation& operation, bool silent, Failing failing)
             EXPECT_TRUE(felt || !outcome.outOfMemory);
             expectUsable(subject);
         }
-        EXPECT_EQ(memory::nbAlive(), aliveBefore);
+        EXPECT_EQ(memory::aliveCount(), aliveBefore);
         if (!felt || testing::Test::HasFailure())
         {
             // An operation that allocates nothing would prove nothing.
@@ -411,9 +411,9 @@ std::size_t nbMadeInBulk(std::size_t nbRows, std::uint32_t nbThreads)
     std::vector<double> results(nbRows);
     const mathexpr::BulkColumn columns[] = {{L"n", column.data()}};
     mathexpr::BulkOutcome outcome;
-    const std::size_t before = memory::nbMade();
+    const std::size_t before = memory::madeCount();
     EXPECT_TRUE(mathexpr::evaluateBulk(expression, columns, 1, nbRows, {results.data()}, nbThreads, outcome));
-    return memory::nbMade() - before;
+    return memory::madeCount() - before;
 }
 
 // Each thread takes memory for its start and for its results.

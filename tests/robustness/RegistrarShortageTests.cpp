@@ -5,7 +5,7 @@
 // anything, and the same definition succeeds afterwards.
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
-#include "tests/robustness/FailingMemory.h"
+#include "tests/support/FailingMemory.h"
 #include "tests/unit/EngineItems.h"
 
 #include <gtest/gtest.h>
@@ -109,7 +109,7 @@ class RegistrarShortages : public testing::TestWithParam<Definition>
 TEST_P(RegistrarShortages, LeaveNothingDefinedByHalves)
 {
     SCOPED_TRACE(GetParam());  // the first trace takes memory for good
-    const std::size_t aliveBefore = memory::nbAlive();
+    const std::size_t aliveBefore = memory::aliveCount();
     {
         MTParserRegistrar registrar;
         registrar.setSyntax({L'.', L',', L'[', L']'});
@@ -123,7 +123,7 @@ TEST_P(RegistrarShortages, LeaveNothingDefinedByHalves)
             EXPECT_TRUE(GetParam().isKnown(registrar, index)) << index;
         }
     }
-    EXPECT_EQ(memory::nbAlive(), aliveBefore);
+    EXPECT_EQ(memory::aliveCount(), aliveBefore);
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, RegistrarShortages, testing::ValuesIn(definitions),
@@ -131,15 +131,15 @@ INSTANTIATE_TEST_SUITE_P(Every, RegistrarShortages, testing::ValuesIn(definition
 
 TEST(VocabularyMemory, IsReleasedWithTheRegistrar)
 {
-    const std::size_t aliveBefore = memory::nbAlive();
+    const std::size_t aliveBefore = memory::aliveCount();
     {
         MTParserRegistrar registrar;
         registrar.setSyntax({L'.', L',', L'[', L']'});
         registerConstants(registrar);
         registerVocabulary(registrar);
-        EXPECT_GE(memory::nbAlive(), aliveBefore + getVocabulary().size());
+        EXPECT_GE(memory::aliveCount(), aliveBefore + getVocabulary().size());
     }
-    EXPECT_EQ(memory::nbAlive(), aliveBefore);
+    EXPECT_EQ(memory::aliveCount(), aliveBefore);
 }
 
 }

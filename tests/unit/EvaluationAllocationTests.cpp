@@ -4,7 +4,7 @@
 // EvaluationAllocationTests.cpp - evaluating allocates nothing, except for a new variable.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
-#include "tests/support/CountedAllocations.h"
+#include "tests/support/FailingMemory.h"
 #include "tests/unit/Hosts.h"
 
 #include <gtest/gtest.h>
@@ -15,9 +15,9 @@ namespace {
 std::size_t allocationsOf(MathExpression& expression, bool succeeds = true)
 {
     VALTYPE value;
-    const std::size_t before = allocationCount();
+    const std::size_t before = memory::madeCount();
     const bool ok = expression.evaluate(value);
-    const std::size_t made = allocationCount() - before;
+    const std::size_t made = memory::madeCount() - before;
     EXPECT_EQ(ok, succeeds);
     return made;
 }
@@ -36,9 +36,9 @@ protected:
 
 TEST_F(Allocation, IsSeenWhereItHappens)
 {
-    const std::size_t before = allocationCount();
+    const std::size_t before = memory::madeCount();
     ASSERT_TRUE(expression.setExpression(L"x+sqr(zero)"));
-    EXPECT_GT(allocationCount(), before);
+    EXPECT_GT(memory::madeCount(), before);
 }
 
 TEST_F(Allocation, IsMadeByNoEvaluation)

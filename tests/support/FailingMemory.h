@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FailingMemory.h - lets chosen allocations of this program and of the shared library fail, and counts what is alive.
+// FailingMemory.h - counts the allocations of this program and of the shared library, and lets chosen ones fail.
+//
+// The global operator new is the program's for every library that it links, except for a DLL.
 #pragma once
 
 #include <cstddef>
@@ -29,9 +31,9 @@ public:
 };
 
 /// How many allocations there have been.
-std::size_t nbMade() noexcept;
+std::size_t madeCount() noexcept;
 
 /// How many allocations have not been released.
-std::size_t nbAlive() noexcept;
+std::size_t aliveCount() noexcept;
 
 }

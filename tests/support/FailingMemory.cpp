@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FailingMemory.cpp - the global operator new of the program, which the shared library uses too. Worker threads
-// allocate as well, so that the counts are atomic.
-#include "tests/robustness/FailingMemory.h"
+// FailingMemory.cpp - the global operator new. Worker threads allocate as well, so that the counts are atomic.
+#include "tests/support/FailingMemory.h"
 
 #include <atomic>
 #include <cstdlib>
@@ -81,12 +80,12 @@ bool Shortage::wasFelt() const noexcept
     return made >= firstToFail;
 }
 
-std::size_t nbMade() noexcept
+std::size_t madeCount() noexcept
 {
     return made;
 }
 
-std::size_t nbAlive() noexcept
+std::size_t aliveCount() noexcept
 {
     return alive;
 }
