@@ -27,11 +27,6 @@ struct EngineAccess
                    ? expression.program->choice.getArmed()
                    : nullptr;
     }
-    /// Evaluates where there is more to do.
-    static bool evaluateProgram(MathExpression& expression, VALTYPE& result)
-    {
-        return expression.evaluateProgram(result);
-    }
     /// Ends an evaluation on the fast path.
     /// @param slot  x of the result of the step that has refused its operands
     static void refuse(MathExpression& expression, const double* slot, Message::Id refusal)

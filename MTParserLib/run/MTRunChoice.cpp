@@ -21,24 +21,17 @@ bool haveHeads(const std::vector<const VALTYPE*>& inputs, const std::vector<std:
 
 MTRunState MTRunChoice::choose(MTParserProgram& program)
 {
-    switch (state)
+    if (state == MTRunState::Constant || state == MTRunState::Fresh)
     {
-    case MTRunState::Empty:
-    case MTRunState::Constant:
-    case MTRunState::Fresh:
-        break;
-    case MTRunState::Settled:
-    case MTRunState::Scalar:
-    case MTRunState::Interpreted:
-        if (!haveHeads(program.inputs, inputHeads))
-        {
-            state = MTRunState::Fresh;
-        }
-        else if (state == MTRunState::Settled)
-        {
-            state = program.scalar.build(program) ? MTRunState::Scalar : MTRunState::Interpreted;
-        }
-        break;
+        return state;
+    }
+    if (!haveHeads(program.inputs, inputHeads))
+    {
+        state = MTRunState::Fresh;
+    }
+    else if (state == MTRunState::Settled)
+    {
+        state = program.scalar.build(program) ? MTRunState::Scalar : MTRunState::Interpreted;
     }
     return state;
 }

@@ -51,7 +51,7 @@ public:
         state = isConstant ? MTRunState::Constant : MTRunState::Fresh;
     }
 
-    /// Chooses the runner of the next evaluation of a program, which it belongs to.
+    /// Chooses the runner of the next evaluation of a complete program, which it belongs to.
     /// @return Constant, where there is nothing to run; Scalar: scalar code; Fresh or Interpreted: the steps
     MTRunState choose(MTParserProgram& program);
 

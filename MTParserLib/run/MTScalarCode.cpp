@@ -28,9 +28,10 @@ constexpr std::size_t mostWaiting = 32;
 /// Where an operand that is not given reads 0.
 constexpr double zero = 0.0;
 
+/// Whether a step copies a variable. No item is called without arguments.
 bool isCopy(const MTProgramStep& step) noexcept
 {
-    return step.nbArgs == 0 && step.first != nullptr;
+    return step.nbArgs == 0;
 }
 
 /// Steps that compute the items of a program, without those that move operands; 0 where it has to run itself.
@@ -104,7 +105,7 @@ bool hasKernel(const MTProgramStep& step)
         return true;
     }
     const MTScalarKernels* const item = step.kernels->scalar;
-    if (step.nbArgs == 0 || item == nullptr)
+    if (item == nullptr)
     {
         return false;
     }

@@ -56,39 +56,6 @@ mathexpr_status evaluate(mathexpr_expression& expression, mathexpr_value* value)
     return attempt(expression, [&] { return expression.plain->evaluate(inPlace(*value)); });
 }
 
-mathexpr_status evaluateInFull(mathexpr_expression* handle, mathexpr_value* value) noexcept
-{
-    return changeExpression(handle, [=](mathexpr_expression& expression) -> mathexpr_status {
-        if (value == nullptr)
-        {
-            return MATHEXPR_NULL_ARGUMENT;
-        }
-        return expression.isCalculator() ? MATHEXPR_WRONG_KIND : evaluate(expression, value);
-    });
-}
-
-/// The owner of scalar code that a call has jumped into.
-struct FastEvaluation
-{
-    mathexpr_expression* const handle;
-    mathexpr_status status;
-};
-
-constexpr MTScalarOwner fastEvaluationOwner{
-    [](void* self, void* result) {
-        auto& evaluation = *static_cast<FastEvaluation*>(self);
-        evaluation.status = evaluateInFull(evaluation.handle, static_cast<mathexpr_value*>(result));
-        return evaluation.status == MATHEXPR_OK;
-    },
-    [](void* self, const double* slot, Message::Id refusal) {
-        auto& evaluation = *static_cast<FastEvaluation*>(self);
-        evaluation.status = changeExpression(evaluation.handle, [=](mathexpr_expression& expression) {
-            mathexpr::EngineAccess::refuse(*expression.plain, slot, refusal);
-            return MATHEXPR_REFUSED;
-        });
-        return false;
-    }};
-
 template <class Encoding>
 mathexpr_status setExpression(mathexpr_expression& expression, const typename Encoding::Unit* text, std::size_t length)
 {
@@ -143,6 +110,17 @@ mathexpr_status compileText(mathexpr_expression& expression, const std::wstring&
     return attempt(expression, [&] { return expression.plain->setExpression(text.c_str()); });
 }
 
+mathexpr_status evaluateInFull(mathexpr_expression* handle, mathexpr_value* value) noexcept
+{
+    return changeExpression(handle, [=](mathexpr_expression& expression) -> mathexpr_status {
+        if (value == nullptr)
+        {
+            return MATHEXPR_NULL_ARGUMENT;
+        }
+        return expression.isCalculator() ? MATHEXPR_WRONG_KIND : evaluate(expression, value);
+    });
+}
+
 mathexpr_status mathexpr_set_expression_utf8(mathexpr_expression* handle, const char* text, size_t length) noexcept
 {
     return changeExpression(
@@ -154,24 +132,6 @@ mathexpr_status mathexpr_set_expression_utf16(mathexpr_expression* handle, const
 {
     return changeExpression(
         handle, [=](mathexpr_expression& expression) { return setExpression<Utf16>(expression, text, length); });
-}
-
-mathexpr_status mathexpr_evaluate(mathexpr_expression* handle, mathexpr_value* value) noexcept
-{
-    // Most evaluations jump into scalar code, which calls nobody who could call back.
-    if (handle != nullptr && value != nullptr && HandleRegistry::isLive(handle) && handle->isIdle())
-    {
-        const MathExpression& expression = *handle->plain;
-        if (const MTScalarStep* const first = mathexpr::EngineAccess::fastPathOf(expression))
-        {
-            FastEvaluation evaluation{handle, MATHEXPR_OK};
-            mathexpr::EngineAccess::parserOf(expression)
-                .getProgram()
-                .scalar.run(first, value, &fastEvaluationOwner, &evaluation);
-            return evaluation.status;
-        }
-    }
-    return evaluateInFull(handle, value);
 }
 
 mathexpr_status mathexpr_evaluate_text_utf8(mathexpr_expression* expression, const char* text, size_t length,

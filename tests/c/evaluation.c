@@ -9,6 +9,7 @@
 void test_creation(void);
 void test_evaluation(void);
 void test_failed_evaluation(void);
+void test_repeated_evaluation(void);
 void test_assignment(void);
 void test_calculator(void);
 void test_copies(void);
@@ -152,6 +153,42 @@ void test_failed_evaluation(void)
     CHECK_NUMBER(value.x, 77.0);
     CHECK_OK(mathexpr_evaluate_text_utf8(expression, "1+1", ZT, &value));
     CHECK_NUMBER(value.x, 2.0);
+    CHECK_OK(mathexpr_destroy(expression));
+}
+
+/* Gives w a value and evaluates, three times. */
+static void check_thrice(mathexpr_expression* expression, mathexpr_value w, mathexpr_status status, double expected)
+{
+    int round;
+    CHECK_OK(mathexpr_set_variable_utf8(expression, "w", ZT, &w, NULL));
+    for (round = 0; round < 3; ++round)
+    {
+        mathexpr_value value = number(77);
+        CHECK_STATUS(mathexpr_evaluate(expression, &value), status);
+        CHECK_NUMBER(value.x, expected);
+    }
+}
+
+/* What was settled for one value does not serve another of which an item wants nothing. */
+void test_repeated_evaluation(void)
+{
+    mathexpr_expression* const expression = plain();
+    mathexpr_diagnostic_utf8 diagnostic = {0};
+    const mathexpr_value four = number(4);
+    diagnostic.size = sizeof(diagnostic);
+    CHECK_OK(mathexpr_set_variable_utf8(expression, "w", ZT, &four, NULL));
+    CHECK_OK(mathexpr_set_expression_utf8(expression, "1+sqrt(w)", ZT));
+    check_thrice(expression, number(4), MATHEXPR_OK, 3);
+    check_thrice(expression, number(-1), MATHEXPR_REFUSED, 77);
+    CHECK_OK(mathexpr_get_diagnostic_utf8(expression, &diagnostic));
+    CHECK_EQUAL(diagnostic.message, 12);
+    CHECK_EQUAL(diagnostic.start, 2);
+    check_thrice(expression, number(16), MATHEXPR_OK, 5);
+    check_thrice(expression, point(1, 2, 3), MATHEXPR_PARSING_ERROR, 77);
+    check_thrice(expression, number(16), MATHEXPR_OK, 5);
+    CHECK_OK(mathexpr_set_expression_utf8(expression, "w*2", ZT));
+    check_thrice(expression, number(16), MATHEXPR_OK, 32);
+    check_thrice(expression, point(1, 2, 3), MATHEXPR_OK, 2);
     CHECK_OK(mathexpr_destroy(expression));
 }
 

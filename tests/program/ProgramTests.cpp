@@ -17,6 +17,7 @@
 #include <fstream>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 void showMessage(Message::Id id)
@@ -264,6 +265,21 @@ TEST(RunChoice, InterpretsWhatScalarCodeCannotStandFor)
         EXPECT_EQ(stateAfterRun(program), MTRunState::Interpreted);
         const_cast<VALTYPE*>(compiled.factory.values.at(L"x"))->flag = 1;
         EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
+    }
+}
+
+// Where the host's code could run, variables are copied, also those that nothing consumes.
+TEST(RunChoice, InterpretsCopiesWithoutAConsumer)
+{
+    InPlace compiled(L"x");
+    compiled.registrar.defineFunction(new TestFunction(L"hostsown"), true);
+    for (const auto& [text, state] : {std::pair(L"-((x),y)", MTRunState::Interpreted),
+                                      {L"x+y", MTRunState::Scalar},
+                                      {L"[x,y,2]*x", MTRunState::Scalar}})
+    {
+        compiled.compile(text);
+        EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Settled);
+        EXPECT_EQ(stateAfterRun(compiled.compilation.program), state);
     }
 }
 

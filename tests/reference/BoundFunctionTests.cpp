@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cfenv>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -174,6 +175,23 @@ TEST(BoundFunction, ComputesWhatAFreshSessionDoes)
     EXPECT_GT(nbNumbers, count);
     EXPECT_GT(nbPoints, count);
     EXPECT_GT(nbRefused, count);
+}
+
+// A host may have chosen another rounding direction.
+TEST(BoundFunction, ComputesWithTheLibrarysFloatingPointWords)
+{
+    const Bound bound(L"a/b+c");
+    const std::array<double, 3> arguments = {1.0, 3.0, 0.1};
+    double expected = 0.0;
+    double result = 0.0;
+    ASSERT_TRUE(bound.function->call(arguments.data(), expected));
+    std::fesetround(FE_UPWARD);
+    const bool called = bound.function->call(arguments.data(), result);
+    const int rounding = std::fegetround();
+    std::fesetround(FE_TONEAREST);
+    EXPECT_TRUE(called);
+    EXPECT_EQ(result, expected);
+    EXPECT_EQ(rounding, FE_UPWARD);
 }
 
 }

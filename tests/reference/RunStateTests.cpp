@@ -129,6 +129,31 @@ TEST(RunState, EveryItemWithEveryKindInEveryPlace)
     }
 }
 
+// Only one of them is another kind at a time.
+TEST(RunState, EachOfManyInputsMayChange)
+{
+    const std::vector<std::wstring> names = {L"x", L"y", L"z", L"u", L"v", L"w"};
+    for (const wchar_t* text : {L"x+y+z+u+v+w", L"x*y*z*u*v*w", L"[x,y,z]*[u,v,w]"})
+    {
+        LongRun run(text, true, answerAny);
+        for (const std::wstring& name : names)
+        {
+            for (const VALTYPE& value : {number(3.0), VALTYPE{0, 1, 0, 0, 2.0, 0.0, 0.0}, point(1.0, 2.0, 3.0)})
+            {
+                run.change(name, value);
+                run.evaluate();
+                run.evaluate();
+                run.evaluate();
+            }
+            run.change(name, number(1.5));
+            run.evaluate();
+            run.evaluate();
+            run.evaluate();
+        }
+        EXPECT_EQ(run.difference(), "");
+    }
+}
+
 const std::array<std::wstring, 6> variables = {L"x", L"y", L"z", L"w", L"p", L"q"};
 
 std::wstring leaf(Random& random)
