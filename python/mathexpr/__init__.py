@@ -29,10 +29,6 @@ from ._values import Point, Value, format_value
 from ._variables import Variables
 from ._vocabulary import VocabularyItem, vocabulary
 
-# A traceback names the exceptions as users import them.
-for _error in (DefinitionError, MathExprError, ParsingError, RefusedError, RowsError, VariableNameError):
-    _error.__module__ = __name__
-
 __all__ = [
     "DefinitionError",
     "Diagnostic",
@@ -58,3 +54,9 @@ __all__ = [
     "function",
     "vocabulary",
 ]
+
+# Tracebacks, pickles and help() name classes as users import them.
+for _name in __all__:
+    if isinstance(globals()[_name], type):
+        globals()[_name].__module__ = __name__
+del _name

@@ -164,10 +164,11 @@ class Expression:
         from ._arrays import evaluate  # only this needs NumPy
 
         variables = self.variables
-        for name in columns:
+        labels = _labels(columns)
+        for name in labels:
             if name not in variables and not _is_table(columns):
                 raise ValueError(f"the column {name!r} is no variable of the expression")
-        names = tuple(name for name in columns if name in variables)
+        names = tuple(name for name in labels if name in variables)
         with self._session as session:
             return evaluate(
                 session,
@@ -366,7 +367,7 @@ def evaluate_arrays(
         return Point(0) if is_point else 0.0
 
     if _is_table(columns):
-        labels = {str(label): label for label in columns}
+        labels = [label for label in _labels(columns) if isinstance(label, str)]
         expression = Expression(resolver=lambda name: kind(name) if name in labels else None, names=labels, limits=limits)
     else:
         expression = Expression(limits=limits)
@@ -382,6 +383,12 @@ def evaluate_arrays(
 def _is_table(columns: object) -> bool:
     """Whether columns are those of a DataFrame, which may hold any."""
     return not isinstance(columns, Mapping)
+
+
+def _labels(columns: Any) -> Iterable[str]:
+    """The names of columns; a table's own iterator may go through something else."""
+    labels: Iterable[str] = columns.columns if _is_table(columns) else columns
+    return labels
 
 
 def _looks_like_points(column: Any) -> bool:

@@ -125,6 +125,28 @@ def test_a_frame_is_the_mapping_of_its_columns():
         mathexpr.evaluate_arrays("name*2", FRAME)
 
 
+class PolarsFrame:
+    """As a table of polars looks from outside: it iterates over its columns, not over their names."""
+
+    columns = ["width", "name"]
+
+    def __getitem__(self, name):
+        return {"width": Polars([1, 2, 3]), "name": Polars(["a", "b", "c"])}[name]
+
+    def __iter__(self):
+        return map(self.__getitem__, self.columns)
+
+
+def test_a_frame_of_polars():
+    assert mathexpr.evaluate_arrays("2*width", PolarsFrame()).tolist() == [2, 4, 6]
+    assert mathexpr.Expression("2*width", {"width": 0}).evaluate_arrays(PolarsFrame()).tolist() == [2, 4, 6]
+
+
+def test_labels_that_are_no_names_do_no_harm():
+    frame = pandas.DataFrame({"w": [1, 2], 3: [4, 5], "unit price": [6, 7], "pi": [8, 9]})
+    assert mathexpr.evaluate_arrays("w+1", frame).tolist() == [2, 3]
+
+
 def test_points_from_a_frame_and_for_a_series():
     points = mathexpr.evaluate_arrays("[width,height]", FRAME)
     assert isinstance(points, pandas.DataFrame) and list(points.columns) == ["x", "y", "z"]

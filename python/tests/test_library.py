@@ -3,6 +3,8 @@
 
 """The native module: what it needs, what it shows, and that values need nothing else."""
 
+import pickle
+import pydoc
 import re
 import subprocess
 import sys
@@ -78,3 +80,13 @@ def test_the_wheel_says_what_it_is():
     tag = re.search(r"^Tag: cp311-abi3-manylinux_2_(\d+)_", files[f"{information}/WHEEL"].read_text(), re.MULTILINE)
     used = max(int(minor) for minor in re.findall(r"GLIBC_2\.(\d+)", objdump("-p")))
     assert tag is not None and int(tag[1]) == used
+
+
+def test_help_names_things_as_users_import_them():
+    for name in mathexpr.__all__:
+        thing = getattr(mathexpr, name)
+        if isinstance(thing, type):
+            assert (thing.__module__, thing.__qualname__) == ("mathexpr", name)
+            assert pickle.loads(pickle.dumps(thing)) is thing
+    told = pydoc.render_doc(mathexpr.function, renderer=pydoc.plaintext)
+    assert "function(text: 'str', *arguments: 'str', points:" in told and ":param points: which arguments are points" in told
