@@ -124,14 +124,17 @@ def test_limits_refuse_a_long_text_before_anything_of_it_is_compiled(text):
 
 
 def test_names_never_come_from_the_frame_of_the_caller():
-    width = 3  # noqa: F841
-    for use in (lambda: mathexpr.evaluate("2*width"), lambda: mathexpr.function("2*width"), mathexpr.vocabulary):
-        if use is mathexpr.vocabulary:
-            assert "width" not in {item.symbol for item in use()}
-            continue
+    width = 3
+    for use in (
+        lambda: mathexpr.evaluate("2*width"),
+        lambda: mathexpr.function("2*width"),
+        lambda: mathexpr.Expression("2*width"),
+        lambda: mathexpr.evaluate_arrays("2*width*x", {"x": [1]}),
+    ):
         with pytest.raises(mathexpr.ParsingError) as caught:
             use()
         assert caught.value.code == 11
+    assert mathexpr.evaluate("2*width", {"width": width}) == 6
 
 
 def test_evaluating_asks_nothing_of_python_that_is_audited():
