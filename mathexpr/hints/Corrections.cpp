@@ -356,7 +356,10 @@ Correction correct(const std::wstring& typed, const MTFailure& failure, MTSpan t
     Correction correction;
     bool hasReason = plain != typed;
     const auto noteReason = [&](Hint::Id reason) {
-        correction.reason = hasReason ? Hint::DidYouMean : reason;
+        if (correction.reason != Hint::PowerOfTen)  // the one mistake that no corrected text explains
+        {
+            correction.reason = hasReason && reason != Hint::PowerOfTen ? Hint::DidYouMean : reason;
+        }
         hasReason = true;
     };
     if (readings.text != plain)

@@ -275,6 +275,8 @@ const Hinted hinted[] = {
     {L"15%", {L"% is the remainder of a division. Did you mean 15/100?"}},
     {L"size+1", {L"e+ means a power of ten. After a name that ends in e, write (size)+1"}},
     {L"2pi+1e5", {L"Did you mean 2*pi+1e+5?"}},
+    {L"2pi*size+1", {L"e+ means a power of ten. After a name that ends in e, write 2*pi*(size)+1"}},
+    {L"1e5+size+1", {L"e+ means a power of ten. After a name that ends in e, write 1e+5+(size)+1"}},
     {L"==2", {L"Expected a value."}},
     {L"1e-x", {L"Multiplication is written with *. Did you mean 1*e-x?"}},
     {L"1e-", {}},
