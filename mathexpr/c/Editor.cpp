@@ -128,7 +128,7 @@ std::uint32_t toWideCursor(std::string_view text, std::size_t cursor)
 std::uint32_t toWideCursor(std::u16string_view text, std::size_t cursor)
 {
     std::size_t at = std::min(cursor, text.size());
-    if (at != 0 && at != text.size() && text[at] >= 0xDC00 && text[at] <= 0xDFFF)
+    if (at != 0 && at != text.size() && (text[at] & 0xFC00) == 0xDC00)
     {
         --at;
     }

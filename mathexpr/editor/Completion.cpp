@@ -98,9 +98,12 @@ struct CompletedPlace
 {
     std::wstring before;
     TextSpan replaced;
-    std::wstring typed;    // before the cursor, of what is replaced
-    wchar_t following;     // the next character behind it that is no blank; 0 at the end
-    bool assigns;          // whether it is assigned to
+    std::wstring typed;  // before the cursor, of what is replaced
+    wchar_t following;   // the next character behind it that is no blank; 0 at the end
+    bool assigns;        // whether it is assigned to
+    // Whether a name or number stands before or behind it, across blanks: what is inserted would become a part of it.
+    bool followsWord;
+    bool precedesWord;
     std::wstring closing;  // of what is open before it
     ValueKind wanted;
 };
@@ -115,7 +118,7 @@ CompletedPlace placeAt(const MathExpression& expression, const TextReading& read
 {
     const std::wstring_view text = reading.typed();
     const auto at = std::min(cursor, static_cast<std::uint32_t>(text.size()));
-    CompletedPlace place{{}, {at, 0}, {}, L'\0', false, {}, ValueKind::Unknown};
+    CompletedPlace place{{}, {at, 0}, {}, L'\0', false, false, false, {}, ValueKind::Unknown};
     const auto word = std::find_if(reading.tokens().begin(), reading.tokens().end(), [at](const TextToken& token) {
         return isWord(token) && token.start <= at && at <= endOf(token);
     });
@@ -131,6 +134,14 @@ CompletedPlace placeAt(const MathExpression& expression, const TextReading& read
     place.typed = reading.textOf(typed);
     const std::size_t next = text.find_first_not_of(L' ', std::size_t{place.replaced.start} + place.replaced.length);
     place.following = next == std::wstring_view::npos ? L'\0' : text[next];
+    for (const TextToken& token : reading.tokens())
+    {
+        if (token.kind != TokenKind::Blank && token.start < place.replaced.start)
+        {
+            place.followsWord = isWord(token);
+        }
+        place.precedesWord = place.precedesWord || (token.start == next && isWord(token));
+    }
 
     const TextReading readingBefore(expression, place.before);
     const std::vector<OpenBracket> open = openBracketsAt(readingBefore, place.replaced.start);
@@ -155,11 +166,11 @@ public:
 
     std::vector<CompletionItem> complete()
     {
-        if (goesOnBefore())
+        if (place.followsWord)
         {
             return {};
         }
-        const bool callsOnly = place.following == L'(' || place.following == L'[' || behindIsWord();
+        const bool callsOnly = place.following == L'(' || place.following == L'[' || place.precedesWord;
         if (!callsOnly)
         {
             addVariables();
@@ -189,29 +200,6 @@ private:
         Rank rank;
         CompletionItem item;
     };
-
-    /// Whether a name or number stands before, across blanks, which what is inserted would become a part of.
-    bool goesOnBefore() const
-    {
-        const TextToken* last = nullptr;
-        for (const TextToken& token : reading.tokens())
-        {
-            if (token.kind != TokenKind::Blank && token.start < place.replaced.start)
-            {
-                last = &token;
-            }
-        }
-        return last != nullptr && isWord(*last);
-    }
-
-    /// Whether a name or number follows, which would become a part of a name before it.
-    bool behindIsWord() const
-    {
-        const std::uint32_t end = place.replaced.start + place.replaced.length;
-        return std::any_of(reading.tokens().begin(), reading.tokens().end(), [&](const TextToken& token) {
-            return token.start >= end && isWord(token) && reading.typed().find_first_not_of(L' ', end) == token.start;
-        });
-    }
 
     /// Whether the text up to the cursor takes something there.
     bool isTaken(const std::wstring& inserted)
@@ -358,9 +346,9 @@ private:
             }
             seen.insert(facts.symbol);
             const std::wstring arguments = facts.argumentList();
-            const std::wstring inserted = place.following == L'('                     ? facts.symbol
-                                          : place.following == L'[' || behindIsWord() ? facts.symbol + L'('
-                                                                                      : facts.call();
+            const std::wstring inserted = place.following == L'('                         ? facts.symbol
+                                          : place.following == L'[' || place.precedesWord ? facts.symbol + L'('
+                                                                                          : facts.call();
             if (!keepsLimit(inserted.size()))
             {
                 continue;

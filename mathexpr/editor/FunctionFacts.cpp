@@ -14,8 +14,7 @@
 #include <map>
 #include <optional>
 
-namespace mathexpr {
-namespace editor {
+namespace mathexpr::editor {
 namespace {
 
 /// No function needs more; those that take any number are called with the first three.
@@ -30,32 +29,23 @@ struct SampleArgument
 
 using SampleArguments = std::array<SampleArgument, maxArguments>;
 
-VALTYPE sampleNumber(double x)
-{
-    VALTYPE value;
-    value.x = x;
-    return value;
-}
-
-VALTYPE samplePoint(double x, double y)
-{
-    VALTYPE value = sampleNumber(x);
-    value.type = 1;
-    value.y = y;
-    return value;
-}
-
 /// Positive numbers, then one within the domain of an arc function.
-const std::array<SampleArguments, 2> numberSamples{{
-    {{{L"2", sampleNumber(2)}, {L"3", sampleNumber(3)}, {L"4", sampleNumber(4)}, {L"5", sampleNumber(5)}}},
-    {{{L"0.5", sampleNumber(0.5)}, {L"3", sampleNumber(3)}, {L"4", sampleNumber(4)}, {L"5", sampleNumber(5)}}},
+constexpr std::array<SampleArguments, 2> numberSamples{{
+    {{{L"2", {0, 0, 0, 0, 2, 0, 0}},
+      {L"3", {0, 0, 0, 0, 3, 0, 0}},
+      {L"4", {0, 0, 0, 0, 4, 0, 0}},
+      {L"5", {0, 0, 0, 0, 5, 0, 0}}}},
+    {{{L"0.5", {0, 0, 0, 0, 0.5, 0, 0}},
+      {L"3", {0, 0, 0, 0, 3, 0, 0}},
+      {L"4", {0, 0, 0, 0, 4, 0, 0}},
+      {L"5", {0, 0, 0, 0, 5, 0, 0}}}},
 }};
 
 /// Two lines that cross.
-const SampleArguments pointSamples{{{L"[0,0,0]", samplePoint(0, 0)},
-                                    {L"[2,2,0]", samplePoint(2, 2)},
-                                    {L"[0,2,0]", samplePoint(0, 2)},
-                                    {L"[2,0,0]", samplePoint(2, 0)}}};
+constexpr SampleArguments pointSamples{{{L"[0,0,0]", {1, 0, 0, 0, 0, 0, 0}},
+                                        {L"[2,2,0]", {1, 0, 0, 0, 2, 2, 0}},
+                                        {L"[0,2,0]", {1, 0, 0, 0, 0, 2, 0}},
+                                        {L"[2,0,0]", {1, 0, 0, 0, 2, 0, 0}}}};
 
 struct SampleRun
 {
@@ -215,5 +205,4 @@ std::size_t overloadWith(const std::vector<const FunctionFacts*>& overloads, std
     return found == overloads.end() ? overloads.size() - 1 : static_cast<std::size_t>(found - overloads.begin());
 }
 
-}
 }

@@ -13,8 +13,7 @@
 #include <string_view>
 #include <vector>
 
-namespace mathexpr {
-namespace editor {
+namespace mathexpr::editor {
 
 /// One overload that an expression can call. All of its parameters take the same kind.
 struct FunctionFacts
@@ -43,5 +42,4 @@ std::vector<const FunctionFacts*> overloadsOf(std::wstring_view symbol);
 /// @param overloads  not empty
 std::size_t overloadWith(const std::vector<const FunctionFacts*>& overloads, std::uint32_t argument) noexcept;
 
-}
 }

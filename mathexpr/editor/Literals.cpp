@@ -43,10 +43,7 @@ public:
 private:
     const TextToken& token(std::size_t at) const { return tokens[order[at]]; }
 
-    bool is(std::size_t at, std::wstring_view text) const
-    {
-        return at < order.size() && reading.textOf(token(at)) == text;
-    }
+    bool is(std::size_t at, std::wstring_view text) const { return reading.textOf(token(at)) == text; }
 
     bool isSign(std::size_t at) const { return is(at, L"-") && (at == 0 || expectsOperand(reading, token(at - 1))); }
 
@@ -101,8 +98,8 @@ private:
     std::size_t endOfNumber(std::size_t at) const
     {
         const std::size_t number = is(at, L"-") ? at + 1 : at;
-        // A bracket is open, so that its partner follows a number.
-        return number < order.size() && token(number).kind == TokenKind::Number ? number + 1 : 0;
+        // Behind a number stands at least the bracket that closes the point.
+        return token(number).kind == TokenKind::Number ? number + 1 : 0;
     }
 
     void addPoint(std::size_t at)

@@ -7,8 +7,7 @@
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/editor/FunctionFacts.h"
 
-namespace mathexpr {
-namespace editor {
+namespace mathexpr::editor {
 
 std::vector<OpenBracket> openBracketsAt(const TextReading& reading, std::uint32_t cursor)
 {
@@ -70,5 +69,4 @@ std::wstring closingOf(const std::vector<OpenBracket>& open)
     return closing;
 }
 
-}
 }

@@ -10,8 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace mathexpr {
-namespace editor {
+namespace mathexpr::editor {
 
 struct OpenBracket
 {
@@ -26,5 +25,4 @@ std::vector<OpenBracket> openBracketsAt(const TextReading& reading, std::uint32_
 /// The missing arguments of what is open, and the brackets.
 std::wstring closingOf(const std::vector<OpenBracket>& open);
 
-}
 }

@@ -77,7 +77,7 @@ std::size_t firstReadOtherwise(const MathExpression& expression, const RenamedTe
     std::size_t index = 0;
     for (const TextToken& token : reading.tokens())
     {
-        if (index != text.starts.size() && token.start <= text.starts[index] && text.starts[index] < endOf(token))
+        if (index != text.starts.size() && text.starts[index] < endOf(token))
         {
             if (!isUse(reading, token, newName))
             {

@@ -14,8 +14,7 @@
 #include <string_view>
 #include <vector>
 
-namespace mathexpr {
-namespace editor {
+namespace mathexpr::editor {
 
 class TextReading
 {
@@ -62,5 +61,4 @@ std::vector<std::size_t> withoutBlanks(const std::vector<TextToken>& tokens);
 /// @param reading, before  the token before the place; at the beginning there is none
 bool expectsOperand(const TextReading& reading, const TextToken& before);
 
-}
 }

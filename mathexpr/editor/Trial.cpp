@@ -14,8 +14,7 @@
 
 #include <algorithm>
 
-namespace mathexpr {
-namespace editor {
+namespace mathexpr::editor {
 namespace {
 
 constexpr ProcessMessageDisplay noDisplay{[](void*, std::uint32_t, const wchar_t*) {}, nullptr};
@@ -141,5 +140,4 @@ const wchar_t* Trial::getName(std::uint32_t index) const
     return offeredIndex < names.hostNames().size() ? names.hostNames()[offeredIndex].c_str() : nullptr;
 }
 
-}
 }

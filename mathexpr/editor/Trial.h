@@ -17,8 +17,7 @@
 #include <optional>
 #include <string>
 
-namespace mathexpr {
-namespace editor {
+namespace mathexpr::editor {
 
 class Trial final : private IMathExprService, private IMathExprNameSource
 {
@@ -48,8 +47,8 @@ public:
     ExpressionDiagnostic diagnostic() const;
 
     /// Names that stand for any number and any point; no keyboard has them.
-    static constexpr const wchar_t* anyNumber = L"\uE000n";
-    static constexpr const wchar_t* anyPoint = L"\uE000p";
+    static constexpr const wchar_t* anyNumber = L"\uE000";
+    static constexpr const wchar_t* anyPoint = L"\uE001";
 
 private:
     template <class Work>
@@ -67,5 +66,4 @@ private:
     mutable bool hasStandIns = false;  // the text names something whose value is not known
 };
 
-}
 }

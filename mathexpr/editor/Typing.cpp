@@ -32,20 +32,22 @@ bool isAtTheEnd(const ExpressionDiagnostic& failure, std::wstring_view typed)
     case ParsingError::NoExpression:
         return true;
     default:
-        return failure.length != 0 &&
-               typed.find_first_not_of(L' ', std::size_t{failure.start} + failure.length) == std::wstring_view::npos;
+        return typed.find_first_not_of(L' ', std::size_t{failure.start} + failure.length) == std::wstring_view::npos;
     }
 }
 
 /// Whether a name that may stand there begins with the last word.
 bool isBeginningOfName(const MathExpression& expression, const TextReading& reading)
 {
-    const TextToken& last = reading.tokens().back();
-    const std::wstring word = reading.textOf(last);
+    const std::wstring typed(reading.typed());
     const std::vector<CompletionItem> completions =
-        getCompletions(expression, std::wstring(reading.typed()).c_str(), endOf(last));
+        getCompletions(expression, typed.c_str(), static_cast<std::uint32_t>(typed.size()));
     return std::any_of(completions.begin(), completions.end(), [&](const CompletionItem& item) {
-        return item.edit.span.start == last.start && std::wstring_view(item.name).substr(0, word.size()) == word;
+        TextToken word;
+        word.start = item.edit.span.start;
+        word.length = item.edit.span.length;
+        const std::wstring typedName = reading.textOf(word);
+        return std::wstring_view(item.name).substr(0, typedName.size()) == typedName;
     });
 }
 

@@ -7,8 +7,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace mathexpr {
-namespace editor {
+namespace mathexpr::editor {
 namespace {
 
 struct UnitName
@@ -83,5 +82,4 @@ std::wstring_view unitOfResult(std::wstring_view function) noexcept
     return middle == std::wstring_view::npos ? degreeIf(giveAngles, function) : nameOfUnit(function.substr(middle + 1));
 }
 
-}
 }

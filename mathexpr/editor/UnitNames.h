@@ -6,8 +6,7 @@
 
 #include <string_view>
 
-namespace mathexpr {
-namespace editor {
+namespace mathexpr::editor {
 
 /// The unit of a function's argument, such as "inch" of "i2mm" and "degree" of "sin"; empty where it has none.
 std::wstring_view unitOfArgument(std::wstring_view function) noexcept;
@@ -15,5 +14,4 @@ std::wstring_view unitOfArgument(std::wstring_view function) noexcept;
 /// The unit of its result.
 std::wstring_view unitOfResult(std::wstring_view function) noexcept;
 
-}
 }

@@ -159,6 +159,8 @@ void test_editor_help(void)
     signature16.size = sizeof(signature16);
     CHECK_OK(mathexpr_get_signature_utf16(expression, wide("sin("), ZT, 99, &signature16));
     CHECK_TEXT16(signature16.unit, "degree");
+    CHECK_OK(mathexpr_get_signature_utf16(expression, wide("sin("), ZT, 0, &signature16));
+    CHECK_TEXT16(signature16.unit, "");
 
     memset(&hover, 0xEE, sizeof(hover));
     hover.size = sizeof(hover);
@@ -191,7 +193,7 @@ void test_editor_help(void)
 void test_editor_completion(void)
 {
     static const char* const recent[] = {"sqrt"};
-    static const char* const bad[] = {"\xFF"};
+    static const char* const bad[] = {"\xFF", "x"};
     static const mathexpr_char16 text16[] = {0xD83D, 0xDE00, '=', 'w', 0};
     mathexpr_expression* const expression = plain();
     mathexpr_completion_options_utf8 options = {sizeof(options), 1, recent, 1};
@@ -229,6 +231,7 @@ void test_editor_completion(void)
     options.recent = NULL;
     CHECK_STATUS(mathexpr_get_completions_utf8(expression, "w", ZT, 1, &options, &completions), MATHEXPR_NULL_ARGUMENT);
     options.recent = bad;
+    options.recent_count = 2;
     CHECK_STATUS(mathexpr_get_completions_utf8(expression, "w", ZT, 1, &options, &completions), MATHEXPR_BAD_UTF8);
     options.size = 0;
     CHECK_STATUS(mathexpr_get_completions_utf8(expression, "w", ZT, 1, &options, &completions), MATHEXPR_BAD_SIZE);

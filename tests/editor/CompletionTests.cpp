@@ -34,6 +34,10 @@ public:
         {
             return {ValueKind::Point, L"corner of the inch plate", {}};
         }
+        if (wanted == L"depth")
+        {
+            return {ValueKind::Either, {}, {}};
+        }
         if (wanted == L"circular")
         {
             return {ValueKind::Number, {}, L"depends on this one"};
@@ -148,8 +152,10 @@ TEST_F(Completing, MatchesBeginningsThenWordsThenUnits)
     EXPECT_EQ(first(L"WI|"), L"width<>");
     EXPECT_EQ(first(L"s|"), L"sin(<2>)");
     EXPECT_EQ(first(L"siz|"), L"size<>");
+    EXPECT_EQ(first(L"(siz|"), L"(size<>");
     mathexpr::setVariable(edited.expression, L"outer_Wall", number(1));
     mathexpr::setVariable(edited.expression, L"innerWall", number(1));
+    mathexpr::setVariable(edited.expression, L"floor2floor", number(1));  // no conversion
     EXPECT_EQ(names(L"wal|"), (std::set<std::wstring>{L"outer_Wall", L"innerWall"}));
 }
 
@@ -178,6 +184,7 @@ TEST_F(Completing, KnowsWhatTheHostSaysOfItsNames)
     EXPECT_EQ(items(L"corn|", options).front().valueKind, ValueKind::Point);
     EXPECT_EQ(items(L"corn|", options).front().description, L"corner of the inch plate");
     EXPECT_TRUE(items(L"sin(corn|", options).empty());
+    EXPECT_EQ(items(L"dep|", options).front().valueKind, ValueKind::Either);
     EXPECT_EQ(items(L"plat|", options).front().name, L"corner");
     EXPECT_EQ(items(L"circ|", options).back().unavailable, L"depends on this one");
     EXPECT_EQ(items(L"circ|", options).back().name, L"circular");
@@ -186,12 +193,50 @@ TEST_F(Completing, KnowsWhatTheHostSaysOfItsNames)
     EXPECT_EQ(items(L"dep|").front().kind, TokenKind::HostName);
 }
 
+class OddNames final : public mathexpr::IMathExprNameSource
+{
+public:
+    const wchar_t* getName(std::uint32_t index) const override
+    {
+        constexpr const wchar_t* names[] = {L"twice", L"twice", L"", L"pi", L"1", L"t b", L"t[", L"t+"};
+        return index < std::size(names) ? names[index] : nullptr;
+    }
+};
+
+TEST_F(Completing, OffersOnlyNamesThatATextCanHold)
+{
+    const OddNames odd;
+    mathexpr::setNameSource(edited.expression, &odd);
+    const std::vector<CompletionItem> offered = items(L"tw|");
+    EXPECT_EQ(std::count_if(offered.begin(), offered.end(),
+                            [](const CompletionItem& item) { return item.kind == TokenKind::HostName; }),
+              1);
+    EXPECT_EQ(items(L"pi|").front().kind, TokenKind::Constant);
+    EXPECT_FALSE(names(L"|").count(L""));
+    EXPECT_FALSE(names(L"|").count(L"1"));
+    EXPECT_FALSE(names(L"|").count(L"t b"));
+    EXPECT_FALSE(names(L"|").count(L"t["));
+    EXPECT_FALSE(names(L"|").count(L"t+"));
+}
+
+TEST_F(Completing, PutsACallAroundTheWordBehind)
+{
+    for (const CompletionItem& item : items(L"1+| origin*2"))
+    {
+        EXPECT_EQ(item.edit.replacement, item.name + L'(');
+        EXPECT_EQ(item.selection.length, 0U);
+    }
+    EXPECT_TRUE(names(L"1+| origin*2").count(L"sin"));
+}
+
 TEST_F(Completing, KeepsTheLimits)
 {
     mathexpr::setLimits(edited.expression, {6, 0, 0});
     EXPECT_EQ(names(L"2*wi|"), std::set<std::wstring>{});
     EXPECT_EQ(names(L"2*si|"), std::set<std::wstring>{L"size"});
     EXPECT_EQ(names(L"2*si|xxxxxxxx"), std::set<std::wstring>{});
+    mathexpr::setLimits(edited.expression, {10, 0, 0});
+    EXPECT_EQ(names(L"2*m2m|"), (std::set<std::wstring>{L"m2m", L"m2mm"}));  // "2*m2mile(2)" has eleven characters
     mathexpr::setLimits(edited.expression, {0, 3, 0});
     EXPECT_EQ(names(L"1+wid|"), std::set<std::wstring>{L"width"});
     EXPECT_EQ(names(L"1+2+wid|"), std::set<std::wstring>{});

@@ -82,6 +82,9 @@ TEST(TypingDiagnostics, AskTheHostOnlyWhenTheyMay)
 
 TEST_F(Typing, KeepsTheLimitsAndTheGreatestInteger)
 {
+    mathexpr::setLimits(edited.expression, {1, 0, 0});
+    EXPECT_EQ(state(L""), TypingState::Unfinished);
+    EXPECT_EQ(state(L"-"), TypingState::Wrong);  // there is no room for what would have to follow
     mathexpr::setLimits(edited.expression, {10, 3, 1});
     EXPECT_EQ(mathexpr::diagnoseText(edited.expression, L"1+2+3+4+5+6").failure.code,
               mathexpr::ParsingError::TextTooLong);

@@ -6,6 +6,7 @@
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
+#include "mathexpr/EditorServices.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/MessageDisplay.h"
@@ -182,6 +183,33 @@ TEST(Threads, WorkOnObjectsOfTheirOwn)
         thread.join();
     }
     mathexpr::setMessageDisplay(previous);
+    EXPECT_EQ(nbWrong, 0);
+}
+
+/// The first of them makes what the process keeps for all.
+TEST(Threads, EditTextsOfTheirOwn)
+{
+    std::atomic<int> nbWrong = 0;
+    std::vector<std::thread> threads;
+    for (int number = 1; number <= nbThreads; ++number)
+    {
+        threads.emplace_back([&nbWrong] {
+            const MathExpression expression(true, nullptr);
+            for (int time = 0; time < 20; ++time)
+            {
+                const bool isRight =
+                    mathexpr::getTokens(expression, L"1+sin(30").size() == 5 &&
+                    mathexpr::getCompletions(expression, L"2*sqr", 5).size() == 2 &&
+                    mathexpr::getSignature(expression, L"sin(", 4).unit == L"degree" &&
+                    mathexpr::diagnoseText(expression, L"1+").state == mathexpr::TypingState::Unfinished;
+                nbWrong += isRight ? 0 : 1;
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+    {
+        thread.join();
+    }
     EXPECT_EQ(nbWrong, 0);
 }
 
