@@ -6,6 +6,8 @@
 import gc
 import inspect
 import pickle
+import subprocess
+import sys
 import threading
 import weakref
 from fractions import Fraction
@@ -302,3 +304,36 @@ def test_a_keyword_that_the_text_does_not_read():
     with pytest.raises(TypeError, match="did you mean 'height'"):
         expression(heigth=50)
     assert expression() == 2 and expression(HEIGHT=50) == 100
+
+
+FORKS = """
+import os, threading
+import mathexpr, numpy as np
+
+curve = mathexpr.function("sin(x)^2+k", "x", "k")
+xs = np.linspace(0, 90, 50_000)
+expected = curve(xs, 1).tobytes()
+done = threading.Event()
+
+def work():
+    while not done.is_set():
+        curve(xs, 2)
+
+threads = [threading.Thread(target=work) for _ in range(3)]
+for thread in threads:
+    thread.start()
+for _ in range(5):
+    child = os.fork()
+    if child == 0:
+        os._exit(0 if curve(xs, 1).tobytes() == expected and curve(xs, 1, threads=2).tobytes() == expected else 1)
+    assert os.waitstatus_to_exitcode(os.waitpid(child, 0)[1]) == 0
+done.set()
+for thread in threads:
+    thread.join()
+print("done")
+"""
+
+
+def test_a_fork_while_other_threads_compute():
+    done = subprocess.run([sys.executable, "-c", FORKS], capture_output=True, text=True, timeout=300, check=False)
+    assert done.stdout == "done\n", done.stderr
