@@ -63,10 +63,6 @@ Message::Id attempt(Evaluation evaluate)
 
 MTProgramCopy::MTProgramCopy(const MTParserProgram& program) : steps(program.steps), originals(placesOf(program))
 {
-    const auto indexOf = [&](const VALTYPE* place) {
-        return static_cast<std::size_t>(std::lower_bound(originals.begin(), originals.end(), place, std::less<>()) -
-                                        originals.begin());
-    };
     slots.resize(originals.size());
     for (const VALTYPE* place : originals)
     {
@@ -90,14 +86,19 @@ MTProgramCopy::MTProgramCopy(const MTParserProgram& program) : steps(program.ste
     refresh();
 }
 
+std::size_t MTProgramCopy::indexOf(const VALTYPE* place) const noexcept
+{
+    const auto found = std::lower_bound(originals.begin(), originals.end(), place, std::less<>());
+    return static_cast<std::size_t>(found - originals.begin());
+}
+
 VALTYPE* MTProgramCopy::addInput(const VALTYPE& variable)
 {
-    const auto found = std::lower_bound(originals.begin(), originals.end(), &variable, std::less<>());
-    if (found == originals.end() || *found != &variable)
+    if (!std::binary_search(originals.begin(), originals.end(), &variable, std::less<>()))
     {
         return nullptr;
     }
-    const auto index = static_cast<std::size_t>(found - originals.begin());
+    const std::size_t index = indexOf(&variable);
     fresh[index] = slots[index] = VALTYPE{};
     return &slots[index];
 }

@@ -8,6 +8,7 @@
 
 #include "MTParserLib/program/MTParserProgram.h"
 
+#include <cstddef>
 #include <vector>
 
 class MTProgramCopy
@@ -38,7 +39,8 @@ public:
     bool settleKinds();
 
 private:
-    class Relocation;
+    /// Which place of the copy stands for one of the program.
+    std::size_t indexOf(const VALTYPE* place) const noexcept;
 
     std::vector<MTProgramStep> steps;
     std::vector<const VALTYPE*> originals;  // by index of the place that stands for each, in ascending order
