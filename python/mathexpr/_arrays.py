@@ -381,7 +381,8 @@ class _Run:
         for input, column in zip(self._inputs, columns):
             if input.array is None or not np.may_share_memory(column, out):
                 continue
-            if column.ndim == out.ndim == 1 and _address(column) == _address(out) and column.strides == out.strides:
+            same = column.shape == out.shape == self._rows and column.strides == out.strides
+            if same and _address(column) == _address(out):
                 continue
             if self._overlaps(column, out):
                 raise ValueError(f"out overlaps {input.what} in another way than row by row")

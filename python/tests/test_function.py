@@ -97,6 +97,10 @@ def test_the_results_go_where_they_should(area):
     assert backwards.T.tolist() == [[3, 2, 1], [6, 4, 2]]
     values = XS.copy()
     assert area(values, 2, out=values) is values and values.tolist() == [2, 4, 6]
+    table = np.arange(6.0).reshape(2, 3)
+    assert area(table, 2, out=table) is table and table.tolist() == [[0, 2, 4], [6, 8, 10]]
+    with pytest.raises(ValueError, match="out overlaps the argument 'w'"):
+        area(table[:, ::-1], 2, out=table)
 
 
 def test_where(area):
