@@ -18,6 +18,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 from pathlib import Path
 
@@ -59,17 +60,33 @@ def write_table(path, rows):
             file.write(",".join(f"{source.uniform(1, 1000):.6g}" for _ in range(6)) + "\n")
 
 
+def watch_memory(running, highest):
+    """Keeps the most memory in KB that the program has had so far, until it ends."""
+    status = Path("/proc", str(running.pid), "status")
+    while running.returncode is None:
+        try:
+            for line in status.read_text(encoding="ascii").splitlines():
+                if line.startswith("VmHWM:"):
+                    highest[0] = max(highest[0], int(line.split()[1]))
+        except OSError:
+            return
+        time.sleep(0.02)
+
+
 def run(command, output):
-    """The time in seconds, and the largest memory in MB."""
+    """The time in seconds, and the most memory in MB."""
+    highest = [0]
     with open(output, "wb") as file:
         begin = time.perf_counter()
         with subprocess.Popen(command, stdout=file, env={**os.environ, "LC_ALL": "C"}) as running:
-            _, status, usage = os.wait4(running.pid, 0)
-            running.returncode = os.waitstatus_to_exitcode(status)
-        taken = time.perf_counter() - begin
+            watcher = threading.Thread(target=watch_memory, args=(running, highest))
+            watcher.start()
+            running.wait()
+            taken = time.perf_counter() - begin
+            watcher.join()
     if running.returncode != 0:
         raise RuntimeError(f"{command[0]} ended with {running.returncode}")
-    return taken, usage.ru_maxrss / 1024
+    return taken, highest[0] / 1024
 
 
 def sum_of(output):

@@ -423,9 +423,17 @@ private:
     void computeRows()
     {
         std::vector<std::thread> threads;
-        for (std::size_t index = 1; index < workers.size(); ++index)
+        threads.reserve(workers.size());
+        try
         {
-            threads.emplace_back([this, index] { work(workers[index]); });
+            for (std::size_t index = 1; index < workers.size(); ++index)
+            {
+                threads.emplace_back([this, index] { work(workers[index]); });
+            }
+        }
+        catch (const std::system_error&)
+        {
+            // The system starts no more threads: those that it has started do the work.
         }
         work(workers.front());
         for (std::thread& thread : threads)
@@ -443,7 +451,7 @@ private:
     }
 
     /// Takes block after block, and writes each when its turn comes.
-    void work(TableWorker& worker)
+    void work(TableWorker& worker) noexcept
     {
         TableBlock block;
         while (const std::optional<std::uint64_t> turn = takeBlock(block))
@@ -470,8 +478,7 @@ private:
             }
             catch (...)
             {
-                failure = failure ? failure : std::current_exception();
-                stopped = true;
+                stopWith(std::current_exception());
             }
             ++turnsDone;
             turnCame.notify_all();
@@ -486,8 +493,24 @@ private:
         {
             return std::nullopt;
         }
-        ending = blocks.next(block);
+        try
+        {
+            ending = blocks.next(block);
+        }
+        catch (...)
+        {
+            const std::lock_guard outputLock(outputMutex);
+            stopWith(std::current_exception());
+            return std::nullopt;
+        }
         return ending == TableBlocks::Outcome::Block ? std::optional(turnsTaken++) : std::nullopt;
+    }
+
+    /// Ends the work on all threads; outputMutex is held.
+    void stopWith(std::exception_ptr caught) noexcept
+    {
+        failure = failure ? failure : std::move(caught);
+        stopped = true;
     }
 
     /// After the last row that could be read.
