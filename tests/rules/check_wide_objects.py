@@ -16,16 +16,18 @@ import subprocess
 import sys
 
 OWN = re.compile(r"avx\w+Tiles\Z")
-SHOWN = re.compile(r"[A-Zuvwi]\Z")  # nm's letters for what other files see
+CODE = re.compile(r"[TWi]\Z")  # nm's letters for functions that other files see
+COMPILER = re.compile(r"__")  # begins the names of what sanitizers and profiles add
 INITIALISER = re.compile(r"_GLOBAL__sub_I|__cxx_global_var_init")
 LEAVING = re.compile(r"_GLOBAL__N_1L?(?:3run|4call)E")
+CLEANING = re.compile(r"vzeroupper|leaveWideRegisters")  # by itself, or in a build that puts nothing inline
 
 
 def dirty(disassembly):
     """The functions that lead out of the kernels and leave the registers as they are."""
     for function in disassembly.split("\n\n"):
         name = re.search(r"<(\S+)>:", function)
-        if name and LEAVING.search(name.group(1)) and "vzeroupper" not in function:
+        if name and LEAVING.search(name.group(1)) and not CLEANING.search(function):
             yield f"{name.group(1)}: leaves the upper halves of the registers in use"
 
 
@@ -35,7 +37,7 @@ def faults(symbols, lanes):
         *_, kind, name = line.split()
         if INITIALISER.search(name):
             yield f"{name}: runs when the library is loaded"
-        elif SHOWN.match(kind) and not OWN.match(name) and vector not in name:
+        elif CODE.match(kind) and not COMPILER.match(name) and vector not in name:
             yield f"{name}: could take the place of the baseline's"
 
 
