@@ -8,9 +8,6 @@
 
 #include <stddef.h>
 
-void test_numbers(void);
-void test_layouts(void);
-
 void test_numbers(void)
 {
     CHECK_EQUAL(MATHEXPR_OK, 0);

@@ -6,12 +6,6 @@
 
 #include <string.h>
 
-void test_bulk(void);
-void test_bulk_points(void);
-void test_bulk_failed_rows(void);
-void test_bulk_refused(void);
-void test_bulk_leaves_the_expression(void);
-
 enum
 {
     NB_ROWS = 1000

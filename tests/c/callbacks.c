@@ -7,16 +7,6 @@
 
 #include <string.h>
 
-void test_lookup(void);
-void test_lookup_utf16(void);
-void test_refused_lookup(void);
-void test_messages(void);
-void test_messages_utf16(void);
-void test_offered_names(void);
-void test_exceptions(void);
-void test_calls_from_within(void);
-void test_nested_messages(void);
-
 /* A host that answers one value for every name, and notes what it was asked. */
 struct host
 {
@@ -474,18 +464,26 @@ void test_calls_from_within(void)
     CHECK_EQUAL(meddled_count, 2);
     CHECK_OK(mathexpr_destroy(expression));
 
-    options.kind = MATHEXPR_CALCULATOR;
     options.lookup = NULL;
+    CHECK_OK(mathexpr_create_utf8(&options, &expression));
+    CHECK_OK(mathexpr_set_variable_utf8(expression, "a", ZT, &four, NULL));
+    CHECK_STATUS(mathexpr_set_expression_utf8(expression, "1+unk", ZT), MATHEXPR_PARSING_ERROR);
+    CHECK_EQUAL(meddled_count, 3);
+    diagnostic.size = sizeof(diagnostic);
+    CHECK_OK(mathexpr_get_diagnostic_utf8(expression, &diagnostic));
+    CHECK_EQUAL(meddled_count, 4);
+    CHECK_OK(mathexpr_destroy(expression));
+
+    options.kind = MATHEXPR_CALCULATOR;
     options.context = &asked;
     CHECK_OK(mathexpr_create_utf8(&options, &expression));
     CHECK_OK(mathexpr_set_variable_utf8(expression, "a", ZT, &four, NULL));
     CHECK_OK(mathexpr_copy(expression, &copy));
     asked = copy; /* a copy is as busy as its source */
     CHECK_STATUS(mathexpr_calculate_utf8(expression, "1+unk", ZT, 10, &value), MATHEXPR_PARSING_ERROR);
-    CHECK_EQUAL(meddled_count, 3);
-    diagnostic.size = sizeof(diagnostic);
+    CHECK_EQUAL(meddled_count, 5);
     CHECK_OK(mathexpr_get_diagnostic_utf8(expression, &diagnostic));
-    CHECK_EQUAL(meddled_count, 4);
+    CHECK_EQUAL(meddled_count, 6);
     CHECK_OK(mathexpr_destroy(copy));
     CHECK_OK(mathexpr_destroy(expression));
 }

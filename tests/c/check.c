@@ -128,10 +128,6 @@ void skip(const char* why)
     longjmp(after_test, 1);
 }
 
-#define TEST_CASE(name) void test_##name(void);
-#include "tests/c/cases.def"
-#undef TEST_CASE
-
 static const struct
 {
     const char* name;

@@ -43,3 +43,8 @@ mathexpr_expression* plain(void);
 
 /** Ends a test that says nothing in this build. */
 void skip(const char* why);
+
+/* The tests. One that is not in the list is no prototype's function, which the compiler refuses. */
+#define TEST_CASE(name) void test_##name(void);
+#include "tests/c/cases.def"
+#undef TEST_CASE

@@ -6,13 +6,6 @@
 
 #include <string.h>
 
-void test_diagnostic_record(void);
-void test_diagnostic_correction(void);
-void test_diagnostic_positions(void);
-void test_diagnostic_lifetime(void);
-void test_diagnostic_suggestions(void);
-void test_diagnostic_of_definition(void);
-
 static mathexpr_diagnostic_utf8 diagnostic8(mathexpr_expression* expression)
 {
     mathexpr_diagnostic_utf8 diagnostic;

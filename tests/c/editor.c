@@ -6,14 +6,6 @@
 
 #include <string.h>
 
-void test_editor_tokens(void);
-void test_editor_edits(void);
-void test_editor_help(void);
-void test_editor_completion(void);
-void test_editor_empty_answers(void);
-void test_editor_refuses(void);
-void test_editor_host(void);
-
 /* Two bytes or one unit, and four bytes or two units. */
 #define UMLAUT "\xC3\xA4"
 #define SMILE "\xF0\x9F\x98\x80"

@@ -6,15 +6,6 @@
 
 #include <string.h>
 
-void test_creation(void);
-void test_evaluation(void);
-void test_failed_evaluation(void);
-void test_repeated_evaluation(void);
-void test_assignment(void);
-void test_calculator(void);
-void test_copies(void);
-void test_limits(void);
-
 /* Counts messages, so that none reaches the tester. */
 static void count_message(void* context, uint32_t id, const char* text, size_t length)
 {
@@ -189,6 +180,39 @@ void test_repeated_evaluation(void)
     CHECK_OK(mathexpr_set_expression_utf8(expression, "w*2", ZT));
     check_thrice(expression, number(16), MATHEXPR_OK, 32);
     check_thrice(expression, point(1, 2, 3), MATHEXPR_OK, 2);
+    CHECK_OK(mathexpr_destroy(expression));
+}
+
+/* The same, written in place: nothing tells the library that the value has changed. */
+void test_repeated_evaluation_in_place(void)
+{
+    mathexpr_expression* const expression = plain();
+    mathexpr_diagnostic_utf8 diagnostic = {0};
+    mathexpr_value* w = NULL;
+    mathexpr_value value = number(77);
+    const mathexpr_value four = number(4);
+    diagnostic.size = sizeof(diagnostic);
+    CHECK_OK(mathexpr_set_variable_utf8(expression, "w", ZT, &four, NULL));
+    CHECK_OK(mathexpr_get_variable_address_utf8(expression, "w", ZT, &w));
+    CHECK_OK(mathexpr_set_expression_utf8(expression, "1+sqrt(w)", ZT));
+    check_thrice(expression, four, MATHEXPR_OK, 3);
+    *w = number(-1);
+    CHECK_STATUS(mathexpr_evaluate(expression, &value), MATHEXPR_REFUSED);
+    CHECK_NUMBER(value.x, 77.0);
+    CHECK_OK(mathexpr_get_diagnostic_utf8(expression, &diagnostic));
+    CHECK_EQUAL(diagnostic.message, 12);
+    CHECK_EQUAL(diagnostic.start, 2);
+    check_thrice(expression, number(16), MATHEXPR_OK, 5);
+    *w = point(1, 2, 3);
+    CHECK_STATUS(mathexpr_evaluate(expression, &value), MATHEXPR_PARSING_ERROR);
+    CHECK_NUMBER(value.x, 77.0);
+
+    CHECK_OK(mathexpr_set_expression_utf8(expression, "w*2", ZT));
+    check_thrice(expression, number(16), MATHEXPR_OK, 32);
+    *w = point(1, 2, 3);
+    CHECK_OK(mathexpr_evaluate(expression, &value));
+    CHECK_EQUAL(value.type, MATHEXPR_POINT);
+    CHECK_NUMBER(value.z, 6.0);
     CHECK_OK(mathexpr_destroy(expression));
 }
 

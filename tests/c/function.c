@@ -4,14 +4,6 @@
 /* function.c - texts as functions of numbers, by position. */
 #include "tests/c/check.h"
 
-void test_function(void);
-void test_function_calls_are_fresh(void);
-void test_function_refuses(void);
-void test_function_utf16(void);
-void test_function_copies(void);
-void test_function_null(void);
-void test_function_stale(void);
-
 static void set(mathexpr_expression* expression, const char* name, double x)
 {
     const mathexpr_value value = number(x);

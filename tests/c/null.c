@@ -4,9 +4,6 @@
 /* null.c - NULL for every pointer that is needed: its own status, and nothing written. */
 #include "tests/c/check.h"
 
-void test_null_expression(void);
-void test_null_arguments(void);
-
 #define REFUSES(call) CHECK_STATUS(call, MATHEXPR_NULL_ARGUMENT)
 
 void test_null_expression(void)

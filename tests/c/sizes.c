@@ -7,12 +7,6 @@
 #include <stddef.h>
 #include <string.h>
 
-void test_options_of_other_sizes(void);
-void test_read_structures_of_other_sizes(void);
-void test_written_structures_of_other_sizes(void);
-void test_columns_of_other_sizes(void);
-void test_impossible_sizes(void);
-
 static int shown_count = 0;
 
 static void count(void* context, uint32_t id, const char* text, size_t length)

@@ -4,10 +4,6 @@
 /* stale.c - handles that were destroyed or never made, in libraries that recognise them. */
 #include "tests/c/check.h"
 
-void test_checks_handles(void);
-void test_stale_handles(void);
-void test_stale_handles_stay_stale(void);
-
 #define REFUSES(call) CHECK_STATUS(call, MATHEXPR_STALE_HANDLE)
 
 void test_checks_handles(void)

@@ -4,10 +4,6 @@
 /* text.c - which texts the library takes, and where it finds fault with the others. */
 #include "tests/c/check.h"
 
-void test_utf8(void);
-void test_utf16(void);
-void test_refused_text_changes_nothing(void);
-
 enum
 {
     UNTOUCHED = 1234

@@ -8,10 +8,6 @@
 
 #include <string.h>
 
-void test_value_text(void);
-void test_value_text_buffers(void);
-void test_value_text_refused(void);
-
 static void check_value(mathexpr_value value, uint32_t digits, const char* expected)
 {
     char text[MATHEXPR_VALUE_TEXT_CAPACITY];

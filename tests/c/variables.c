@@ -6,12 +6,6 @@
 
 #include <string.h>
 
-void test_names(void);
-void test_variables(void);
-void test_variables_utf16(void);
-void test_refused_names(void);
-void test_addresses(void);
-
 #define UMLAUT "\xC3\xA4"
 
 static mathexpr_names_utf8 names8(mathexpr_expression* expression, uint32_t which)

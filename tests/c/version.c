@@ -6,9 +6,6 @@
 
 #include <string.h>
 
-void test_version(void);
-void test_status_text(void);
-
 void test_version(void)
 {
     CHECK_TEXT(mathexpr_version_text(), EXPECTED_VERSION);

@@ -6,8 +6,6 @@
 
 #include <string.h>
 
-void test_vocabulary(void);
-
 void test_vocabulary(void)
 {
     mathexpr_vocabulary_item_utf8 item = {0};

@@ -177,6 +177,24 @@ TEST(BoundFunction, ComputesWhatAFreshSessionDoes)
     EXPECT_GT(nbRefused, count);
 }
 
+// Scalar code has an upper bound on its steps; beyond it the program itself runs.
+TEST(BoundFunction, ComputesTextsOfAnyLength)
+{
+    std::wstring text = L"a";
+    for (int term = 0; term < 5000; ++term)
+    {
+        text += L"+b";
+    }
+    const Bound bound(text);
+    for (const double b : {2.0, 3.0})
+    {
+        const std::array<double, 3> arguments = {0.5, b, 0.0};
+        double result = 0.0;
+        ASSERT_TRUE(bound.function->call(arguments.data(), result));
+        EXPECT_EQ(result, 0.5 + 5000 * b);
+    }
+}
+
 // A host may have chosen another rounding direction.
 TEST(BoundFunction, ComputesWithTheLibrarysFloatingPointWords)
 {
