@@ -40,6 +40,8 @@ struct MTProgramStep
     std::uint32_t position;  ///< In the rewritten text, for error reports.
 
     const VALTYPE& operand(std::uint32_t index) const noexcept { return index == 1 ? *second : first[index]; }
+    /// Whether it copies a variable. No item is called without arguments, but for a variable of the host's.
+    bool isCopy() const noexcept { return nbArgs == 0 && first != nullptr; }
     Message::Id evaluate(bool showMessages) const { return kernels->evaluate(*this, showMessages); }
 };
 

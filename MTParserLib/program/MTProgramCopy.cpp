@@ -13,12 +13,6 @@
 
 namespace {
 
-/// Whether a step copies a variable, which is its first operand then.
-bool isCopy(const MTProgramStep& step) noexcept
-{
-    return step.nbArgs == 0 && step.first != nullptr;
-}
-
 /// The places that the steps of a program name, in ascending order.
 std::vector<const VALTYPE*> placesOf(const MTParserProgram& program)
 {
@@ -29,7 +23,7 @@ std::vector<const VALTYPE*> placesOf(const MTParserProgram& program)
         {
             places.push_back(&step.operand(j));
         }
-        if (isCopy(step))
+        if (step.isCopy())
         {
             places.push_back(step.first);
         }
@@ -73,7 +67,7 @@ MTProgramCopy::MTProgramCopy(const MTParserProgram& program) : steps(program.ste
         const std::size_t destination = indexOf(step.destination);
         fresh[destination] = VALTYPE{};
         step.destination = &slots[destination];
-        if (step.nbArgs > 0 || isCopy(step))
+        if (step.nbArgs > 0 || step.isCopy())
         {
             step.first = &slots[indexOf(step.first)];
         }

@@ -28,12 +28,6 @@ constexpr std::size_t mostWaiting = 32;
 /// Where an operand that is not given reads 0.
 constexpr double zero = 0.0;
 
-/// Whether a step copies a variable. No item is called without arguments.
-bool isCopy(const MTProgramStep& step) noexcept
-{
-    return step.nbArgs == 0;
-}
-
 /// Steps that compute the items of a program, without those that move operands; 0 where it has to run itself.
 std::size_t countComputations(const std::vector<MTProgramStep>& program) noexcept
 {
@@ -168,7 +162,7 @@ private:
 
     void addItem(const MTProgramStep& step)
     {
-        if (isCopy(step))
+        if (step.isCopy())
         {
             copies.push_back(&step);
         }
