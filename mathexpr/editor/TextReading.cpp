@@ -11,7 +11,7 @@
 
 #include <algorithm>
 #include <iterator>
-#include <unordered_set>
+#include <set>
 #include <utility>
 
 namespace mathexpr {
@@ -211,10 +211,10 @@ private:
     std::vector<std::size_t> typedIndices;  // of its characters
 
     std::vector<TextToken> tokens;
-    std::vector<std::size_t> open;              // the tokens of open brackets
-    std::unordered_set<std::wstring> answered;  // the host's names that the text has named, folded
-    std::size_t nameBegin = 0;                  // what has been read since then is a name or number
-    bool operatorWaits = false;                 // an operator or a call outside of all brackets
+    std::vector<std::size_t> open;    // the tokens of open brackets
+    std::set<std::wstring> answered;  // the host's names that the text has named, folded
+    std::size_t nameBegin = 0;        // what has been read since then is a name or number
+    bool operatorWaits = false;       // an operator or a call outside of all brackets
 };
 
 }
