@@ -1,12 +1,14 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# The text of mathexpr.h for foreign-function interfaces that read declarations of C without a preprocessor, such as
-# LuaJIT's ffi.cdef and cffi: ForeignFunctions.cmake -D HEADER=... -D CDEF=...
+# The text of mathexpr.h and mathexpr_editor.h for foreign-function interfaces that read declarations of C without a preprocessor, such as
+# LuaJIT's ffi.cdef and cffi: ForeignFunctions.cmake -D INCLUDE=... -D CDEF=...
 #
-# Of the header it keeps the declarations, and each macro that is a plain number becomes a constant of an enumeration.
+# Of the headers it keeps the declarations, and each macro that is a plain number becomes a constant of an enumeration.
 cmake_minimum_required(VERSION 3.25)
-file(READ ${HEADER} text)
+file(READ ${INCLUDE}/mathexpr.h text)
+file(READ ${INCLUDE}/mathexpr_editor.h editor_text)
+string(APPEND text "${editor_text}")
 string(REGEX REPLACE "//[^\n]*" "" text "${text}")
 string(REGEX REPLACE "#if defined\\(__cplusplus\\).*#else\n(.*)#endif" "\\1" text "${text}")
 string(REGEX REPLACE "#define (MATHEXPR_[A-Z_]+) ([0-9]+)\n" "enum { \\1 = \\2 };\n" text "${text}")

@@ -76,13 +76,14 @@ install(
   DESTINATION ${pkgconfig_folder}
   COMPONENT development)
 
-# The header's declarations for foreign-function interfaces, and the list of what the library is made of.
+# The headers' declarations for foreign-function interfaces, and the list of what the library is made of.
 set(cdef ${PROJECT_BINARY_DIR}/mathexpr.cdef)
 add_custom_command(
   OUTPUT ${cdef}
-  COMMAND ${CMAKE_COMMAND} -D HEADER=${PROJECT_SOURCE_DIR}/include/mathexpr.h -D CDEF=${cdef} -P
+  COMMAND ${CMAKE_COMMAND} -D INCLUDE=${PROJECT_SOURCE_DIR}/include -D CDEF=${cdef} -P
           ${CMAKE_CURRENT_LIST_DIR}/ForeignFunctions.cmake
-  DEPENDS ${PROJECT_SOURCE_DIR}/include/mathexpr.h ${CMAKE_CURRENT_LIST_DIR}/ForeignFunctions.cmake
+  DEPENDS ${PROJECT_SOURCE_DIR}/include/mathexpr.h ${PROJECT_SOURCE_DIR}/include/mathexpr_editor.h
+          ${CMAKE_CURRENT_LIST_DIR}/ForeignFunctions.cmake
   VERBATIM)
 add_custom_target(mathexpr_cdef ALL DEPENDS ${cdef})
 string(TIMESTAMP MATHEXPR_SBOM_TIME "%Y-%m-%dT%H:%M:%SZ" UTC)  # that of SOURCE_DATE_EPOCH, where it is set

@@ -231,6 +231,27 @@ inline Error errorOfText(mathexpr_status status, std::string_view text)
     return {mathexpr_status_text(status), std::move(details)};
 }
 
+inline Error errorOfDiagnostic(const mathexpr_diagnostic_utf8& diagnostic)
+{
+    Error::Details details;
+    details.status = diagnostic.kind == MATHEXPR_KIND_PARSING      ? MATHEXPR_PARSING_ERROR
+                     : diagnostic.kind == MATHEXPR_KIND_DEFINITION ? MATHEXPR_DEFINITION_ERROR
+                                                                   : MATHEXPR_REFUSED;
+    details.start = diagnostic.start;
+    details.length = diagnostic.length;
+    details.code = diagnostic.code;
+    details.expected = diagnostic.expected;
+    details.item.assign(diagnostic.item, diagnostic.item_length);
+    details.suggestions.assign(diagnostic.suggestions, diagnostic.suggestions + diagnostic.suggestion_count);
+    details.hints.assign(diagnostic.hints, diagnostic.hints + diagnostic.hint_count);
+    if (diagnostic.fix_length != 0 || diagnostic.fix_replacement_length != 0)
+    {
+        details.fix = Error::Fix{diagnostic.fix_start, diagnostic.fix_length,
+                                 std::string(diagnostic.fix_replacement, diagnostic.fix_replacement_length)};
+    }
+    return {std::string(diagnostic.text, diagnostic.text_length), std::move(details)};
+}
+
 inline Result<void> resultOf(mathexpr_status status)
 {
     return status == MATHEXPR_OK ? Result<void>() : Result<void>(errorOfStatus(status));
@@ -520,6 +541,7 @@ struct Options
 };
 
 class Expression;
+class Editor;  // of mathexpr_editor.hpp
 
 namespace detail {
 
@@ -582,21 +604,7 @@ public:
         {
             return errorOfStatus(status);
         }
-        Error::Details details;
-        details.status = status;
-        details.start = diagnostic.start;
-        details.length = diagnostic.length;
-        details.code = diagnostic.code;
-        details.expected = diagnostic.expected;
-        details.item.assign(diagnostic.item, diagnostic.item_length);
-        details.suggestions.assign(diagnostic.suggestions, diagnostic.suggestions + diagnostic.suggestion_count);
-        details.hints.assign(diagnostic.hints, diagnostic.hints + diagnostic.hint_count);
-        if (diagnostic.fix_length != 0 || diagnostic.fix_replacement_length != 0)
-        {
-            details.fix = Error::Fix{diagnostic.fix_start, diagnostic.fix_length,
-                                     std::string(diagnostic.fix_replacement, diagnostic.fix_replacement_length)};
-        }
-        return {std::string(diagnostic.text, diagnostic.text_length), std::move(details)};
+        return errorOfDiagnostic(diagnostic);
     }
 
     std::vector<std::string> names(std::uint32_t which) const
@@ -714,6 +722,24 @@ public:
         return handle_;
     }
 
+    /// Keeps what a callable of the host throws from entering the library.
+    template <class Work>
+    static void guarded([[maybe_unused]] Session& session, Work work)
+    {
+#if MATHEXPR_HAS_EXCEPTIONS
+        try
+        {
+            work();
+        }
+        catch (...)
+        {
+            session.thrown_ = std::current_exception();
+        }
+#else
+        work();
+#endif
+    }
+
     std::string text{};       // compiled last, whether or not it compiles
     bool isCompiled = false;  // and whether it did
 
@@ -746,24 +772,6 @@ private:
     static Session& of(void* context) noexcept
     {
         return *static_cast<Session*>(context);
-    }
-
-    /// Keeps what a callable of the host throws from entering the library.
-    template <class Work>
-    static void guarded([[maybe_unused]] Session& session, Work work)
-    {
-#if MATHEXPR_HAS_EXCEPTIONS
-        try
-        {
-            work();
-        }
-        catch (...)
-        {
-            session.thrown_ = std::current_exception();
-        }
-#else
-        work();
-#endif
     }
 
     static std::int32_t lookUp(void* context, const char* name, std::size_t length, mathexpr_value* value)
@@ -1036,6 +1044,7 @@ public:
     }
 
 private:
+    friend class Editor;
     friend class Function;
 
     explicit Expression(std::unique_ptr<detail::Session> session) noexcept : session_(std::move(session)) {}

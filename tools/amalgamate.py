@@ -6,7 +6,7 @@
 
     amalgamate.py ROOT OUT.zip
 
-The zip holds the headers mathexpr.h and, over it, mathexpr.hpp, and mathexpr.cpp: every source of the library's folders,
+The zip holds the headers of HEADERS, and mathexpr.cpp: every source of the library's folders,
 each after the headers that it includes. Nothing is listed here: a source is a .cpp file in one of the folders, and its
 name says whether one system alone has it.
 """
@@ -16,7 +16,7 @@ import zipfile
 from pathlib import Path
 
 FOLDERS = ["platform", "MathExprRes", "MTParserLib", "mathexpr"]
-HEADERS = ["mathexpr.h", "mathexpr.hpp"]
+HEADERS = ["mathexpr.h", "mathexpr_editor.h", "mathexpr.hpp", "mathexpr_editor.hpp"]  # each after those that it includes
 
 # What a source is compiled for, by the end of its name. A DLL's alone are no part of a host's program.
 CONDITIONS = {"Windows.cpp": "defined(_WIN32)", "Posix.cpp": "!defined(_WIN32)"}
@@ -139,17 +139,18 @@ def licence_of(root):
 
 
 def header(root, name):
-    """A header that needs no other file but mathexpr.h, and that stands for the static library by itself."""
-    first = root / "include" / HEADERS[0]
+    """A header that needs no other file but those before it, the first of which stands for the static library."""
     own = root / "include" / name
-    made = Amalgamation(root, {first.resolve()} if own != first else ())
+    before = HEADERS[:HEADERS.index(name)]
+    made = Amalgamation(root, {(root / "include" / other).resolve() for other in before})
     lines = own.read_text(encoding="utf-8").splitlines()
     head = next(number for number, line in enumerate(lines) if not line.startswith("//"))
     made.lines += lines[:head] + ["#pragma once", ""]
-    if own == first:
+    if not before:
         made.lines += ["#if !defined(MATHEXPR_STATIC)", "#define MATHEXPR_STATIC", "#endif", ""]
     else:
-        made.lines += [f'#include "{HEADERS[0]}"', ""]
+        needed = [other for other in INCLUDE.findall("\n".join(lines)) if other in before]
+        made.lines += [f'#include "{other}"' for other in needed] + [""]
     made.included.add(own.resolve())
     made.add_headers(own)
     made.add_lines(own, lines[head:])
@@ -177,14 +178,14 @@ def source(root, included):
 //
 // mathexpr.cpp - the whole library, version {version}, in one file: c++ -c -O2 mathexpr.cpp
 //
-// Made of the library's sources by its tools/amalgamate.py. A program includes mathexpr.h, or mathexpr.hpp in C++.
+// Made of the library's sources by its tools/amalgamate.py. A program includes mathexpr.h, or mathexpr.hpp in C++;
+// for an edit box also mathexpr_editor.h or mathexpr_editor.hpp.
 //
 {licence_of(root)}
 {EXACTNESS}
 {math_begin}
 
-#include "{HEADERS[0]}"
-
+{"".join(f'#include "{name}"' + chr(10) for name in HEADERS if name.endswith(".h"))}
 #if defined(_WIN32)
 #define NOMINMAX
 #define UNICODE

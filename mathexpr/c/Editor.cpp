@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Editor.cpp - the part of mathexpr.h about editor services: positions in units of the encoding, and answers that the
+// Editor.cpp - mathexpr_editor.h: positions in units of the encoding, and answers that the
 // expression keeps.
 #include "mathexpr/EditorServices.h"
 
@@ -12,6 +12,7 @@
 
 #include <deque>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -351,8 +352,16 @@ mathexpr_status getHover(mathexpr_expression* handle, const typename Encoding::U
                            });
 }
 
+/// The options of a completion, in the library's own form.
 template <class Encoding>
-mathexpr_status readOptions(const typename Encoding::CompletionOptions* given, mathexpr::CompletionOptions& own)
+struct TakenOptions
+{
+    mathexpr::CompletionOptions own;
+    std::optional<EncodedNameNotes<Encoding>> notes;  // which own points at
+};
+
+template <class Encoding>
+mathexpr_status takeOptions(const typename Encoding::CompletionOptions* given, TakenOptions<Encoding>& taken)
 {
     typename Encoding::CompletionOptions options{};
     if (given != nullptr && !readStructure(given, options))
@@ -363,7 +372,12 @@ mathexpr_status readOptions(const typename Encoding::CompletionOptions* given, m
     {
         return MATHEXPR_NULL_ARGUMENT;
     }
+    mathexpr::CompletionOptions& own = taken.own;
     own.maxCount = options.max_count == 0 ? own.maxCount : options.max_count;
+    if (options.get_notes != nullptr)
+    {
+        own.notes = &taken.notes.emplace(options.get_notes, options.context);
+    }
     own.recent.resize(options.recent_count);
     mathexpr_status status = MATHEXPR_OK;
     for (std::size_t index = 0; index < options.recent_count && status == MATHEXPR_OK; ++index)
@@ -381,16 +395,17 @@ mathexpr_status getCompletions(mathexpr_expression* handle, const typename Encod
     return serve<Encoding>(
         handle, text, length, completions,
         [=](mathexpr_expression& expression, const std::wstring& typed) -> mathexpr_status {
-            mathexpr::CompletionOptions own;
-            const mathexpr_status status = readOptions<Encoding>(options, own);
+            TakenOptions<Encoding> taken;
+            const mathexpr_status status = takeOptions(options, taken);
             if (status != MATHEXPR_OK)
             {
                 return status;
             }
             auto kept = std::make_shared<KeptAnswer<Encoding, typename Encoding::Completion>>();
             UnitCounter<Encoding> units(typed);
+            const std::uint32_t at = wideCursor<Encoding>(typed, cursor);
             for (mathexpr::CompletionItem& item :
-                 mathexpr::getCompletions(expression.object(), typed.c_str(), wideCursor<Encoding>(typed, cursor), own))
+                 mathexpr::getCompletions(expression.object(), typed.c_str(), at, taken.own))
             {
                 typename Encoding::Completion known{};
                 known.kind = static_cast<std::uint32_t>(item.kind);
@@ -404,6 +419,7 @@ mathexpr_status getCompletions(mathexpr_expression* handle, const typename Encod
                 known.has_value = item.value ? 1 : 0;
                 VALTYPE none;
                 known.value = inPlace(item.value ? *item.value : none);
+                known.unavailable = kept->keep(item.unavailable);
                 kept->elements.push_back(known);
             }
             const typename Encoding::Completions known{0, 0, kept->data(), kept->elements.size()};

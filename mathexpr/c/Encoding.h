@@ -9,7 +9,7 @@
 
 #include "platform/Unicode.h"
 
-#include <mathexpr.h>
+#include <mathexpr_editor.h>
 
 #include <cstddef>
 #include <string>
@@ -30,6 +30,8 @@ struct Utf8
     using Overload = mathexpr_overload_utf8;
     using Signature = mathexpr_signature_utf8;
     using Hover = mathexpr_hover_utf8;
+    using NameNotes = mathexpr_name_notes_utf8;
+    using GetNameNotes = mathexpr_get_name_notes_utf8;
     using CompletionOptions = mathexpr_completion_options_utf8;
     using Completion = mathexpr_completion_utf8;
     using Completions = mathexpr_completions_utf8;
@@ -53,6 +55,8 @@ struct Utf16
     using Overload = mathexpr_overload_utf16;
     using Signature = mathexpr_signature_utf16;
     using Hover = mathexpr_hover_utf16;
+    using NameNotes = mathexpr_name_notes_utf16;
+    using GetNameNotes = mathexpr_get_name_notes_utf16;
     using CompletionOptions = mathexpr_completion_options_utf16;
     using Completion = mathexpr_completion_utf16;
     using Completions = mathexpr_completions_utf16;

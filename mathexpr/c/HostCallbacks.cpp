@@ -85,5 +85,36 @@ void EncodedHostCallbacks<Encoding>::show(void* self, std::uint32_t id, const wc
     callHost([&] { host.show_message(host.context, id, text.c_str(), text.size()); });
 }
 
+template <class Encoding>
+mathexpr::NameNotes EncodedNameNotes<Encoding>::getNotes(const wchar_t* wide) const
+{
+    const typename Encoding::Text name = Encoding::encode(wide);
+    typename Encoding::NameNotes answer{};
+    answer.size = sizeof(answer);
+    const std::int32_t known = callHost([&] { return getNotesOf(context, name.c_str(), name.size(), &answer); });
+    mathexpr::NameNotes notes;
+    switch (known)
+    {
+    case MATHEXPR_LOOKUP_NOT_KNOWN:
+        return notes;
+    case MATHEXPR_LOOKUP_REFUSED:
+        throw HostCallbackFailure{MATHEXPR_HOST_CALLBACK_REFUSED};
+    default:
+        break;
+    }
+    const auto takes = [](const typename Encoding::Unit* text, std::wstring& taken) {
+        return text == nullptr || takeText<Encoding>(text, MATHEXPR_ZERO_TERMINATED, taken) == MATHEXPR_OK;
+    };
+    if (known != MATHEXPR_LOOKUP_FOUND || answer.value_kind > MATHEXPR_VALUE_EITHER ||
+        !takes(answer.description, notes.description) || !takes(answer.unavailable, notes.unavailable))
+    {
+        throw HostCallbackFailure{MATHEXPR_HOST_CALLBACK_BAD_ANSWER};
+    }
+    notes.kind = static_cast<mathexpr::ValueKind>(answer.value_kind);
+    return notes;
+}
+
 template class EncodedHostCallbacks<Utf8>;
 template class EncodedHostCallbacks<Utf16>;
+template class EncodedNameNotes<Utf8>;
+template class EncodedNameNotes<Utf16>;

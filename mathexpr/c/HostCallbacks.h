@@ -6,6 +6,7 @@
 // What a callback throws ends here; a HostCallbackFailure takes its place and ends the call that waits.
 #pragma once
 
+#include "mathexpr/Completion.h"
 #include "mathexpr/IMathExprNameSource.h"
 #include "mathexpr/IMathExprService.h"
 #include "mathexpr/MessageDisplay.h"
@@ -75,5 +76,23 @@ private:
     mutable std::wstring offeredName;
 };
 
+/// The callback that tells what the host knows of its names, during one call.
+template <class Encoding>
+class EncodedNameNotes final : public mathexpr::IMathExprNameNotes
+{
+public:
+    EncodedNameNotes(typename Encoding::GetNameNotes ask, void* givenContext) noexcept
+        : getNotesOf(ask), context(givenContext)
+    {}
+
+    mathexpr::NameNotes getNotes(const wchar_t* name) const override;
+
+private:
+    const typename Encoding::GetNameNotes getNotesOf;
+    void* const context;
+};
+
 extern template class EncodedHostCallbacks<Utf8>;
 extern template class EncodedHostCallbacks<Utf16>;
+extern template class EncodedNameNotes<Utf8>;
+extern template class EncodedNameNotes<Utf16>;

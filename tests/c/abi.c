@@ -6,6 +6,8 @@
  */
 #include "tests/c/check.h"
 
+#include <mathexpr_editor.h>
+
 #include <stddef.h>
 
 void test_numbers(void)
@@ -470,19 +472,35 @@ void test_layouts(void)
     MEMBER(mathexpr_hover_utf16, value, 112);
     MEMBER(mathexpr_hover_utf16, value_span, 144);
 
-    CHECK_EQUAL(sizeof(mathexpr_completion_options_utf8), 24);
+    CHECK_EQUAL(sizeof(mathexpr_name_notes_utf8), 24);
+    MEMBER(mathexpr_name_notes_utf8, size, 0);
+    MEMBER(mathexpr_name_notes_utf8, value_kind, 4);
+    MEMBER(mathexpr_name_notes_utf8, description, 8);
+    MEMBER(mathexpr_name_notes_utf8, unavailable, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_completion_options_utf8), 40);
     MEMBER(mathexpr_completion_options_utf8, size, 0);
     MEMBER(mathexpr_completion_options_utf8, max_count, 4);
     MEMBER(mathexpr_completion_options_utf8, recent, 8);
     MEMBER(mathexpr_completion_options_utf8, recent_count, 16);
+    MEMBER(mathexpr_completion_options_utf8, context, 24);
+    MEMBER(mathexpr_completion_options_utf8, get_notes, 32);
 
-    CHECK_EQUAL(sizeof(mathexpr_completion_options_utf16), 24);
+    CHECK_EQUAL(sizeof(mathexpr_name_notes_utf16), 24);
+    MEMBER(mathexpr_name_notes_utf16, size, 0);
+    MEMBER(mathexpr_name_notes_utf16, value_kind, 4);
+    MEMBER(mathexpr_name_notes_utf16, description, 8);
+    MEMBER(mathexpr_name_notes_utf16, unavailable, 16);
+
+    CHECK_EQUAL(sizeof(mathexpr_completion_options_utf16), 40);
     MEMBER(mathexpr_completion_options_utf16, size, 0);
     MEMBER(mathexpr_completion_options_utf16, max_count, 4);
     MEMBER(mathexpr_completion_options_utf16, recent, 8);
     MEMBER(mathexpr_completion_options_utf16, recent_count, 16);
+    MEMBER(mathexpr_completion_options_utf16, context, 24);
+    MEMBER(mathexpr_completion_options_utf16, get_notes, 32);
 
-    CHECK_EQUAL(sizeof(mathexpr_completion_utf8), 112);
+    CHECK_EQUAL(sizeof(mathexpr_completion_utf8), 120);
     MEMBER(mathexpr_completion_utf8, kind, 0);
     MEMBER(mathexpr_completion_utf8, value_kind, 4);
     MEMBER(mathexpr_completion_utf8, edit, 8);
@@ -492,8 +510,9 @@ void test_layouts(void)
     MEMBER(mathexpr_completion_utf8, has_value, 72);
     MEMBER(mathexpr_completion_utf8, reserved, 76);
     MEMBER(mathexpr_completion_utf8, value, 80);
+    MEMBER(mathexpr_completion_utf8, unavailable, 112);
 
-    CHECK_EQUAL(sizeof(mathexpr_completion_utf16), 112);
+    CHECK_EQUAL(sizeof(mathexpr_completion_utf16), 120);
     MEMBER(mathexpr_completion_utf16, kind, 0);
     MEMBER(mathexpr_completion_utf16, value_kind, 4);
     MEMBER(mathexpr_completion_utf16, edit, 8);
@@ -503,6 +522,7 @@ void test_layouts(void)
     MEMBER(mathexpr_completion_utf16, has_value, 72);
     MEMBER(mathexpr_completion_utf16, reserved, 76);
     MEMBER(mathexpr_completion_utf16, value, 80);
+    MEMBER(mathexpr_completion_utf16, unavailable, 112);
 
     CHECK_EQUAL(sizeof(mathexpr_completions_utf8), 24);
     MEMBER(mathexpr_completions_utf8, size, 0);

@@ -3,10 +3,10 @@
 
 """check_exports.py - the names of the C interface: declared, exported and tested are the same ones.
 
-    check_exports.py EXPORTS HEADER TEST-DIRECTORY [NM LIBRARY]
+    check_exports.py EXPORTS HEADERS TEST-DIRECTORY [NM LIBRARY]
 
-EXPORTS is the golden list. Each of its names has to be declared by HEADER and called in a C file of TEST-DIRECTORY; HEADER
-may declare no others. With NM and LIBRARY, a shared library of the ELF format, that library has to export them, no
+EXPORTS is the golden list. Each of its names has to be declared by one of HEADERS, a folder's mathexpr*.h, and called in a C
+file of TEST-DIRECTORY; they may declare no others. With NM and LIBRARY, a shared library of the ELF format, that library has to export them, no
 other name that begins like them, and besides only names of C++.
 """
 import re
@@ -23,17 +23,21 @@ def differences(golden, found, what):
     yield from (f"{what}, but not in the list: {name}" for name in sorted(found - golden))
 
 
+def declared_in(headers):
+    return {name for header in Path(headers).glob("mathexpr*.h") for name in DECLARATION.findall(header.read_text())}
+
+
 def exported(nm, library):
     lines = subprocess.run([nm, "-D", "--defined-only", library], check=True, capture_output=True, text=True).stdout
     return {line.split()[-1].partition("@")[0] for line in lines.splitlines()}
 
 
 def main():
-    exports, header, tests, *binary = sys.argv[1:]
+    exports, headers, tests, *binary = sys.argv[1:]
     lines = Path(exports).read_text().splitlines()
     golden = set(lines)
     failures = [] if lines == sorted(golden) else ["the list is not in order, or has a name twice"]
-    failures += differences(golden, set(DECLARATION.findall(Path(header).read_text())), "declared")
+    failures += differences(golden, declared_in(headers), "declared")
     text = "".join(file.read_text() for file in Path(tests).glob("*.c"))
     failures += [f"not tested: {name}" for name in sorted(golden) if not re.search(rf"\b{name}\(", text)]
     if binary:

@@ -3,7 +3,9 @@
 
 /* editor.c - the editor services: positions in the units of each encoding, answers and their lifetime, refusals. */
 #include "tests/c/check.h"
+#include "tests/c/throwing_host.h"
 
+#include <mathexpr_editor.h>
 #include <string.h>
 
 /* Two bytes or one unit, and four bytes or two units. */
@@ -188,7 +190,7 @@ void test_editor_completion(void)
     static const char* const bad[] = {"\xFF", "x"};
     static const mathexpr_char16 text16[] = {0xD83D, 0xDE00, '=', 'w', 0};
     mathexpr_expression* const expression = plain();
-    mathexpr_completion_options_utf8 options = {sizeof(options), 1, recent, 1};
+    mathexpr_completion_options_utf8 options = {sizeof(options), 1, recent, 1, NULL, NULL};
     mathexpr_completions_utf8 completions = {sizeof(completions), 77, NULL, 0};
     mathexpr_completions_utf16 completions16 = {sizeof(completions16), 77, NULL, 0};
     const mathexpr_value five = number(5);
@@ -227,6 +229,106 @@ void test_editor_completion(void)
     CHECK_STATUS(mathexpr_get_completions_utf8(expression, "w", ZT, 1, &options, &completions), MATHEXPR_BAD_UTF8);
     options.size = 0;
     CHECK_STATUS(mathexpr_get_completions_utf8(expression, "w", ZT, 1, &options, &completions), MATHEXPR_BAD_SIZE);
+    CHECK_OK(mathexpr_destroy(expression));
+}
+
+/* A host that offers three names, and knows more of two of them. */
+static const char* offer_three(void* context, uint32_t index)
+{
+    static const char* const names[] = {"depth_unknown", "depth_point", "depth_cyclic"};
+    (void)context;
+    return index < 3 ? names[index] : NULL;
+}
+
+static int32_t tell(void* context, const char* name, size_t length, mathexpr_name_notes_utf8* notes)
+{
+    CHECK_EQUAL(length, strlen(name));
+    CHECK_EQUAL(notes->size, sizeof(*notes));
+    CHECK_EQUAL(notes->value_kind, MATHEXPR_VALUE_UNKNOWN);
+    CHECK(notes->description == NULL && notes->unavailable == NULL);
+    if (strcmp(name, "depth_unknown") == 0)
+    {
+        notes->description = "ignored";
+        return *(const int32_t*)context;
+    }
+    notes->value_kind = strcmp(name, "depth_point") == 0 ? MATHEXPR_VALUE_POINT : MATHEXPR_VALUE_NUMBER;
+    notes->description = "of the hole " UMLAUT;
+    notes->unavailable = strcmp(name, "depth_cyclic") == 0 ? "depends on this field" : NULL;
+    return MATHEXPR_LOOKUP_FOUND;
+}
+
+static int32_t tell_badly(void* context, const char* name, size_t length, mathexpr_name_notes_utf8* notes)
+{
+    (void)name;
+    (void)length;
+    *notes = *(const mathexpr_name_notes_utf8*)context;
+    return MATHEXPR_LOOKUP_FOUND;
+}
+
+static int32_t tell16(void* context, const mathexpr_char16* name, size_t length, mathexpr_name_notes_utf16* notes)
+{
+    (void)context;
+    CHECK_EQUAL(name[length], 0);
+    notes->value_kind = MATHEXPR_VALUE_EITHER;
+    notes->unavailable = wide("not here");
+    return MATHEXPR_LOOKUP_FOUND;
+}
+
+void test_editor_name_notes(void)
+{
+    mathexpr_options_utf8 creation = {0};
+    int32_t answer = MATHEXPR_LOOKUP_NOT_KNOWN;
+    mathexpr_completion_options_utf8 options = {sizeof(options), 0, NULL, 0, &answer, tell};
+    mathexpr_completion_options_utf16 options16 = {sizeof(options16), 0, NULL, 0, NULL, tell16};
+    mathexpr_completions_utf8 completions = {sizeof(completions), 0, NULL, 0};
+    mathexpr_completions_utf16 completions16 = {sizeof(completions16), 0, NULL, 0};
+    mathexpr_name_notes_utf8 bad = {sizeof(bad), MATHEXPR_VALUE_EITHER + 1, NULL, NULL};
+    mathexpr_expression* expression = NULL;
+
+    creation.size = sizeof(creation);
+    creation.get_name = offer_three;
+    CHECK_OK(mathexpr_create_utf8(&creation, &expression));
+    CHECK_OK(mathexpr_get_completions_utf8(expression, "depth", ZT, 5, &options, &completions));
+    CHECK_EQUAL(completions.item_count, 3);
+    CHECK_TEXT(completions.items[0].name, "depth_point");
+    CHECK_EQUAL(completions.items[0].value_kind, MATHEXPR_VALUE_POINT);
+    CHECK_TEXT(completions.items[0].description, "of the hole " UMLAUT);
+    CHECK_TEXT(completions.items[0].unavailable, "");
+    CHECK_TEXT(completions.items[1].name, "depth_cyclic");
+    CHECK_TEXT(completions.items[1].unavailable, "depends on this field");
+    CHECK_TEXT(completions.items[2].name, "depth_unknown");
+    CHECK_EQUAL(completions.items[2].value_kind, MATHEXPR_VALUE_UNKNOWN);
+    CHECK_TEXT(completions.items[2].description, "");
+    /* Where only a number is taken, what is known to be a point is not offered. */
+    CHECK_OK(mathexpr_get_completions_utf8(expression, "sin(depth", ZT, 9, &options, &completions));
+    CHECK_EQUAL(completions.item_count, 2);
+    CHECK_TEXT(completions.items[0].name, "depth_cyclic");
+
+    CHECK_OK(mathexpr_get_completions_utf16(expression, wide("depth"), ZT, 5, &options16, &completions16));
+    CHECK_EQUAL(completions16.item_count, 3);
+    CHECK_TEXT16(completions16.items[0].unavailable, "not here");
+
+    answer = MATHEXPR_LOOKUP_REFUSED;
+    CHECK_STATUS(mathexpr_get_completions_utf8(expression, "depth", ZT, 5, &options, &completions),
+                 MATHEXPR_HOST_CALLBACK_REFUSED);
+    answer = 77;
+    CHECK_STATUS(mathexpr_get_completions_utf8(expression, "depth", ZT, 5, &options, &completions),
+                 MATHEXPR_HOST_CALLBACK_BAD_ANSWER);
+    options.get_notes = tell_badly;
+    options.context = &bad;
+    CHECK_STATUS(mathexpr_get_completions_utf8(expression, "depth", ZT, 5, &options, &completions),
+                 MATHEXPR_HOST_CALLBACK_BAD_ANSWER);
+    bad.value_kind = MATHEXPR_VALUE_NUMBER;
+    bad.description = "\xFF";
+    CHECK_STATUS(mathexpr_get_completions_utf8(expression, "depth", ZT, 5, &options, &completions),
+                 MATHEXPR_HOST_CALLBACK_BAD_ANSWER);
+    bad.description = NULL;
+    bad.unavailable = "\xFF";
+    CHECK_STATUS(mathexpr_get_completions_utf8(expression, "depth", ZT, 5, &options, &completions),
+                 MATHEXPR_HOST_CALLBACK_BAD_ANSWER);
+    options.get_notes = throwing_get_notes;
+    CHECK_STATUS(mathexpr_get_completions_utf8(expression, "depth", ZT, 5, &options, &completions),
+                 MATHEXPR_HOST_CALLBACK_THREW);
     CHECK_OK(mathexpr_destroy(expression));
 }
 

@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* header_c99.c - the header alone, as C99, with warnings as errors; twice, as hosts include it. */
-#include <mathexpr.h>
+/* header_c99.c - the headers alone, as C99, with warnings as errors; twice, as hosts include it. */
+#include <mathexpr_editor.h>
 
 #include <mathexpr.h>
+
+#include <mathexpr_editor.h>
 
 mathexpr_status use_header(mathexpr_expression* expression);
 

@@ -29,3 +29,8 @@ const char* throwing_get_name(void*, std::uint32_t)
 {
     throw std::runtime_error("the drawing is closed");
 }
+
+std::int32_t throwing_get_notes(void*, const char*, std::size_t, mathexpr_name_notes_utf8*)
+{
+    throw 42;
+}

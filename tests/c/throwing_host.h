@@ -4,7 +4,7 @@
 /* throwing_host.h - callbacks that end by a C++ exception, which only C++ can write. The context is not used. */
 #pragma once
 
-#include <mathexpr.h>
+#include <mathexpr_editor.h>
 
 #if defined(__cplusplus)
 extern "C"
@@ -15,6 +15,7 @@ extern "C"
     int32_t throwing_lookup16(void* context, const mathexpr_char16* name, size_t length, mathexpr_value* value);
     void throwing_show(void* context, uint32_t id, const char* text, size_t length);
     const char* throwing_get_name(void* context, uint32_t index);
+    int32_t throwing_get_notes(void* context, const char* name, size_t length, mathexpr_name_notes_utf8* notes);
 
 #if defined(__cplusplus)
 }

@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// beside_the_classes.cpp - mathexpr.hpp and the headers of the classes share a namespace, and no name in it.
+// beside_the_classes.cpp - mathexpr.hpp, mathexpr_editor.hpp and the headers of the classes share a namespace, and no name in it.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
+#include "mathexpr/EditorServices.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/MessageDisplay.h"
@@ -13,4 +14,4 @@
 #include "mathexpr/Variables.h"
 #include "mathexpr/Vocabulary.h"
 
-#include <mathexpr.hpp>
+#include <mathexpr_editor.hpp>

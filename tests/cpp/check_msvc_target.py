@@ -1,7 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""check_msvc_target.py - mathexpr.hpp compiles for the target of Microsoft's compiler, as far as that can be tried without it.
+"""check_msvc_target.py - mathexpr.hpp and mathexpr_editor.hpp compile for the target of Microsoft's compiler, as far
+as that can be tried without it.
 
     check_msvc_target.py CLANG INCLUDE SOURCE
 

@@ -5,7 +5,7 @@
 
     check_names.py ROOT
 
-Of C the table names every function, without _utf8 and _utf16; of C++ every class and function of mathexpr.hpp, and the
+Of C the table names every function, without _utf8 and _utf16; of C++ every class and function of mathexpr*.hpp, and the
 functions of the classes in CPP_CLASSES, without the try forms; of Python what the package exports, and the members of the
 classes in PYTHON_CLASSES. What the table names is there, and what is there the table names.
 """
@@ -23,13 +23,18 @@ CPP_ALIAS = re.compile(r"^using (\w+) =", re.MULTILINE)
 CPP_CONSTANT = re.compile(r"^inline constexpr [\w:]+ (\w+) =", re.MULTILINE)
 CPP_FUNCTION = re.compile(r"^inline (?!constexpr)[\w:<>]+ (\w+)\(", re.MULTILINE)
 CPP_METHOD = re.compile(r"^    (?!return\b|explicit\b)(?:static |const )*[\w:]+(?:<[^()\n]*>)?&? (\w+)\(", re.MULTILINE)
-CPP_CLASSES = {"Error", "Expression", "Function", "Value", "Variables"}
+CPP_CLASSES = {"Editor", "Error", "Expression", "Function", "Value", "Variables"}
 # A constructor's try form, the way to the C interface, and what a language construct calls.
 CPP_OTHERS = {"create", "record", "operator", "begin", "end"}
 PYTHON_CLASSES = ("Expression", "MathExprError", "RowsError")
 
+
+def headers(root, pattern):
+    return "".join(header.read_text() for header in sorted((root / "include").glob(pattern)))
+
+
 def c_names(root):
-    names = C_FUNCTION.findall((root / "include" / "mathexpr.h").read_text())
+    names = C_FUNCTION.findall(headers(root, "mathexpr*.h"))
     return {re.sub(r"_utf(?:8|16)$", "", name) for name in names}
 
 
@@ -38,7 +43,7 @@ def without_try(name):
 
 
 def cpp_names(root):
-    text = CPP_DETAIL.sub("", (root / "include" / "mathexpr.hpp").read_text())
+    text = CPP_DETAIL.sub("", headers(root, "mathexpr*.hpp"))
     names = {*CPP_ALIAS.findall(text), *CPP_CONSTANT.findall(text), *map(without_try, CPP_FUNCTION.findall(text))}
     for name, body in CPP_CLASS.findall(text):
         names.add(name)

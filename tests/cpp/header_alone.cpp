@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// header_alone.cpp - the header compiles by itself, and the templates in it, too.
-#include <mathexpr.hpp>
+// header_alone.cpp - the headers compile by themselves, and the templates in them, too.
+#include <mathexpr_editor.hpp>
 
 std::size_t useTemplates(const std::vector<mathexpr::Point>& corners, std::vector<double>& lengths)
 {
@@ -10,4 +10,12 @@ std::size_t useTemplates(const std::vector<mathexpr::Point>& corners, std::vecto
     auto function = mathexpr::Function::tryCreate("x+y", {"x", "y"});
     const auto sum = function ? function->tryCall(1, 2.5) : mathexpr::Result<double>(function.error());
     return outcome && sum ? outcome->failedCount : 1;
+}
+
+std::size_t useEditor(mathexpr::Expression& expression, std::string_view text)
+{
+    mathexpr::Editor editor(expression);
+    const auto tokens = editor.tryTokens(text);
+    const auto items = editor.tryCompletions(text, text.size());
+    return tokens && items ? tokens->size() + items->size() : 0;
 }

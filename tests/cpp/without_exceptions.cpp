@@ -3,7 +3,7 @@
 //
 // without_exceptions.cpp - a host that is compiled without exceptions and run-time type information. It answers how many of
 // its expectations do not hold.
-#include <mathexpr.hpp>
+#include <mathexpr_editor.hpp>
 
 #include <cstdio>
 
@@ -39,5 +39,10 @@ int main()
 
     auto area = mathexpr::Function::tryCreate("a*b", {"a", "b"});
     EXPECT(area && area->tryCall(2.0, 3.0).value_or(0.0) == 6.0 && !area->tryCall(2.0));
+
+    mathexpr::Editor editor(*expression);
+    const auto items = editor.tryCompletions("2*heig", 6);
+    EXPECT(items && items->size() == 1 && (*items)[0].name == "height");
+    EXPECT(!editor.tryTokens("\xFF"));
     return nbFailed;
 }

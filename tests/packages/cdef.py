@@ -1,22 +1,23 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""cdef.py CDEF INCLUDE - the declarations for foreign-function interfaces are what the preprocessor makes of the header.
+"""cdef.py CDEF INCLUDE - the declarations for foreign-function interfaces are what the preprocessor makes of the headers.
 
-Beside them stand the header's macros that are plain numbers, as constants.
+Beside them stand the headers' macros that are plain numbers, as constants.
 """
 import re
 import subprocess
 import sys
 from pathlib import Path
 
+HEADERS = ("mathexpr.h", "mathexpr_editor.h")
 TOKEN = re.compile(r"\w+|[^\s\w]")
 CONSTANT = re.compile(r"^enum \{ (\w+) = (\d+) \};\n", re.MULTILINE)
 MACRO = re.compile(r"^#define (MATHEXPR_\w+) (\d+)$", re.MULTILINE)
 
 
 def preprocessed(header):
-    """What a compiler of C reads of the header itself, without what it includes."""
+    """What a compiler of C reads of a header itself, without what it includes."""
     lines = subprocess.run(["cc", "-E", "-std=c99", "-DMATHEXPR_STATIC", str(header)], check=True, capture_output=True,
                            text=True).stdout.splitlines()
     own = False
@@ -29,17 +30,17 @@ def preprocessed(header):
 
 
 def main():
-    header = Path(sys.argv[2]) / "mathexpr.h"
+    headers = [Path(sys.argv[2]) / name for name in HEADERS]
     cdef = Path(sys.argv[1]).read_text(encoding="ascii")
-    macros = MACRO.findall(header.read_text(encoding="utf-8"))
+    macros = MACRO.findall("".join(header.read_text(encoding="utf-8") for header in headers))
     if not macros or CONSTANT.findall(cdef) != macros:
-        return "cdef.py: the header has other macros"
+        return "cdef.py: the headers have other macros"
     found = TOKEN.findall(CONSTANT.sub("", cdef))
-    expected = TOKEN.findall("\n".join(preprocessed(header)))
+    expected = [token for header in headers for token in TOKEN.findall("\n".join(preprocessed(header)))]
     for index, (token, wanted) in enumerate(zip(found, expected)):
         if token != wanted:
-            return f"cdef.py: {' '.join(found[index - 5:index + 5])}, and in the header {wanted}"
-    return None if len(found) == len(expected) > 1000 else "cdef.py: the header holds more or less"
+            return f"cdef.py: {' '.join(found[index - 5:index + 5])}, and in the headers {wanted}"
+    return None if len(found) == len(expected) > 1000 else "cdef.py: the headers hold more or less"
 
 
 if __name__ == "__main__":

@@ -3,9 +3,10 @@
 
 """exports.py - what a shared library exports is the interface, and nothing else.
 
-    exports.py GOLDEN HEADER LIBRARY
+    exports.py GOLDEN HEADERS LIBRARY
 
-GOLDEN is the list of the C++ interface, a demangled name a line, and HEADER declares the functions of the C interface.
+GOLDEN is the list of the C++ interface, a demangled name a line, and the files mathexpr*.h in
+the folder HEADERS declare the functions of the C interface.
 LIBRARY is of the ELF format. Constructors and destructors are exported twice, for whole objects and for bases; demangled the
 two are one name.
 """
@@ -22,9 +23,9 @@ def exported(library):
 
 
 def main():
-    golden, header, library = sys.argv[1:]
-    declared = set(re.findall(r"\b(mathexpr_\w+)\(", " ".join(re.findall(r"MATHEXPR_C_API [^;]*;",
-                                                                        Path(header).read_text()))))
+    golden, headers, library = sys.argv[1:]
+    text = "".join(header.read_text() for header in Path(headers).glob("mathexpr*.h"))
+    declared = set(re.findall(r"\b(mathexpr_\w+)\(", " ".join(re.findall(r"MATHEXPR_C_API [^;]*;", text))))
     interface = set(Path(golden).read_text().splitlines()) | declared
     found = exported(library)
     for name in sorted(found - interface):

@@ -1,0 +1,445 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// mathexpr_editor.hpp - editor services for C++ hosts of any compiler: what an edit box needs while its user types.
+//
+//     mathexpr::Expression expression;
+//     expression.variables().set("width", 2.5);
+//     mathexpr::Editor editor(expression);
+//     for (const mathexpr::Editor::Completion& item : editor.completions("2*wi", 4))
+//         std::cout << item.name << '\n';  // width
+//
+// The header needs C++17, and stands on mathexpr_editor.h as mathexpr.hpp stands on mathexpr.h: no source of its own, UTF-8
+// everywhere, answers as values, failures as in mathexpr.hpp. Every function has a form that begins with try and returns a
+// Result.
+//
+// Any text is accepted, broken or half typed; a call fails only where a text is not well-formed UTF-8 or memory runs out.
+// Positions and lengths count bytes. A cursor within a character counts as before it, one beyond the end as the end. Nothing
+// in the expression changes and no message is shown. The resolver is asked only where a call allows it.
+#pragma once
+
+#include <mathexpr.hpp>
+#include <mathexpr_editor.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace mathexpr {
+
+/// The editor services of an expression, which has to outlive this view.
+class Editor
+{
+public:
+    /// Whether the resolver may be asked for names that nothing else knows.
+    enum class HostQuestions : std::uint32_t
+    {
+        Forbidden = 0,
+        Allowed = MATHEXPR_MAY_ASK_HOST,
+    };
+
+    struct Span
+    {
+        std::size_t start = 0;
+        std::size_t length = 0;
+    };
+
+    /// What to put in place of a stretch of the text.
+    using Edit = Error::Fix;
+
+    /// A stretch of a text. Tokens cover the text without a gap.
+    struct Token
+    {
+        std::uint32_t kind = MATHEXPR_TOKEN_OTHER;  ///< MATHEXPR_TOKEN_...
+        std::size_t start = 0;
+        std::size_t length = 0;
+        std::uint32_t depth = 0;               ///< How many brackets are open around it.
+        std::optional<std::size_t> partner{};  ///< Of a bracket: the index of the token that it pairs with.
+    };
+
+    struct Renaming
+    {
+        std::uint32_t refusal = MATHEXPR_RENAME_DONE;  ///< MATHEXPR_RENAME_...
+        Span refusedAt{};                              ///< The use that stands in the way, if there is one.
+        std::vector<Edit> edits{};                     ///< In the order of the text; none where it is refused.
+    };
+
+    /// A number or a point that is written out, so that a slider or a dragged handle can write back.
+    struct Literal
+    {
+        std::size_t start = 0;  ///< With the sign of a number, where one stands before it.
+        std::size_t length = 0;
+        Value value{};
+    };
+
+    struct Diagnosis
+    {
+        std::uint32_t state = MATHEXPR_TYPING_COMPLETE;  ///< MATHEXPR_TYPING_...
+        std::optional<Error> failure{};                  ///< The failure that compiling the text would give.
+    };
+
+    struct Overload
+    {
+        std::string help{};                     ///< The usage, such as "min(x,y)".
+        std::string description{};              ///< One line.
+        std::vector<std::string> parameters{};  ///< Their names; a last one of "..." repeats.
+        std::uint32_t parameterKind = MATHEXPR_VALUE_UNKNOWN;
+    };
+
+    /// The call around a cursor. Outside of calls function and overloads are empty.
+    struct Signature
+    {
+        std::string function{};      ///< "point" for a square bracket.
+        Span name{};                 ///< The function's name in the text, or the square bracket.
+        std::uint32_t argument = 0;  ///< The argument at the cursor, from 0.
+        std::vector<Overload> overloads{};
+        std::uint32_t activeOverload = 0;               ///< The one that has this argument; the last where none has.
+        std::uint32_t wanted = MATHEXPR_VALUE_UNKNOWN;  ///< MATHEXPR_VALUE_...: what the argument has to be.
+        std::string unit{};                             ///< Of the argument, such as "degree".
+    };
+
+    /// What is under a cursor. Where nothing is, or a blank, the span is empty. Texts are empty where there is nothing to say.
+    struct Hover
+    {
+        std::uint32_t kind = MATHEXPR_TOKEN_BLANK;  ///< MATHEXPR_TOKEN_...
+        Span span{};
+        std::string name{};
+        std::string help{};                   ///< The usage of an operator or function.
+        std::string description{};            ///< One line.
+        std::string domain{};                 ///< The message of an argument that a function is not defined for.
+        std::string unit{};                   ///< Of a function's argument.
+        std::string example{};                ///< A call of a function,
+        std::optional<Value> exampleValue{};  ///< and what it computes.
+        std::optional<Value> value{};  ///< Of a number, constant or name, of a call, or of what a bracket encloses.
+        Span valueSpan{};              ///< What has this value.
+    };
+
+    /// What the host knows of one of its names.
+    struct NameNotes
+    {
+        std::uint32_t valueKind = MATHEXPR_VALUE_UNKNOWN;  ///< MATHEXPR_VALUE_...
+        std::string description{};                         ///< One line.
+        std::string unavailable{};  ///< Why the name must not be used here; empty where it may be.
+    };
+
+    struct CompletionOptions
+    {
+        std::uint32_t maxCount = 0;         ///< 0: 200.
+        std::vector<std::string> recent{};  ///< Names that the user has chosen lately, the newest first.
+        std::function<NameNotes(std::string_view name)> notes{};  ///< Asked for those of Options::names that match.
+    };
+
+    /// What may be put at the cursor.
+    struct Completion
+    {
+        std::uint32_t kind = MATHEXPR_TOKEN_VARIABLE;  ///< MATHEXPR_TOKEN_CONSTANT, _FUNCTION, _VARIABLE or _HOST_NAME.
+        std::uint32_t valueKind = MATHEXPR_VALUE_UNKNOWN;  ///< MATHEXPR_VALUE_...
+        std::string name{};
+        Edit edit{};                   ///< A function is inserted as a call that works.
+        Span selection{};              ///< In the text afterwards: the arguments, to be typed over; else a place.
+        std::string description{};     ///< One line.
+        std::optional<Value> value{};  ///< Of a constant or variable.
+        std::string unavailable{};     ///< As of NameNotes.
+    };
+
+    explicit Editor(Expression& expression) noexcept : session_(expression.session_.get()) {}
+
+    /// Splits a text into tokens, for colours and for the partner of a bracket.
+    Result<std::vector<Token>> tryTokens(std::string_view text)
+    {
+        mathexpr_tokens found = sized<mathexpr_tokens>();
+        const auto status = mathexpr_get_tokens_utf8(handle(), text.data(), text.size(), &found);
+        return answer<std::vector<Token>>(status, {text}, [&] {
+            std::vector<Token> tokens;
+            for (const mathexpr_token& token : Range<mathexpr_token>{found.tokens, found.token_count})
+            {
+                tokens.push_back({token.kind, token.start, token.length, token.depth,
+                                  token.partner == MATHEXPR_NO_PARTNER ? std::nullopt : std::optional(token.partner)});
+            }
+            return tokens;
+        });
+    }
+
+    /// The text with even spacing, which compiles to the same program; see mathexpr_format_text_utf8.
+    Result<std::string> tryFormat(std::string_view text)
+    {
+        mathexpr_text_utf8 made = sized<mathexpr_text_utf8>();
+        const auto status = mathexpr_format_text_utf8(handle(), text.data(), text.size(), &made);
+        return answer<std::string>(status, {text}, [&] { return std::string(made.text, made.text_length); });
+    }
+
+    /// Where a text uses a name, in any case of letters.
+    Result<std::vector<Span>> tryReferences(std::string_view text, std::string_view name)
+    {
+        mathexpr_spans found = sized<mathexpr_spans>();
+        const auto status =
+            mathexpr_find_references_utf8(handle(), text.data(), text.size(), name.data(), name.size(), &found);
+        return answer<std::vector<Span>>(status, {text, name}, [&] {
+            std::vector<Span> spans;
+            for (const mathexpr_span& span : Range<mathexpr_span>{found.spans, found.span_count})
+            {
+                spans.push_back(spanOf(span));
+            }
+            return spans;
+        });
+    }
+
+    /// What renames a variable or a name of the host's wherever a text uses it.
+    Result<Renaming> tryRename(std::string_view text, std::string_view name, std::string_view newName)
+    {
+        mathexpr_renaming_utf8 found = sized<mathexpr_renaming_utf8>();
+        const auto status = mathexpr_rename_in_text_utf8(handle(), text.data(), text.size(), name.data(), name.size(),
+                                                         newName.data(), newName.size(), &found);
+        return answer<Renaming>(status, {text, name, newName}, [&] {
+            Renaming renaming{found.refusal, spanOf(found.refused_at), {}};
+            for (const mathexpr_edit_utf8& edit : Range<mathexpr_edit_utf8>{found.edits, found.edit_count})
+            {
+                renaming.edits.push_back(editOf(edit));
+            }
+            return renaming;
+        });
+    }
+
+    /// The literals of a text, in order. A point is one literal before those of its coordinates.
+    Result<std::vector<Literal>> tryLiterals(std::string_view text)
+    {
+        mathexpr_literals found = sized<mathexpr_literals>();
+        const auto status = mathexpr_get_literals_utf8(handle(), text.data(), text.size(), &found);
+        return answer<std::vector<Literal>>(status, {text}, [&] {
+            std::vector<Literal> literals;
+            for (const mathexpr_literal& literal : Range<mathexpr_literal>{found.literals, found.literal_count})
+            {
+                literals.push_back({literal.start, literal.length, Value(literal.value)});
+            }
+            return literals;
+        });
+    }
+
+    /// Tells whether a text would compile, or is merely unfinished. A name of Options::names counts as known.
+    Result<Diagnosis> tryDiagnose(std::string_view text, HostQuestions questions = HostQuestions::Forbidden)
+    {
+        Diagnosis diagnosis;
+        mathexpr_diagnostic_utf8 found = sized<mathexpr_diagnostic_utf8>();
+        const auto status = mathexpr_diagnose_text_utf8(handle(), text.data(), text.size(), flagsOf(questions),
+                                                        &diagnosis.state, &found);
+        return answer<Diagnosis>(status, {text}, [&] {
+            if (diagnosis.state != MATHEXPR_TYPING_COMPLETE)
+            {
+                diagnosis.failure = detail::errorOfDiagnostic(found);
+            }
+            return diagnosis;
+        });
+    }
+
+    /// The call around a cursor.
+    Result<Signature> trySignature(std::string_view text, std::size_t cursor)
+    {
+        mathexpr_signature_utf8 found = sized<mathexpr_signature_utf8>();
+        const auto status = mathexpr_get_signature_utf8(handle(), text.data(), text.size(), cursor, &found);
+        return answer<Signature>(status, {text}, [&] {
+            Signature signature{found.function,        spanOf(found.name), found.argument, {},
+                                found.active_overload, found.wanted,       found.unit};
+            for (const mathexpr_overload_utf8& overload :
+                 Range<mathexpr_overload_utf8>{found.overloads, found.overload_count})
+            {
+                signature.overloads.push_back({overload.help,
+                                               overload.description,
+                                               {overload.parameters, overload.parameters + overload.parameter_count},
+                                               overload.parameter_kind});
+            }
+            return signature;
+        });
+    }
+
+    /// Explains the token at a cursor.
+    Result<Hover> tryHover(std::string_view text, std::size_t cursor,
+                           HostQuestions questions = HostQuestions::Forbidden)
+    {
+        mathexpr_hover_utf8 found = sized<mathexpr_hover_utf8>();
+        const auto status =
+            mathexpr_get_hover_utf8(handle(), text.data(), text.size(), cursor, flagsOf(questions), &found);
+        return answer<Hover>(status, {text}, [&] {
+            return Hover{found.kind,
+                         spanOf(found.span),
+                         found.name,
+                         found.help,
+                         found.description,
+                         found.domain,
+                         found.unit,
+                         found.example,
+                         valueOf(found.has_example_value, found.example_value),
+                         valueOf(found.has_value, found.value),
+                         spanOf(found.value_span)};
+        });
+    }
+
+    /// Offers what may stand at the cursor and would be accepted; see mathexpr_get_completions_utf8.
+    Result<std::vector<Completion>> tryCompletions(std::string_view text, std::size_t cursor,
+                                                   const CompletionOptions& options)
+    {
+        std::vector<const char*> recent;
+        for (const std::string& name : options.recent)
+        {
+            recent.push_back(name.c_str());
+        }
+        Notes notes{session_, &options, {}};
+        mathexpr_completion_options_utf8 given = sized<mathexpr_completion_options_utf8>();
+        given.max_count = options.maxCount;
+        given.recent = recent.data();
+        given.recent_count = recent.size();
+        given.context = &notes;
+        given.get_notes = options.notes ? getNotes : nullptr;
+        mathexpr_completions_utf8 found = sized<mathexpr_completions_utf8>();
+        const auto status = mathexpr_get_completions_utf8(handle(), text.data(), text.size(), cursor, &given, &found);
+        return answer<std::vector<Completion>>(status, {text}, [&] {
+            std::vector<Completion> items;
+            for (const mathexpr_completion_utf8& item : Range<mathexpr_completion_utf8>{found.items, found.item_count})
+            {
+                items.push_back({item.kind, item.value_kind, item.name, editOf(item.edit), spanOf(item.selection),
+                                 item.description, valueOf(item.has_value, item.value), item.unavailable});
+            }
+            return items;
+        });
+    }
+    Result<std::vector<Completion>> tryCompletions(std::string_view text, std::size_t cursor)
+    {
+        return tryCompletions(text, cursor, CompletionOptions());
+    }
+
+#if MATHEXPR_HAS_EXCEPTIONS
+    std::vector<Token> tokens(std::string_view text)
+    {
+        return tryTokens(text).value();
+    }
+    std::string format(std::string_view text)
+    {
+        return tryFormat(text).value();
+    }
+    std::vector<Span> references(std::string_view text, std::string_view name)
+    {
+        return tryReferences(text, name).value();
+    }
+    Renaming rename(std::string_view text, std::string_view name, std::string_view newName)
+    {
+        return tryRename(text, name, newName).value();
+    }
+    std::vector<Literal> literals(std::string_view text)
+    {
+        return tryLiterals(text).value();
+    }
+    Diagnosis diagnose(std::string_view text, HostQuestions questions = HostQuestions::Forbidden)
+    {
+        return tryDiagnose(text, questions).value();
+    }
+    Signature signature(std::string_view text, std::size_t cursor)
+    {
+        return trySignature(text, cursor).value();
+    }
+    Hover hover(std::string_view text, std::size_t cursor, HostQuestions questions = HostQuestions::Forbidden)
+    {
+        return tryHover(text, cursor, questions).value();
+    }
+    std::vector<Completion> completions(std::string_view text, std::size_t cursor, const CompletionOptions& options)
+    {
+        return tryCompletions(text, cursor, options).value();
+    }
+    std::vector<Completion> completions(std::string_view text, std::size_t cursor)
+    {
+        return tryCompletions(text, cursor).value();
+    }
+#endif
+
+private:
+    /// The elements that an answer points at.
+    template <class Element>
+    struct Range
+    {
+        const Element* first;
+        std::size_t count;
+
+        const Element* begin() const noexcept { return first; }
+        const Element* end() const noexcept { return first + count; }
+    };
+
+    /// What the callback needs: the notes that it told last are read after it has returned.
+    struct Notes
+    {
+        detail::Session* session;
+        const CompletionOptions* options;
+        NameNotes last;
+    };
+
+    template <class Record>
+    static Record sized() noexcept
+    {
+        Record record{};
+        record.size = sizeof(record);
+        return record;
+    }
+
+    static Span spanOf(const mathexpr_span& span) noexcept
+    {
+        return {span.start, span.length};
+    }
+
+    static Edit editOf(const mathexpr_edit_utf8& edit)
+    {
+        return {edit.start, edit.length, {edit.replacement, edit.replacement_length}};
+    }
+
+    static std::optional<Value> valueOf(std::uint32_t hasValue, const mathexpr_value& value) noexcept
+    {
+        return hasValue != 0 ? std::optional<Value>(Value(value)) : std::nullopt;
+    }
+
+    static std::uint32_t flagsOf(HostQuestions questions) noexcept
+    {
+        return static_cast<std::uint32_t>(questions);
+    }
+
+    static std::int32_t getNotes(void* context, const char* name, std::size_t length, mathexpr_name_notes_utf8* notes)
+    {
+        Notes& asked = *static_cast<Notes*>(context);
+        std::int32_t known = MATHEXPR_LOOKUP_REFUSED;
+        detail::Session::guarded(*asked.session, [&] {
+            asked.last = asked.options->notes(std::string_view(name, length));
+            notes->value_kind = asked.last.valueKind;
+            notes->description = asked.last.description.c_str();
+            notes->unavailable = asked.last.unavailable.c_str();
+            known = MATHEXPR_LOOKUP_FOUND;
+        });
+        return known;
+    }
+
+    mathexpr_expression* handle() const noexcept
+    {
+        return session_->handle();
+    }
+
+    /// The answer to a call, whose error is about the first of the texts that is ill-formed.
+    template <class Answer, class Take>
+    Result<Answer> answer(mathexpr_status status, std::initializer_list<std::string_view> texts, Take take)
+    {
+        session_->rethrow();
+        if (status == MATHEXPR_OK)
+        {
+            return take();
+        }
+        std::string_view wrong;
+        for (const std::string_view text : texts)
+        {
+            const bool isSound = mathexpr_check_utf8(text.data(), text.size(), nullptr) == MATHEXPR_OK;
+            wrong = wrong.empty() && !isSound ? text : wrong;
+        }
+        return detail::errorOfText(status, wrong);
+    }
+
+    detail::Session* session_;
+};
+
+}
