@@ -7,19 +7,20 @@
 //     mathexpr::Value value = mathexpr::evaluate("2*width+0.5", {{"width", width}});
 //     std::cout << value << '\n';  // 5.5
 //
-// The header needs C++17 and mathexpr.h, and has no source of its own: what it calls is the C interface, so that the host's
-// compiler and standard library need not be the library's. Text is UTF-8 everywhere.
+// The header is complete in itself: it needs C++17 and mathexpr.h, and calls only the C interface. The host's compiler and
+// standard library may therefore differ from the library's. All text is UTF-8.
 //
-// Failures. A call that fails throws mathexpr::Error, whose what() is the message for the user and which tells where in the
-// text the failure stands. Each such call has a form that begins with try and answers a Result instead. Where exceptions
-// are switched off, the throwing calls are not declared. Running out of memory in the header itself is std::bad_alloc.
+// Failures. A failed call throws mathexpr::Error. Its what() is the message for the user; start() and length() locate the
+// failure in the text. Each throwing call has a twin with the prefix try, which returns a Result instead. Without exceptions
+// only these twins are declared. If the header itself runs out of memory, it throws std::bad_alloc.
 //
-// Callables of the host. What one throws comes out of the call that asked it, unchanged, also out of the try forms. While
-// one runs, the expression may be read but neither changed nor run (MATHEXPR_BUSY).
+// Callables of the host. Their exceptions propagate unchanged out of the call that invoked them, from try calls as well. While
+// a callable runs, its expression can be read, but not changed or run (MATHEXPR_BUSY).
 //
-// A moved-from Expression or Function may only be assigned to or destroyed; one whose callable is running may be neither.
+// Moved-from objects. A moved-from Expression or Function can only be assigned to or destroyed. Do neither to an object whose
+// callable is running.
 //
-// Threads. One Expression or Function is used from one thread at a time; two share nothing that changes.
+// Threads. Use an Expression or a Function from one thread at a time. Separate objects share no mutable state.
 //
 // Sections, in this order:
 //
@@ -64,7 +65,7 @@ namespace mathexpr {
 class Error : public std::runtime_error
 {
 public:
-    /// A correction: what to put in place of a stretch of the text. The text that this makes compiles.
+    /// A correction: replaces a span of the text. The corrected text compiles.
     struct Fix
     {
         std::size_t start = 0;
@@ -72,7 +73,7 @@ public:
         std::string replacement{};
     };
 
-    /// What is known of a failure. Positions and lengths count bytes.
+    /// All facts about a failure. Positions and lengths count bytes.
     struct Details
     {
         mathexpr_status status = MATHEXPR_OK;
@@ -90,39 +91,39 @@ public:
         : std::runtime_error(message), details_(std::make_shared<const Details>(std::move(details)))
     {}
 
-    /// MATHEXPR_PARSING_ERROR, MATHEXPR_REFUSED and so on; see mathexpr.h. what() is the message, in the user's language
-    /// where the text is at fault.
+    /// MATHEXPR_PARSING_ERROR, MATHEXPR_REFUSED and so on; see mathexpr.h. If the text is at fault, what() is in the user's
+    /// language.
     mathexpr_status status() const noexcept { return details_->status; }
 
-    /// Where the failure stands in the text as it was given, or in the name.
+    /// Position of the failure in the text as given, or in the name.
     std::size_t start() const noexcept { return details_->start; }
 
-    /// How far it reaches; 0 where nothing in the text stands for it.
+    /// Length of the failed span; 0 if the failure has no span.
     std::size_t length() const noexcept { return details_->length; }
 
-    /// MATHEXPR_PARSING_... or MATHEXPR_DEFINITION_..., by status.
+    /// MATHEXPR_PARSING_... or MATHEXPR_DEFINITION_..., depending on status().
     std::uint32_t code() const noexcept { return details_->code; }
 
-    /// What would have been accepted: bits of MATHEXPR_EXPECTED_...
+    /// What would have been accepted: a set of MATHEXPR_EXPECTED_... bits.
     std::uint32_t expected() const noexcept { return details_->expected; }
 
     /// The token, symbol or text concerned.
     const std::string& item() const noexcept { return details_->item; }
 
-    /// For an unknown name: up to three that may be meant, the nearest first.
+    /// For an unknown name: up to three similar names, the nearest first.
     const std::vector<std::string>& suggestions() const noexcept { return details_->suggestions; }
 
-    /// What helps the user along, as sentences in the user's language, to be shown below what().
+    /// Sentences in the user's language that help to correct the text; show them below what().
     const std::vector<std::string>& hints() const noexcept { return details_->hints; }
 
-    /// The correction that the last hint speaks of, where there is one that is plain.
+    /// The correction that the last hint describes, if it is unambiguous.
     const std::optional<Fix>& fix() const noexcept { return details_->fix; }
 
 private:
     std::shared_ptr<const Details> details_;  // copying an exception does not throw
 };
 
-/// A value, or why there is none.
+/// A value, or the error that prevented it.
 template <class T>
 class [[nodiscard]] Result
 {
@@ -133,7 +134,7 @@ public:
     bool has_value() const noexcept { return held_.index() == 0; }
     explicit operator bool() const noexcept { return has_value(); }
 
-    // Where there is a value:
+    // Valid only if has_value():
     const T& operator*() const& noexcept { return *std::get_if<0>(&held_); }
     T& operator*() & noexcept { return *std::get_if<0>(&held_); }
     T&& operator*() && noexcept { return std::move(*std::get_if<0>(&held_)); }
@@ -142,7 +143,7 @@ public:
 
     T value_or(T other) const { return has_value() ? **this : std::move(other); }
 
-    /// Where there is none.
+    /// Valid only if !has_value().
     const Error& error() const noexcept { return *std::get_if<1>(&held_); }
 
 #if MATHEXPR_HAS_EXCEPTIONS
@@ -173,7 +174,7 @@ private:
     std::variant<T, Error> held_;
 };
 
-/// Success, or why there is none.
+/// Success, or an error.
 template <>
 class [[nodiscard]] Result<void>
 {
@@ -184,7 +185,7 @@ public:
     bool has_value() const noexcept { return !error_.has_value(); }
     explicit operator bool() const noexcept { return has_value(); }
 
-    /// Where it failed.
+    /// Valid only if !has_value().
     const Error& error() const noexcept { return *error_; }
 
 #if MATHEXPR_HAS_EXCEPTIONS
@@ -218,7 +219,7 @@ inline Error errorOf(mathexpr_status status, const std::string& message)
     return {message, std::move(details)};
 }
 
-/// The error for a status that is about a text the library did not take.
+/// The error for a text that the library refused as ill-formed.
 inline Error errorOfText(mathexpr_status status, std::string_view text)
 {
     Error::Details details;
@@ -278,7 +279,7 @@ inline bool operator!=(const Point& left, const Point& right) noexcept
     return !(left == right);
 }
 
-/// As the number of digits: as few as read back to the same bits.
+/// A number of digits that means: the fewest that read back to the same bits.
 inline constexpr std::uint32_t exactDigits = MATHEXPR_EXACT_DIGITS;
 
 /// A number or a point.
@@ -314,7 +315,7 @@ public:
     }
 #endif
 
-    /// The value as an expression has it, in any locale; see mathexpr_format_value_utf8.
+    /// The value as expression text, independent of the locale; see mathexpr_format_value_utf8.
     /// @param digits  significant digits, 1 to 17, or exactDigits
     std::string text(std::uint32_t digits = exactDigits) const
     {
@@ -367,7 +368,7 @@ struct Conversion
     static Element of(const Given& given) { return given; }
 };
 
-/// Of the pairs that a map holds.
+/// From the pairs of a map.
 template <class Given>
 struct Conversion<Variable, Given, std::void_t<decltype(std::declval<Given>().first, std::declval<Given>().second)>>
 {
@@ -382,8 +383,8 @@ using ElementOf = std::remove_cv_t<std::remove_reference_t<decltype(*std::begin(
 
 }
 
-/// What a call takes several of: braces, or any range whose elements convert, such as a vector of strings for names, or a map
-/// from names to numbers for variables. What its elements point at has to live during the call.
+/// A list argument: a braced list, or any range whose elements convert to Element, such as a vector of strings for names or a
+/// map from names to numbers for variables. It does not own what its elements refer to; that must outlive the call.
 template <class Element>
 class List
 {
@@ -420,13 +421,13 @@ using DataOf = decltype(std::declval<Container&>().data());
 
 }
 
-/// The values of one variable, in the host's memory.
+/// One value of a variable for each row, in the host's memory.
 class Column
 {
 public:
-    /// @param data    the first row's number or point, aligned to 8
-    /// @param count   of rows
-    /// @param stride  from one row to the next, in bytes, a multiple of 8; 0 repeats one value
+    /// @param data    first row's number or point, aligned to 8 bytes
+    /// @param count   number of rows
+    /// @param stride  bytes from one row to the next, a multiple of 8; 0 repeats the first value
     template <class Element, class = std::enable_if_t<detail::isElement<Element>>>
     Column(std::string_view name, const Element* data, std::size_t count,
            std::ptrdiff_t stride = static_cast<std::ptrdiff_t>(sizeof(Element))) noexcept
@@ -464,25 +465,25 @@ private:
     std::ptrdiff_t stride_;
 };
 
-/// Where the values of rows go, in the host's memory. A row without a value gets NaN.
+/// Receives one value for each row, in the host's memory. A refused row receives NaN.
 class Results
 {
 public:
-    /// @param stride  from one row to the next, in bytes, a multiple of 8; no two rows share memory
+    /// @param stride  bytes from one row to the next, a multiple of 8; rows must not overlap
     template <class Element, class = std::enable_if_t<detail::isElement<Element>>>
     Results(Element* data, std::size_t count,
             std::ptrdiff_t stride = static_cast<std::ptrdiff_t>(sizeof(Element))) noexcept
         : count_(count), isPoint_(std::is_same_v<Element, Point>), data_(data), stride_(stride)
     {}
 
-    /// @param container  of doubles or Points, with data() and size(), which has to outlive this object
+    /// @param container  of doubles or Points, with data() and size(); must outlive this object
     template <class Container,
               class = std::enable_if_t<detail::isElement<std::remove_pointer_t<detail::DataOf<Container>>>>>
     Results(Container&& container) noexcept : Results(container.data(), container.size())
     {}
 
-    /// Asks for the status of each row: MATHEXPR_ROW_..., or the number of a message.
-    /// @param status  as many as there are rows
+    /// Also requests the status of each row: MATHEXPR_ROW_..., or a message number.
+    /// @param status  one element for each row
     Results& withRowStatus(std::uint32_t* status) noexcept
     {
         rowStatus_ = status;
@@ -506,37 +507,37 @@ private:
     std::uint32_t* rowStatus_ = nullptr;
 };
 
-/// Outcome of an evaluation over arrays: all rows were evaluated, and some may have no value.
+/// Outcome of an evaluation over arrays. All rows were evaluated; some may have been refused.
 struct RowsOutcome
 {
     std::size_t failedCount = 0;
-    std::size_t firstFailed = 0;    ///< The first of them, from 0.
-    std::uint32_t firstStatus = 0;  ///< Its MATHEXPR_ROW_..., or the number of its message.
+    std::size_t firstFailed = 0;    ///< Index of the first failed row.
+    std::uint32_t firstStatus = 0;  ///< Its MATHEXPR_ROW_..., or its message number.
 };
 
 // ----- expressions -----------------------------------------------------------
 
-/// Asked, while a text is compiled, for a name that is neither a constant nor a variable. What it answers is a variable from
-/// then on.
+/// Called while a text is compiled, for a name that is neither a constant nor a variable. A value that it returns becomes a
+/// variable of that name.
 using Resolver = std::function<std::optional<Value>(std::string_view name)>;
 
-/// Shows one message to the user: its number, 1 to 19, and its text in the user's language.
+/// Shows a message to the user. The number is 1 to 19; the text is in the user's language.
 using MessageDisplay = std::function<void(std::uint32_t id, std::string_view text)>;
 
 /// Upper bounds on an accepted text; 0 is no limit.
 struct Limits
 {
     std::uint32_t maxTextLength = 0;  ///< Characters as typed.
-    std::uint32_t maxRecords = 0;     ///< Values, operators and function calls, each as often as it stands in the text.
-    std::uint32_t maxNesting = 0;     ///< Nesting depth: brackets, and operators before an operand.
+    std::uint32_t maxRecords = 0;     ///< Values, operators and function calls, counted at each use.
+    std::uint32_t maxNesting = 0;     ///< Nesting depth of brackets and prefix operators.
 };
 
-/// What an expression is made with.
+/// Options of an expression, fixed when it is created.
 struct Options
 {
     Resolver resolver{};
-    std::vector<std::string> names{};  ///< That the resolver would answer, for suggestions.
-    MessageDisplay showMessage{};      ///< Without one, no message is shown.
+    std::vector<std::string> names{};  ///< Names that the resolver knows, for suggestions.
+    MessageDisplay showMessage{};      ///< If empty, no message is shown.
     Limits limits{};
 };
 
@@ -545,7 +546,7 @@ class Editor;  // of mathexpr_editor.hpp
 
 namespace detail {
 
-/// A handle with the callables of the host, at an address that stays.
+/// A handle and the host's callables, at a fixed address.
 class Session
 {
 public:
@@ -582,7 +583,7 @@ public:
         return status;
     }
 
-    /// Lets out what a callable of the host has thrown in the call before.
+    /// Rethrows what a callable of the host threw during the last call.
     void rethrow()
     {
 #if MATHEXPR_HAS_EXCEPTIONS
@@ -593,7 +594,7 @@ public:
 #endif
     }
 
-    /// The error of a call that compiled or ran the text.
+    /// The error for a failed compilation or evaluation.
     Error errorOf(mathexpr_status status)
     {
         const bool hasDiagnostic =
@@ -722,7 +723,7 @@ public:
         return handle_;
     }
 
-    /// Keeps what a callable of the host throws from entering the library.
+    /// Holds back an exception of the host's callable, which must not enter the library.
     template <class Work>
     static void guarded([[maybe_unused]] Session& session, Work work)
     {
@@ -740,8 +741,8 @@ public:
 #endif
     }
 
-    std::string text{};       // compiled last, whether or not it compiles
-    bool isCompiled = false;  // and whether it did
+    std::string text{};       // the last text given to compile, valid or not
+    bool isCompiled = false;  // whether that text is valid
 
 private:
     static Error errorOfArrays(const List<Column>& columns, const mathexpr_bulk_outcome& outcome)
@@ -813,11 +814,11 @@ private:
 
 }
 
-/// The variables of an expression, which has to outlive this view. Names are compared without regard to the case of A to Z.
+/// A view of an expression's variables; the expression must outlive it. Names ignore the case of A to Z.
 class Variables
 {
 public:
-    /// Walks the variables as they were when the walk began.
+    /// Iterates over the names as they were at begin().
     class Iterator
     {
     public:
@@ -843,8 +844,7 @@ public:
         std::size_t index_ = 0;
     };
 
-    /// Sets a variable, which the compiled text computes with from the next evaluation on. A new one may be used by the next
-    /// text that is compiled.
+    /// Sets a variable. The next evaluation uses the new value. A new variable can be used by texts compiled afterwards.
     Result<void> trySet(std::string_view name, const Value& value) { return session_->set(name, value); }
 #if MATHEXPR_HAS_EXCEPTIONS
     void set(std::string_view name, const Value& value)
@@ -858,14 +858,14 @@ public:
         return session_->get(name);
     }
 
-    /// Forgets a variable. A text that reads it has to be compiled again.
-    /// @return whether there was one
+    /// Removes a variable. A text that uses it must be compiled again.
+    /// @return whether the variable existed
     bool remove(std::string_view name)
     {
         return mathexpr_remove_variable_utf8(session_->handle(), name.data(), name.size()) == MATHEXPR_OK;
     }
 
-    /// In the order of definition.
+    /// Names of all variables, in the order of definition.
     std::vector<std::string> names() const
     {
         return session_->names(MATHEXPR_NAMES_DEFINED);
@@ -887,12 +887,12 @@ private:
     detail::Session* session_;
 };
 
-/// A text and its variables: compiled once, evaluated as often as wanted.
+/// A text with its variables. Compile it once, evaluate it any number of times.
 class Expression
 {
 public:
-    /// Makes an expression and compiles its text.
-    /// @param variables  set before, since names have to be known when a text is compiled
+    /// Creates an expression and compiles its text.
+    /// @param variables  set before the text is compiled
     static Result<Expression> tryCreate(std::string_view text, const List<Variable>& variables = {},
                                         Options options = {})
     {
@@ -904,7 +904,7 @@ public:
         }
         return made && !result ? Result<Expression>(result.error()) : std::move(made);
     }
-    /// Makes an expression without a text.
+    /// Creates an expression without a text.
     static Result<Expression> tryCreate(Options options = {}) { return tryCreateEmpty(std::move(options)); }
 #if MATHEXPR_HAS_EXCEPTIONS
     explicit Expression(std::string_view text, const List<Variable>& variables = {}, Options options = {})
@@ -915,7 +915,7 @@ public:
     Expression(Expression&&) noexcept = default;
     Expression& operator=(Expression&&) noexcept = default;
 
-    /// Makes an expression of its own with the same text, variables and options.
+    /// Creates an independent expression with the same text, variables and options.
     Result<Expression> tryClone() const
     {
         Result<Expression> made = tryCreateEmpty(session_->options());
@@ -934,19 +934,19 @@ public:
         return made && !result ? Result<Expression>(result.error()) : std::move(made);
     }
 
-    /// Compiles another text. After a failure there is nothing to evaluate; the variables stay.
+    /// Compiles another text. After a failure there is nothing to evaluate. The variables are kept in any case.
     Result<void> tryCompile(std::string_view text)
     {
         return session_->compile(text);
     }
 
-    /// The value of the compiled text. An assignment such as "a=2" is made by the first evaluation that succeeds; one that
-    /// fails is forgotten.
+    /// Evaluates the compiled text. An assignment such as "a=2" takes effect at the first successful evaluation. After a
+    /// failed evaluation it is dropped.
     Result<Value> tryEvaluate()
     {
         return session_->evaluate();
     }
-    /// The value of another text, which is compiled first.
+    /// Compiles and evaluates another text.
     Result<Value> tryEvaluate(std::string_view text)
     {
         const Result<void> compiled = tryCompile(text);
@@ -964,11 +964,11 @@ public:
         return value ? value->tryPoint() : Result<Point>(value.error());
     }
 
-    /// Evaluates the compiled text for each row of arrays, which are read and written where they are. A row has the value
-    /// that an evaluation gives right after the text was compiled. A row without a value does not stop the others.
-    /// @param columns      of variables that were known when the text was compiled
-    /// @param results      as many as each column has rows; untouched after a failure
-    /// @param threadCount  how many threads compute; the results do not depend on it
+    /// Evaluates the compiled text for each row of arrays, without copying them. Each row yields the value of the first
+    /// evaluation after compiling. A refused row does not affect the others.
+    /// @param columns      values of variables that existed when the text was compiled
+    /// @param results      one for each row of the columns; not written if the call fails
+    /// @param threadCount  number of threads; it does not change the results
     Result<RowsOutcome> tryEvaluateArrays(const List<Column>& columns, const Results& results,
                                           std::uint32_t threadCount = 1)
     {
@@ -1015,19 +1015,19 @@ public:
         return Variables(*session_);
     }
 
-    /// The variables that the compiled text reads, in the order of first use.
+    /// Names of the variables that the compiled text uses, in the order of first use.
     std::vector<std::string> usedNames() const
     {
         return session_->names(MATHEXPR_NAMES_USED);
     }
 
-    /// The variables that the resolver has answered.
+    /// Names of the variables that the resolver supplied.
     std::vector<std::string> hostNames() const
     {
         return session_->names(MATHEXPR_NAMES_OF_HOST);
     }
 
-    /// The text that was compiled last, whether or not it compiles.
+    /// The last text given to compile, valid or not.
     const std::string& text() const noexcept
     {
         return session_->text;
@@ -1037,7 +1037,7 @@ public:
     {
         return session_->options().limits;
     }
-    /// In force from the next text that is compiled.
+    /// Applies to texts compiled afterwards.
     Result<void> trySetLimits(const Limits& limits)
     {
         return detail::resultOf(session_->setLimits(limits));
@@ -1060,28 +1060,28 @@ private:
     std::unique_ptr<detail::Session> session_;
 };
 
-/// The value of one text.
+/// Compiles and evaluates a text once.
 inline Result<Value> tryEvaluate(std::string_view text, const List<Variable>& variables = {}, Options options = {})
 {
     Result<Expression> expression = Expression::tryCreate(text, variables, std::move(options));
     return expression ? expression->tryEvaluate() : Result<Value>(expression.error());
 }
 
-/// The same for a text whose value is a number.
+/// Compiles and evaluates a text whose value is a number.
 inline Result<double> tryNumber(std::string_view text, const List<Variable>& variables = {}, Options options = {})
 {
     const Result<Value> value = tryEvaluate(text, variables, std::move(options));
     return value ? value->tryNumber() : Result<double>(value.error());
 }
 
-/// The same for a text whose value is a point.
+/// Compiles and evaluates a text whose value is a point.
 inline Result<Point> tryPoint(std::string_view text, const List<Variable>& variables = {}, Options options = {})
 {
     const Result<Value> value = tryEvaluate(text, variables, std::move(options));
     return value ? value->tryPoint() : Result<Point>(value.error());
 }
 
-/// The values of one text for each row of arrays; see Expression::tryEvaluateArrays.
+/// Compiles a text and evaluates it for each row of arrays; see Expression::tryEvaluateArrays.
 inline Result<RowsOutcome> tryEvaluateArrays(std::string_view text, const List<Column>& columns, const Results& results,
                                              std::uint32_t threadCount = 1)
 {
@@ -1127,18 +1127,18 @@ inline RowsOutcome evaluateArrays(std::string_view text, const List<Column>& col
 
 // ----- functions -------------------------------------------------------------
 
-/// A text as a callable of numbers, whose arguments are given by position: the fastest way to one number.
+/// A text as a callable with numbers as positional arguments. It is the fastest way to compute a single number.
 ///
 ///     mathexpr::Function area("pi/4*d^2", {"d"});
 ///     const double a = area(2.0);
 ///
-/// Each call gives what a fresh expression would, whatever was computed before. Nothing is allocated unless it fails. A text
-/// whose value is a point is refused when the function is made, with the status MATHEXPR_OTHER_KIND.
+/// Calls are independent: each returns what a new expression would. A successful call allocates nothing. If the value of the
+/// text is a point, creating the function fails with the status MATHEXPR_OTHER_KIND.
 class Function
 {
 public:
-    /// @param arguments  the names of the arguments, by position; the text need not use them
-    /// @param variables  what else the text may use; they keep these values
+    /// @param arguments  names of the arguments, by position; the text need not use all of them
+    /// @param variables  other names that the text may use, with fixed values
     static Result<Function> tryCreate(std::string_view text, const List<std::string_view>& arguments,
                                       const List<Variable>& variables = {}, Options options = {})
     {
@@ -1166,7 +1166,7 @@ public:
     Function(Function&&) noexcept = default;
     Function& operator=(Function&&) noexcept = default;
 
-    /// Makes a copy, such as one for another thread.
+    /// Copies the function, for example for another thread.
     Result<Function> tryClone() const
     {
         mathexpr_function* copy = nullptr;
@@ -1181,7 +1181,7 @@ public:
         const std::array<double, sizeof...(Numbers)> arguments{{static_cast<double>(numbers)...}};
         return tryCallWith(arguments.data(), arguments.size());
     }
-    /// @param count  of arguments
+    /// @param count  number of arguments
     Result<double> tryCallWith(const double* arguments, std::size_t count)
     {
         if (count != argumentCount())
@@ -1222,12 +1222,12 @@ public:
     }
 
 private:
-    /// What tells the reason of a call that failed; copies share it.
+    /// What is needed to explain a failed call; shared by copies.
     struct Source
     {
         std::string text;
         std::vector<std::string> arguments;
-        std::vector<std::pair<std::string, Value>> variables;  // that the text reads beside the arguments
+        std::vector<std::pair<std::string, Value>> variables;  // used by the text besides the arguments
     };
 
     struct Destroy
@@ -1276,7 +1276,7 @@ private:
         return made;
     }
 
-    /// Computes once more in an expression, whose diagnostic tells why.
+    /// Repeats the failed call in an expression, to get its diagnostic.
     Error explain(mathexpr_status status, const double* arguments) const
     {
         Result<Expression> expression = Expression::tryCreate();
