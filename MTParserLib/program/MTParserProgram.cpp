@@ -4,6 +4,8 @@
 // MTParserProgram.cpp - the memory of a program.
 #include "MTParserLib/program/MTParserProgram.h"
 
+#include "MTParserLib/run/MTBulkPlan.h"
+
 #include <algorithm>
 
 // NOLINTNEXTLINE(cert-err58-cpp): computed by the compiler
@@ -48,8 +50,16 @@ VALTYPE* MTSlotArena::allocateElsewhere(std::size_t count)
     return allocate(count);
 }
 
+MTParserProgram::MTParserProgram() noexcept
+{
+    clear();
+}
+
+MTParserProgram::~MTParserProgram() = default;
+
 void MTParserProgram::clear() noexcept
 {
+    bulkPlan.reset();
     steps.clear();
     usedVariables.clear();
     inputs.clear();

@@ -26,6 +26,8 @@
 #include <memory>
 #include <vector>
 
+class MTBulkPlan;
+
 /// The evaluation of one operator, function or variable.
 struct MTProgramStep
 {
@@ -99,7 +101,8 @@ private:
 class MTParserProgram
 {
 public:
-    MTParserProgram() noexcept { clear(); }
+    MTParserProgram() noexcept;
+    ~MTParserProgram();
 
     /// Forgets the steps and keeps the memory.
     void clear() noexcept;
@@ -122,6 +125,7 @@ public:
 
     MTScalarCode scalar;
     MTRunChoice choice;
+    std::unique_ptr<MTBulkPlan> bulkPlan;  ///< Of the last bulk evaluation; null before the first.
 
 private:
     friend class MTReentryGuard;

@@ -47,7 +47,14 @@ inline void readRow(const mathexpr::BulkColumn& column, std::size_t row, VALTYPE
 class MTBulkWriter
 {
 public:
+    MTBulkWriter() noexcept = default;
     explicit MTBulkWriter(const mathexpr::BulkResults& target) noexcept : results(target) {}
+
+    /// Whether the results take points, or numbers.
+    bool takes(bool isPoint) const noexcept
+    {
+        return results.kind == mathexpr::BulkKind::Record || isPoint == (results.kind == mathexpr::BulkKind::Point);
+    }
 
     /// Where the rows from this one on stand packed, of numbers (width 1) or of points (3); null where they do not.
     double* packedValues(std::size_t row, std::size_t width) const noexcept

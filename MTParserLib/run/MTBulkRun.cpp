@@ -4,9 +4,8 @@
 // MTBulkRun.cpp - rows are shared out in portions; whichever thread is free takes the next one.
 #include "MTParserLib/run/MTBulkRun.h"
 
-#include "MTParserLib/run/MTRowProgram.h"
+#include "MTParserLib/run/MTBulkPlan.h"
 #include "MTParserLib/tiles/MTTileSets.h"
-#include "MTParserLib/tiles/MTTileWorker.h"
 #include "platform/FloatingPointGuard.h"
 #include "platform/Threads.h"
 
@@ -19,34 +18,6 @@
 namespace {
 
 constexpr std::uint32_t mostThreads = 256;
-
-/// The value of a program that needs not be run.
-class ConstantWorker final : public MTBulkWorker
-{
-public:
-    ConstantWorker(const VALTYPE& constant, const mathexpr::BulkResults& results) noexcept
-        : value(constant), writer(results)
-    {}
-
-    bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override
-    {
-        bool allDone = true;
-        for (std::size_t j = 0; j < nbRows; ++j)
-        {
-            if (!writer.write(firstRow + j, value))
-            {
-                status[j] = mathexpr::RowStatus::OtherKind;
-                writer.writeFailure(firstRow + j);
-                allDone = false;
-            }
-        }
-        return allDone;
-    }
-
-private:
-    VALTYPE value;
-    MTBulkWriter writer;
-};
 
 /// Whether nobody can tell in which order rows are evaluated, and on which thread.
 bool isOrderHidden(const MTParserProgram& program)
@@ -122,6 +93,18 @@ std::size_t portionsOf(std::size_t nbRows) noexcept
     return nbRows / portionRows + (nbRows % portionRows != 0 ? 1 : 0);
 }
 
+/// The plan that is kept with the program, where it suits, or a new one in its place.
+MTBulkPlan& planOf(MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns, const MTTileSet* set)
+{
+    std::unique_ptr<MTBulkPlan>& kept = program.bulkPlan;
+    if (kept == nullptr || !kept->suits(columns, set))
+    {
+        kept.reset();
+        kept = std::make_unique<MTBulkPlan>(program, columns, set);
+    }
+    return *kept;
+}
+
 }
 
 const MTTileSet& widestTileSet() noexcept
@@ -130,42 +113,33 @@ const MTTileSet& widestTileSet() noexcept
     return *sets[sets.size() - 1];
 }
 
-MTBulkTally runInBulk(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns,
-                      std::size_t nbRows, const mathexpr::BulkResults& results, std::uint32_t nbThreads,
-                      const MTTileSet* set)
+MTBulkTally runInBulk(MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns, std::size_t nbRows,
+                      const mathexpr::BulkResults& results, std::uint32_t nbThreads, const MTTileSet* set)
 {
-    const bool isConstant = program.isConstant();
-    const auto tiles =
-        isConstant || set == nullptr ? nullptr : MTTileProgram::build(program, columns, results.kind, *set);
-    const auto makeWorker = [&]() -> std::unique_ptr<MTBulkWorker> {
-        if (isConstant)
-        {
-            return std::make_unique<ConstantWorker>(*program.root, results);
-        }
-        if (tiles)
-        {
-            return std::make_unique<MTTileWorker>(*tiles, program, columns, results);
-        }
-        return std::make_unique<MTRowProgram>(program, columns, results);
-    };
-
-    std::size_t nbWorkers = 1;
+    MTBulkPlan& plan = planOf(program, columns, set);
+    plan.getWorker().bind(columns, results);
+    std::size_t nbOthers = 0;
     if (nbThreads > 1 && nbRows > portionRows && isOrderHidden(program))
     {
-        nbWorkers = std::min<std::size_t>({nbThreads, mostThreads, portionsOf(nbRows)});
+        nbOthers = std::min<std::size_t>({nbThreads, mostThreads, portionsOf(nbRows)}) - 1;
     }
     Rows rows(nbRows, results.status);
-    if (nbWorkers == 1)
+    if (nbOthers == 0)
     {
-        return rows.evaluatePortions(*makeWorker());
+        return rows.evaluatePortions(plan.getWorker());
     }
 
     // All memory is taken before a row is evaluated.
-    std::vector<std::unique_ptr<MTBulkWorker>> workers(nbWorkers);
-    std::generate(workers.begin(), workers.end(), makeWorker);
-    std::vector<MTBulkTally> tallies(nbWorkers);
-    platform::runOnThreads(
-        nbWorkers, [&](std::size_t worker) noexcept { tallies[worker] = rows.evaluatePortions(*workers[worker]); });
+    std::vector<std::unique_ptr<MTBulkWorker>> others(nbOthers);
+    for (std::unique_ptr<MTBulkWorker>& other : others)
+    {
+        other = plan.makeWorker(columns);
+        other->bind(columns, results);
+    }
+    std::vector<MTBulkTally> tallies(1 + nbOthers);
+    platform::runOnThreads(tallies.size(), [&](std::size_t worker) noexcept {
+        tallies[worker] = rows.evaluatePortions(worker == 0 ? plan.getWorker() : *others[worker - 1]);
+    });
     MTBulkTally all;
     for (const MTBulkTally& tally : tallies)
     {

@@ -29,12 +29,12 @@ struct MTBulkTally
     std::uint32_t firstStatus = 0;  ///< Its RowStatus.
 };
 
-/// @param program    complete; has to stay as it is meanwhile
+/// @param program    complete; has to stay as it is meanwhile, and keeps what the next call with such columns can use
 /// @param columns    of variables that the program reads; what they and the results hold has been checked
 /// @param nbThreads  the most that may compute, the calling one among them
 /// @param set        whose kernels compute tiles; null: every row is computed by itself. Tests choose; the processor's
 ///                   widest is the fastest.
 /// @throws std::bad_alloc, before any row is evaluated; and what an item of the host throws
-MTBulkTally runInBulk(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns,
-                      std::size_t nbRows, const mathexpr::BulkResults& results, std::uint32_t nbThreads,
+MTBulkTally runInBulk(MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns, std::size_t nbRows,
+                      const mathexpr::BulkResults& results, std::uint32_t nbThreads,
                       const MTTileSet* set = &widestTileSet());

@@ -6,7 +6,9 @@
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
+#include "MTParserLib/run/MTBulkArrays.h"
 #include "mathexpr/BulkArrays.h"
+#include "platform/ArrayView.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -19,6 +21,10 @@ class MTBulkWorker
 {
 public:
     virtual ~MTBulkWorker() = default;
+
+    /// Points at the arrays of a call, before its rows are evaluated. All memory that rows need is taken here.
+    /// @param columns  of the same variables and kinds, in the same order, as those that the worker was made for
+    virtual void bind(platform::ArrayView<const MTBoundColumn> columns, const mathexpr::BulkResults& results) = 0;
 
     /// Evaluates some rows, at most blockRows, and writes their results. Nothing is allocated.
     /// @param status  a RowStatus for each of these rows, all 0 on entry

@@ -4,18 +4,22 @@
 // MTRowProgram.cpp - see MTRowProgram.h.
 #include "MTParserLib/run/MTRowProgram.h"
 
-MTRowProgram::MTRowProgram(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> bound,
-                           const mathexpr::BulkResults& results)
-    : copy(program), writer(results)
+MTRowProgram::MTRowProgram(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> bound)
+    : copy(program)
 {
     for (const MTBoundColumn& column : bound)
     {
-        VALTYPE* const variable = copy.addInput(*column.variable);
-        if (variable != nullptr)
-        {
-            columns.push_back({variable, column.column});
-        }
+        columns.push_back({copy.addInput(*column.variable), {}});
     }
+}
+
+void MTRowProgram::bind(platform::ArrayView<const MTBoundColumn> bound, const mathexpr::BulkResults& results)
+{
+    for (std::size_t j = 0; j < bound.size(); ++j)
+    {
+        columns[j].source = bound[j].column;
+    }
+    writer = MTBulkWriter(results);
 }
 
 bool MTRowProgram::evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status)
@@ -38,7 +42,10 @@ std::uint32_t MTRowProgram::evaluateRow(std::size_t row)
     copy.refresh();
     for (const Column& column : columns)
     {
-        readRow(column.source, row, *column.variable);
+        if (column.variable != nullptr)
+        {
+            readRow(column.source, row, *column.variable);
+        }
     }
     const std::uint32_t status = copy.run();
     if (status == mathexpr::RowStatus::Done && !writer.write(row, copy.getRoot()))

@@ -19,8 +19,9 @@ class MTRowProgram final : public MTBulkWorker
 {
 public:
     /// @param program  complete; has to stay as it is for the life of this object
-    MTRowProgram(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns,
-                 const mathexpr::BulkResults& results);
+    MTRowProgram(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns);
+
+    void bind(platform::ArrayView<const MTBoundColumn> bound, const mathexpr::BulkResults& results) override;
 
     /// @throws what an item of the host throws, but for the exception with code 15
     bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
@@ -28,7 +29,7 @@ public:
 private:
     struct Column
     {
-        VALTYPE* variable;
+        VALTYPE* variable;  ///< Null where no step reads it.
         mathexpr::BulkColumn source;
     };
 

@@ -88,7 +88,7 @@ public:
         result = addPlace(0);
     }
 
-    std::unique_ptr<const MTTileProgram> build(mathexpr::BulkKind results)
+    std::unique_ptr<const MTTileProgram> build()
     {
         // A copy of a variable has a flag and coordinates of its own. The last step is the root's.
         const bool built =
@@ -99,9 +99,7 @@ public:
             return nullptr;
         }
         const Value& root = values.at(program.root);
-        const bool isPoint = root.sample.type != 0;
-        const bool isTaken = results == mathexpr::BulkKind::Record || isPoint == (results == mathexpr::BulkKind::Point);
-        if (root.uniform || !isTaken)
+        if (root.uniform)
         {
             return nullptr;
         }
@@ -470,7 +468,7 @@ private:
 
 std::unique_ptr<const MTTileProgram> MTTileProgram::build(const MTParserProgram& program,
                                                           platform::ArrayView<const MTBoundColumn> columns,
-                                                          mathexpr::BulkKind results, const MTTileSet& set)
+                                                          const MTTileSet& set)
 {
-    return Builder(program, columns, set).build(results);
+    return Builder(program, columns, set).build();
 }

@@ -46,9 +46,8 @@ public:
     /// @param set      for whose kernels
     /// @return null where the program has to run row by row: where the host may tell, draw random numbers in between,
     ///         or where no row has a value
-    static std::unique_ptr<const MTTileProgram> build(const MTParserProgram& program,
-                                                      platform::ArrayView<const MTBoundColumn> columns,
-                                                      mathexpr::BulkKind results, const MTTileSet& set);
+    static std::unique_ptr<const MTTileProgram>
+    build(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns, const MTTileSet& set);
 
 private:
     friend class MTTileWorker;

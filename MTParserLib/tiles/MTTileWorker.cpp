@@ -25,42 +25,21 @@ bool isPacked(const mathexpr::BulkColumn& column) noexcept
 }
 
 MTTileWorker::MTTileWorker(const MTTileProgram& tileProgram, const MTParserProgram& source,
-                           platform::ArrayView<const MTBoundColumn> boundColumns, const mathexpr::BulkResults& results)
-    : program(tileProgram), rows(source, boundColumns, results), writer(results), tileRows(tileProgram.set.nbRows),
-      args(tileProgram.mostArgs)
+                           platform::ArrayView<const MTBoundColumn> boundColumns)
+    : program(tileProgram), rows(source, boundColumns), tileRows(tileProgram.set.nbRows), args(tileProgram.mostArgs)
 {
     const std::size_t resultPlace = boundColumns.size();
-    columns.reserve(resultPlace);
-    std::size_t total = numbersPerLine;
-    for (const MTBoundColumn& bound : boundColumns)
-    {
-        const std::size_t width = program.places[columns.size()].width;
-        const bool packed = isPacked(bound.column);
-        columns.push_back({bound.column, width, packed, nullptr});
-        total += (packed ? tileRows : blockRows) * width;
-    }
-    const std::size_t resultWidth = program.places[resultPlace].width;
-    const std::size_t resultRows = writer.packedValues(0, resultWidth) != nullptr ? tileRows : blockRows;
-    total += resultRows * resultWidth;
+    std::size_t total = 0;
     for (std::size_t place = resultPlace + 1; place < program.places.size(); ++place)
     {
         total += tileRows * program.places[place].width;
     }
-    memory.resize(total);
-    const std::size_t misaligned = reinterpret_cast<std::uintptr_t>(memory.data()) / sizeof(double) % numbersPerLine;
-    nbAllocated = roundUpToLine(misaligned) - misaligned;
-
+    buffers.reserve(total);
     places.resize(program.places.size());
-    moved.reserve(columns.size() + 1);
-    for (Column& column : columns)
-    {
-        column.copy = allocate((column.packed ? tileRows : blockRows) * column.width);
-    }
-    ownResults = allocate(resultRows * resultWidth);
     for (std::size_t place = resultPlace + 1; place < places.size(); ++place)
     {
         const MTTileProgram::Place& description = program.places[place];
-        places[place] = allocate(tileRows * description.width);
+        places[place] = buffers.allocate(tileRows * description.width);
         for (std::size_t row = 0; description.uniform && row < tileRows; ++row)
         {
             std::copy_n(&description.value.x, description.width, places[place] + row * description.width);
@@ -70,20 +49,53 @@ MTTileWorker::MTTileWorker(const MTTileProgram& tileProgram, const MTParserProgr
     {
         moved.push_back({&places[place], tileRows * program.places[place].width});
     }
+    columns.resize(resultPlace);
     context.places = places.data();
     context.nbRows = tileRows;
     context.args = args.data();
 }
 
-double* MTTileWorker::allocate(std::size_t count) noexcept
+void MTTileWorker::bind(platform::ArrayView<const MTBoundColumn> bound, const mathexpr::BulkResults& results)
 {
-    double* const allocated = memory.data() + nbAllocated;
+    rows.bind(bound, results);
+    writer = MTBulkWriter(results);
+    resultsFit = writer.takes(program.rootHead.type != 0);
+    const std::size_t width = program.places[columns.size()].width;
+    const std::size_t resultNumbers = (writer.packedValues(0, width) != nullptr ? tileRows : blockRows) * width;
+    std::size_t total = resultNumbers;
+    for (std::size_t j = 0; j < columns.size(); ++j)
+    {
+        columns[j] = {bound[j].column, program.places[j].width, isPacked(bound[j].column), nullptr};
+        total += columns[j].copiedRows(tileRows) * columns[j].width;
+    }
+    copies.reserve(total);
+    for (Column& column : columns)
+    {
+        column.copy = copies.allocate(column.copiedRows(tileRows) * column.width);
+    }
+    ownResults = copies.allocate(resultNumbers);
+}
+
+void MTTileWorker::Memory::reserve(std::size_t count)
+{
+    numbers.resize(std::max(numbers.size(), count + numbersPerLine));
+    const std::size_t misaligned = reinterpret_cast<std::uintptr_t>(numbers.data()) / sizeof(double) % numbersPerLine;
+    nbAllocated = roundUpToLine(misaligned) - misaligned;
+}
+
+double* MTTileWorker::Memory::allocate(std::size_t count) noexcept
+{
+    double* const allocated = numbers.data() + nbAllocated;
     nbAllocated += count;
     return allocated;
 }
 
 bool MTTileWorker::evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status)
 {
+    if (!resultsFit)
+    {
+        return rows.evaluate(firstRow, nbRows, status);
+    }
     const std::size_t nbRest = nbRows % tileRows;
     const std::size_t nbWhole = nbRows - nbRest;
     const bool wholeDone = evaluateTiles(firstRow, nbWhole / tileRows, status);

@@ -28,8 +28,9 @@ class MTTileWorker final : public MTBulkWorker
 public:
     /// @param tileProgram  outlives this object, as does the program that it was built from
     MTTileWorker(const MTTileProgram& tileProgram, const MTParserProgram& source,
-                 platform::ArrayView<const MTBoundColumn> boundColumns, const mathexpr::BulkResults& results);
+                 platform::ArrayView<const MTBoundColumn> boundColumns);
 
+    void bind(platform::ArrayView<const MTBoundColumn> bound, const mathexpr::BulkResults& results) override;
     bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
 
 private:
@@ -39,24 +40,39 @@ private:
         std::size_t width;
         bool packed;
         double* copy;
+
+        std::size_t copiedRows(std::size_t tileRows) const noexcept { return packed ? tileRows : blockRows; }
+    };
+
+    /// Memory from the beginning of a line of the cache on.
+    class Memory
+    {
+    public:
+        /// Gives up what was allocated.
+        void reserve(std::size_t count);
+        double* allocate(std::size_t count) noexcept;
+
+    private:
+        std::vector<double> numbers;
+        std::size_t nbAllocated = 0;
     };
 
     bool evaluateTiles(std::size_t firstRow, std::size_t nbTiles, std::uint32_t* status);
     bool evaluateRest(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status);
     void copyRows(const Column& column, std::size_t firstRow, std::size_t nbRows, std::size_t nbPadded) noexcept;
     void writeRows(std::size_t firstRow, std::size_t nbRows, const double* values) const noexcept;
-    double* allocate(std::size_t count) noexcept;
 
     const MTTileProgram& program;
     MTRowProgram rows;
     MTBulkWriter writer;
     const std::size_t tileRows;
     std::vector<Column> columns;
-    std::vector<double> memory;
-    std::size_t nbAllocated = 0;
+    Memory buffers;  // and uniform places
+    Memory copies;   // of columns and results
     std::vector<double*> places;
     std::vector<MTTileColumn> moved;  // the columns and the results
     double* ownResults = nullptr;
+    bool resultsFit = false;  // the kind of the value
     std::vector<VALTYPE> args;
     MTTileWorkerContext context{};
 };

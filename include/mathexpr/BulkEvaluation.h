@@ -16,7 +16,8 @@
 //
 // The arrays are read and written where they are, whatever their strides, and nothing is allocated in proportion to the
 // number of rows. Afterwards the object is what it was before: its variables, what its program holds from earlier
-// evaluations, its pending assignment, its diagnostic.
+// evaluations, its pending assignment, its diagnostic. Beside its program it keeps what the next call with columns of the
+// same names and kinds would make again, and nothing of the host's, until another text is compiled.
 #pragma once
 
 #include "mathexpr/BulkArrays.h"

@@ -4,6 +4,7 @@
 // BulkEvaluationTests.cpp - bulk evaluation as a host meets it: arrays in and out, rows that fail, input that is refused, and an
 // object that is afterwards what it was. That values are those of single evaluations is for tests/reference.
 #include "mathexpr/BulkEvaluation.h"
+#include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"
 #include "tests/additions/Session.h"
 
@@ -452,6 +453,129 @@ TEST_F(BulkTest, DeepExpressions)
     EXPECT_EQ(numbers({numbersOf(L"x", x)}, 3), (Numbers{4001, 8002, 12003}));
     compile(flat.c_str());
     EXPECT_EQ(numbers({numbersOf(L"x", x)}, 3), (Numbers{2001, 4002, 6003}));
+}
+
+/// Columns, variables without a column, kinds of results and texts may change from one call to the next.
+class BulkTestOfCalls : public BulkTest
+{
+protected:
+    /// The rows that an object computes which has never evaluated in bulk.
+    Numbers freshly(const wchar_t* text, const std::vector<mathexpr::BulkColumn>& columns, std::size_t nbRows)
+    {
+        Session fresh(true);
+        for (const wchar_t* name : {L"x", L"y", L"p", L"q"})
+        {
+            VALTYPE value;
+            EXPECT_TRUE(mathexpr::getVariable(session.expression, name, value));
+            mathexpr::setVariable(fresh.expression, name, value);
+        }
+        EXPECT_TRUE(fresh.expression.setExpression(text));
+        Numbers results(nbRows, 99.0);
+        EXPECT_TRUE(mathexpr::evaluateBulk(fresh.expression, columns.data(), columns.size(), nbRows, {results.data()},
+                                           1, outcome));
+        return results;
+    }
+
+    const Numbers x = {1, 99, 2, 99, 3, 99, 4};
+    const Numbers y = {-1, -2, -3, -4};
+    const Numbers points = {1, 0, 0, 0, 2, 0, 0, 0, 3, 4, 0, 0};
+};
+
+TEST_F(BulkTestOfCalls, AnyColumnsMayBeGivenInAnyOrder)
+{
+    const wchar_t* const text = L"dist(p,q)*x+y";
+    compile(text);
+    const mathexpr::BulkColumn gaps{L"x", x.data(), doubles(2)};
+    const mathexpr::BulkColumn packed = numbersOf(L"x", x);
+    const mathexpr::BulkColumn other = numbersOf(L"y", y);
+    const std::vector<std::vector<mathexpr::BulkColumn>> calls = {{packed, other},
+                                                                  {packed, other},
+                                                                  {gaps, other},
+                                                                  {other, gaps},
+                                                                  {pointsOf(L"p", points), packed},
+                                                                  {pointsOf(L"q", points), packed},
+                                                                  {numbersOf(L"p", y), packed},
+                                                                  {other},
+                                                                  {packed, other, numbersOf(L"unread", y)},
+                                                                  {packed, other}};
+    mathexpr::setVariable(session.expression, L"q", point(1, 1, 1));
+    for (std::size_t call = 0; call < calls.size(); ++call)
+    {
+        Numbers found(4, 99.0);
+        ASSERT_TRUE(run(calls[call], 4, {found.data()}));
+        const std::size_t failedCount = outcome.failedCount;
+        EXPECT_EQ(found.size(), 4U);
+        const Numbers expected = freshly(text, calls[call], 4);
+        EXPECT_EQ(failedCount, outcome.failedCount) << "call " << call;
+        for (std::size_t row = 0; row < 4; ++row)
+        {
+            EXPECT_TRUE(found[row] == expected[row] || (std::isnan(found[row]) && std::isnan(expected[row])))
+                << "call " << call << ", row " << row;
+        }
+    }
+}
+
+TEST_F(BulkTestOfCalls, AVariableWithoutAColumnHasItsPresentValue)
+{
+    for (const wchar_t* text : {L"1/y+x", L"max(x,y,1,2)", L"x+0*y"})
+    {
+        compile(text);
+        for (const double value : {2.0, 4.0, 0.0, -0.0, 2.0, std::nan("")})
+        {
+            mathexpr::setVariable(session.expression, L"y", number(value));
+            Numbers found(4, 99.0);
+            ASSERT_TRUE(run({numbersOf(L"x", x)}, 4, {found.data()}));
+            const std::vector<std::uint32_t> statusFound = status;
+            EXPECT_EQ(testing::PrintToString(found), testing::PrintToString(freshly(text, {numbersOf(L"x", x)}, 4)));
+            EXPECT_EQ(outcome.failedCount, statusFound[0] != 0 ? 4U : 0U);
+        }
+    }
+    compile(L"y*x");
+    EXPECT_EQ(numbers({numbersOf(L"x", y)}, 2).size(), 2U);
+    mathexpr::setVariable(session.expression, L"y", point(1, 2, 3));
+    Numbers products(6);
+    ASSERT_TRUE(run({numbersOf(L"x", y)}, 2, {products.data(), doubles(3), mathexpr::BulkKind::Point}));
+    EXPECT_EQ(products, (Numbers{-1, -2, -3, -2, -4, -6}));
+}
+
+TEST_F(BulkTestOfCalls, ResultsMayBeOfAnotherKind)
+{
+    compile(L"x*2");
+    const std::vector<mathexpr::BulkColumn> columns = {numbersOf(L"x", y)};
+    EXPECT_EQ(numbers(columns, 4), (Numbers{-2, -4, -6, -8}));
+    Numbers asPoints(12, 99.0);
+    ASSERT_TRUE(run(columns, 4, {asPoints.data(), doubles(3), mathexpr::BulkKind::Point}));
+    EXPECT_EQ(outcome.failedCount, 4U);
+    EXPECT_EQ(outcome.firstStatus, mathexpr::RowStatus::OtherKind);
+    EXPECT_TRUE(std::isnan(asPoints[11]));
+    std::vector<VALTYPE> records(4);
+    ASSERT_TRUE(run(columns, 4, {records.data(), sizeof(VALTYPE), mathexpr::BulkKind::Record}));
+    EXPECT_EQ(records[3].x, -8);
+    EXPECT_EQ(numbers(columns, 4), (Numbers{-2, -4, -6, -8}));
+}
+
+TEST_F(BulkTestOfCalls, AnotherTextIsAnotherProgram)
+{
+    const std::vector<mathexpr::BulkColumn> columns = {numbersOf(L"x", y)};
+    for (const wchar_t* text : {L"x*2", L"x*3", L"5", L"x", L"x*2"})
+    {
+        compile(text);
+        EXPECT_EQ(numbers(columns, 4), freshly(text, columns, 4));
+    }
+    EXPECT_THROW(session.expression.setExpression(L"x*"), mathexpr::ParsingException);
+    EXPECT_EQ(refusal(columns, {Numbers(4).data()}), mathexpr::BulkError::NoProgram);
+    compile(L"x-1");
+    numbers(columns, 4);
+    mathexpr::ExpressionLimits limits;
+    limits.maxTextLength = 3;
+    mathexpr::setLimits(session.expression, limits);
+    EXPECT_EQ(numbers(columns, 4), (Numbers{-2, -3, -4, -5}));  // in force from the next text on
+    EXPECT_THROW(session.expression.setExpression(L"x-10"), mathexpr::ParsingException);
+    EXPECT_EQ(refusal(columns, {Numbers(4).data()}), mathexpr::BulkError::NoProgram);
+    compile(L"x-2");
+    EXPECT_EQ(numbers(columns, 4), (Numbers{-3, -4, -5, -6}));
+    ASSERT_TRUE(mathexpr::removeVariable(session.expression, L"x"));
+    EXPECT_EQ(refusal(columns, {Numbers(4).data()}), mathexpr::BulkError::NoProgram);
 }
 
 TEST_F(BulkTest, ACalculatorsLastTextIsEvaluated)

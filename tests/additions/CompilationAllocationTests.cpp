@@ -69,4 +69,30 @@ TEST(Allocations, AreNotMadeForRows)
     }
 }
 
+// The tile code of a text and the memory of its worker are kept until another text is compiled.
+TEST(Allocations, AreNotMadeAgainForTheSameColumns)
+{
+    Session session(true);
+    session.host.names = {{L"x", number(1)}};
+    const double x = 2.0;
+    double result = 0.0;
+    const mathexpr::BulkColumn column{L"x", &x};
+    const auto allocationsFor = [&](const wchar_t* text) {
+        EXPECT_TRUE(session.expression.setExpression(text));
+        std::vector<std::size_t> made;
+        for (int call = 0; call < 3; ++call)
+        {
+            mathexpr::BulkOutcome outcome;
+            const std::size_t before = memory::madeCount();
+            EXPECT_TRUE(mathexpr::evaluateBulk(session.expression, &column, 1, 1, {&result}, 1, outcome));
+            made.push_back(memory::madeCount() - before);
+        }
+        EXPECT_EQ(made[1], made[2]);
+        EXPECT_LT(made[1], made[0]);
+        return made[1];
+    };
+    const std::size_t forOneStep = allocationsFor(L"x+1");
+    EXPECT_EQ(allocationsFor(L"max(x,2,3,4)*sqrt(x)-x/2+[x,1,2]*[3,x,4]"), forOneStep);
+}
+
 }

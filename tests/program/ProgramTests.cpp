@@ -298,8 +298,7 @@ bool runsInTiles(const std::wstring& text)
     InPlace compiled(text);
     const double number = 0;
     const MTBoundColumn x{compiled.factory.values.at(L"x"), {L"x", &number}};
-    return MTTileProgram::build(compiled.compilation.program, {&x, 1}, mathexpr::BulkKind::Record, baselineTiles) !=
-           nullptr;
+    return MTTileProgram::build(compiled.compilation.program, {&x, 1}, baselineTiles) != nullptr;
 }
 
 TEST(Programs, RunInTilesWhereAllKindsAreTaken)

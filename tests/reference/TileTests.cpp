@@ -10,6 +10,7 @@
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "MTParserLib/compile/MTCompilation.h"
+#include "MTParserLib/run/MTBulkPlan.h"
 #include "MTParserLib/run/MTBulkRun.h"
 #include "MTParserLib/tiles/MTTileProgram.h"
 #include "MTParserLib/tiles/MTTileSets.h"
@@ -286,7 +287,7 @@ TEST_F(Tiles, ComeToWhatEachRowDoesByItself)
             EXPECT_EQ(evaluate(set, nbRows, kind, gap), expected) << set->nbRows << " rows of a tile";
         }
         nbInTiles +=
-            !isConstant() && MTTileProgram::build(compilation.program, makeColumns(gap), kind, baselineTiles) ? 1U : 0U;
+            !isConstant() && MTTileProgram::build(compilation.program, makeColumns(gap), baselineTiles) ? 1U : 0U;
         ASSERT_FALSE(HasFailure()) << "seed " << seed << ": " << narrow(text) << ", " << nbRows << " rows";
     }
     EXPECT_GT(nbInTiles, count / 2);
@@ -302,21 +303,39 @@ TEST_F(Tiles, TakeProgramsThatDifferFromRowToRowOnlyByValue)
                                 L"[x,y,x,y]", L"m2f(x)&m2f(y)", L"[p,x]", L"cm2cm(x)", L"x^p"})
     {
         ASSERT_TRUE(compile(text));
-        EXPECT_TRUE(MTTileProgram::build(compilation.program, columns, BulkKind::Record, baselineTiles))
-            << narrow(text);
+        EXPECT_TRUE(MTTileProgram::build(compilation.program, columns, baselineTiles)) << narrow(text);
         const Rows expected = evaluate(nullptr, 1, BulkKind::Record, 0);
         EXPECT_EQ(evaluate(&baselineTiles, 1, BulkKind::Record, 0), expected) << narrow(text);
     }
     for (const wchar_t* text : {L"rand(0,x)", L"x", L"k+1", L"x/0", L"x+p", L"sin(p)", L"x+sqrt(k-2)"})
     {
         ASSERT_TRUE(compile(text));
-        EXPECT_FALSE(MTTileProgram::build(compilation.program, columns, BulkKind::Record, baselineTiles))
-            << narrow(text);
+        EXPECT_FALSE(MTTileProgram::build(compilation.program, columns, baselineTiles)) << narrow(text);
     }
-    ASSERT_TRUE(compile(L"x+1"));
-    EXPECT_FALSE(MTTileProgram::build(compilation.program, columns, BulkKind::Point, baselineTiles));
-    ASSERT_TRUE(compile(L"p+q"));
-    EXPECT_FALSE(MTTileProgram::build(compilation.program, columns, BulkKind::Number, baselineTiles));
+}
+
+TEST_F(Tiles, ServeCallsWithOtherArraysAndResults)
+{
+    Random random(1);
+    for (const wchar_t* text : {L"x/y+k", L"p/x+q", L"dist(p,q)/y", L"x", L"2*3", L"[x,max(y,1,2,3),k]"})
+    {
+        ASSERT_TRUE(compile(text));
+        for (int call = 0; call < 60; ++call)
+        {
+            const std::size_t nbRows = 1 + random.below(700);
+            makeData(random, nbRows, 2);
+            const BulkKind kind = random.pick(std::array{BulkKind::Number, BulkKind::Point, BulkKind::Record});
+            const std::ptrdiff_t gap = random.chance(50) ? 0 : 1;
+            const Rows found =
+                evaluate(availableTileSets()[random.below(availableTileSets().size())], nbRows, kind, gap);
+            compilation.program.bulkPlan.reset();
+            ASSERT_EQ(found, evaluate(nullptr, nbRows, kind, gap)) << narrow(text) << ", call " << call;
+            if (random.chance(50))
+            {
+                compilation.program.bulkPlan.reset();
+            }
+        }
+    }
 }
 
 TEST_F(Tiles, AreGivenUpForARefusalInAnyPlace)

@@ -264,6 +264,27 @@ Operation inBulk(const std::wstring& text, std::uint32_t nbThreads, std::size_t 
             }};
 }
 
+/// A bulk evaluation after one with packed arrays, now with gaps, which take more memory to move.
+Operation inBulkAgain(const std::wstring& text)
+{
+    Operation operation = inBulk(text, 1, 100);
+    operation.name += ", again";
+    operation.prepare = [first = operation](Subject& subject) {
+        first.prepare(subject);
+        ASSERT_TRUE(first.run(subject));
+    };
+    operation.run = [](Subject& subject) {
+        static const std::array<double, 200> column{};
+        static std::array<double, 100> results;
+        const mathexpr::BulkColumn columns[] = {{L"n", column.data(), 2 * sizeof(double)}};
+        mathexpr::BulkOutcome outcome;
+        return mathexpr::evaluateBulk(subject.expression, columns, 1, 100, {results.data()}, 1, outcome)
+                   ? std::optional(number(results[99]))
+                   : std::nullopt;
+    };
+    return operation;
+}
+
 const std::vector<Operation>& operations()
 {
     static const std::vector<Operation> all = [] {
@@ -326,6 +347,7 @@ const std::vector<Operation>& operations()
         list.push_back(inBulk(L"n*2+sin(n)", 4));
         list.push_back(inBulk(L"dist(p1,[n,n,n])+max(n,1,2,3)", 4));
         list.push_back(inBulk(L"sin([n,n,n])", 1, 2));
+        list.push_back(inBulkAgain(L"n*2+sin(n)"));
         for (const wchar_t* text :
              {L"2*orth+sqrt(n1)", L"dist([1,2,0],wi", L"1+2pi", L"a_rather_long_name_of_a_variable=1"})
         {
