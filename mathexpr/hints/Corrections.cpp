@@ -117,6 +117,32 @@ std::wstring withBracketsBeforePlus(const std::wstring& text, const KnownNames& 
     return textOf(pieces);
 }
 
+/// Whether a factor begins with a piece that is no number.
+bool isFactor(const TextPiece& piece, const TextPiece& next, const KnownNames& names)
+{
+    return piece.isMark(L'(') ||
+           (piece.isWord && (names.isNamedValue(piece.text) || (next.isMark(L'(') && names.isFunction(piece.text))));
+}
+
+/// The pieces of a text, with "2pi" as two.
+Pieces factorsOf(const std::wstring& text, const KnownNames& names)
+{
+    Pieces pieces = piecesOf(text);
+    for (std::size_t at = 0; at + 1 < pieces.size(); ++at)
+    {
+        const TextPiece next = pieces[at + 1];
+        const std::size_t length = lengthOfNumber(pieces[at].text);
+        const TextPiece rest{{}, pieces[at].text.substr(length), true};
+        const bool isPowerOfTen = rest.text == L"e" && next.isMark(L'+');
+        if (length != 0 && !isPowerOfTen && !isFactor(pieces[at], next, names) && isFactor(rest, next, names))
+        {
+            pieces[at].text.resize(length);
+            pieces.insert(pieces.begin() + static_cast<std::ptrdiff_t>(at) + 1, rest);
+        }
+    }
+    return pieces;
+}
+
 bool mayBeArgument(const TextPiece& piece, const KnownNames& names)
 {
     return piece.isWord && (names.isNumber(piece.text) || names.isNamedValue(piece.text));
@@ -125,7 +151,7 @@ bool mayBeArgument(const TextPiece& piece, const KnownNames& names)
 /// "Sin(30)", "Sin 30", "Pi" and "PI()".
 std::wstring withCase(const std::wstring& text, const KnownNames& names)
 {
-    Pieces pieces = piecesOf(text);
+    Pieces pieces = factorsOf(text, names);
     for (std::size_t at = 0; at + 1 < pieces.size(); ++at)
     {
         const std::wstring word = pieces[at].text;
@@ -158,10 +184,22 @@ std::wstring withCase(const std::wstring& text, const KnownNames& names)
     return textOf(pieces);
 }
 
-/// "sin 30", "ln x", "sin -30", "sin30" and "Sin30".
+/// The index of the piece behind an argument without brackets, which may be a product such as "2x"; where none begins,
+/// that of the first piece.
+std::size_t behindArgument(const Pieces& pieces, std::size_t first, const KnownNames& names)
+{
+    std::size_t behind = first + (mayBeArgument(pieces[first], names) ? 1 : 0);
+    while (behind != first && names.isNumber(pieces[first].text) && mayBeArgument(pieces[behind], names))
+    {
+        ++behind;
+    }
+    return behind;
+}
+
+/// "sin 30", "ln x", "sin 2x", "sin -30", "sin30" and "Sin30".
 std::wstring withArgumentBrackets(const std::wstring& text, const KnownNames& names)
 {
-    Pieces pieces = piecesOf(text);
+    Pieces pieces = factorsOf(text, names);
     for (std::size_t at = 0; at + 1 < pieces.size(); ++at)
     {
         const std::wstring word = pieces[at].text;
@@ -172,12 +210,14 @@ std::wstring withArgumentBrackets(const std::wstring& text, const KnownNames& na
         }
         if (names.isFunction(word))
         {
-            const bool isNegated = next.isMark(L'-');
-            TextPiece& argument = isNegated ? pieces[at + 2] : next;
-            if (mayBeArgument(argument, names))
+            const std::size_t first = at + (next.isMark(L'-') ? 2 : 1);
+            const std::size_t behind = behindArgument(pieces, first, names);
+            if (behind != first)
             {
-                argument = {{}, (isNegated ? L"(-" : L"(") + argument.text + L')', false};
-                next = isNegated ? TextPiece{{}, {}, false} : next;
+                next.blanks.clear();
+                next.text.insert(0, L"(");
+                pieces[behind - 1].text += L')';
+                at = behind - 1;
             }
             continue;
         }
@@ -189,32 +229,6 @@ std::wstring withArgumentBrackets(const std::wstring& text, const KnownNames& na
         }
     }
     return textOf(pieces);
-}
-
-/// Whether a factor begins with a piece that is no number.
-bool isFactor(const TextPiece& piece, const TextPiece& next, const KnownNames& names)
-{
-    return piece.isMark(L'(') ||
-           (piece.isWord && (names.isNamedValue(piece.text) || (next.isMark(L'(') && names.isFunction(piece.text))));
-}
-
-/// The pieces of a text, with "2pi" as two.
-Pieces factorsOf(const std::wstring& text, const KnownNames& names)
-{
-    Pieces pieces = piecesOf(text);
-    for (std::size_t at = 0; at + 1 < pieces.size(); ++at)
-    {
-        const TextPiece next = pieces[at + 1];
-        const std::size_t length = lengthOfNumber(pieces[at].text);
-        const TextPiece rest{{}, pieces[at].text.substr(length), true};
-        const bool isPowerOfTen = rest.text == L"e" && next.isMark(L'+');
-        if (length != 0 && !isPowerOfTen && !isFactor(pieces[at], next, names) && isFactor(rest, next, names))
-        {
-            pieces[at].text.resize(length);
-            pieces.insert(pieces.begin() + static_cast<std::ptrdiff_t>(at) + 1, rest);
-        }
-    }
-    return pieces;
 }
 
 /// Writes the multiplication signs of "2pi", "2 pi", "2sin(30)", "2(3)", "x(3)", "(1)(2)", "(1)2" and "[1,2](3)".

@@ -299,9 +299,14 @@ private:
         return true;
     }
 
+    /// Of a function's name without brackets, what it takes is said, not the name once more.
     void addSuggestions()
     {
-        if (!diagnostic.suggestions.empty())
+        if (diagnostic.message == Message::UnknownName && names.isFunction(diagnostic.itemName))
+        {
+            addCounts(diagnostic.itemName, names.argumentCounts(diagnostic.itemName), 0);
+        }
+        else if (!diagnostic.suggestions.empty())
         {
             add(Hint::DidYouMean, {alternatives(diagnostic.suggestions)});
         }

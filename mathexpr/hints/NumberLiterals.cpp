@@ -5,6 +5,7 @@
 // many, and how many digits stand between them.
 #include "mathexpr/hints/NumberLiterals.h"
 
+#include "mathexpr/hints/PastedCharacters.h"
 #include "mathexpr/hints/TextPieces.h"
 
 #include <algorithm>
@@ -87,6 +88,12 @@ NumberReadings readingsOf(std::wstring_view text)
     return isOneKind && literal.isGrouped(groupCount) ? NumberReadings{whole, {}} : unchanged;
 }
 
+/// Whether a number may begin behind a character.
+bool mayPrecedeNumber(wchar_t character)
+{
+    return endsWord(character) || character == L';' || character == rootSign;
+}
+
 }
 
 NumberReadings rewriteNumbers(std::wstring_view text, const std::vector<bool>& areDecimal)
@@ -99,7 +106,7 @@ NumberReadings rewriteNumbers(std::wstring_view text, const std::vector<bool>& a
     bool isAmbiguous = false;
     for (std::size_t at = 0; at < text.size();)
     {
-        if (!isDigit(text[at]) || (at != 0 && !endsWord(text[at - 1]) && text[at - 1] != L';'))
+        if (!isDigit(text[at]) || (at != 0 && !mayPrecedeNumber(text[at - 1])))
         {
             rewritten.text += text[at];
             rewritten.other += text[at];

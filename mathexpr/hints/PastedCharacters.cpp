@@ -13,8 +13,6 @@
 namespace mathexpr {
 namespace {
 
-constexpr wchar_t rootSign = L'\u221A';
-
 struct Twin
 {
     wchar_t written;

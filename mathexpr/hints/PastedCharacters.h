@@ -9,6 +9,9 @@
 
 namespace mathexpr {
 
+/// Stands right before its operand: \u221A16.
+inline constexpr wchar_t rootSign = L'\u221A';
+
 /// The text with ASCII for full-width forms, for signs of multiplication, division and minus, and for blanks. Each
 /// character stays where it is.
 std::wstring withPlainCharacters(std::wstring_view text);
