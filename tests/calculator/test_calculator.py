@@ -6,12 +6,15 @@
 Usage: test_calculator.py CALCULATOR [unittest argument]...
 """
 
+import fcntl
 import json
 import os
 import pty
 import select
+import struct
 import subprocess
 import sys
+import termios
 import time
 import unicodedata
 import unittest
@@ -143,6 +146,7 @@ class Arguments(CalculatorTest):
         for option in ("--json", "--set NAME=EXPRESSION", "--silent", "--repeat N", "--fresh", "--max-integer N",
                        "--list", "--describe NAME", "--version", "--help"):
             self.assertIn("\n  " + option, text)
+        self.assertLessEqual(max(map(len, text.splitlines())), 80)
 
     def test_no_short_options(self):
         self.expect(["-h", "-x"], 1, [], [UNKNOWN_NAME] * 2)
@@ -570,6 +574,38 @@ class Vocabulary(CalculatorTest):
         self.assertEqual(sum("i2mm(x)" in line for line in lines), 1)
         self.expect(["--find", "xyz\x1b"], 1, [], ["mathexpr: nothing is known of xyz\\x1B"])
         self.expect_usage_error(["--find", "inch", "1"], "--find computes no expressions")
+
+    def lines_at_a_terminal(self, columns, *arguments):
+        """Standard output as a terminal of so many columns receives it."""
+        user, terminal = pty.openpty()
+        fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 1000, columns, 0, 0))
+        with subprocess.Popen([CALCULATOR, *arguments], stdin=subprocess.DEVNULL, stdout=terminal) as process:
+            os.close(terminal)
+            shown = b""
+            while select.select([user], [], [], 60)[0]:
+                try:
+                    shown += os.read(user, 100_000)
+                except OSError:  # all of it has been read
+                    break
+            self.assertEqual(process.wait(timeout=60), 0)
+        os.close(user)
+        return shown.decode().splitlines()
+
+    def test_lists_are_no_wider_than_the_terminal(self):
+        for words in ("square foot", "cubic inch", "volume", "remainder", "and"):
+            for columns in (80, 60, 100):
+                lines = self.lines_at_a_terminal(columns, "--find", words)
+                self.assertGreater(len(lines), 1)
+                self.assertLessEqual(max(map(len, lines)), columns, words)
+        listed = self.lines_at_a_terminal(80, "--list")
+        self.assertLessEqual(max(map(len, listed)), 80)
+        at = next(at for at, line in enumerate(listed) if "si2scm(x)" in line)
+        self.assertEqual(listed[at:at + 2], [
+            "  si2scm(x)     square inch to square centimetre        Convert Area from inch",
+            56 * " " + "to centimeter"])
+        piped = self.run_calculator("--find", "square foot").stdout.decode()
+        self.assertIn("  sf2smm(x)     square foot to square millimetre  Convert Area from foot to mm\n", piped)
+        self.assertEqual(len(piped.splitlines()), 2 + 14 + 1)
 
     def test_describe_tells_all_overloads(self):
         for name, heads in (("-", ["x - y", "-x"]), ("min", ["min(x,y)", "min(x,y,z)", "min(v1,v2,v3,...)"])):

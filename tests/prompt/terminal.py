@@ -57,12 +57,24 @@ class Terminal:
         self.tmux("send-keys", *keys)
 
     def resize(self, columns, lines=24):
+        """Returns when the command can see its new size."""
         self.tmux("resize-window", "-x", str(columns), "-y", str(lines))
+        device = self.tmux("display-message", "-p", "#{pane_tty}").strip()
+        self.wait_for(lambda _: self.size_of(device) == (columns, lines), f"{columns} columns")
+
+    @staticmethod
+    def size_of(device):
+        with open(device, "rb") as terminal:
+            return os.get_terminal_size(terminal.fileno())
 
     def screen(self, coloured=False):
         """Everything since the start, as lines of the terminal without blanks at their ends."""
         shown = self.tmux("capture-pane", "-p", "-S", "-", *(["-e"] if coloured else []))
         return "\n".join(line.rstrip() for line in shown.rstrip("\n").split("\n")).rstrip("\n")
+
+    def visible(self):
+        """What a user sees now, without blanks at the end."""
+        return self.tmux("capture-pane", "-p").rstrip()
 
     def wait_for(self, condition, expectation):
         """Waits until the condition holds for the screen, and returns the screen."""

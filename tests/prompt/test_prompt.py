@@ -240,6 +240,22 @@ class Signature(PromptTest):
         terminal.expect_match(r"(?m)^> sin\($")
         terminal.expect("\n>")
 
+    def test_resizing_near_the_top_leaves_no_pieces_on_the_screen(self):
+        """What tmux moves above its screen while it breaks longer lines is out of every program's reach."""
+        for lines_before in (0, 2):
+            for sizes in ((45, 80), (30,), (45, 100, 50), (41, 40, 39, 38, 80)):
+                with self.subTest(lines_before=lines_before, sizes=sizes):
+                    terminal = self.start()
+                    terminal.press(*["Enter"] * lines_before)
+                    terminal.expect("\n>" * (lines_before + 1))
+                    terminal.type("dist([1,2],")
+                    terminal.expect_match(r"<point y>\)\Z")
+                    for columns in sizes:
+                        terminal.resize(columns)
+                        terminal.wait_for(lambda _: "point" not in terminal.visible(), "no signature")
+                        terminal.press("Left", "Right")  # the line is shown anew
+                        terminal.wait_for(lambda _: re.search(r"<point y>\)?\Z", terminal.visible()), "a signature")
+                        self.assertEqual(terminal.visible().count("point y"), 1, terminal.visible())
 
     def test_resizing_leaves_no_pieces(self):
         terminal = self.start()
@@ -338,6 +354,18 @@ class Commands(PromptTest):
                                                   "  PI                  3.14159265359\n"
                                                   "  e                   2.718281828459045\n"
                                                   "  E                   2.718281828459045")
+
+    def test_lists_break_between_words(self):
+        terminal = self.start(PAGER="cat")
+        terminal.type(":find sq in to mm2")
+        terminal.press("Enter")
+        terminal.expect("From square inch to square millimetre\n"
+                        "  si2smm(x)     square inch to square millimetre  Convert Area from inch to mm\n>")
+        terminal.resize(70)
+        terminal.type(":help units")
+        terminal.press("Enter")
+        terminal.expect_match(r"\n  vmm   cubic millimetre    cubic millimeter, cubic millimeters, cu\n"
+                              r"                            mm, mm3, mm\u00b3\n")
 
     @unittest.skipUnless(shutil.which("less"), "less is not installed")
     def test_without_that_pager_less_shows_them(self):

@@ -102,12 +102,7 @@ std::vector<std::string> words(std::string_view text)
 ItemNotes notesOfConversion(const mathexpr::VocabularyItem& item)
 {
     const std::string name = toUtf8(item.symbol);
-    const Conversion units = *conversionOf(item);
-    return {std::string(units.from->singular) + " to " + std::string(units.to->singular),
-            "any number",
-            {name + "(1)"},
-            {},
-            {name + "([1,2,3])"}};
+    return {conversionText(*conversionOf(item)), "any number", {name + "(1)"}, {}, {name + "([1,2,3])"}};
 }
 
 }

@@ -10,13 +10,16 @@
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Vocabulary.h"
+#include "tools/calc/DisplayWidth.h"
 #include "tools/calc/ItemNotes.h"
 #include "tools/calc/Pager.h"
+#include "tools/calc/Terminal.h"
 #include "tools/calc/Utf8.h"
 #include "tools/calc/ValueText.h"
 #include "tools/calc/VocabularyItems.h"
 #include "tools/calc/find/VocabularySearch.h"
 #include "tools/calc/text/Displayable.h"
+#include "tools/calc/text/Wrapped.h"
 #include "tools/calc/units/UnitNames.h"
 
 #include <nlohmann/json.hpp>
@@ -269,28 +272,55 @@ void complain(const std::string& name)
     std::cerr << '\n';
 }
 
-/// Items as lines of a list, in columns. The note of a conversion stands before its description: some of the descriptions,
-/// which are prescribed, name other units.
+/// Lines as wide as the terminal; in a pipe, where programs read them, as wide as they are.
+std::size_t lineWidth()
+{
+    return standardOutputIsTerminal() ? terminalColumns() : std::string::npos;
+}
+
+/// A line of a list: a text behind what stands in columns, which goes on below its own beginning. On a narrow terminal all
+/// of it stands below the columns.
+std::string listLine(const std::string& columns, std::string_view text)
+{
+    constexpr std::size_t least = 20;  // columns for the text
+    constexpr std::size_t indentation = 6;
+    const std::size_t width = lineWidth();
+    const std::size_t taken = displayWidth(columns);
+    if (taken + least > width)
+    {
+        return columns.substr(0, columns.find_last_not_of(' ') + 1) + '\n' + std::string(indentation, ' ') +
+               wrapped(text, indentation, indentation, width) + '\n';
+    }
+    return columns + wrapped(text, taken, taken, width) + '\n';
+}
+
+/// Items as lines of a list, in columns. The units of a conversion stand before its description: some of the
+/// descriptions, which are prescribed, name other units.
 std::string listLines(const std::vector<mathexpr::VocabularyItem>& items)
 {
-    int noteWidth = 0;
+    std::size_t unitsWidth = 0;
+    bool isMixed = false;
     for (const mathexpr::VocabularyItem& item : items)
     {
-        noteWidth = conversionOf(item) ? std::max(noteWidth, static_cast<int>(notesOf(item).units.size())) : noteWidth;
+        const auto conversion = conversionOf(item);
+        unitsWidth = std::max(unitsWidth, conversion ? conversionText(*conversion).size() : 0);
+        isMixed = isMixed || !conversion;
     }
-    const int headWidth = noteWidth == 0 ? 18 : 12;
-    std::ostringstream lines;
+    std::string lines;
     for (const mathexpr::VocabularyItem& item : items)
     {
-        lines << "  " << std::left << std::setw(headWidth) << headOf(item) << "  ";
-        if (noteWidth != 0)
+        const auto conversion = conversionOf(item);
+        std::ostringstream columns;
+        columns << "  " << std::left << std::setw(isMixed ? 18 : 12) << headOf(item) << "  ";
+        if (conversion)
         {
-            lines << std::setw(noteWidth) << (conversionOf(item) ? notesOf(item).units : std::string()) << "  ";
+            columns << std::setw(isMixed ? 0 : static_cast<int>(unitsWidth)) << conversionText(*conversion) << "  ";
         }
         const std::string tail = tailOf(item);
-        lines << tail.substr(std::min(tail.find_first_not_of(' '), tail.size())) << '\n';
+        lines +=
+            listLine(columns.str(), std::string_view(tail).substr(std::min(tail.find_first_not_of(' '), tail.size())));
     }
-    return lines.str();
+    return lines;
 }
 
 std::string familyList(mathexpr::VocabularyFamily family)
@@ -333,13 +363,14 @@ void listUnits()
     {
         const bool isFirst = &unit == &unitNames().front() || (&unit - 1)->family != unit.family;
         list += isFirst ? (list.empty() ? "" : "\n") + std::string(familyTitle(unit.family)) + '\n' : "";
-        std::ostringstream line;
-        line << "  " << std::left << std::setw(6) << unit.symbol << std::setw(20) << unit.singular;
+        std::ostringstream columns;
+        columns << "  " << std::left << std::setw(6) << unit.symbol << std::setw(20) << unit.singular;
+        std::string others;
         for (const std::string_view other : unit.others)
         {
-            line << (other == unit.others.front() ? "" : ", ") << other;
+            others += (others.empty() ? "" : ", ") + std::string(other);
         }
-        list += line.str() + '\n';
+        list += listLine(columns.str(), others);
     }
     showPaged(list);
 }

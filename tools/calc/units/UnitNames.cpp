@@ -68,10 +68,9 @@ const UnitName* unitCalled(std::string_view name)
     return found == unitNames().end() ? nullptr : &*found;
 }
 
-const UnitName* unitOfSymbol(mathexpr::VocabularyFamily family, std::string_view symbol)
+const UnitName* unitOfSymbol(std::string_view symbol)
 {
-    const auto found = std::ranges::find_if(
-        unitNames(), [&](const UnitName& unit) { return unit.family == family && unit.symbol == symbol; });
+    const auto found = std::ranges::find(unitNames(), symbol, &UnitName::symbol);
     return found == unitNames().end() ? nullptr : &*found;
 }
 
@@ -83,7 +82,12 @@ std::optional<Conversion> conversionOf(const mathexpr::VocabularyItem& item)
     {
         return std::nullopt;
     }
-    const UnitName* const from = unitOfSymbol(item.family, symbol.substr(0, separator));
-    const UnitName* const to = unitOfSymbol(item.family, symbol.substr(separator + 1));
+    const UnitName* const from = unitOfSymbol(symbol.substr(0, separator));
+    const UnitName* const to = unitOfSymbol(symbol.substr(separator + 1));
     return from == nullptr || to == nullptr ? std::nullopt : std::optional(Conversion{from, to});
+}
+
+std::string conversionText(const Conversion& conversion)
+{
+    return std::string(conversion.from->singular) + " to " + std::string(conversion.to->singular);
 }

@@ -15,7 +15,7 @@
 struct UnitName
 {
     mathexpr::VocabularyFamily family;
-    std::string_view symbol;    ///< As in the names of conversions, before and after the 2.
+    std::string_view symbol;    ///< As in the names of conversions, before and after the 2; no two units share one.
     std::string_view singular;  ///< UTF-8, as all names here.
     std::string_view plural;
     std::vector<std::string_view> others;  ///< Short forms and spellings; those with blanks too.
@@ -27,7 +27,7 @@ const std::vector<UnitName>& unitNames();
 const UnitName* unitCalled(std::string_view name);
 
 /// The unit with that symbol; null where there is none.
-const UnitName* unitOfSymbol(mathexpr::VocabularyFamily family, std::string_view symbol);
+const UnitName* unitOfSymbol(std::string_view symbol);
 
 /// The units of a conversion function.
 struct Conversion
@@ -38,6 +38,9 @@ struct Conversion
 
 /// Nothing where the item is no conversion between two of these units.
 std::optional<Conversion> conversionOf(const mathexpr::VocabularyItem& item);
+
+/// Such as "inch to millimetre".
+std::string conversionText(const Conversion& conversion);
 
 /// Whether two texts differ in the case of the letters A to Z alone.
 bool sameWord(std::string_view left, std::string_view right);

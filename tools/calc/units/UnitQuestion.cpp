@@ -147,13 +147,13 @@ const UnitName* usualTarget(const UnitName& unit)
     switch (unit.family)
     {
     case mathexpr::VocabularyFamily::Angle:
-        return unitOfSymbol(unit.family, unit.symbol == "d" ? "r" : "d");
+        return unitOfSymbol(unit.symbol == "d" ? "r" : "d");
     case mathexpr::VocabularyFamily::Length:
-        return unitOfSymbol(unit.family, unit.symbol == "mm" ? "i" : "mm");
+        return unitOfSymbol(unit.symbol == "mm" ? "i" : "mm");
     case mathexpr::VocabularyFamily::Area:
-        return unitOfSymbol(unit.family, unit.symbol == "sm" ? "sf" : "sm");
+        return unitOfSymbol(unit.symbol == "sm" ? "sf" : "sm");
     default:
-        return unitOfSymbol(unit.family, unit.symbol == "vm" ? "vf" : "vm");
+        return unitOfSymbol(unit.symbol == "vm" ? "vf" : "vm");
     }
 }
 
