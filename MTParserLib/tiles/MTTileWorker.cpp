@@ -61,17 +61,17 @@ void MTTileWorker::bind(platform::ArrayView<const MTBoundColumn> bound, const ma
     writer = MTBulkWriter(results);
     resultsFit = writer.takes(program.rootHead.type != 0);
     const std::size_t width = program.places[columns.size()].width;
-    const std::size_t resultNumbers = (writer.packedValues(0, width) != nullptr ? tileRows : blockRows) * width;
+    const std::size_t resultNumbers = movedRows(writer.packedValues(0, width) != nullptr) * width;
     std::size_t total = resultNumbers;
     for (std::size_t j = 0; j < columns.size(); ++j)
     {
         columns[j] = {bound[j].column, program.places[j].width, isPacked(bound[j].column), nullptr};
-        total += columns[j].copiedRows(tileRows) * columns[j].width;
+        total += movedRows(columns[j].packed) * columns[j].width;
     }
     copies.reserve(total);
     for (Column& column : columns)
     {
-        column.copy = copies.allocate(column.copiedRows(tileRows) * column.width);
+        column.copy = copies.allocate(movedRows(column.packed) * column.width);
     }
     ownResults = copies.allocate(resultNumbers);
 }

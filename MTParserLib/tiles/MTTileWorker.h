@@ -40,8 +40,6 @@ private:
         std::size_t width;
         bool packed;
         double* copy;
-
-        std::size_t copiedRows(std::size_t tileRows) const noexcept { return packed ? tileRows : blockRows; }
     };
 
     /// Memory from the beginning of a line of the cache on.
@@ -56,6 +54,9 @@ private:
         std::vector<double> numbers;
         std::size_t nbAllocated = 0;
     };
+
+    /// How many rows of a column, or of the results, are moved at a time.
+    std::size_t movedRows(bool packed) const noexcept { return packed ? tileRows : blockRows; }
 
     bool evaluateTiles(std::size_t firstRow, std::size_t nbTiles, std::uint32_t* status);
     bool evaluateRest(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status);
