@@ -98,6 +98,7 @@ int main()
         } services[] = {
             {"tokens", [&] { mathexpr::getTokens(expression, text.c_str()); }},
             {"format", [&] { mathexpr::formatText(expression, text.c_str()); }},
+            {"typesetting", [&] { mathexpr::typesetText(expression, text.c_str(), mathexpr::Notation::MathMl); }},
             {"references", [&] { mathexpr::findReferences(expression, text.c_str(), L"width"); }},
             {"rename", [&] { mathexpr::renameInText(expression, text.c_str(), L"width", L"breadth"); }},
             {"literals", [&] { mathexpr::getLiterals(expression, text.c_str()); }},

@@ -13,6 +13,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -54,6 +56,53 @@ bool isWithin(const mathexpr::TextSpan& span, const std::wstring& text)
     return span.start <= text.size() && span.length <= text.size() - span.start;
 }
 
+/// Whether the braces of LaTeX are.
+bool isNested(const std::wstring& latex)
+{
+    std::size_t depth = 0;
+    for (std::size_t at = 0; at < latex.size(); ++at)
+    {
+        switch (latex[at])
+        {
+        case L'\\':
+            ++at;  // an escaped brace is none
+            break;
+        case L'{':
+            ++depth;
+            break;
+        case L'}':
+            require(depth != 0);
+            --depth;
+            break;
+        default:
+            break;
+        }
+    }
+    return depth == 0;
+}
+
+/// Whether each element of MathML is closed by its own end.
+bool hasPairedTags(const std::wstring& mathml)
+{
+    std::vector<std::wstring> open;
+    for (std::size_t at = mathml.find(L'<'); at != std::wstring::npos; at = mathml.find(L'<', at + 1))
+    {
+        const std::size_t end = mathml.find_first_of(L" >", at);
+        const bool closes = mathml[at + 1] == L'/';
+        const std::wstring name = mathml.substr(at + (closes ? 2 : 1), end - at - (closes ? 2 : 1));
+        require(end != std::wstring::npos && (!closes || (!open.empty() && open.back() == name)));
+        if (closes)
+        {
+            open.pop_back();
+        }
+        else
+        {
+            open.push_back(name);
+        }
+    }
+    return open.empty();
+}
+
 bool compiles(MathExpression& expression, const std::wstring& text)
 {
     try
@@ -86,6 +135,8 @@ void checkText(const MathExpression& expression, const std::wstring& text)
     {
         require(isWithin(literal.span, text));
     }
+    require(isNested(mathexpr::typesetText(expression, text.c_str(), mathexpr::Notation::Latex)));
+    require(hasPairedTags(mathexpr::typesetText(expression, text.c_str(), mathexpr::Notation::MathMl)));
     const mathexpr::Renaming renaming = mathexpr::renameInText(expression, text.c_str(), L"x", L"size");
     require(renaming.refusal == mathexpr::RenameRefusal::None || renaming.edits.empty());
 }

@@ -26,7 +26,7 @@
 // MATHEXPR_BUSY (in one of the callbacks that it calls), MATHEXPR_BAD_SIZE, MATHEXPR_BAD_UTF8 or MATHEXPR_BAD_UTF16,
 // MATHEXPR_ZERO_IN_TEXT, MATHEXPR_HOST_CALLBACK_..., MATHEXPR_OUT_OF_MEMORY.
 //
-// Sections: tokens; edits (format, references, rename, literals); diagnostics; signature and hover; completion.
+// Sections: tokens; edits (format, references, rename, literals); diagnostics; signature and hover; completion; typesetting.
 #pragma once
 
 #include "mathexpr.h"
@@ -483,3 +483,23 @@ MATHEXPR_C_API mathexpr_status mathexpr_get_completions_utf8(mathexpr_expression
 MATHEXPR_C_API mathexpr_status mathexpr_get_completions_utf16(
     mathexpr_expression* expression, const mathexpr_char16* text, size_t length, size_t cursor,
     const mathexpr_completion_options_utf16* options, mathexpr_completions_utf16* completions) MATHEXPR_NOEXCEPT;
+
+// ----- typesetting -----------------------------------------------------------
+
+enum
+{
+    MATHEXPR_NOTATION_LATEX = 0,   ///< For math mode, with the package amsmath; also what MathJax and KaTeX take.
+    MATHEXPR_NOTATION_MATHML = 1,  ///< Presentation MathML: one element <math>, well-formed for any text.
+};
+
+/// Sets a text as a page or a notebook shows it: fractions, roots, powers, "p_1" with an index, points as columns. Brackets
+/// stand where the compiler's grouping needs them to be seen. Names need not be known. A text that is no expression is set
+/// as it was typed, in the letters of a typewriter.
+/// @param notation  MATHEXPR_NOTATION_...; MATHEXPR_BAD_OPTION for another
+/// @param typeset   its size is read, the rest filled
+MATHEXPR_C_API mathexpr_status mathexpr_typeset_text_utf8(mathexpr_expression* expression, const char* text,
+                                                          size_t length, uint32_t notation,
+                                                          mathexpr_text_utf8* typeset) MATHEXPR_NOEXCEPT;
+MATHEXPR_C_API mathexpr_status mathexpr_typeset_text_utf16(mathexpr_expression* expression, const mathexpr_char16* text,
+                                                           size_t length, uint32_t notation,
+                                                           mathexpr_text_utf16* typeset) MATHEXPR_NOEXCEPT;

@@ -173,6 +173,15 @@ public:
         return answer<std::string>(status, {text}, [&] { return std::string(made.text, made.text_length); });
     }
 
+    /// The text as a page or a notebook sets it; see mathexpr_typeset_text_utf8.
+    /// @param notation  MATHEXPR_NOTATION_...
+    Result<std::string> tryTypeset(std::string_view text, std::uint32_t notation)
+    {
+        mathexpr_text_utf8 made = sized<mathexpr_text_utf8>();
+        const auto status = mathexpr_typeset_text_utf8(handle(), text.data(), text.size(), notation, &made);
+        return answer<std::string>(status, {text}, [&] { return std::string(made.text, made.text_length); });
+    }
+
     /// Where a text uses a name, in any case of letters.
     Result<std::vector<Span>> tryReferences(std::string_view text, std::string_view name)
     {
@@ -319,6 +328,10 @@ public:
     std::string format(std::string_view text)
     {
         return tryFormat(text).value();
+    }
+    std::string typeset(std::string_view text, std::uint32_t notation)
+    {
+        return tryTypeset(text, notation).value();
     }
     std::vector<Span> references(std::string_view text, std::string_view name)
     {

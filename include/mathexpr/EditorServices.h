@@ -17,4 +17,5 @@
 #include "mathexpr/Completion.h"
 #include "mathexpr/TextEdits.h"
 #include "mathexpr/TextTokens.h"
+#include "mathexpr/Typeset.h"
 #include "mathexpr/TypingHelp.h"

@@ -20,6 +20,7 @@ namespace {
 static_assert(MATHEXPR_TOKEN_OTHER == static_cast<std::uint32_t>(mathexpr::TokenKind::Other));
 static_assert(MATHEXPR_RENAME_READ_OTHERWISE == static_cast<std::uint32_t>(mathexpr::RenameRefusal::ReadOtherwise));
 static_assert(MATHEXPR_TYPING_WRONG == static_cast<std::uint32_t>(mathexpr::TypingState::Wrong));
+static_assert(MATHEXPR_NOTATION_MATHML == static_cast<std::uint32_t>(mathexpr::Notation::MathMl));
 static_assert(MATHEXPR_VALUE_EITHER == static_cast<std::uint32_t>(mathexpr::ValueKind::Either));
 
 /// Positions in units of an encoding. Going on from one to a later one costs what stands between them.
@@ -166,17 +167,54 @@ mathexpr_status getTokens(mathexpr_expression* handle, const typename Encoding::
 }
 
 template <class Encoding>
+struct KeptFormat
+{
+    const typename Encoding::Text text;
+};
+
+template <class Encoding>
+struct KeptTypesetting
+{
+    const typename Encoding::Text text;
+};
+
+/// @tparam Kept  holds the text for the function that answers
+template <class Encoding, class Kept>
+mathexpr_status answerWithText(mathexpr_expression& expression, std::wstring_view made,
+                               typename Encoding::MadeText* given)
+{
+    std::shared_ptr<Kept> kept(new Kept{Encoding::encode(made)});
+    const typename Encoding::MadeText known{0, 0, kept->text.c_str(), kept->text.size()};
+    return answerWith<Encoding>(expression, known, given, std::move(kept));
+}
+
+template <class Encoding>
 mathexpr_status formatText(mathexpr_expression* handle, const typename Encoding::Unit* text, std::size_t length,
                            typename Encoding::MadeText* formatted) noexcept
 {
     return serve<Encoding>(handle, text, length, formatted,
                            [=](mathexpr_expression& expression, const std::wstring& typed) -> mathexpr_status {
-                               auto kept = std::make_shared<KeptAnswer<Encoding>>();
-                               kept->keep(mathexpr::formatText(expression.object(), typed.c_str()));
-                               const typename Encoding::Text& made = kept->texts.front();
-                               const typename Encoding::MadeText known{0, 0, made.c_str(), made.size()};
-                               return answerWith<Encoding>(expression, known, formatted, std::move(kept));
+                               return answerWithText<Encoding, KeptFormat<Encoding>>(
+                                   expression, mathexpr::formatText(expression.object(), typed.c_str()), formatted);
                            });
+}
+
+template <class Encoding>
+mathexpr_status typesetText(mathexpr_expression* handle, const typename Encoding::Unit* text, std::size_t length,
+                            std::uint32_t notation, typename Encoding::MadeText* typeset) noexcept
+{
+    return serve<Encoding>(
+        handle, text, length, typeset,
+        [=](mathexpr_expression& expression, const std::wstring& typed) -> mathexpr_status {
+            if (notation > MATHEXPR_NOTATION_MATHML)
+            {
+                return MATHEXPR_BAD_OPTION;
+            }
+            return answerWithText<Encoding, KeptTypesetting<Encoding>>(
+                expression,
+                mathexpr::typesetText(expression.object(), typed.c_str(), static_cast<mathexpr::Notation>(notation)),
+                typeset);
+        });
 }
 
 template <class Encoding>
@@ -544,4 +582,16 @@ mathexpr_status mathexpr_get_completions_utf16(mathexpr_expression* expression, 
                                                mathexpr_completions_utf16* completions) noexcept
 {
     return getCompletions<Utf16>(expression, text, length, cursor, options, completions);
+}
+
+mathexpr_status mathexpr_typeset_text_utf8(mathexpr_expression* expression, const char* text, size_t length,
+                                           uint32_t notation, mathexpr_text_utf8* typeset) noexcept
+{
+    return typesetText<Utf8>(expression, text, length, notation, typeset);
+}
+
+mathexpr_status mathexpr_typeset_text_utf16(mathexpr_expression* expression, const mathexpr_char16* text, size_t length,
+                                            uint32_t notation, mathexpr_text_utf16* typeset) noexcept
+{
+    return typesetText<Utf16>(expression, text, length, notation, typeset);
 }

@@ -100,6 +100,27 @@ void test_editor_edits(void)
     CHECK_OK(mathexpr_destroy(expression));
 }
 
+void test_editor_typesetting(void)
+{
+    mathexpr_expression* const expression = plain();
+    mathexpr_text_utf8 formatted = {sizeof(formatted), 77, NULL, 0};
+    mathexpr_text_utf8 typeset = {sizeof(typeset), 77, NULL, 0};
+    mathexpr_text_utf16 typeset16 = {sizeof(typeset16), 77, NULL, 0};
+
+    CHECK_OK(mathexpr_format_text_utf8(expression, "1/2", ZT, &formatted));
+    CHECK_OK(mathexpr_typeset_text_utf8(expression, UMLAUT "/2", ZT, MATHEXPR_NOTATION_LATEX, &typeset));
+    CHECK_EQUAL(typeset.reserved, 0);
+    CHECK_TEXT(typeset.text, "\\frac{" UMLAUT "}{2}");
+    CHECK_EQUAL(typeset.text_length, 12);
+    CHECK_TEXT(formatted.text, "1 / 2"); /* of another function */
+    CHECK_OK(mathexpr_typeset_text_utf16(expression, wide("2^x"), ZT, MATHEXPR_NOTATION_MATHML, &typeset16));
+    CHECK_TEXT16(typeset16.text, "<math xmlns=\"http://www.w3.org/1998/Math/MathML\">"
+                                 "<msup><mn>2</mn><mi>x</mi></msup></math>");
+    CHECK_STATUS(mathexpr_typeset_text_utf8(expression, "1", ZT, 2, &typeset), MATHEXPR_BAD_OPTION);
+    CHECK_STATUS(mathexpr_typeset_text_utf16(NULL, wide("1"), ZT, 0, &typeset16), MATHEXPR_NULL_ARGUMENT);
+    CHECK_OK(mathexpr_destroy(expression));
+}
+
 void test_editor_help(void)
 {
     mathexpr_expression* const expression = plain();

@@ -48,6 +48,16 @@ TEST_F(HostEditor, KeepsAnswersApart)
     EXPECT_EQ(second, "3 + 4");
 }
 
+TEST_F(HostEditor, Typesets)
+{
+    EXPECT_EQ(editor.typeset("p_1/2", MATHEXPR_NOTATION_LATEX), "\\frac{p_{1}}{2}");
+    EXPECT_EQ(editor.typeset("2^\xC3\xA4", MATHEXPR_NOTATION_MATHML),
+              "<math xmlns=\"http://www.w3.org/1998/Math/MathML\"><msup><mn>2</mn><mi>\xC3\xA4</mi></msup></math>");
+    const auto refused = editor.tryTypeset("1", 2);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().status(), MATHEXPR_BAD_OPTION);
+}
+
 TEST_F(HostEditor, FollowsAName)
 {
     const std::vector<Editor::Span> uses = editor.references("\xC3\xA4+x*X", "x");

@@ -224,6 +224,12 @@ Operation withVariables(const std::string& name, std::function<double(MathExpres
             [work](Subject& subject) { return std::optional(number(work(subject.expression))); }};
 }
 
+std::wstring typeset(const MathExpression& expression, const std::wstring& text)
+{
+    return mathexpr::typesetText(expression, text.c_str(), mathexpr::Notation::Latex) +
+           mathexpr::typesetText(expression, text.c_str(), mathexpr::Notation::MathMl);
+}
+
 /// Asks every editor service about a text.
 Operation editing(const std::wstring& text)
 {
@@ -240,6 +246,7 @@ Operation editing(const std::wstring& text)
                                         mathexpr::formatText(expression, text.c_str()).size() +
                                         mathexpr::findReferences(expression, text.c_str(), L"n1").size() +
                                         mathexpr::renameInText(expression, text.c_str(), L"n1", L"n2").edits.size() +
+                                        typeset(expression, text).size() +
                                         mathexpr::getLiterals(expression, text.c_str()).size() +
                                         mathexpr::getFixes(expression, text.c_str()).size() +
                                         mathexpr::getSignature(expression, text.c_str(), end).overloads.size() +

@@ -1,0 +1,278 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// TypesetTree.cpp - the compiler's stack of operators over a stack of nodes: the head of MTParserCompiler.h says when
+// what leaves it. A call that is closed stays on the stack like an operator, as there, and an operator takes the operands
+// that are on top when it leaves, whichever brackets they stood in.
+#include "mathexpr/editor/TypesetTree.h"
+
+#include "mathexpr/editor/UnitNames.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace mathexpr::editor {
+namespace {
+
+class TreeReader
+{
+public:
+    TreeReader(const TextReading& givenReading, const MTParserRegistrar& givenRegistrar)
+        : reading(givenReading), registrar(givenRegistrar)
+    {}
+
+    /// @return whether the text is an expression, which the tree then holds
+    bool read()
+    {
+        for (const TextToken& token : reading.tokens())
+        {
+            if (token.kind != TokenKind::Blank && !take(token))
+            {
+                return false;
+            }
+        }
+        if (expectsValue || !emitDownToWall() || !waiting.empty() || operands.size() != 1)
+        {
+            return false;
+        }
+        for (auto target = targets.rbegin(); target != targets.rend(); ++target)
+        {
+            const std::uint32_t name = addLeaf(TypesetNode::Kind::Name, *target);
+            operands.back() = add(typesetAssignment, {name, operands.back()});
+        }
+        add(typesetFormula, {operands.back()});
+        return true;
+    }
+
+    TypesetTree tree;
+
+private:
+    struct Waiting
+    {
+        enum class Kind : std::uint8_t
+        {
+            Wall,
+            Operator,
+            Call,
+        };
+
+        Kind kind = Kind::Wall;
+        std::int32_t precedence = 0;
+        bool isUnary = false;
+        std::wstring text{};            // the symbol or the function
+        std::size_t argumentCount = 0;  // that are complete
+        std::size_t firstArgument = 0;  // among the operands
+    };
+
+    static constexpr std::int32_t callPrecedence = 5;
+    static constexpr std::uint32_t placeholder = 0xFFFFFFFF;  // under the arguments of a call
+
+    bool take(const TextToken& token)
+    {
+        switch (token.kind)
+        {
+        case TokenKind::Number:
+            return takeValue(TypesetNode::Kind::Number, reading.textOf(token));
+        case TokenKind::Constant:
+            return takeValue(TypesetNode::Kind::Constant, reading.textOf(token));
+        case TokenKind::Variable:
+        case TokenKind::HostName:
+        case TokenKind::UnknownName:
+            return takeValue(TypesetNode::Kind::Name, reading.textOf(token));
+        case TokenKind::Function:
+            beginCall(reading.textOf(token));
+            return expectsValue;
+        case TokenKind::Operator:
+            return takeOperator(reading.textOf(token));
+        case TokenKind::Separator:
+            return endArgument();
+        case TokenKind::AssignedName:
+            targets.push_back(reading.textOf(token));
+            assignsTo = true;
+            return expectsValue && operands.empty();
+        case TokenKind::AssignmentSign:
+            return std::exchange(assignsTo, false);
+        case TokenKind::Bracket:
+        case TokenKind::Shorthand:
+            return takeSign(reading.typed()[token.start]);
+        default:
+            return false;
+        }
+    }
+
+    /// A bracket, or the "e+" that says "*10^".
+    bool takeSign(wchar_t character)
+    {
+        switch (character)
+        {
+        case L'[':
+            beginCall(L"point");
+            return openBracket();
+        case L'(':
+            return openBracket();
+        case L'e':
+            return takeOperator(L"*") && takeValue(TypesetNode::Kind::Number, L"10") && takeOperator(L"^");
+        default:
+            return endArgument() && closeBracket();
+        }
+    }
+
+    bool takeValue(TypesetNode::Kind kind, std::wstring text)
+    {
+        operands.push_back(addLeaf(kind, std::move(text)));
+        return std::exchange(expectsValue, false);
+    }
+
+    void beginCall(std::wstring function)
+    {
+        operands.push_back(placeholder);
+        Waiting call;
+        call.kind = Waiting::Kind::Call;
+        call.precedence = callPrecedence;
+        call.text = std::move(function);
+        call.firstArgument = operands.size();
+        waiting.push_back(std::move(call));
+    }
+
+    bool openBracket()
+    {
+        waiting.emplace_back();
+        return expectsValue;
+    }
+
+    /// Up to a separator or a closing bracket.
+    bool endArgument()
+    {
+        if (expectsValue || !emitDownToWall() || waiting.empty())
+        {
+            return false;
+        }
+        expectsValue = true;
+        const bool isInCall = waiting.size() > 1 && waiting[waiting.size() - 2].kind == Waiting::Kind::Call;
+        if (isInCall)
+        {
+            ++waiting[waiting.size() - 2].argumentCount;
+        }
+        return isInCall || ++waiting.back().argumentCount == 1;
+    }
+
+    bool closeBracket()
+    {
+        waiting.pop_back();
+        expectsValue = false;
+        return true;
+    }
+
+    bool takeOperator(const std::wstring& symbol)
+    {
+        const std::size_t index = registrar.findOperator(symbol, expectsValue);
+        if (index == MTParserRegistrar::notFound)
+        {
+            return false;
+        }
+        Waiting added;
+        added.kind = Waiting::Kind::Operator;
+        added.precedence = registrar.getOperatorDefinition(index).precedence;
+        added.isUnary = std::exchange(expectsValue, true);
+        added.text = symbol;
+        const bool staysUnderEqual =
+            !waiting.empty() && waiting.back().isUnary && waiting.back().precedence == added.precedence;
+        const auto leaves = [&](const Waiting& top) {
+            return added.precedence < top.precedence || (added.precedence == top.precedence && !staysUnderEqual);
+        };
+        while (!waiting.empty() && waiting.back().kind != Waiting::Kind::Wall && leaves(waiting.back()))
+        {
+            if (!emit())
+            {
+                return false;
+            }
+        }
+        waiting.push_back(std::move(added));
+        return true;
+    }
+
+    bool emitDownToWall()
+    {
+        while (!waiting.empty() && waiting.back().kind != Waiting::Kind::Wall)
+        {
+            if (!emit())
+            {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    /// What waits on top becomes a node.
+    bool emit()
+    {
+        const Waiting top = std::move(waiting.back());
+        waiting.pop_back();
+        const bool isCall = top.kind == Waiting::Kind::Call;
+        const std::size_t partCount = isCall ? top.argumentCount : top.isUnary ? 1 : 2;
+        const std::size_t available = isCall ? operands.size() - top.firstArgument : operands.size();
+        if (isCall ? partCount != available : partCount > available)
+        {
+            return false;
+        }
+        const std::vector<std::uint32_t> parts(operands.end() - static_cast<std::ptrdiff_t>(partCount), operands.end());
+        operands.resize(operands.size() - partCount - (isCall ? 1 : 0));
+        if (std::find(parts.begin(), parts.end(), placeholder) != parts.end())
+        {
+            return false;
+        }
+        operands.push_back(isCall ? addCall(top.text, parts) : add(formOfOperator(top.text, top.isUnary), parts));
+        return true;
+    }
+
+    std::uint32_t addCall(const std::wstring& function, const std::vector<std::uint32_t>& arguments)
+    {
+        const std::wstring_view from = unitOfArgument(function);
+        const std::wstring_view to = unitOfResult(function);
+        if (!from.empty() && !to.empty() && arguments.size() == 1)
+        {
+            const std::uint32_t fromUnit = addLeaf(TypesetNode::Kind::Words, std::wstring(from));
+            const std::uint32_t toUnit = addLeaf(TypesetNode::Kind::Words, std::wstring(to));
+            return add(typesetConversion, {arguments.front(), fromUnit, toUnit});
+        }
+        return add(formOfCall(function, arguments.size()), arguments, function);
+    }
+
+    std::uint32_t addLeaf(TypesetNode::Kind kind, std::wstring text)
+    {
+        tree.nodes.push_back({kind, std::move(text), nullptr, {}});
+        return static_cast<std::uint32_t>(tree.nodes.size() - 1);
+    }
+
+    std::uint32_t add(const TypesetForm& form, std::vector<std::uint32_t> parts, std::wstring name = {})
+    {
+        tree.nodes.push_back({TypesetNode::Kind::Construct, std::move(name), &form, std::move(parts)});
+        return static_cast<std::uint32_t>(tree.nodes.size() - 1);
+    }
+
+    const TextReading& reading;
+    const MTParserRegistrar& registrar;
+    std::vector<std::wstring> targets;  // of assignments
+    std::vector<Waiting> waiting;
+    std::vector<std::uint32_t> operands;
+    bool expectsValue = true;
+    bool assignsTo = false;  // the sign of an assignment follows
+};
+
+}
+
+TypesetTree readTypesetTree(const TextReading& reading, const MTParserRegistrar& registrar)
+{
+    TreeReader reader(reading, registrar);
+    if (!reader.read())
+    {
+        reader.tree.nodes.clear();
+        reader.tree.nodes.push_back(
+            {TypesetNode::Kind::Construct, std::wstring(reading.typed()), &typesetVerbatim, {}});
+        reader.tree.nodes.push_back({TypesetNode::Kind::Construct, {}, &typesetFormula, {0}});
+    }
+    return std::move(reader.tree);
+}
+
+}
