@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Diagnostics.h - asks an expression object what went wrong.
+// Diagnostics.h - describes the last failure of an expression object.
 //
 //     if (!expression.setExpression(text) || !expression.evaluate(value))
 //     {
@@ -9,11 +9,10 @@
 //         ...  // underline diagnostic.length characters of text from diagnostic.start on
 //     }
 //
-// The record of the last failure is there in both modes, also after an exception, and tells the same as the message box
-// and the exception do. It is cleared by the next setExpression, and by the next evaluate that runs a program; an
-// evaluate without a program leaves it, so that it still tells why there is none. What the host's own service or
-// message display throws leaves no record, but for the engine's exceptions from a service (IMathExprService.h). Copies
-// of a CMathExpr share the record, as they share the program.
+// The failure is recorded in both modes, with the content of the message box and of the exception. The next setExpression
+// clears it, and so does the next evaluate that runs a program. An evaluate without a program keeps it, since it explains why
+// there is no program. Exceptions of the host's service or message display are not recorded, except engine exceptions from a
+// service (IMathExprService.h). Copies of a CMathExpr share the record, as they share the program.
 #pragma once
 
 #include "mathexpr/CMathExpr.h"
@@ -24,16 +23,15 @@
 
 namespace mathexpr {
 
-/// Whether there is a failure to tell about.
+/// Whether a failure is recorded.
 MATHEXPR_API bool hasFailed(const MathExpression& expression) noexcept;
 
-/// The failure, made ready for the user when it is asked for: this takes time in proportion to the text and the number
-/// of names known, which a host that does not ask is spared.
+/// The recorded failure. The call prepares the texts for the user, in time proportional to the length of the text and the number
+/// of known names.
 /// @throws std::bad_alloc, and what the name source throws
 MATHEXPR_API ExpressionDiagnostic getDiagnostic(const MathExpression& expression);
 
-/// Names that the host would answer, for suggestions; null for none. Kept until it is replaced; owned by the host and
-/// kept alive by it.
+/// Sets the source of the host's names, for suggestions; null for none. The host owns it and keeps it alive until it is replaced.
 MATHEXPR_API void setNameSource(MathExpression& expression, const IMathExprNameSource* source) noexcept;
 
 }

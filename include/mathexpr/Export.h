@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Export.h - marks what the shared library shows to its hosts. A host that links the static one defines
-// MATHEXPR_STATIC; its build system does so, where the library comes from CMake or pkg-config.
+// Export.h - marks the names that the shared library exports. A host that links the static library defines MATHEXPR_STATIC;
+// CMake and pkg-config do this for it.
 //
-// MATHEXPR_API stands before every exported class and function. Everything else stays hidden on every platform, so that
-// a host's own symbols and the library's can never meet.
+// MATHEXPR_API marks every exported class and function. All other symbols are hidden on every platform, so that they cannot
+// clash with a host's symbols.
 #pragma once
 
 #if defined(MATHEXPR_STATIC)
@@ -20,8 +20,8 @@
 #define MATHEXPR_API __attribute__((visibility("default")))
 #endif
 
-// Marks an exception type that crosses the library's boundary: a host catches it by type, so its type information has
-// to be one and the same on both sides.
+// Marks an exception type that crosses the library's boundary. A host catches it by type, so both sides must share its type
+// information.
 #if defined(_WIN32) || defined(MATHEXPR_STATIC)
 #define MATHEXPR_EXCEPTION
 #else

@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HostRuntime.h - tells the library which C++ run-time library its host uses.
+// HostRuntime.h - identifies the host's C++ run-time library to the library.
 //
-// Exceptions leave the library and are caught by the host. Where both have a run-time library of their own, as modules
-// made by MinGW have that need no DLL of the compiler's, each of them counts the exceptions that are under way: one
-// thrown here and caught there would be counted up on one side and down on the other, and std::uncaught_exceptions()
-// would drift in the host with every one of them. The library therefore moves its count to the host's as an exception
-// leaves. On every other platform the run-time library is one for the whole process, and there is nothing to tell.
+// The library's exceptions are caught by the host. If both have their own run-time library, as MinGW modules have that need no
+// DLL of the compiler, each counts the exceptions in flight. An exception thrown in the library and caught in the host would
+// be counted up on one side and down on the other, and the host's std::uncaught_exceptions() would drift. The library
+// therefore transfers its count to the host when an exception leaves it. On all other platforms the process has a single
+// run-time library, and this class is empty.
 //
-// Hosts need not know of this: the constructors of the exported classes tell it for them.
+// Hosts need no code for this: the constructors of the exported classes pass a HostRuntime by default.
 #pragma once
 
 #if defined(__MINGW32__)
@@ -25,7 +25,7 @@ public:
 #if defined(__MINGW32__)
     HostRuntime() noexcept : state(&abi::__cxa_get_globals) {}
 
-    /// Where this run-time library counts the calling thread's exceptions.
+    /// This run-time library's exception counts of the calling thread.
     abi::__cxa_eh_globals* exceptionState() const noexcept
     {
         return state();

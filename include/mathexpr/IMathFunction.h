@@ -6,10 +6,10 @@
 
 #include "mathexpr/IMathExprItemEvaluator.h"
 
-/// The argument count of a function that takes any number of arguments; evaluate reads the real count from nbArgs.
+/// Argument count of a function that takes any number of arguments; evaluate gets the actual count in nbArgs.
 inline constexpr std::uint32_t NB_ARGS_UNDEFINED = 0xFFFFFFFF;
 
-/// A function. Its symbol is slot 5 and its argument count slot 6, unlike an operator's.
+/// A function. Unlike in IMathOperator, slot 5 is the symbol and slot 6 the argument count.
 class IMathFunction : public IMathExprItemEvaluator
 {
 public:
@@ -18,7 +18,7 @@ public:
     bool isConstant() const override { return true; }
     bool evaluate(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages) const override = 0;
 
-    /// Slot 5: the name by which an expression calls the function. Overloads share it.
+    /// Slot 5: the function's name. Overloads share it.
     virtual std::wstring getSymbol() const = 0;
 
     /// Slot 6: the exact number of arguments, or NB_ARGS_UNDEFINED.

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// IMathOperator.h - an item written between its two operands, or before its one.
+// IMathOperator.h - a binary operator, or a unary operator written before its operand.
 #pragma once
 
 #include "mathexpr/IMathExprItemEvaluator.h"
 
-/// An operator. evaluate receives the left operand and then the right one, or the single operand of a unary operator.
+/// An operator. evaluate gets the left and the right operand, or the only operand of a unary operator.
 class IMathOperator : public IMathExprItemEvaluator
 {
 public:
@@ -18,9 +18,9 @@ public:
     /// Slot 5: 0 to 4; a higher number binds tighter. 5 belongs to function calls.
     virtual std::int32_t getPrecedence() const = 0;
 
-    /// Slot 6: as written in an expression. Two operators may share a symbol when exactly one of them is unary.
+    /// Slot 6: the symbol. A unary and a binary operator may share it.
     virtual std::wstring getSymbol() const = 0;
 
-    /// Slot 7: true for an operator that takes the one operand written after it.
+    /// Slot 7: true for a unary operator, written before its operand.
     virtual bool isUnaryOp() const { return false; }
 };

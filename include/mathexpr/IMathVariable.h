@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// IMathVariable.h - a named value that may change between evaluations, and the factory that makes one.
+// IMathVariable.h - a named value that can change between evaluations.
 #pragma once
 
 #include "mathexpr/IMathExprItemEvaluator.h"
 
-/// A variable: evaluate writes its current value and ignores the arguments. It is never folded.
+/// A variable. evaluate writes its current value and ignores the arguments. Variables are never folded.
 class IMathVariable : public IMathExprItemEvaluator
 {
 public:
@@ -15,13 +15,12 @@ public:
     bool isConstant() const override { return false; }
     bool evaluate(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages) const override = 0;
 
-    /// Slot 5: called by nothing; it keeps the numbers of the slots after it.
+    /// Slot 5: unused; keeps later slots in place.
     virtual std::int32_t reservedSlot() const { return 0; }
 
     /// Slot 6: the variable's name.
     virtual std::wstring getSymbol() const = 0;
 
-    /// Slot 7: the record that holds the value, valid for the variable's lifetime. A new value is written through it in
-    /// place.
+    /// Slot 7: the record with the value, valid for the variable's lifetime. New values are written through this pointer.
     virtual VALTYPE* getValuePtr() = 0;
 };

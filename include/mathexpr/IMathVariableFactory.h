@@ -1,18 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// IMathVariableFactory.h - makes the variables that an expression defines by naming them.
+// IMathVariableFactory.h - creates the variables that an expression defines by using their names.
 #pragma once
 
 #include "mathexpr/IMathVariable.h"
 
-/// Makes variables. The slot order is part of the interface.
+/// Creates variables. The slot order is part of the interface.
 class IMathVariableFactory
 {
 public:
     /// Slot 0.
     virtual ~IMathVariableFactory() = default;
 
-    /// Slot 1: a new variable of that name (zero-terminated) whose value is the number 0; the caller owns it.
+    /// Slot 1: creates a variable with the given zero-terminated name and the value 0; the caller owns it.
     virtual IMathVariable* create(const wchar_t* name) = 0;
 };

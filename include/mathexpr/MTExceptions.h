@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTExceptions.h - how a failure travels: a list of entries, the newest first.
+// MTExceptions.h - the exceptions of the library: a list of entries, the newest first.
 //
-// Two kinds exist: MTExceptions<SMTDefExcepData> for something that could not be defined, and
-// MTExceptions<SMTParsingExcepData> for an expression that could not be compiled or an argument of the wrong kind. They
-// are thrown and caught by value. A layer that catches one may add an entry of its own and throw it on, so that entry 0
-// says where the failure passed last and the last entry where it began.
+// There are two kinds. MTExceptions<SMTDefExcepData> is thrown for a failed definition. MTExceptions<SMTParsingExcepData> is
+// thrown for an expression that does not compile and for an argument of the wrong kind. They are thrown by value. A layer that
+// catches one can add an entry and rethrow it: the last entry is where the failure began, entry 0 the latest place that it
+// passed.
 #pragma once
 
 #include "mathexpr/Export.h"
@@ -16,17 +16,17 @@
 #include <utility>
 #include <vector>
 
-/// A failure with where it was raised, where it passed, and a record that tells what was wrong.
+/// A failure: where it was raised, where it passed, and a record of its cause.
 template <class Data>
 class MATHEXPR_EXCEPTION MTExceptions
 {
 public:
     struct Entry
     {
-        std::uint32_t line;      ///< Source line that raised the exception or passed it on.
-        std::uint32_t reserved;  ///< 0 wherever the library raises an exception.
+        std::uint32_t line;      ///< Source line that raised or rethrew the exception.
+        std::uint32_t reserved;  ///< 0 in all exceptions that the library raises.
         std::wstring file;       ///< Source file, such as "MTParserLib/MTParserCompiler".
-        Data data;               ///< What was wrong.
+        Data data;               ///< The cause.
     };
 
     MTExceptions(std::uint32_t line, std::uint32_t reserved, const std::wstring& file, const Data& data)
@@ -34,7 +34,7 @@ public:
         addEntry(line, reserved, file, data);
     }
 
-    /// Puts a new entry in front of the others.
+    /// Inserts an entry before all others.
     void addEntry(std::uint32_t line, std::uint32_t reserved, const std::wstring& file, const Data& data)
     {
         entries.insert(entries.begin(), Entry{line, reserved, file, data});

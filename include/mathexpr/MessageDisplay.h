@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MessageDisplay.h - how an error reaches the user, and how a host replaces the way.
+// MessageDisplay.h - replaces the message boxes by a display of the host's.
 #pragma once
 
 #include "mathexpr/Export.h"
@@ -11,20 +11,20 @@
 namespace mathexpr {
 
 /// Shows one message to the user and returns when the user has seen it.
-/// @param context  as given with the function
+/// @param context  the pointer registered with the function
 /// @param id       number of the message, 1 to 19
 /// @param text     its text in the user's language, zero-terminated, valid during the call only
 using MessageDisplayFunction = void (*)(void* context, std::uint32_t id, const wchar_t* text);
 
-/// A display function with the host's own pointer, which the library only hands back.
+/// A display function and a pointer for it, which the library passes on unchanged.
 struct ProcessMessageDisplay
 {
     MessageDisplayFunction show = nullptr;  ///< Null: the platform's own message box.
     void* context = nullptr;
 };
 
-/// Replaces, for the whole process, the way in which messages are shown, and returns what was in force before. Not to
-/// be called while another thread uses the library. What the function throws passes out of the call that failed.
+/// Replaces the message display of the whole process, and returns the previous one. Do not call it while another thread uses
+/// the library. Exceptions of the display function propagate out of the call that failed.
 MATHEXPR_API ProcessMessageDisplay setMessageDisplay(ProcessMessageDisplay display) noexcept;
 
 }

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// SMTDefExcepData.h - what could not be defined, and what stood in its way.
+// SMTDefExcepData.h - the data of a failed definition.
 #pragma once
 
 #include "mathexpr/MTExceptions.h"
 
-/// Codes of a refused definition. The numbers are part of the interface.
+/// Reasons for a refused definition. The numbers are part of the interface.
 namespace mathexpr::DefinitionError {
 enum : std::uint32_t
 {
@@ -36,12 +36,12 @@ enum : std::uint32_t
 };
 }
 
-/// The record of an exception of the definition kind.
+/// Data of a definition exception.
 struct MATHEXPR_EXCEPTION SMTDefExcepData
 {
     std::uint32_t exID = 0;         ///< One of mathexpr::DefinitionError.
-    std::wstring itemName;          ///< The symbol or name being defined, or the first of two characters in conflict.
-    std::wstring conflictItemName;  ///< What it collides with; empty where there is nothing.
+    std::wstring itemName;          ///< The symbol or name to be defined, or the first of two conflicting characters.
+    std::wstring conflictItemName;  ///< What it conflicts with; may be empty.
 };
 
 namespace mathexpr {

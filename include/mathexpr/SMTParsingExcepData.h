@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// SMTParsingExcepData.h - what could not be compiled, and where in the text it stands.
+// SMTParsingExcepData.h - the data of a failed compilation.
 #pragma once
 
 #include "mathexpr/MTExceptions.h"
 
-/// Codes of a text that does not compile, and of an argument of the wrong kind. The numbers are part of the interface.
+/// Reasons why a text does not compile, or an argument is refused. The numbers are part of the interface.
 namespace mathexpr::ParsingError {
 enum : std::uint32_t
 {
-    OperatorMisplaced = 0,         ///< An operator where its form (unary, binary) does not exist, or ")" before "(".
+    OperatorMisplaced = 0,         ///< An operator where it has no such form (unary, binary), or ")" before "(".
     OperandMissing = 3,            ///< An operator at the end, or before ")" or a separator.
     ClosingWithoutOpening = 4,     ///< ")" without "(".
     SeparatorOutsideBrackets = 5,  ///< An argument separator outside brackets.
@@ -24,22 +24,22 @@ enum : std::uint32_t
     ArgumentKind = 15,             ///< A point where a function needs a number.
     Structure = 16,                ///< An operand is missing where the program needs one.
     TextTooLong = 17,              ///< The text is longer than the host allows.
-    TooManyRecords = 18,           ///< It holds more values, operators and calls than the host allows.
-    NestedTooDeep = 19,            ///< It opens more at one place than the host allows.
+    TooManyRecords = 18,           ///< More values, operators and calls than the host allows.
+    NestedTooDeep = 19,            ///< Deeper nesting than the host allows.
 };
 }
 
-/// The record of an exception of the parsing kind.
+/// Data of a parsing exception.
 struct MATHEXPR_EXCEPTION SMTParsingExcepData
 {
     std::uint32_t exID = 0;  ///< One of mathexpr::ParsingError.
     std::uint32_t pos = 0;  ///< Position in the rewritten text. Tokens and functions count from 1, brackets, separators
-                            ///< and operators from 0 (from 1 with code 0); 0 where nothing is known. Codes 17
+                            ///< and operators from 0 (from 1 with code 0); 0 if unknown. Codes 17
                             ///< to 19 count from 0 in the text as typed.
-    std::wstring itemName;  ///< The token, symbol or expression concerned; empty where there is none.
-    std::uint32_t nbArgs = 0;    ///< With code 7: how many arguments the call has.
-    std::uint32_t reserved = 0;  ///< Set by nothing.
-    std::wstring reservedName;   ///< Set by nothing.
+    std::wstring itemName;  ///< The token, symbol or expression concerned; may be empty.
+    std::uint32_t nbArgs = 0;    ///< With code 7: number of arguments in the call.
+    std::uint32_t reserved = 0;  ///< Never set.
+    std::wstring reservedName;   ///< Never set.
 };
 
 namespace mathexpr {
