@@ -251,11 +251,12 @@ bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t positi
         program.usedVariables.push_back(variable->item.get());
         if (variable->valueInPlace != nullptr)
         {
+            variable->input = firstInput + static_cast<MTPlace>(program.inputs.size());
             program.inputs.push_back(variable->valueInPlace);
         }
         variable->lastUse = compilation;
     }
-    emitter.emitVariable(*variable->item, variable->valueInPlace, position);
+    emitter.emitVariable(*variable->item, variable->input, position);
     return true;
 }
 

@@ -39,7 +39,8 @@
 class MTParserCompiler
 {
 public:
-    /// @param registrar     resolves symbols and names, and receives the variables that the host answers
+    /// @param registrar     resolves symbols and names, and receives the variables that the host answers; keeps for
+    ///                      this compiler alone which variables a text has used
     /// @param compilation   receives what becomes of a text; both outlive the compiler
     /// @param showMessages  true: an error shows its message and compile returns false; false: it raises an exception
     /// @param service       the host's; may be null

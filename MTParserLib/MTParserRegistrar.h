@@ -14,6 +14,7 @@
 #pragma once
 
 #include "MTParserLib/names/MTNameIndex.h"
+#include "MTParserLib/program/MTFrame.h"
 #include "MTParserLib/program/MTItemKernels.h"
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/IMathOperator.h"
@@ -65,10 +66,12 @@ struct MTVariableDefinition
     std::unique_ptr<IMathVariable> item;
     /// The value, where evaluating the variable does nothing but copy it; null otherwise.
     const VALTYPE* valueInPlace;
-    /// Whether the host gave the value when the variable was defined. Kept by the compiler, as the next one.
+    /// Whether the host gave the value when the variable was defined. Kept by the compiler, as the next ones.
     bool answeredByHost = false;
     /// The number of the compilation that used the variable last.
     std::uint64_t lastUse = 0;
+    /// In the program of that compilation, where the variable has a value in place.
+    MTPlace input = noPlace;
 };
 
 /// Tells the characters that can only be part of a name or number from those that may end one: the first of an

@@ -71,11 +71,11 @@ bool MathExpression::evaluateProgram(VALTYPE& result)
         {
             return false;
         }
-        if (!assignTarget.empty() && !assign(*program->root))
+        if (!assignTarget.empty() && !assign(program->getRoot()))
         {
             return false;
         }
-        copyRecent(result, *program->root);
+        copyRecent(result, program->getRoot());
         program->choice.arm(*program);
         return true;
     });

@@ -11,9 +11,9 @@
 namespace {
 
 /// Evaluates a variable that has to be copied.
-Message::Id copyValue(const MTProgramStep& step, bool)
+Message::Id copyValue(const MTProgramStep& step, const MTFrame& frame, bool)
 {
-    copyRecent(*step.destination, *step.first);
+    copyRecent(frame.slots[step.result], frame[step.first]);
     return Message::None;
 }
 
@@ -26,9 +26,9 @@ void truncate(std::vector<Element>& stack, std::size_t height)
     stack.erase(stack.begin() + static_cast<std::ptrdiff_t>(height), stack.end());
 }
 
-MTProgramStep copyingStep(const IMathExprItemEvaluator* variable, const VALTYPE* value, std::uint32_t position)
+MTProgramStep copyingStep(const IMathExprItemEvaluator* variable, MTPlace input, std::uint32_t position)
 {
-    return {&copyingKernels, variable, value, nullptr, nullptr, 0, position};
+    return {&copyingKernels, variable, input, noPlace, noPlace, 0, position};
 }
 
 }
@@ -43,38 +43,37 @@ void MTParserEmitter::begin(bool readsInPlace) noexcept
 
 void MTParserEmitter::pushResult(const MTProgramStep& step)
 {
-    waiting.push_back({Kind::Result, step.position, {program.steps.size()}, nullptr});
+    waiting.push_back({Kind::Result, step.position, {program.steps.size()}, noPlace});
     program.steps.push_back(step);
 }
 
 void MTParserEmitter::emitConstant(const VALTYPE& value, std::uint32_t position)
 {
-    waiting.push_back({Kind::Constant, position, {constants.size()}, nullptr});
+    waiting.push_back({Kind::Constant, position, {constants.size()}, noPlace});
     constants.push_back(value);
 }
 
-void MTParserEmitter::emitVariable(const IMathExprItemEvaluator& variable, const VALTYPE* valueInPlace,
-                                   std::uint32_t position)
+void MTParserEmitter::emitVariable(const IMathExprItemEvaluator& variable, MTPlace input, std::uint32_t position)
 {
     if (variablesInPlace)
     {
-        Operand operand{Kind::Variable, position, {}, valueInPlace};
+        Operand operand{Kind::Variable, position, {}, input};
         operand.variable = &variable;
         waiting.push_back(operand);
     }
-    else if (valueInPlace != nullptr)
+    else if (input != noPlace)
     {
-        pushResult(copyingStep(&variable, valueInPlace, position));
+        pushResult(copyingStep(&variable, input, position));
     }
     else
     {
-        pushResult({&virtualKernels, &variable, nullptr, nullptr, nullptr, 0, position});
+        pushResult({&virtualKernels, &variable, noPlace, noPlace, noPlace, 0, position});
     }
 }
 
 void MTParserEmitter::emitPlaceholder(std::uint32_t position)
 {
-    waiting.push_back({Kind::Placeholder, position, {}, nullptr});
+    waiting.push_back({Kind::Placeholder, position, {}, noPlace});
 }
 
 MTEmission MTParserEmitter::emitOperator(const IMathExprItemEvaluator& item, const MTItemKernels& kernels,
@@ -104,23 +103,27 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
         nbConstants += waiting[end].kind == Kind::Constant ? 1U : 0U;
     }
 
-    VALTYPE folded;
-    MTProgramStep step{&kernels, &item, nullptr, nullptr, nullptr, nbArgs, position};
-    const MTSlotArena::Mark slotsBefore = program.slots.mark();
-    setOperands(step, waiting.data() + end);
-    truncate(constants, constants.size() - nbConstants);
+    const Operand* const operands = waiting.data() + end;
+    MTProgramStep step{&kernels, &item, noPlace, noPlace, noPlace, nbArgs, position};
     const bool foldable = nbConstants == nbArgs && item.isConstant();
     if (foldable)
     {
-        // The item meets an all-zero result, and is asked before the beginning of the call is looked for: its refusal
-        // wins.
-        step.destination = &folded;
-        const Message::Id refusal = step.evaluate(showMessages);
+        // The constants are its frame: its operands lie side by side on top of them. It meets an all-zero result, and
+        // is asked before the beginning of the call is looked for: its refusal wins.
+        constants.emplace_back();
+        step.result = static_cast<MTPlace>(constants.size() - 1);
+        step.first = step.result - nbArgs;
+        step.second = step.first + 1;
+        const Message::Id refusal = step.evaluate({constants.data(), nullptr}, showMessages);
         if (refusal != Message::None)
         {
             return {MTEmission::Outcome::Refused, position, refusal};
         }
-        program.slots.release(slotsBefore);
+        constants[step.first] = constants[step.result];
+    }
+    else
+    {
+        setOperands(step, operands);
     }
     if (isCall)
     {
@@ -132,9 +135,10 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
     }
 
     truncate(waiting, end);
+    truncate(constants, constants.size() - nbConstants);
     if (foldable)
     {
-        emitConstant(folded, position);
+        waiting.push_back({Kind::Constant, position, {step.first}, noPlace});
     }
     else
     {
@@ -154,43 +158,49 @@ void MTParserEmitter::setOperands(MTProgramStep& step, const Operand* operands)
     if (step.kernels->readsInPlace)
     {
         step.first = placeOf(operands[0]);
-        step.second = step.nbArgs > 1 ? placeOf(operands[1]) : nullptr;
+        step.second = step.nbArgs > 1 ? placeOf(operands[1]) : noPlace;
         return;
     }
-    VALTYPE* const args = program.slots.allocate(step.nbArgs);
+    step.first = static_cast<MTPlace>(program.slots.size());
+    step.second = step.first + 1;
+    program.slots.resize(program.slots.size() + step.nbArgs);
     for (std::uint32_t j = 0; j < step.nbArgs; ++j)
     {
-        bring(operands[j], args[j]);
+        bring(operands[j], step.first + j);
     }
-    step.first = args;
-    step.second = step.nbArgs > 1 ? args + 1 : nullptr;
 }
 
-const VALTYPE* MTParserEmitter::placeOf(const Operand& operand)
+MTPlace MTParserEmitter::addSlot()
+{
+    program.slots.emplace_back();
+    return static_cast<MTPlace>(program.slots.size() - 1);
+}
+
+MTPlace MTParserEmitter::placeOf(const Operand& operand)
 {
     if (operand.kind == Kind::Variable)
     {
-        return operand.valueInPlace;
+        return operand.input;
     }
-    VALTYPE& slot = program.slots.allocateOne();
+    const MTPlace slot = addSlot();
     bring(operand, slot);
-    return &slot;
+    return slot;
 }
 
 /// Sees to it that the operand stands in a slot when the program comes to its consumer.
-void MTParserEmitter::bring(const Operand& operand, VALTYPE& slot)
+void MTParserEmitter::bring(const Operand& operand, MTPlace slot)
 {
     switch (operand.kind)
     {
     case Kind::Constant:
-        slot = constants[operand.index];
+        program.slots[slot] = constants[operand.index];
         break;
     case Kind::Variable:
-        program.steps.push_back(copyingStep(operand.variable, operand.valueInPlace, operand.position));
-        program.steps.back().destination = &slot;
+        program.steps.push_back(copyingStep(operand.variable, operand.input, operand.position));
+        program.steps.back().result = slot;
         break;
     case Kind::Result:
-        program.steps[operand.index].destination = &slot;
+        program.steps[operand.index].result = slot;
         break;
     case Kind::Placeholder:  // not covered: nothing takes it for an operand
         break;
@@ -205,21 +215,20 @@ bool MTParserEmitter::finish()
     {
         return false;
     }
-    VALTYPE& root = program.slots.allocateOne();
-    bring(*last, root);
     // A result that nothing consumes has to go somewhere: its step may refuse its arguments all the same.
     for (auto other = std::next(last); other != waiting.rend(); ++other)
     {
         if (other->kind == Kind::Result)
         {
-            bring(*other, program.slots.allocateOne());
+            bring(*other, addSlot());
         }
     }
-    program.root = &root;
+    bring(*last, addSlot());
+    program.frame = {program.slots.data(), program.inputs.data()};
     const bool isConstant = last->kind == Kind::Constant;
     if (isConstant)
     {
-        program.scalar.buildConstant(root);
+        program.scalar.buildConstant(program.getRoot());
     }
     else
     {

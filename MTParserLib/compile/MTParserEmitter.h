@@ -47,8 +47,8 @@ public:
 
     void emitConstant(const VALTYPE& value, std::uint32_t position);
 
-    /// @param valueInPlace  the variable's value, where evaluating the variable does nothing but copy it; else null
-    void emitVariable(const IMathExprItemEvaluator& variable, const VALTYPE* valueInPlace, std::uint32_t position);
+    /// @param input  the variable's value, where evaluating the variable does nothing but copy it; else noPlace
+    void emitVariable(const IMathExprItemEvaluator& variable, MTPlace input, std::uint32_t position);
 
     /// Marks where the arguments of a function call begin.
     void emitPlaceholder(std::uint32_t position);
@@ -84,15 +84,16 @@ private:
             std::size_t index;  // of a result: its step; of a constant: among those that wait
             const IMathExprItemEvaluator* variable;
         };
-        const VALTYPE* valueInPlace;  // of the variable
+        MTPlace input;  // of the variable
     };
 
     MTEmission emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
                     std::uint32_t position, bool isCall);
     MTEmission operandMissing(std::size_t end) const;
     void setOperands(MTProgramStep& step, const Operand* operands);
-    const VALTYPE* placeOf(const Operand& operand);
-    void bring(const Operand& operand, VALTYPE& slot);
+    MTPlace addSlot();
+    MTPlace placeOf(const Operand& operand);
+    void bring(const Operand& operand, MTPlace slot);
     void pushResult(const MTProgramStep& step);
 
     MTParserProgram& program;

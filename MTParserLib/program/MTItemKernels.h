@@ -5,6 +5,7 @@
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
+#include "MTParserLib/program/MTFrame.h"
 #include "MTParserLib/run/MTScalarCode.h"
 #include "MTParserLib/tiles/MTTileCode.h"
 #include "mathexpr/IMathExprItemEvaluator.h"
@@ -14,16 +15,16 @@
 class ConversionFormula;
 struct MTProgramStep;
 
-/// Evaluates the item of a step: does what item->evaluate promises, with the operands and the destination of the step.
+/// Evaluates the item of a step: does what item->evaluate promises, with the operands and the result of the step.
 /// @return why the item refuses its operands; Message::InvalidExpression for an item that gives no reason
-using MTEvaluate = Message::Id (*)(const MTProgramStep& step, bool showMessages);
+using MTEvaluate = Message::Id (*)(const MTProgramStep& step, const MTFrame& frame, bool showMessages);
 
 /// What the vocabulary tells the evaluator about a class. It lives as long as the process.
 struct MTItemKernels
 {
     MTEvaluate evaluate;
     /// Whether it takes its one or two operands from where the step says that they stand. Otherwise they have to be
-    /// collected in the argument slots of the step.
+    /// collected in slots side by side.
     bool readsInPlace = false;
     const MTScalarKernels* scalar = nullptr;  ///< Null where scalar code cannot stand for the item.
     /// Of an item that multiplies and divides a number by constants, in place of kernels; null for all others.

@@ -1,22 +1,22 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTParserProgram.cpp - the memory of a program.
+// MTParserProgram.cpp - see MTParserProgram.h.
 #include "MTParserLib/program/MTParserProgram.h"
 
 #include "MTParserLib/run/MTBulkPlan.h"
 
 #include <algorithm>
+#include <array>
 
 // NOLINTNEXTLINE(cert-err58-cpp): computed by the compiler
-const MTItemKernels virtualKernels{[](const MTProgramStep& step, bool showMessages) {
-    const bool evaluated = step.item->evaluate(step.nbArgs, step.first, *step.destination, showMessages);
+const MTItemKernels virtualKernels{[](const MTProgramStep& step, const MTFrame& frame, bool showMessages) {
+    const VALTYPE* const args = step.nbArgs != 0 ? &frame.slots[step.first] : nullptr;
+    const bool evaluated = step.item->evaluate(step.nbArgs, args, frame.slots[step.result], showMessages);
     return evaluated ? Message::None : Message::InvalidExpression;
 }};
 
 namespace {
-
-constexpr std::size_t smallestChunk = 12;
 
 VALTYPE oneOf(std::uint8_t type) noexcept
 {
@@ -25,29 +25,14 @@ VALTYPE oneOf(std::uint8_t type) noexcept
 
 }
 
-Message::Id evaluateWithOnes(const MTProgramStep& step, VALTYPE& result)
+Message::Id evaluateWithOnes(const MTProgramStep& step, const MTFrame& frame, VALTYPE& result)
 {
-    const VALTYPE first = oneOf(step.first->type);
-    const VALTYPE second = oneOf(step.nbArgs > 1 ? step.second->type : std::uint8_t{0});
-    return MTProgramStep{step.kernels, step.item, &first, &second, &result, step.nbArgs, 0}.evaluate(false);
-}
-
-VALTYPE* MTSlotArena::allocateElsewhere(std::size_t count)
-{
-    Mark place = top;
-    while (place.chunk < chunks.size() && chunks[place.chunk].size - place.used < count)
-    {
-        ++place.chunk;
-        place.used = 0;
-    }
-    if (place.chunk == chunks.size())
-    {
-        const std::size_t doubled = chunks.empty() ? smallestChunk : 2 * chunks.back().size;
-        const std::size_t size = std::max(count, doubled);
-        chunks.push_back(Chunk{std::make_unique<VALTYPE[]>(size), size});
-    }
-    top = place;
-    return allocate(count);
+    const std::uint8_t secondType = step.nbArgs > 1 ? frame[step.second].type : std::uint8_t{0};
+    std::array<VALTYPE, 3> records{oneOf(frame[step.first].type), oneOf(secondType), VALTYPE{}};
+    const MTProgramStep withOnes{step.kernels, step.item, 0, 1, 2, step.nbArgs, 0};
+    const Message::Id refusal = withOnes.evaluate({records.data(), nullptr}, false);
+    result = records[2];
+    return refusal;
 }
 
 MTParserProgram::MTParserProgram() noexcept
@@ -61,10 +46,15 @@ void MTParserProgram::clear() noexcept
 {
     bulkPlan.reset();
     steps.clear();
+    slots.clear();
     usedVariables.clear();
     inputs.clear();
     scalar.clear();
     choice.clear();
-    slots.release({});
-    root = nullptr;
+}
+
+MTPlace MTParserProgram::findInput(const VALTYPE& variable) const noexcept
+{
+    const auto found = std::find(inputs.begin(), inputs.end(), &variable);
+    return found == inputs.end() ? noPlace : firstInput + static_cast<MTPlace>(found - inputs.begin());
 }

@@ -3,19 +3,21 @@
 //
 // MTParserProgram.h - the compiled program: what the compiler hands to the evaluator.
 //
-//     x*2+y     0  *  x, 2      -> slot 1
-//               1  +  slot 1, y -> root
+//     x*2+y     0  *  x, 2       -> slot 1
+//               1  +  slot 1, y  -> root
 //
 // Steps in postfix order: the operands of a step are the sub-programs that end just before it, the last operand last;
-// the last step is the root's. Each step's result goes straight to its destination, the slot of the step that consumes
-// it, so that evaluating is one pass over the steps without a stack.
+// the last step is the root's. A step names its operands and its result by their places in a frame (MTFrame.h). Its
+// result goes straight to the slot of the step that consumes it, so that evaluating is one pass over the steps without
+// a stack.
 //
-// What already stands somewhere is no step: constants stand in the slots that consume them, and the value of a variable
-// is read where the variable keeps it. A variable is a step of its own, which copies it to its destination, only where
-// its consumer needs its arguments side by side, and where code of the host's may run in a program and change variables
-// on the way.
+// What needs not be computed is no step: constants stand in the slots that consume them, and the value of a variable
+// is read where the variable keeps it. A variable is a step of its own, which copies it to a slot, only where its
+// consumer needs its arguments side by side, and where code of the host's may run in a program and change variables on
+// the way.
 #pragma once
 
+#include "MTParserLib/program/MTFrame.h"
 #include "MTParserLib/program/MTItemKernels.h"
 #include "MTParserLib/run/MTRunChoice.h"
 #include "MTParserLib/run/MTScalarCode.h"
@@ -34,70 +36,28 @@ struct MTProgramStep
     const MTItemKernels* kernels;
     const IMathExprItemEvaluator* item;
     /// The first operand, of which all others follow side by side, unless the item reads its operands in place. Of a
-    /// variable that is copied, its value.
-    const VALTYPE* first;
-    const VALTYPE* second;  ///< The second operand; meaningless where there is none.
-    VALTYPE* destination;   ///< The slot that consumes the result, or one of its own.
+    /// variable that is copied, its value; of one of the host's, noPlace.
+    MTPlace first;
+    MTPlace second;  ///< The second operand; meaningless where there is none.
+    MTPlace result;  ///< The slot of the step that consumes the result, or one of its own.
     std::uint32_t nbArgs;
     std::uint32_t position;  ///< In the rewritten text, for error reports.
 
-    const VALTYPE& operand(std::uint32_t index) const noexcept { return index == 1 ? *second : first[index]; }
+    MTPlace operand(std::uint32_t index) const noexcept { return index == 1 ? second : first + index; }
     /// Whether it copies a variable. No item is called without arguments, but for a variable of the host's.
-    bool isCopy() const noexcept { return nbArgs == 0 && first != nullptr; }
-    Message::Id evaluate(bool showMessages) const { return kernels->evaluate(*this, showMessages); }
+    bool isCopy() const noexcept { return nbArgs == 0 && first != noPlace; }
+    Message::Id evaluate(const MTFrame& frame, bool showMessages) const
+    {
+        return kernels->evaluate(*this, frame, showMessages);
+    }
 };
 
 /// Evaluates an item of one or two operands of the kinds that a step's operands have. All numbers are 1, which no item
 /// refuses.
-Message::Id evaluateWithOnes(const MTProgramStep& step, VALTYPE& result);
+/// @param result  receives what the item makes of a fresh slot
+Message::Id evaluateWithOnes(const MTProgramStep& step, const MTFrame& frame, VALTYPE& result);
 
-/// Memory for argument slots. It hands out memory that never moves, takes it back in the reverse order, and keeps what
-/// it has for the next program.
-class MTSlotArena
-{
-public:
-    /// How far the arena is used.
-    struct Mark
-    {
-        std::size_t chunk;
-        std::size_t used;
-    };
-
-    /// A contiguous array of all-zero slots; null for none.
-    VALTYPE* allocate(std::size_t count)
-    {
-        if (top.chunk == chunks.size() || chunks[top.chunk].size - top.used < count)
-        {
-            return allocateElsewhere(count);
-        }
-        VALTYPE* const allocated = chunks[top.chunk].slots.get() + top.used;
-        top.used += count;
-        for (VALTYPE* slot = allocated; slot != allocated + count; ++slot)
-        {
-            *slot = VALTYPE{};
-        }
-        return count == 0 ? nullptr : allocated;  // not covered: empty brackets are refused
-    }
-    /// A slot by itself.
-    VALTYPE& allocateOne() { return *allocate(1); }
-
-    Mark mark() const noexcept { return top; }
-    void release(Mark mark) noexcept { top = mark; }
-
-private:
-    struct Chunk
-    {
-        std::unique_ptr<VALTYPE[]> slots;
-        std::size_t size;
-    };
-
-    VALTYPE* allocateElsewhere(std::size_t count);
-
-    std::vector<Chunk> chunks;
-    Mark top{};
-};
-
-/// The steps of one expression and the slots that their results go to.
+/// The steps of one expression and their frame.
 class MTParserProgram
 {
 public:
@@ -112,16 +72,22 @@ public:
     /// Whether the value of a complete program is known, so that no step has to be run for it.
     bool isConstant() const noexcept { return choice.getState() == MTRunState::Constant; }
 
-    std::vector<MTProgramStep> steps;
-    MTSlotArena slots;
+    /// The slot that holds the value of the whole expression after a run of a complete program. It is the last.
+    MTPlace getRootPlace() const noexcept { return static_cast<MTPlace>(slots.size() - 1); }
+    const VALTYPE& getRoot() const noexcept { return slots.back(); }
 
-    /// Where the value of the whole expression stands after a run of the steps; null until the program is complete.
-    VALTYPE* root;
+    /// The input that has its value at an address; noPlace where there is none.
+    MTPlace findInput(const VALTYPE& variable) const noexcept;
+
+    std::vector<MTProgramStep> steps;
+    std::vector<VALTYPE> slots;
 
     /// The variables that it reads, in the order of their first use.
     std::vector<const IMathVariable*> usedVariables;
     /// The values of those that are read where the variable keeps its value, in the same order.
     std::vector<const VALTYPE*> inputs;
+
+    MTFrame frame;  ///< Of a complete program: slots and inputs.
 
     MTScalarCode scalar;
     MTRunChoice choice;

@@ -1,39 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTProgramCopy.cpp - copies a program by giving each place that its steps name a place of the copy's own. Places that
-// stand side by side still do so.
+// MTProgramCopy.cpp - see MTProgramCopy.h.
 #include "MTParserLib/program/MTProgramCopy.h"
 
 #include "mathexpr/SMTParsingExcepData.h"
 
 #include <algorithm>
-#include <functional>
+#include <iterator>
 #include <new>
 
 namespace {
-
-/// The places that the steps of a program name, in ascending order.
-std::vector<const VALTYPE*> placesOf(const MTParserProgram& program)
-{
-    std::vector<const VALTYPE*> places;
-    for (const MTProgramStep& step : program.steps)
-    {
-        for (std::uint32_t j = 0; j < step.nbArgs; ++j)
-        {
-            places.push_back(&step.operand(j));
-        }
-        if (step.isCopy())
-        {
-            places.push_back(step.first);
-        }
-        places.push_back(step.destination);
-    }
-    places.push_back(program.root);
-    std::sort(places.begin(), places.end(), std::less<>());
-    places.erase(std::unique(places.begin(), places.end()), places.end());
-    return places;
-}
 
 /// Evaluates an item; an exception counts as a refusal.
 template <class Evaluation>
@@ -55,58 +32,43 @@ Message::Id attempt(Evaluation evaluate)
 
 }
 
-MTProgramCopy::MTProgramCopy(const MTParserProgram& program) : steps(program.steps), originals(placesOf(program))
+MTProgramCopy::MTProgramCopy(const MTParserProgram& original) : program(original), slots(original.slots)
 {
-    slots.resize(originals.size());
-    for (const VALTYPE* place : originals)
+    for (const VALTYPE* input : program.inputs)
     {
-        fresh.push_back(*place);
+        variables.push_back(*input);
     }
-    for (MTProgramStep& step : steps)
-    {
-        const std::size_t destination = indexOf(step.destination);
-        fresh[destination] = VALTYPE{};
-        step.destination = &slots[destination];
-        if (step.nbArgs > 0 || step.isCopy())
-        {
-            step.first = &slots[indexOf(step.first)];
-        }
-        if (step.nbArgs > 1)
-        {
-            step.second = &slots[indexOf(step.second)];
-        }
-    }
-    root = &slots[indexOf(program.root)];
+    std::transform(variables.begin(), variables.end(), std::back_inserter(inputs),
+                   [](const VALTYPE& variable) { return &variable; });
+    frame = {slots.data(), inputs.data()};
     refresh();
 }
 
-std::size_t MTProgramCopy::indexOf(const VALTYPE* place) const noexcept
+VALTYPE* MTProgramCopy::addInput(const VALTYPE& variable) noexcept
 {
-    const auto found = std::lower_bound(originals.begin(), originals.end(), place, std::less<>());
-    return static_cast<std::size_t>(found - originals.begin());
-}
-
-VALTYPE* MTProgramCopy::addInput(const VALTYPE& variable)
-{
-    if (!std::binary_search(originals.begin(), originals.end(), &variable, std::less<>()))
+    const MTPlace place = program.findInput(variable);
+    if (place == noPlace)
     {
         return nullptr;
     }
-    const std::size_t index = indexOf(&variable);
-    fresh[index] = slots[index] = VALTYPE{};
-    return &slots[index];
+    VALTYPE& own = variables[place - firstInput];
+    own = VALTYPE{};
+    return &own;
 }
 
 void MTProgramCopy::refresh() noexcept
 {
-    std::copy(fresh.begin(), fresh.end(), slots.begin());
+    for (const MTProgramStep& step : program.steps)
+    {
+        slots[step.result] = VALTYPE{};
+    }
 }
 
 Message::Id MTProgramCopy::run()
 {
-    for (const MTProgramStep& step : steps)
+    for (const MTProgramStep& step : program.steps)
     {
-        const Message::Id refusal = attempt([&] { return step.evaluate(false); });
+        const Message::Id refusal = attempt([&] { return step.evaluate(frame, false); });
         if (refusal != Message::None)
         {
             return refusal;
@@ -117,9 +79,9 @@ Message::Id MTProgramCopy::run()
 
 bool MTProgramCopy::settleKinds()
 {
-    return std::all_of(steps.begin(), steps.end(), [](const MTProgramStep& step) {
-        const auto withOnes = [&] { return evaluateWithOnes(step, *step.destination); };
-        return attempt([&] { return step.evaluate(false); }) == Message::None ||
+    return std::all_of(program.steps.begin(), program.steps.end(), [this](const MTProgramStep& step) {
+        const auto withOnes = [&] { return evaluateWithOnes(step, frame, slots[step.result]); };
+        return attempt([&] { return step.evaluate(frame, false); }) == Message::None ||
                (step.kernels->readsInPlace && attempt(withOnes) == Message::None);
     });
 }

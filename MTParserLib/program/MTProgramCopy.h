@@ -1,32 +1,32 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTProgramCopy.h - a copy of a program with slots and variables of its own.
+// MTProgramCopy.h - runs a program with slots and variables of its own, so that another thread may do the same.
 //
-// Its slots can be set to what they are in a program that has just been compiled, so that no run shows in the next.
+// The slots can be set to what they are in a program that has just been compiled, so that no run shows in the next.
 #pragma once
 
 #include "MTParserLib/program/MTParserProgram.h"
 
-#include <cstddef>
 #include <vector>
 
 class MTProgramCopy
 {
 public:
-    /// @param program  complete; not needed afterwards, but for its items and the variables whose values are read
-    explicit MTProgramCopy(const MTParserProgram& program);
+    /// Its variables have the values that those of the program have now.
+    /// @param original  complete; has to stay as it is for the life of this object
+    explicit MTProgramCopy(const MTParserProgram& original);
     MTProgramCopy(const MTProgramCopy&) = delete;
     MTProgramCopy& operator=(const MTProgramCopy&) = delete;
 
-    const std::vector<MTProgramStep>& getSteps() const noexcept { return steps; }
-    const VALTYPE& getRoot() const noexcept { return *root; }
+    const MTFrame& getFrame() const noexcept { return frame; }
+    const VALTYPE& getRoot() const noexcept { return slots.back(); }
 
-    /// Makes a variable of the program an input of the copy, which is zero before each run.
-    /// @return where its value stands; null where no step reads it
-    VALTYPE* addInput(const VALTYPE& variable);
+    /// Sets the copy's own variable in place of one of the program to zero.
+    /// @return the variable's value in the copy; null where the program does not read it
+    VALTYPE* addInput(const VALTYPE& variable) noexcept;
 
-    /// Sets slots and variables to what they are before the first run.
+    /// Sets the slots to what they are before the first run.
     void refresh() noexcept;
 
     /// Runs the steps.
@@ -39,12 +39,9 @@ public:
     bool settleKinds();
 
 private:
-    /// Which place of the copy stands for one of the program.
-    std::size_t indexOf(const VALTYPE* place) const noexcept;
-
-    std::vector<MTProgramStep> steps;
-    std::vector<const VALTYPE*> originals;  // by index of the place that stands for each, in ascending order
-    std::vector<VALTYPE> fresh;             // what stands in the slots before a run
-    std::vector<VALTYPE> slots;             // and the variables
-    const VALTYPE* root;
+    const MTParserProgram& program;
+    std::vector<VALTYPE> slots;
+    std::vector<VALTYPE> variables;
+    std::vector<const VALTYPE*> inputs;  // the variables
+    MTFrame frame;
 };

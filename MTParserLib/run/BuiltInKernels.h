@@ -14,32 +14,33 @@
 #include <type_traits>
 
 template <class Item>
-Message::Id applyToOperands(const MTProgramStep& step)
+Message::Id applyToOperands(const MTProgramStep& step, const MTFrame& frame)
 {
+    VALTYPE& result = frame.slots[step.result];
     if constexpr (TakesOneOperand<Item>)
     {
-        return Item::apply(*step.first, *step.destination);
+        return Item::apply(frame[step.first], result);
     }
     else if constexpr (TakesTwoOperands<Item>)
     {
-        return Item::apply(*step.first, *step.second, *step.destination);
+        return Item::apply(frame[step.first], frame[step.second], result);
     }
     else
     {
-        return Item::apply(step.nbArgs, step.first, *step.destination);
+        return Item::apply(step.nbArgs, &frame.slots[step.first], result);
     }
 }
 
 template <class Item>
-Message::Id evaluateDirectly(const MTProgramStep& step, bool showMessages)
+Message::Id evaluateDirectly(const MTProgramStep& step, const MTFrame& frame, bool showMessages)
 {
-    return showRefusal(applyToOperands<Item>(step), showMessages);
+    return showRefusal(applyToOperands<Item>(step, frame), showMessages);
 }
 
 template <class Item>
-Message::Id evaluateConversion(const MTProgramStep& step, bool)
+Message::Id evaluateConversion(const MTProgramStep& step, const MTFrame& frame, bool)
 {
-    Item::text.convert(*step.first, *step.destination);
+    Item::text.convert(frame[step.first], frame.slots[step.result]);
     return Message::None;
 }
 

@@ -19,7 +19,7 @@ MTBoundFunction::MTBoundFunction(const MTParserProgram& program, platform::Array
     }
     else
     {
-        hasCode = copy.settleKinds() && code.buildForDouble(copy.getSteps(), copy.getRoot());
+        hasCode = copy.settleKinds() && code.buildForDouble(program, copy.getFrame());
     }
     first = hasCode ? code.getSteps().data() : nullptr;
 }

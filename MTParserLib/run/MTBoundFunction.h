@@ -18,7 +18,7 @@
 class MTBoundFunction
 {
 public:
-    /// @param program    complete; its variables have to stay as they are for the life of the function
+    /// @param program    complete; it and its variables have to stay as they are for the life of the function
     /// @param arguments  values of variables, by position
     MTBoundFunction(const MTParserProgram& program, platform::ArrayView<const VALTYPE* const> arguments);
     MTBoundFunction(const MTBoundFunction&) = delete;

@@ -94,7 +94,7 @@ std::unique_ptr<MTBulkWorker> MTBulkPlan::makeWorker(platform::ArrayView<const M
 {
     if (program.isConstant())
     {
-        return std::make_unique<ConstantWorker>(*program.root);
+        return std::make_unique<ConstantWorker>(program.getRoot());
     }
     if (tiles)
     {

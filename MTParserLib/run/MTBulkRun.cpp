@@ -23,7 +23,7 @@ constexpr std::uint32_t mostThreads = 256;
 bool isOrderHidden(const MTParserProgram& program)
 {
     return std::all_of(program.steps.begin(), program.steps.end(), [](const MTProgramStep& step) {
-        return step.nbArgs == 0 ? step.first != nullptr : step.item->isConstant() && !isHostItem(*step.kernels);
+        return step.nbArgs == 0 ? step.isCopy() : step.item->isConstant() && !isHostItem(*step.kernels);
     });
 }
 

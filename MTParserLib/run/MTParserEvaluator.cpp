@@ -19,7 +19,7 @@ bool interpret(MTParserProgram& program, bool showMessages, MTRunFailure& failur
     {
         for (; step != program.steps.end(); ++step)
         {
-            const Message::Id refusal = step->evaluate(showMessages);
+            const Message::Id refusal = step->evaluate(program.frame, showMessages);
             if (refusal != Message::None)
             {
                 tell(refusal);
@@ -53,7 +53,7 @@ public:
         {
             return false;
         }
-        *program.root = value;
+        program.slots.back() = value;
         return true;
     }
 
@@ -76,7 +76,7 @@ private:
 MTRunFailure failureAt(const MTParserProgram& program, const double* slot, Message::Id refusal) noexcept
 {
     const auto step = std::find_if(program.steps.begin(), program.steps.end(),
-                                   [slot](const MTProgramStep& each) { return &each.destination->x == slot; });
+                                   [&](const MTProgramStep& each) { return &program.slots[each.result].x == slot; });
     return {step->position, step->nbArgs, refusal};
 }
 

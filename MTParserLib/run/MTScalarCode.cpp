@@ -65,13 +65,13 @@ struct Operand
 struct WaitingNumber
 {
     bool onStack;
-    const VALTYPE* destination;  // the slot of its consumer
+    MTPlace slot;  // of its consumer
 };
 
-MTOperandKinds kindsOf(const MTProgramStep& step) noexcept
+MTOperandKinds kindsOf(const MTProgramStep& step, const MTFrame& frame) noexcept
 {
-    const bool secondIsPoint = step.nbArgs > 1 && step.operand(1).type != 0;
-    if (step.operand(0).type != 0)
+    const bool secondIsPoint = step.nbArgs > 1 && frame[step.second].type != 0;
+    if (frame[step.first].type != 0)
     {
         return secondIsPoint ? MTOperandKinds::Points : MTOperandKinds::PointNumber;
     }
@@ -80,19 +80,19 @@ MTOperandKinds kindsOf(const MTProgramStep& step) noexcept
 
 /// Whether the slot of a step holds a point that its item does not make of these kinds: one is left of earlier kinds.
 /// The item is asked what it makes of a fresh slot.
-bool holdsOldPoint(const MTProgramStep& step)
+bool holdsOldPoint(const MTProgramStep& step, const MTFrame& frame)
 {
-    if (step.destination->type == 0)
+    if (frame[step.result].type == 0)
     {
         return false;
     }
     VALTYPE fresh;
-    evaluateWithOnes(step, fresh);
+    evaluateWithOnes(step, frame, fresh);
     return fresh.type == 0;
 }
 
 /// Whether a step that is no copy runs by a kernel, and not on records.
-bool hasKernel(const MTProgramStep& step)
+bool hasKernel(const MTProgramStep& step, const MTFrame& frame)
 {
     if (step.kernels->formula != nullptr)
     {
@@ -108,38 +108,40 @@ bool hasKernel(const MTProgramStep& step)
         return step.nbArgs <= 3;
     }
     // "&" takes two flagged points for truth values.
-    const MTOperandKinds kinds = kindsOf(step);
-    const bool areFlagged = kinds == MTOperandKinds::Points && step.first->flag != 0 && step.second->flag != 0;
-    return item->find(kinds, MTOperandForm::Memory) != nullptr && !areFlagged && !holdsOldPoint(step);
+    const MTOperandKinds kinds = kindsOf(step, frame);
+    const bool areFlagged =
+        kinds == MTOperandKinds::Points && frame[step.first].flag != 0 && frame[step.second].flag != 0;
+    return item->find(kinds, MTOperandForm::Memory) != nullptr && !areFlagged && !holdsOldPoint(step, frame);
 }
 
 /// Turns a program into scalar code, step by step, with the numbers that wait in an array of fixed size.
 class Builder
 {
 public:
+    /// @param runFrame    that the code is for; outlives it
     /// @param freshSlots  whether each run begins with slots as they were before the first
-    Builder(std::vector<MTScalarStep>& target, std::vector<const MTProgramStep*>& copying, bool freshSlots) noexcept
-        : steps(target), copies(copying), fresh(freshSlots)
+    Builder(const MTParserProgram& source, const MTFrame& runFrame, bool freshSlots, std::vector<MTScalarStep>& target,
+            std::vector<const MTProgramStep*>& copying) noexcept
+        : program(source), frame(runFrame), fresh(freshSlots), steps(target), copies(copying)
     {
-        waiting[0] = {true, nullptr};
+        waiting[0] = {true, noPlace};
     }
 
     /// @return false where one of the inputs is neither a number nor a point, as far as the library makes them
-    bool checkInputs(const std::vector<const VALTYPE*>& inputs)
+    bool checkInputs()
     {
-        const std::size_t nbChecked = checkThose<0x000>(inputs) + checkThose<0x001>(inputs) +
-                                      checkThose<0x100>(inputs) + checkThose<0x101>(inputs);
-        return nbChecked == inputs.size();
+        return checkThose<0x000>() + checkThose<0x001>() + checkThose<0x100>() + checkThose<0x101>() ==
+               program.inputs.size();
     }
 
     /// @return false where it has to run itself
-    bool addProgram(const std::vector<MTProgramStep>& program)
+    bool addSteps()
     {
-        if (countComputations(program) == 0)
+        if (countComputations(program.steps) == 0)
         {
             return false;
         }
-        for (const MTProgramStep& step : program)
+        for (const MTProgramStep& step : program.steps)
         {
             addItem(step);
         }
@@ -149,9 +151,9 @@ public:
     /// Ends the code.
     /// @param withValue, inMemory  the last kernels where the root is the last number, and where it stands in memory
     /// @return false when it is of no use, because too many numbers wait at once or never find a consumer
-    bool finish(const VALTYPE& root, MTScalarKernel withValue, MTScalarKernel inMemory)
+    bool finish(MTScalarKernel withValue, MTScalarKernel inMemory)
     {
-        const Operand value = takeOperand(root);
+        const Operand value = takeOperand(program.getRootPlace());
         append(value.place == Operand::Place::Value ? withValue : inMemory, {value.memory});
         return !overflowed && nbWaiting == 0 && copies.empty();
     }
@@ -160,13 +162,16 @@ private:
     /// The addresses of the operands in memory.
     using Memory = std::array<const double*, 3>;
 
+    double* resultOf(const MTProgramStep& step) const noexcept { return &frame.slots[step.result].x; }
+    bool yieldsPoint(const MTProgramStep& step) const noexcept { return frame.slots[step.result].type != 0; }
+
     void addItem(const MTProgramStep& step)
     {
         if (step.isCopy())
         {
             copies.push_back(&step);
         }
-        else if (!hasKernel(step))
+        else if (!hasKernel(step, frame))
         {
             addRecord(step);
         }
@@ -183,13 +188,13 @@ private:
     /// Checks the inputs that have a head, some with each step.
     /// @return how many these are
     template <std::uint16_t head>
-    std::size_t checkThose(const std::vector<const VALTYPE*>& inputs)
+    std::size_t checkThose()
     {
         using scalarkernels::checkHeads;
         static constexpr std::array<MTScalarKernel, scalarkernels::maxChecked> kernels = {
             checkHeads<head, 1>, checkHeads<head, 2>, checkHeads<head, 3>, checkHeads<head, 4>, checkHeads<head, 5>};
         std::size_t nbChecked = 0;
-        for (const VALTYPE* input : inputs)
+        for (const VALTYPE* input : program.inputs)
         {
             if (scalarkernels::headOf(*input) != head)
             {
@@ -221,20 +226,20 @@ private:
     }
 
     /// What is written to a slot or what stands there.
-    Operand takeOperand(const VALTYPE& slot) noexcept
+    Operand takeOperand(MTPlace place) noexcept
     {
-        if (waiting[nbWaiting].destination == &slot)
+        if (waiting[nbWaiting].slot == place)
         {
             const bool onStack = waiting[nbWaiting--].onStack;
-            return {onStack ? Operand::Place::Stack : Operand::Place::Value, &slot.x};
+            return {onStack ? Operand::Place::Stack : Operand::Place::Value, &frame[place].x};
         }
-        if (!copies.empty() && copies.back()->destination == &slot)
+        if (!copies.empty() && copies.back()->result == place)
         {
             const MTProgramStep* const copy = copies.back();
             copies.pop_back();
-            return {Operand::Place::Copied, &copy->first->x, copy};
+            return {Operand::Place::Copied, &frame[copy->first].x, copy};
         }
-        return {Operand::Place::Memory, &slot.x};
+        return {Operand::Place::Memory, &frame[place].x};
     }
 
     /// An item on records. The last operand is stored first, since the stack hands numbers out in that order.
@@ -252,7 +257,7 @@ private:
                 store(operand);
             }
         }
-        clearIfFresh(&step.destination->x);
+        clearIfFresh(resultOf(step));
         appendRecord(step);
     }
 
@@ -274,7 +279,7 @@ private:
             }
         }
         const MTOperandForm form = takesValue ? MTOperandForm::MemoryValue : memoryForm(step);
-        append(step.kernels->scalar->find(MTOperandKinds::Numbers, form), memory, &step.destination->x);
+        append(step.kernels->scalar->find(MTOperandKinds::Numbers, form), memory, resultOf(step));
         addResult(step);
     }
 
@@ -306,7 +311,7 @@ private:
         }
         else
         {
-            appendItem(*step.kernels->scalar, kindsOf(step), form, memory, &step.destination->x);
+            appendItem(*step.kernels->scalar, kindsOf(step, frame), form, memory, resultOf(step));
         }
         addResult(step);
     }
@@ -329,7 +334,7 @@ private:
     MTOperandForm memoryForm(const MTProgramStep& step) noexcept
     {
         WaitingNumber& last = waiting[nbWaiting];
-        if (last.onStack || step.destination->type != 0)
+        if (last.onStack || yieldsPoint(step))
         {
             return MTOperandForm::Memory;
         }
@@ -340,7 +345,7 @@ private:
     /// A number waits for its consumer; a point stands in its slot.
     void addResult(const MTProgramStep& step) noexcept
     {
-        if (step.destination->type != 0)
+        if (yieldsPoint(step))
         {
             return;
         }
@@ -349,18 +354,19 @@ private:
             overflowed = true;
             return;
         }
-        waiting[++nbWaiting] = {false, step.destination};
+        waiting[++nbWaiting] = {false, step.result};
     }
 
     void append(MTScalarKernel kernel, const Memory& memory, double* result = nullptr)
     {
-        steps.push_back({kernel, memory[0], memory[1], {memory[2]}, result, nullptr});
+        steps.push_back({kernel, memory[0], {memory[1]}, {memory[2]}, result, nullptr});
         lastIndex = MTScalarKernels::notFused;
     }
 
     void appendRecord(const MTProgramStep& step)
     {
-        append(scalarkernels::runRecord, {}, &step.destination->x);
+        append(scalarkernels::runRecord, {}, resultOf(step));
+        steps.back().frame = &frame;
         steps.back().record = &step;
     }
 
@@ -420,9 +426,11 @@ private:
         }
     }
 
+    const MTParserProgram& program;
+    const MTFrame& frame;
+    const bool fresh;
     std::vector<MTScalarStep>& steps;
     std::vector<const MTProgramStep*>& copies;
-    const bool fresh;
     // waiting[0] is a sentinel, which no operand is and which is never pushed.
     std::array<WaitingNumber, 1 + mostWaiting> waiting;
     std::size_t nbWaiting = 0;
@@ -452,24 +460,23 @@ bool MTScalarCode::build(const MTParserProgram& program)
 {
     steps.clear();
     copies.clear();
-    Builder builder(steps, copies, false);
-    return builder.checkInputs(program.inputs) && builder.addProgram(program.steps) &&
-           builder.finish(*program.root, scalarkernels::endWithValue, scalarkernels::endWithRecord);
+    Builder builder(program, program.frame, false, steps, copies);
+    return builder.checkInputs() && builder.addSteps() &&
+           builder.finish(scalarkernels::endWithValue, scalarkernels::endWithRecord);
 }
 
-bool MTScalarCode::buildForDouble(const std::vector<MTProgramStep>& program, const VALTYPE& root)
+bool MTScalarCode::buildForDouble(const MTParserProgram& program, const MTFrame& frame)
 {
-    stack.resize(program.size());
-    Builder builder(steps, copies, true);
-    return builder.addProgram(program) &&
-           builder.finish(root, scalarkernels::endWithDouble, scalarkernels::endWithStoredDouble);
+    stack.resize(program.steps.size());
+    Builder builder(program, frame, true, steps, copies);
+    return builder.addSteps() && builder.finish(scalarkernels::endWithDouble, scalarkernels::endWithStoredDouble);
 }
 
 void MTScalarCode::buildConstant(const VALTYPE& value, bool asDouble)
 {
     steps.push_back({asDouble ? scalarkernels::endWithStoredDouble : scalarkernels::endWithRecord,
                      &value.x,
-                     nullptr,
+                     {nullptr},
                      {nullptr},
                      nullptr,
                      nullptr});

@@ -38,6 +38,7 @@
 #include <vector>
 
 class MTParserProgram;
+struct MTFrame;
 struct MTProgramStep;
 struct MTScalarStep;
 
@@ -108,7 +109,11 @@ struct MTScalarStep
 {
     MTScalarKernel kernel;
     const double* a;  ///< x of the operands in memory; y and z of a point follow it.
-    const double* b;
+    union
+    {
+        const double* b;
+        const MTFrame* frame;  ///< Of the step of the program that is run on records.
+    };
     union
     {
         const double* c;              ///< The third operand in memory; of two items, the one of the second.
@@ -134,7 +139,8 @@ public:
 
     /// Makes the code of steps that yield a number, and whose inputs keep the kinds that they have. The result is a
     /// double, and each run begins with slots as they were before the first.
-    bool buildForDouble(const std::vector<MTProgramStep>& program, const VALTYPE& root);
+    /// @param frame  for the steps, in place of the program's own
+    bool buildForDouble(const MTParserProgram& program, const MTFrame& frame);
 
     /// Makes code that yields a constant, as a record or a double.
     void buildConstant(const VALTYPE& value, bool asDouble = false);

@@ -91,7 +91,7 @@ inline bool clearSlot(const MTScalarStep* step, double value, double* top, void*
 inline bool runRecord(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
                       void* self)
 {
-    const Message::Id refusal = step->record->evaluate(false);
+    const Message::Id refusal = step->record->evaluate(*step->frame, false);
     return refusal == Message::None ? runNext(step, value, top, result, owner, self)
                                     : owner->refused(self, step->result, refusal);
 }

@@ -13,7 +13,6 @@
 #include <array>
 #include <cstring>
 #include <map>
-#include <unordered_map>
 
 namespace {
 
@@ -54,8 +53,8 @@ bool callWithRecords(const MTTileStep& step, const MTTileContext& context)
                             widthOf(operand.record) * sizeof(double));
             }
         }
-        VALTYPE result;
-        refusals |= evaluateTileItem(*call.item, args, call.operands.size(), result);
+        VALTYPE& result = args[call.operands.size()];
+        refusals |= evaluateTileItem(*call.item, args, call.operands.size());
         std::memcpy(context.places[step.result] + widthOf(result) * row, &result.x, widthOf(result) * sizeof(double));
     }
     return refusals != Message::None;
@@ -63,9 +62,11 @@ bool callWithRecords(const MTTileStep& step, const MTTileContext& context)
 
 }
 
-Message::Id evaluateTileItem(const MTItemKernels& item, const VALTYPE* args, std::size_t nbArgs, VALTYPE& result)
+Message::Id evaluateTileItem(const MTItemKernels& item, VALTYPE* args, std::size_t nbArgs)
 {
-    return item.evaluate({&item, nullptr, args, args + 1, &result, static_cast<std::uint32_t>(nbArgs), 0}, false);
+    const auto count = static_cast<std::uint32_t>(nbArgs);
+    args[count] = VALTYPE{};
+    return item.evaluate({&item, nullptr, 0, 1, count, count, 0}, {args, nullptr}, false);
 }
 
 class MTTileProgram::Builder
@@ -75,15 +76,28 @@ public:
         : program(source), target(new MTTileProgram(set))
     {
         // For most programs all that these take.
-        values.reserve(columns.size() + program.steps.size());
+        values.reserve(program.slots.size() + program.inputs.size());
         target->places.reserve(columns.size() + 2 * program.steps.size() + 1);
         target->steps.reserve(2 * program.steps.size() + 1);
+        for (const VALTYPE& slot : program.slots)
+        {
+            values.push_back({slot, true, false, 0});
+        }
+        for (const VALTYPE* input : program.inputs)
+        {
+            values.push_back({*input, true, false, 0});
+        }
         for (const MTBoundColumn& column : columns)
         {
             VALTYPE sample;
             sample.type = column.column.kind == mathexpr::BulkKind::Point ? 1 : 0;
             setOnes(sample);
-            values[column.variable] = {sample, false, false, addPlace(widthOf(sample))};
+            const std::uint32_t place = addPlace(widthOf(sample));
+            const MTPlace input = program.findInput(*column.variable);
+            if (input != noPlace)
+            {
+                valueAt(input) = {sample, false, false, place};
+            }
         }
         result = addPlace(0);
     }
@@ -98,7 +112,7 @@ public:
         {
             return nullptr;
         }
-        const Value& root = values.at(program.root);
+        const Value& root = valueAt(program.getRootPlace());
         if (root.uniform)
         {
             return nullptr;
@@ -121,7 +135,7 @@ private:
 
     struct Operand
     {
-        const VALTYPE* slot;
+        MTPlace origin;
         Value value;
 
         bool isPoint() const noexcept { return value.sample.type != 0; }
@@ -146,7 +160,7 @@ private:
         operands.clear();
         for (std::uint32_t j = 0; j < step.nbArgs; ++j)
         {
-            operands.push_back({&step.operand(j), valueOf(step.operand(j))});
+            operands.push_back({step.operand(j), valueAt(step.operand(j))});
         }
         Value yielded{};
         if (!evaluateOnce(*step.kernels, yielded.sample))
@@ -160,26 +174,23 @@ private:
             setOnes(yielded.sample);
             emit(step, yielded);
         }
-        values[step.destination] = yielded;
+        valueAt(step.result) = yielded;
         return true;
     }
 
     /// A variable that is copied to its consumer is read in its own place here.
     bool addCopy(const MTProgramStep& step)
     {
-        if (step.first == nullptr)
+        if (step.isCopy())
         {
-            return false;
+            valueAt(step.result) = valueAt(step.first);
         }
-        values[step.destination] = valueOf(*step.first);
-        return true;
+        return step.isCopy();
     }
 
-    /// Columns and results, or else what is the same in all rows.
-    Value valueOf(const VALTYPE& slot) const
+    Value& valueAt(MTPlace place) noexcept
     {
-        const auto known = values.find(&slot);
-        return known != values.end() ? known->second : Value{slot, true, false, 0};
+        return values[place < firstInput ? place : program.slots.size() + (place - firstInput)];
     }
 
     bool evaluateOnce(const MTItemKernels& item, VALTYPE& yielded)
@@ -189,9 +200,12 @@ private:
         {
             args.push_back(operand.value.sample);
         }
+        args.emplace_back();
         try
         {
-            return evaluateTileItem(item, args.data(), args.size(), yielded) == Message::None;
+            const bool isEvaluated = evaluateTileItem(item, args.data(), operands.size()) == Message::None;
+            yielded = args.back();
+            return isEvaluated;
         }
         catch (const mathexpr::ParsingException&)
         {
@@ -210,9 +224,9 @@ private:
         const MTItemKernels& item = *step.kernels;
         if (item.formula != nullptr)
         {
-            emitScaling(*item.formula, step.destination, yielded);
+            emitScaling(*item.formula, step.result, yielded);
         }
-        else if (!emitFormula(item.tileFormula, step.destination, yielded))
+        else if (!emitFormula(item.tileFormula, step.result, yielded))
         {
             emitCall(item, yielded);
         }
@@ -226,7 +240,7 @@ private:
     }
 
     /// @return false where the formula has no kernel for the operands at hand
-    bool emitFormula(std::uint8_t formula, const VALTYPE* destination, Value& yielded)
+    bool emitFormula(std::uint8_t formula, MTPlace slot, Value& yielded)
     {
         const bool isCrossProduct = formula == tiles::formulaIndex<formulas::Cross>;
         const bool makesPoint = formula == tiles::formulaIndex<formulas::MakePoint>;
@@ -236,7 +250,7 @@ private:
         }
         if (makesPoint)
         {
-            operands.resize(3, {nullptr, {VALTYPE{}, true, false, 0}});
+            operands.resize(3, {noPlace, {VALTYPE{}, true, false, 0}});
         }
         const MTTileOperands form = formOf();
         const MTTileKernel kernel = target->set.findKernel(formula, form);
@@ -259,13 +273,13 @@ private:
         }
         if (consumesWaiting)
         {
-            waiting = nullptr;
+            waiting = noPlace;
         }
         if (yielded.sample.type == 0)
         {
-            waiting = destination;
+            waiting = slot;
         }
-        else if (destination == program.root && !mayRefuse)
+        else if (slot == program.getRootPlace() && !mayRefuse)
         {
             yielded.place = result;
         }
@@ -312,7 +326,7 @@ private:
     }
 
     /// A conversion is multiplied and divided by its factors, one after the other.
-    void emitScaling(const ConversionFormula& formula, const VALTYPE* destination, Value& yielded)
+    void emitScaling(const ConversionFormula& formula, MTPlace slot, Value& yielded)
     {
         Operand& operand = operands[0];
         const platform::ArrayView<const double> factors = formula.getFactors();
@@ -338,7 +352,7 @@ private:
             append(target->set.findKernel(formulaOfFactor, form),
                    {takesValue ? 0 : placeOf(operand), placeOfUniform(factor)}, 0);
         }
-        waiting = destination;
+        waiting = slot;
     }
 
     void emitCall(const MTItemKernels& item, Value& yielded)
@@ -371,10 +385,10 @@ private:
     void emitEnd(const Value& root)
     {
         using Control = MTTileControl;
-        const Control control = waiting == program.root ? Control::End
-                                : root.place == result  ? Control::Stop
-                                : root.sample.type != 0 ? Control::EndPoints
-                                                        : Control::EndNumbers;
+        const Control control = waiting == program.getRootPlace() ? Control::End
+                                : root.place == result            ? Control::Stop
+                                : root.sample.type != 0           ? Control::EndPoints
+                                                                  : Control::EndNumbers;
         append(target->set.findControl(control), {root.place}, result);
     }
 
@@ -384,16 +398,16 @@ private:
         target->steps.push_back({kernel, taken[0], taken[1], taken[2], to, call, records});
     }
 
-    bool isWaiting(const Operand& operand) const noexcept { return waiting != nullptr && operand.slot == waiting; }
+    bool isWaiting(const Operand& operand) const noexcept { return waiting != noPlace && operand.origin == waiting; }
 
     /// Makes way for another value in the registers.
     void pushWaiting()
     {
-        if (waiting == nullptr)
+        if (waiting == noPlace)
         {
             return;
         }
-        Value& value = values.at(waiting);
+        Value& value = valueAt(waiting);
         takeBuffer(value);
         append(target->set.findControl(MTTileControl::Push), {}, value.place);
         const auto own = std::find_if(operands.begin(), operands.end(),
@@ -402,7 +416,7 @@ private:
         {
             own->value = value;
         }
-        waiting = nullptr;
+        waiting = noPlace;
     }
 
     std::uint32_t placeOf(Operand& operand)
@@ -455,10 +469,10 @@ private:
 
     const MTParserProgram& program;
     std::unique_ptr<MTTileProgram> target;
-    std::unordered_map<const VALTYPE*, Value> values;  // by the slot or variable
-    const VALTYPE* waiting = nullptr;                  // whose value is in the registers
-    std::vector<Operand> operands;                     // of the step at hand
-    std::vector<VALTYPE> args;
+    std::vector<Value> values;                                       // of the slots, then of the inputs
+    MTPlace waiting = noPlace;                                       // whose value is in the registers
+    std::vector<Operand> operands;                                   // of the step at hand
+    std::vector<VALTYPE> args;                                       // for it, and its result
     std::map<std::array<std::uint64_t, 4>, std::uint32_t> uniforms;  // by kind and bits
     std::array<std::vector<std::uint32_t>, 2> freeBuffers;           // of numbers, and of points
     std::uint32_t result = 0;

@@ -26,7 +26,7 @@ bool isPacked(const mathexpr::BulkColumn& column) noexcept
 
 MTTileWorker::MTTileWorker(const MTTileProgram& tileProgram, const MTParserProgram& source,
                            platform::ArrayView<const MTBoundColumn> boundColumns)
-    : program(tileProgram), rows(source, boundColumns), tileRows(tileProgram.set.nbRows), args(tileProgram.mostArgs)
+    : program(tileProgram), rows(source, boundColumns), tileRows(tileProgram.set.nbRows), args(tileProgram.mostArgs + 1)
 {
     const std::size_t resultPlace = boundColumns.size();
     std::size_t total = 0;

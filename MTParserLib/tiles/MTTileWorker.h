@@ -17,11 +17,12 @@
 /// What calls of items need, beside what kernels do.
 struct MTTileWorkerContext : MTTileContext
 {
-    VALTYPE* args;  ///< As many as any call takes.
+    VALTYPE* args;  ///< As many as any call takes, and its result.
 };
 
 /// Evaluates an item by itself.
-Message::Id evaluateTileItem(const MTItemKernels& item, const VALTYPE* args, std::size_t nbArgs, VALTYPE& result);
+/// @param args  behind them stands a record for the result
+Message::Id evaluateTileItem(const MTItemKernels& item, VALTYPE* args, std::size_t nbArgs);
 
 class MTTileWorker final : public MTBulkWorker
 {

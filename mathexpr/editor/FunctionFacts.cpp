@@ -56,14 +56,15 @@ struct SampleRun
 
 SampleRun runSample(const MTFunctionDefinition& function, const SampleArguments& arguments, std::uint32_t count)
 {
-    std::array<VALTYPE, maxArguments> values;
+    std::array<VALTYPE, maxArguments + 1> values;  // and the result
     std::transform(arguments.begin(), arguments.end(), values.begin(),
                    [](const SampleArgument& argument) { return argument.value; });
     SampleRun run{false, Message::None, {}};
-    const MTProgramStep step{function.kernels, function.item.get(), values.data(), &values[1], &run.result, count, 0};
+    const MTProgramStep step{function.kernels, function.item.get(), 0, 1, maxArguments, count, 0};
     try
     {
-        run.refusal = step.evaluate(false);
+        run.refusal = step.evaluate({values.data(), nullptr}, false);
+        run.result = values.back();
         run.accepted = run.refusal == Message::None;
     }
     catch (const ParsingException&)

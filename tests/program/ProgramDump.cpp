@@ -57,25 +57,26 @@ std::string dumpProgram(const MTParserProgram& program)
     std::ostringstream dump;
     if (program.isConstant())
     {
-        dump << "constant " << valueText(*program.root) << '\n';
+        dump << "constant " << valueText(program.getRoot()) << '\n';
     }
     const auto& steps = program.steps;
-    const auto writerOf = [&](const VALTYPE* slot) {
-        const auto writes = [slot](const MTProgramStep& step) { return step.destination == slot; };
+    const auto writerOf = [&](MTPlace place) {
+        const auto writes = [place](const MTProgramStep& step) { return step.result == place; };
         return static_cast<std::size_t>(std::find_if(steps.begin(), steps.end(), writes) - steps.begin());
     };
-    const auto isConsumed = [&](const VALTYPE* slot) {
-        return std::any_of(steps.begin(), steps.end(), [slot](const MTProgramStep& step) {
+    const auto isConsumed = [&](MTPlace place) {
+        return std::any_of(steps.begin(), steps.end(), [place](const MTProgramStep& step) {
             bool found = false;
             for (std::uint32_t j = 0; j < step.nbArgs; ++j)
             {
-                found = found || &step.operand(j) == slot;
+                found = found || step.operand(j) == place;
             }
             return found;
         });
     };
-    const auto operandText = [&](const VALTYPE* operand) {
-        const std::size_t writer = writerOf(operand);
+    const auto operandText = [&](MTPlace place) {
+        const std::size_t writer = writerOf(place);
+        const VALTYPE* const operand = &program.frame[place];
         if (writer < steps.size())
         {
             return "#" + std::to_string(writer);
@@ -92,14 +93,14 @@ std::string dumpProgram(const MTParserProgram& program)
         dump << index << ' ' << itemText(*step.item) << " at " << step.position;
         for (std::uint32_t j = 0; j < step.nbArgs; ++j)
         {
-            dump << (j == 0 ? " [" : ", ") << operandText(&step.operand(j));
+            dump << (j == 0 ? " [" : ", ") << operandText(step.operand(j));
         }
         dump << (step.nbArgs > 0 ? "]" : "");
-        if (step.destination == program.root)
+        if (step.result == program.getRootPlace())
         {
             dump << " -> root";
         }
-        else if (!isConsumed(step.destination))
+        else if (!isConsumed(step.result))
         {
             dump << " -> nowhere";
         }

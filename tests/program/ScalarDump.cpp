@@ -191,13 +191,13 @@ public:
 
     std::string name(const double* x) const
     {
-        if (x == &program.root->x)
+        if (x == &program.getRoot().x)
         {
             return "root";
         }
         for (std::size_t index = 0; index < program.steps.size(); ++index)
         {
-            if (&program.steps[index].destination->x == x)
+            if (&program.slots[program.steps[index].result].x == x)
             {
                 return "slot " + std::to_string(index);
             }

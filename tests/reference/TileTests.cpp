@@ -183,7 +183,6 @@ protected:
     /// @return false where constants are refused while compiling
     bool compile(const std::wstring& text)
     {
-        MTParserCompiler compiler(registrar, compilation, false, nullptr);
         std::wstring assignTarget;
         try
         {
@@ -259,6 +258,7 @@ protected:
     std::map<std::wstring, Variable*> variables;
     MTParserRegistrar registrar;
     MTCompilation compilation;
+    MTParserCompiler compiler{registrar, compilation, false, nullptr};
     std::map<std::wstring, std::vector<double>> data;
 };
 

@@ -87,8 +87,6 @@ protected:
     /// Evaluates a text for numbers of x.
     std::vector<double> evaluate(const wchar_t* text, const std::vector<double>& numbers, std::uint32_t nbThreads)
     {
-        MTCompilation compilation;
-        MTParserCompiler compiler(registrar, compilation, false, nullptr);
         std::wstring assignTarget;
         EXPECT_TRUE(compiler.compile(text, {}, assignTarget));
         const MTBoundColumn column{x->getValuePtr(), {L"x", numbers.data()}};
@@ -100,6 +98,8 @@ protected:
 
     TestVariable* const x = new TestVariable(L"x");
     MTParserRegistrar registrar;
+    MTCompilation compilation;
+    MTParserCompiler compiler{registrar, compilation, false, nullptr};
     MTBulkTally tally;
 };
 

@@ -40,7 +40,7 @@ protected:
             return std::nullopt;
         }
         EXPECT_TRUE(compilation.program.isComplete());
-        return compilation.program.root->x;
+        return compilation.program.getRoot().x;
     }
 
     MessageRecorder messages;
@@ -229,7 +229,7 @@ TEST_F(Syntax, NeedsNoFactoryWhereNoVariableIsMade)
     bare.setSyntax({L'.', L',', L'[', L']'});
     MTParserCompiler plain(bare, compilation, true, nullptr);
     EXPECT_TRUE(plain.compile(L"12.5", {}, assignTarget));
-    EXPECT_EQ(compilation.program.root->x, 12.5);
+    EXPECT_EQ(compilation.program.getRoot().x, 12.5);
     plain.setAutomaticVariables(true);
     EXPECT_FALSE(plain.compile(L"x", {}, assignTarget));
     EXPECT_EQ(messages.take(), Ids{3});
