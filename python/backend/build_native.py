@@ -9,6 +9,7 @@ a C++ compiler and Python's headers. Out: one shared object with the library and
 
 import os
 import re
+import shutil
 import subprocess
 import sysconfig
 from pathlib import Path
@@ -37,6 +38,7 @@ def build():
         "MATHEXPR_PYTHON": headers,
         "MATHEXPR_FREE_THREADED": "ON" if FREE_THREADED else "OFF",
     }
+    forget_other_folders()
     try:
         subprocess.run(["cmake", "-S", PACKAGE, "-B", BUILD, *(f"-D{name}={value}" for name, value in options.items())],
                        check=True)
@@ -47,6 +49,17 @@ def build():
     except subprocess.CalledProcessError as error:
         raise SystemExit(f"mathexpr could not be built: {error}") from error
     return BUILD / NAME
+
+
+def forget_other_folders():
+    """Removes a build of other folders, which CMake refuses to go on with: a checkout that was moved, or an older layout."""
+    cache = BUILD / "CMakeCache.txt"
+    if not cache.is_file():
+        return
+    told = dict(re.findall(r"^(CMAKE_HOME_DIRECTORY|CMAKE_CACHEFILE_DIR):INTERNAL=(.*)$", cache.read_text(encoding="utf-8"),
+                           re.MULTILINE))
+    if told != {"CMAKE_HOME_DIRECTORY": str(PACKAGE), "CMAKE_CACHEFILE_DIR": str(BUILD)}:
+        shutil.rmtree(BUILD)
 
 
 def python_tag():
