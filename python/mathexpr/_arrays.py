@@ -77,8 +77,9 @@ class _Input:
             self.mask = np.broadcast_to(value.mask, value.shape)
             self.array = value.data
             return
-        null_count = getattr(value, "null_count", 0)  # of polars and of Arrow
-        if (null_count() if callable(null_count) else null_count) > 0:
+        null_count: Any = getattr(value, "null_count", 0)  # of polars and of Arrow
+        null_count = null_count() if callable(null_count) else null_count
+        if null_count > 0:
             raise TypeError(f"{self.what} holds nulls; fill them, or drop their rows, for example with .drop_nulls()")
         self.array = np.asarray(value)
 

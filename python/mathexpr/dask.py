@@ -110,6 +110,6 @@ def _result(part: pandas.DataFrame, text: str, variables: dict[str, Value], limi
         return expression.evaluate_arrays(sample, strict=False).iloc[:0].set_axis(part.index)
 
 
-def _sample(column: pandas.Series) -> pandas.Series:
+def _sample(column: Any) -> pandas.Series:
     """Rows for a column that has none."""
     return pandas.Series(np.arange(1, 65), dtype=column.dtype)
