@@ -11,6 +11,7 @@ Point(x=3.0, y=6.0, z=1.5)
 with NumPy for whole arrays, and keeps variables. A text that is wrong raises a `MathExprError`, which tells where.
 """
 
+from ._editor import Completion, Hover, Token
 from ._errors import (
     DefinitionError,
     Diagnostic,
@@ -30,11 +31,13 @@ from ._variables import Variables
 from ._vocabulary import VocabularyItem, vocabulary
 
 __all__ = [
+    "Completion",
     "DefinitionError",
     "Diagnostic",
     "Expression",
     "Fix",
     "Function",
+    "Hover",
     "Limits",
     "MathExprError",
     "ParsingError",
@@ -42,6 +45,7 @@ __all__ = [
     "RefusedError",
     "Resolver",
     "RowsError",
+    "Token",
     "Value",
     "VariableNameError",
     "Variables",
@@ -59,4 +63,3 @@ __all__ = [
 for _name in __all__:
     if isinstance(globals()[_name], type):
         globals()[_name].__module__ = __name__
-del _name

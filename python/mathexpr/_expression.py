@@ -9,6 +9,7 @@ from collections.abc import Callable, Iterable, Mapping
 from typing import TYPE_CHECKING, Any, NoReturn, overload
 
 from . import _native
+from ._editor import EditorServices
 from ._function import compiled
 from ._limits import Limits, set_limits
 from ._native import Session
@@ -25,7 +26,7 @@ Resolver = Callable[[str], Value | None]
 Columns = Any  # Mapping[str, ArrayLike | Point], or a DataFrame; what it really is gets checked
 
 
-class Expression:
+class Expression(EditorServices):
     """A text and its variables.
 
     >>> with Expression("2*pi*r", {"r": 1}) as circumference:

@@ -10,6 +10,7 @@
 //     values.c     Python values <-> records of the library
 //     failures.c   statuses and diagnostics -> exceptions
 //     session.c    Session: one expression, its variables, its resolver
+//     editor.c     Session: tokens, completion and the like of any text
 //     bulk.c       Columns: arrays and values for many rows -> bulk evaluation
 //     function.c   Function: by position or by name, numbers or arrays
 //     module.c     the module, and what needs no handle
@@ -88,6 +89,14 @@ void raiseFailure(Session* self, mathexpr_status status);
 /// A session with the same variables, limits and text, compiled; NULL with an exception. It waits for another thread that
 /// has entered: use it for sessions that are entered for a moment only, or by this thread.
 Session* copySession(Session* self);
+
+// ----- editor services -------------------------------------------------------
+
+// Methods of Session, as mathexpr._native declares them; each takes what its METH_ flag says.
+PyObject* getTokens(Session* self, PyObject* text);
+PyObject* formatText(Session* self, PyObject* text);
+PyObject* getHover(Session* self, PyObject* arguments);
+PyObject* getCompletions(Session* self, PyObject* arguments);
 
 // ----- bulk evaluation -------------------------------------------------------
 

@@ -755,6 +755,10 @@ static PyMethodDef methods[] = {
     {"copy", METHOD(copyMethod), METH_NOARGS, "A session with the same variables, limits and text; no resolver."},
     {"yields_points", METHOD(kindMethod), METH_VARARGS, "Whether rows are points; None where none has a value."},
     {"compute", METHOD(computeMethod), METH_FASTCALL, "The results of arrays as they are, or NotImplemented."},
+    {"tokens", METHOD(getTokens), METH_O, "The tokens of any text."},
+    {"format", METHOD(formatText), METH_O, "A text with even spacing."},
+    {"hover", METHOD(getHover), METH_VARARGS, "What is under a cursor."},
+    {"completions", METHOD(getCompletions), METH_VARARGS, "What may stand at a cursor."},
     {"run", METHOD(runMethod), METH_VARARGS, "Fills an array; how many rows failed, the first, its status."},
     {NULL, NULL, 0, NULL},
 };

@@ -24,6 +24,16 @@ def values() -> None:
         mathexpr.evaluate_arrays("k", {"k": Point(1)}, thread=2)  # type: ignore[call-overload]
 
 
+def editing(expression: mathexpr.Expression) -> None:
+    assert_type(expression.tokens("1")[0], mathexpr.Token)
+    assert_type(expression.tokens("1")[0].partner, int | None)
+    assert_type(expression.complete("1", 1, recent=["x"])[0].value, float | Point | None)
+    assert_type(expression.complete("1")[0].apply("1"), str)
+    assert_type(expression.hover("1", 0), mathexpr.Hover | None)
+    assert_type(expression.format("1"), str)
+    expression.hover("1")  # type: ignore[call-arg]
+
+
 def functions() -> None:
     area = mathexpr.function("pi/4*d^2", "d", points=(), limits=mathexpr.Limits(100))
     assert_type(area(2.0), float)
