@@ -12,6 +12,7 @@ from __future__ import annotations
 from collections.abc import Callable, Iterable
 from typing import NamedTuple
 
+from . import _native
 from ._native import Session
 from ._values import Value
 
@@ -154,6 +155,25 @@ class EditorServices:
             selection = _stretches(afterwards)(*found[8:])
             completions.append(Completion(found[0], *kinds, *found[3:5], start, length, found[7], *selection))
         return completions
+
+
+    def to_latex(self, text: str | None = None) -> str:
+        r"""A text, or the compiled one, as LaTeX for math mode with the package amsmath, as MathJax and KaTeX take it.
+
+        What is no expression is set as it was typed, in the letters of a typewriter. A notebook shows an `Expression` so.
+
+        >>> from mathexpr import Expression
+        >>> print(Expression().to_latex("p_1/(1+x)^2"))
+        \frac{p_{1}}{\left(1 + x\right)^{2}}
+        """
+        return self._session.typeset(self._session.text if text is None else text, _native.MATHEXPR_NOTATION_LATEX)
+
+    def to_mathml(self, text: str | None = None) -> str:
+        """The same as presentation MathML, one element ``<math>`` for a web page."""
+        return self._session.typeset(self._session.text if text is None else text, _native.MATHEXPR_NOTATION_MATHML)
+
+    def _repr_latex_(self) -> str | None:
+        return rf"$\displaystyle {self.to_latex()}$" if self._session.text else None
 
 
 def _byte_of(text: str, position: int) -> int:

@@ -76,6 +76,15 @@ PyObject* getTokens(Session* self, PyObject* text)
     return answer;
 }
 
+/// The text that a service has made, or NULL with an exception. The session is left.
+static PyObject* finishText(Session* self, mathexpr_status status, const mathexpr_text_utf8* made)
+{
+    PyObject* answer =
+        hasAnswer(self, status) ? PyUnicode_FromStringAndSize(made->text, (Py_ssize_t)made->text_length) : NULL;
+    leave(self);
+    return answer;
+}
+
 PyObject* formatText(Session* self, PyObject* text)
 {
     Encoded encoded;
@@ -85,10 +94,22 @@ PyObject* formatText(Session* self, PyObject* text)
     }
     mathexpr_text_utf8 record = {.size = sizeof record};
     const mathexpr_status status = mathexpr_format_text_utf8(self->handle, encoded.text, encoded.length, &record);
-    PyObject* answer =
-        hasAnswer(self, status) ? PyUnicode_FromStringAndSize(record.text, (Py_ssize_t)record.text_length) : NULL;
-    leave(self);
-    return answer;
+    return finishText(self, status, &record);
+}
+
+PyObject* typesetText(Session* self, PyObject* arguments)
+{
+    PyObject* text = NULL;
+    unsigned int notation = 0;
+    Encoded encoded;
+    if (!PyArg_ParseTuple(arguments, "OI", &text, &notation) || !begin(self, text, &encoded))
+    {
+        return NULL;
+    }
+    mathexpr_text_utf8 record = {.size = sizeof record};
+    const mathexpr_status status =
+        mathexpr_typeset_text_utf8(self->handle, encoded.text, encoded.length, notation, &record);
+    return finishText(self, status, &record);
 }
 
 PyObject* getHover(Session* self, PyObject* arguments)

@@ -4,6 +4,8 @@
 // module.c - the module, its types, and what needs no handle.
 #include "native.h"
 
+#include <mathexpr_editor.h>
+
 static PyObject* formatValue(PyObject* module, PyObject* arguments)
 {
     (void)module;
@@ -94,6 +96,8 @@ static int execute(PyObject* module)
                    PyModule_AddIntMacro(module, MATHEXPR_NAMES_USED) != 0 ||
                    PyModule_AddIntMacro(module, MATHEXPR_NAMES_DEFINED) != 0 ||
                    PyModule_AddIntMacro(module, MATHEXPR_NAMES_OF_HOST) != 0 ||
+                   PyModule_AddIntMacro(module, MATHEXPR_NOTATION_LATEX) != 0 ||
+                   PyModule_AddIntMacro(module, MATHEXPR_NOTATION_MATHML) != 0 ||
                    PyModule_AddIntMacro(module, MATHEXPR_ROW_OTHER_KIND) != 0
                ? -1
                : 0;

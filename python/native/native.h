@@ -95,6 +95,7 @@ Session* copySession(Session* self);
 // Methods of Session, as mathexpr._native declares them; each takes what its METH_ flag says.
 PyObject* getTokens(Session* self, PyObject* text);
 PyObject* formatText(Session* self, PyObject* text);
+PyObject* typesetText(Session* self, PyObject* arguments);
 PyObject* getHover(Session* self, PyObject* arguments);
 PyObject* getCompletions(Session* self, PyObject* arguments);
 

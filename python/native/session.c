@@ -757,6 +757,7 @@ static PyMethodDef methods[] = {
     {"compute", METHOD(computeMethod), METH_FASTCALL, "The results of arrays as they are, or NotImplemented."},
     {"tokens", METHOD(getTokens), METH_O, "The tokens of any text."},
     {"format", METHOD(formatText), METH_O, "A text with even spacing."},
+    {"typeset", METHOD(typesetText), METH_VARARGS, "A text in a notation of MATHEXPR_NOTATION_..."},
     {"hover", METHOD(getHover), METH_VARARGS, "What is under a cursor."},
     {"completions", METHOD(getCompletions), METH_VARARGS, "What may stand at a cursor."},
     {"run", METHOD(runMethod), METH_VARARGS, "Fills an array; how many rows failed, the first, its status."},

@@ -5,6 +5,7 @@
 
 import threading
 from pathlib import Path
+from xml.etree import ElementTree
 
 import mathexpr
 import pytest
@@ -182,8 +183,24 @@ def test_what_the_resolver_or_the_names_raise_comes_out():
             ask(expression)
 
 
+def test_a_notebook_typesets_the_text():
+    expression = Expression("sqrt(x)/[1,2]", {"x": 4})
+    assert expression.to_latex() == expression.to_latex("sqrt(x)/[1,2]")
+    assert expression._repr_latex_() == rf"$\displaystyle {expression.to_latex()}$"
+    assert expression.to_latex().startswith(r"\frac{\sqrt{x}}{")
+    assert ElementTree.fromstring(expression.to_mathml()).tag.endswith("math")
+    assert Expression()._repr_latex_() is None
+
+
+def test_any_text_is_typeset(expression):
+    for text in prefixes(5):
+        latex = expression.to_latex(text)
+        assert latex.count("{") - latex.count(r"\{") == latex.count("}") - latex.count(r"\}")
+        ElementTree.fromstring(expression.to_mathml(text))
+
+
 def test_what_is_no_text(expression):
-    for ask in (expression.tokens, expression.format, expression.complete):
+    for ask in (expression.tokens, expression.format, expression.complete, expression.to_latex, expression.to_mathml):
         with pytest.raises(TypeError):
             ask(3)
         with pytest.raises(ValueError):

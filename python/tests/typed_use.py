@@ -31,6 +31,7 @@ def editing(expression: mathexpr.Expression) -> None:
     assert_type(expression.complete("1")[0].apply("1"), str)
     assert_type(expression.hover("1", 0), mathexpr.Hover | None)
     assert_type(expression.format("1"), str)
+    assert_type(expression.to_latex(), str)
     expression.hover("1")  # type: ignore[call-arg]
 
 
