@@ -24,6 +24,7 @@ import argparse
 import shutil
 import sys
 import tempfile
+import time
 import uuid
 from pathlib import Path
 
@@ -53,9 +54,17 @@ def run(client, table, result, text, evaluate=mathexpr.dask.evaluate):
         unfinished.rename(result)
     except BaseException:
         client.cancel(futures)
-        shutil.rmtree(unfinished, ignore_errors=True)  # a worker may still be writing; its name tells what it is
+        remove(unfinished)
         raise
     return sum(counts)
+
+
+def remove(folder):
+    """Removes a folder that workers may still be writing to: a file may appear while it is emptied. Once it is gone, writing
+    fails."""
+    deadline = time.monotonic() + 10
+    while folder.exists() and time.monotonic() < deadline:
+        shutil.rmtree(folder, ignore_errors=True)
 
 
 def write(part, drafts, path):

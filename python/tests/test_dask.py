@@ -7,6 +7,7 @@ A worker that dies in the middle is one that this process kills while it compute
 sent to the workers with their code.
 """
 
+import contextlib
 import os
 import signal
 import subprocess
@@ -129,9 +130,29 @@ def test_a_partition_that_kills_every_worker(client, table, tmp_path):
     with pytest.raises(KilledWorker):
         partitioned.run(client, table, tmp_path / "result", "width*height", after(die))
     assert deaths.read_text() == "xx"  # once more than is allowed
-    # The other worker may be writing yet: what it leaves bears a name that says so.
-    finished = [name for name in left_behind(tmp_path) if not name.startswith("result.unfinished-")]
-    assert finished == ["deaths", "table"]
+    assert left_behind(tmp_path) == ["deaths", "table"]
+
+
+def test_nothing_is_left_of_what_workers_write_meanwhile(tmp_path):
+    unfinished = tmp_path / "unfinished"
+    (unfinished / "drafts").mkdir(parents=True)
+    begun = threading.Event()
+
+    def write(writer):
+        with contextlib.suppress(FileNotFoundError):
+            for number in range(1_000_000):
+                (unfinished / "drafts" / f"{writer}-{number}").write_text("1")
+                begun.set()
+
+    writers = [threading.Thread(target=write, args=(writer,)) for writer in range(3)]
+    for writer in writers:
+        writer.start()
+    begun.wait()
+    partitioned.remove(unfinished)
+    assert not unfinished.exists()
+    for writer in writers:
+        writer.join()
+    assert left_behind(tmp_path) == []
 
 
 def test_a_row_without_a_value(client, table, tmp_path):
