@@ -5,11 +5,14 @@
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
-#include "mathexpr/Vocabulary.h"
+#include "mathexpr/VocabularyUnits.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -37,6 +40,35 @@ TEST(VocabularyList, HoldsConstantsThenOperatorsThenFunctions)
                                                                : mathexpr::VocabularyKind::Function;
         EXPECT_EQ(items[index].kind, expected) << index;
     }
+}
+
+/// The unit of that symbol; null where there is none.
+const mathexpr::VocabularyUnit* unitOf(const std::wstring& symbol)
+{
+    const auto* const found = std::find_if(std::begin(mathexpr::vocabularyUnits), std::end(mathexpr::vocabularyUnits),
+                                           [&](const mathexpr::VocabularyUnit& unit) { return unit.symbol == symbol; });
+    return found == std::end(mathexpr::vocabularyUnits) ? nullptr : found;
+}
+
+TEST(VocabularyList, NamesTheUnitsOfEachConversion)
+{
+    std::set<std::wstring> converted;
+    for (const mathexpr::VocabularyItem& item : allItems())
+    {
+        const std::wstring symbol = item.symbol;
+        const std::size_t middle = symbol.find(L'2');
+        if (item.family < mathexpr::VocabularyFamily::Angle || item.family > mathexpr::VocabularyFamily::Volume)
+        {
+            continue;
+        }
+        for (const std::wstring& half : {symbol.substr(0, middle), symbol.substr(middle + 1)})
+        {
+            ASSERT_NE(unitOf(half), nullptr) << testing::PrintToString(symbol);
+            EXPECT_EQ(unitOf(half)->family, item.family) << testing::PrintToString(symbol);
+            converted.insert(half);
+        }
+    }
+    EXPECT_EQ(converted.size(), std::size(mathexpr::vocabularyUnits));
 }
 
 TEST(VocabularyList, EndsWithoutTouchingTheRecord)

@@ -2,10 +2,14 @@
 // SPDX-License-Identifier: MIT
 //
 // CompletionTests.cpp - what the prompt offers, beside what the library accepts.
+#include "mathexpr/CMathExpr.h"
+#include "mathexpr/Diagnostics.h"
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
 #include "tests/MadeValues.h"
+#include "tools/calc/HostNames.h"
 #include "tools/calc/PromptCompletion.h"
 #include "tools/calc/Utf8.h"
 #include "tools/calc/VocabularyItems.h"
@@ -23,21 +27,52 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-/// A session with a number, a point, a number that many items refuse, and a name of the host's that no text can hold.
-const std::vector<NamedValue> session = {{L"width", number(2)},
-                                         {L"place", point(1, 2, 3)},
-                                         {L"nothing", number(0)},
-                                         {L"\x5e45", number(3)},
-                                         {L"a b", number(1)}};
-
-Words offered(const std::string& before, const std::string& after = {})
+/// A session with a number, a point and a number that many items refuse, whose host offers a number, a point and a name
+/// that no text can hold.
+class EditedSession
 {
-    return complete(before, after, session, std::nullopt).candidates;
+public:
+    EditedSession() : expression(true, &host)
+    {
+        define(expression);
+        host.define(L"depth", number(1));
+        host.define(L"corner", point(1, 2, 3));
+        host.define(L"a b", number(1));
+        mathexpr::setNameSource(expression, &host);
+    }
+
+    static void define(MathExpression& object)
+    {
+        mathexpr::setVariable(object, L"width", number(2));
+        mathexpr::setVariable(object, L"place", point(1, 2, 3));
+        mathexpr::setVariable(object, L"nothing", number(0));
+        mathexpr::setVariable(object, L"\x5e45", number(3));
+    }
+
+    Completion completion(const std::string& before, const std::string& behind) const
+    {
+        return complete(expression, &host, before, behind);
+    }
+
+private:
+    HostNames host;
+    MathExpression expression;
+};
+
+Completion completionAt(const std::string& before, const std::string& behind = {})
+{
+    static const EditedSession session;
+    return session.completion(before, behind);
 }
 
-bool offers(const std::string& before, const std::string& word, const std::string& after = {})
+Words offered(const std::string& before, const std::string& behind = {})
 {
-    const Words words = offered(before, after);
+    return completionAt(before, behind).candidates;
+}
+
+bool offers(const std::string& before, const std::string& word)
+{
+    const Words words = offered(before);
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
@@ -90,15 +125,16 @@ Words callsOf(const std::string& symbol)
 TEST(Completion, OffersVariablesConstantsAndFunctionsWithTheirBracket)
 {
     EXPECT_EQ(offered("wi"), Words{"width"});
-    EXPECT_EQ(offered("sq"), (Words{"sqrt(", "sqr("}));
-    EXPECT_EQ(offered("2*p"), (Words{"place", "pi", "point(", "pow("}));
-    EXPECT_EQ(offered("\xE5\xB9"), Words{"\xE5\xB9\x85"});
-    EXPECT_EQ(complete("2*wid", "", session, std::nullopt).replaced, 3U);
+    EXPECT_EQ(offered("sq"), (Words{"sqr(", "sqrt("}));
+    EXPECT_EQ(offered("2*p"), (Words{"pi", "pow(", "place", "point("}));
+    EXPECT_EQ(offered("\xE5\xB9\x85"), Words{"\xE5\xB9\x85"});
+    EXPECT_EQ(completionAt("2*wid").replacedBefore, 3U);
+    EXPECT_EQ(completionAt("2*\xE5\xB9\x85").replacedBefore, 3U);
 }
 
 TEST(Completion, TakesTheCaseOfLettersLightlyOnlyWhereNothingBeginsSo)
 {
-    EXPECT_EQ(offered("SQ"), (Words{"sqrt(", "sqr("}));
+    EXPECT_EQ(offered("SQ"), (Words{"sqr(", "sqrt("}));
     EXPECT_EQ(offered("WID"), Words{"width"});
     EXPECT_EQ(offered("P"), Words{"PI"});
 }
@@ -114,8 +150,8 @@ TEST(Completion, OffersNothingInsideANumberOrBehindAValue)
 
 TEST(Completion, OffersNothingBehindAMistake)
 {
-    for (const char* before : {"unknown+s", "1+*s", ")s", "sin(1,s", "1,s", "2=s", "pi=s", "1/0+s", "dist(1,s",
-                               "rand()+s", "sin(place)+s", "foo(s", "\x01s"})
+    for (const char* before : {"unknown+s", "1+*s", ")s", "sin(1,s", "1,s", "2=s", "pi=s", "dist(1,s", "rand()+s",
+                               "sin(place)+s", "foo(s", "\x01s"})
     {
         EXPECT_EQ(offered(before), Words()) << before;
     }
@@ -153,10 +189,28 @@ TEST(Completion, HeedsWhatFollowsTheCursor)
 {
     EXPECT_EQ(offered("sin", "(30)"), (Words{"sin", "sinh"}));
     EXPECT_EQ(offered("wi", "(30)"), Words());
-    EXPECT_EQ(offered("p", " [1,2]"), (Words{"point(", "pow("}));
-    EXPECT_EQ(offered("wi", "dth"), Words());
+    EXPECT_EQ(offered("p", " [1,2]"), (Words{"pow(", "point("}));
+    EXPECT_EQ(offered("wi", "xyz"), Words{"width"});
+    EXPECT_EQ(completionAt("2*wi", "xyz+1").replacedBefore, 2U);
+    EXPECT_EQ(completionAt("2*wi", "xyz+1").replacedBehind, 3U);
+    EXPECT_EQ(completionAt("2*wi", "\xC3\xA9+1").replacedBehind, 2U);
     EXPECT_EQ(offered("wi", " x"), Words());
     EXPECT_EQ(offered("wi", "+1)"), Words{"width"});
+}
+
+TEST(Completion, OffersNamesOfTheHostsByTheirKind)
+{
+    EXPECT_EQ(offered("dist(c"), Words{"corner"});
+    EXPECT_EQ(offered("sin(de"), Words{"depth"});
+    EXPECT_FALSE(offers("sin(c", "corner"));
+}
+
+TEST(Completion, OffersWhatHasToDoWithTheWordWhereNothingBeginsSo)
+{
+    EXPECT_EQ(offered("arcs"), Words{"asin("});
+    EXPECT_EQ(offered("2*hyp"), (Words{"sinh(", "cosh(", "tanh("}));
+    EXPECT_TRUE(offers("milli", "i2mm("));
+    EXPECT_TRUE(offers("milli", "mm2i("));
 }
 
 TEST(Completion, KnowsNoFunctionThatCannotBeCalledAndNoNameThatCannotBeWritten)
@@ -167,8 +221,12 @@ TEST(Completion, KnowsNoFunctionThatCannotBeCalledAndNoNameThatCannotBeWritten)
 
 TEST(Completion, HeedsTheLimitForWholeNumbers)
 {
-    EXPECT_EQ(complete("9+wi", "", session, 9).candidates, Words{"width"});
-    EXPECT_EQ(complete("10+wi", "", session, 9).candidates, Words());
+    CMathExpr calculator;
+    EditedSession::define(mathexpr::expressionOf(calculator));
+    VALTYPE value;
+    calculator.Calculate(L"1", value, 9);
+    EXPECT_EQ(complete(mathexpr::expressionOf(calculator), nullptr, "9+wi", "").candidates, Words{"width"});
+    EXPECT_EQ(complete(mathexpr::expressionOf(calculator), nullptr, "10+wi", "").candidates, Words());
 }
 
 // Every function at every place: what is offered there is accepted there, and what is not is refused.
@@ -218,7 +276,7 @@ TEST(Completion, OffersCommandsAndTheirArguments)
     EXPECT_EQ(offered(":list a"), (Words{"angle", "area"}));
     EXPECT_EQ(offered(":vars w"), Words());
     EXPECT_EQ(offered(":nonsense w"), Words());
-    EXPECT_EQ(complete(":list ar", "", session, std::nullopt).replaced, 2U);
+    EXPECT_EQ(completionAt(":list ar").replacedBefore, 2U);
 }
 
 TEST(Completion, OffersFilesAndFoldersToLoad)

@@ -6,57 +6,69 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 
 namespace {
 
-/// With the current parameter between < and >.
-std::string shown(const std::string& text)
+struct Call
 {
-    const auto signature = signatureAt(text);
-    return signature ? signature->before + '<' + signature->current + '>' + signature->after : "none";
+    const char* typed;
+    const char* shown;  // with the current parameter between < and >; "none" outside of calls
+};
+
+void PrintTo(const Call& call, std::ostream* out)
+{
+    *out << call.typed;
 }
 
+constexpr Call calls[] = {
+    {"sin(", "sin(<x>)"},
+    {"1+dist(", "dist(<point x>, point y)"},
+    {"dist(p,", "dist(point x, <point y>)"},
+    {"ill(a, b, c", "ill(point x, point y, <point z>, point w)"},
+    {"m2cm (2", "m2cm(<x>)"},
+    // The innermost call counts:
+    {"dist([1,2", "[x, <y>, z]"},
+    {"dist([1,2],", "dist(point x, <point y>)"},
+    {"dist([1,2],point(sin(3),", "point(x, <y>, z)"},
+    {"pow((1+2", "pow(<x>, y)"},
+    {"pow((1+2),", "pow(x, <y>)"},
+    {"pow((1+2],(", "pow(x, <y>)"},
+    {"sin(nonsense(1", "sin(<x>)"},
+    // and the overload that has the argument:
+    {"rand(", "rand(<min>, max)"},
+    {"min(1,", "min(x, <y>)"},
+    {"min(1,2,", "min(x, y, <z>)"},
+    {"min(1,2,3,", "min(v1, v2, v3, <...>)"},
+    {"min(1,2,3,4,5,", "min(v1, v2, v3, <...>)"},
+    // There may be too many arguments:
+    {"sin(1,", "sin(x)<>"},
+    {"[1,2,3,", "[x, y, z]<>"},
+    // Nothing is called:
+    {"", "none"},
+    {"sin", "none"},
+    {"sin(30)", "none"},
+    {"(1+2", "none"},
+    {"nonsense(1", "none"},
+    {"SIN(", "none"},
+    {")", "none"},
+    {"2(", "none"},
+    {"[1,2]", "none"},
+    {"sin(\xFF", "none"},  // no text
+};
+
+class SignatureAt : public testing::TestWithParam<Call>
+{};
+
+TEST_P(SignatureAt, NamesTheParametersAndMarksTheCurrentOne)
+{
+    const MathExpression expression(true, nullptr);
+    const auto signature = signatureAt(expression, GetParam().typed);
+    EXPECT_EQ(signature ? signature->before + '<' + signature->current + '>' + signature->after : "none",
+              GetParam().shown);
 }
 
-TEST(Signature, NamesTheParametersAndMarksTheCurrentOne)
-{
-    EXPECT_EQ(shown("sin("), "sin(<x>)");
-    EXPECT_EQ(shown("1+dist("), "dist(<point x>, point y)");
-    EXPECT_EQ(shown("dist(p,"), "dist(point x, <point y>)");
-    EXPECT_EQ(shown("ill(a, b, c"), "ill(point x, point y, <point z>, point w)");
-    EXPECT_EQ(shown("m2cm (2"), "m2cm(<x>)");
-}
+INSTANTIATE_TEST_SUITE_P(Typed, SignatureAt, testing::ValuesIn(calls));
 
-TEST(Signature, IsThatOfTheInnermostCall)
-{
-    EXPECT_EQ(shown("dist([1,2"), "[x, <y>, z]");
-    EXPECT_EQ(shown("dist([1,2],"), "dist(point x, <point y>)");
-    EXPECT_EQ(shown("dist([1,2],point(sin(3),"), "point(x, <y>, z)");
-    EXPECT_EQ(shown("pow((1+2"), "pow(<x>, y)");
-    EXPECT_EQ(shown("pow((1+2),"), "pow(x, <y>)");
-    EXPECT_EQ(shown("pow((1+2],("), "pow(x, <y>)");
-}
-
-TEST(Signature, IsThatOfTheOverloadThatHasTheArgument)
-{
-    EXPECT_EQ(shown("rand("), "rand(<min>, max)");
-    EXPECT_EQ(shown("min(1,"), "min(x, <y>)");
-    EXPECT_EQ(shown("min(1,2,"), "min(x, y, <z>)");
-    EXPECT_EQ(shown("min(1,2,3,"), "min(v1, v2, v3, <...>)");
-    EXPECT_EQ(shown("min(1,2,3,4,5,"), "min(v1, v2, v3, <...>)");
-}
-
-TEST(Signature, MarksNothingWhereThereAreTooManyArguments)
-{
-    EXPECT_EQ(shown("sin(1,"), "sin(x)<>");
-    EXPECT_EQ(shown("[1,2,3,"), "[x, y, z]<>");
-}
-
-TEST(Signature, IsNotThereOutsideOfCalls)
-{
-    for (const char* text : {"", "sin", "sin(30)", "(1+2", "nonsense(1", "SIN(", ")", "2(", "[1,2]"})
-    {
-        EXPECT_EQ(shown(text), "none") << text;
-    }
 }

@@ -44,6 +44,7 @@ constexpr Question questions[] = {
     {"1 m 20 cm to m", "1+cm2m(20) = 1.2"},
     {"2 sq ft to square metres", "sf2sm(2) = 0.18580608"},
     {"2 m\u00B2 to sq ft", "sm2sf(2) = 21.5278208334194"},
+    {"2 square ft to square m", "sf2sm(2) = 0.18580608"},
     {"1 acre to m2", "sa2sm(1) = 4046.85642"},
     {"2 cu ft", "vf2vm(2) = 0.056633693184"},
     {"-3 in to mm", "i2mm(-3) = -76.2"},
@@ -83,9 +84,9 @@ TEST(Units, HaveNamesOfTheirOwn)
 {
     for (const UnitName& unit : unitNames())
     {
-        std::vector<std::string_view> all = unit.others;
+        std::vector<std::string> all = unit.others;
         all.insert(all.end(), {unit.singular, unit.plural});
-        for (const std::string_view name : all)
+        for (const std::string& name : all)
         {
             EXPECT_EQ(unitCalled(name), &unit) << name;
         }

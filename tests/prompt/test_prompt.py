@@ -23,6 +23,12 @@ CALCULATOR = None
 
 BANNER = "mathexpr 1.0.0. :help tells more, Ctrl-D leaves."
 UNKNOWN_NAME = "A name is not known: check its spelling, or give it a value first, as in a=2."
+CONSTANTS = """\
+Constants
+  pi                  3.14159265359
+  PI                  3.14159265359
+  e                   2.718281828459045
+  E                   2.718281828459045"""
 RED = "\x1b[31m"
 
 
@@ -189,11 +195,30 @@ class Completion(PromptTest):
         terminal.press("Tab")
         terminal.expect("> 2+sqr")
         terminal.press("Tab")
-        terminal.expect("> 2+sqr\nsqrt(  sqr(\n> 2+sqr")
+        terminal.expect("> 2+sqr\nsqr(   sqrt(\n> 2+sqr")
         terminal.type("(3)")
         terminal.press("Left", "Left", "Left", "Left", "Tab")  # in the middle: what follows is "r(3)"
         terminal.press("C-e", "Enter")
         terminal.expect("> 2+sqr(3)\n11\n>")
+
+    def test_a_word_for_what_is_wanted_is_replaced_or_answered_by_a_list(self):
+        terminal = self.start()
+        terminal.type("1+arcs")
+        terminal.press("Tab")
+        terminal.expect_match(r"> 1\+asin\( +asin\(<x>\)\Z")
+        terminal.press("C-u")
+        terminal.type("hyp")
+        terminal.press("Tab")
+        terminal.expect("> hyp\nsinh(  cosh(  tanh(\n> hyp")
+
+    def test_the_whole_word_makes_way(self):
+        terminal = self.start()
+        self.compute(terminal, "width=2", "2")
+        terminal.type("1+wixy+3")
+        terminal.press("Left", "Left", "Left", "Left", "Tab")
+        terminal.expect("> 1+width+3")
+        terminal.press("Enter")
+        terminal.expect("> 1+width+3\n6\n>")
 
     def test_nothing_is_offered_where_it_would_be_refused(self):
         terminal = self.start()
@@ -340,20 +365,14 @@ class Commands(PromptTest):
 
     def test_list(self):
         terminal = self.start()
-        self.compute(terminal, ":list constants", "Constants\n  pi                  3.14159265359\n"
-                                                  "  PI                  3.14159265359\n"
-                                                  "  e                   2.718281828459045\n"
-                                                  "  E                   2.718281828459045")
+        self.compute(terminal, ":list constants", CONSTANTS)
 
     def test_long_lists_go_through_the_pager(self):
         terminal = self.start(PAGER="sed 's/^/| /'")
         terminal.type(":list length")
         terminal.press("Enter")
         terminal.expect_match(r"> :list length\n\| Length conversions\n\|   m2m\(x\) [^>]+\n>\Z")
-        self.compute(terminal, ":list constants", "Constants\n  pi                  3.14159265359\n"
-                                                  "  PI                  3.14159265359\n"
-                                                  "  e                   2.718281828459045\n"
-                                                  "  E                   2.718281828459045")
+        self.compute(terminal, ":list constants", CONSTANTS)
 
     def test_lists_break_between_words(self):
         terminal = self.start(PAGER="cat")
@@ -364,8 +383,8 @@ class Commands(PromptTest):
         terminal.resize(70)
         terminal.type(":help units")
         terminal.press("Enter")
-        terminal.expect_match(r"\n  vmm   cubic millimetre    cubic millimeter, cubic millimeters, cu\n"
-                              r"                            mm, mm3, mm\u00b3\n")
+        terminal.expect_match(r"\n  vmm   cubic millimetre    cubic millimeter, cubic millimeters, cubic\n"
+                              r"                            mm, cu mm, mm3, mm\u00b3\n")
 
     @unittest.skipUnless(shutil.which("less"), "less is not installed")
     def test_without_that_pager_less_shows_them(self):
@@ -527,7 +546,7 @@ class NarrowTerminal(PromptTest):
         line = "> 1+1+1+1+1+1+1+1+sq\nr"
         terminal.expect("\n" + line)
         terminal.press("Home", "C-f", "C-e", "Tab")
-        terminal.expect(f"\n{line}\nsqrt(  sqr(\n{line}")
+        terminal.expect(f"\n{line}\nsqr(   sqrt(\n{line}")
         terminal.press("C-c")
         terminal.expect(f"\n{line}^C\n>")
 

@@ -118,12 +118,12 @@ Answer Calculator::compute(std::string_view expression)
 MathExpression& Calculator::expression()
 {
     prepareObject();
-    return *expressionObject;
+    return oneShot ? mathexpr::expressionOf(*oneShot) : *expressionObject;
 }
 
 std::vector<NamedValue> Calculator::namedValues()
 {
-    const MathExpression& known = object();
+    const MathExpression& known = expression();
     std::vector<NamedValue> named;
     for (const std::wstring& name : mathexpr::getVariableNames(known))
     {
@@ -145,13 +145,7 @@ std::vector<NamedValue> Calculator::namedValues()
 
 void Calculator::setVariable(const wchar_t* name, const VALTYPE& value)
 {
-    mathexpr::setVariable(object(), name, value);
-}
-
-MathExpression& Calculator::object()
-{
-    prepareObject();
-    return oneShot ? mathexpr::expressionOf(*oneShot) : *expressionObject;
+    mathexpr::setVariable(expression(), name, value);
 }
 
 void Calculator::run(const std::wstring& text, Answer& answer)

@@ -32,8 +32,11 @@ public:
     /// Computes one expression, UTF-8. Nothing that the library throws comes out; a failure is in the answer.
     Answer compute(std::string_view expression);
 
-    /// The expression object; not for one-shot calculation.
+    /// The expression object that computes, or the one inside the one-shot calculator.
     MathExpression& expression();
+
+    /// What is known of the names that the host service answers.
+    const mathexpr::IMathExprNameNotes& hostNotes() const { return hostNames; }
 
     /// What the next expression may name: the variables in the order in which they were defined, then the names of the
     /// host's that it has not been asked for yet.
@@ -49,8 +52,6 @@ private:
     void prepareObject();
     /// Where a one-shot calculation has failed.
     Answer::Stage stageOfOneShotFailure();
-    /// The expression object that computes, or the one inside the calculator.
-    MathExpression& object();
     std::optional<mathexpr::ExpressionDiagnostic> diagnose();
     void dropAssignment() noexcept;
 

@@ -1,42 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CompletionScripts.cpp - see CompletionScripts.h. An option's type name decides what its value is completed with: FILE
+// CompletionScripts.cpp - see CompletionScripts.h. The name of an option's value decides what its value is completed with: FILE
 // with names of files, SHELL with the shells, any other with nothing.
 
 #include "tools/calc/CompletionScripts.h"
 
-#include <CLI/CLI.hpp>
-
 #include <string_view>
-#include <vector>
 
 namespace {
-
-struct CompletedOption
-{
-    std::string name;  ///< Without its hyphens.
-    std::string description;
-    std::string valueName;  ///< Empty for one that takes no value.
-    bool repeatable;
-};
-
-std::vector<CompletedOption> completedOptions(const CLI::App& app)
-{
-    std::vector<CompletedOption> completed;
-    for (const CLI::Option* option : app.get_options())
-    {
-        if (option->get_lnames().empty() || option->get_group().empty())
-        {
-            continue;
-        }
-        const bool takesValue = option->get_items_expected_max() > 0;
-        completed.push_back({option->get_lnames().front(), option->get_description(),
-                             takesValue ? option->get_type_name() : std::string(),
-                             option->get_multi_option_policy() == CLI::MultiOptionPolicy::TakeAll});
-    }
-    return completed;
-}
 
 /// Puts a backslash before each of some characters, and makes a shell's single-quoted word of the whole.
 std::string shellWord(std::string_view text, std::string_view escaped = {})
@@ -156,9 +128,8 @@ std::string fishScript(const std::vector<CompletedOption>& options)
 
 }
 
-std::string completionScript(const CLI::App& app, const std::string& shell)
+std::string completionScript(const std::vector<CompletedOption>& options, const std::string& shell)
 {
-    const std::vector<CompletedOption> options = completedOptions(app);
     return shell == "bash"   ? bashScript(options)
            : shell == "zsh"  ? zshScript(options)
            : shell == "fish" ? fishScript(options)

@@ -6,13 +6,18 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-namespace CLI {
-class App;
-}
+struct CompletedOption
+{
+    std::string name;  ///< Without its hyphens.
+    std::string description;
+    std::string valueName;  ///< Empty for one that takes no value.
+    bool repeatable;
+};
 
 /// The shells that there is a script for.
 inline constexpr const char* completionShells[] = {"bash", "zsh", "fish"};
 
 /// The script for one of these shells; empty for any other name.
-std::string completionScript(const CLI::App& app, const std::string& shell);
+std::string completionScript(const std::vector<CompletedOption>& options, const std::string& shell);

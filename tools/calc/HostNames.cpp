@@ -34,6 +34,11 @@ const wchar_t* HostNames::getName(std::uint32_t index) const
     return index < values.size() ? std::next(values.begin(), index)->first.c_str() : nullptr;
 }
 
+mathexpr::NameNotes HostNames::getNotes(const wchar_t* name) const
+{
+    return {valueOf(name).type == 1 ? mathexpr::ValueKind::Point : mathexpr::ValueKind::Number, {}, {}};
+}
+
 const VALTYPE& HostNames::valueOf(const std::wstring& name) const
 {
     return values.at(name);

@@ -4,6 +4,7 @@
 // HostNames.h - the tool's host service: answers the names given with --set and remembers what was asked.
 #pragma once
 
+#include "mathexpr/Completion.h"
 #include "mathexpr/IMathExprNameSource.h"
 #include "mathexpr/IMathExprService.h"
 
@@ -11,7 +12,9 @@
 #include <string>
 #include <vector>
 
-class HostNames final : public IMathExprService, public mathexpr::IMathExprNameSource
+class HostNames final : public IMathExprService,
+                        public mathexpr::IMathExprNameSource,
+                        public mathexpr::IMathExprNameNotes
 {
 public:
     /// A later value for a name replaces an earlier one.
@@ -19,6 +22,7 @@ public:
 
     bool lookupValue(const wchar_t* name, VALTYPE& value) const override;
     const wchar_t* getName(std::uint32_t index) const override;
+    mathexpr::NameNotes getNotes(const wchar_t* name) const override;
 
     /// The value of a name that has been defined, without counting as a question.
     const VALTYPE& valueOf(const std::wstring& name) const;

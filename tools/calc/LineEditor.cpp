@@ -374,9 +374,9 @@ private:
         const Completion completion = me.hooks.complete(std::string(me.beforeCursor()), std::string(me.afterCursor()));
         const std::string common = commonBeginning(completion.candidates);
         const bool isChosen = completion.candidates.size() == 1;
-        if (isChosen || common.size() > completion.replaced)
+        if (isChosen || common.size() > completion.replacedBefore)
         {
-            me.replace(completion.replaced, common);
+            me.replace(completion, common);
             return CC_REFRESH;
         }
         if (completion.candidates.empty())
@@ -408,10 +408,13 @@ private:
         return CC_NORM;
     }
 
-    void replace(std::size_t bytes, const std::string& text)
+    void replace(const Completion& completion, const std::string& text)
     {
         const std::string_view before = beforeCursor();
-        el_deletestr(editor, charactersOf(before.substr(before.size() - bytes)));
+        const int charactersBefore = charactersOf(before.substr(before.size() - completion.replacedBefore));
+        const int charactersBehind = charactersOf(afterCursor().substr(0, completion.replacedBehind));
+        el_cursor(editor, charactersBehind);
+        el_deletestr(editor, charactersBefore + charactersBehind);
         el_insertstr(editor, text.c_str());
     }
 

@@ -124,6 +124,24 @@ SortedArguments sortArguments(const CLI::App& app, const std::vector<std::string
     return sorted;
 }
 
+/// The options that are shown, as the shells complete them.
+std::vector<CompletedOption> completedOptions(const CLI::App& app)
+{
+    std::vector<CompletedOption> completed;
+    for (const CLI::Option* option : app.get_options())
+    {
+        if (option->get_lnames().empty() || option->get_group().empty())
+        {
+            continue;
+        }
+        const bool takesValue = option->get_items_expected_max() > 0;
+        completed.push_back({option->get_lnames().front(), option->get_description(),
+                             takesValue ? option->get_type_name() : std::string(),
+                             option->get_multi_option_policy() == CLI::MultiOptionPolicy::TakeAll});
+    }
+    return completed;
+}
+
 }
 
 ExitStatus usageError(const std::string& what)
@@ -283,7 +301,7 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
         {
             return usageError("--completion computes no expressions");
         }
-        const std::string script = completionScript(app, completedShell);
+        const std::string script = completionScript(completedOptions(app), completedShell);
         if (script.empty())
         {
             return usageError("--completion knows bash, zsh and fish: " + completedShell);

@@ -20,9 +20,9 @@ void runPrompt(const Options& options, Calculator& calculator)
     session.keepSettingsIn(stateFile("settings"));
     LineEditorHooks hooks;
     hooks.complete = [&](std::string_view before, std::string_view after) {
-        return complete(before, after, session.names(), options.maxInteger);
+        return complete(calculator.expression(), &calculator.hostNotes(), before, after);
     };
-    hooks.signature = signatureAt;
+    hooks.signature = [&](std::string_view before) { return signatureAt(calculator.expression(), before); };
 
     std::cout << "mathexpr " MATHEXPR_VERSION ". :help tells more, Ctrl-D leaves.\n" << std::flush;
     std::unique_ptr<LineReader> reader = makeLineEditor(std::move(hooks));

@@ -163,28 +163,18 @@ CommandWord commandWordAt(std::string_view line)
     return {meant.size() == 1 ? meant.front().command : PromptCommand::None, std::string(text.substr(begin)), true};
 }
 
-std::vector<std::string> possibleWords(const CommandWord& word, const std::vector<NamedValue>& names)
+std::vector<std::string> possibleWords(const CommandWord& word)
 {
     std::vector<std::string> words;
-    const auto add = [&words](std::string text) {
-        if (std::ranges::find(words, text) == words.end())
-        {
-            words.push_back(std::move(text));
-        }
-    };
     if (!word.isArgument || word.command == PromptCommand::Help)
     {
-        std::ranges::for_each(promptCommands(), [&](const PromptCommandNote& note) { add(std::string(note.name)); });
-    }
-    if (word.command == PromptCommand::Help)
-    {
-        std::ranges::for_each(names, [&](const NamedValue& named) { add(toUtf8(named.name)); });
-        std::ranges::for_each(vocabularyItems(),
-                              [&](const mathexpr::VocabularyItem& item) { add(toUtf8(item.symbol)); });
+        std::ranges::transform(promptCommands(), std::back_inserter(words),
+                               [](const PromptCommandNote& note) { return std::string(note.name); });
     }
     if (word.command == PromptCommand::List)
     {
-        std::ranges::for_each(familyNames(), [&](const FamilyName& family) { add(std::string(family.name)); });
+        std::ranges::transform(familyNames(), std::back_inserter(words),
+                               [](const FamilyName& family) { return std::string(family.name); });
     }
     const bool isFile = word.command == PromptCommand::Load || word.command == PromptCommand::Save;
     return isFile ? filesBeginningWith(word.typed) : words;

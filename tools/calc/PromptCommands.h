@@ -4,8 +4,6 @@
 // PromptCommands.h - the prompt's own commands, such as ":help sin": which there are, and what a line means by one.
 #pragma once
 
-#include "tools/calc/NamedValue.h"
-
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,5 +55,6 @@ struct CommandWord
 
 CommandWord commandWordAt(std::string_view line);
 
-/// All that the word can become and the command would not refuse; of files, those of the folder that has been typed.
-std::vector<std::string> possibleWords(const CommandWord& word, const std::vector<NamedValue>& names);
+/// The commands, families and files that the word can become and the command would not refuse; of files, those of the
+/// folder that has been typed.
+std::vector<std::string> possibleWords(const CommandWord& word);

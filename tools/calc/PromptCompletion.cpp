@@ -1,19 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PromptCompletion.cpp - see PromptCompletion.h.
+// PromptCompletion.cpp - chooses from what the library offers. A function is offered with its opening bracket: its
+// arguments are typed behind it, and the signature names them.
 #include "tools/calc/PromptCompletion.h"
 
-#include "mathexpr/IMathFunction.h"
-#include "tools/calc/CallExample.h"
-#include "tools/calc/OpenBrackets.h"
 #include "tools/calc/PromptCommands.h"
 #include "tools/calc/Utf8.h"
-#include "tools/calc/VocabularyItems.h"
 
 #include <algorithm>
 #include <iterator>
-#include <set>
+#include <limits>
 
 namespace {
 
@@ -48,125 +45,70 @@ std::vector<std::string> beginningWith(std::string_view typed, const std::vector
     return exact.empty() ? alike : exact;
 }
 
-/// What makes a whole expression of a text with open brackets: the missing arguments, and what closes them.
-std::string closingOf(std::string_view text)
+std::vector<mathexpr::CompletionItem> itemsAt(const MathExpression& expression,
+                                              const mathexpr::IMathExprNameNotes* notes, const std::wstring& text,
+                                              std::size_t cursor)
 {
-    std::vector<OpenBracket> open = openBrackets(text);
-    std::string closing;
-    for (; !open.empty(); open.pop_back())
-    {
-        const OpenBracket& bracket = open.back();
-        const std::vector<CallExample> overloads = callExamples(bracket.symbol);
-        const bool anyNumber = std::any_of(overloads.begin(), overloads.end(), [](const CallExample& example) {
-            return example.item->nbArgs == NB_ARGS_UNDEFINED;
-        });
-        const std::optional<CallExample> call = callExample(bracket.symbol, bracket.argument);
-        const std::size_t nbArguments = call && !anyNumber ? call->arguments.size() : 0;
-        for (std::size_t missing = bracket.argument + 1; missing < nbArguments; ++missing)
-        {
-            closing += ',' + call->arguments[missing];
-        }
-        closing += ')';
-    }
-    return closing;
+    mathexpr::CompletionOptions options;
+    options.maxCount = std::numeric_limits<std::uint32_t>::max();
+    options.notes = notes;
+    return mathexpr::getCompletions(expression, text.c_str(), static_cast<std::uint32_t>(cursor), options);
 }
 
-/// Whether any value at all can stand after the text.
-bool takesValue(const std::string& text, const std::string& closing, const PromptProbe& probe)
+/// What an item inserts, without the arguments of a function.
+std::string candidateOf(const mathexpr::CompletionItem& item)
 {
-    constexpr const char* values[] = {"1", "0.5", "0", "-2", "[1,2,3]", "[4,6,8]"};
-    return std::any_of(std::begin(values), std::end(values),
-                       [&](const char* value) { return probe.judge(text + value + closing) == Verdict::Accepted; });
+    const std::size_t bracket = item.kind == mathexpr::TokenKind::Function ? 1 : 0;
+    return toUtf8(item.edit.replacement.substr(0, item.name.size() + bracket));
 }
 
-struct Candidate
+Completion completeExpression(const MathExpression& expression, const mathexpr::IMathExprNameNotes* notes,
+                              const std::wstring& before, const std::wstring& behind)
 {
-    std::string offered;
-    std::string tried;
-};
-
-std::vector<Candidate> namesToOffer(const std::vector<NamedValue>& names)
-{
-    std::vector<Candidate> candidates;
-    std::ranges::transform(names, std::back_inserter(candidates), [](const NamedValue& named) {
-        return Candidate{toUtf8(named.name), toUtf8(named.name)};
-    });
-    for (const mathexpr::VocabularyItem& item : vocabularyItems())
-    {
-        if (item.kind == mathexpr::VocabularyKind::Constant)
-        {
-            candidates.push_back({toUtf8(item.symbol), toUtf8(item.symbol)});
-        }
-    }
-    return candidates;
-}
-
-std::vector<Candidate> functionsToOffer(bool withBracket)
-{
-    std::vector<Candidate> candidates;
-    std::set<std::wstring_view> seen;
-    for (const mathexpr::VocabularyItem& item : vocabularyItems())
-    {
-        if (item.kind == mathexpr::VocabularyKind::Function && seen.insert(item.symbol).second)
-        {
-            const std::string symbol = toUtf8(item.symbol);
-            const std::vector<CallExample> overloads = callExamples(symbol);
-            if (!overloads.empty())
-            {
-                candidates.push_back({symbol + (withBracket ? "(" : ""), overloads.front().text});
-            }
-        }
-    }
-    return candidates;
-}
-
-Completion completeName(std::string_view before, std::string_view after, const std::vector<NamedValue>& names,
-                        std::optional<std::uint32_t> maxInteger)
-{
-    const std::size_t begin = beginOfLastName(before);
-    const std::string_view typed = before.substr(begin);
-    const std::string_view text = before.substr(0, begin);
-    const std::size_t lastNotBlank = text.find_last_not_of(' ');
-    const bool goesOnAfterBlank = lastNotBlank != std::string_view::npos && isOfName(text[lastNotBlank]);
-    const bool isInside = !after.empty() && isOfName(after.front());
-    const std::string closing = closingOf(text);
-    const PromptProbe probe(names, maxInteger);
-    if (goesOnAfterBlank || isInside || !takesValue(std::string(text), closing, probe))
+    const std::vector<mathexpr::CompletionItem> items = itemsAt(expression, notes, before + behind, before.size());
+    if (items.empty())
     {
         return {};
     }
-
-    // In front of a bracket or, after blanks, of a name, only a function is no mistake.
-    const std::size_t next = std::min(after.find_first_not_of(' '), after.size());
-    const char follower = next == after.size() ? '\0' : after[next];
-    const bool functionsOnly = follower == '(' || follower == '[' || (follower != '\0' && isOfName(follower));
-    std::vector<Candidate> all = functionsOnly ? std::vector<Candidate>() : namesToOffer(names);
-    std::ranges::move(functionsToOffer(follower != '('), std::back_inserter(all));
-
-    std::vector<std::string> accepted;
-    for (const Candidate& candidate : all)
+    const mathexpr::TextSpan replaced = items.front().edit.span;
+    const std::wstring rest = behind.substr(0, replaced.start + replaced.length - before.size());
+    if (rest.find(L' ') != std::wstring::npos)  // to the language all one word, but not to the user
     {
-        const bool isNew = std::find(accepted.begin(), accepted.end(), candidate.offered) == accepted.end();
-        if (isNew && beginsAlike(candidate.offered, typed) &&
-            probe.judge(std::string(text) + candidate.tried + closing) != Verdict::Refused)
-        {
-            accepted.push_back(candidate.offered);
-        }
+        return {};
     }
-    return {typed.size(), beginningWith(typed, accepted)};
+    const std::string typed = toUtf8(before.substr(replaced.start));
+    std::vector<std::string> all;
+    std::ranges::transform(items, std::back_inserter(all), candidateOf);
+    std::vector<std::string> begun = beginningWith(typed, all);
+    return {typed.size(), toUtf8(rest).size(), begun.empty() ? std::move(all) : std::move(begun)};
 }
 
-}
-
-Completion complete(std::string_view before, std::string_view after, const std::vector<NamedValue>& names,
-                    std::optional<std::uint32_t> maxInteger)
+/// All that the word of a command can become and the command would not refuse.
+std::vector<std::string> wordsFor(const CommandWord& word, const MathExpression& expression,
+                                  const mathexpr::IMathExprNameNotes* notes)
 {
-    if (!isCommand(before))
+    std::vector<std::string> words = possibleWords(word);
+    if (word.command == PromptCommand::Help)
     {
-        return completeName(before, after, names, maxInteger);
+        std::ranges::transform(itemsAt(expression, notes, {}, 0), std::back_inserter(words),
+                               [](const mathexpr::CompletionItem& item) { return toUtf8(item.name); });
     }
-    const CommandWord word = commandWordAt(before);
-    return {word.typed.size(), beginningWith(word.typed, possibleWords(word, names))};
+    return words;
+}
+
+}
+
+Completion complete(const MathExpression& expression, const mathexpr::IMathExprNameNotes* notes,
+                    std::string_view before, std::string_view behind)
+{
+    if (isCommand(before))
+    {
+        const CommandWord word = commandWordAt(before);
+        return {word.typed.size(), 0, beginningWith(word.typed, wordsFor(word, expression, notes))};
+    }
+    const auto typed = toWide(before);
+    const auto rest = toWide(behind);
+    return typed && rest ? completeExpression(expression, notes, *typed, *rest) : Completion();
 }
 
 std::string commonBeginning(const std::vector<std::string>& candidates)

@@ -1,14 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PromptCompletion.h - how a line can go on at the cursor.
-//
-// A name is offered when the expression up to the cursor, with the name in place and all that is open closed, is one that
-// the library accepts: what follows a number or a closing bracket, a point where a number is needed, or anything behind a
-// mistake is not. A function is tried with arguments of its own, and offered with its opening bracket.
+// PromptCompletion.h - how a line can go on at the cursor: as the library completes an expression, or as a command does.
 #pragma once
 
-#include "tools/calc/PromptProbe.h"
+#include "mathexpr/Completion.h"
 
 #include <cstddef>
 #include <string>
@@ -17,15 +13,18 @@
 
 struct Completion
 {
-    std::size_t replaced = 0;             ///< So many bytes before the cursor make way for what is chosen.
-    std::vector<std::string> candidates;  ///< UTF-8, each once, in the order of the vocabulary, variables first.
+    std::size_t replacedBefore = 0;  ///< So many bytes before the cursor,
+    std::size_t replacedBehind = 0;  ///< and so many behind it, make way for what is chosen.
+    /// UTF-8, each once, the best first. Those that begin with what has been typed; where none does, those that begin so
+    /// but for the case of letters; where none does either, all that have to do with it, such as the conversions of a unit.
+    std::vector<std::string> candidates;
 };
 
 /// @param before  the line up to the cursor, UTF-8
-/// @param after   what follows the cursor
-/// @param names   what has a value in the session
-Completion complete(std::string_view before, std::string_view after, const std::vector<NamedValue>& names,
-                    std::optional<std::uint32_t> maxInteger);
+/// @param behind  what follows the cursor
+/// @param notes   what is known of names that the host offers; may be null
+Completion complete(const MathExpression& expression, const mathexpr::IMathExprNameNotes* notes,
+                    std::string_view before, std::string_view behind);
 
 /// What all candidates begin with.
 std::string commonBeginning(const std::vector<std::string>& candidates);

@@ -4,7 +4,8 @@
 // PromptSignature.h - the function that is being called where the cursor stands, with its parameters.
 #pragma once
 
-#include <cstddef>
+#include "mathexpr/MathExpression.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,4 +20,4 @@ struct Signature
 
 /// The innermost call that is open; nothing outside of calls, and where no such function can be called.
 /// @param text  from the begin of the line to the cursor
-std::optional<Signature> signatureAt(std::string_view text);
+std::optional<Signature> signatureAt(const MathExpression& expression, std::string_view text);

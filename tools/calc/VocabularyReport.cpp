@@ -366,9 +366,9 @@ void listUnits()
         std::ostringstream columns;
         columns << "  " << std::left << std::setw(6) << unit.symbol << std::setw(20) << unit.singular;
         std::string others;
-        for (const std::string_view other : unit.others)
+        for (const std::string& other : unit.others)
         {
-            others += (others.empty() ? "" : ", ") + std::string(other);
+            others += (others.empty() ? "" : ", ") + other;
         }
         list += listLine(columns.str(), others);
     }

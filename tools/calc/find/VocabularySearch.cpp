@@ -66,7 +66,7 @@ int weightOf(const mathexpr::VocabularyItem& item, std::string_view word)
         return 4;
     }
     const ItemNotes notes = notesOf(item);
-    const std::string units2 = units ? std::string(units->from->plural) + ' ' + std::string(units->to->plural) : "";
+    const std::string units2 = units ? units->from->plural + ' ' + units->to->plural : "";
     int weight = 0;
     for (const std::string& text :
          {notes.units, units2, std::string(familyTitle(item.family)), toUtf8(item.description)})
@@ -79,9 +79,8 @@ int weightOf(const mathexpr::VocabularyItem& item, std::string_view word)
 
 std::vector<FoundGroup> conversionsOf(const UnitName& unit)
 {
-    const std::string name(unit.singular);
-    FoundGroup from{"From " + name, {}};
-    FoundGroup to{"To " + name, {}};
+    FoundGroup from{"From " + unit.singular, {}};
+    FoundGroup to{"To " + unit.singular, {}};
     for (const mathexpr::VocabularyItem& item : vocabularyItems())
     {
         const auto units = conversionOf(item);
@@ -106,7 +105,7 @@ std::vector<FoundGroup> conversionBetween(std::string_view question)
             const auto units = conversionOf(item);
             if (to != nullptr && units && units->from == from && units->to == to)
             {
-                return {{"From " + std::string(from->singular) + " to " + std::string(to->singular), {item}}};
+                return {{"From " + conversionText(*units), {item}}};
             }
         }
     }

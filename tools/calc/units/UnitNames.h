@@ -1,24 +1,24 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// UnitNames.h - the units of the vocabulary's conversions, and all that people call them. The notes of the vocabulary, the
-// search and the answers to questions such as "3 inch to mm" share this one table.
+// UnitNames.h - looks up the units of the vocabulary's conversions, by all that people call them.
 #pragma once
 
-#include "mathexpr/Vocabulary.h"
+#include "mathexpr/VocabularyUnits.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+/// As mathexpr::VocabularyUnit, in UTF-8.
 struct UnitName
 {
     mathexpr::VocabularyFamily family;
-    std::string_view symbol;    ///< As in the names of conversions, before and after the 2; no two units share one.
-    std::string_view singular;  ///< UTF-8, as all names here.
-    std::string_view plural;
-    std::vector<std::string_view> others;  ///< Short forms and spellings; those with blanks too.
+    std::string symbol;
+    std::string singular;
+    std::string plural;
+    std::vector<std::string> others;
 };
 
 const std::vector<UnitName>& unitNames();

@@ -223,7 +223,7 @@ std::optional<std::string> expressionForUnits(std::string_view text)
             expression += quantity.number;
             continue;
         }
-        const std::string function = std::string(quantity.unit->symbol) + '2' + std::string(target->symbol);
+        const std::string function = quantity.unit->symbol + '2' + target->symbol;
         if (quantity.unit->family != target->family || !isFunction(function))
         {
             return std::nullopt;
