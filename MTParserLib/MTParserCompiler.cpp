@@ -467,12 +467,12 @@ bool MTParserCompiler::emit(const StackRecord& record)
     {
         if (function != nullptr)
         {
-            emission = emitter.emitCall(*function->item, *function->kernels, record.nbArgs, record.position);
+            emission = emitter.emit(*function->item, *function->kernels, record.nbArgs, record.position, true);
         }
         else
         {
             const MTOperatorDefinition& definition = registrar.getOperatorDefinition(record.definition);
-            emission = emitter.emitOperator(*definition.item, *definition.kernels, record.nbArgs, record.position);
+            emission = emitter.emit(*definition.item, *definition.kernels, record.nbArgs, record.position, false);
         }
     }
     catch (const mathexpr::ParsingException& exception)

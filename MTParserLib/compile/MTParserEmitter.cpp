@@ -76,18 +76,6 @@ void MTParserEmitter::emitPlaceholder(std::uint32_t position)
     waiting.push_back({Kind::Placeholder, position, {}, noPlace});
 }
 
-MTEmission MTParserEmitter::emitOperator(const IMathExprItemEvaluator& item, const MTItemKernels& kernels,
-                                         std::uint32_t nbArgs, std::uint32_t position)
-{
-    return emit(item, kernels, nbArgs, position, false);
-}
-
-MTEmission MTParserEmitter::emitCall(const IMathExprItemEvaluator& item, const MTItemKernels& kernels,
-                                     std::uint32_t nbArgs, std::uint32_t position)
-{
-    return emit(item, kernels, nbArgs, position, true);
-}
-
 MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
                                  std::uint32_t position, bool isCall)
 {

@@ -53,13 +53,10 @@ public:
     /// Marks where the arguments of a function call begin.
     void emitPlaceholder(std::uint32_t position);
 
-    /// Appends an operator, whose operands were emitted before it.
-    MTEmission emitOperator(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
-                            std::uint32_t position);
-
-    /// Appends a function call, whose placeholder and arguments were emitted before it.
-    MTEmission emitCall(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
-                        std::uint32_t position);
+    /// Appends an operator or a function call, whose operands were emitted before it.
+    /// @param isCall  a placeholder was emitted before its arguments
+    MTEmission emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
+                    std::uint32_t position, bool isCall);
 
     /// Completes the program. What no record consumes gets a slot of its own, and the last record is the root.
     /// @return false when nothing was emitted: the program stays empty
@@ -87,8 +84,6 @@ private:
         MTPlace input;  // of the variable
     };
 
-    MTEmission emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
-                    std::uint32_t position, bool isCall);
     MTEmission operandMissing(std::size_t end) const;
     void setOperands(MTProgramStep& step, const Operand* operands);
     MTPlace addSlot();

@@ -14,27 +14,10 @@
 #include <type_traits>
 
 template <class Item>
-Message::Id applyToOperands(const MTProgramStep& step, const MTFrame& frame)
-{
-    VALTYPE& result = frame.slots[step.result];
-    if constexpr (TakesOneOperand<Item>)
-    {
-        return Item::apply(frame[step.first], result);
-    }
-    else if constexpr (TakesTwoOperands<Item>)
-    {
-        return Item::apply(frame[step.first], frame[step.second], result);
-    }
-    else
-    {
-        return Item::apply(step.nbArgs, &frame.slots[step.first], result);
-    }
-}
-
-template <class Item>
 Message::Id evaluateDirectly(const MTProgramStep& step, const MTFrame& frame, bool showMessages)
 {
-    return showRefusal(applyToOperands<Item>(step, frame), showMessages);
+    const auto operand = [&](std::uint32_t index) -> const VALTYPE& { return frame[step.operand(index)]; };
+    return showRefusal(applyTo<Item>(step.nbArgs, operand, frame.slots[step.result]), showMessages);
 }
 
 template <class Item>

@@ -37,27 +37,24 @@ bool interpret(MTParserProgram& program, bool showMessages, MTRunFailure& failur
 }
 
 /// A run of scalar code that stores the value in the program's root.
-class ScalarRun
+struct ScalarRun
 {
-public:
-    ScalarRun(MTParserProgram& ofProgram, bool show, MTRunFailure& failed) noexcept
-        : program(ofProgram), showMessages(show), failure(failed)
-    {}
+    MTParserProgram& program;
+    const bool showMessages;
+    MTRunFailure& failure;
 
     bool run()
     {
-        // The kinds have just been compared.
-        static constexpr MTScalarOwner owner{nullptr, refuse};
+        static constexpr MTScalarOwner owner{nullptr, refuse};  // the kinds have just been compared
         VALTYPE value;
-        if (!program.scalar.run(program.scalar.getSteps().data(), &value, &owner, this))
+        const bool done = program.scalar.run(program.scalar.getSteps().data(), &value, &owner, this);
+        if (done)
         {
-            return false;
+            program.slots.back() = value;
         }
-        program.slots.back() = value;
-        return true;
+        return done;
     }
 
-private:
     static bool refuse(void* self, const double* slot, Message::Id refusal)
     {
         const ScalarRun& run = *static_cast<const ScalarRun*>(self);
@@ -65,10 +62,6 @@ private:
         run.failure = failureAt(run.program, slot, refusal);
         return false;
     }
-
-    MTParserProgram& program;
-    const bool showMessages;
-    MTRunFailure& failure;
 };
 
 }
@@ -87,7 +80,7 @@ bool runProgram(MTParserProgram& program, bool showMessages, MTRunFailure& failu
     case MTRunState::Constant:
         return true;
     case MTRunState::Scalar:
-        return ScalarRun(program, showMessages, failure).run();
+        return ScalarRun{program, showMessages, failure}.run();
     default:
         return interpret(program, showMessages, failure);
     }

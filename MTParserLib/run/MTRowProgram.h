@@ -3,9 +3,8 @@
 //
 // MTRowProgram.h - a copy of a program that evaluates rows one after the other.
 //
-// It runs what block kernels cannot: points, and items that read the result they are to write. The
-// slots are set before each row to what they are in a program that has just been compiled, so that no row shows in the
-// next.
+// It runs what tile code cannot: items of the host's, random numbers, and tiles with a row that is refused. The slots
+// are set before each row to what they are in a program that has just been compiled, so that no row shows in the next.
 #pragma once
 
 #include "MTParserLib/program/MTProgramCopy.h"

@@ -54,33 +54,41 @@ inline constexpr bool TakesOneOperand = hasForm<ApplyToOne, Item>;
 template <class Item>
 inline constexpr bool TakesTwoOperands = hasForm<ApplyToTwo, Item>;
 
-/// Hands an item the operands that stand side by side.
-template <class Item>
-Message::Id applyToArgs(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result)
+/// @param operand  the record of an operand by its number; all of them lie side by side, unless there are one or two
+template <class Item, class Operand>
+Message::Id applyTo(std::uint32_t nbArgs, Operand operand, VALTYPE& result)
 {
     if constexpr (TakesOneOperand<Item>)
     {
-        return Item::apply(args[0], result);
+        return Item::apply(operand(0), result);
     }
     else if constexpr (TakesTwoOperands<Item>)
     {
-        return Item::apply(args[0], args[1], result);
+        return Item::apply(operand(0), operand(1), result);
     }
     else
     {
-        return Item::apply(nbArgs, args, result);
+        return Item::apply(nbArgs, nbArgs != 0 ? &operand(0) : nullptr, result);
     }
+}
+
+/// What IMathExprItemEvaluator::evaluate does.
+template <class Item>
+bool evaluateArgs(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages)
+{
+    const auto operand = [args](std::uint32_t index) -> const VALTYPE& { return args[index]; };
+    return showRefusal(applyTo<Item>(nbArgs, operand, result), showMessages) == Message::None;
 }
 
 /// Answers what an operator is out of its text.
 class DescribedOperator : public IMathOperator
 {
 public:
-    std::wstring getHelpString() const final;
-    std::wstring getDescription() const final;
-    std::int32_t getPrecedence() const final;
-    std::wstring getSymbol() const final;
-    bool isUnaryOp() const final;
+    std::wstring getHelpString() const final { return describe().help; }
+    std::wstring getDescription() const final { return describe().description; }
+    std::int32_t getPrecedence() const final { return describe().precedence; }
+    std::wstring getSymbol() const final { return describe().symbol; }
+    bool isUnaryOp() const final { return describe().unary; }
 
 protected:
     virtual const OperatorText& describe() const noexcept = 0;
@@ -90,10 +98,10 @@ protected:
 class DescribedFunction : public IMathFunction
 {
 public:
-    std::wstring getHelpString() const final;
-    std::wstring getDescription() const final;
-    std::wstring getSymbol() const final;
-    std::uint32_t getNbArgs() const final;
+    std::wstring getHelpString() const final { return describe().help; }
+    std::wstring getDescription() const final { return describe().description; }
+    std::wstring getSymbol() const final { return describe().symbol; }
+    std::uint32_t getNbArgs() const final { return describe().nbArgs; }
 
 protected:
     virtual const FunctionText& describe() const noexcept = 0;
@@ -108,7 +116,7 @@ public:
 
     bool evaluate(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages) const final
     {
-        return showRefusal(applyToArgs<Operator>(nbArgs, args, result), showMessages) == Message::None;
+        return evaluateArgs<Operator>(nbArgs, args, result, showMessages);
     }
 
 protected:
@@ -127,7 +135,7 @@ public:
 
     bool evaluate(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages) const final
     {
-        return showRefusal(applyToArgs<Function>(nbArgs, args, result), showMessages) == Message::None;
+        return evaluateArgs<Function>(nbArgs, args, result, showMessages);
     }
 
 protected:

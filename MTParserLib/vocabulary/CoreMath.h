@@ -98,6 +98,19 @@ inline bool isOutsideInt32(double x)
     return x < -2147483648.0 || x > 2147483647.0;
 }
 
+/// NaN for no values at all, which an expression cannot ask for.
+/// @tparam OfTwo  of a value and the extreme of those before it
+template <class OfTwo>
+double extreme(platform::ArrayView<const VALTYPE> values)
+{
+    double found = values.empty() ? std::numeric_limits<double>::quiet_NaN() : values[0].x;
+    for (const VALTYPE& value : values)
+    {
+        found = OfTwo::of(value.x, found);
+    }
+    return found;
+}
+
 /// 0 to 1 inclusive in 32767 steps, however much the platform's generator draws at once.
 inline double random()
 {
@@ -173,7 +186,7 @@ struct MinFct final : BinaryFunction<MinFct, formulas::Min>
     static constexpr FunctionText text{L"min", L"min(x,y)", L"Return smaller of two values", 2, __LINE__};
 };
 
-struct Min3Fct final : VariadicFunction<Min3Fct, formulas::Min3>
+struct Min3Fct final : VariadicFunction<Min3Fct, formulas::OfThree<formulas::Min>>
 {
     static constexpr FunctionText text{L"min", L"min(x,y,z)", L"Return smaller of three values", 3, __LINE__};
 };
@@ -182,17 +195,7 @@ struct MinUndefFct final : VariadicFunction<MinUndefFct>
 {
     static constexpr FunctionText text{L"min", L"min(v1,v2,v3,...)", L"Return smaller of a set of values",
                                        NB_ARGS_UNDEFINED, __LINE__};
-
-    /// NaN for no values at all, which an expression cannot ask for.
-    static double of(platform::ArrayView<const VALTYPE> values)
-    {
-        double smallest = values.empty() ? std::numeric_limits<double>::quiet_NaN() : values[0].x;
-        for (const VALTYPE& value : values)
-        {
-            smallest = value.x < smallest ? value.x : smallest;
-        }
-        return smallest;
-    }
+    static double of(platform::ArrayView<const VALTYPE> values) { return coremath::extreme<formulas::Min>(values); }
 };
 
 struct MaxFct final : BinaryFunction<MaxFct, formulas::Max>
@@ -200,7 +203,7 @@ struct MaxFct final : BinaryFunction<MaxFct, formulas::Max>
     static constexpr FunctionText text{L"max", L"max(x,y)", L"Return larger of two values", 2, __LINE__};
 };
 
-struct Max3Fct final : VariadicFunction<Max3Fct, formulas::Max3>
+struct Max3Fct final : VariadicFunction<Max3Fct, formulas::OfThree<formulas::Max>>
 {
     static constexpr FunctionText text{L"max", L"max(x,y,z)", L"Return larger of three values", 3, __LINE__};
 };
@@ -209,17 +212,7 @@ struct MaxUndefFct final : VariadicFunction<MaxUndefFct>
 {
     static constexpr FunctionText text{L"max", L"max(v1,v2,v3,...)", L"Return larger of a set of values",
                                        NB_ARGS_UNDEFINED, __LINE__};
-
-    /// NaN for no values at all, which an expression cannot ask for.
-    static double of(platform::ArrayView<const VALTYPE> values)
-    {
-        double largest = values.empty() ? std::numeric_limits<double>::quiet_NaN() : values[0].x;
-        for (const VALTYPE& value : values)
-        {
-            largest = value.x > largest ? value.x : largest;
-        }
-        return largest;
-    }
+    static double of(platform::ArrayView<const VALTYPE> values) { return coremath::extreme<formulas::Max>(values); }
 };
 
 struct AbsFct final : BuiltInFunction<AbsFct>

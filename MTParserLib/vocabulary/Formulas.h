@@ -32,17 +32,17 @@ struct PointOf
 template <class D>
 struct Functions;
 
-/// A template parameter that holds D to be a number.
+/// D, where it is a number, so that an overload that yields it takes no points.
 template <class D>
 struct NumberTest
 {
-    using Type = int;
+    using Type = D;
 };
 template <class D>
 struct NumberTest<PointOf<D>>
 {};
 template <class D>
-using IfNumber = typename NumberTest<D>::Type;
+using Number = typename NumberTest<D>::Type;
 
 template <class... Types>
 struct MakeVoid
@@ -89,54 +89,27 @@ D length(PointOf<D> a)
     return Functions<D>::squareRoot(a.x * a.x + a.y * a.y + a.z * a.z);
 }
 
+// One row for each overload.
+// clang-format off
 struct Add
 {
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return a + b;
-    }
-    template <class D>
-    static PointOf<D> of(PointOf<D> a, PointOf<D> b)
-    {
-        return {a.x + b.x, a.y + b.y, a.z + b.z};
-    }
+    template <class D> static Number<D> of(D a, D b)                      { return a + b; }
+    template <class D> static PointOf<D> of(PointOf<D> a, PointOf<D> b)   { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
 };
 
 struct Minus
 {
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return a - b;
-    }
-    template <class D>
-    static PointOf<D> of(PointOf<D> a, PointOf<D> b)
-    {
-        return difference(a, b);
-    }
+    template <class D> static Number<D> of(D a, D b)                      { return a - b; }
+    template <class D> static PointOf<D> of(PointOf<D> a, PointOf<D> b)   { return difference(a, b); }
 };
 
 struct Mult
 {
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return a * b;
-    }
-    template <class D>
-    static PointOf<D> of(PointOf<D> a, D b)
-    {
-        return {a.x * b, a.y * b, a.z * b};
-    }
-    template <class D>
-    static PointOf<D> of(D a, PointOf<D> b)
-    {
-        return {a * b.x, a * b.y, a * b.z};
-    }
+    template <class D> static Number<D> of(D a, D b)                      { return a * b; }
+    template <class D> static PointOf<D> of(PointOf<D> a, D b)            { return {a.x * b, a.y * b, a.z * b}; }
+    template <class D> static PointOf<D> of(D a, PointOf<D> b)            { return {a * b.x, a * b.y, a * b.z}; }
     /// The dot product is added to what the result holds.
-    template <class D>
-    static D onto(D held, PointOf<D> a, PointOf<D> b)
+    template <class D> static D onto(D held, PointOf<D> a, PointOf<D> b)
     {
         return held + a.x * b.x + a.y * b.y + a.z * b.z;
     }
@@ -144,108 +117,62 @@ struct Mult
 
 struct Div
 {
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return a / b;
-    }
-    template <class D>
-    static PointOf<D> of(PointOf<D> a, D b)
-    {
-        return {a.x / b, a.y / b, a.z / b};
-    }
-    template <class Dividend, class D>
-    static auto refuses(Dividend, D b)
-    {
-        return b == 0.0;
-    }
+    template <class D> static Number<D> of(D a, D b)                      { return a / b; }
+    template <class D> static PointOf<D> of(PointOf<D> a, D b)            { return {a.x / b, a.y / b, a.z / b}; }
+    template <class Dividend, class D> static auto refuses(Dividend, D b) { return b == 0.0; }
 };
 
 struct Negate
 {
-    template <class D, IfNumber<D> = 0>
-    static D of(D a)
-    {
-        return -a;
-    }
-    template <class D>
-    static PointOf<D> of(PointOf<D> a)
-    {
-        return {-a.x, -a.y, -a.z};
-    }
+    template <class D> static Number<D> of(D a)                           { return -a; }
+    template <class D> static PointOf<D> of(PointOf<D> a)                 { return {-a.x, -a.y, -a.z}; }
 };
 
-struct Greater
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return a > b ? 1.0 : 0.0;
-    }
-};
-
-struct Lesser
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return b > a ? 1.0 : 0.0;
-    }
-};
-
-struct GreaterEqual
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return a >= b ? 1.0 : 0.0;
-    }
-};
-
-struct LesserEqual
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return b >= a ? 1.0 : 0.0;
-    }
-};
-
-struct NotEqual
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return a == b ? 0.0 : 1.0;
-    }
-};
-
-struct Equal
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return a == b ? 1.0 : 0.0;
-    }
-};
+struct Greater      { template <class D> static Number<D> of(D a, D b) { return a > b ? 1.0 : 0.0; } };
+struct Lesser       { template <class D> static Number<D> of(D a, D b) { return b > a ? 1.0 : 0.0; } };
+struct GreaterEqual { template <class D> static Number<D> of(D a, D b) { return a >= b ? 1.0 : 0.0; } };
+struct LesserEqual  { template <class D> static Number<D> of(D a, D b) { return b >= a ? 1.0 : 0.0; } };
+struct NotEqual     { template <class D> static Number<D> of(D a, D b) { return a == b ? 0.0 : 1.0; } };
+struct Equal        { template <class D> static Number<D> of(D a, D b) { return a == b ? 1.0 : 0.0; } };
+struct Not          { template <class D> static Number<D> of(D a)      { return a == 0.0 ? 1.0 : 0.0; } };
+struct Square       { template <class D> static Number<D> of(D x)      { return x * x; } };
 
 struct Or
 {
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return ((a == 0.0) & (b == 0.0)) ? 0.0 : 1.0;  // "&", since vectors have no "&&" that every compiler knows
-    }
+    /// "&", since vectors have no "&&" that every compiler knows.
+    template <class D> static Number<D> of(D a, D b) { return ((a == 0.0) & (b == 0.0)) ? 0.0 : 1.0; }
 };
 
-struct Not
+/// Refuses 0 as well.
+struct Sqrt
 {
-    template <class D, IfNumber<D> = 0>
-    static D of(D a)
-    {
-        return a == 0.0 ? 1.0 : 0.0;
-    }
+    template <class D> static Number<D> of(D x)                           { return Functions<D>::squareRoot(x); }
+    template <class D, class = Number<D>> static auto refuses(D x)        { return x <= 0.0; }
 };
+
+/// The magnitude of a number, or the length of a point.
+struct Abs
+{
+    template <class D> static Number<D> of(D x)                           { return Functions<D>::magnitude(x); }
+    template <class D> static D of(PointOf<D> a)                          { return length(a); }
+};
+
+struct Min { template <class D> static Number<D> of(D a, D b) { return b > a ? a : b; } };
+struct Max { template <class D> static Number<D> of(D a, D b) { return a > b ? a : b; } };
+
+template <class OfTwo>
+struct OfThree { template <class D> static Number<D> of(D a, D b, D c) { return OfTwo::of(OfTwo::of(a, b), c); } };
+
+/// Eleven decimals, required so; the constants "pi" and "PI" hold the same value.
+inline constexpr double pi = 3.14159265359;
+
+struct Radians { template <class D> static Number<D> of(D degrees) { return degrees * pi / 180.0; } };
+struct Degrees { template <class D> static Number<D> of(D radians) { return radians * 180.0 / pi; } };
+
+struct MakePoint { template <class D> static PointOf<Number<D>> of(D x, D y, D z) { return {x, y, z}; } };
+struct Vec       { template <class D> static PointOf<D> of(PointOf<D> a, PointOf<D> b) { return difference(b, a); } };
+struct Dist      { template <class D> static D of(PointOf<D> a, PointOf<D> b) { return length(difference(a, b)); } };
+// clang-format on
 
 struct Cross
 {
@@ -253,120 +180,6 @@ struct Cross
     static PointOf<D> of(PointOf<D> a, PointOf<D> b)
     {
         return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-    }
-};
-
-/// Refuses 0 as well.
-struct Sqrt
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D x)
-    {
-        return Functions<D>::squareRoot(x);
-    }
-    template <class D, IfNumber<D> = 0>
-    static auto refuses(D x)
-    {
-        return x <= 0.0;
-    }
-};
-
-struct Square
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D x)
-    {
-        return x * x;
-    }
-};
-
-/// The magnitude of a number, or the length of a point.
-struct Abs
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D x)
-    {
-        return Functions<D>::magnitude(x);
-    }
-    template <class D>
-    static D of(PointOf<D> a)
-    {
-        return length(a);
-    }
-};
-
-struct Min
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return b > a ? a : b;
-    }
-};
-
-struct Min3
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b, D c)
-    {
-        return Min::of(Min::of(a, b), c);
-    }
-};
-
-struct Max
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b)
-    {
-        return a > b ? a : b;
-    }
-};
-
-struct Max3
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D a, D b, D c)
-    {
-        return Max::of(Max::of(a, b), c);
-    }
-};
-
-/// Eleven decimals, required so; the constants "pi" and "PI" hold the same value.
-inline constexpr double pi = 3.14159265359;
-
-struct Radians
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D degrees)
-    {
-        return degrees * pi / 180.0;
-    }
-};
-
-struct Degrees
-{
-    template <class D, IfNumber<D> = 0>
-    static D of(D radians)
-    {
-        return radians * 180.0 / pi;
-    }
-};
-
-struct MakePoint
-{
-    template <class D, IfNumber<D> = 0>
-    static PointOf<D> of(D x, D y, D z)
-    {
-        return {x, y, z};
-    }
-};
-
-struct Dist
-{
-    template <class D>
-    static D of(PointOf<D> a, PointOf<D> b)
-    {
-        return length(difference(a, b));
     }
 };
 
@@ -380,15 +193,6 @@ struct Nor
         const D y = a.y - b.y;
         const D distance = Functions<D>::squareRoot(x * x + y * y);
         return {y / distance, (b.x - a.x) / distance, D{}};
-    }
-};
-
-struct Vec
-{
-    template <class D>
-    static PointOf<D> of(PointOf<D> a, PointOf<D> b)
-    {
-        return difference(b, a);
     }
 };
 
