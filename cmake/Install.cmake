@@ -108,6 +108,11 @@ install(
   DESTINATION ${documents}
   COMPONENT development)
 install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/docs/pictures
+  DESTINATION ${documents}
+  COMPONENT development
+  FILES_MATCHING PATTERN "expression-edit-*.png")
+install(
   DIRECTORY ${PROJECT_SOURCE_DIR}/examples
   DESTINATION ${documents}
   COMPONENT development)

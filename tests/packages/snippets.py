@@ -9,6 +9,7 @@ Every fenced block has to be of a kind that is known here. A block of C++ or C i
 or host.c. It is compiled and linked with what pkg-config says, and the text block that follows is what it prints, on
 standard output and standard error in their order. A block of sh is a list of commands for the folder, and one of cmake is
 the CMakeLists.txt of the program before it; either is followed by what it, or the program that it builds, prints.
+A block whose kind is followed by qt is tried by tests/qt/run.
 CHECKOUT is what stands where a project fetches the sources, or has them as third_party/mathexpr; PREFIX, where an
 unpacked archive is.
 """
@@ -20,6 +21,7 @@ import sys
 from pathlib import Path
 
 FENCE = re.compile(r"^```(\w*)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+FOR_QT = re.compile(r"^```\w+ qt\n.*?^```$", re.MULTILINE | re.DOTALL)
 WARNINGS = ["-O1", "-Wall", "-Wextra", "-Wpedantic", "-Werror"]
 COMPILERS = {"cpp": ["c++", "-std=c++17"], "c": ["cc", "-std=c99"]}
 
@@ -68,7 +70,7 @@ def main():
     document, folder, checkout, *prefix = sys.argv[1:]
     folder = Path(folder)
     folder.mkdir(parents=True)
-    text = Path(document).read_text(encoding="utf-8")
+    text = FOR_QT.sub("", Path(document).read_text(encoding="utf-8"))
     blocks = FENCE.findall(text)
     if len(re.findall(r"^\s*(```|~~~)", text, re.MULTILINE)) != 2 * len(blocks):
         raise RuntimeError(f"{document}: a fence that is not closed, indented or of the other kind")
