@@ -18,7 +18,10 @@ import matplotlib
 import numpy as np
 
 matplotlib.use("svg")
-matplotlib.rcParams.update({"svg.hashsalt": "mathexpr", "svg.fonttype": "none"})
+matplotlib.rcParams.update({
+    "svg.hashsalt": "mathexpr", "svg.fonttype": "none", "figure.constrained_layout.use": True, "axes.titlesize": 10,
+    "axes.labelsize": 9, "xtick.labelsize": 8, "ytick.labelsize": 8, "axes.spines.top": False, "axes.spines.right": False,
+})
 import matplotlib.pyplot as plt
 
 FOLDER = Path(sys.argv[1]) if len(sys.argv) > 1 else Path(__file__).resolve().parents[2] / "docs" / "pictures"
@@ -46,10 +49,12 @@ gaps = spacing(holes, np.roll(holes, -1, axis=0))
 assert np.allclose(gaps, 60 * np.sin(np.pi / 8))
 
 figure, axes = plt.subplots(figsize=(4, 4))
-axes.plot(*holes[:, :2].T, "o", markersize=12, fillstyle="none")
-axes.add_patch(plt.Circle((10, 5), 30, fill=False, linestyle=":"))
-axes.set_aspect("equal")
-axes.set_title(f"8 holes, {gaps[0]:.2f} apart")
+axes.add_patch(plt.Circle((10, 5), 30, fill=False, linestyle="-.", linewidth=0.7))
+axes.plot(*holes[:, :2].T, "o", markersize=13, markerfacecolor="white", markeredgewidth=1.5)
+axes.plot(*holes[:, :2].T, "k+", markersize=18, markeredgewidth=0.5)
+axes.plot(10, 5, "k+", markersize=14)
+axes.annotate("hub", (10, 5), textcoords="offset points", xytext=(6, 6), fontsize=9)
+axes.set(aspect="equal", xlabel="x, mm", ylabel="y, mm", title=f"8 holes, {gaps[0]:.2f} mm apart")
 keep(figure, "bolt-circle")
 
 # %% [markdown]
@@ -67,9 +72,11 @@ fits = mathexpr.evaluate_arrays("(gap>0.1)*(gap<0.4)", {"gap": gap}).mean()
 assert abs(gap.mean() - 0.25) < 0.001 and 0.99 < fits < 1
 
 figure, axes = plt.subplots(figsize=(5, 3))
+axes.axvspan(0.1, 0.4, color="tab:green", alpha=0.15, linewidth=0)
 axes.hist(gap, bins=80)
-axes.axvspan(0.1, 0.4, alpha=0.15)
-axes.set_title(f"{fits:.2%} of {count:,} assemblies have a gap from 0.1 to 0.4")
+for limit in (0.1, 0.4):
+    axes.axvline(limit, color="tab:green", linewidth=1)
+axes.set(xlabel="gap, mm", ylabel="assemblies", title=f"{fits:.2%} of {count:,} gaps are from 0.1 to 0.4 mm")
 keep(figure, "tolerance")
 
 # %% [markdown]
@@ -94,12 +101,12 @@ def offset(points, t):
 
 
 figure, axes = plt.subplots(figsize=(4, 4))
-axes.plot(*line[:, :2].T, "k", linewidth=2)
+axes.plot(*line[:, :2].T, "k", linewidth=2, label="line")
 for t in (2, 4, 6):
     moved = offset(line, t)
     sides, moved_sides = np.diff(line, axis=0), np.diff(moved, axis=0)
     assert np.allclose(np.cross(sides, moved_sides), 0)  # parallel, side by side
-    axes.plot(*moved[:, :2].T, linewidth=1)
-axes.set_aspect("equal")
-axes.set_title("offsets by 2, 4 and 6")
+    axes.plot(*moved[:, :2].T, linewidth=1.2, label=f"t = {t}")
+axes.set(aspect="equal", xlabel="x, mm", ylabel="y, mm", title="Offsets of a polyline")
+axes.legend(loc="upper right", frameon=False, fontsize=9)
 keep(figure, "offset")
