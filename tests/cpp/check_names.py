@@ -59,13 +59,15 @@ def python_names(root):
     exported = next(node.value for node in ast.parse((package / "__init__.py").read_text()).body
                     if isinstance(node, ast.Assign) and node.targets[0].id == "__all__")
     names = set(ast.literal_eval(exported))
-    for file in package.glob("*.py"):
-        for node in ast.parse(file.read_text()).body:
-            if isinstance(node, ast.ClassDef) and node.name in PYTHON_CLASSES:
-                members = {item.name for item in node.body if isinstance(item, ast.FunctionDef)}
-                members |= {item.attr for item in ast.walk(node)
-                            if isinstance(item, ast.Attribute) and isinstance(item.ctx, ast.Store)}
-                names |= {f"{node.name}.{member}" for member in members if not member.startswith("_")}
+    classes = {node.name: node for file in package.glob("*.py") for node in ast.parse(file.read_text()).body
+               if isinstance(node, ast.ClassDef)}
+    for name in PYTHON_CLASSES:
+        # A base that is not exported is a part of the class.
+        parts = [classes[name], *(classes[base.id] for base in classes[name].bases if base.id in classes.keys() - names)]
+        members = {item.name for part in parts for item in part.body if isinstance(item, ast.FunctionDef)}
+        members |= {item.attr for part in parts for item in ast.walk(part)
+                    if isinstance(item, ast.Attribute) and isinstance(item.ctx, ast.Store)}
+        names |= {f"{name}.{member}" for member in members if not member.startswith("_")}
     return names
 
 
