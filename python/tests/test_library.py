@@ -88,5 +88,5 @@ def test_help_names_things_as_users_import_them():
         if isinstance(thing, type):
             assert (thing.__module__, thing.__qualname__) == ("mathexpr", name)
             assert pickle.loads(pickle.dumps(thing)) is thing
-    told = pydoc.render_doc(mathexpr.function, renderer=pydoc.plaintext)
+    told = " ".join(pydoc.render_doc(mathexpr.function, renderer=pydoc.plaintext).split()).replace("( ", "(")
     assert "function(text: 'str', *arguments: 'str', points:" in told and ":param points: which arguments are points" in told
