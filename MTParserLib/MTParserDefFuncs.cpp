@@ -40,19 +40,18 @@ constexpr VocabularyEntry describe(mathexpr::VocabularyFamily family, const wcha
     entry.symbol = Item::text.symbol;
     entry.help = Item::text.help;
     entry.description = Item::text.description;
+    entry.isConstant = Item::constant;
     if constexpr (std::is_base_of_v<IMathOperator, Item>)
     {
         entry.isOperator = true;
         entry.isUnary = Item::text.unary;
         entry.nbArgs = Item::text.unary ? 1 : 2;
         entry.precedence = Item::text.precedence;
-        entry.isConstant = true;
         entry.define = defineOperator<Item>;
     }
     else
     {
         entry.nbArgs = Item::text.nbArgs;
-        entry.isConstant = Item::constant;
         entry.define = defineFunction<Item>;
     }
     return entry;

@@ -66,6 +66,10 @@ void MTProgramCopy::refresh() noexcept
 
 Message::Id MTProgramCopy::run()
 {
+    if (program.isConstant())
+    {
+        return Message::None;
+    }
     for (const MTProgramStep& step : program.steps)
     {
         const Message::Id refusal = attempt([&] { return step.evaluate(frame, false); });

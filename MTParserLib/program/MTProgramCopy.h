@@ -29,7 +29,7 @@ public:
     /// Sets the slots to what they are before the first run.
     void refresh() noexcept;
 
-    /// Runs the steps.
+    /// Runs the steps, unless the program is constant.
     /// @return why an item refuses its operands; Message::None with the value in the root
     /// @throws what an item of the host throws, but for the exception with code 15
     Message::Id run();

@@ -26,60 +26,25 @@ using formulas::takesOperands;
 using Fused = std::tuple<AddOp, MinusOp, MultOp, DivOp>;
 inline constexpr std::size_t nbFused = std::tuple_size_v<Fused>;
 
-template <class Item, std::size_t index = 0>
-constexpr std::size_t fusedIndexOf()  // not covered: runs while compiling
+template <class Item, class... Items>
+constexpr std::size_t findFusedIndex(const std::tuple<Items...>* /*all*/)  // not covered: runs while compiling
 {
-    if constexpr (index == nbFused)
-    {
-        return MTScalarKernels::notFused;
-    }
-    else if constexpr (std::is_same_v<Item, std::tuple_element_t<index, Fused>>)
-    {
-        return index;
-    }
-    else
-    {
-        return fusedIndexOf<Item, index + 1>();
-    }
+    std::size_t index = 0;
+    const bool isFused = ((std::is_same_v<Item, Items> || (++index, false)) || ...);
+    return isFused ? index : MTScalarKernels::notFused;
 }
-
-template <class Item>
-using Constancy = decltype(Item::constant);
-
-/// Whether an item comes to the same result when it is computed again.
-template <class Item>
-constexpr bool yieldsSameAgain()  // not covered: runs while compiling
-{
-    if constexpr (hasForm<Constancy, Item>)
-    {
-        return Item::constant;
-    }
-    else
-    {
-        return true;
-    }
-}
-
-template <class Item>
-using NumberFromOne = decltype(double{Item::Formula::of(0.0)});
-template <class Item>
-using NumberFromTwo = decltype(double{Item::Formula::of(0.0, 0.0)});
-
-template <class Item>
-inline constexpr bool ComputesFromOne = yieldsSameAgain<Item>() && hasForm<NumberFromOne, Item>;
-template <class Item>
-inline constexpr bool ComputesFromTwo = yieldsSameAgain<Item>() && hasForm<NumberFromTwo, Item>;
 
 template <class Item>
 using FormulaOf = typename Item::Formula;
 
-/// Whether an item has kernels for operands of these types, double or PointValue.
+/// Whether an item has kernels for operands of these types, double or PointValue. It comes to the same result when it is
+/// computed again.
 template <class Item, class... Operands>
 constexpr bool hasKernels()  // not covered: runs while compiling
 {
     if constexpr (hasForm<FormulaOf, Item>)
     {
-        return yieldsSameAgain<Item>() &&
+        return Item::constant &&
                (takesOperands<FormulaOf<Item>, Operands...> || addsOnto<FormulaOf<Item>, Operands...>);
     }
     else
@@ -261,7 +226,7 @@ constexpr MTScalarKernels makeKernels()  // not covered: runs while compiling
 {
     using Kinds = MTOperandKinds;
     MTScalarKernels item;
-    item.fusedIndex = fusedIndexOf<Item>();
+    item.fusedIndex = findFusedIndex<Item>(static_cast<const Fused*>(nullptr));
     if constexpr (hasForm<FormulaOf, Item>)
     {
         item.readsResult = addsOnto<FormulaOf<Item>, PointValue, PointValue>;

@@ -14,37 +14,6 @@
 
 namespace {
 
-/// The value of a program that needs not be run.
-class ConstantWorker final : public MTBulkWorker
-{
-public:
-    explicit ConstantWorker(const VALTYPE& constant) noexcept : value(constant) {}
-
-    void bind(platform::ArrayView<const MTBoundColumn> /*columns*/, const mathexpr::BulkResults& results) override
-    {
-        writer = MTBulkWriter(results);
-    }
-
-    bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override
-    {
-        bool allDone = true;
-        for (std::size_t j = 0; j < nbRows; ++j)
-        {
-            if (!writer.write(firstRow + j, value))
-            {
-                status[j] = mathexpr::RowStatus::OtherKind;
-                writer.writeFailure(firstRow + j);
-                allDone = false;
-            }
-        }
-        return allDone;
-    }
-
-private:
-    VALTYPE value;
-    MTBulkWriter writer;
-};
-
 /// Records are compared by their bits: items may tell -0 from 0.
 std::array<std::uint64_t, 4> bitsOf(const VALTYPE& record) noexcept
 {
@@ -92,10 +61,6 @@ bool MTBulkPlan::suits(platform::ArrayView<const MTBoundColumn> given, const MTT
 
 std::unique_ptr<MTBulkWorker> MTBulkPlan::makeWorker(platform::ArrayView<const MTBoundColumn> given) const
 {
-    if (program.isConstant())
-    {
-        return std::make_unique<ConstantWorker>(program.getRoot());
-    }
     if (tiles)
     {
         return std::make_unique<MTTileWorker>(*tiles, program, given);

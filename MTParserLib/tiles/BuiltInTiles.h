@@ -33,7 +33,7 @@ bool computeTileRows(const MTTileStep& step, const MTTileContext& context)
     bool refused = false;
     for (std::size_t row = 0; row < context.nbRows; ++row)
     {
-        if constexpr (scalarkernels::ComputesFromOne<Item>)
+        if constexpr (scalarkernels::hasKernels<Item, double>())
         {
             result[row] = computeNoting<Formula>(refused, a[row]);
         }
@@ -62,7 +62,8 @@ constexpr std::uint8_t findTileFormula()  // not covered: runs while compiling
 template <class Item>
 constexpr MTTileCall findTileCall()  // not covered: runs while compiling
 {
-    constexpr bool computes = scalarkernels::ComputesFromOne<Item> || scalarkernels::ComputesFromTwo<Item>;
+    constexpr bool computes =
+        scalarkernels::hasKernels<Item, double>() || scalarkernels::hasKernels<Item, double, double>();
     if constexpr (computes && findTileFormula<Item>() == noTileFormula)
     {
         return computeTileRows<Item>;

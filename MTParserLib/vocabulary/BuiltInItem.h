@@ -112,7 +112,9 @@ template <class Operator>
 class BuiltInOperator : public DescribedOperator
 {
 public:
-    bool isConstant() const final { return true; }
+    static constexpr bool constant = true;
+
+    bool isConstant() const final { return constant; }
 
     bool evaluate(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages) const final
     {
