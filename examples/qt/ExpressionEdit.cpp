@@ -61,7 +61,6 @@ ExpressionEdit::ExpressionEdit(QWidget* parent) : QPlainTextEdit(parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTabChangesFocus(true);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     QTextOption direction = document()->defaultTextOption();
     direction.setTextDirection(Qt::LeftToRight);  // an expression is read so, whatever its names
     document()->setDefaultTextOption(direction);
@@ -81,13 +80,16 @@ ExpressionEdit::ExpressionEdit(QWidget* parent) : QPlainTextEdit(parent)
     list_->header()->setStretchLastSection(false);
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
-    for (QWidget* popup : {static_cast<QWidget*>(tip_), static_cast<QWidget*>(list_)})
-        popup->setAttribute(Qt::WA_WindowPropagation);  // palette and font of the field
+    tip_->setAttribute(Qt::WA_WindowPropagation);  // palette and font of the field
+    list_->setAttribute(Qt::WA_WindowPropagation);
 
     connect(list_, &QTreeWidget::itemClicked, this, &ExpressionEdit::accept);
     connect(this, &QPlainTextEdit::textChanged, this, [this] {
-        if (text() != text_)  // not where only colours have changed
-            refresh();
+        if (text() == text_)
+            return;  // only colours have changed
+        if (!isTyping_)
+            closePopups();
+        refresh();
     });
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] {
         if (isTyping_ || text() != text_)
@@ -133,8 +135,6 @@ void ExpressionEdit::refresh()
         mistake_.start = isPlaced ? unitsIn(0, result.error().start()) : 0;
         mistake_.length = isPlaced ? unitsIn(result.error().start(), result.error().length()) : int(text_.size());
     }
-    if (!isTyping_)
-        closePopups();
     showOutcome();
     emit edited();
 }
@@ -169,8 +169,8 @@ QTextCursor ExpressionEdit::select(std::size_t start, std::size_t length) const
 
 void ExpressionEdit::showOutcome()
 {
-    setFixedHeight(fontMetrics().lineSpacing() + 1 +
-                   2 * (frameWidth() + static_cast<int>(document()->documentMargin())));
+    const int margin = frameWidth() + static_cast<int>(document()->documentMargin());
+    setFixedHeight(fontMetrics().lineSpacing() + 1 + 2 * margin);
     const int space = fontMetrics().horizontalAdvance(' ');
     const QString value = value_ ? "= " + QString::fromStdString(value_->text(valueDigits)) : QString();
     valueLabel_->setText(fontMetrics().elidedText(value, Qt::ElideRight, width() * 2 / 5));
@@ -237,11 +237,8 @@ void ExpressionEdit::openList()
     list_->clear();
     const auto noteKind = [this](std::string_view name) {
         const auto value = options_.resolver(name);
-        return Editor::NameNotes{!value              ? MATHEXPR_VALUE_UNKNOWN
-                                 : value->isNumber() ? MATHEXPR_VALUE_NUMBER
-                                                     : MATHEXPR_VALUE_POINT,
-                                 {},
-                                 {}};
+        const std::uint32_t kind = value && value->isPoint() ? MATHEXPR_VALUE_POINT : MATHEXPR_VALUE_NUMBER;
+        return Editor::NameNotes{value ? kind : std::uint32_t{MATHEXPR_VALUE_UNKNOWN}, {}, {}};
     };
     items_ = editor().completions(utf8(), cursorByte(), {maxRows, {}, noteKind});
     const auto isOfModel = [](const Editor::Completion& item) { return item.kind == MATHEXPR_TOKEN_HOST_NAME; };
@@ -277,7 +274,7 @@ void ExpressionEdit::accept(QTreeWidgetItem* row)
         setTextCursor(select(item.selection.start, item.selection.length));
     };
     list_->hide();
-    follow(insert, false);
+    follow(insert);
 }
 
 void ExpressionEdit::showCallTip()
@@ -313,6 +310,7 @@ QString ExpressionEdit::help(std::size_t byte)
 
 bool ExpressionEdit::showTip(const QString& html, std::size_t byte)
 {
+    tip_->hide();
     tip_->setText(html);
     tip_->adjustSize();
     if (!html.isEmpty())  // on the side where the list is not
@@ -372,12 +370,13 @@ bool ExpressionEdit::viewportEvent(QEvent* event)
 
 void ExpressionEdit::keyPressEvent(QKeyEvent* event)
 {
-    const bool isListOpen = list_->isVisible();
     const int key = event->key();
+    const bool isListOpen = list_->isVisible();
+    const bool isMove = key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
     if (key == Qt::Key_Escape)
     {
         event->setAccepted(isListOpen || tip_->isVisible());
-        isTipClosed_ = isTipClosed_ || !isListOpen;
+        isTipClosed_ = isTipClosed_ || (!isListOpen && tip_->isVisible());
         (isListOpen ? static_cast<QWidget*>(list_) : tip_)->hide();
     }
     else if (key == Qt::Key_Return || key == Qt::Key_Enter)
@@ -398,8 +397,7 @@ void ExpressionEdit::keyPressEvent(QKeyEvent* event)
     }
     else if (key == Qt::Key_Space && event->modifiers() == Qt::ControlModifier)
         openList();
-    else if (isListOpen &&
-             (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown))
+    else if (isListOpen && isMove)
         QCoreApplication::sendEvent(list_, event);
     else
         follow([this, event] { QPlainTextEdit::keyPressEvent(event); },

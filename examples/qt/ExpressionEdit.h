@@ -65,7 +65,7 @@ private:
     mathexpr::Result<mathexpr::Value> evaluate();
     void showOutcome();
     void colour();
-    void follow(const std::function<void()>& change, bool isOffered);
+    void follow(const std::function<void()>& change, bool isOffered = false);
     void openList();
     void accept(QTreeWidgetItem* row);
     void showCallTip();

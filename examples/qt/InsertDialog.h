@@ -39,8 +39,8 @@ public:
         for (ExpressionEdit* field : {width, height, insertion})
         {
             field->setMinimumWidth(50 * fontMetrics().averageCharWidth());
-            field->setModel(options);
             field->setWanted(field == insertion ? MATHEXPR_VALUE_POINT : MATHEXPR_VALUE_NUMBER);
+            field->setModel(options);
         }
     }
 

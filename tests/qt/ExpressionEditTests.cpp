@@ -444,6 +444,15 @@ private slots:
         QCOMPARE(edit->text(), QString());
     }
 
+    void keeps_the_list_when_the_model_changes()
+    {
+        QTest::keyClicks(edit, "sin(wa");
+        edit->refresh();
+        QVERIFY(list->isVisible() && tip->isVisible());
+        QTest::keyClick(edit, Qt::Key_Tab);
+        QCOMPARE(edit->text(), "sin(wall");
+    }
+
     void closes_the_list_when_the_host_sets_the_text()
     {
         QTest::keyClicks(edit, "sin(wa");
@@ -536,6 +545,16 @@ private slots:
         QTest::keyClick(edit, Qt::Key_F1);
         QCOMPARE(lineOfTip(*tip), "wall = 240");
         QVERIFY(!isTaken);
+    }
+
+    void has_nothing_to_explain_in_an_empty_field()
+    {
+        QTest::keyClick(edit, Qt::Key_F1);
+        QVERIFY(!tip->isVisible());
+        QTest::keyClicks(edit, "[");
+        QVERIFY(tip->isVisible());
+        QTest::keyClick(edit, Qt::Key_F1);
+        QVERIFY(!tip->isVisible() || !tip->text().isEmpty());
     }
 
     void explains_what_the_pointer_rests_on()
