@@ -26,7 +26,8 @@
 // MATHEXPR_BUSY (in one of the callbacks that it calls), MATHEXPR_BAD_SIZE, MATHEXPR_BAD_UTF8 or MATHEXPR_BAD_UTF16,
 // MATHEXPR_ZERO_IN_TEXT, MATHEXPR_HOST_CALLBACK_..., MATHEXPR_OUT_OF_MEMORY.
 //
-// Sections: tokens; edits (format, references, rename, literals); diagnostics; signature and hover; completion; typesetting.
+// Sections: tokens; edits (format, references, rename, literals); diagnostics; signature and hover; completion; large
+// models; typesetting.
 #pragma once
 
 #include "mathexpr.h"
@@ -370,7 +371,7 @@ MATHEXPR_C_API mathexpr_status mathexpr_get_hover_utf16(mathexpr_expression* exp
 /// What a host knows of one of its names. All but size is 0 on entry.
 typedef struct mathexpr_name_notes_utf8
 {
-    uint32_t size;            ///< sizeof(mathexpr_name_notes_utf8) of the library, not to be changed.
+    uint32_t size;            ///< sizeof(mathexpr_name_notes_utf8), set by whoever calls.
     uint32_t value_kind;      ///< MATHEXPR_VALUE_...
     const char* description;  ///< One line. The texts are zero-terminated, owned by the host, and valid until the next
                               ///< call; NULL is the empty text.
@@ -380,7 +381,7 @@ typedef struct mathexpr_name_notes_utf8
 /// The same in UTF-16.
 typedef struct mathexpr_name_notes_utf16
 {
-    uint32_t size;        ///< sizeof(mathexpr_name_notes_utf16) of the library, not to be changed.
+    uint32_t size;        ///< sizeof(mathexpr_name_notes_utf16), set by whoever calls.
     uint32_t value_kind;  ///< MATHEXPR_VALUE_...
     const mathexpr_char16*
         description;  ///< One line. The texts are zero-terminated, owned by the host, and valid until the next
@@ -483,6 +484,50 @@ MATHEXPR_C_API mathexpr_status mathexpr_get_completions_utf8(mathexpr_expression
 MATHEXPR_C_API mathexpr_status mathexpr_get_completions_utf16(
     mathexpr_expression* expression, const mathexpr_char16* text, size_t length, size_t cursor,
     const mathexpr_completion_options_utf16* options, mathexpr_completions_utf16* completions) MATHEXPR_NOEXCEPT;
+
+// ----- large models ----------------------------------------------------------
+
+/// The names of a large model, ordered once so that no keystroke has to walk through all of them: they need not be listed by
+/// get_name. Of the names that match what has been typed, completion considers those of recent and as many others as it may
+/// offer, at least 256, in alphabetical order. Created by mathexpr_create_name_index, owned by the caller, destroyed by
+/// mathexpr_destroy_name_index. Several expressions may use one. It is used by one thread at a time, together with them.
+typedef struct mathexpr_name_index mathexpr_name_index;
+
+/// Creates an index without names.
+/// @param index  receives the handle
+/// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT, MATHEXPR_OUT_OF_MEMORY
+MATHEXPR_C_API mathexpr_status mathexpr_create_name_index(mathexpr_name_index** index) MATHEXPR_NOEXCEPT;
+
+/// Destroys an index. Expressions that use it keep its names.
+/// @param index  NULL has no effect
+/// @return MATHEXPR_OK, MATHEXPR_STALE_HANDLE
+MATHEXPR_C_API mathexpr_status mathexpr_destroy_name_index(mathexpr_name_index* index) MATHEXPR_NOEXCEPT;
+
+/// Adds a name, or replaces what is known of it. The empty name has no effect.
+/// @param notes  copied; shown by completion unless get_notes tells others; NULL: nothing is known
+/// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT, MATHEXPR_STALE_HANDLE, MATHEXPR_BAD_SIZE, MATHEXPR_BAD_OPTION (an unlisted
+///         kind), MATHEXPR_BAD_UTF8 or MATHEXPR_BAD_UTF16, MATHEXPR_ZERO_IN_TEXT, MATHEXPR_OUT_OF_MEMORY
+MATHEXPR_C_API mathexpr_status mathexpr_add_indexed_name_utf8(mathexpr_name_index* index, const char* name,
+                                                              size_t length,
+                                                              const mathexpr_name_notes_utf8* notes) MATHEXPR_NOEXCEPT;
+MATHEXPR_C_API mathexpr_status mathexpr_add_indexed_name_utf16(mathexpr_name_index* index, const mathexpr_char16* name,
+                                                               size_t length, const mathexpr_name_notes_utf16* notes)
+    MATHEXPR_NOEXCEPT;
+
+/// Removes a name.
+/// @return as mathexpr_add_indexed_name_utf8; MATHEXPR_NOT_FOUND for a name that is not there
+MATHEXPR_C_API mathexpr_status mathexpr_remove_indexed_name_utf8(mathexpr_name_index* index, const char* name,
+                                                                 size_t length) MATHEXPR_NOEXCEPT;
+MATHEXPR_C_API mathexpr_status mathexpr_remove_indexed_name_utf16(mathexpr_name_index* index,
+                                                                  const mathexpr_char16* name,
+                                                                  size_t length) MATHEXPR_NOEXCEPT;
+
+/// Lets an expression find the names of an index, beside those of get_name. Names that are added or removed later count
+/// from the next call on.
+/// @param index  NULL: of none
+/// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT (expression), MATHEXPR_STALE_HANDLE (either), MATHEXPR_BUSY
+MATHEXPR_C_API mathexpr_status mathexpr_set_name_index(mathexpr_expression* expression,
+                                                       const mathexpr_name_index* index) MATHEXPR_NOEXCEPT;
 
 // ----- typesetting -----------------------------------------------------------
 

@@ -25,6 +25,7 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -147,7 +148,64 @@ public:
         std::string unavailable{};     ///< As of NameNotes.
     };
 
+    /// The names of a large model, which no keystroke has to walk through; see mathexpr_name_index.
+    class NameIndex
+    {
+    public:
+        static Result<NameIndex> tryCreate()
+        {
+            mathexpr_name_index* made = nullptr;
+            const mathexpr_status status = mathexpr_create_name_index(&made);
+            return status == MATHEXPR_OK ? Result<NameIndex>(NameIndex(made))
+                                         : Result<NameIndex>(detail::errorOfStatus(status));
+        }
+#if MATHEXPR_HAS_EXCEPTIONS
+        NameIndex() : NameIndex(tryCreate().value()) {}
+#endif
+
+        /// Adds a name, or replaces what is known of it.
+        Result<void> tryAdd(std::string_view name, const NameNotes& notes)
+        {
+            mathexpr_name_notes_utf8 given = sized<mathexpr_name_notes_utf8>();
+            given.value_kind = notes.valueKind;
+            given.description = notes.description.c_str();
+            given.unavailable = notes.unavailable.c_str();
+            const auto status = mathexpr_add_indexed_name_utf8(handle_.get(), name.data(), name.size(), &given);
+            return status == MATHEXPR_OK ? Result<void>() : Result<void>(detail::errorOfText(status, name));
+        }
+#if MATHEXPR_HAS_EXCEPTIONS
+        void add(std::string_view name, const NameNotes& notes)
+        {
+            tryAdd(name, notes).value();
+        }
+#endif
+
+        /// @return whether there was such a name
+        bool remove(std::string_view name)
+        {
+            return mathexpr_remove_indexed_name_utf8(handle_.get(), name.data(), name.size()) == MATHEXPR_OK;
+        }
+
+    private:
+        friend class Editor;
+
+        struct Destroy
+        {
+            void operator()(mathexpr_name_index* index) const noexcept { mathexpr_destroy_name_index(index); }
+        };
+
+        explicit NameIndex(mathexpr_name_index* handle) noexcept : handle_(handle) {}
+
+        std::unique_ptr<mathexpr_name_index, Destroy> handle_;
+    };
+
     explicit Editor(Expression& expression) noexcept : session_(expression.session_.get()) {}
+
+    /// Lets the expression find the names of an index beside Options::names. The expression keeps what it needs of it.
+    Result<void> tryUseNames(const NameIndex& index)
+    {
+        return detail::resultOf(mathexpr_set_name_index(handle(), index.handle_.get()));
+    }
 
     /// Splits a text into tokens, for colours and for the partner of a bracket.
     Result<std::vector<Token>> tryTokens(std::string_view text)
@@ -321,6 +379,10 @@ public:
     }
 
 #if MATHEXPR_HAS_EXCEPTIONS
+    void useNames(const NameIndex& index)
+    {
+        tryUseNames(index).value();
+    }
     std::vector<Token> tokens(std::string_view text)
     {
         return tryTokens(text).value();

@@ -49,7 +49,7 @@ void offerFunctions(NameSuggestions& suggestions, const MTParserRegistrar& regis
     }
 }
 
-void offerValues(NameSuggestions& suggestions, const KnownNames& names)
+void offerValues(NameSuggestions& suggestions, const KnownNames& names, std::wstring_view misspelt)
 {
     const MTParserRegistrar& registrar = names.registrar();
     for (std::size_t index = 0; index < registrar.getNbConstants(); ++index)
@@ -62,6 +62,10 @@ void offerValues(NameSuggestions& suggestions, const KnownNames& names)
     }
     std::for_each(names.hostNames().begin(), names.hostNames().end(),
                   [&suggestions](const std::wstring& name) { suggestions.offer(name); });
+    for (const std::wstring& name : names.indexedNear(misspelt))
+    {
+        suggestions.offer(name);
+    }
 }
 
 /// Before a bracket only a function can be meant; elsewhere whatever has a value, and a function that lost its
@@ -71,7 +75,7 @@ std::vector<std::wstring> suggestionsFor(const MTFailure& failure, const KnownNa
     NameSuggestions suggestions(failure.itemName);
     if (failure.message == Message::UnknownName)
     {
-        offerValues(suggestions, names);
+        offerValues(suggestions, names, failure.itemName);
     }
     offerFunctions(suggestions, names.registrar());
     return suggestions.take();

@@ -8,6 +8,8 @@
 
 namespace mathexpr {
 
+class NameIndex;
+
 /// Implemented by the host in addition to IMathExprService. The host owns the object. The slot order is part of the interface.
 class IMathExprNameSource
 {
@@ -19,6 +21,9 @@ public:
     /// the names.
     /// @return a name, zero-terminated and valid until the next call; null after the last one
     virtual const wchar_t* getName(std::uint32_t index) const = 0;
+
+    /// Slot 2: names beside these that the library looks up instead of asking for all of them.
+    virtual const NameIndex* getIndex() const { return nullptr; }
 };
 
 }

@@ -56,11 +56,11 @@ mathexpr_status create(const typename Encoding::Options* given, mathexpr_express
     });
 }
 
+}
+
 void offerNames(MathExpression& object, const HostCallbacks& host) noexcept
 {
     mathexpr::setNameSource(object, host.offersNames() ? &host : nullptr);
-}
-
 }
 
 mathexpr_expression::mathexpr_expression(bool silent, std::shared_ptr<HostCallbacks> callbacks)

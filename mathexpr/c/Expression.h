@@ -126,6 +126,9 @@ private:
     std::tuple<Answers<Utf8>, Answers<Utf16>> answersByEncoding;
 };
 
+/// Lets an expression object ask its host for names, where the host has any.
+void offerNames(MathExpression& object, const HostCallbacks& host) noexcept;
+
 /// Calls work with the expression behind a handle, also while another call on it waits for the host.
 template <class Work>
 mathexpr_status readExpression(const mathexpr_expression* handle, Work work) noexcept

@@ -65,6 +65,10 @@ bool EncodedHostCallbacks<Encoding>::lookupValue(const wchar_t* name, VALTYPE& v
 template <class Encoding>
 const wchar_t* EncodedHostCallbacks<Encoding>::getName(std::uint32_t index) const
 {
+    if (options.get_name == nullptr)
+    {
+        return nullptr;  // where the host has an index alone
+    }
     const typename Encoding::Unit* const name = callHost([&] { return options.get_name(options.context, index); });
     if (name == nullptr)
     {
@@ -92,28 +96,36 @@ mathexpr::NameNotes EncodedNameNotes<Encoding>::getNotes(const wchar_t* wide) co
     typename Encoding::NameNotes answer{};
     answer.size = sizeof(answer);
     const std::int32_t known = callHost([&] { return getNotesOf(context, name.c_str(), name.size(), &answer); });
-    mathexpr::NameNotes notes;
-    switch (known)
+    if (known == MATHEXPR_LOOKUP_REFUSED)
     {
-    case MATHEXPR_LOOKUP_NOT_KNOWN:
-        return notes;
-    case MATHEXPR_LOOKUP_REFUSED:
         throw HostCallbackFailure{MATHEXPR_HOST_CALLBACK_REFUSED};
-    default:
-        break;
     }
-    const auto takes = [](const typename Encoding::Unit* text, std::wstring& taken) {
-        return text == nullptr || takeText<Encoding>(text, MATHEXPR_ZERO_TERMINATED, taken) == MATHEXPR_OK;
-    };
-    if (known != MATHEXPR_LOOKUP_FOUND || answer.value_kind > MATHEXPR_VALUE_EITHER ||
-        !takes(answer.description, notes.description) || !takes(answer.unavailable, notes.unavailable))
+    mathexpr::NameNotes notes;
+    if (known != MATHEXPR_LOOKUP_NOT_KNOWN &&
+        (known != MATHEXPR_LOOKUP_FOUND || takeNotes<Encoding>(answer, notes) != MATHEXPR_OK))
     {
         throw HostCallbackFailure{MATHEXPR_HOST_CALLBACK_BAD_ANSWER};
     }
-    notes.kind = static_cast<mathexpr::ValueKind>(answer.value_kind);
     return notes;
 }
 
+template <class Encoding>
+mathexpr_status takeNotes(const typename Encoding::NameNotes& given, mathexpr::NameNotes& taken)
+{
+    if (given.value_kind > MATHEXPR_VALUE_EITHER)
+    {
+        return MATHEXPR_BAD_OPTION;
+    }
+    taken.kind = static_cast<mathexpr::ValueKind>(given.value_kind);
+    const auto take = [](const typename Encoding::Unit* text, std::wstring& own) {
+        return text == nullptr ? MATHEXPR_OK : takeText<Encoding>(text, MATHEXPR_ZERO_TERMINATED, own);
+    };
+    const mathexpr_status status = take(given.description, taken.description);
+    return status == MATHEXPR_OK ? take(given.unavailable, taken.unavailable) : status;
+}
+
+template mathexpr_status takeNotes<Utf8>(const mathexpr_name_notes_utf8& given, mathexpr::NameNotes& taken);
+template mathexpr_status takeNotes<Utf16>(const mathexpr_name_notes_utf16& given, mathexpr::NameNotes& taken);
 template class EncodedHostCallbacks<Utf8>;
 template class EncodedHostCallbacks<Utf16>;
 template class EncodedNameNotes<Utf8>;

@@ -10,10 +10,12 @@
 #include "mathexpr/IMathExprNameSource.h"
 #include "mathexpr/IMathExprService.h"
 #include "mathexpr/MessageDisplay.h"
+#include "mathexpr/NameIndex.h"
 #include "mathexpr/c/Encoding.h"
 
 #include <mathexpr.h>
 
+#include <memory>
 #include <string>
 
 /// Thrown through the library, from a callback to the boundary.
@@ -47,9 +49,12 @@ public:
     virtual bool answersNames() const noexcept = 0;
     virtual bool offersNames() const noexcept = 0;
 
+    const mathexpr::NameIndex* getIndex() const override { return nameIndex.get(); }
+
     /// Without a function where the host shows no messages itself.
     const mathexpr::ProcessMessageDisplay& display() const noexcept { return messageDisplay; }
 
+    std::shared_ptr<const mathexpr::NameIndex> nameIndex;
     bool isCalled = false;         ///< A call is under way that changes the expression or runs it.
     bool isAskedForNames = false;  ///< One is that makes a diagnostic.
 
@@ -64,7 +69,7 @@ public:
     explicit EncodedHostCallbacks(const typename Encoding::Options& options) noexcept;
 
     bool answersNames() const noexcept override { return options.lookup != nullptr; }
-    bool offersNames() const noexcept override { return options.get_name != nullptr; }
+    bool offersNames() const noexcept override { return options.get_name != nullptr || nameIndex != nullptr; }
 
     bool lookupValue(const wchar_t* name, VALTYPE& value) const override;
     const wchar_t* getName(std::uint32_t index) const override;
@@ -75,6 +80,10 @@ private:
     const typename Encoding::Options options;
     mutable std::wstring offeredName;
 };
+
+/// @return MATHEXPR_OK, MATHEXPR_BAD_OPTION for an unlisted kind, or what takeText answers for a text
+template <class Encoding>
+mathexpr_status takeNotes(const typename Encoding::NameNotes& given, mathexpr::NameNotes& taken);
 
 /// The callback that tells what the host knows of its names, during one call.
 template <class Encoding>

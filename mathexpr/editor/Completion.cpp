@@ -16,6 +16,7 @@
 #include "mathexpr/editor/TextReading.h"
 #include "mathexpr/editor/Trial.h"
 #include "mathexpr/editor/UnitNames.h"
+#include "mathexpr/hints/NameWords.h"
 #include "platform/FloatingPointGuard.h"
 
 #include <algorithm>
@@ -36,19 +37,6 @@ bool beginsWith(std::wstring_view text, std::wstring_view beginning)
 bool beginsAlike(std::wstring_view text, std::wstring_view beginning)
 {
     return sameIgnoringCase(text.substr(0, beginning.size()), beginning);
-}
-
-bool isLetter(wchar_t character)
-{
-    const wchar_t folded = foldCase(character);
-    return folded >= L'a' && folded <= L'z';
-}
-
-/// Whether a word begins at a character of a name: "mm" in "i2mm", "Pipe" in "innerPipe", "wall" in "outer_wall".
-bool beginsWord(std::wstring_view name, std::size_t at)
-{
-    const bool isUpper = name[at] != foldCase(name[at]);
-    return isLetter(name[at]) && (!isLetter(name[at - 1]) || (isUpper && name[at - 1] == foldCase(name[at - 1])));
 }
 
 /// Whether a word of the text, after its first, begins so.
@@ -154,6 +142,9 @@ CompletedPlace placeAt(const MathExpression& expression, const TextReading& read
     }
     return place;
 }
+
+/// Names of an index that are considered, even where fewer are offered: the best of them are.
+constexpr std::size_t leastConsidered = 256;
 
 class Completer
 {
@@ -272,33 +263,69 @@ private:
 
     void addHostNames()
     {
+        const std::size_t considered = std::max<std::size_t>(options.maxCount, leastConsidered);
+        const std::vector<std::wstring> indexed = reading.names().indexedMatching(place.typed, considered);
         std::unordered_set<std::wstring_view> seen;
+        const auto addOnce = [&](const std::wstring& name, const NameNotes* known) {
+            if (isHostsAlone(name) && seen.insert(name).second)
+            {
+                addHostName(name, known);
+            }
+        };
         for (const std::wstring& name : reading.names().hostNames())
         {
-            const bool isOwn = reading.names().registrar().findVariableDefinition(name) != nullptr ||
-                               reading.names().registrar().findConstant(name) != MTParserRegistrar::notFound;
-            if (isOwn || name.empty() || !canBeWritten(name) || !seen.insert(name).second)
+            addOnce(name, nullptr);
+        }
+        for (const std::wstring& name : options.recent)
+        {
+            const NameNotes* const known = reading.names().findIndexed(name);
+            if (known != nullptr)
             {
-                continue;
+                addOnce(name, known);
             }
-            CompletionItem item;
-            item.kind = TokenKind::HostName;
-            if (options.notes != nullptr)
-            {
-                addNotes(item, name);
-            }
-            addName(std::move(item), name);
+        }
+        for (const std::wstring& name : indexed)
+        {
+            addOnce(name, reading.names().findIndexed(name));
         }
     }
 
-    /// Asks for the notes of a name that may match.
-    void addNotes(CompletionItem& item, const std::wstring& name) const
+    /// Whether a name means what the host says, and not something of the language or a variable.
+    bool isHostsAlone(const std::wstring& name) const
     {
-        const platform::HostFloatingPoint hostsWords;
-        NameNotes notes = options.notes->getNotes(name.c_str());
+        const MTParserRegistrar& registrar = reading.names().registrar();
+        const bool isOwn = registrar.findVariableDefinition(name) != nullptr ||
+                           registrar.findConstant(name) != MTParserRegistrar::notFound;
+        return !isOwn && !name.empty() && canBeWritten(name);
+    }
+
+    /// @param known  notes of an index; null for a name that is in none
+    void addHostName(const std::wstring& name, const NameNotes* known)
+    {
+        CompletionItem item;
+        item.kind = TokenKind::HostName;
+        if (options.notes != nullptr)
+        {
+            addNotes(item, getNotes(name));
+        }
+        else if (known != nullptr)
+        {
+            addNotes(item, *known);
+        }
+        addName(std::move(item), name);
+    }
+
+    static void addNotes(CompletionItem& item, NameNotes notes)
+    {
         item.valueKind = notes.kind;
         item.description = std::move(notes.description);
         item.unavailable = std::move(notes.unavailable);
+    }
+
+    NameNotes getNotes(const std::wstring& name) const
+    {
+        const platform::HostFloatingPoint hostsWords;
+        return options.notes->getNotes(name.c_str());
     }
 
     /// Whether an expression can read a name of the host's and define it.

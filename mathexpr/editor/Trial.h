@@ -58,6 +58,7 @@ private:
 
     bool lookupValue(const wchar_t* name, VALTYPE& value) const override;
     const wchar_t* getName(std::uint32_t index) const override;
+    const NameIndex* getIndex() const override { return names.index(); }
 
     const MathExpression& original;
     const KnownNames& names;

@@ -5,6 +5,7 @@
 #include "mathexpr/hints/KnownNames.h"
 
 #include "MTParserLib/names/MTNameIndex.h"
+#include "mathexpr/hints/NameEntries.h"
 #include "platform/FloatingPointGuard.h"
 
 #include <utility>
@@ -42,10 +43,33 @@ const std::vector<std::wstring>& KnownNames::hostNames() const
     return offered().inOrder;
 }
 
+const NameIndex* KnownNames::index() const
+{
+    return source == nullptr ? nullptr : source->getIndex();
+}
+
+std::vector<std::wstring> KnownNames::indexedMatching(std::wstring_view typed, std::size_t maxCount) const
+{
+    const NameIndex* const own = index();
+    return own == nullptr ? std::vector<std::wstring>() : own->entries->matching(typed, maxCount);
+}
+
+std::vector<std::wstring> KnownNames::indexedNear(std::wstring_view name) const
+{
+    const NameIndex* const own = index();
+    return own == nullptr ? std::vector<std::wstring>() : own->entries->near(name);
+}
+
+const NameNotes* KnownNames::findIndexed(std::wstring_view name) const
+{
+    const NameIndex* const own = index();
+    return own == nullptr ? nullptr : own->entries->find(name);
+}
+
 bool KnownNames::isNamedValue(std::wstring_view word) const
 {
     return items.findConstant(word) != MTParserRegistrar::notFound || items.findVariableDefinition(word) != nullptr ||
-           offered().all.count(word) != 0;
+           offered().all.count(word) != 0 || findIndexed(word) != nullptr;
 }
 
 bool KnownNames::isFunction(std::wstring_view word) const noexcept

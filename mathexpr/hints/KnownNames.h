@@ -8,6 +8,7 @@
 #include "MTParserLib/MTParserRegistrar.h"
 #include "mathexpr/IMathExprNameSource.h"
 #include "mathexpr/IMathExprService.h"
+#include "mathexpr/NameIndex.h"
 
 #include <cstdint>
 #include <optional>
@@ -30,9 +31,16 @@ public:
 
     const MTParserRegistrar& registrar() const noexcept { return items; }
 
-    /// In the host's order.
+    /// In the host's order; without those of an index.
     /// @throws what the name source throws
     const std::vector<std::wstring>& hostNames() const;
+
+    /// Null where the host has none.
+    const NameIndex* index() const;
+    /// See NameEntries.h; empty and null without an index.
+    std::vector<std::wstring> indexedMatching(std::wstring_view typed, std::size_t maxCount) const;
+    std::vector<std::wstring> indexedNear(std::wstring_view name) const;
+    const NameNotes* findIndexed(std::wstring_view name) const;
 
     bool isNumber(std::wstring_view word) const noexcept { return items.isNumber(word); }
     /// Whether the word is the name of a constant, of a variable, or of something that the host offers.

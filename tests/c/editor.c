@@ -6,6 +6,7 @@
 #include "tests/c/throwing_host.h"
 
 #include <mathexpr_editor.h>
+#include <stddef.h>
 #include <string.h>
 
 /* Two bytes or one unit, and four bytes or two units. */
@@ -350,6 +351,68 @@ void test_editor_name_notes(void)
     options.get_notes = throwing_get_notes;
     CHECK_STATUS(mathexpr_get_completions_utf8(expression, "depth", ZT, 5, &options, &completions),
                  MATHEXPR_HOST_CALLBACK_THREW);
+    CHECK_OK(mathexpr_destroy(expression));
+}
+
+void test_editor_name_index(void)
+{
+    static const mathexpr_char16 umlaut16[] = {'d', 0xE4, 0};
+    mathexpr_name_index* index = NULL;
+    mathexpr_expression* expression = plain();
+    mathexpr_name_notes_utf8 notes = {sizeof(notes), MATHEXPR_VALUE_POINT, "of the hole", NULL};
+    mathexpr_name_notes_utf16 notes16 = {sizeof(notes16), MATHEXPR_VALUE_NUMBER, NULL, NULL};
+    mathexpr_tokens tokens = {sizeof(tokens), 0, NULL, 0};
+    mathexpr_completions_utf8 completions = {sizeof(completions), 0, NULL, 0};
+
+    CHECK_STATUS(mathexpr_create_name_index(NULL), MATHEXPR_NULL_ARGUMENT);
+    CHECK_OK(mathexpr_create_name_index(&index));
+    CHECK_OK(mathexpr_add_indexed_name_utf8(index, "d_axis", ZT, &notes));
+    notes16.unavailable = wide("not here");
+    CHECK_OK(mathexpr_add_indexed_name_utf16(index, umlaut16, ZT, &notes16));
+    CHECK_OK(mathexpr_add_indexed_name_utf8(index, "d", ZT, NULL));
+    CHECK_OK(mathexpr_set_name_index(expression, index));
+
+    CHECK_OK(mathexpr_get_tokens_utf8(expression, "d_axis+unknown", ZT, &tokens));
+    CHECK_EQUAL(tokens.tokens[0].kind, MATHEXPR_TOKEN_HOST_NAME);
+    CHECK_EQUAL(tokens.tokens[2].kind, MATHEXPR_TOKEN_UNKNOWN_NAME);
+    CHECK_OK(mathexpr_remove_indexed_name_utf8(index, "d", ZT));
+    CHECK_STATUS(mathexpr_remove_indexed_name_utf16(index, wide("d"), ZT), MATHEXPR_NOT_FOUND);
+    CHECK_OK(mathexpr_get_tokens_utf8(expression, "d", ZT, &tokens));
+    CHECK_EQUAL(tokens.tokens[0].kind, MATHEXPR_TOKEN_UNKNOWN_NAME);
+
+    CHECK_STATUS(mathexpr_add_indexed_name_utf8(NULL, "d", ZT, NULL), MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_add_indexed_name_utf8(index, NULL, 1, NULL), MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_add_indexed_name_utf8(index, "\xFF", ZT, &notes), MATHEXPR_BAD_UTF8);
+    CHECK_STATUS(mathexpr_remove_indexed_name_utf8(index, "a\0b", 3), MATHEXPR_ZERO_IN_TEXT);
+    notes.value_kind = MATHEXPR_VALUE_EITHER + 1;
+    CHECK_STATUS(mathexpr_add_indexed_name_utf8(index, "d", ZT, &notes), MATHEXPR_BAD_OPTION);
+    notes.size = 3;
+    CHECK_STATUS(mathexpr_add_indexed_name_utf8(index, "d", ZT, &notes), MATHEXPR_BAD_SIZE);
+    /* An earlier version's notes had no texts: what stands there is not read. */
+    notes.size = offsetof(mathexpr_name_notes_utf8, description);
+    notes.value_kind = MATHEXPR_VALUE_NUMBER;
+    notes.description = "\xFF";
+    CHECK_OK(mathexpr_add_indexed_name_utf8(index, "d_early", ZT, &notes));
+
+    CHECK_OK(mathexpr_destroy_name_index(index));
+    CHECK_OK(mathexpr_destroy_name_index(NULL));
+    CHECK_OK(mathexpr_get_completions_utf8(expression, "d_", ZT, 2, NULL, &completions));
+    CHECK_EQUAL(completions.item_count, 2);
+    CHECK_TEXT(completions.items[0].name, "d_axis");
+    CHECK_TEXT(completions.items[0].description, "of the hole");
+    CHECK_TEXT(completions.items[1].name, "d_early");
+    CHECK_OK(mathexpr_get_completions_utf8(expression, "d" UMLAUT, ZT, 3, NULL, &completions));
+    CHECK_EQUAL(completions.item_count, 1);
+    CHECK_TEXT(completions.items[0].unavailable, "not here");
+    if (mathexpr_checks_handles())
+    {
+        CHECK_STATUS(mathexpr_set_name_index(expression, index), MATHEXPR_STALE_HANDLE);
+        CHECK_STATUS(mathexpr_add_indexed_name_utf8(index, "d", ZT, NULL), MATHEXPR_STALE_HANDLE);
+    }
+    CHECK_OK(mathexpr_set_name_index(expression, NULL));
+    CHECK_OK(mathexpr_get_tokens_utf8(expression, "d_axis", ZT, &tokens));
+    CHECK_EQUAL(tokens.tokens[0].kind, MATHEXPR_TOKEN_UNKNOWN_NAME);
+    CHECK_STATUS(mathexpr_set_name_index(NULL, NULL), MATHEXPR_NULL_ARGUMENT);
     CHECK_OK(mathexpr_destroy(expression));
 }
 

@@ -232,6 +232,28 @@ TEST(HostEditorNames, TellsWhatTheHostKnowsOfThem)
     EXPECT_EQ(editor.completions("mod", 3).size(), 2u);
 }
 
+TEST_F(HostEditor, FindsTheNamesOfAnIndex)
+{
+    {
+        Editor::NameIndex names;
+        names.add("w_origin", {MATHEXPR_VALUE_POINT, "where it begins", ""});
+        names.add("w_depth", {MATHEXPR_VALUE_NUMBER, "", "depends on this field"});
+        names.add("w_gone", {});
+        EXPECT_TRUE(names.remove("w_gone"));
+        EXPECT_FALSE(names.remove("w_gone"));
+        EXPECT_FALSE(names.tryAdd("\xFF", {}));
+        EXPECT_THROW(names.add("w_odd", {MATHEXPR_VALUE_EITHER + 1, "", ""}), mathexpr::Error);
+        editor.useNames(names);
+    }
+    const std::vector<Editor::Completion> items = editor.completions("w", 1);
+    ASSERT_EQ(items.size(), 3u);
+    EXPECT_EQ(items[0].name, "w\xC3\xA4");
+    EXPECT_EQ(items[1].name, "w_origin");
+    EXPECT_EQ(items[1].description, "where it begins");
+    EXPECT_EQ(items[2].unavailable, "depends on this field");
+    EXPECT_EQ(editor.diagnose("w_depth+1").state, static_cast<std::uint32_t>(MATHEXPR_TYPING_COMPLETE));
+}
+
 TEST_F(HostEditor, FailsWithTheTextAtFault)
 {
     const auto text = editor.tryTokens("1+\xFF");

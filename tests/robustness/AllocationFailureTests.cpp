@@ -256,6 +256,22 @@ Operation editing(const std::wstring& text)
             }};
 }
 
+/// Builds an index of names and completes with it.
+Operation indexing()
+{
+    return {"indexing", [](Subject&) {},
+            [](Subject& subject) {
+                mathexpr::NameIndex names;
+                names.add(L"outerWall_depth", {mathexpr::ValueKind::Number, L"depth", L""});
+                names.add(L"n1");
+                names.remove(L"n1");
+                mathexpr::setNameSource(subject.expression, &names);
+                const std::size_t count = mathexpr::getCompletions(subject.expression, L"wall", 4).size();
+                mathexpr::setNameSource(subject.expression, nullptr);
+                return std::optional(number(static_cast<double>(count)));
+            }};
+}
+
 Operation inBulk(const std::wstring& text, std::uint32_t nbThreads, std::size_t nbRows = 4096)
 {
     return {"bulk on " + std::to_string(nbThreads) + ": " + std::string(text.begin(), text.end()),
@@ -360,6 +376,7 @@ const std::vector<Operation>& operations()
         {
             list.push_back(editing(text));
         }
+        list.push_back(indexing());
         list.push_back({"construct", nothing, [](Subject&) {
                             const MathExpression another(false, &host);
                             return std::optional<VALTYPE>();

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// NameWords.h - the words that a name is made of: "mm" in "i2mm", "Pipe" in "innerPipe", "wall" in "outer_wall".
+#pragma once
+
+#include "MTParserLib/names/MTNameIndex.h"
+
+#include <cstddef>
+#include <string_view>
+
+namespace mathexpr {
+
+inline bool isLetter(wchar_t character) noexcept
+{
+    const wchar_t folded = foldCase(character);
+    return folded >= L'a' && folded <= L'z';
+}
+
+/// Whether a word begins at a character of a name behind the first.
+inline bool beginsWord(std::wstring_view name, std::size_t at) noexcept
+{
+    const bool isUpper = name[at] != foldCase(name[at]);
+    return isLetter(name[at]) && (!isLetter(name[at - 1]) || (isUpper && name[at - 1] == foldCase(name[at - 1])));
+}
+
+}

@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// NameIndexTests.cpp - the services find the names of an index as they find those of a list, and walk through none.
+#include "mathexpr/Diagnostics.h"
+#include "mathexpr/EditorServices.h"
+#include "mathexpr/Variables.h"
+#include "tests/editor/EditorTexts.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using mathexpr::NameNotes;
+using mathexpr::ValueKind;
+
+class NameIndex : public testing::Test
+{
+protected:
+    NameIndex() { mathexpr::setNameSource(expression, &names); }
+
+    std::vector<std::wstring> completed(const std::wstring& text,
+                                        const mathexpr::CompletionOptions& options = mathexpr::CompletionOptions())
+    {
+        std::vector<std::wstring> found;
+        const auto cursor = static_cast<std::uint32_t>(text.size());
+        for (const auto& item : mathexpr::getCompletions(expression, text.c_str(), cursor, options))
+        {
+            if (item.kind == mathexpr::TokenKind::HostName)
+            {
+                found.push_back(item.name);
+            }
+        }
+        return found;
+    }
+
+    mathexpr::NameIndex names;
+    MathExpression expression{true, nullptr};
+};
+
+using Names = std::vector<std::wstring>;
+
+TEST_F(NameIndex, FindsNamesByBeginningAndByWord)
+{
+    names.add(L"Quill_Axis");
+    names.add(L"quill_zone");
+    names.add(L"innerQuill");
+    names.add(L"aquill");
+    EXPECT_EQ(completed(L"quill"), (Names{L"quill_zone", L"Quill_Axis", L"innerQuill"}));
+    EXPECT_EQ(completed(L"quill_a"), (Names{L"Quill_Axis"}));
+    EXPECT_EQ(completed(L"zon"), (Names{L"quill_zone"}));
+    EXPECT_TRUE(completed(L"quilt").empty());
+    mathexpr::CompletionOptions all;
+    all.maxCount = 1000;
+    EXPECT_EQ(completed(L"", all).size(), 4U);
+}
+
+TEST_F(NameIndex, IsUpdatedByName)
+{
+    names.add(L"quill_a", {ValueKind::Point, L"first", L""});
+    names.add(L"quill_a", {ValueKind::Number, L"second", L""});
+    const auto items = mathexpr::getCompletions(expression, L"quill", 5);
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(items[0].valueKind, ValueKind::Number);
+    EXPECT_EQ(items[0].description, L"second");
+    EXPECT_FALSE(names.remove(L"QUILL_A"));
+    EXPECT_TRUE(names.remove(L"quill_a"));
+    EXPECT_TRUE(completed(L"quill").empty());
+    EXPECT_TRUE(completed(L"a").empty());
+    names.add(nullptr);
+    names.add(L"");
+    EXPECT_FALSE(names.remove(nullptr));
+    EXPECT_FALSE(names.remove(L""));
+    EXPECT_EQ(names.getName(0), nullptr);
+}
+
+TEST_F(NameIndex, TellsKindsAndReasons)
+{
+    names.add(L"quill_p", {ValueKind::Point, L"", L""});
+    names.add(L"quill_q");
+    names.add(L"quill_r", {ValueKind::Number, L"", L"depends on this field"});
+    names.add(L"quill_long", {ValueKind::Number, L"", L""});
+    EXPECT_EQ(completed(L"sin(quill"), (Names{L"quill_long", L"quill_r", L"quill_q"}));
+
+    class Notes final : public mathexpr::IMathExprNameNotes
+    {
+    public:
+        NameNotes getNotes(const wchar_t*) const override { return {ValueKind::Point, L"asked for", L""}; }
+    };
+    const Notes notes;
+    mathexpr::CompletionOptions options;
+    options.notes = &notes;
+    EXPECT_TRUE(completed(L"sin(quill", options).empty());
+    EXPECT_EQ(completed(L"quill", options).size(), 4U);
+}
+
+TEST_F(NameIndex, GivesWayToVariablesAndConstants)
+{
+    names.add(L"quill");
+    names.add(L"pi");
+    mathexpr::setVariable(expression, L"Quill", VALTYPE());
+    EXPECT_TRUE(completed(L"quill").empty());
+    EXPECT_TRUE(completed(L"pi").empty());
+}
+
+TEST_F(NameIndex, KnowsNamesInEveryService)
+{
+    names.add(L"quill_depth");
+    EXPECT_EQ(mathexpr::getTokens(expression, L"quill_depth")[0].kind, mathexpr::TokenKind::HostName);
+    EXPECT_EQ(mathexpr::diagnoseText(expression, L"2*quill_depth").state, mathexpr::TypingState::Complete);
+    const auto misspelt = mathexpr::diagnoseText(expression, L"2*quill_dpeth+1");
+    EXPECT_EQ(misspelt.state, mathexpr::TypingState::Wrong);
+    EXPECT_EQ(misspelt.failure.suggestions, Names{L"quill_depth"});
+    ASSERT_TRUE(misspelt.failure.fix);
+    EXPECT_EQ(misspelt.failure.fix->replacement, L"quill_depth");
+}
+
+TEST_F(NameIndex, ConsidersRecentNamesAndThenTheFirst)
+{
+    for (std::size_t index = 1000; index < 2000; ++index)
+    {
+        names.add((L"quill_" + std::to_wstring(index)).c_str());
+    }
+    EXPECT_EQ(completed(L"quill").size(), 200U);
+    mathexpr::CompletionOptions options;
+    options.recent = {L"quill_1999", L"unknown"};
+    const Names found = completed(L"quill", options);
+    EXPECT_EQ(found.front(), L"quill_1999");
+    EXPECT_EQ(found[1], L"quill_1000");
+    options.maxCount = 700;
+    EXPECT_EQ(completed(L"quill", options).size(), 700U);
+
+    const auto misspelt = mathexpr::diagnoseText(expression, L"quill_15x0+1");
+    EXPECT_EQ(misspelt.failure.suggestions.size(), 3U);
+}
+
+}
