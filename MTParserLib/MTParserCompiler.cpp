@@ -106,8 +106,9 @@ bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
 
         // A bracket is a bracket, also where an operator's symbol begins with it.
         const bool isStructure = character == L'(' || character == L')' || character == separator;
-        std::wstring_view symbol;
-        const bool isOperator = !isStructure && registrar.isOperatorSymbol({all.data() + i, all.size() - i}, symbol);
+        const std::size_t firstOperator =
+            isStructure ? MTParserRegistrar::notFound : registrar.findOperatorAt({all.data() + i, all.size() - i});
+        const bool isOperator = firstOperator != MTParserRegistrar::notFound;
         const std::wstring_view token(all.data() + tokenStart, i - tokenStart);
         if (!isStructure && !isOperator)
         {
@@ -130,7 +131,7 @@ bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
         {
             return false;
         }
-        const bool done = isOperator          ? compileOperator(symbol, position)
+        const bool done = isOperator          ? compileOperator(firstOperator, position)
                           : character == L'(' ? openBracket(position, next)
                                               : endArgument(position, character, next);
         if (!done)
@@ -139,7 +140,7 @@ bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
         }
         if (isOperator)
         {
-            i += symbol.size() - 1;
+            i += registrar.getOperatorDefinition(firstOperator).symbol.size() - 1;
         }
         tokenStart = i + 1;
     }
@@ -395,14 +396,15 @@ bool MTParserCompiler::takeArgument()
     return true;
 }
 
-bool MTParserCompiler::compileOperator(std::wstring_view symbol, std::uint32_t position)
+/// @param first  the first operator with the symbol that stands there
+bool MTParserCompiler::compileOperator(std::size_t first, std::uint32_t position)
 {
     markPending();
     setKind(Token::Operator);
     const Token before = levels.back().previous;
     const bool unary = before == Token::Nothing || before == Token::Operator;
-    const MTSpan span{position, position + symbol.size()};
-    const std::size_t index = registrar.findOperator(symbol, unary);
+    const MTSpan span{position, position + registrar.getOperatorDefinition(first).symbol.size()};
+    const std::size_t index = registrar.findOperatorFrom(first, unary);
     if (index == MTParserRegistrar::notFound)
     {
         return fail(unary ? CompileError::operatorWithoutLeft : CompileError::operatorNotBinary, __LINE__, position + 1,
@@ -456,7 +458,7 @@ bool MTParserCompiler::emit(const StackRecord& record)
         const std::size_t overload = registrar.findOverload(record.definition, record.nbArgs);
         if (overload == MTParserRegistrar::notFound)
         {
-            const std::wstring& symbol = registrar.getFunctionDefinition(record.definition).symbol;
+            const std::wstring_view symbol = registrar.getFunctionDefinition(record.definition).symbol;
             return fail(CompileError::noOverload, __LINE__, record.position, spanOf(record), symbol, record.nbArgs);
         }
         function = &registrar.getFunctionDefinition(overload);

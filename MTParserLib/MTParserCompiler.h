@@ -114,7 +114,7 @@ private:
     bool openBracket(std::uint32_t position, wchar_t next);
     bool endArgument(std::uint32_t position, wchar_t character, wchar_t next);
     bool takeArgument();
-    bool compileOperator(std::wstring_view symbol, std::uint32_t position);
+    bool compileOperator(std::size_t first, std::uint32_t position);
 
     template <class Leaves>
     bool emitWhile(Leaves leaves, std::size_t& nbEmitted);

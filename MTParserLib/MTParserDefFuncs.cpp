@@ -11,32 +11,32 @@
 #include "MTParserLib/vocabulary/Geometry.h"
 #include "MTParserLib/vocabulary/Operators.h"
 
+#include <array>
 #include <cstddef>
-#include <iterator>
+#include <memory>
+#include <new>
+#include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace {
 
-template <class Item>
-void defineOperator(MTParserRegistrar& registrar)
+/// A class of the list.
+template <class Listed>
+struct ListedClass
 {
-    registrar.defineOperator(new Item, true, builtInKernels<Item>);
-}
-
-template <class Item>
-void defineFunction(MTParserRegistrar& registrar)
-{
-    registrar.defineFunction(new Item, true, builtInKernels<Item>);
-}
+    using Item = Listed;
+    mathexpr::VocabularyFamily family;
+    const wchar_t* className;
+};
 
 template <class Item>
 // not covered: runs while compiling
-constexpr VocabularyEntry describe(mathexpr::VocabularyFamily family, const wchar_t* className)
+constexpr VocabularyEntry describe(ListedClass<Item> listed)
 {
-    static_assert(sizeof(Item) == sizeof(void*), "an item has no data");
     VocabularyEntry entry{};
-    entry.family = family;
-    entry.className = className;
+    entry.family = listed.family;
+    entry.className = listed.className;
     entry.symbol = Item::text.symbol;
     entry.help = Item::text.help;
     entry.description = Item::text.description;
@@ -47,17 +47,14 @@ constexpr VocabularyEntry describe(mathexpr::VocabularyFamily family, const wcha
         entry.isUnary = Item::text.unary;
         entry.nbArgs = Item::text.unary ? 1 : 2;
         entry.precedence = Item::text.precedence;
-        entry.define = defineOperator<Item>;
     }
     else
     {
         entry.nbArgs = Item::text.nbArgs;
-        entry.define = defineFunction<Item>;
     }
+    entry.kernels = &builtInKernels<Item>;
     return entry;
 }
-
-#define ITEM(family, Class) describe<Class>(mathexpr::VocabularyFamily::family, L"" #Class)
 
 constexpr VocabularyConstant constants[] = {
     {L"pi", formulas::pi},
@@ -66,9 +63,17 @@ constexpr VocabularyConstant constants[] = {
     {L"E", 2.718281828459045},
 };
 
-// The order decides which of two colliding registrations the registrar refuses.
-constexpr VocabularyEntry vocabulary[] = {
-    // clang-format off
+/// Calls the visitor with all classes in the order in which they are registered.
+template <class Visitor>
+constexpr auto visitVocabulary(Visitor visit)  // not covered: runs while compiling
+{
+#define ITEM(family, Class)                                                                                            \
+    ListedClass<Class>                                                                                                 \
+    {                                                                                                                  \
+        mathexpr::VocabularyFamily::family, L"" #Class                                                                 \
+    }
+    return visit(
+        // clang-format off
     //   family     class
     //   ---------- ------------------
     ITEM(Operators, AddOp),
@@ -128,9 +133,14 @@ constexpr VocabularyEntry vocabulary[] = {
     ITEM(Geometry,  vec),
     ITEM(Geometry,  vec1),
     ITEM(Geometry,  ill),
-    ITEM(CoreMath,  PowFct),
-    // clang-format on
-};
+    ITEM(CoreMath,  PowFct)
+        // clang-format on
+    );
+}
+
+// not covered: runs while compiling
+constexpr auto vocabulary =
+    visitVocabulary([](auto... listed) { return std::array<VocabularyEntry, sizeof...(listed)>{describe(listed)...}; });
 
 constexpr std::size_t countOf(mathexpr::VocabularyFamily family)  // not covered: runs while compiling
 {
@@ -142,11 +152,134 @@ constexpr std::size_t countOf(mathexpr::VocabularyFamily family)  // not covered
     return count;
 }
 
-static_assert(countOf(mathexpr::VocabularyFamily::Operators) == 16 && std::size(vocabulary) == 16 + 257);
+constexpr std::size_t nbOperators = countOf(mathexpr::VocabularyFamily::Operators);
+constexpr std::size_t nbFunctions = vocabulary.size() - nbOperators;
+
+static_assert(nbOperators == 16 && nbFunctions == 257);
 static_assert(countOf(mathexpr::VocabularyFamily::Angle) == 23, "5 x 5 but for r2d and d2r");
 static_assert(countOf(mathexpr::VocabularyFamily::Length) == 81, "9 x 9");
 static_assert(countOf(mathexpr::VocabularyFamily::Area) == 64, "8 x 8");
 static_assert(countOf(mathexpr::VocabularyFamily::Volume) == 49, "7 x 7");
+
+constexpr const VocabularyEntry& functionAt(std::size_t index)  // not covered: runs while compiling
+{
+    return vocabulary[nbOperators + index];
+}
+
+/// What a registrar finds functions by, made while compiling.
+struct FunctionNames
+{
+    MTNameIndex::Table<512> index;
+    std::array<std::size_t, nbFunctions> nextOverload{};
+    bool areDistinct = true;  // no two functions are alike
+};
+
+constexpr FunctionNames indexFunctions()  // not covered: runs while compiling
+{
+    FunctionNames names;
+    for (std::size_t at = 0; at < nbFunctions; ++at)
+    {
+        const std::wstring_view symbol = functionAt(at).symbol;
+        const std::uint32_t hash = MTNameIndex::hash(symbol);
+        std::size_t last =
+            names.index.find(hash, [=](std::size_t index) { return functionAt(index).symbol == symbol; });
+        if (last == MTNameIndex::notFound)
+        {
+            names.index.insert(hash, at);
+        }
+        else
+        {
+            for (; names.nextOverload[last] != MTNameIndex::notFound; last = names.nextOverload[last])
+            {
+                names.areDistinct = names.areDistinct && functionAt(last).nbArgs != functionAt(at).nbArgs;
+            }
+            names.areDistinct = names.areDistinct && functionAt(last).nbArgs != functionAt(at).nbArgs;
+            names.nextOverload[last] = at;
+        }
+        names.nextOverload[at] = MTNameIndex::notFound;
+    }
+    return names;
+}
+
+constexpr FunctionNames functionNames = indexFunctions();
+
+constexpr bool isLetterOrDigit(wchar_t character)  // not covered: runs while compiling
+{
+    const wchar_t folded = foldCase(character);
+    return (folded >= L'a' && folded <= L'z') || (folded >= L'0' && folded <= L'9');
+}
+
+/// Whether all characters are letters and digits, or none is.
+constexpr bool consistsOf(std::wstring_view symbol, bool lettersAndDigits)  // not covered: runs while compiling
+{
+    for (const wchar_t character : symbol)
+    {
+        if (isLetterOrDigit(character) != lettersAndDigits)
+        {
+            return false;
+        }
+    }
+    return !symbol.empty();
+}
+
+/// Whether the registrar would refuse nothing: no name has an operator's symbol or a syntax character in it, no operator
+/// has a syntax character in it, and no two operators are alike.
+constexpr bool isVocabularySound()  // not covered: runs while compiling
+{
+    for (const VocabularyConstant& constant : constants)
+    {
+        if (!consistsOf(constant.symbol, true))
+        {
+            return false;
+        }
+    }
+    for (std::size_t at = 0; at < nbFunctions; ++at)
+    {
+        if (!consistsOf(functionAt(at).symbol, true))
+        {
+            return false;
+        }
+    }
+    for (std::size_t at = 0; at < nbOperators; ++at)
+    {
+        const std::wstring_view symbol = vocabulary[at].symbol;
+        if (!vocabulary[at].isOperator || vocabulary[at].precedence >= functionPrecedence ||
+            !consistsOf(symbol, false) || symbol.find_first_of(L".,[]") != std::wstring_view::npos)
+        {
+            return false;
+        }
+        for (std::size_t before = 0; before < at; ++before)
+        {
+            if (vocabulary[before].isUnary == vocabulary[at].isUnary && vocabulary[before].symbol == symbol)
+            {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+static_assert(functionNames.areDistinct && isVocabularySound());
+
+/// Memory for all items side by side: an item has no data but the address of its functions.
+using ItemMemory = std::array<void*, vocabulary.size()>;
+
+template <class Item>
+const IMathExprItemEvaluator* makeItem(void*& memory)
+{
+    static_assert(sizeof(Item) == sizeof(void*), "an item has no data");
+    return ::new (static_cast<void*>(&memory)) Item;
+}
+
+/// The items are never destroyed: their memory is released, and nothing depends on what their destructors do.
+std::array<const IMathExprItemEvaluator*, vocabulary.size()> makeItems(ItemMemory& memory)
+{
+    return visitVocabulary([&memory](auto... listed) {
+        std::size_t at = 0;
+        return std::array<const IMathExprItemEvaluator*, sizeof...(listed)>{
+            makeItem<typename decltype(listed)::Item>(memory[at++])...};
+    });
+}
 
 }
 
@@ -172,8 +305,24 @@ platform::ArrayView<const VocabularyEntry> getVocabulary() noexcept
 
 void registerVocabulary(MTParserRegistrar& registrar)
 {
-    for (const VocabularyEntry& entry : vocabulary)
+    MTVocabulary definitions;
+    const auto memory = std::make_shared<ItemMemory>();
+    const auto items = makeItems(*memory);
+    definitions.items = memory;
+    definitions.operators.reserve(nbOperators);
+    for (std::size_t at = 0; at < nbOperators; ++at)
     {
-        entry.define(registrar);
+        const VocabularyEntry& entry = vocabulary[at];
+        definitions.operators.push_back({static_cast<const IMathOperator*>(items[at]), entry.kernels, entry.symbol,
+                                         entry.precedence, entry.isUnary});
     }
+    definitions.functions.reserve(nbFunctions);
+    for (std::size_t at = 0; at < nbFunctions; ++at)
+    {
+        const VocabularyEntry& entry = functionAt(at);
+        definitions.functions.push_back({static_cast<const IMathFunction*>(items[nbOperators + at]), entry.kernels,
+                                         entry.symbol, entry.nbArgs, functionNames.nextOverload[at]});
+    }
+    definitions.functionIndex = MTNameIndex(functionNames.index);
+    registrar.defineVocabulary(std::move(definitions));
 }

@@ -13,6 +13,7 @@
 #include <cstdint>
 
 class MTParserRegistrar;
+struct MTItemKernels;
 
 /// A name with a value that never changes. The string is zero-terminated and lives as long as the process.
 struct VocabularyConstant
@@ -33,8 +34,8 @@ struct VocabularyEntry
     std::int32_t precedence;  ///< 0 for a function.
     bool isOperator;
     bool isUnary;
-    bool isConstant;                     ///< As the item answers.
-    void (*define)(MTParserRegistrar&);  ///< Hands the registrar a new item, which the registrar then owns.
+    bool isConstant;  ///< As the item answers.
+    const MTItemKernels* kernels;
 };
 
 /// The constants, in the order in which they are defined.
@@ -46,5 +47,6 @@ void registerConstants(MTParserRegistrar& registrar);
 /// All operators and then all functions, in the order in which they are registered.
 platform::ArrayView<const VocabularyEntry> getVocabulary() noexcept;
 
-/// Defines the operators and functions. What the registrar throws passes.
+/// Defines the operators and functions in a registrar that knows none.
+/// @throws std::bad_alloc, and then nothing is defined
 void registerVocabulary(MTParserRegistrar& registrar);

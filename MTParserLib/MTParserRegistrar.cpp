@@ -6,8 +6,8 @@
 
 #include "platform/Platform.h"
 
-#include <algorithm>
-#include <iterator>
+#include <array>
+#include <utility>
 
 namespace {
 
@@ -41,114 +41,36 @@ void reserveOneMore(std::vector<Entry>& entries)
     }
 }
 
-/// The item with its deletion, if it is owned.
+/// An item of the host's with its symbol. It is deleted with its last definition, if it is owned.
 template <class Item>
-std::shared_ptr<const Item> handleOf(Item* item, bool owned)
+struct HostItem
 {
-    return owned ? std::shared_ptr<const Item>(item) : std::shared_ptr<const Item>(item, [](const Item*) {});
-}
-
-}
-
-/// What registrars may share.
-struct MTParserRegistrar::Definitions
-{
-    struct Constant
-    {
-        std::wstring name;
-        VALTYPE value;
-    };
-
-    std::vector<MTOperatorDefinition> operators;
-    std::vector<MTFunctionDefinition> functions;
-    MTNameIndex functionIndex;  // the first overload
-    std::vector<Constant> constants;
-    MTNameIndex constantIndex;
-    bool everyNameIsPlain = true;  // of functions and constants
-    bool hasHostItems = false;     // operators or functions that are known by their interface only
-    SyntaxCharacters syntax;
-    MTPlainCharacters plainCharacters;
-    std::array<std::size_t, 128> firstOperator;  // whose symbol begins with an ASCII character
-
-    void indexCharacters() noexcept;
-    std::size_t firstOperatorWith(wchar_t character) const noexcept;
-    template <class Entry>
-    std::size_t findOtherSpelling(const std::vector<Entry>& entries, std::wstring Entry::*nameOf,
-                                  std::wstring_view name) const noexcept;
+    std::unique_ptr<const Item> owned;
+    std::wstring symbol;
 };
 
-/// Looks among all names, where the index knows none that is spelt alike, for one that the system takes for the same.
-template <class Entry>
-std::size_t MTParserRegistrar::Definitions::findOtherSpelling(const std::vector<Entry>& entries,
-                                                              std::wstring Entry::*nameOf,
-                                                              std::wstring_view name) const noexcept
+template <class Item>
+std::shared_ptr<const HostItem<Item>> hostItemOf(const Item* item, bool owned)
 {
-    if (!platform::comparesLinguistically || (everyNameIsPlain && platform::isPlainName(name)))
-    {
-        return notFound;
-    }
-    const auto found =  // not covered: only where the system compares linguistically, which is Windows
-        std::find_if(entries.begin(), entries.end(),
-                     [&](const Entry& entry) { return platform::isSameName(entry.*nameOf, name); });
-    return found == entries.end() ? notFound : static_cast<std::size_t>(found - entries.begin());
+    std::unique_ptr<const Item> handle(owned ? item : nullptr);
+    return std::make_shared<const HostItem<Item>>(HostItem<Item>{std::move(handle), item->getSymbol()});
 }
 
-void MTParserRegistrar::Definitions::indexCharacters() noexcept
-{
-    plainCharacters = MTPlainCharacters();
-    for (const wchar_t special : {L'(', L')', L'=', syntax.argumentSeparator})
-    {
-        plainCharacters.set(special, false);
-    }
-    firstOperator.fill(notFound);
-    for (std::size_t index = operators.size(); index-- > 0;)
-    {
-        const wchar_t first = operators[index].symbol.front();
-        plainCharacters.set(first, false);
-        const auto isAlike = [first](const MTOperatorDefinition& other) { return other.symbol.front() == first; };
-        const auto alike =
-            std::find_if(operators.begin() + static_cast<std::ptrdiff_t>(index) + 1, operators.end(), isAlike);
-        operators[index].nextAlike =
-            alike == operators.end() ? notFound : static_cast<std::size_t>(alike - operators.begin());
-        const auto code = static_cast<std::size_t>(first);
-        if (code < firstOperator.size())
-        {
-            firstOperator[code] = index;
-        }
-    }
-}
-
-std::size_t MTParserRegistrar::Definitions::firstOperatorWith(wchar_t character) const noexcept
-{
-    const auto code = static_cast<std::size_t>(character);
-    if (code < firstOperator.size())
-    {
-        return firstOperator[code];
-    }
-    const auto first = std::find_if(operators.begin(), operators.end(), [character](const MTOperatorDefinition& each) {
-        return each.symbol.front() == character;
-    });
-    return first == operators.end() ? notFound : static_cast<std::size_t>(first - operators.begin());
 }
 
 MTParserRegistrar::MTParserRegistrar() : MTParserRegistrar(nullptr) {}
 
 MTParserRegistrar::MTParserRegistrar(const MTParserRegistrar* prototype)
-    : definitions(prototype != nullptr ? prototype->definitions : std::make_shared<Definitions>())
-{
-    if (prototype == nullptr)
-    {
-        definitions->indexCharacters();
-    }
-}
+    : definitions(prototype != nullptr ? prototype->definitions : std::make_shared<MTDefinitions>())
+{}
 
 MTParserRegistrar::~MTParserRegistrar() = default;
 
-MTParserRegistrar::Definitions& MTParserRegistrar::ownDefinitions()
+MTDefinitions& MTParserRegistrar::ownDefinitions()
 {
     if (definitions.use_count() != 1)
     {
-        definitions = std::make_shared<Definitions>(*definitions);
+        definitions = std::make_shared<MTDefinitions>(*definitions);
     }
     return *definitions;
 }
@@ -194,22 +116,19 @@ void MTParserRegistrar::setSyntax(const SyntaxCharacters& characters)
     {
         refuseIn(mathexpr::DefinitionError::FunctionContainsSyntaxCharacter, entry.symbol);
     }
-    for (const Definitions::Constant& entry : definitions->constants)
+    for (const MTConstantDefinition& entry : definitions->constants)
     {
         refuseIn(mathexpr::DefinitionError::ConstantContainsSyntaxCharacter, entry.name);
     }
-    Definitions& own = ownDefinitions();
+    MTDefinitions& own = ownDefinitions();
     own.syntax = characters;
     own.indexCharacters();
 }
 
 void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned, const MTItemKernels& kernels)
 {
-    auto handle = handleOf(item, owned);
-    std::wstring symbol = item->getSymbol();
-    const std::int32_t precedence = item->getPrecedence();
-    const bool unary = item->isUnaryOp();
-    MTOperatorDefinition definition{std::move(handle), &kernels, std::move(symbol), precedence, unary, notFound};
+    auto host = hostItemOf(item, owned);
+    MTOperatorDefinition definition{item, &kernels, host->symbol, item->getPrecedence(), item->isUnaryOp()};
     try
     {
         checkOperator(definition);
@@ -220,19 +139,17 @@ void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned, const MT
         throw;
     }
 
-    Definitions& own = ownDefinitions();
-    const auto firstShorter =
-        std::find_if(own.operators.begin(), own.operators.end(), [&](const MTOperatorDefinition& defined) {
-            return defined.symbol.size() < definition.symbol.size();
-        });
+    MTDefinitions& own = ownDefinitions();
+    reserveOneMore(own.owned);
     own.hasHostItems = own.hasHostItems || isHostItem(kernels);
-    own.operators.insert(firstShorter, std::move(definition));
+    own.insertOperator(definition);
+    own.owned.push_back(std::move(host));
     own.indexCharacters();
 }
 
 void MTParserRegistrar::checkOperator(const MTOperatorDefinition& definition) const
 {
-    const std::wstring& symbol = definition.symbol;
+    const std::wstring_view symbol = definition.symbol;
     if (symbol.empty())
     {
         raise(mathexpr::DefinitionError::OperatorSymbolEmpty, {}, {});
@@ -257,7 +174,7 @@ void MTParserRegistrar::checkOperator(const MTOperatorDefinition& definition) co
             raise(mathexpr::DefinitionError::FunctionContainsOperatorSymbol, symbol, function.symbol);
         }
     }
-    for (const Definitions::Constant& constant : definitions->constants)
+    for (const MTConstantDefinition& constant : definitions->constants)
     {
         if (contains(constant.name, symbol))
         {
@@ -268,14 +185,13 @@ void MTParserRegistrar::checkOperator(const MTOperatorDefinition& definition) co
 
 void MTParserRegistrar::defineFunction(IMathFunction* item, bool owned, const MTItemKernels& kernels)
 {
-    auto handle = handleOf(item, owned);
-    std::wstring symbol = item->getSymbol();
-    const std::uint32_t nbArgs = item->getNbArgs();
-    MTFunctionDefinition definition{std::move(handle), &kernels, std::move(symbol), nbArgs, notFound};
+    auto host = hostItemOf(item, owned);
+    MTFunctionDefinition definition{item, &kernels, host->symbol, item->getNbArgs()};
     checkFunction(definition);
 
-    Definitions& own = ownDefinitions();
+    MTDefinitions& own = ownDefinitions();
     const std::size_t index = own.functions.size();
+    reserveOneMore(own.owned);
     reserveOneMore(own.functions);
     own.functionIndex.reserveOneMore(index);
     std::size_t last = findFunction(definition.symbol);
@@ -293,12 +209,13 @@ void MTParserRegistrar::defineFunction(IMathFunction* item, bool owned, const MT
     }
     own.everyNameIsPlain = own.everyNameIsPlain && platform::isPlainName(definition.symbol);
     own.hasHostItems = own.hasHostItems || isHostItem(kernels);
-    own.functions.push_back(std::move(definition));
+    own.functions.push_back(definition);
+    own.owned.push_back(std::move(host));
 }
 
 void MTParserRegistrar::checkFunction(const MTFunctionDefinition& definition) const
 {
-    const std::wstring& symbol = definition.symbol;
+    const std::wstring_view symbol = definition.symbol;
     if (symbol.empty())
     {
         raise(mathexpr::DefinitionError::FunctionSymbolEmpty, {}, {});
@@ -322,12 +239,27 @@ void MTParserRegistrar::checkFunction(const MTFunctionDefinition& definition) co
     }
 }
 
+void MTParserRegistrar::defineVocabulary(MTVocabulary&& given)
+{
+    MTDefinitions& own = ownDefinitions();
+    own.operators.reserve(given.operators.size());
+    reserveOneMore(own.owned);
+    for (const MTOperatorDefinition& definition : given.operators)
+    {
+        own.insertOperator(definition);
+    }
+    own.functions = std::move(given.functions);
+    own.functionIndex = std::move(given.functionIndex);
+    own.owned.push_back(std::move(given.items));
+    own.indexCharacters();
+}
+
 void MTParserRegistrar::defineConstant(std::wstring_view name, const VALTYPE& value)
 {
     checkConstant(name);
 
-    Definitions& own = ownDefinitions();
-    Definitions::Constant constant{std::wstring(name), value};
+    MTDefinitions& own = ownDefinitions();
+    MTConstantDefinition constant{std::wstring(name), value};
     reserveOneMore(own.constants);
     own.constantIndex.reserveOneMore(own.constants.size());
     own.constantIndex.insert(MTNameIndex::hash(name), own.constants.size());
@@ -450,102 +382,27 @@ bool MTParserRegistrar::removeVariable(std::wstring_view name)
     return true;
 }
 
-const SyntaxCharacters& MTParserRegistrar::getSyntax() const noexcept
-{
-    return definitions->syntax;
-}
-
-std::size_t MTParserRegistrar::getNbOperators() const noexcept
-{
-    return definitions->operators.size();
-}
-
-std::size_t MTParserRegistrar::getNbFunctions() const noexcept
-{
-    return definitions->functions.size();
-}
-
-std::size_t MTParserRegistrar::getNbConstants() const noexcept
-{
-    return definitions->constants.size();
-}
-
-const std::wstring& MTParserRegistrar::getConstantName(std::size_t index) const noexcept
-{
-    return definitions->constants[index].name;
-}
-
-const VALTYPE& MTParserRegistrar::getConstantValue(std::size_t index) const noexcept
-{
-    return definitions->constants[index].value;
-}
-
-const MTOperatorDefinition& MTParserRegistrar::getOperatorDefinition(std::size_t index) const noexcept
-{
-    return definitions->operators[index];
-}
-
-const MTFunctionDefinition& MTParserRegistrar::getFunctionDefinition(std::size_t index) const noexcept
-{
-    return definitions->functions[index];
-}
-
 bool MTParserRegistrar::callsHost() const noexcept
 {
     return definitions->hasHostItems || hasHostVariables || !factoryMakesInPlace;
 }
 
-const MTPlainCharacters& MTParserRegistrar::getPlainCharacters() const noexcept
-{
-    return definitions->plainCharacters;
-}
-
 bool MTParserRegistrar::isOperatorSymbol(std::wstring_view text, std::wstring_view& symbol) const noexcept
 {
-    if (text.empty())
+    const std::size_t found = findOperatorAt(text);
+    if (found == notFound)
     {
         return false;
     }
-    const std::vector<MTOperatorDefinition>& operators = definitions->operators;
-    for (std::size_t index = definitions->firstOperatorWith(text.front()); index != notFound;
-         index = operators[index].nextAlike)
-    {
-        const std::wstring_view candidate = operators[index].symbol;
-        if (candidate.size() == 1 || text.compare(0, candidate.size(), candidate) == 0)
-        {
-            symbol = candidate;
-            return true;
-        }
-    }
-    return false;
+    symbol = definitions->operators[found].symbol;
+    return true;
 }
 
 std::size_t MTParserRegistrar::findOperator(std::wstring_view symbol, bool unary) const noexcept
 {
-    if (symbol.empty())
-    {
-        return notFound;
-    }
-    const std::vector<MTOperatorDefinition>& operators = definitions->operators;
-    for (std::size_t index = definitions->firstOperatorWith(symbol.front()); index != notFound;
-         index = operators[index].nextAlike)
-    {
-        const std::wstring_view candidate = operators[index].symbol;
-        if (operators[index].unary == unary && candidate.size() == symbol.size() &&
-            (symbol.size() == 1 || candidate == symbol))
-        {
-            return index;
-        }
-    }
-    return notFound;
-}
-
-std::size_t MTParserRegistrar::findFunction(std::wstring_view name) const noexcept
-{
-    const std::vector<MTFunctionDefinition>& functions = definitions->functions;
-    const std::size_t found = definitions->functionIndex.find(
-        MTNameIndex::hash(name), [&](std::size_t index) { return functions[index].symbol == name; });
-    return found == notFound ? definitions->findOtherSpelling(functions, &MTFunctionDefinition::symbol, name) : found;
+    return symbol.empty()
+               ? notFound
+               : definitions->findOperatorFrom(definitions->firstOperatorWith(symbol.front()), symbol, unary);
 }
 
 std::size_t MTParserRegistrar::findFunctionOverload(std::wstring_view name, std::uint32_t nbArgs) const noexcept
@@ -579,14 +436,6 @@ std::size_t MTParserRegistrar::findConstant(std::wstring_view name) const noexce
     return findConstant(name, MTNameIndex::hash(name));
 }
 
-std::size_t MTParserRegistrar::findConstant(std::wstring_view name, std::uint32_t hash) const noexcept
-{
-    const std::vector<Definitions::Constant>& constants = definitions->constants;
-    const std::size_t found =
-        definitions->constantIndex.find(hash, [&](std::size_t index) { return constants[index].name == name; });
-    return found == notFound ? definitions->findOtherSpelling(constants, &Definitions::Constant::name, name) : found;
-}
-
 IMathVariable* MTParserRegistrar::findVariable(std::wstring_view name) const noexcept
 {
     const MTVariableDefinition* definition = findVariableDefinition(name);
@@ -604,17 +453,6 @@ MTVariableDefinition* MTParserRegistrar::findVariableDefinition(std::wstring_vie
     return findVariableDefinition(name, MTNameIndex::hash(name));
 }
 
-MTVariableDefinition* MTParserRegistrar::findVariableDefinition(std::wstring_view name, std::uint32_t hash) noexcept
-{
-    const std::size_t found = findVariableIndex(name, hash);
-    return found == notFound ? nullptr : &variables[found];
-}
-
-std::size_t MTParserRegistrar::findVariableIndex(std::wstring_view name, std::uint32_t hash) const noexcept
-{
-    return variableIndex.find(hash, [&](std::size_t index) { return sameIgnoringCase(variables[index].name, name); });
-}
-
 VALTYPE* MTParserRegistrar::getVariableValuePtr(std::wstring_view name) const
 {
     IMathVariable* variable = findVariable(name);
@@ -623,22 +461,6 @@ VALTYPE* MTParserRegistrar::getVariableValuePtr(std::wstring_view name) const
         raise(mathexpr::DefinitionError::VariableNotDefined, name, {});
     }
     return variable->getValuePtr();
-}
-
-bool MTParserRegistrar::isNumber(std::wstring_view name) const noexcept
-{
-    const wchar_t decimalPoint = definitions->syntax.decimalPoint;
-    bool pointSeen = false;
-    for (const wchar_t character : name)
-    {
-        const bool isPoint = character == decimalPoint;
-        if (isPoint ? pointSeen : (character < L'0' || character > L'9'))
-        {
-            return false;
-        }
-        pointSeen = pointSeen || isPoint;
-    }
-    return !name.empty();
 }
 
 std::size_t MTParserRegistrar::findSyntaxCharacter(std::wstring_view name) const noexcept

@@ -13,52 +13,19 @@
 // an expression object as cheap to construct as its variables.
 #pragma once
 
+#include "MTParserLib/names/MTDefinitions.h"
 #include "MTParserLib/names/MTNameIndex.h"
 #include "MTParserLib/program/MTFrame.h"
 #include "MTParserLib/program/MTItemKernels.h"
-#include "mathexpr/IMathFunction.h"
-#include "mathexpr/IMathOperator.h"
 #include "mathexpr/IMathVariableFactory.h"
 #include "mathexpr/SMTDefExcepData.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
-
-/// The syntax characters of the language.
-struct SyntaxCharacters
-{
-    wchar_t decimalPoint = L'\0';
-    wchar_t argumentSeparator = L'\0';
-    wchar_t pointOpeningBracket = L'\0';
-    wchar_t pointClosingBracket = L'\0';
-};
-
-/// An operator, and what it answered when it was defined.
-struct MTOperatorDefinition
-{
-    std::shared_ptr<const IMathOperator> item;
-    const MTItemKernels* kernels;
-    std::wstring symbol;
-    std::int32_t precedence;
-    bool unary;
-    /// The next one whose symbol begins with the same character; MTParserRegistrar::notFound after the last.
-    std::size_t nextAlike;
-};
-
-/// A function, and what it answered when it was defined.
-struct MTFunctionDefinition
-{
-    std::shared_ptr<const IMathFunction> item;
-    const MTItemKernels* kernels;
-    std::wstring symbol;
-    std::uint32_t nbArgs;
-    std::size_t nextOverload;  ///< MTParserRegistrar::notFound after the last.
-};
 
 struct MTVariableDefinition
 {
@@ -72,31 +39,6 @@ struct MTVariableDefinition
     std::uint64_t lastUse = 0;
     /// In the program of that compilation, where the variable has a value in place.
     MTPlace input = noPlace;
-};
-
-/// Tells the characters that can only be part of a name or number from those that may end one: the first of an
-/// operator's symbol, a bracket, the separator and "=".
-class MTPlainCharacters
-{
-public:
-    bool contains(wchar_t character) const noexcept
-    {
-        const auto code = static_cast<std::size_t>(character);
-        return code < ascii ? plain[code] : plainBeyondAscii;
-    }
-
-    void set(wchar_t character, bool isPlain) noexcept
-    {
-        const auto code = static_cast<std::size_t>(character);
-        (code < ascii ? plain[code] : plainBeyondAscii) = isPlain;
-    }
-
-    MTPlainCharacters() noexcept { plain.fill(true); }
-
-private:
-    static constexpr std::size_t ascii = 128;
-    std::array<bool, ascii> plain;
-    bool plainBeyondAscii = true;  // for all of them together
 };
 
 /// The precedence of a function that waits for its bracket to be closed. No operator may reach it.
@@ -124,13 +66,15 @@ public:
 
     /// Codes 0, 1, 2, 5, 9, 20.
     void setSyntax(const SyntaxCharacters& characters);
-    const SyntaxCharacters& getSyntax() const noexcept;
+    const SyntaxCharacters& getSyntax() const noexcept { return definitions->syntax; }
 
     /// An item handed over with owned = true belongs to the registrar from the call on, and is deleted when it is
     /// refused. Codes 3, 4, 5, 6, 10, 21.
     void defineOperator(IMathOperator* item, bool owned, const MTItemKernels& kernels = virtualKernels);
     /// As defineOperator. Codes 7, 8, 9, 10.
     void defineFunction(IMathFunction* item, bool owned, const MTItemKernels& kernels = virtualKernels);
+    /// Defines all operators and functions of the vocabulary, without a check. The registrar knows none before.
+    void defineVocabulary(MTVocabulary&& given);
     /// Codes 17 to 22.
     void defineConstant(std::wstring_view name, const VALTYPE& value);
     /// Takes the variable, and deletes it when it is refused. Codes 11 to 15; code 12 also where it has no value slot.
@@ -141,21 +85,27 @@ public:
     /// Deletes a variable; a program that uses it must not be evaluated any more. False when there is none.
     bool removeVariable(std::wstring_view name);
 
-    std::size_t getNbOperators() const noexcept;
-    std::size_t getNbFunctions() const noexcept;
-    std::size_t getNbConstants() const noexcept;
+    std::size_t getNbOperators() const noexcept { return definitions->operators.size(); }
+    std::size_t getNbFunctions() const noexcept { return definitions->functions.size(); }
+    std::size_t getNbConstants() const noexcept { return definitions->constants.size(); }
     std::size_t getNbVariables() const noexcept { return variables.size(); }
 
     /// Operators, the longest symbol first; among symbols of one length in the order of definition.
     const IMathOperator& getOperator(std::size_t index) const noexcept { return *getOperatorDefinition(index).item; }
     /// Functions, in the order of definition.
     const IMathFunction& getFunction(std::size_t index) const noexcept { return *getFunctionDefinition(index).item; }
-    const std::wstring& getConstantName(std::size_t index) const noexcept;
-    const VALTYPE& getConstantValue(std::size_t index) const noexcept;
+    const std::wstring& getConstantName(std::size_t index) const noexcept { return definitions->constants[index].name; }
+    const VALTYPE& getConstantValue(std::size_t index) const noexcept { return definitions->constants[index].value; }
 
     /// A definition stays where it is until the next one of its kind.
-    const MTOperatorDefinition& getOperatorDefinition(std::size_t index) const noexcept;
-    const MTFunctionDefinition& getFunctionDefinition(std::size_t index) const noexcept;
+    const MTOperatorDefinition& getOperatorDefinition(std::size_t index) const noexcept
+    {
+        return definitions->operators[index];
+    }
+    const MTFunctionDefinition& getFunctionDefinition(std::size_t index) const noexcept
+    {
+        return definitions->functions[index];
+    }
     const MTVariableDefinition& getVariableDefinition(std::size_t index) const noexcept { return variables[index]; }
 
     /// Whether a program may come to run code of the host's: an item or a variable of a class that is not the
@@ -163,14 +113,21 @@ public:
     bool callsHost() const noexcept;
 
     /// Which characters can only be part of a name or number.
-    const MTPlainCharacters& getPlainCharacters() const noexcept;
+    const MTPlainCharacters& getPlainCharacters() const noexcept { return definitions->plainCharacters; }
     /// Whether the text begins with the symbol of an operator; the longest that matches wins.
     /// @param symbol  receives the symbol, valid as long as no operator is defined
     bool isOperatorSymbol(std::wstring_view text, std::wstring_view& symbol) const noexcept;
+    /// The same as the index of the first operator with that symbol.
+    std::size_t findOperatorAt(std::wstring_view text) const noexcept { return definitions->findOperatorAt(text); }
     std::size_t findOperator(std::wstring_view symbol, bool unary) const noexcept;
+    /// The same, starting from what findOperatorAt answered.
+    std::size_t findOperatorFrom(std::size_t first, bool unary) const noexcept
+    {
+        return definitions->findOperatorFrom(first, definitions->operators[first].symbol, unary);
+    }
 
     /// The first function defined under that name, whatever its argument count.
-    std::size_t findFunction(std::wstring_view name) const noexcept;
+    std::size_t findFunction(std::wstring_view name) const noexcept { return definitions->findFunction(name); }
     /// The overload for a number of arguments. An exact count wins over a function that takes any number; that one
     /// needs at least one argument, but for "point".
     std::size_t findFunctionOverload(std::wstring_view name, std::uint32_t nbArgs) const noexcept;
@@ -179,34 +136,57 @@ public:
 
     std::size_t findConstant(std::wstring_view name) const noexcept;
     /// The same for a caller that has computed MTNameIndex::hash(name).
-    std::size_t findConstant(std::wstring_view name, std::uint32_t hash) const noexcept;
+    std::size_t findConstant(std::wstring_view name, std::uint32_t hash) const noexcept
+    {
+        return definitions->findConstant(name, hash);
+    }
     /// Null when there is none; names of variables are compared without regard to case.
     IMathVariable* findVariable(std::wstring_view name) const noexcept;
     MTVariableDefinition* findVariableDefinition(std::wstring_view name) noexcept;
-    MTVariableDefinition* findVariableDefinition(std::wstring_view name, std::uint32_t hash) noexcept;
+    MTVariableDefinition* findVariableDefinition(std::wstring_view name, std::uint32_t hash) noexcept
+    {
+        const std::size_t found = findVariableIndex(name, hash);
+        return found == notFound ? nullptr : &variables[found];
+    }
     const MTVariableDefinition* findVariableDefinition(std::wstring_view name) const noexcept;
     /// Where the variable's value is held. Code 16 when there is no such variable.
     VALTYPE* getVariableValuePtr(std::wstring_view name) const;
 
     /// Whether the name reads as a number: digits with at most one decimal point.
-    bool isNumber(std::wstring_view name) const noexcept;
+    bool isNumber(std::wstring_view name) const noexcept
+    {
+        const wchar_t decimalPoint = definitions->syntax.decimalPoint;
+        bool pointSeen = false;
+        for (const wchar_t character : name)
+        {
+            const bool isPoint = character == decimalPoint;
+            if (isPoint ? pointSeen : (character < L'0' || character > L'9'))
+            {
+                return false;
+            }
+            pointSeen = pointSeen || isPoint;
+        }
+        return !name.empty();
+    }
 
 private:
-    struct Definitions;
-
     /// The definitions, copied first if another registrar shares them.
-    Definitions& ownDefinitions();
+    MTDefinitions& ownDefinitions();
 
     void checkOperator(const MTOperatorDefinition& definition) const;
     void checkFunction(const MTFunctionDefinition& definition) const;
     void checkConstant(std::wstring_view name) const;
     void checkVariable(std::wstring_view name) const;
 
-    std::size_t findVariableIndex(std::wstring_view name, std::uint32_t hash) const noexcept;
+    std::size_t findVariableIndex(std::wstring_view name, std::uint32_t hash) const noexcept
+    {
+        return variableIndex.find(hash,
+                                  [&](std::size_t index) { return sameIgnoringCase(variables[index].name, name); });
+    }
     std::size_t findSyntaxCharacter(std::wstring_view name) const noexcept;
     bool findOperatorSymbolIn(std::wstring_view name, std::wstring_view& symbol) const noexcept;
 
-    std::shared_ptr<Definitions> definitions;
+    std::shared_ptr<MTDefinitions> definitions;
 
     std::vector<MTVariableDefinition> variables;
     MTNameIndex variableIndex;

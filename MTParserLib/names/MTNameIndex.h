@@ -5,9 +5,11 @@
 //
 // An open-addressing hash table of (hash, index) pairs. The names stay with their entries: whoever asks says how to
 // compare. One hash serves every kind of name, so that it is computed once for a token: it folds the letters A to Z, as
-// names of variables do, and leaves the rest to the comparison.
+// names of variables do, and leaves the rest to the comparison. Where the names are known when the library is compiled,
+// so is the table (MTNameIndex::Table).
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -39,8 +41,42 @@ constexpr bool sameIgnoringCase(std::wstring_view left, std::wstring_view right)
 
 class MTNameIndex
 {
+    static constexpr std::uint32_t free = std::numeric_limits<std::uint32_t>::max();
+
+    struct Slot
+    {
+        std::uint32_t hash = 0;
+        std::uint32_t index = free;
+    };
+
 public:
     static constexpr std::size_t notFound = std::numeric_limits<std::size_t>::max();
+
+    /// What an index of so many slots holds, made while compiling. The number of slots is a power of two.
+    template <std::size_t nbSlots>
+    class Table
+    {
+    public:
+        constexpr void insert(std::uint32_t hash, std::size_t index) noexcept
+        {
+            place(slots.data(), nbSlots, Slot{hash, static_cast<std::uint32_t>(index)});
+        }
+
+        template <class IsNamed>
+        constexpr std::size_t find(std::uint32_t hash, IsNamed isNamed) const
+        {
+            return findIn(slots.data(), nbSlots, hash, isNamed);
+        }
+
+    private:
+        friend MTNameIndex;
+        std::array<Slot, nbSlots> slots{};
+    };
+
+    MTNameIndex() = default;
+    template <std::size_t nbSlots>
+    explicit MTNameIndex(const Table<nbSlots>& table) : slots(table.slots.begin(), table.slots.end())
+    {}
 
     /// FNV-1a over the folded characters.
     static constexpr std::uint32_t hash(std::wstring_view name) noexcept
@@ -57,19 +93,7 @@ public:
     template <class IsNamed>
     std::size_t find(std::uint32_t hash, IsNamed isNamed) const
     {
-        if (slots.empty())
-        {
-            return notFound;
-        }
-        const std::size_t mask = slots.size() - 1;
-        for (std::size_t at = hash & mask; slots[at].index != free; at = (at + 1) & mask)
-        {
-            if (slots[at].hash == hash && isNamed(slots[at].index))
-            {
-                return slots[at].index;
-            }
-        }
-        return notFound;
+        return slots.empty() ? notFound : findIn(slots.data(), slots.size(), hash, isNamed);
     }
 
     /// Makes room for one more, so that inserting it cannot fail.
@@ -87,7 +111,7 @@ public:
         {
             if (slot.index != free)
             {
-                place(slot);
+                place(slots.data(), slots.size(), slot);
             }
         }
     }
@@ -95,24 +119,30 @@ public:
     /// Adds an entry after reserveOneMore.
     void insert(std::uint32_t hash, std::size_t index) noexcept
     {
-        place(Slot{hash, static_cast<std::uint32_t>(index)});
+        place(slots.data(), slots.size(), Slot{hash, static_cast<std::uint32_t>(index)});
     }
 
     /// Forgets the entries and keeps the memory.
     void clear() noexcept { slots.assign(slots.size(), Slot{}); }
 
 private:
-    static constexpr std::uint32_t free = std::numeric_limits<std::uint32_t>::max();
-
-    struct Slot
+    template <class IsNamed>
+    static constexpr std::size_t findIn(const Slot* slots, std::size_t nbSlots, std::uint32_t hash, IsNamed isNamed)
     {
-        std::uint32_t hash = 0;
-        std::uint32_t index = free;
-    };
+        const std::size_t mask = nbSlots - 1;
+        for (std::size_t at = hash & mask; slots[at].index != free; at = (at + 1) & mask)
+        {
+            if (slots[at].hash == hash && isNamed(slots[at].index))
+            {
+                return slots[at].index;
+            }
+        }
+        return notFound;
+    }
 
-    void place(Slot slot) noexcept
+    static constexpr void place(Slot* slots, std::size_t nbSlots, Slot slot) noexcept
     {
-        const std::size_t mask = slots.size() - 1;
+        const std::size_t mask = nbSlots - 1;
         std::size_t at = slot.hash & mask;
         while (slots[at].index != free)
         {

@@ -60,7 +60,7 @@ SampleRun runSample(const MTFunctionDefinition& function, const SampleArguments&
     std::transform(arguments.begin(), arguments.end(), values.begin(),
                    [](const SampleArgument& argument) { return argument.value; });
     SampleRun run{false, Message::None, {}};
-    const MTProgramStep step{function.kernels, function.item.get(), 0, 1, maxArguments, count, 0};
+    const MTProgramStep step{function.kernels, function.item, 0, 1, maxArguments, count, 0};
     try
     {
         run.refusal = step.evaluate({values.data(), nullptr}, false);
@@ -115,7 +115,7 @@ std::vector<std::wstring> parametersOf(const std::wstring& help)
 
 FunctionFacts factsOf(const MTFunctionDefinition& function)
 {
-    FunctionFacts facts{function.symbol,
+    FunctionFacts facts{std::wstring(function.symbol),
                         function.item->getHelpString(),
                         function.item->getDescription(),
                         function.nbArgs,

@@ -28,7 +28,7 @@ struct KernelText
 
 using Kernels = std::map<MTScalarKernel, KernelText>;
 
-std::string ascii(const std::wstring& text)
+std::string ascii(std::wstring_view text)
 {
     return std::string(text.begin(), text.end());
 }

@@ -28,7 +28,7 @@ TEST(FusedItems, AreTheArithmetic)
         const MTScalarKernels* const scalar = definition.kernels->scalar;
         if (scalar != nullptr && scalar->fusedIndex != MTScalarKernels::notFused)
         {
-            fused.insert(definition.symbol);
+            fused.insert(std::wstring(definition.symbol));
             indices.insert(scalar->fusedIndex);
         }
     }
