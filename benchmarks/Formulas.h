@@ -32,6 +32,8 @@ struct Formula
     NativeNumber sameTextNative;     // what a peer computes when given the very text; null where it cannot read it
 
     bool isPoint() const { return std::holds_alternative<NativePoint>(native); }
+    /// Whether its value or a variable of it is a point.
+    bool hasPoints() const { return isPoint() || variables.find_first_of("pq") != std::string::npos; }
 };
 
 /// In the order of the tables. The first 11 form the geometric mean.

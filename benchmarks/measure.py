@@ -17,8 +17,10 @@ from pathlib import Path
 
 NATIVE = "native"
 OURS = "mathexpr"
+DOORS = ["C interface", "bound function"]  # of this library, beside evaluate of the class
 PEERS = ["muparser", "muparserx", "fparser", "fparser optimized", "luajit"]
 NB_FORMULAS = 19
+BULK_PEERS = ["numexpr", "numpy"]
 BULK_FORMULAS = [1, 4, 6, 7, 9, 10, 14, 15, 16, 19]
 SHAPES = ["flat", "nested", "right-nested"]
 TERMS = [100, 1000, 10_000, 100_000, 1_000_000]

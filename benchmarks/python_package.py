@@ -10,6 +10,7 @@ are compared: this package has to agree with NumPy, bit for bit where only arith
 """
 
 import json
+import re
 import statistics
 import subprocess
 import sys
@@ -24,6 +25,7 @@ ROUNDS = int(sys.argv[1])
 ROUND_SECONDS = 0.01  # for each way, at least one call
 
 DEGREE = "3.14159265359/180"
+LENGTH = "(px-qx)*(px-qx)+(py-qy)*(py-qy)+(pz-qz)*(pz-qz)"
 
 
 def horner():
@@ -40,7 +42,7 @@ FORMULAS = {
     "6 sqrt(x*x+y*y+z*z)": ("sqrt(x*x+y*y+z*z)", "xyz", "sqrt(x*x+y*y+z*z)", True),
     "7 sin(x)*r+cos(y)*r": ("sin(x)*r+cos(y)*r", "xyr", f"sin(x*{DEGREE})*r+cos(y*{DEGREE})*r", False),
     "10 polynomial of degree 15": (horner(), "x", horner(), True),
-    "15 dist(p,q)": ("dist(p,q)", "pq", "sqrt((px-qx)*(px-qx)+(py-qy)*(py-qy)+(pz-qz)*(pz-qz))", True),
+    "15 dist(p,q)": ("dist(p,q)", "pq", f"sqrt({LENGTH})", True),
 }
 
 
@@ -133,6 +135,52 @@ def rows(row_count, threads):
     return figures
 
 
+# By the number of the formula: its text and arguments; for NumPy; for numexpr, a text for each coordinate of the result.
+BULK_FORMULAS = {
+    1: ("x+1", "x", "x+1", ["x+1"]),
+    4: ("((x*2+y)*3-z)/(a+b*2)", "xyzab", "((x*2+y)*3-z)/(a+b*2)", ["((x*2+y)*3-z)/(a+b*2)"]),
+    6: ("sqrt(x*x+y*y+z*z)", "xyz", "sqrt(x*x+y*y+z*z)", ["sqrt(x*x+y*y+z*z)"]),
+    7: ("sin(x)*r+cos(y)*r", "xyr", f"sin(x*{DEGREE})*r+cos(y*{DEGREE})*r", [f"sin(x*{DEGREE})*r+cos(y*{DEGREE})*r"]),
+    9: ("(x>y)*a+(x<=y)*b", "xyab", "(x>y)*a+(x<=y)*b", ["where(x>y,1.0,0.0)*a+where(x<=y,1.0,0.0)*b"]),
+    10: (horner(), "x", horner(), [horner()]),
+    14: ("p+q*2", "pq", "p+q*2", [f"p{axis}+q{axis}*2" for axis in "xyz"]),
+    15: ("dist(p,q)", "pq", f"sqrt({LENGTH})", [f"sqrt({LENGTH})"]),
+    16: ("vec1(p,q)*r", "pqr", f"(q-p)/sqrt({LENGTH})[:,None]*r[:,None]",
+         [f"(q{axis}-p{axis})/sqrt({LENGTH})*r" for axis in "xyz"]),
+    19: ("[x,y,x+y]", "xy", "column_stack((x,y,x+y))", ["x", "y", "x+y"]),
+}
+
+
+def bulk_peers(row_count=10_000):
+    """{formula: {peer: ns for a row}}: NumPy makes arrays as it goes; numexpr is compiled before, and writes where results are."""
+    figures = {}
+    numexpr.set_num_threads(1)
+    for number, (text, arguments, numpy_text, numexpr_texts) in BULK_FORMULAS.items():
+        ours, columns = inputs(arguments, row_count)
+        scope = {name: getattr(numpy, name) for name in ("sin", "cos", "sqrt", "column_stack")}
+        scope.update(columns, **dict(zip(arguments, ours)))
+        code = compile(numpy_text, "formula", "eval")
+        expected = mathexpr.function(text, *arguments, points=[name for name in arguments if name in "pq"])(*ours)
+        results = numpy.empty_like(expected)
+        coordinates = [results] if results.ndim == 1 else list(results.T)
+        programs = []
+        for one, result in zip(numexpr_texts, coordinates):
+            names = sorted(name for name in columns if re.search(rf"\b{name}\b", one))
+            program = numexpr.NumExpr(one, [(name, numpy.float64) for name in names])
+            programs.append((program, [columns[name] for name in names], result))
+
+        def run_numexpr():
+            for program, operands, result in programs:
+                program(*operands, out=result, order="K", casting="safe", ex_uses_vml=False)
+
+        run_numexpr()
+        numpy.testing.assert_allclose(results, expected, rtol=1e-12)
+        numpy.testing.assert_allclose(eval(code, scope), expected, rtol=1e-12)
+        times = compare({"numexpr": run_numexpr, "numpy": lambda: eval(code, scope)}, time.process_time)
+        figures[number] = {peer: figure / row_count for peer, figure in times.items()}
+    return figures
+
+
 def import_time():
     """Milliseconds of processor time that the import takes in a fresh process; the median."""
     program = "import time; before = time.process_time(); import mathexpr; print((time.process_time() - before) * 1e3)"
@@ -146,6 +194,7 @@ print(json.dumps({
     "1,000 rows": rows(1000, 1),
     "1,000,000 rows, 1 thread": rows(1_000_000, 1),
     "1,000,000 rows, 2 threads": rows(1_000_000, 2),
+    "bulk peers": bulk_peers(),
     "import": import_time(),
     "versions": {"python": sys.version.split()[0], "numpy": numpy.__version__, "numexpr": numexpr.__version__},
 }, indent=1))

@@ -17,6 +17,7 @@ from pathlib import Path
 
 sys.dont_write_bytecode = True  # the source folder stays as it is
 
+import charts
 import measure
 import report
 
@@ -34,14 +35,15 @@ def main():
         elif arguments.only == "python":
             tables = report.python_tables(programs.python())
         else:
-            tables = everything(programs)
+            figures = everything(programs)
+            tables = report.tables(figures)
     except measure.Failed as failure:
         sys.exit(f"a benchmark program failed: {failure}")
     progress("")
     print("\n".join(table.text() for table in tables))
     print(f"{report.MARK}: not native code's results bit for bit; -: cannot compute the formula")
     if arguments.page and not arguments.quick and not arguments.only:
-        Path(arguments.page).write_text(page(tables, arguments.cpu), encoding="utf-8")
+        write_page(Path(arguments.page), figures, tables, machine(arguments.cpu))
 
 
 def parse_arguments():
@@ -62,31 +64,29 @@ def progress(text):
 
 
 def evaluate_only(programs, formulas):
-    evaluated = programs.evaluate(formulas, [measure.NATIVE, measure.OURS, *measure.PEERS])
+    evaluated = programs.evaluate(formulas, [measure.NATIVE, measure.OURS, *measure.DOORS, *measure.PEERS])
     return report.evaluation_table(evaluated, programs.titles)
 
 
 def everything(programs):
     interpreters = [measure.OURS, *measure.PEERS]
-    evaluated = programs.evaluate(range(1, measure.NB_FORMULAS + 1), [measure.NATIVE, *interpreters])
-    bulk = programs.bulk()
-    compiled = programs.compile(interpreters)
-    scaled = programs.scale(interpreters)
-    resources = programs.resources()
-    package = programs.python()
-    titles = programs.titles
-    return [report.evaluation_table(evaluated, titles), report.bulk_table(bulk, titles),
-            report.compile_table(compiled, titles),
-            report.object_table(compiled, resources, titles), report.scale_table(scaled),
-            report.memory_table(resources), *report.python_tables(package),
-            report.summary(evaluated, bulk, compiled, scaled, resources, package)]
+    engines = [measure.NATIVE, measure.OURS, *measure.DOORS, *measure.PEERS]
+    figures = report.Figures(evaluated=programs.evaluate(range(1, measure.NB_FORMULAS + 1), engines),
+                             bulk=programs.bulk(), compiled=programs.compile(interpreters),
+                             scaled=programs.scale(interpreters), resources=programs.resources(),
+                             package=programs.python(), titles=programs.titles)
+    for formula, times in figures.package["bulk peers"].items():
+        figures.bulk[int(formula)].update(times)
+    return figures
 
 
-def page(tables, cpu):
-    """The page: what was measured and how, the figures with the targets first, and the hand-written remarks."""
+def write_page(path, figures, tables, machine_text):
+    """The page: pictures, what was measured and how, the figures with the targets first, and the hand-written remarks."""
     template = Path(__file__).with_name("page.md").read_text(encoding="utf-8")
-    return template.format(machine=machine(cpu), summary=tables[-1].markdown(),
-                           tables="\n".join(table.markdown() for table in tables[:-1]))
+    path.write_text(template.format(machine=machine_text, summary=tables[-1].markdown(),
+                                    tables="\n".join(table.markdown() for table in tables[:-1])), encoding="utf-8")
+    for name, picture in [("one-row", charts.one_row(figures)), ("many-rows", charts.many_rows(figures))]:
+        path.with_name(f"{path.stem}-{name}.svg").write_text(picture, encoding="utf-8")
 
 
 def machine(cpu):
@@ -101,4 +101,5 @@ def machine(cpu):
             f"{versions}.")
 
 
-main()
+if __name__ == "__main__":
+    main()
