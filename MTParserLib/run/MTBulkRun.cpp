@@ -38,6 +38,8 @@ public:
     {
         const platform::FloatingPointGuard guard;
         MTBulkTally tally;
+        Block block;
+        block.fill(mathexpr::RowStatus::Done);
         for (;;)
         {
             const std::size_t first = next.fetch_add(portionRows, std::memory_order_relaxed);
@@ -48,16 +50,17 @@ public:
             const std::size_t end = first + std::min(portionRows, nbRows - first);
             for (std::size_t row = first; row < end; row += MTBulkWorker::blockRows)
             {
-                evaluateBlock(worker, row, std::min(MTBulkWorker::blockRows, end - row), tally);
+                evaluateBlock(worker, row, std::min(MTBulkWorker::blockRows, end - row), block, tally);
             }
         }
     }
 
 private:
-    void evaluateBlock(MTBulkWorker& worker, std::size_t first, std::size_t count, MTBulkTally& tally)
+    using Block = std::array<std::uint32_t, MTBulkWorker::blockRows>;
+
+    /// @param block  all Done, as it is left
+    void evaluateBlock(MTBulkWorker& worker, std::size_t first, std::size_t count, Block& block, MTBulkTally& tally)
     {
-        std::array<std::uint32_t, MTBulkWorker::blockRows> block;
-        std::fill_n(block.begin(), count, mathexpr::RowStatus::Done);
         const bool allDone = worker.evaluate(first, count, block.data());
         for (std::size_t j = 0; !allDone && j < count; ++j)
         {
@@ -70,6 +73,10 @@ private:
         if (status != nullptr)
         {
             std::copy_n(block.begin(), count, status + first);
+        }
+        if (!allDone)
+        {
+            block.fill(mathexpr::RowStatus::Done);
         }
     }
 
