@@ -88,7 +88,8 @@ def bulk_table(bulk, titles):
                   ["formula", NATIVE, WIDE, OURS, "row by row", *BULK_PEERS, "x native", f"x {WIDE}",
                    "row by row x ours", "1 thread", "2 threads", "1 thread x 2"])
     for formula, times in bulk.items():
-        figures = [number(times.get(way)) for way in [NATIVE, WIDE, OURS, "row by row", *BULK_PEERS]]
+        figures = [number(times.get(way)) + (MARK if way in times.get("inexact", ()) else "")
+                   for way in [NATIVE, WIDE, OURS, "row by row", *BULK_PEERS]]
         table.rows.append([f"{formula} {titles[f'formula {formula}']}", *figures,
                            number(times[OURS] / times[NATIVE]), number(times[OURS] / times[WIDE]),
                            number(times["row by row"] / times[OURS]), number(times["1 thread"]),
