@@ -166,8 +166,7 @@ private:
     {
         const Piece part = node(parent.parts[index]);
         const bool isConstruct = part.node->kind == TypesetNode::Kind::Construct;
-        const bool isBracketed =
-            isConstruct && index < parent.form->least.size() && part.node->form->grip < parent.form->least[index];
+        const bool isBracketed = isConstruct && part.node->form->grip < parent.form->least[index];
         const std::wstring_view brackets = typesetBrackets.in(notation);
         const std::size_t middle = isBracketed ? brackets.find(L'@') : 0;
         pieces.push_back(literal(brackets.substr(0, middle)));

@@ -34,7 +34,7 @@ enum class Grip : std::uint8_t
 struct TypesetForm
 {
     Grip grip = Grip::Atom;                 ///< Of what is set.
-    std::array<Grip, 2> least{};            ///< What the first and the second part need at least.
+    std::array<Grip, 3> least{};            ///< What each part needs at least.
     std::array<const wchar_t*, 2> texts{};  ///< By Notation.
 
     const wchar_t* in(Notation notation) const noexcept { return texts[static_cast<std::size_t>(notation)]; }

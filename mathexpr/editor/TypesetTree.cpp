@@ -32,7 +32,12 @@ public:
                 return false;
             }
         }
-        if (expectsValue || !emitDownToWall() || !waiting.empty() || operands.size() != 1)
+        if (expectsValue)
+        {
+            return false;
+        }
+        emitDownToWall();
+        if (!waiting.empty())
         {
             return false;
         }
@@ -90,7 +95,7 @@ private:
         case TokenKind::AssignedName:
             targets.push_back(reading.textOf(token));
             assignsTo = true;
-            return expectsValue && operands.empty();
+            return expectsValue;
         case TokenKind::AssignmentSign:
             return std::exchange(assignsTo, false);
         case TokenKind::Bracket:
@@ -112,10 +117,20 @@ private:
         case L'(':
             return openBracket();
         case L'e':
-            return takeOperator(L"*") && takeValue(TypesetNode::Kind::Number, L"10") && takeOperator(L"^");
+            return takePowerOfTen();
         default:
-            return endArgument() && closeBracket();
+            return closeBracket();
         }
+    }
+
+    bool takePowerOfTen()
+    {
+        if (!takeOperator(L"*"))
+        {
+            return false;
+        }
+        takeValue(TypesetNode::Kind::Number, L"10");
+        return takeOperator(L"^");
     }
 
     bool takeValue(TypesetNode::Kind kind, std::wstring text)
@@ -144,7 +159,12 @@ private:
     /// Up to a separator or a closing bracket.
     bool endArgument()
     {
-        if (expectsValue || !emitDownToWall() || waiting.empty())
+        if (expectsValue)
+        {
+            return false;
+        }
+        emitDownToWall();
+        if (waiting.empty())
         {
             return false;
         }
@@ -159,6 +179,10 @@ private:
 
     bool closeBracket()
     {
+        if (!endArgument())
+        {
+            return false;
+        }
         waiting.pop_back();
         expectsValue = false;
         return true;
@@ -192,16 +216,13 @@ private:
         return true;
     }
 
-    bool emitDownToWall()
+    /// Behind a value: each operator there has its operands, since one value more was read than operators between two.
+    void emitDownToWall()
     {
         while (!waiting.empty() && waiting.back().kind != Waiting::Kind::Wall)
         {
-            if (!emit())
-            {
-                return false;
-            }
+            emit();
         }
-        return true;
     }
 
     /// What waits on top becomes a node.

@@ -6,6 +6,7 @@
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/Limits.h"
+#include "mathexpr/Variables.h"
 #include "mathexpr/Vocabulary.h"
 #include "platform/Unicode.h"
 #include "tests/editor/EditorTexts.h"
@@ -108,6 +109,13 @@ TEST(Typeset, LeavesATextBeyondTheLimitAlone)
     mathexpr::setLimits(edited.expression, {3, 0, 0});
     EXPECT_EQ(mathexpr::typesetText(edited.expression, L"1+2", Notation::Latex), L"1 + 2");
     EXPECT_EQ(mathexpr::typesetText(edited.expression, L"1+22", Notation::Latex), L"\\mathtt{1+22}");
+}
+
+TEST(Typeset, TakesVariablesAndNamesOfTheHost)
+{
+    EditedExpression edited({{L"p_1", VALTYPE()}});
+    mathexpr::setVariable(edited.expression, L"width", VALTYPE());
+    EXPECT_EQ(mathexpr::typesetText(edited.expression, L"width*p_1", Notation::Latex), L"\\mathit{width} \\cdot p_{1}");
 }
 
 TEST(Typeset, TakesAnyDepth)
