@@ -4,6 +4,7 @@
 // MTParserRegistrar.cpp - definitions with their checks, in the order in which they are made, and the look-ups.
 #include "MTParserLib/MTParserRegistrar.h"
 
+#include "MTParserLib/program/MTItemKernels.h"
 #include "platform/Platform.h"
 
 #include <array>
@@ -125,10 +126,10 @@ void MTParserRegistrar::setSyntax(const SyntaxCharacters& characters)
     own.indexCharacters();
 }
 
-void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned, const MTItemKernels& kernels)
+void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned)
 {
     auto host = hostItemOf(item, owned);
-    MTOperatorDefinition definition{item, &kernels, host->symbol, item->getPrecedence(), item->isUnaryOp()};
+    MTOperatorDefinition definition{item, &virtualKernels, host->symbol, item->getPrecedence(), item->isUnaryOp()};
     try
     {
         checkOperator(definition);
@@ -141,7 +142,7 @@ void MTParserRegistrar::defineOperator(IMathOperator* item, bool owned, const MT
 
     MTDefinitions& own = ownDefinitions();
     reserveOneMore(own.owned);
-    own.hasHostItems = own.hasHostItems || isHostItem(kernels);
+    own.hasHostItems = true;
     own.insertOperator(definition);
     own.owned.push_back(std::move(host));
     own.indexCharacters();
@@ -183,10 +184,10 @@ void MTParserRegistrar::checkOperator(const MTOperatorDefinition& definition) co
     }
 }
 
-void MTParserRegistrar::defineFunction(IMathFunction* item, bool owned, const MTItemKernels& kernels)
+void MTParserRegistrar::defineFunction(IMathFunction* item, bool owned)
 {
     auto host = hostItemOf(item, owned);
-    MTFunctionDefinition definition{item, &kernels, host->symbol, item->getNbArgs()};
+    MTFunctionDefinition definition{item, &virtualKernels, host->symbol, item->getNbArgs()};
     checkFunction(definition);
 
     MTDefinitions& own = ownDefinitions();
@@ -208,7 +209,7 @@ void MTParserRegistrar::defineFunction(IMathFunction* item, bool owned, const MT
         own.functions[last].nextOverload = index;
     }
     own.everyNameIsPlain = own.everyNameIsPlain && platform::isPlainName(definition.symbol);
-    own.hasHostItems = own.hasHostItems || isHostItem(kernels);
+    own.hasHostItems = true;
     own.functions.push_back(definition);
     own.owned.push_back(std::move(host));
 }

@@ -16,7 +16,6 @@
 #include "MTParserLib/names/MTDefinitions.h"
 #include "MTParserLib/names/MTNameIndex.h"
 #include "MTParserLib/program/MTFrame.h"
-#include "MTParserLib/program/MTItemKernels.h"
 #include "mathexpr/IMathVariableFactory.h"
 #include "mathexpr/SMTDefExcepData.h"
 
@@ -70,9 +69,9 @@ public:
 
     /// An item handed over with owned = true belongs to the registrar from the call on, and is deleted when it is
     /// refused. Codes 3, 4, 5, 6, 10, 21.
-    void defineOperator(IMathOperator* item, bool owned, const MTItemKernels& kernels = virtualKernels);
+    void defineOperator(IMathOperator* item, bool owned);
     /// As defineOperator. Codes 7, 8, 9, 10.
-    void defineFunction(IMathFunction* item, bool owned, const MTItemKernels& kernels = virtualKernels);
+    void defineFunction(IMathFunction* item, bool owned);
     /// Defines all operators and functions of the vocabulary, without a check. The registrar knows none before.
     void defineVocabulary(MTVocabulary&& given);
     /// Codes 17 to 22.

@@ -57,13 +57,14 @@ public:
     class Table
     {
     public:
+        // not covered: runs while compiling
         constexpr void insert(std::uint32_t hash, std::size_t index) noexcept
         {
             place(slots.data(), nbSlots, Slot{hash, static_cast<std::uint32_t>(index)});
         }
 
         template <class IsNamed>
-        constexpr std::size_t find(std::uint32_t hash, IsNamed isNamed) const
+        constexpr std::size_t find(std::uint32_t hash, IsNamed isNamed) const  // not covered: runs while compiling
         {
             return findIn(slots.data(), nbSlots, hash, isNamed);
         }

@@ -152,6 +152,9 @@ TEST_F(Registrar, RefusesOperators)
     expectRefused({6, L"+.", L"", 2}, [&] { defineOperator(L"+.", false, 5); });
     expectRefused({10, L"@", L"max@", 2}, [&] { defineOperator(L"@"); });
     EXPECT_EQ(registrar.getNbOperators(), 2u);
+
+    EXPECT_NO_THROW(defineOperator(L"*"));
+    EXPECT_EQ(registrar.getNbOperators(), 3u);
 }
 
 TEST_F(Registrar, TakesOneSymbolAsABinaryAndAUnaryOperator)
