@@ -11,6 +11,7 @@
 #include "platform/Unicode.h"
 #include "tests/editor/EditorTexts.h"
 #include "tests/program/ProgramDump.h"
+#include "tests/support/MessageRecorder.h"
 
 #include <fstream>
 #include <map>
@@ -320,6 +321,7 @@ std::string programOf(MathExpression& expression)
 
 TEST(Typeset, ReadsBackToTheSameProgram)
 {
+    const MessageRecorder shown;  // message 19 is, also when silent
     std::size_t count = 0;
     for (const TypedText& typed : languageTexts())
     {
@@ -410,6 +412,7 @@ bool assignsOddly(const MathExpression& expression, const std::wstring& text)
 
 TEST(Typeset, IsWellFormedForEveryText)
 {
+    const MessageRecorder shown;
     forEachBeginning([&](const TypedText& typed) {
         EditedExpression edited(typed.host);
         EXPECT_TRUE(isNested(mathexpr::typesetText(edited.expression, typed.text.c_str(), Notation::Latex)))
