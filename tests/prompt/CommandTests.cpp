@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // CommandTests.cpp - how the prompt reads its commands.
-#include "tools/calc/PromptCommands.h"
+#include "tools/calc/prompt/PromptCommands.h"
 
 #include <gtest/gtest.h>
 

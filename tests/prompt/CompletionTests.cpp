@@ -9,10 +9,10 @@
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Variables.h"
 #include "tests/MadeValues.h"
-#include "tools/calc/HostNames.h"
-#include "tools/calc/PromptCompletion.h"
-#include "tools/calc/Utf8.h"
-#include "tools/calc/VocabularyItems.h"
+#include "tools/calc/answer/HostNames.h"
+#include "tools/calc/prompt/PromptCompletion.h"
+#include "tools/calc/text/Utf8.h"
+#include "tools/calc/vocabulary/VocabularyItems.h"
 
 #include <gtest/gtest.h>
 

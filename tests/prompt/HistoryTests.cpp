@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // HistoryTests.cpp - the file that keeps the lines of earlier sessions.
-#include "tools/calc/PromptHistory.h"
+#include "tools/calc/prompt/PromptHistory.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // NoteTests.cpp - what is said beside a value, words of other programs, and text that is shown safely.
-#include "tools/calc/notes/AnswerNotes.h"
+#include "tools/calc/report/AnswerNotes.h"
 #include "tools/calc/text/Displayable.h"
 #include "tools/calc/text/Wrapped.h"
 

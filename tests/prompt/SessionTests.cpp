@@ -3,7 +3,7 @@
 //
 // SessionTests.cpp - what lines do at the prompt, wherever they come from.
 #include "tools/calc/Calculator.h"
-#include "tools/calc/PromptSession.h"
+#include "tools/calc/prompt/PromptSession.h"
 
 #include <gtest/gtest.h>
 

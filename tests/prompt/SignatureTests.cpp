@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // SignatureTests.cpp - the call at the cursor.
-#include "tools/calc/PromptSignature.h"
+#include "tools/calc/prompt/PromptSignature.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 //
 // UnitTests.cpp - questions about units, the names of units, and the search for them.
-#include "tools/calc/find/VocabularySearch.h"
 #include "tools/calc/units/UnitAnswer.h"
-#include "tools/calc/units/UnitNames.h"
 #include "tools/calc/units/UnitQuestion.h"
+#include "tools/calc/vocabulary/UnitNames.h"
+#include "tools/calc/vocabulary/VocabularySearch.h"
 
 #include <gtest/gtest.h>
 

@@ -10,8 +10,8 @@
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Variables.h"
-#include "tools/calc/PlainReport.h"
-#include "tools/calc/Utf8.h"
+#include "tools/calc/report/PlainReport.h"
+#include "tools/calc/text/Utf8.h"
 
 #include <new>
 #include <utility>

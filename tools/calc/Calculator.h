@@ -7,11 +7,11 @@
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/Variables.h"
-#include "tools/calc/Answer.h"
-#include "tools/calc/HostNames.h"
-#include "tools/calc/MessageRecorder.h"
-#include "tools/calc/NamedValue.h"
-#include "tools/calc/Options.h"
+#include "tools/calc/answer/Answer.h"
+#include "tools/calc/answer/HostNames.h"
+#include "tools/calc/answer/MessageRecorder.h"
+#include "tools/calc/answer/NamedValue.h"
+#include "tools/calc/options/Options.h"
 
 #include <optional>
 #include <string>

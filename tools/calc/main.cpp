@@ -4,15 +4,15 @@
 // main.cpp - mathexpr, the command-line calculator: computes the expressions of its command line or of standard input.
 
 #include "tools/calc/Calculator.h"
-#include "tools/calc/InputLine.h"
-#include "tools/calc/JsonReport.h"
-#include "tools/calc/Options.h"
-#include "tools/calc/PlainReport.h"
-#include "tools/calc/Prompt.h"
-#include "tools/calc/Table.h"
-#include "tools/calc/Terminal.h"
-#include "tools/calc/VocabularyReport.h"
+#include "tools/calc/options/Options.h"
+#include "tools/calc/prompt/Prompt.h"
+#include "tools/calc/report/JsonReport.h"
+#include "tools/calc/report/PlainReport.h"
+#include "tools/calc/table/Table.h"
+#include "tools/calc/terminal/Terminal.h"
 #include "tools/calc/text/Displayable.h"
+#include "tools/calc/text/InputLine.h"
+#include "tools/calc/vocabulary/VocabularyReport.h"
 
 #include <algorithm>
 #include <exception>

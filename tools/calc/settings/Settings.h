@@ -4,7 +4,7 @@
 // Settings.h - what the user has chosen at the prompt, kept in a file of lines such as "digits=6".
 #pragma once
 
-#include "tools/calc/ValueText.h"
+#include "tools/calc/text/ValueText.h"
 
 #include <cstdint>
 #include <optional>

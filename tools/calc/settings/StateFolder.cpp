@@ -8,7 +8,7 @@
 #include <filesystem>
 
 #if defined(_WIN32)
-#include "tools/calc/Utf8.h"
+#include "tools/calc/text/Utf8.h"
 #endif
 
 namespace {

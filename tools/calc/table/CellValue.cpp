@@ -4,7 +4,7 @@
 // CellValue.cpp - see CellValue.h.
 #include "tools/calc/table/CellValue.h"
 
-#include "tools/calc/TableReader.h"
+#include "tools/calc/table/TableReader.h"
 #include "tools/calc/text/Displayable.h"
 
 #include <algorithm>

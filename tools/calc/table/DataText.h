@@ -6,7 +6,7 @@
 #pragma once
 
 #include "mathexpr/ValType.h"
-#include "tools/calc/ValueText.h"
+#include "tools/calc/text/ValueText.h"
 
 #include <cstdint>
 #include <string>

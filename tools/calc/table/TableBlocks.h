@@ -5,8 +5,8 @@
 // not grow with the table.
 #pragma once
 
-#include "tools/calc/TableReader.h"
-#include "tools/calc/TableSource.h"
+#include "tools/calc/table/TableReader.h"
+#include "tools/calc/table/TableSource.h"
 
 #include <cstddef>
 #include <cstdint>

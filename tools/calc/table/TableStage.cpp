@@ -7,7 +7,7 @@
 
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/Variables.h"
-#include "tools/calc/PlainReport.h"
+#include "tools/calc/report/PlainReport.h"
 
 #include <algorithm>
 #include <stdexcept>

@@ -5,8 +5,8 @@
 #pragma once
 
 #include "tools/calc/Calculator.h"
-#include "tools/calc/Options.h"
-#include "tools/calc/TableBatch.h"
+#include "tools/calc/options/Options.h"
+#include "tools/calc/table/TableBatch.h"
 
 #include <cstddef>
 #include <cstdint>

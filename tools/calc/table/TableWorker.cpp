@@ -4,11 +4,11 @@
 // TableWorker.cpp - rows of a block go through in batches. A batch passes one stage after the other.
 #include "tools/calc/table/TableWorker.h"
 
-#include "tools/calc/Utf8.h"
 #include "tools/calc/table/CellValue.h"
 #include "tools/calc/table/DataText.h"
-#include "tools/calc/table/TableFormat.h"
 #include "tools/calc/text/Displayable.h"
+#include "tools/calc/text/TableFormat.h"
+#include "tools/calc/text/Utf8.h"
 
 #include <nlohmann/json.hpp>
 

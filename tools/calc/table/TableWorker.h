@@ -5,9 +5,9 @@
 // that changes, so that each may have a thread of its own.
 #pragma once
 
-#include "tools/calc/Options.h"
-#include "tools/calc/TableBatch.h"
-#include "tools/calc/TableReader.h"
+#include "tools/calc/options/Options.h"
+#include "tools/calc/table/TableBatch.h"
+#include "tools/calc/table/TableReader.h"
 #include "tools/calc/table/TableStage.h"
 
 #include <cstddef>

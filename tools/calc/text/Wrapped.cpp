@@ -4,7 +4,7 @@
 // Wrapped.cpp - see Wrapped.h.
 #include "tools/calc/text/Wrapped.h"
 
-#include "tools/calc/DisplayWidth.h"
+#include "tools/calc/text/DisplayWidth.h"
 
 #include <algorithm>
 

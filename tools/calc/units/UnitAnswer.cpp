@@ -5,9 +5,9 @@
 #include "tools/calc/units/UnitAnswer.h"
 
 #include "mathexpr/MathExpression.h"
-#include "tools/calc/MessageRecorder.h"
-#include "tools/calc/Utf8.h"
-#include "tools/calc/ValueText.h"
+#include "tools/calc/answer/MessageRecorder.h"
+#include "tools/calc/text/Utf8.h"
+#include "tools/calc/text/ValueText.h"
 #include "tools/calc/units/UnitQuestion.h"
 
 std::string unitAnswer(std::string_view text, std::uint32_t digits)

@@ -4,9 +4,9 @@
 // UnitQuestion.cpp - a small grammar of its own: quantities, each a number and a unit, then perhaps "to" and a unit.
 #include "tools/calc/units/UnitQuestion.h"
 
-#include "tools/calc/Utf8.h"
-#include "tools/calc/VocabularyItems.h"
-#include "tools/calc/units/UnitNames.h"
+#include "tools/calc/text/Utf8.h"
+#include "tools/calc/vocabulary/UnitNames.h"
+#include "tools/calc/vocabulary/VocabularyItems.h"
 
 #include <algorithm>
 #include <array>

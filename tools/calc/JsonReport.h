@@ -1,9 +1,0 @@
-// SPDX-FileCopyrightText: 2026 The mathexpr authors
-// SPDX-License-Identifier: MIT
-//
-// JsonReport.h - answers for scripts: one JSON object a line on standard output.
-#pragma once
-
-#include "tools/calc/Answer.h"
-
-void reportJson(const Answer& answer);

@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// PromptCompletion.cpp - chooses from what the library offers. A function is offered with its opening bracket: its
+// arguments are typed behind it, and the signature names them.
+#include "tools/calc/prompt/PromptCompletion.h"
+
+#include "tools/calc/prompt/PromptCommands.h"
+#include "tools/calc/text/Utf8.h"
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+
+namespace {
+
+char lowerCase(char unit)
+{
+    return unit >= 'A' && unit <= 'Z' ? static_cast<char>(unit - 'A' + 'a') : unit;
+}
+
+bool beginsAlike(std::string_view text, std::string_view beginning)
+{
+    return text.size() >= beginning.size() &&
+           std::equal(beginning.begin(), beginning.end(), text.begin(),
+                      [](char left, char right) { return lowerCase(left) == lowerCase(right); });
+}
+
+/// Those that begin with what has been typed; where none does, those that begin so but for the case of letters.
+std::vector<std::string> beginningWith(std::string_view typed, const std::vector<std::string>& candidates)
+{
+    std::vector<std::string> exact;
+    std::vector<std::string> alike;
+    for (const std::string& candidate : candidates)
+    {
+        if (candidate.starts_with(typed))
+        {
+            exact.push_back(candidate);
+        }
+        else if (beginsAlike(candidate, typed))
+        {
+            alike.push_back(candidate);
+        }
+    }
+    return exact.empty() ? alike : exact;
+}
+
+std::vector<mathexpr::CompletionItem> itemsAt(const MathExpression& expression,
+                                              const mathexpr::IMathExprNameNotes* notes, const std::wstring& text,
+                                              std::size_t cursor)
+{
+    mathexpr::CompletionOptions options;
+    options.maxCount = std::numeric_limits<std::uint32_t>::max();
+    options.notes = notes;
+    return mathexpr::getCompletions(expression, text.c_str(), static_cast<std::uint32_t>(cursor), options);
+}
+
+/// What an item inserts, without the arguments of a function.
+std::string candidateOf(const mathexpr::CompletionItem& item)
+{
+    const std::size_t bracket = item.kind == mathexpr::TokenKind::Function ? 1 : 0;
+    return toUtf8(item.edit.replacement.substr(0, item.name.size() + bracket));
+}
+
+Completion completeExpression(const MathExpression& expression, const mathexpr::IMathExprNameNotes* notes,
+                              const std::wstring& before, const std::wstring& behind)
+{
+    const std::vector<mathexpr::CompletionItem> items = itemsAt(expression, notes, before + behind, before.size());
+    if (items.empty())
+    {
+        return {};
+    }
+    const mathexpr::TextSpan replaced = items.front().edit.span;
+    const std::wstring rest = behind.substr(0, replaced.start + replaced.length - before.size());
+    if (rest.find(L' ') != std::wstring::npos)  // to the language all one word, but not to the user
+    {
+        return {};
+    }
+    const std::string typed = toUtf8(before.substr(replaced.start));
+    std::vector<std::string> all;
+    std::ranges::transform(items, std::back_inserter(all), candidateOf);
+    std::vector<std::string> begun = beginningWith(typed, all);
+    return {typed.size(), toUtf8(rest).size(), begun.empty() ? std::move(all) : std::move(begun)};
+}
+
+/// All that the word of a command can become and the command would not refuse.
+std::vector<std::string> wordsFor(const CommandWord& word, const MathExpression& expression,
+                                  const mathexpr::IMathExprNameNotes* notes)
+{
+    std::vector<std::string> words = possibleWords(word);
+    if (word.command == PromptCommand::Help)
+    {
+        std::ranges::transform(itemsAt(expression, notes, {}, 0), std::back_inserter(words),
+                               [](const mathexpr::CompletionItem& item) { return toUtf8(item.name); });
+    }
+    return words;
+}
+
+}
+
+Completion complete(const MathExpression& expression, const mathexpr::IMathExprNameNotes* notes,
+                    std::string_view before, std::string_view behind)
+{
+    if (isCommand(before))
+    {
+        const CommandWord word = commandWordAt(before);
+        return {word.typed.size(), 0, beginningWith(word.typed, wordsFor(word, expression, notes))};
+    }
+    const auto typed = toWide(before);
+    const auto rest = toWide(behind);
+    return typed && rest ? completeExpression(expression, notes, *typed, *rest) : Completion();
+}
+
+std::string commonBeginning(const std::vector<std::string>& candidates)
+{
+    if (candidates.empty())
+    {
+        return {};
+    }
+    std::string common = candidates.front();
+    for (const std::string& candidate : candidates)
+    {
+        const auto differing = std::mismatch(common.begin(), common.end(), candidate.begin(), candidate.end()).first;
+        common.erase(differing, common.end());
+    }
+    const auto isContinuation = [](char unit) { return (static_cast<unsigned char>(unit) & 0xC0) == 0x80; };
+    const bool tearsCharacter = std::any_of(candidates.begin(), candidates.end(), [&](const std::string& candidate) {
+        return candidate.size() > common.size() && isContinuation(candidate[common.size()]);
+    });
+    while (tearsCharacter && !common.empty() && isContinuation(common.back()))
+    {
+        common.pop_back();
+    }
+    if (tearsCharacter && !common.empty())
+    {
+        common.pop_back();
+    }
+    return common;
+}

@@ -1,0 +1,9 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// JsonReport.h - answers for scripts: one JSON object a line on standard output.
+#pragma once
+
+#include "tools/calc/answer/Answer.h"
+
+void reportJson(const Answer& answer);
