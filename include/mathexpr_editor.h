@@ -534,7 +534,7 @@ MATHEXPR_C_API mathexpr_status mathexpr_set_name_index(mathexpr_expression* expr
 enum
 {
     MATHEXPR_NOTATION_LATEX = 0,   ///< For math mode, with the package amsmath; also what MathJax and KaTeX take.
-    MATHEXPR_NOTATION_MATHML = 1,  ///< Presentation MathML: one element <math>, well-formed for any text.
+    MATHEXPR_NOTATION_MATHML = 1,  ///< Presentation MathML: one `math` element, well-formed for any text.
 };
 
 /// Sets a text as a page or a notebook shows it: fractions, roots, powers, "p_1" with an index, points as columns. Brackets

@@ -23,7 +23,7 @@ namespace mathexpr {
 enum class Notation : std::uint32_t
 {
     Latex = 0,   ///< For math mode, with the package amsmath; also what MathJax and KaTeX take.
-    MathMl = 1,  ///< Presentation MathML: one element <math>, well-formed for any text.
+    MathMl = 1,  ///< Presentation MathML: one `math` element, well-formed for any text.
 };
 
 /// The text in a notation, whether or not its names are known. A text that is no expression is set as it was typed, in
