@@ -57,7 +57,7 @@ std::vector<std::wstring> KnownNames::indexedMatching(std::wstring_view typed, s
 std::vector<std::wstring> KnownNames::indexedNear(std::wstring_view name) const
 {
     const NameIndex* const own = index();
-    return own == nullptr ? std::vector<std::wstring>() : own->entries->near(name);
+    return own == nullptr ? std::vector<std::wstring>() : own->entries->neighboursOf(name);
 }
 
 const NameNotes* KnownNames::findIndexed(std::wstring_view name) const

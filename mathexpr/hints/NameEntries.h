@@ -29,7 +29,7 @@ public:
     std::vector<std::wstring> matching(std::wstring_view typed, std::size_t maxCount) const;
 
     /// The neighbours of a name that need not be there.
-    std::vector<std::wstring> near(std::wstring_view name) const;
+    std::vector<std::wstring> neighboursOf(std::wstring_view name) const;
 
 private:
     /// In lower case, and as it was added.

@@ -81,7 +81,7 @@ std::vector<std::wstring> NameEntries::matching(std::wstring_view typed, std::si
     return found;
 }
 
-std::vector<std::wstring> NameEntries::near(std::wstring_view name) const
+std::vector<std::wstring> NameEntries::neighboursOf(std::wstring_view name) const
 {
     const auto middle = names.lower_bound(Key(inLowerCase(name), std::wstring()));
     std::vector<std::wstring> found;
