@@ -10,7 +10,7 @@ last:
 
 - A fenced block below a line that ends in "as `NAME`:" is a file, and is saved under that name.
 - A block of sh is run, after the lines of earlier ones that begin with export. The block of text that follows it, if
-  there is one, is what it prints.
+  there is one, is what it prints. The command mathexpr is the CALCULATOR, unless the page installs another one.
 - A block of python that is no file is a session, with >>> before what is typed. Those of a page are one session, which
   the Python of the page's `.venv` runs, or else the one that runs this.
 - In a table whose first column is Expression, the CALCULATOR is given the expressions of a row, one after the other. The
@@ -51,8 +51,9 @@ class Page:
 
     def run(self, command, what):
         """What a command prints, with no terminal around it; a failure is told."""
-        done = subprocess.run(command, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                              stderr=subprocess.STDOUT, text=True, encoding="utf-8", check=False)
+        path = os.pathsep.join([os.environ["PATH"], os.path.dirname(self.calculator)])
+        done = subprocess.run(command, cwd=self.folder, env={**os.environ, "PATH": path}, stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, encoding="utf-8", check=False)
         if done.returncode != 0:
             self.failures += 1
             print(f"{self.path.name}: exit status {done.returncode} of\n{what}\n{done.stdout}")
