@@ -40,7 +40,7 @@ FORBIDDEN_INCLUDES = {
 
 CPP_SUFFIXES = {".h", ".hpp", ".cpp", ".def"}
 SOURCE_SUFFIXES = CPP_SUFFIXES | {".c", ".py", ".cmake", ".sh"}
-SKIPPED_FOLDERS = {"build", "dist", ".git"}
+SKIPPED_FOLDERS = {"build", "dist", "node_modules", ".git"}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 # Beside the standard library's: its ABI, and the vectors of processors, which compilers bring along.

@@ -1,0 +1,130 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
+/**
+ * editor.js - the worksheet's editor. It lives in a shadow root, where its styles are adopted style sheets: the page's policy
+ * allows no <style> element.
+ */
+import { defaultKeymap, history, historyKeymap } from "@codemirror/commands";
+import { lintKeymap, linter } from "@codemirror/lint";
+import { Compartment, EditorState } from "@codemirror/state";
+import { EditorView, drawSelection, highlightActiveLine, highlightActiveLineGutter, keymap, lineNumbers } from "@codemirror/view";
+import { maxLines, maxSheetLength } from "../engine/limits.js";
+import { texts } from "../texts.js";
+import { acceptFirst, completion, explanation } from "./assistance.js";
+import { display, typesetting } from "./display.js";
+import { fixLine, messageLanguage, problems } from "./problems.js";
+import { resultsField, setResults } from "./results.js";
+import { theme } from "./theme.js";
+
+export class SheetEditor {
+  #view;
+  #typesetting = new Compartment();
+  #language = new Compartment();
+  #extensions;
+
+  /**
+   * @param {HTMLElement} parent
+   * @param {object} host
+   * @param {string} host.text
+   * @param {boolean} host.typeset
+   * @param {string} host.language  of messages
+   * @param {import("./assistance.js").Ask} host.ask
+   * @param {() => void} host.onChange
+   * @param {() => void} host.onCursor  called when the cursor or the text around it has changed
+   */
+  constructor(parent, { text, typeset, language, ask, onChange, onCursor }) {
+    const root = parent.attachShadow({ mode: "open" });
+    this.#extensions = [
+      lineNumbers(),
+      history(),
+      drawSelection(),
+      highlightActiveLine(),
+      highlightActiveLineGutter(),
+      EditorView.lineWrapping,
+      EditorView.contentAttributes.of({ "aria-label": texts.editor, tabindex: "0", autocapitalize: "off", autocorrect: "off", spellcheck: "false" }),
+      EditorState.changeFilter.of(({ newDoc }) => newDoc.length <= maxSheetLength && newDoc.lines <= maxLines),
+      resultsField,
+      display,
+      problems,
+      linter(null, { tooltipFilter: () => [] }), // the message stands below the line
+      completion(ask),
+      explanation(ask),
+      this.#typesetting.of(typesetting.of(typeset)),
+      this.#language.of(messageLanguage.of(language)),
+      theme,
+      keymap.of([
+        { key: "Tab", run: acceptFirst },
+        { key: "Alt-Enter", run: fixLine },
+        ...historyKeymap,
+        ...lintKeymap,
+        ...defaultKeymap,
+      ]),
+      EditorView.updateListener.of((update) => {
+        if (update.docChanged) onChange();
+        if (update.docChanged || update.selectionSet || update.focusChanged) onCursor();
+      }),
+    ];
+    this.#view = new EditorView({ state: this.#stateOf(text), parent: root, root });
+  }
+
+  #stateOf(text) {
+    return EditorState.create({ doc: text, extensions: this.#extensions });
+  }
+
+  get text() {
+    return this.#view.state.doc.toString();
+  }
+
+  get lines() {
+    return this.text.split("\n");
+  }
+
+  /** The line with the cursor, and where in it the cursor is. */
+  get cursor() {
+    const { head } = this.#view.state.selection.main;
+    const line = this.#view.state.doc.lineAt(head);
+    return { line: line.number - 1, text: line.text, cursor: head - line.from, hasFocus: this.#view.hasFocus };
+  }
+
+  focus() {
+    this.#view.focus();
+  }
+
+  /** Replaces the whole text, which can be undone. */
+  replaceAll(text) {
+    const { state } = this.#view;
+    this.#view.dispatch({ changes: { from: 0, to: state.doc.length, insert: text }, selection: { anchor: 0 } });
+  }
+
+  /** Adds a line at the end, and puts the cursor there. */
+  append(text) {
+    const { doc } = this.#view.state;
+    const insert = doc.line(doc.lines).length ? `\n${text}` : text;
+    const end = doc.length + insert.length;
+    this.#view.dispatch({ changes: { from: doc.length, insert }, selection: { anchor: end }, scrollIntoView: true });
+  }
+
+  /** Puts another text in the place of a stretch of a line; false where the line has become another one. */
+  rewrite(line, source, { start, length }, insert) {
+    const { doc } = this.#view.state;
+    if (line >= doc.lines || doc.line(line + 1).text !== source) return false;
+    const from = doc.line(line + 1).from + start;
+    // Without the name of a user event, those of one drag are one step of the history.
+    this.#view.dispatch({ changes: { from, to: from + length, insert } });
+    return true;
+  }
+
+  /** @param {import("../engine/line-results.js").LineResult[]} results */
+  showResults(results) {
+    this.#view.dispatch({ effects: setResults.of(results) });
+  }
+
+  set typeset(typeset) {
+    this.#view.dispatch({ effects: this.#typesetting.reconfigure(typesetting.of(typeset)) });
+  }
+
+  set language(language) {
+    this.#view.dispatch({ effects: this.#language.reconfigure(messageLanguage.of(language)) });
+  }
+}

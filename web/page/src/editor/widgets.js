@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
+/** widgets.js - what stands between the texts of the editor: values, typeset lines, problems. */
+import { WidgetType } from "@codemirror/view";
+import { texts } from "../texts.js";
+
+const mathMl = "http://www.w3.org/1998/Math/MathML";
+
+function element(tag, className, text = "") {
+  const made = document.createElement(tag);
+  made.className = className;
+  made.textContent = text;
+  return made;
+}
+
+/** A value at the right of its line. */
+export class ValueWidget extends WidgetType {
+  constructor(text, kind) {
+    super();
+    this.text = text;
+    this.kind = kind;
+  }
+
+  eq(other) {
+    return other.text === this.text && other.kind === this.kind;
+  }
+
+  toDOM() {
+    const value = element("span", `value ${this.kind}`, this.text);
+    value.title = this.text;
+    return value;
+  }
+}
+
+/** A line as it is typeset; as it is written where that is too wide, since formulas do not wrap. */
+export class TypesetWidget extends WidgetType {
+  constructor(source, mathml) {
+    super();
+    this.source = source;
+    this.mathml = mathml;
+  }
+
+  eq(other) {
+    return other.source === this.source && other.mathml === this.mathml;
+  }
+
+  toDOM(view) {
+    const typeset = element("span", "typeset");
+    typeset.append(mathOf(this.mathml));
+    view.requestMeasure({
+      read: () => typeset.scrollWidth > typeset.clientWidth,
+      write: (isTooWide) => {
+        if (isTooWide) typeset.replaceChildren(this.source);
+      },
+    });
+    return typeset;
+  }
+
+  ignoreEvent() {
+    return false;
+  }
+}
+
+/** What the library has typeset, which is MathML and nothing else. */
+function mathOf(source) {
+  const { documentElement } = new DOMParser().parseFromString(source, "application/xml");
+  const elements = [documentElement, ...documentElement.querySelectorAll("*")];
+  if (elements.some(({ namespaceURI }) => namespaceURI !== mathMl)) throw new Error("no MathML");
+  return document.importNode(documentElement, true);
+}
+
+/** The message below a line that has no value, its hints, and the button of its fix. */
+export class ProblemWidget extends WidgetType {
+  constructor(problem, language, applyFix) {
+    super();
+    this.problem = problem;
+    this.language = language;
+    this.applyFix = applyFix;
+    this.key = JSON.stringify([problem, language]);
+  }
+
+  eq(other) {
+    return other.key === this.key;
+  }
+
+  toDOM() {
+    const { message, hints, fix } = this.problem;
+    const shown = element("div", "problem");
+    const said = element("span", "message", message);
+    said.lang = this.language;
+    shown.append(said);
+    for (const hint of hints) {
+      const advice = element("span", "hint", hint);
+      advice.lang = this.language;
+      shown.append(" ", advice);
+    }
+    if (fix) {
+      const button = element("button", "fix", texts.fix(fix.replacement));
+      button.type = "button";
+      button.title = "Alt+Enter";
+      button.onclick = () => this.applyFix(this.problem);
+      shown.append(" ", button);
+    }
+    return shown;
+  }
+}

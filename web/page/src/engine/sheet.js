@@ -1,0 +1,269 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
+/**
+ * sheet.js - a sheet evaluated from top to bottom: each line sees the variables of the lines above it, and `ans`.
+ *
+ * A line is evaluated by an expression of its own, which asks for names; so the names that it has asked for are all it
+ * depends on. A line is computed again only where its text or one of the answers has changed.
+ */
+import { Expression, MathExprError, formatValue } from "mathexpr";
+import { constructionsOf } from "./constructions.js";
+import { maxColouredLength, maxLineLength, maxTypesetLength } from "./limits.js";
+
+/** The name that is free in a line that is plotted. */
+export const freeName = "x";
+
+/** Names ignore the case of the letters A to Z. */
+const keyOf = (name) => name.replace(/[A-Z]/g, (letter) => letter.toLowerCase());
+
+/** What the lines above have defined. */
+export class Names {
+  #values = new Map();
+
+  /** @returns {import("mathexpr").Value | undefined} */
+  get = (name) => this.#values.get(keyOf(name))?.value;
+
+  set(name, value) {
+    this.#values.set(keyOf(name), { name, value });
+  }
+
+  /** In the spelling of their definition. */
+  *[Symbol.iterator]() {
+    for (const { name } of this.#values.values()) yield name;
+  }
+
+  copy() {
+    const copy = new Names();
+    copy.#values = new Map(this.#values);
+    return copy;
+  }
+}
+
+/** @typedef {import("./line-results.js").LineResult} LineResult */
+
+/**
+ * @typedef {object} Computed  a line as it was computed, and what it depends on
+ * @property {LineResult} result
+ * @property {import("mathexpr").Value | undefined} value
+ * @property {Map<string, import("mathexpr").Value | undefined>} asked
+ */
+
+export class Sheet {
+  /** @type {Map<string, Computed[]>} by the line's text: one for each place where it stands */
+  #known = new Map();
+  /** @type {string[]} */
+  #lines = [];
+  #digits = 15;
+  /** Texts that have taken too long. */
+  #stopped = new Set();
+  #beforeLine;
+
+  /** @param {(source: string) => void} beforeLine  called before a line is computed */
+  constructor(beforeLine) {
+    this.#beforeLine = beforeLine;
+  }
+
+  /** Computes all lines anew from now on. */
+  forget() {
+    this.#known.clear();
+  }
+
+  /** @param {number} digits  significant digits of values; 0: all that matter */
+  set digits(digits) {
+    this.#digits = digits;
+    this.forget();
+  }
+
+  /** A line that is not computed again, since it has taken too long. */
+  stop(source) {
+    this.#stopped.add(source);
+  }
+
+  /**
+   * @param {string[]} lines
+   * @returns {LineResult[]}
+   */
+  evaluate(lines) {
+    this.#lines = lines;
+    const known = new Map();
+    const results = [];
+    this.#walk(lines.length, (source, names) => {
+      const computed = this.#reuse(source, names) ?? this.#compute(source, names);
+      const places = known.get(source);
+      if (places) places.push(computed);
+      else known.set(source, [computed]);
+      results.push(computed.result);
+      return computed;
+    });
+    this.#known = known;
+    return results;
+  }
+
+  /**
+   * The names that a line sees.
+   * @param {number} line  from 0
+   */
+  namesAt(line) {
+    return this.#walk(line, (source, names) => this.#reuse(source, names) ?? this.#compute(source, names));
+  }
+
+  /**
+   * @param {number} end
+   * @param {(source: string, names: Names) => Computed} computedOf
+   */
+  #walk(end, computedOf) {
+    const names = new Names();
+    for (let line = 0; line < Math.min(end, this.#lines.length); ++line) {
+      const { result, value } = computedOf(this.#lines[line], names);
+      if (value === undefined) continue;
+      if (result.name) names.set(result.name, value);
+      names.set("ans", value);
+    }
+    return names;
+  }
+
+  #reuse(source, names) {
+    const same = (computed) => [...computed.asked].every(([name, value]) => sameValue(names.get(name), value));
+    return this.#known.get(source)?.find(same);
+  }
+
+  /** @returns {Computed} */
+  #compute(source, names) {
+    const asked = new Map();
+    const result = emptyResult(source);
+    if (isBlank(source)) return { result, value: undefined, asked };
+    if (isComment(source)) return { result: { ...result, kind: "comment" }, value: undefined, asked };
+    if (this.#stopped.has(source)) return { result: { ...result, kind: "stopped" }, value: undefined, asked };
+    this.#beforeLine(source);
+    const resolver = (name) => {
+      const value = names.get(name);
+      asked.set(keyOf(name), value);
+      return value;
+    };
+    const expression = new Expression(undefined, {}, { resolver, names, limits: { maxTextLength: maxLineLength } });
+    try {
+      const tokens = expression.tokens(source);
+      if (source.length <= maxColouredLength) result.tokens = tokens.map(plainToken);
+      result.handles = handlesOf(expression, source);
+      const value = expression.evaluate(source);
+      const isPoint = typeof value !== "number";
+      const evaluatePart = (text) => new OneUse(resolver).evaluate(text);
+      Object.assign(result, {
+        kind: "value",
+        value: this.#text(value),
+        name: assignedName(tokens),
+        point: isPoint ? [value.x, value.y, value.z] : null,
+        mathml: typeset(expression, source),
+        constructions: constructionsOf(source, tokens, evaluatePart),
+      });
+      return { result, value, asked };
+    } catch (error) {
+      if (!(error instanceof MathExprError)) throw error;
+      if (isCurve(source, asked, names)) {
+        const name = assignedName(expression.tokens(source));
+        Object.assign(result, { kind: "curve", name, mathml: typeset(expression, source) });
+      } else {
+        result.kind = "problem";
+        result.problem = problemOf(error, expression.diagnose(source, { askResolver: true }).state === "unfinished");
+      }
+      return { result, value: undefined, asked };
+    } finally {
+      expression.free();
+    }
+  }
+
+  #text(value) {
+    return this.#digits ? formatValue(value, this.#digits) : formatValue(value);
+  }
+}
+
+/** Evaluates one text, which sees the names that a resolver answers. */
+class OneUse {
+  constructor(resolver) {
+    this.resolver = resolver;
+  }
+
+  /** @returns {import("mathexpr").Value | undefined} nothing where it has none */
+  evaluate(text) {
+    const expression = new Expression(undefined, {}, { resolver: this.resolver });
+    try {
+      return expression.evaluate(text);
+    } catch (error) {
+      if (error instanceof MathExprError) return undefined;
+      throw error;
+    } finally {
+      expression.free();
+    }
+  }
+}
+
+export const isBlank = (source) => /^\s*$/.test(source);
+export const isComment = (source) => /^[ \t]*#/.test(source);
+
+/** Whether a line compiles where the free name has a value, and asks for no other unknown one. */
+function isCurve(source, asked, names) {
+  if (!asked.has(freeName) || names.get(freeName) !== undefined) return false;
+  const expression = new Expression(undefined, { [freeName]: 1 }, { resolver: names.get });
+  try {
+    expression.compile(source);
+    return true;
+  } catch (error) {
+    if (error instanceof MathExprError) return false;
+    throw error;
+  } finally {
+    expression.free();
+  }
+}
+
+/** @returns {LineResult} */
+function emptyResult(source) {
+  return {
+    source,
+    kind: "blank",
+    tokens: [],
+    value: "",
+    name: "",
+    point: null,
+    mathml: "",
+    handles: [],
+    constructions: [],
+    problem: null,
+  };
+}
+
+/** A token without what the page does not need. */
+const plainToken = ({ kind, start, length, partner }) => ({ kind, start, length, partner });
+
+const typeset = (expression, source) => (source.length > maxTypesetLength ? "" : expression.typeset(source, "mathml"));
+
+function assignedName(tokens) {
+  return tokens.find(({ kind }) => kind === "assigned name")?.text.replace(/\s/g, "") ?? "";
+}
+
+function handlesOf(expression, source) {
+  return expression
+    .literals(source)
+    .filter(({ value }) => typeof value !== "number")
+    .map(({ start, length, value }) => ({ start, length, at: [value.x, value.y, value.z] }));
+}
+
+/** @returns {import("./line-results.js").Problem} */
+function problemOf(error, unfinished) {
+  const { message, hints, span, fix } = error;
+  return {
+    message,
+    hints: [...hints],
+    start: span.start,
+    length: span.length,
+    fix: fix && { start: fix.start, length: fix.length, replacement: fix.replacement },
+    unfinished,
+  };
+}
+
+function sameValue(a, b) {
+  if (typeof a === "object" && typeof b === "object") {
+    return Object.is(a.x, b.x) && Object.is(a.y, b.y) && Object.is(a.z, b.z);
+  }
+  return Object.is(a, b);
+}

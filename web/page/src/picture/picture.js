@@ -1,0 +1,283 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
+/**
+ * picture.js - the sheet in plan. It pans and zooms by mouse, fingers and keys; a point that is written out in a line is dragged, or
+ * moved by the arrow keys, and its line changes.
+ */
+import { texts } from "../texts.js";
+import { Curves } from "./curves.js";
+import { pointText, sceneOf } from "./scene.js";
+import { axisText, curveOf, dimensionOf, gapOf, gridOf, lineOf, pointOf, scaleOf, svg, vectorOf } from "./shapes.js";
+import { View, decimalsOf } from "./view.js";
+
+const colours = 6;
+const zoomStep = 1.25;
+const curveRange = [-10, 10];
+
+export class Picture {
+  #host;
+  #gaps;
+  #onMove;
+  #svg;
+  /** What is said where there is nothing to draw. */
+  #empty;
+  #view = new View();
+  #results = [];
+  #scene = sceneOf([]);
+  #curves;
+  /** Whether the user has chosen what is seen. */
+  #isChosen = false;
+  #needsFit = true;
+  #pointers = new Map();
+  #dragged = "";
+  /** A move that waits until the line's result has come. */
+  #waiting = null;
+  options = { grid: true, vectors: false, unit: "" };
+
+  /**
+   * @param {HTMLElement} host
+   * @param {HTMLElement} gaps  the list of places that are left open
+   * @param {object} sheet
+   * @param {(parameters: object) => Promise<any>} sheet.askCurve
+   * @param {(line: number, source: string, handle: {start: number, length: number}, text: string) => boolean} sheet.onMove
+   *        false where the line is no longer the source
+   */
+  constructor(host, gaps, { askCurve, onMove }) {
+    this.#host = host;
+    this.#gaps = gaps;
+    this.#onMove = onMove;
+    this.#curves = new Curves(askCurve, () => this.#curvesCame());
+    this.#svg = svg("svg", { role: "group", tabindex: 0, "aria-label": texts.picture });
+    this.#empty = document.createElement("p");
+    this.#empty.className = "empty";
+    this.#empty.textContent = texts.empty;
+    host.append(this.#svg, this.#empty);
+    this.#listen();
+    new ResizeObserver(() => this.#resize()).observe(host);
+  }
+
+  get element() {
+    return this.#svg;
+  }
+
+  /** @param {import("../engine/line-results.js").LineResult[]} results */
+  show(results) {
+    this.#results = results;
+    this.#scene = sceneOf(results);
+    if (!this.#isChosen && !this.#dragged) this.#fit();
+    this.#change();
+    if (this.#waiting) this.#movePoint(this.#waiting);
+  }
+
+  /** Shows all there is. */
+  fit() {
+    this.#isChosen = false;
+    this.#fit();
+    this.#change();
+  }
+
+  zoom(factor, left, top) {
+    this.#isChosen = true;
+    this.#view.zoom(factor, left, top);
+    this.#change();
+  }
+
+  zoomIn = () => this.zoom(zoomStep);
+  zoomOut = () => this.zoom(1 / zoomStep);
+
+  draw() {
+    const { points, dimensions, vectors, lines, curves } = this.#scene;
+    const { grid, unit } = this.options;
+    const view = this.#view;
+    const colourOf = (index) => (index % colours) + 1;
+    const drawnCurves = curves.flatMap((curve, index) => {
+      const known = this.#curves.of(curve);
+      if (!known) return [];
+      const places = known.gaps.filter(({ place }) => place !== null);
+      return [...places.map((gap) => gapOf(view, gap)), curveOf(view, known, colourOf(index))];
+    });
+    const fromOrigin = this.options.vectors ? points.filter(({ label }) => label) : [];
+    const focused = document.activeElement?.getAttribute?.("data-key");
+    this.#svg.setAttribute("viewBox", `0 0 ${view.width} ${view.height}`);
+    this.#svg.replaceChildren(
+      ...gridOf(view, grid),
+      ...drawnCurves,
+      ...lines.map((line) => lineOf(view, line)),
+      ...fromOrigin.map(({ at }) => vectorOf(view, { from: [0, 0, 0], to: at, text: "" })),
+      ...vectors.map((vector) => vectorOf(view, vector)),
+      ...dimensions.map((dimension) => dimensionOf(view, dimension, unit)),
+      ...points.map((point) => pointOf(view, point)),
+      scaleOf(view, unit),
+    );
+    if (focused) this.#svg.querySelector(`[data-key="${focused}"]`)?.focus();
+    this.#empty.hidden = Object.values(this.#scene).some(({ length }) => length > 0);
+  }
+
+  /** What is seen or shown has changed. */
+  #change() {
+    this.draw();
+    if (this.#scene.curves.length || this.#gaps.childElementCount) this.#curves.compute(this.#scene.curves, this.#view);
+  }
+
+  #curvesCame() {
+    if (this.#needsFit && !this.#isChosen) this.#fitCurves();
+    this.draw();
+    this.#listGaps();
+  }
+
+  #fit() {
+    const { points, dimensions, vectors, lines, curves } = this.#scene;
+    const places = [
+      ...points.map(({ at }) => at),
+      ...[...dimensions, ...vectors, ...lines].flatMap(({ from, to }) => [from, to]),
+    ].filter((place) => place.every(Number.isFinite));
+    if (this.options.vectors && points.length) places.push([0, 0, 0]);
+    this.#needsFit = places.length === 0 && curves.length > 0;
+    if (places.length) {
+      this.#view.fit(extent(places.map(([x]) => x)), extent(places.map(([, y]) => y)), true);
+    } else if (curves.length === 0) {
+      this.#view.fit(curveRange, [0, 0], true);
+    } else if (this.#view.range(0)[0] !== curveRange[0]) {
+      this.#view.fit(curveRange, curveRange, false);
+    }
+  }
+
+  /** Shows what most of the curves' values are within. */
+  #fitCurves() {
+    const [from, to] = curveRange;
+    const values = this.#scene.curves
+      .flatMap((curve) => this.#curves.of(curve)?.pieces.flat() ?? [])
+      .filter(([x]) => x >= from && x <= to)
+      .map(([, y]) => y)
+      .sort((a, b) => a - b);
+    this.#needsFit = false;
+    if (values.length === 0) return;
+    const at = (share) => values[Math.round(share * (values.length - 1))];
+    const [low, high] = [at(0.02), at(0.98)];
+    this.#view.fit(curveRange, low === high ? [low - 1, high + 1] : [low, high], false);
+    this.#curves.compute(this.#scene.curves, this.#view);
+  }
+
+  #listGaps() {
+    const step = this.#view.gridStep(0) / 1000;
+    const [from, to] = this.#view.range(0);
+    const items = this.#scene.curves.flatMap((curve) => {
+      const seen = this.#curves.of(curve)?.gaps.filter((gap) => gap.to >= from && gap.from <= to) ?? [];
+      return seen.map((gap) => {
+        const reason = gap.reason || texts.jump;
+        const place = (value) => axisText(value, step);
+        const item = document.createElement("li");
+        item.textContent =
+          gap.place !== null || axisText(gap.from, step) === axisText(gap.to, step)
+            ? texts.gapAt(curve.label, place(gap.place ?? gap.from), reason)
+            : texts.gapBetween(curve.label, place(Math.max(gap.from, from)), place(Math.min(gap.to, to)), reason);
+        return item;
+      });
+    });
+    this.#gaps.replaceChildren(...items);
+  }
+
+  #resize() {
+    const { width, height } = this.#host.getBoundingClientRect();
+    if (width === 0 || height === 0) return;
+    Object.assign(this.#view, { width, height });
+    if (!this.#isChosen) this.#fit();
+    this.#change();
+  }
+
+  #listen() {
+    const { element } = this;
+    element.addEventListener("pointerdown", (event) => this.#press(event));
+    element.addEventListener("pointermove", (event) => this.#drag(event));
+    for (const end of ["pointerup", "pointercancel"]) element.addEventListener(end, (event) => this.#release(event));
+    element.addEventListener("keydown", (event) => this.#key(event));
+    element.addEventListener(
+      "wheel",
+      (event) => {
+        event.preventDefault();
+        const [left, top] = this.#placeOf(event);
+        this.zoom(Math.exp(-event.deltaY / 400), left, top);
+      },
+      { passive: false },
+    );
+  }
+
+  #placeOf({ clientX, clientY }) {
+    const { left, top } = this.#svg.getBoundingClientRect();
+    return [clientX - left, clientY - top];
+  }
+
+  #press(event) {
+    this.#svg.setPointerCapture(event.pointerId);
+    this.#pointers.set(event.pointerId, this.#placeOf(event));
+    const point = event.target.closest(".movable");
+    this.#dragged = this.#pointers.size === 1 && point ? point.getAttribute("data-key") : "";
+    point?.focus();
+  }
+
+  #drag(event) {
+    const before = this.#pointers.get(event.pointerId);
+    if (!before) return;
+    const now = this.#placeOf(event);
+    const spread = () => {
+      const [a, b] = [...this.#pointers.values()];
+      return Math.hypot(a[0] - b[0], a[1] - b[1]);
+    };
+    const spreadBefore = this.#pointers.size === 2 ? spread() : 0;
+    this.#pointers.set(event.pointerId, now);
+    if (this.#dragged) {
+      this.#movePoint({ key: this.#dragged, place: this.#view.toPlan(...now), step: 1 / this.#view.scale[0] });
+    } else {
+      this.#isChosen = true;
+      const share = 1 / this.#pointers.size;
+      this.#view.pan((now[0] - before[0]) * share, (now[1] - before[1]) * share);
+      if (spreadBefore > 0) this.#view.zoom(spread() / spreadBefore, ...now);
+      this.#change();
+    }
+  }
+
+  #release(event) {
+    this.#pointers.delete(event.pointerId);
+    this.#dragged = "";
+  }
+
+  #key(event) {
+    const direction = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, 1], ArrowDown: [0, -1] }[event.key];
+    const key = event.target.getAttribute("data-key");
+    if (direction && key) {
+      const step = this.#view.gridStep(0) / (event.shiftKey ? 1 : 10);
+      const [x, y] = this.#waiting?.place ?? this.#point(key).at;
+      this.#movePoint({ key, place: [x + direction[0] * step, y + direction[1] * step], step });
+    } else if (direction) {
+      this.#isChosen = true;
+      this.#view.pan(-direction[0] * 40, direction[1] * 40);
+      this.#change();
+    } else if (event.key === "+" || event.key === "-") {
+      this.zoom(event.key === "+" ? zoomStep : 1 / zoomStep);
+    } else if (event.key === "0") {
+      this.fit();
+    } else {
+      return;
+    }
+    event.preventDefault();
+  }
+
+  #point(key) {
+    return this.#scene.points.find((point) => point.key === key);
+  }
+
+  /** Writes a point's new coordinates, in steps that can be seen, into its line. */
+  #movePoint(move) {
+    this.#waiting = null;
+    const point = this.#point(move.key);
+    if (!point?.handle) return;
+    const { source } = this.#results[point.line];
+    const text = pointText(source, point.handle, ...move.place, decimalsOf(move.step));
+    if (!this.#onMove(point.line, source, point.handle, text)) this.#waiting = move;
+  }
+}
+
+function extent(values) {
+  return [Math.min(...values), Math.max(...values)];
+}

@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
+/** shapes.js - the elements of the picture: grid, scale, curves, lines, arrows, dimension lines, points. */
+import { texts } from "../texts.js";
+import { decimalsOf } from "./view.js";
+
+const svgNames = "http://www.w3.org/2000/svg";
+
+/** An element of SVG. */
+export function svg(tag, attributes = {}, ...children) {
+  const element = document.createElementNS(svgNames, tag);
+  for (const [name, value] of Object.entries(attributes)) element.setAttribute(name, String(value));
+  element.append(...children);
+  return element;
+}
+
+const round = (value) => Math.round(value * 100) / 100;
+const path = (...points) => `M${points.map(([left, top]) => `${round(left)} ${round(top)}`).join("L")}`;
+
+/** What lies far outside is drawn at the edge of this square, since drawing has a limit. */
+const farAway = 1e5;
+const near = ([left, top]) => [left, top].map((value) => Math.min(farAway, Math.max(-farAway, value)));
+
+/** A number beside an axis. */
+export const axisText = (value, step) => String(Number(value.toFixed(decimalsOf(step))));
+
+/** @param {import("./view.js").View} view */
+export function gridOf(view, withGrid) {
+  const grid = svg("g", { class: "grid", "aria-hidden": "true" });
+  const axes = svg("g", { class: "axes", "aria-hidden": "true" });
+  const [left, top] = view.toScreen([0, 0]);
+  for (const axis of [0, 1]) {
+    const step = view.gridStep(axis);
+    const [from, to] = view.range(axis);
+    for (let index = Math.ceil(from / step); index * step <= to; ++index) {
+      const place = view.toScreen([index * step, index * step])[axis];
+      const ends = axis ? { x1: 0, x2: view.width, y1: place, y2: place } : { y1: 0, y2: view.height, x1: place, x2: place };
+      if (index === 0) axes.append(svg("line", ends));
+      else if (withGrid) grid.append(svg("line", ends));
+      if (index === 0) continue;
+      const label = axisText(index * step, step);
+      const at = axis
+        ? { x: Math.min(Math.max(left + 5, 5), view.width - 8 * label.length - 6), y: place + 4 }
+        : { x: place, y: Math.min(Math.max(top + 15, 15), view.height - 6), "text-anchor": "middle" };
+      axes.append(svg("text", at, label));
+    }
+  }
+  return [grid, axes];
+}
+
+/** A bar of one step of the grid, with its length in the user's unit. */
+export function scaleOf(view, unit) {
+  const step = view.gridStep(0);
+  const length = step * view.scale[0];
+  const [right, bottom] = [view.width - 16, view.height - 24];
+  const bar = path([right - length, bottom - 4], [right - length, bottom], [right, bottom], [right, bottom - 4]);
+  const label = `${axisText(step, step)}${unit && ` ${unit}`}`;
+  return svg(
+    "g",
+    { class: "scale", "aria-hidden": "true" },
+    svg("path", { d: bar }),
+    svg("text", { x: right - length / 2, y: bottom - 7, "text-anchor": "middle" }, label),
+  );
+}
+
+export function curveOf(view, { pieces }, colour) {
+  const d = pieces.map((piece) => path(...piece.map((place) => near(view.toScreen(place))))).join("");
+  return svg("path", { class: `curve curve-${colour}`, d });
+}
+
+/** A mark where a curve is left open at one place. */
+export function gapOf(view, { place }) {
+  const [left] = view.toScreen([place, 0]);
+  return svg("line", { class: "open", x1: left, x2: left, y1: 0, y2: view.height });
+}
+
+/** A straight line through two points, from edge to edge. */
+export function lineOf(view, { from, to }) {
+  const [a, b] = [near(view.toScreen(from)), near(view.toScreen(to))];
+  const length = Math.hypot(b[0] - a[0], b[1] - a[1]);
+  if (length === 0) return svg("g");
+  const reach = (view.width + view.height + Math.hypot(...a)) / length;
+  const at = (factor) => [a[0] + (b[0] - a[0]) * factor, a[1] + (b[1] - a[1]) * factor];
+  const [[x1, y1], [x2, y2]] = [at(-reach), at(1 + reach)].map(near);
+  return svg("line", { class: "line", x1, y1, x2, y2 });
+}
+
+function arrowHead([x, y], angle, size = 9) {
+  const side = (turn) => [x - size * Math.cos(angle + turn), y - size * Math.sin(angle + turn)];
+  return path(side(0.35), [x, y], side(-0.35));
+}
+
+export function vectorOf(view, { from, to, text }) {
+  const [a, b] = [near(view.toScreen(from)), near(view.toScreen(to))];
+  const angle = Math.atan2(b[1] - a[1], b[0] - a[0]);
+  const arrow = svg("path", { class: "vector", d: path(a, b) + arrowHead(b, angle) });
+  return svg("g", {}, arrow, svg("text", { class: "label", x: (a[0] + b[0]) / 2 + 8, y: (a[1] + b[1]) / 2 - 6 }, text));
+}
+
+const dimensionOffset = 26;
+
+export function dimensionOf(view, { from, to, text }, unit) {
+  const [a, b] = [near(view.toScreen(from)), near(view.toScreen(to))];
+  const angle = Math.atan2(b[1] - a[1], b[0] - a[0]);
+  const shift = (distance) => ([x, y]) => [x + distance * Math.sin(angle), y - distance * Math.cos(angle)];
+  const [start, end] = [a, b].map(shift(dimensionOffset));
+  const extensions = [a, b].map((place) => path(shift(6)(place), shift(dimensionOffset + 5)(place))).join("");
+  const arrows = arrowHead(start, angle + Math.PI) + arrowHead(end, angle);
+  const [x, y] = shift(dimensionOffset + 12)([(a[0] + b[0]) / 2, (a[1] + b[1]) / 2]);
+  return svg(
+    "g",
+    { class: "dimension" },
+    svg("path", { d: extensions + path(start, end) + arrows }),
+    svg("text", { x, y: y + 4, "text-anchor": "middle" }, `${text}${unit && ` ${unit}`}`),
+  );
+}
+
+/** @param {import("./scene.js").ScenePoint} point */
+export function pointOf(view, { key, label, line, at, handle }) {
+  const [x, y] = near(view.toScreen(at));
+  const step = view.gridStep(0) / 100;
+  const said = texts.pointAt(label || texts.line(line + 1), axisText(at[0], step), axisText(at[1], step));
+  const movable = { role: "button", tabindex: 0, "aria-roledescription": texts.movable };
+  const group = svg(
+    "g",
+    { class: handle ? "point movable" : "point", "data-key": key, "aria-label": said, ...(handle ? movable : { role: "img" }) },
+    svg("circle", { class: "reach", cx: x, cy: y, r: 14 }),
+    svg("circle", { cx: x, cy: y, r: label ? 5 : 4 }),
+  );
+  if (label) group.append(svg("text", { class: "label", x: x + 9, y: y - 9 }, label));
+  return group;
+}

@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
+/** picture.test.mjs - what is drawn, and points that are moved. */
+import assert from "node:assert/strict";
+import { readFile } from "node:fs/promises";
+import { test } from "node:test";
+import { eventually, expectValues, keptSheet, openPage, type } from "./browser.mjs";
+
+const point = (page, label) => page.locator(`#canvas [aria-label^="${label} at"]`);
+const labels = (page) => page.locator("#canvas .point").evaluateAll((points) => points.map((p) => p.getAttribute("aria-label")));
+
+test("points, a distance, an intersection and a vector are drawn", async (t) => {
+  const page = await openPage(t, { sheet: "A=[0,0]\nB=[30,40]\ndist(A,B)\nP=ill(A,[40,40],[0,40],[40,0])\nv=vec(A,P)\n" });
+  await eventually(() => labels(page), ["A at 0, 0", "B at 30, 40", "P at 20, 20", "Line 4 at 40, 40", "Line 4 at 0, 40", "Line 4 at 40, 0"]);
+  assert.equal(await page.locator("#canvas .dimension text").textContent(), "50");
+  assert.equal(await page.locator("#canvas .line").count(), 2);
+  assert.equal(await page.locator("#canvas .vector").count(), 1);
+  await page.check("#vectors");
+  assert.equal(await page.locator("#canvas .vector").count(), 4);
+  await page.fill("#unit", "mm");
+  assert.equal(await page.locator("#canvas .dimension text").textContent(), "50 mm");
+  await page.uncheck("#grid");
+  assert.equal(await page.locator("#canvas .grid line").count(), 0);
+  await page.click("#tab-points");
+  const rows = await page.locator("#points tr").evaluateAll((all) => all.map((row) => [...row.cells].map((cell) => cell.textContent)));
+  assert.deepEqual(rows, [
+    ["Line", "Name", "x", "y", "z"],
+    ["1", "A", "0", "0", "0"],
+    ["2", "B", "30", "40", "0"],
+    ["4", "P", "20", "20", "0"],
+    ["5", "v", "20", "20", "0"],
+  ]);
+});
+
+test("a point that is dragged changes its line, and what depends on it", async (t) => {
+  const page = await openPage(t, { sheet: "A=[0,0]\nB = [30, 40] \nC=B*2\ndist(A,B)" });
+  const { x, y } = await centre(point(page, "B"));
+  const origin = await centre(point(page, "A"));
+  const unit = (x - origin.x) / 30;
+  await page.mouse.move(x, y);
+  await page.mouse.down();
+  await page.mouse.move(x - 10 * unit, y + 5 * unit, { steps: 8 });
+  await page.mouse.move(x - 15 * unit, y + 20 * unit, { steps: 8 });
+  await page.mouse.up();
+  await eventually(async () => /^A=\[0,0\]\nB = \[15(\.\d)?,20(\.\d)?\] \nC=B\*2\ndist\(A,B\)$/.test(await keptSheet(page)), true);
+  await page.click(".cm-content");
+  for (let step = 0; step < 20 && (await keptSheet(page)) !== "A=[0,0]\nB = [30, 40] \nC=B*2\ndist(A,B)"; ++step) {
+    await page.keyboard.press("Control+z");
+  }
+  await expectValues(page, ["[0,0,0]", "[30,40,0]", "[60,80,0]", "50"]);
+});
+
+async function centre(locator) {
+  await locator.waitFor();
+  const { x, y, width, height } = await locator.locator("circle").first().boundingBox();
+  return { x: x + width / 2, y: y + height / 2 };
+}
+
+test("the arrow keys move a point, and keep it in focus", async (t) => {
+  const page = await openPage(t, { sheet: "A=[0,0]\nB=[10,10,7]\n" });
+  await point(page, "B").focus();
+  await page.keyboard.press("Shift+ArrowRight");
+  await eventually(async () => (await keptSheet(page)).split("\n")[1] !== "B=[10,10,7]", true);
+  const moved = (await keptSheet(page)).split("\n")[1];
+  assert.match(moved, /^B=\[1\d(\.\d+)?,10,7\]$/);
+  await eventually(() => page.evaluate(() => document.activeElement.getAttribute("aria-label").startsWith("B at 1")), true);
+  for (let step = 0; step < 5; ++step) await page.keyboard.press("ArrowDown");
+  await eventually(async () => /^B=\[1\d(\.\d+)?,9(\.\d+)?,7\]$/.test((await keptSheet(page)).split("\n")[1]), true);
+});
+
+test("a point that is computed cannot be moved", async (t) => {
+  const page = await openPage(t, { sheet: "w=3\nA=[w,4]\n" });
+  assert.equal(await point(page, "A").getAttribute("role"), "img");
+  assert.equal(await point(page, "A").getAttribute("tabindex"), null);
+});
+
+test("a line with a free x is plotted, and left open where it is refused", async (t) => {
+  const page = await openPage(t, { sheet: "1/(x-1)\nsqrt(x)\nx^2\n" });
+  const gaps = () => page.locator("#gaps li").allTextContents();
+  await eventually(async () => (await gaps()).length, 2);
+  const [divided, rooted] = await gaps();
+  assert.match(divided, /^Line 1: open at x = 1: The divisor is 0/);
+  assert.match(rooted, /^Line 2: open from x = -1\d\.\d+ to 0: sqrt needs a number greater than 0/);
+  const pieces = await page.locator("#canvas .curve").evaluateAll((all) => all.map((c) => c.getAttribute("d").match(/M/g).length));
+  assert.deepEqual(pieces, [2, 1, 1]);
+  assert.equal(await page.locator("#canvas .open").count(), 1);
+});
+
+test("pan and zoom by mouse and by keys, and back to all", async (t) => {
+  const page = await openPage(t, { sheet: "A=[0,0]\nB=[10,10]\n" });
+  const box = () => point(page, "B").locator("circle").first().boundingBox();
+  await point(page, "B").waitFor();
+  const first = await box();
+  await page.click("#zoom-in");
+  assert.notDeepEqual(await box(), first);
+  await page.click("#fit");
+  assert.deepEqual(await box(), first);
+  const { x, y } = await page.locator("#canvas").boundingBox();
+  await page.mouse.move(x + 60, y + 60);
+  await page.mouse.down();
+  await page.mouse.move(x + 90, y + 100);
+  await page.mouse.up();
+  const panned = await box();
+  assert.equal(Math.round(panned.x - first.x), 30);
+  assert.equal(Math.round(panned.y - first.y), 40);
+  await page.locator("#canvas svg").focus();
+  await page.keyboard.press("0");
+  assert.deepEqual(await box(), first);
+  await page.keyboard.press("ArrowLeft");
+  assert.equal(Math.round((await box()).x - first.x), 40);
+  await page.mouse.wheel(0, -200);
+  assert.ok((await box()).x !== first.x);
+});
+
+test("the picture is taken away as an SVG that stands alone", async (t) => {
+  const page = await openPage(t, { sheet: "A=[0,0]\ndist(A,[3,4])\nx^2\n" });
+  await page.locator("#canvas .curve").waitFor();
+  const [download] = await Promise.all([page.waitForEvent("download"), page.click("#svg")]);
+  const text = await readFile(await download.path(), "utf8");
+  assert.match(text, /^<svg [^>]*xmlns="http:\/\/www.w3.org\/2000\/svg"/);
+  assert.doesNotMatch(text, /class=|role=|tabindex|var\(/);
+  const drawn = await page.evaluate((source) => {
+    const { documentElement } = new DOMParser().parseFromString(source, "image/svg+xml");
+    return [...documentElement.querySelectorAll("text")].map((element) => element.textContent);
+  }, text);
+  assert.ok(drawn.includes("A") && drawn.includes("5"), drawn.join());
+});
+
+test("an example of the vocabulary goes into the sheet", async (t) => {
+  const page = await openPage(t, { sheet: "1" });
+  await page.click("#tab-vocabulary");
+  await page.fill("#words", "inch mm");
+  await eventually(async () => (await page.locator("#items code").allTextContents()).includes("i2mm(x)"), true);
+  await page.getByRole("button", { name: /^Add i2mm/ }).click();
+  await eventually(async () => (await keptSheet(page)).startsWith("1\ni2mm("), true);
+  await page.fill("#words", "");
+  await page.selectOption("#family", "geometry");
+  await eventually(async () => (await page.locator("#items code").allTextContents()).includes("dist(x,y)"), true);
+});
+
+test("a sheet without points says what would be drawn", async (t) => {
+  const page = await openPage(t, { sheet: "1+1" });
+  await expectValues(page, ["2"]);
+  assert.ok(await page.locator("#canvas .empty").isVisible());
+  await type(page, "[1,2]");
+  await page.locator("#canvas .empty").waitFor({ state: "hidden" });
+});
