@@ -46,7 +46,7 @@ bool MathExpression::evaluate(VALTYPE& result)
         }};
     // Most evaluations jump into scalar code, which calls nobody who could call back, and writes the result.
     const MTScalarStep* const first = mathexpr::EngineAccess::fastPathOf(*this);
-    return first != nullptr ? program->scalar.run(first, &result, &owner, this) : evaluateProgram(result);
+    return first != nullptr ? MTScalarCode::run(first, &result, &owner, this) : evaluateProgram(result);
 }
 
 bool MathExpression::compileText(const wchar_t* expression)

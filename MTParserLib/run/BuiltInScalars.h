@@ -22,8 +22,29 @@ using formulas::addsOnto;
 using formulas::mayRefuse;
 using formulas::takesOperands;
 
+template <class Item>
+using FormulaOf = typename Item::Formula;
+
+/// An item in code whose runs all begin with fresh slots.
+template <class Item>
+struct OnFreshSlots
+{
+    using Formula = FormulaOf<Item>;
+    static constexpr bool constant = Item::constant;
+    static constexpr Message::Id refusal = Item::refusal;
+};
+
+template <class Item>
+inline constexpr bool hasFreshSlots = false;
+template <class Item>
+inline constexpr bool hasFreshSlots<OnFreshSlots<Item>> = true;
+
+/// Whether an item of points reads what its slot holds from an earlier run. If so, numbers are stored there as well.
+template <class Item>
+inline constexpr bool readsSlot = !hasFreshSlots<Item> && addsOnto<FormulaOf<Item>, PointValue, PointValue>;
+
 /// Items of which two in a row become one step: the arithmetic that formulas are mostly made of.
-using Fused = std::tuple<AddOp, MinusOp, MultOp, DivOp>;
+using Fused = std::tuple<AddOp, MinusOp, MultOp, DivOp, OnFreshSlots<MultOp>>;
 inline constexpr std::size_t nbFused = std::tuple_size_v<Fused>;
 
 template <class Item, class... Items>
@@ -33,9 +54,6 @@ constexpr std::size_t findFusedIndex(const std::tuple<Items...>* /*all*/)  // no
     const bool isFused = ((std::is_same_v<Item, Items> || (++index, false)) || ...);
     return isFused ? index : MTScalarKernels::notFused;
 }
-
-template <class Item>
-using FormulaOf = typename Item::Formula;
 
 /// Whether an item has kernels for operands of these types, double or PointValue. It comes to the same result when it is
 /// computed again.
@@ -91,8 +109,7 @@ bool isRefused(double* slot, double& value, Operands... operands)
     }
     if constexpr (addsOnto<Formula, Operands...>)
     {
-        value = Formula::onto(*slot, operands...);
-        *slot = value;
+        value = Formula::onto(readsSlot<Item> ? *slot : 0.0, operands...);
     }
     else if constexpr (yieldsPoint<Item, Operands...>())
     {
@@ -101,10 +118,10 @@ bool isRefused(double* slot, double& value, Operands... operands)
     else
     {
         value = Formula::of(operands...);
-        if constexpr (addsOnto<Formula, PointValue, PointValue>)
-        {
-            *slot = value;
-        }
+    }
+    if constexpr (readsSlot<Item> && !yieldsPoint<Item, Operands...>())
+    {
+        *slot = value;
     }
     return false;
 }
@@ -124,12 +141,12 @@ Operand load(const double* x) noexcept
 
 /// Fetches the operands of an item from where they stand, and computes it.
 template <class Item, MTOperandForm form, class First, class... Others>
-bool isFormRefused(const MTScalarStep& step, double& value, double*& top)
+bool isFormRefused(const MTScalarStep& step, double& value)
 {
     using Form = MTOperandForm;
-    if constexpr (form == Form::PushMemory)
+    if constexpr (form == Form::SpillMemory)
     {
-        *top++ = value;
+        *step.spillSlot = value;
     }
     if constexpr (sizeof...(Others) == 2)
     {
@@ -143,10 +160,6 @@ bool isFormRefused(const MTScalarStep& step, double& value, double*& top)
     {
         return isRefused<Item>(step.result, value, load<First>(step.a), value);
     }
-    else if constexpr (form == Form::StackValue)
-    {
-        return isRefused<Item>(step.result, value, *--top, value);
-    }
     else
     {
         return isRefused<Item>(step.result, value, load<First>(step.a), load<Others>(step.b)...);
@@ -154,22 +167,22 @@ bool isFormRefused(const MTScalarStep& step, double& value, double*& top)
 }
 
 template <class Item, MTOperandForm form, class... Operands>
-bool runItem(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner, void* self)
+bool runItem(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
-    if (isFormRefused<Item, form, Operands...>(*step, value, top))
+    if (isFormRefused<Item, form, Operands...>(*step, value))
     {
         if constexpr (mayRefuse<FormulaOf<Item>, Operands...>)
         {
             return owner->refused(self, step->result, Item::refusal);
         }
     }
-    return runNext(step, value, top, result, owner, self);
+    return runNext(step, value, result, owner, self);
 }
 
 template <class First, MTOperandForm firstForm, class Second, MTOperandForm secondForm>
-bool runFused(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner, void* self)
+bool runFused(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
-    if (isFormRefused<First, firstForm, double, double>(*step, value, top))
+    if (isFormRefused<First, firstForm, double, double>(*step, value))
     {
         if constexpr (mayRefuse<FormulaOf<First>, double, double>)
         {
@@ -184,7 +197,7 @@ bool runFused(const MTScalarStep* step, double value, double* top, void* result,
             return owner->refused(self, step->secondResult, Second::refusal);
         }
     }
-    return runNext(step, value, top, result, owner, self);
+    return runNext(step, value, result, owner, self);
 }
 
 template <class Operand>
@@ -204,7 +217,7 @@ constexpr void addKernels(MTScalarKernels& item, MTOperandKinds kinds)  // not c
         add(Form::Memory, runItem<Item, Form::Memory, First, Others...>);
         if constexpr (!yieldsPoint<Item, First, Others...>())
         {
-            add(Form::PushMemory, runItem<Item, Form::PushMemory, First, Others...>);
+            add(Form::SpillMemory, runItem<Item, Form::SpillMemory, First, Others...>);
         }
         if constexpr (isNumber<First> && nbOthers < 2)
         {
@@ -214,23 +227,20 @@ constexpr void addKernels(MTScalarKernels& item, MTOperandKinds kinds)  // not c
         {
             add(Form::MemoryValue, runItem<Item, Form::MemoryValue, First, Others...>);
         }
-        if constexpr (isNumber<First> && nbOthers == 1 && (isNumber<Others> && ...))
-        {
-            add(Form::StackValue, runItem<Item, Form::StackValue, First, Others...>);
-        }
     }
 }
 
 template <class Item>
-constexpr MTScalarKernels makeKernels()  // not covered: runs while compiling
+constexpr MTScalarKernels makeKernels(const MTScalarKernels* onFreshSlots)  // not covered: runs while compiling
 {
     using Kinds = MTOperandKinds;
     MTScalarKernels item;
     item.fusedIndex = findFusedIndex<Item>(static_cast<const Fused*>(nullptr));
     if constexpr (hasForm<FormulaOf, Item>)
     {
-        item.readsResult = addsOnto<FormulaOf<Item>, PointValue, PointValue>;
+        item.readsResult = readsSlot<Item>;
     }
+    item.onFreshSlots = onFreshSlots;
     addKernels<Item, double>(item, Kinds::Numbers);
     addKernels<Item, double, double>(item, Kinds::Numbers);
     addKernels<Item, double, double, double>(item, Kinds::Numbers);
@@ -242,7 +252,23 @@ constexpr MTScalarKernels makeKernels()  // not covered: runs while compiling
 }
 
 template <class Item>
-inline constexpr MTScalarKernels kernels = makeKernels<Item>();
+inline constexpr MTScalarKernels kernelsOnFreshSlots = makeKernels<OnFreshSlots<Item>>(nullptr);
+
+template <class Item>
+constexpr const MTScalarKernels* findKernelsOnFreshSlots()  // not covered: runs while compiling
+{
+    if constexpr (hasForm<FormulaOf, Item>)
+    {
+        if constexpr (readsSlot<Item>)
+        {
+            return &kernelsOnFreshSlots<Item>;
+        }
+    }
+    return nullptr;
+}
+
+template <class Item>
+inline constexpr MTScalarKernels kernels = makeKernels<Item>(findKernelsOnFreshSlots<Item>());
 
 template <class Item>
 constexpr const MTScalarKernels* kernelsOf()  // not covered: runs while compiling

@@ -4,6 +4,9 @@
 // MTBoundFunction.cpp - see MTBoundFunction.h.
 #include "MTParserLib/run/MTBoundFunction.h"
 
+#include <algorithm>
+#include <iterator>
+
 MTBoundFunction::MTBoundFunction(const MTParserProgram& program, platform::ArrayView<const VALTYPE* const> variables)
     : copy(program)
 {
@@ -22,6 +25,49 @@ MTBoundFunction::MTBoundFunction(const MTParserProgram& program, platform::Array
         hasCode = copy.settleKinds() && code.buildForDouble(program, copy.getFrame());
     }
     first = hasCode ? code.getSteps().data() : nullptr;
+    findReads();
+}
+
+void MTBoundFunction::findReads()
+{
+    copiesArguments = code.runsRecords();
+    if (copiesArguments)
+    {
+        return;
+    }
+    std::vector<const double**> operands;
+    for (std::size_t index = 0; index < arguments.size(); ++index)
+    {
+        operands.clear();
+        code.findReads(arguments[index], operands);
+        std::transform(operands.begin(), operands.end(), std::back_inserter(reads), [index](const double** operand) {
+            return Read{operand, index};
+        });
+    }
+}
+
+/// Lets the code read the arguments that are given.
+void MTBoundFunction::bind(const double* given) noexcept
+{
+    if (copiesArguments)
+    {
+        setArguments(given);
+        return;
+    }
+    for (const Read& read : reads)
+    {
+        *read.operand = given + read.argument;
+    }
+    bound = given;
+}
+
+void MTBoundFunction::setArguments(const double* given) noexcept
+{
+    for (double* const argument : arguments)
+    {
+        // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): null is given only where there is no argument
+        *argument = *given++;
+    }
 }
 
 bool MTBoundFunction::callInFull(const double* given, double& result) noexcept
@@ -29,7 +75,8 @@ bool MTBoundFunction::callInFull(const double* given, double& result) noexcept
     const platform::FloatingPointGuard guard;
     if (first != nullptr)
     {
-        return runCode(given, result);
+        bind(given);
+        return runCode(result);
     }
     copy.refresh();
     setArguments(given);

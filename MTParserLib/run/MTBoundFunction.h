@@ -5,7 +5,8 @@
 //
 //     a-2*b     a 1, b 2     -3
 //
-// The kinds of all values are settled when the function is made, so that a call looks at nothing but the numbers.
+// The kinds of all values are settled when the function is made, so that a call looks at nothing but the numbers. Its
+// scalar code reads them from the caller's array: a call with another array than the last one redirects its operands first.
 #pragma once
 
 #include "MTParserLib/program/MTProgramCopy.h"
@@ -32,30 +33,33 @@ public:
     /// @return false where an item refuses its operands
     bool call(const double* given, double& result) noexcept
     {
-        return first != nullptr && platform::computesAsTheLibrary() ? runCode(given, result)
-                                                                    : callInFull(given, result);
+        return given == bound && platform::computesAsTheLibrary() ? runCode(result) : callInFull(given, result);
     }
 
 private:
-    bool runCode(const double* given, double& result)
+    /// An operand of the code that is an argument.
+    struct Read
     {
-        setArguments(given);
+        const double** operand;
+        std::size_t argument;
+    };
+
+    bool runCode(double& result)
+    {
         static constexpr MTScalarOwner owner{nullptr, [](void*, const double*, Message::Id) { return false; }};
-        return code.run(first, &result, &owner, nullptr);
+        return MTScalarCode::run(first, &result, &owner, nullptr);
     }
-    void setArguments(const double* given) noexcept
-    {
-        for (double* const argument : arguments)
-        {
-            // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): null is given only where there is no argument
-            *argument = *given++;
-        }
-    }
+    void findReads();
+    void bind(const double* given) noexcept;
+    void setArguments(const double* given) noexcept;
     bool callInFull(const double* given, double& result) noexcept;
 
     MTProgramCopy copy;
     std::vector<double*> arguments;  // x of the inputs
     MTScalarCode code;
     const MTScalarStep* first = nullptr;  // of the code; null where it cannot stand for the program
+    bool copiesArguments = false;         // to the copy's variables, in each call: steps run on records
+    std::vector<Read> reads;              // where that is not so
     double unread = 0.0;                  // in place of an argument that no step reads
+    const double* bound = &unread;        // the array that they read; no caller's before the first call
 };

@@ -47,7 +47,7 @@ struct ScalarRun
     {
         static constexpr MTScalarOwner owner{nullptr, refuse};  // the kinds have just been compared
         VALTYPE value;
-        const bool done = program.scalar.run(program.scalar.getSteps().data(), &value, &owner, this);
+        const bool done = MTScalarCode::run(program.scalar.getSteps().data(), &value, &owner, this);
         if (done)
         {
             program.slots.back() = value;

@@ -22,9 +22,6 @@ constexpr std::size_t mostSteps = 4096;
 constexpr std::size_t mostSteps = 128;
 #endif
 
-/// Numbers that wait at once. Only a program nested deeper than that runs itself.
-constexpr std::size_t mostWaiting = 32;
-
 /// Where an operand that is not given reads 0.
 constexpr double zero = 0.0;
 
@@ -50,22 +47,12 @@ struct Operand
     enum class Place : std::uint8_t
     {
         Memory,
-        Value,  // the last number
-        Stack,
+        Value,   // the last number
         Copied,  // in a variable that has not been copied to the slot yet
     };
     Place place = Place::Memory;
     const double* memory = nullptr;          // x of the slot, or of the variable that is to be copied to it
     const MTProgramStep* copying = nullptr;  // the step that does that
-
-    bool isMoving() const noexcept { return place == Place::Value || place == Place::Stack; }
-};
-
-/// A number that waits for its consumer.
-struct WaitingNumber
-{
-    bool onStack;
-    MTPlace slot;  // of its consumer
 };
 
 MTOperandKinds kindsOf(const MTProgramStep& step, const MTFrame& frame) noexcept
@@ -114,7 +101,7 @@ bool hasKernel(const MTProgramStep& step, const MTFrame& frame)
     return item->find(kinds, MTOperandForm::Memory) != nullptr && !areFlagged && !holdsOldPoint(step, frame);
 }
 
-/// Turns a program into scalar code, step by step, with the numbers that wait in an array of fixed size.
+/// Turns a program into scalar code, step by step.
 class Builder
 {
 public:
@@ -123,9 +110,7 @@ public:
     Builder(const MTParserProgram& source, const MTFrame& runFrame, bool freshSlots, std::vector<MTScalarStep>& target,
             std::vector<const MTProgramStep*>& copying) noexcept
         : program(source), frame(runFrame), fresh(freshSlots), steps(target), copies(copying)
-    {
-        waiting[0] = {true, noPlace};
-    }
+    {}
 
     /// @return false where one of the inputs is neither a number nor a point, as far as the library makes them
     bool checkInputs()
@@ -150,19 +135,25 @@ public:
 
     /// Ends the code.
     /// @param withValue, inMemory  the last kernels where the root is the last number, and where it stands in memory
-    /// @return false when it is of no use, because too many numbers wait at once or never find a consumer
+    /// @return false where a variable would have to be copied that nothing consumes
     bool finish(MTScalarKernel withValue, MTScalarKernel inMemory)
     {
         const Operand value = takeOperand(program.getRootPlace());
         append(value.place == Operand::Place::Value ? withValue : inMemory, {value.memory});
-        return !overflowed && nbWaiting == 0 && copies.empty();
+        return copies.empty();
     }
 
 private:
     /// The addresses of the operands in memory.
     using Memory = std::array<const double*, 3>;
 
-    double* resultOf(const MTProgramStep& step) const noexcept { return &frame.slots[step.result].x; }
+    double* slotAt(MTPlace place) const noexcept { return &frame.slots[place].x; }
+    const MTScalarKernels& kernelsOf(const MTProgramStep& step) const noexcept
+    {
+        const MTScalarKernels& item = *step.kernels->scalar;
+        return fresh && item.onFreshSlots != nullptr ? *item.onFreshSlots : item;
+    }
+    double* resultOf(const MTProgramStep& step) const noexcept { return slotAt(step.result); }
     bool yieldsPoint(const MTProgramStep& step) const noexcept { return frame.slots[step.result].type != 0; }
 
     void addItem(const MTProgramStep& step)
@@ -228,10 +219,10 @@ private:
     /// What is written to a slot or what stands there.
     Operand takeOperand(MTPlace place) noexcept
     {
-        if (waiting[nbWaiting].slot == place)
+        if (place == slotOfValue)
         {
-            const bool onStack = waiting[nbWaiting--].onStack;
-            return {onStack ? Operand::Place::Stack : Operand::Place::Value, &frame[place].x};
+            slotOfValue = noPlace;
+            return {Operand::Place::Value, &frame[place].x};
         }
         if (!copies.empty() && copies.back()->result == place)
         {
@@ -242,7 +233,7 @@ private:
         return {Operand::Place::Memory, &frame[place].x};
     }
 
-    /// An item on records. The last operand is stored first, since the stack hands numbers out in that order.
+    /// An item on records, to which its operands are brought.
     void addRecord(const MTProgramStep& step)
     {
         for (std::uint32_t j = step.nbArgs; j-- > 0;)
@@ -257,7 +248,10 @@ private:
                 store(operand);
             }
         }
-        clearIfFresh(resultOf(step));
+        if (fresh)
+        {
+            append(scalarkernels::clearSlot, {}, resultOf(step));
+        }
         appendRecord(step);
     }
 
@@ -279,7 +273,7 @@ private:
             }
         }
         const MTOperandForm form = takesValue ? MTOperandForm::MemoryValue : memoryForm(step);
-        append(step.kernels->scalar->find(MTOperandKinds::Numbers, form), memory, resultOf(step));
+        append(kernelsOf(step).find(MTOperandKinds::Numbers, form), memory, resultOf(step));
         addResult(step);
     }
 
@@ -290,17 +284,12 @@ private:
         {
             operands[j] = takeOperand(step.operand(j));
         }
-        if (operands[0].place == Operand::Place::Stack && operands[1].place != Operand::Place::Value)
-        {
-            append(scalarkernels::takeWaiting, {});
-            operands[0].place = Operand::Place::Value;
-        }
         const MTOperandForm form = formOf(step, operands);
         Memory memory{};
         std::size_t nbMemory = 0;
         for (std::uint32_t j = 0; j < step.nbArgs; ++j)
         {
-            if (!operands[j].isMoving())
+            if (operands[j].place != Operand::Place::Value)
             {
                 memory[nbMemory++] = operands[j].memory;
             }
@@ -311,17 +300,13 @@ private:
         }
         else
         {
-            appendItem(*step.kernels->scalar, kindsOf(step, frame), form, memory, resultOf(step));
+            appendItem(kernelsOf(step), kindsOf(step, frame), form, memory, resultOf(step));
         }
         addResult(step);
     }
 
     MTOperandForm formOf(const MTProgramStep& step, const std::array<Operand, 2>& operands) noexcept
     {
-        if (operands[0].place == Operand::Place::Stack)
-        {
-            return MTOperandForm::StackValue;
-        }
         if (operands[0].place == Operand::Place::Value)
         {
             return MTOperandForm::ValueMemory;
@@ -329,37 +314,32 @@ private:
         return operands[1].place == Operand::Place::Value ? MTOperandForm::MemoryValue : memoryForm(step);
     }
 
-    /// Of an item whose operands are all in memory. The last number is pushed before a new one takes its place; those
-    /// that wait below it have been pushed.
+    /// Of an item whose operands are all in memory. A number that waits in the register is spilled before a new one takes
+    /// its place, unless its slot holds it already.
     MTOperandForm memoryForm(const MTProgramStep& step) noexcept
     {
-        WaitingNumber& last = waiting[nbWaiting];
-        if (last.onStack || yieldsPoint(step))
+        if (slotOfValue == noPlace || yieldsPoint(step))
         {
             return MTOperandForm::Memory;
         }
-        last.onStack = true;
-        return MTOperandForm::PushMemory;
+        spillSlot = slotAt(slotOfValue);
+        slotOfValue = noPlace;
+        return valueIsStored ? MTOperandForm::Memory : MTOperandForm::SpillMemory;
     }
 
-    /// A number waits for its consumer; a point stands in its slot.
+    /// A number waits in the register for its consumer; a point stands in its slot.
     void addResult(const MTProgramStep& step) noexcept
     {
-        if (yieldsPoint(step))
+        if (!yieldsPoint(step))
         {
-            return;
+            slotOfValue = step.result;
+            valueIsStored = step.kernels->scalar != nullptr && kernelsOf(step).readsResult;
         }
-        if (nbWaiting == mostWaiting)
-        {
-            overflowed = true;
-            return;
-        }
-        waiting[++nbWaiting] = {false, step.result};
     }
 
     void append(MTScalarKernel kernel, const Memory& memory, double* result = nullptr)
     {
-        steps.push_back({kernel, memory[0], {memory[1]}, {memory[2]}, result, nullptr});
+        steps.push_back({kernel, memory[0], {memory[1]}, {memory[2]}, result, nullptr, spillSlot});
         lastIndex = MTScalarKernels::notFused;
     }
 
@@ -370,21 +350,12 @@ private:
         steps.back().record = &step;
     }
 
-    /// Brings a number that moves to its slot.
+    /// Brings the last number to its slot.
     void store(const Operand& operand)
     {
-        if (operand.isMoving())
+        if (operand.place == Operand::Place::Value)
         {
-            append(operand.place == Operand::Place::Value ? scalarkernels::storeValue : scalarkernels::storeWaiting, {},
-                   const_cast<double*>(operand.memory));
-        }
-    }
-
-    void clearIfFresh(double* result)
-    {
-        if (fresh)
-        {
-            append(scalarkernels::clearSlot, {}, result);
+            append(scalarkernels::storeValue, {}, const_cast<double*>(operand.memory));
         }
     }
 
@@ -393,10 +364,6 @@ private:
     {
         if (kinds != MTOperandKinds::Numbers)
         {
-            if (item.readsResult)
-            {
-                clearIfFresh(result);
-            }
             append(item.find(kinds, form), memory, result);
             return;
         }
@@ -431,10 +398,9 @@ private:
     const bool fresh;
     std::vector<MTScalarStep>& steps;
     std::vector<const MTProgramStep*>& copies;
-    // waiting[0] is a sentinel, which no operand is and which is never pushed.
-    std::array<WaitingNumber, 1 + mostWaiting> waiting;
-    std::size_t nbWaiting = 0;
-    bool overflowed = false;
+    MTPlace slotOfValue = noPlace;  // of the last number, while it waits in the register
+    bool valueIsStored = false;     // in that slot
+    double* spillSlot = nullptr;    // of the next step
     // Of the last step, if it holds one item that can be fused.
     std::size_t lastIndex = MTScalarKernels::notFused;
     MTOperandForm lastForm{};
@@ -452,7 +418,6 @@ void MTScalarCode::reserve(const MTParserProgram& program)
     // A step for each item, one that moves its result, the checks of inputs of some kinds, and the end.
     const std::size_t nbChecks = program.inputs.size() / scalarkernels::maxChecked + 4;
     steps.reserve(nbComputations + program.steps.size() + nbChecks + 1);
-    stack.resize(std::max(stack.size(), program.steps.size()));
     copies.reserve(program.steps.size());
 }
 
@@ -467,9 +432,28 @@ bool MTScalarCode::build(const MTParserProgram& program)
 
 bool MTScalarCode::buildForDouble(const MTParserProgram& program, const MTFrame& frame)
 {
-    stack.resize(program.steps.size());
     Builder builder(program, frame, true, steps, copies);
     return builder.addSteps() && builder.finish(scalarkernels::endWithDouble, scalarkernels::endWithStoredDouble);
+}
+
+bool MTScalarCode::runsRecords() const noexcept
+{
+    return std::any_of(steps.begin(), steps.end(),
+                       [](const MTScalarStep& step) { return step.kernel == scalarkernels::runRecord; });
+}
+
+void MTScalarCode::findReads(const double* x, std::vector<const double**>& operands)
+{
+    for (MTScalarStep& step : steps)
+    {
+        for (const double** operand : {&step.a, &step.b, &step.c})
+        {
+            if (*operand == x)
+            {
+                operands.push_back(operand);
+            }
+        }
+    }
 }
 
 void MTScalarCode::buildConstant(const VALTYPE& value, bool asDouble)
@@ -478,6 +462,7 @@ void MTScalarCode::buildConstant(const VALTYPE& value, bool asDouble)
                      &value.x,
                      {nullptr},
                      {nullptr},
+                     nullptr,
                      nullptr,
                      nullptr});
 }

@@ -12,16 +12,23 @@
 //               + points [p, slot] -> root              root = p + slot
 //               end with record [root]                  the root's record is the result
 //
-// A step reads its operands from memory (a variable's own value, a constant's slot, a point's slot), from the register
-// that holds the last number, or from a stack of numbers that wait. Points always stand in their slots. A step jumps to
-// the kernel of the next one; two arithmetic items of numbers in a row are fused into one step.
+//     (x+1)*(y-2)  check numbers [x, y]
+//               + [x, 1] -> value
+//               spill slot, - [y, 2] -> value           slot = value; value = y - 2
+//               * [slot, value] -> value
+//               end with value
+//
+// A step reads its operands from memory (a variable's own value, a constant's slot, the slot of a result) or from the
+// register that holds the last number. A number that has to wait for its consumer is spilled to its slot, and points
+// always stand in theirs. A step jumps to the kernel of the next one; two arithmetic items of numbers in a row are
+// fused into one step.
 //
 // The kinds are those that a complete run of the program has left in its slots: later runs change none of them while
 // the inputs keep theirs. Scalar code leaves behind what the program itself would leave behind:
 //
 //   - A later run reads a slot before it writes it only where points meet in a product, whose dot product is added to
 //     x, in "&", and in an intersection; and an operator that computes a number leaves the y and z of an earlier point.
-//     So points and products are stored. Other numbers are not.
+//     So points and products are stored. Other numbers are not, unless they have to wait.
 //   - An item without a kernel for its operands, and one whose slot still holds the kind of an earlier run, runs as it
 //     does in the program, on records: its operands are stored before.
 //   - A step that refuses its operands stores nothing, and ends the run for good: what the steps before it have stored
@@ -56,22 +63,20 @@ struct MTScalarOwner
 
 /// Computes one step, and then all that follow.
 /// @param value   the last number
-/// @param top     above the last number on the stack of those that wait for their turn
 /// @param result  what the last step writes to: a record, or a double
 /// @return whether there is a result
-using MTScalarKernel = bool (*)(const MTScalarStep* step, double value, double* top, void* result,
-                                const MTScalarOwner* owner, void* self);
+using MTScalarKernel = bool (*)(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner,
+                                void* self);
 
 /// Where the operands of a step stand.
 enum class MTOperandForm : std::uint8_t
 {
     Memory,       ///< All in memory. No earlier number is left to be used, or the result is a point, which leaves it.
-    PushMemory,   ///< All in memory; the last number goes onto the stack.
+    SpillMemory,  ///< All in memory; the last number is stored in its slot first.
     ValueMemory,  ///< The first, or the only one, is the last number, the second in memory.
     MemoryValue,  ///< The last operand is the last number, the others are in memory.
-    StackValue,   ///< The first is on top of the stack, the second is the last number.
 };
-inline constexpr std::size_t nbOperandForms = 5;
+inline constexpr std::size_t nbOperandForms = 4;
 
 /// Of which kinds one or two operands are. The kind of an item's second operand, if it has none, is number.
 enum class MTOperandKinds : std::uint8_t
@@ -93,6 +98,8 @@ struct MTScalarKernels
     std::array<std::array<MTScalarKernel, nbOperandForms>, nbOperandKinds> kernels{};
     std::size_t fusedIndex = notFused;  ///< Among the items of which two in a row become one step.
     bool readsResult = false;           ///< Whether it reads what its slot holds from an earlier run.
+    /// Its kernels in code whose runs all begin with fresh slots, if those are others: nothing is left to be read.
+    const MTScalarKernels* onFreshSlots = nullptr;
 
     MTScalarKernel find(MTOperandKinds kinds, MTOperandForm form) const noexcept
     {
@@ -121,6 +128,7 @@ struct MTScalarStep
     };
     double* result;        ///< x of the item's slot.
     double* secondResult;  ///< Of two items, x of the second's slot.
+    double* spillSlot;     ///< x of the slot that the last number is stored in first, with SpillMemory.
 };
 
 /// The scalar code of one program.
@@ -142,18 +150,23 @@ public:
     /// @param frame  for the steps, in place of the program's own
     bool buildForDouble(const MTParserProgram& program, const MTFrame& frame);
 
+    /// Whether steps of the program are run on records.
+    bool runsRecords() const noexcept;
+
+    /// Finds the operands that are read at an address, and adds where the steps say so. No step runs on records.
+    void findReads(const double* x, std::vector<const double**>& operands);
+
     /// Makes code that yields a constant, as a record or a double.
     void buildConstant(const VALTYPE& value, bool asDouble = false);
 
     const std::vector<MTScalarStep>& getSteps() const noexcept { return steps; }
 
-    bool run(const MTScalarStep* first, void* result, const MTScalarOwner* owner, void* self)
+    static bool run(const MTScalarStep* first, void* result, const MTScalarOwner* owner, void* self)
     {
-        return first->kernel(first, 0.0, stack.data(), result, owner, self);
+        return first->kernel(first, 0.0, result, owner, self);
     }
 
 private:
     std::vector<MTScalarStep> steps;
-    std::vector<double> stack;
     std::vector<const MTProgramStep*> copies;  // of variables, while they wait for their consumer
 };

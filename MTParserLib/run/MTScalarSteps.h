@@ -14,11 +14,10 @@
 namespace scalarkernels {
 
 /// Runs the next step. As the last thing that a kernel does, this is a jump.
-inline bool runNext(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
-                    void* self)
+inline bool runNext(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
     ++step;
-    return step->kernel(step, value, top, result, owner, self);
+    return step->kernel(step, value, result, owner, self);
 }
 
 /// The record whose x is at an address.
@@ -47,78 +46,56 @@ bool haveHead(const MTScalarStep& step) noexcept
 
 /// Ends the run before anything is done, unless the inputs are plain numbers or points.
 template <std::uint16_t head, std::size_t count>
-bool checkHeads(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
-                void* self)
+bool checkHeads(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
-    return haveHead<head, count>(*step) ? runNext(step, value, top, result, owner, self)
-                                        : owner->changedKinds(self, result);
+    return haveHead<head, count>(*step) ? runNext(step, value, result, owner, self) : owner->changedKinds(self, result);
 }
 
 /// Stores the last number in its slot.
-inline bool storeValue(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
-                       void* self)
+inline bool storeValue(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
     *step->result = value;
-    return runNext(step, value, top, result, owner, self);
-}
-
-/// Stores the number on top of the stack in its slot.
-inline bool storeWaiting(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
-                         void* self)
-{
-    --top;
-    *step->result = *top;
-    return runNext(step, value, top, result, owner, self);
-}
-
-/// Makes the number on top of the stack the last one.
-inline bool takeWaiting(const MTScalarStep* step, double, double* top, void* result, const MTScalarOwner* owner,
-                        void* self)
-{
-    --top;
-    return runNext(step, *top, top, result, owner, self);
+    return runNext(step, value, result, owner, self);
 }
 
 /// Sets the coordinates of a slot to what they are before the first run.
-inline bool clearSlot(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
-                      void* self)
+inline bool clearSlot(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
     step->result[0] = step->result[1] = step->result[2] = 0.0;
-    return runNext(step, value, top, result, owner, self);
+    return runNext(step, value, result, owner, self);
 }
 
 /// Runs a step of the program, on records.
-inline bool runRecord(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
-                      void* self)
+inline bool runRecord(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
     const Message::Id refusal = step->record->evaluate(*step->frame, false);
-    return refusal == Message::None ? runNext(step, value, top, result, owner, self)
+    return refusal == Message::None ? runNext(step, value, result, owner, self)
                                     : owner->refused(self, step->result, refusal);
 }
 
 /// The root's record, with the last number as x, is the result.
-inline bool endWithValue(const MTScalarStep* step, double value, double*, void* result, const MTScalarOwner*, void*)
+inline bool endWithValue(const MTScalarStep* step, double value, void* result, const MTScalarOwner*, void*)
 {
     copyWithX(*static_cast<VALTYPE*>(result), recordAt(step->a), value);
     return true;
 }
 
 /// A record is the result.
-inline bool endWithRecord(const MTScalarStep* step, double, double*, void* result, const MTScalarOwner*, void*)
+inline bool endWithRecord(const MTScalarStep* step, double, void* result, const MTScalarOwner*, void*)
 {
     copyWithCoordinates(*static_cast<VALTYPE*>(result), recordAt(step->a));
     return true;
 }
 
 /// The last number is the result, as a double.
-inline bool endWithDouble(const MTScalarStep*, double value, double*, void* result, const MTScalarOwner*, void*)
+inline bool endWithDouble(const MTScalarStep*, double value, void* result, const MTScalarOwner*, void*)
 {
     *static_cast<double*>(result) = value;
     return true;
 }
 
 /// A number in memory is the result, as a double.
-inline bool endWithStoredDouble(const MTScalarStep* step, double, double*, void* result, const MTScalarOwner*, void*)
+inline bool endWithStoredDouble(const MTScalarStep* step, double, void* result, const MTScalarOwner*, void*)
 {
     *static_cast<double*>(result) = *step->a;
     return true;

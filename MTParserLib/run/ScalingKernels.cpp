@@ -29,22 +29,21 @@ std::array<double, sizeof...(divides)> load([[maybe_unused]] const double* facto
 }
 
 template <MTOperandForm form, bool... divides>
-bool runScaling(const MTScalarStep* step, double value, double* top, void* result, const MTScalarOwner* owner,
-                void* self)
+bool runScaling(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
-    if constexpr (form == MTOperandForm::PushMemory)
+    if constexpr (form == MTOperandForm::SpillMemory)
     {
-        *top++ = value;
+        *step->spillSlot = value;
     }
     const bool scalesValue = form == MTOperandForm::ValueMemory;
     const double x = scalesValue ? value : *step->a;
     const double* const factors = scalesValue ? step->a : step->b;
-    return scalarkernels::runNext(step, scale<divides...>(x, load<divides...>(factors)), top, result, owner, self);
+    return scalarkernels::runNext(step, scale<divides...>(x, load<divides...>(factors)), result, owner, self);
 }
 
 template <bool... divides>
 constexpr ScalingKernels stepThat{runScaling<MTOperandForm::Memory, divides...>,
-                                  runScaling<MTOperandForm::PushMemory, divides...>,
+                                  runScaling<MTOperandForm::SpillMemory, divides...>,
                                   runScaling<MTOperandForm::ValueMemory, divides...>};
 
 // By whether each factor divides.

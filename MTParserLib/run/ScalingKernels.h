@@ -15,7 +15,7 @@
 #include <array>
 #include <cstddef>
 
-/// The kernels of one step of a conversion by form: Memory, PushMemory, ValueMemory. The factors stand side by side, where
+/// The kernels of one step of a conversion by form: Memory, SpillMemory, ValueMemory. The factors stand side by side, where
 /// the second operand of an item would stand.
 using ScalingKernels = std::array<MTScalarKernel, 3>;
 

@@ -40,9 +40,7 @@ mathexpr_status mathexpr_evaluate(mathexpr_expression* handle, mathexpr_value* v
         if (const MTScalarStep* const first = mathexpr::EngineAccess::fastPathOf(expression))
         {
             FastEvaluation evaluation{handle, MATHEXPR_OK};
-            mathexpr::EngineAccess::parserOf(expression)
-                .getProgram()
-                .scalar.run(first, value, &fastEvaluationOwner, &evaluation);
+            MTScalarCode::run(first, value, &fastEvaluationOwner, &evaluation);
             return evaluation.status;
         }
     }

@@ -243,29 +243,37 @@ TEST(RunChoice, FollowsItsTable)
     EXPECT_EQ(program.choice.getArmed(), nullptr);
 }
 
-// Where scalar code cannot stand for a program, its steps run, however its inputs change.
-TEST(RunChoice, InterpretsWhatScalarCodeCannotStandFor)
+// However many numbers wait for their consumer, and also where they have none.
+TEST(RunChoice, SpillsNumbersThatWait)
 {
     std::wstring nested = L"x";
     for (int depth = 0; depth < 40; ++depth)
     {
         nested = L"x*2-(" + nested + L")";
     }
+    for (const std::wstring& text : {nested, std::wstring(L"(x+1,y+2)"), std::wstring(L"(x+1,x*y)+y")})
+    {
+        InPlace compiled(text);
+        EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Settled);
+        EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Scalar);
+    }
+}
+
+// Where scalar code cannot stand for a program, its steps run, however its inputs change.
+TEST(RunChoice, InterpretsLongPrograms)
+{
     std::wstring endless = L"x";
     for (int step = 0; step < 4097; ++step)
     {
         endless += L"+y";
     }
-    for (const std::wstring& text : {nested, endless, std::wstring(L"(x+1,y+2)"), std::wstring(L"(x+1,x*y)+y")})
-    {
-        InPlace compiled(text);
-        MTParserProgram& program = compiled.compilation.program;
-        EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
-        EXPECT_EQ(stateAfterRun(program), MTRunState::Interpreted);
-        EXPECT_EQ(stateAfterRun(program), MTRunState::Interpreted);
-        const_cast<VALTYPE*>(compiled.factory.values.at(L"x"))->flag = 1;
-        EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
-    }
+    InPlace compiled(endless);
+    MTParserProgram& program = compiled.compilation.program;
+    EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
+    EXPECT_EQ(stateAfterRun(program), MTRunState::Interpreted);
+    EXPECT_EQ(stateAfterRun(program), MTRunState::Interpreted);
+    const_cast<VALTYPE*>(compiled.factory.values.at(L"x"))->flag = 1;
+    EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
 }
 
 // Where the host's code could run, variables are copied, also those that nothing consumes.

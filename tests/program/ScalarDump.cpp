@@ -21,6 +21,7 @@ constexpr std::size_t maxOperands = 3;
 /// What a kernel does, with how many operands in memory.
 struct KernelText
 {
+    bool spills = false;
     std::string before;                 // the operands
     std::vector<std::string> operands;  // "a", "b", "c" for those in memory
     std::string after;
@@ -33,9 +34,8 @@ std::string ascii(std::wstring_view text)
     return std::string(text.begin(), text.end());
 }
 
-constexpr std::array<MTOperandForm, nbOperandForms> forms = {MTOperandForm::Memory, MTOperandForm::PushMemory,
-                                                             MTOperandForm::ValueMemory, MTOperandForm::MemoryValue,
-                                                             MTOperandForm::StackValue};
+constexpr std::array<MTOperandForm, nbOperandForms> forms = {MTOperandForm::Memory, MTOperandForm::SpillMemory,
+                                                             MTOperandForm::ValueMemory, MTOperandForm::MemoryValue};
 
 std::vector<std::string> operandsOf(MTOperandForm form, std::size_t count)
 {
@@ -44,7 +44,7 @@ std::vector<std::string> operandsOf(MTOperandForm form, std::size_t count)
     switch (form)
     {
     case MTOperandForm::Memory:
-    case MTOperandForm::PushMemory:
+    case MTOperandForm::SpillMemory:
         break;
     case MTOperandForm::ValueMemory:
         operands.insert(operands.begin(), "value");
@@ -53,16 +53,8 @@ std::vector<std::string> operandsOf(MTOperandForm form, std::size_t count)
     case MTOperandForm::MemoryValue:
         operands.back() = "value";
         break;
-    case MTOperandForm::StackValue:
-        operands = {"waiting", "value"};
-        break;
     }
     return operands;
-}
-
-std::string pushOf(MTOperandForm form)
-{
-    return form == MTOperandForm::PushMemory ? "push, " : "";
 }
 
 struct NamedItem
@@ -102,7 +94,7 @@ void addItem(Kernels& kernels, const NamedItem& item)
         for (const MTOperandForm form : forms)
         {
             kernels[item.kernels->find(static_cast<MTOperandKinds>(kinds), form)] = {
-                pushOf(form) + item.name + " " + kindsText, operandsOf(form, item.nbArgs), ""};
+                form == MTOperandForm::SpillMemory, item.name + " " + kindsText, operandsOf(form, item.nbArgs), ""};
         }
     }
 }
@@ -120,7 +112,7 @@ void addFused(Kernels& kernels, const NamedItem& first, const NamedItem& second)
         {
             const MTOperandForm secondForm = valueFirst ? MTOperandForm::ValueMemory : MTOperandForm::MemoryValue;
             kernels[findFusedKernel(first.kernels->fusedIndex, form, second.kernels->fusedIndex, secondForm)] = {
-                pushOf(form) + first.name + " numbers", operandsOf(form, 2),
+                form == MTOperandForm::SpillMemory, first.name + " numbers", operandsOf(form, 2),
                 " then " + second.name + (valueFirst ? " [value, c]" : " [c, value]")};
         }
     }
@@ -128,10 +120,10 @@ void addFused(Kernels& kernels, const NamedItem& first, const NamedItem& second)
 
 void addScaling(Kernels& kernels, const ConversionFormula& formula, const std::string& name)
 {
-    for (const MTOperandForm form : {MTOperandForm::Memory, MTOperandForm::PushMemory, MTOperandForm::ValueMemory})
+    for (const MTOperandForm form : {MTOperandForm::Memory, MTOperandForm::SpillMemory, MTOperandForm::ValueMemory})
     {
-        kernels[findScalingStep(formula, 0)[static_cast<std::size_t>(form)]] = {pushOf(form) + "scale " + name,
-                                                                                operandsOf(form, 1), ""};
+        kernels[findScalingStep(formula, 0)[static_cast<std::size_t>(form)]] = {
+            form == MTOperandForm::SpillMemory, "scale " + name, operandsOf(form, 1), ""};
     }
 }
 
@@ -139,11 +131,11 @@ template <std::uint16_t head>
 void addChecks(Kernels& kernels, const std::string& kind)
 {
     using scalarkernels::checkHeads;
-    kernels[checkHeads<head, 1>] = {"check " + kind, {"a"}, ""};
-    kernels[checkHeads<head, 2>] = {"check " + kind, {"a", "b"}, ""};
-    kernels[checkHeads<head, 3>] = {"check " + kind, {"a", "b", "c"}, ""};
-    kernels[checkHeads<head, 4>] = {"check " + kind, {"a", "b", "c", "d"}, ""};
-    kernels[checkHeads<head, 5>] = {"check " + kind, {"a", "b", "c", "d", "e"}, ""};
+    kernels[checkHeads<head, 1>] = {false, "check " + kind, {"a"}, ""};
+    kernels[checkHeads<head, 2>] = {false, "check " + kind, {"a", "b"}, ""};
+    kernels[checkHeads<head, 3>] = {false, "check " + kind, {"a", "b", "c"}, ""};
+    kernels[checkHeads<head, 4>] = {false, "check " + kind, {"a", "b", "c", "d"}, ""};
+    kernels[checkHeads<head, 5>] = {false, "check " + kind, {"a", "b", "c", "d", "e"}, ""};
 }
 
 Kernels allKernels(const MTParserRegistrar& registrar)
@@ -170,15 +162,13 @@ Kernels allKernels(const MTParserRegistrar& registrar)
     addChecks<0x001>(kernels, "points");
     addChecks<0x100>(kernels, "flagged numbers");
     addChecks<0x101>(kernels, "flagged points");
-    kernels[scalarkernels::storeValue] = {"store", {"value"}, ""};
-    kernels[scalarkernels::storeWaiting] = {"store", {"waiting"}, ""};
-    kernels[scalarkernels::takeWaiting] = {"take", {"waiting"}, ""};
-    kernels[scalarkernels::clearSlot] = {"clear", {}, ""};
-    kernels[scalarkernels::runRecord] = {"record", {}, ""};
-    kernels[scalarkernels::endWithValue] = {"end with value", {}, ""};
-    kernels[scalarkernels::endWithRecord] = {"end with record", {"a"}, ""};
-    kernels[scalarkernels::endWithDouble] = {"end with double", {"value"}, ""};
-    kernels[scalarkernels::endWithStoredDouble] = {"end with double", {"a"}, ""};
+    kernels[scalarkernels::storeValue] = {false, "store", {"value"}, ""};
+    kernels[scalarkernels::clearSlot] = {false, "clear", {}, ""};
+    kernels[scalarkernels::runRecord] = {false, "record", {}, ""};
+    kernels[scalarkernels::endWithValue] = {false, "end with value", {}, ""};
+    kernels[scalarkernels::endWithRecord] = {false, "end with record", {"a"}, ""};
+    kernels[scalarkernels::endWithDouble] = {false, "end with double", {"value"}, ""};
+    kernels[scalarkernels::endWithStoredDouble] = {false, "end with double", {"a"}, ""};
     kernels.erase(nullptr);
     return kernels;
 }
@@ -254,7 +244,7 @@ std::string dumpScalarCode(const MTParserProgram& program, const MTParserRegistr
             continue;
         }
         const std::string line = withOperands(places, step, found->second);
-        dump << line;
+        dump << (found->second.spills ? "spill " + places.name(step.spillSlot) + ", " : "") << line;
         const std::string verb = line.substr(0, line.find(' '));
         if (verb == "record")
         {
@@ -264,7 +254,7 @@ std::string dumpScalarCode(const MTParserProgram& program, const MTParserRegistr
         {
             dump << " -> " << places.name(step.result);
         }
-        else if (verb == "take" || verb == "push," || verb == "scale")
+        else if (verb == "scale")
         {
             dump << " -> value";
         }

@@ -6,8 +6,8 @@
 //     * point number [q, 2] -> slot 0
 //
 // reads: the kernel of "*" for a point and a number; the operands are the variable q and the constant 2; the result, a
-// point, is stored in the slot that record 0 of the program writes. "value" is the last number, "waiting" the one on
-// top of the stack, which "push" has put there.
+// point, is stored in the slot that record 0 of the program writes. "value" is the last number; "spill slot 0," stores it
+// first.
 #pragma once
 
 #include "MTParserLib/MTParserRegistrar.h"

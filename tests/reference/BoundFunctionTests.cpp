@@ -91,8 +91,13 @@ reference::Host hostWith(const std::array<double, 3>& arguments)
 /// A session in which a text has been compiled, and the function made of it.
 struct Bound
 {
-    explicit Bound(const std::wstring& text)
+    /// @param hostsVariable  whether a variable may run code of the host's, so that all are copied
+    explicit Bound(const std::wstring& text, bool hostsVariable = false)
     {
+        if (hostsVariable)
+        {
+            session.getRegistrar().defineVariable(new MathExpression::MemVariableEvaluator(L"h", number(1.0)));
+        }
         std::array<const VALTYPE*, 3> arguments{};
         for (std::size_t j = 0; j < names.size(); ++j)
         {
@@ -152,9 +157,11 @@ TEST(BoundFunction, ComputesWhatAFreshSessionDoes)
         Random random(seed);
         const std::wstring text = formula(random, 1 + seed % 4);
         Bound bound(text);
+        std::array<std::array<double, 3>, 2> places{};
         for (int call = 0; call < 12 && bound.function != nullptr; ++call)
         {
-            const std::array<double, 3> arguments = {someNumber(random), someNumber(random), someNumber(random)};
+            std::array<double, 3>& arguments = places[random.below(2)];
+            arguments = {someNumber(random), someNumber(random), someNumber(random)};
             reference::Session session(false, hostWith(arguments));
             ASSERT_TRUE(session.setExpression(text).returned);
             const reference::Outcome expected = session.evaluate(VALTYPE{});
@@ -175,6 +182,40 @@ TEST(BoundFunction, ComputesWhatAFreshSessionDoes)
     EXPECT_GT(nbNumbers, count);
     EXPECT_GT(nbPoints, count);
     EXPECT_GT(nbRefused, count);
+}
+
+// The result may replace an argument, and the array may be another one in each call; also where an item runs on records.
+TEST(BoundFunction, ReadsTheArrayOfTheCall)
+{
+    for (const wchar_t* text : {L"a-2*b", L"a-m2m(b)"})
+    {
+        const Bound bound(text);
+        std::array<double, 9> arguments = {10.0, 2.0, 0.0, 20.0, 2.0, 0.0, 30.0, 2.0, 0.0};
+        const auto difference = [&](std::size_t place, double& result) {
+            EXPECT_TRUE(bound.function->call(&arguments[place], result));
+            return result;
+        };
+        const double subtracted = 10.0 - difference(0, arguments[2]);
+        EXPECT_EQ(subtracted, text == std::wstring(L"a-2*b") ? 4.0 : 2.0);
+        for (const std::size_t place : {0U, 3U, 6U, 6U, 0U})
+        {
+            const double before = arguments[place];
+            EXPECT_EQ(difference(place, arguments[place]), before - subtracted) << place;
+        }
+    }
+}
+
+// Nothing consumes the copy of a, for which scalar code has no step.
+TEST(BoundFunction, RunsAProgramThatScalarCodeCannotStandFor)
+{
+    const Bound bound(L"-((a),b)", true);
+    for (const double b : {2.0, 3.0})
+    {
+        const std::array<double, 3> arguments = {0.5, b, 0.0};
+        double result = 0.0;
+        ASSERT_TRUE(bound.function->call(arguments.data(), result));
+        EXPECT_EQ(result, -b);
+    }
 }
 
 // Scalar code has an upper bound on its steps; beyond it the program itself runs.

@@ -131,9 +131,9 @@ TEST(ScalarCode, DoesNotTakeAConstantPointForANumber)
     }
 }
 
-TEST(ScalarCode, LeavesResultsWithoutAConsumerToTheProgram)
+TEST(ScalarCode, ComputesResultsWithoutAConsumer)
 {
-    for (const wchar_t* text : {L"(x+1,y+2)", L"(x*y,z*w,x+w)*2", L"z+(x*y,w)"})
+    for (const wchar_t* text : {L"(x+1,y+2)", L"(x*y,z*w,x+w)*2", L"z+(x*y,w)", L"(x+1,y*z-w,x*w)", L"x/(y+1,z*w)"})
     {
         for (std::uint64_t seed = 1; seed <= 50; ++seed)
         {
@@ -142,10 +142,10 @@ TEST(ScalarCode, LeavesResultsWithoutAConsumerToTheProgram)
     }
 }
 
-// It has room for 32, and in a build that is not optimised for 128 steps in all.
-TEST(ScalarCode, LeavesTooManyResultsThatWaitToTheProgram)
+// In a build that is not optimised it has room for 128 steps in all.
+TEST(ScalarCode, SpillsAnyNumberOfResultsThatWait)
 {
-    for (const std::size_t depth : {30U, 31U, 32U, 33U, 40U, 64U, 128U, 300U})
+    for (const std::size_t depth : {1U, 2U, 40U, 64U, 128U, 300U})
     {
         std::wstring text = L"x+y";
         for (std::size_t j = 0; j < depth; ++j)

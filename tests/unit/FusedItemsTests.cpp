@@ -56,12 +56,12 @@ TEST(FusedItems, AreFactorsOfConversionsInTwos)
             steps.push_back(scaling);
         }
         MTScalarStep end{};
-        end.kernel = [](const MTScalarStep*, double value, double*, void* result, const MTScalarOwner*, void*) {
+        end.kernel = [](const MTScalarStep*, double value, void* result, const MTScalarOwner*, void*) {
             *static_cast<double*>(result) = value;
             return true;
         };
         steps.push_back(end);
-        steps[0].kernel(steps.data(), number, nullptr, &number, nullptr, nullptr);
+        steps[0].kernel(steps.data(), number, &number, nullptr, nullptr);
         return number;
     };
     for (const double number : {0.1, -7.0, 1e300})
