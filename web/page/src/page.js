@@ -47,6 +47,7 @@ const editor = new SheetEditor(byId("editor"), {
     store("sheet", editor.text);
     evaluation.start();
   },
+  onTooLong: () => notify(texts.tooLong),
   onCursor: () => help.start(),
 });
 

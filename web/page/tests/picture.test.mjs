@@ -69,6 +69,34 @@ test("the arrow keys move a point, and keep it in focus", async (t) => {
   await eventually(async () => /^B=\[1\d(\.\d+)?,9(\.\d+)?,7\]$/.test((await keptSheet(page)).split("\n")[1]), true);
 });
 
+test("a finger drags a point, and two zoom", async (t) => {
+  const page = await openPage(t, { sheet: "A=[0,0]\nB=[10,10]\n", browser: { hasTouch: true, isMobile: true, viewport: { width: 390, height: 844 } } });
+  await page.locator("#canvas").evaluate((canvas) => canvas.scrollIntoView({ block: "center" }));
+  const { x, y } = await centre(point(page, "B"));
+  const session = await page.context().newCDPSession(page);
+  const touch = (kind, ...touchPoints) =>
+    session.send("Input.dispatchTouchEvent", { type: kind, touchPoints: touchPoints.map(([left, top], id) => ({ x: left, y: top, id })) });
+  await touch("touchStart", [x, y]);
+  await touch("touchMove", [x - 10, y + 4]);
+  await touch("touchMove", [x - 40, y]);
+  await touch("touchEnd");
+  await eventually(async () => /^A=\[0,0\]\nB=\[[5-9](\.\d+)?,(9|10)(\.\d+)?\]\n$/.test(await keptSheet(page)), true);
+  const kept = await keptSheet(page);
+  const distance = async () => (await centre(point(page, "B"))).x - (await centre(point(page, "A"))).x;
+  const before = await distance();
+  const canvas = await page.locator("#canvas").boundingBox();
+  const [left, top] = [canvas.x + canvas.width / 2, canvas.y + canvas.height / 2];
+  for (const [kind, apart] of [["touchStart", 30], ["touchMove", 45], ["touchMove", 60]]) {
+    await touch(kind, [left - apart, top + 30], [left + apart, top + 30]);
+  }
+  await touch("touchEnd");
+  const after = await distance();
+  assert.ok(after > 1.5 * before, `${before} ${after}`);
+  assert.equal(await keptSheet(page), kept);
+  const heights = await page.locator("button:visible").evaluateAll((all) => all.map((button) => button.getBoundingClientRect().height));
+  assert.ok(Math.min(...heights) >= 44, heights.join());
+});
+
 test("a point that is computed cannot be moved", async (t) => {
   const page = await openPage(t, { sheet: "w=3\nA=[w,4]\n" });
   assert.equal(await point(page, "A").getAttribute("role"), "img");

@@ -67,6 +67,17 @@ test("a line of any length is refused or computed, and the page goes on", async 
   await eventually(async () => (await page.locator(".value").allTextContents()).at(-1), "3");
 });
 
+test("what would make the sheet too long is refused, and says so", async (t) => {
+  const page = await openPage(t, { sheet: "1+1" });
+  await page.click(".cm-content");
+  await page.keyboard.press("Control+End");
+  await page.keyboard.insertText("1".repeat(400_000));
+  await eventually(() => notice(page), "That is too long.");
+  assert.equal(await keptSheet(page), "1+1");
+  await page.keyboard.type("+1");
+  await expectValues(page, ["3"]);
+});
+
 test("settings that somebody else has written are those of a first visit", async (t) => {
   const page = await openPage(t, {
     sheet: "1/3",

@@ -31,9 +31,10 @@ export class SheetEditor {
    * @param {string} host.language  of messages
    * @param {import("./assistance.js").Ask} host.ask
    * @param {() => void} host.onChange
+   * @param {() => void} host.onTooLong  called where a change is refused since the sheet would become too long
    * @param {() => void} host.onCursor  called when the cursor or the text around it has changed
    */
-  constructor(parent, { text, typeset, language, ask, onChange, onCursor }) {
+  constructor(parent, { text, typeset, language, ask, onChange, onTooLong, onCursor }) {
     const root = parent.attachShadow({ mode: "open" });
     this.#extensions = [
       lineNumbers(),
@@ -43,7 +44,11 @@ export class SheetEditor {
       highlightActiveLineGutter(),
       EditorView.lineWrapping,
       EditorView.contentAttributes.of({ "aria-label": texts.editor, tabindex: "0", autocapitalize: "off", autocorrect: "off", spellcheck: "false" }),
-      EditorState.changeFilter.of(({ newDoc }) => newDoc.length <= maxSheetLength && newDoc.lines <= maxLines),
+      EditorState.changeFilter.of(({ newDoc }) => {
+        const isShort = newDoc.length <= maxSheetLength && newDoc.lines <= maxLines;
+        if (!isShort) onTooLong();
+        return isShort;
+      }),
       resultsField,
       display,
       problems,

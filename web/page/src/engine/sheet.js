@@ -7,7 +7,7 @@
  * A line is evaluated by an expression of its own, which asks for names; so the names that it has asked for are all it
  * depends on. A line is computed again only where its text or one of the answers has changed.
  */
-import { Expression, MathExprError, formatValue } from "mathexpr";
+import { Expression, MathExprError, evaluate, formatValue } from "mathexpr";
 import { constructionsOf } from "./constructions.js";
 import { maxColouredLength, maxLineLength, maxTypesetLength } from "./limits.js";
 
@@ -141,36 +141,31 @@ export class Sheet {
       asked.set(keyOf(name), value);
       return value;
     };
-    const expression = new Expression(undefined, {}, { resolver, names, limits: { maxTextLength: maxLineLength } });
+    const expression = new Expression(undefined, {}, { resolver, limits });
     try {
-      const tokens = expression.tokens(source);
-      if (source.length <= maxColouredLength) result.tokens = tokens.map(plainToken);
-      result.handles = handlesOf(expression, source);
       const value = expression.evaluate(source);
-      const isPoint = typeof value !== "number";
-      const evaluatePart = (text) => new OneUse(resolver).evaluate(text);
-      Object.assign(result, {
-        kind: "value",
-        value: this.#text(value),
-        name: assignedName(tokens),
-        point: isPoint ? [value.x, value.y, value.z] : null,
-        mathml: typeset(expression, source),
-        constructions: constructionsOf(source, tokens, evaluatePart),
-      });
-      return { result, value, asked };
+      return { result: { ...result, ...this.#partsOf(expression, source, value, resolver) }, value, asked };
     } catch (error) {
       if (!(error instanceof MathExprError)) throw error;
-      if (isCurve(source, asked, names)) {
-        const name = assignedName(expression.tokens(source));
-        Object.assign(result, { kind: "curve", name, mathml: typeset(expression, source) });
-      } else {
-        result.kind = "problem";
-        result.problem = problemOf(error, expression.diagnose(source, { askResolver: true }).state === "unfinished");
-      }
-      return { result, value: undefined, asked };
+      const parts = isCurve(source, asked, names) ? curveParts(expression, source) : problemParts(error, source, names);
+      return { result: { ...result, ...parts }, value: undefined, asked };
     } finally {
       expression.free();
     }
+  }
+
+  #partsOf(expression, source, value, resolver) {
+    const tokens = expression.tokens(source);
+    return {
+      kind: "value",
+      tokens: shownTokens(source, tokens),
+      value: this.#text(value),
+      name: assignedName(tokens),
+      point: typeof value === "number" ? null : [value.x, value.y, value.z],
+      mathml: typeset(expression, source),
+      handles: handlesOf(expression, source),
+      constructions: constructionsOf(source, tokens, (text) => valueOrNothing(text, resolver)),
+    };
   }
 
   #text(value) {
@@ -178,23 +173,15 @@ export class Sheet {
   }
 }
 
-/** Evaluates one text, which sees the names that a resolver answers. */
-class OneUse {
-  constructor(resolver) {
-    this.resolver = resolver;
-  }
+const limits = { maxTextLength: maxLineLength };
 
-  /** @returns {import("mathexpr").Value | undefined} nothing where it has none */
-  evaluate(text) {
-    const expression = new Expression(undefined, {}, { resolver: this.resolver });
-    try {
-      return expression.evaluate(text);
-    } catch (error) {
-      if (error instanceof MathExprError) return undefined;
-      throw error;
-    } finally {
-      expression.free();
-    }
+/** The value of a part of a line; nothing where it has none. */
+function valueOrNothing(text, resolver) {
+  try {
+    return evaluate(text, {}, { resolver });
+  } catch (error) {
+    if (error instanceof MathExprError) return undefined;
+    throw error;
   }
 }
 
@@ -216,6 +203,32 @@ function isCurve(source, asked, names) {
   }
 }
 
+function curveParts(expression, source) {
+  const tokens = expression.tokens(source);
+  return {
+    kind: "curve",
+    tokens: shownTokens(source, tokens),
+    name: assignedName(tokens),
+    mathml: typeset(expression, source),
+  };
+}
+
+/**
+ * What is wrong with a line. Only here an expression is told all names, for suggestions: going through them for every line would
+ * make a long sheet slow.
+ */
+function problemParts(error, source, names) {
+  const expression = new Expression(undefined, {}, { resolver: names.get, names, limits });
+  try {
+    const { state, diagnostic } = expression.diagnose(source, { askResolver: true });
+    const tokens = shownTokens(source, expression.tokens(source));
+    // What fails while it is evaluated compiles, and brings no diagnostic.
+    return { kind: "problem", tokens, problem: problemOf(diagnostic ?? error, state === "unfinished") };
+  } finally {
+    expression.free();
+  }
+}
+
 /** @returns {LineResult} */
 function emptyResult(source) {
   return {
@@ -232,8 +245,11 @@ function emptyResult(source) {
   };
 }
 
-/** A token without what the page does not need. */
-const plainToken = ({ kind, start, length, partner }) => ({ kind, start, length, partner });
+/** The tokens that are coloured, without what the page does not need. */
+function shownTokens(source, tokens) {
+  if (source.length > maxColouredLength) return [];
+  return tokens.map(({ kind, start, length, partner }) => ({ kind, start, length, partner }));
+}
 
 const typeset = (expression, source) => (source.length > maxTypesetLength ? "" : expression.typeset(source, "mathml"));
 
