@@ -3,9 +3,12 @@
 #
 # The packages that cpack makes: one archive of everything (TGZ), and a Debian package for each component (DEB).
 #
-# Debian's are made of a tree that was configured for /usr and its folder of libraries; cmake/packages does so.
+# Debian's are made of a tree that was configured for /usr and its folder of libraries; cmake/packages does so. The folder
+# debian holds what only they need.
 set(CPACK_PACKAGE_VENDOR "The mathexpr authors")
-set(CPACK_PACKAGE_CONTACT "The mathexpr authors <mathexpr@localhost>")
+set(CPACK_PACKAGE_CONTACT "The mathexpr authors <mathexpr@git.example.com>")
+set(CPACK_PACKAGE_HOMEPAGE_URL "https://git.example.com/mathexpr")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package has its own
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_COMPONENTS_ALL ${MATHEXPR_COMPONENTS})
@@ -14,24 +17,36 @@ set(CPACK_VERBATIM_VARIABLES ON)
 string(TOLOWER "${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}" platform)
 set(CPACK_PACKAGE_FILE_NAME mathexpr-${PROJECT_VERSION}-${platform})
 
-set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/CompressManual.cmake)
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/debian/Contents.cmake)
+set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/debian/Finish.cmake)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
+string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)  # that of SOURCE_DATE_EPOCH, where it is set
+set(CPACK_MATHEXPR_DEBIAN ${PROJECT_BINARY_DIR}/debian)
+configure_file(${CMAKE_CURRENT_LIST_DIR}/debian/changelog.in ${CPACK_MATHEXPR_DEBIAN}/changelog @ONLY)
+set(about "It takes a text such as 2*width+0.5, compiles it, and evaluates it to a
+number or a 3-D point as often as the host likes. Every mistake is answered
+by a message that shows where it is.")
 
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${MATHEXPR_LIBRARY_PACKAGE})
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_LIBRARY_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "Expression calculator for CAD applications, the shared library")
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${CPACK_MATHEXPR_DEBIAN}/symbols ${CMAKE_CURRENT_LIST_DIR}/debian/triggers)
+set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "expression calculator for CAD applications - shared library\n${about}")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME ${MATHEXPR_DEVELOPMENT_PACKAGE})
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${MATHEXPR_LIBRARY_PACKAGE} (= ${version})")
-set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Expression calculator for CAD applications, headers and examples for C++ and C")
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
+    "expression calculator for CAD applications - development files\n${about}
+.
+Headers for C++ and C, the static library, documents and examples.")
 
 # Its own library is found in the build tree, where nothing tells which package it belongs to.
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME ${MATHEXPR_TOOL_PACKAGE})
@@ -39,6 +54,6 @@ set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION math)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${MATHEXPR_LIBRARY_PACKAGE} (>= ${PROJECT_VERSION})")
-set(CPACK_COMPONENT_TOOL_DESCRIPTION "Expression calculator for CAD applications, the command-line calculator")
+set(CPACK_COMPONENT_TOOL_DESCRIPTION "expression calculator for CAD applications - command line\n${about}")
 
 include(CPack)

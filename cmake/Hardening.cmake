@@ -1,0 +1,51 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
+# What makes a fault in the library or the calculator hard to exploit. For what is shipped, not for tests: mathexpr_hardening
+# compiles it, and hardening_link_options link it, but no host that contains the static library.
+#
+#   -fstack-protector-strong    a function with an array notices that its return address was overwritten
+#   -fstack-clash-protection    a large frame touches each of its pages, so that it cannot jump over the guard page
+#   _FORTIFY_SOURCE             the C library's copying functions check the size of their target
+#   -fcf-protection,            indirect jumps and calls lead to marked places only, on x86-64 and on ARM64, where processor
+#   -mbranch-protection         and system check that
+#   -z relro, -z now            all functions of other libraries are bound at start, in tables that are read-only afterwards
+#   PIE                         the calculator is loaded at random addresses
+#
+# No value changes. The sanitizers check more than this, and fortified functions would hide from them what they check.
+option(MATHEXPR_HARDEN "Harden the library and the calculator" ON)
+
+add_library(mathexpr_hardening INTERFACE)
+if(NOT MATHEXPR_HARDEN OR CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+  return()
+endif()
+
+if(MINGW)  # The linker's defaults since binutils 2.36. The rest needs a run-time DLL, or has no meaning there.
+  set(hardening_link_options -Wl,--dynamicbase,--high-entropy-va,--nxcompat)
+elseif(NOT MSVC)
+  include(CheckCXXCompilerFlag)
+  include(CheckCXXSourceCompiles)
+  include(CheckPIESupported)
+  check_pie_supported(LANGUAGES CXX)
+
+  set(CMAKE_REQUIRED_FLAGS -Werror)  # or clang would merely warn that it ignores an option
+  foreach(option -fstack-protector-strong -fstack-clash-protection -fcf-protection -mbranch-protection=standard)
+    string(MAKE_C_IDENTIFIER "MATHEXPR_HAS${option}" has_option)
+    check_cxx_compiler_flag(${option} ${has_option})
+    if(${has_option})
+      target_compile_options(mathexpr_hardening INTERFACE ${option})
+    endif()
+  endforeach()
+
+  # Level 3 knows sizes that are computed at run time. Nothing is fortified where nothing is optimised.
+  check_cxx_source_compiles("int main(int, char** v) { return __builtin_dynamic_object_size(v, 0) == 1; }"
+                            MATHEXPR_HAS_DYNAMIC_OBJECT_SIZE)
+  unset(CMAKE_REQUIRED_FLAGS)
+  set(level $<IF:$<BOOL:${MATHEXPR_HAS_DYNAMIC_OBJECT_SIZE}>,3,2>)
+  set(fortified "-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=${level}")
+  target_compile_options(mathexpr_hardening INTERFACE "$<$<NOT:$<CONFIG:Debug>>:${fortified}>")
+
+  if(NOT APPLE)
+    set(hardening_link_options -Wl,-z,relro,-z,now)
+  endif()
+endif()
