@@ -9,6 +9,7 @@
 #include "mathexpr/ValueText.h"
 
 #include "MTParserLib/vocabulary/Operators.h"
+#include "platform/DecimalText.h"
 #include "platform/FloatingPointGuard.h"
 
 #include <algorithm>
@@ -63,10 +64,8 @@ public:
     {
         std::array<char, ValueText::maxNumberLength> plain;
         const std::string_view digits(
-            plain.data(),
-            static_cast<std::size_t>(
-                std::to_chars(plain.data(), plain.data() + plain.size(), number, std::chars_format::fixed).ptr -
-                plain.data()));
+            plain.data(), static_cast<std::size_t>(
+                              platform::writeFixed(plain.data(), plain.data() + plain.size(), number) - plain.data()));
         if (digits.find('.') == std::string_view::npos)
         {
             appendWhole(digits);
@@ -98,10 +97,9 @@ struct Decimal
         std::array<char, 32> scientific;  // d.ddde+dd
         char* const begin = scientific.data();
         char* const end = begin + scientific.size();
-        const char* const last =
-            nbDigits == ValueText::exactDigits
-                ? std::to_chars(begin, end, number, std::chars_format::scientific).ptr
-                : std::to_chars(begin, end, number, std::chars_format::scientific, static_cast<int>(nbDigits) - 1).ptr;
+        const char* const last = nbDigits == ValueText::exactDigits
+                                     ? platform::writeScientific(begin, end, number)
+                                     : platform::writeScientific(begin, end, number, static_cast<int>(nbDigits) - 1);
         const char* const mark = std::find(begin, end, 'e');
         std::from_chars(mark[1] == '+' ? mark + 2 : mark + 1, last, exponent);
         for (const char* at = begin; at != mark; ++at)

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // DecimalText.cpp - see DecimalText.h. Some standard libraries have from_chars for integers only, such as LLVM's until
-// version 20; the header-only library fast_float stands in for them then.
+// version 20; the header-only library fast_float stands in for them then. Its to_chars came with version 14; emscripten has 13.
 
 #include "platform/DecimalText.h"
 
@@ -26,3 +26,114 @@ bool platform::readDecimal(std::string_view text, double& value) noexcept
     const auto [end, error] = decimal::from_chars(text.data(), text.data() + text.size(), value);
     return error != std::errc::result_out_of_range;
 }
+
+#if defined(__cpp_lib_to_chars) || (defined(_LIBCPP_VERSION) && _LIBCPP_VERSION >= 14000)
+
+char* platform::writeFixed(char* begin, char* end, double number) noexcept
+{
+    return std::to_chars(begin, end, number, std::chars_format::fixed).ptr;
+}
+
+char* platform::writeScientific(char* begin, char* end, double number) noexcept
+{
+    return std::to_chars(begin, end, number, std::chars_format::scientific).ptr;
+}
+
+char* platform::writeScientific(char* begin, char* end, double number, int decimals) noexcept
+{
+    return std::to_chars(begin, end, number, std::chars_format::scientific, decimals).ptr;
+}
+
+#else
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
+#include <iterator>
+
+namespace {
+
+constexpr int mostDecimals = 16;  // 17 digits tell any two doubles apart
+
+/// Room for d.ddde+ddd and a terminating zero.
+constexpr std::size_t scientificCapacity = 32;
+
+/// From here on a number is written in all the digits that it has.
+constexpr double maxWholeNumber = 9007199254740992.0;  // 2^53
+
+char* print(char* begin, double number, int decimals) noexcept
+{
+    return begin + std::snprintf(begin, scientificCapacity, "%.*e", decimals, number);
+}
+
+bool readsAs(const char* begin, const char* end, double number) noexcept
+{
+    double value = 0.0;
+    return platform::readDecimal({begin, static_cast<std::size_t>(end - begin)}, value) && value == number;
+}
+
+/// Of the texts with the fewest digits that read as the number, the nearest. That need not be the nearest text of so many
+/// digits where the number is a power of two: doubles lie closer together below it than above.
+char* printShortest(char* begin, double number) noexcept
+{
+    for (int decimals = 0; decimals < mostDecimals; ++decimals)
+    {
+        char* const end = print(begin, number, decimals);
+        if (readsAs(begin, end, number))
+        {
+            return end;
+        }
+        char* const last = std::find(begin, end, 'e') - 1;
+        if (*last != '9')
+        {
+            ++*last;
+            if (readsAs(begin, end, number))
+            {
+                return end;
+            }
+        }
+    }
+    return print(begin, number, mostDecimals);
+}
+
+}
+
+char* platform::writeFixed(char* begin, char* end, double number) noexcept
+{
+    if (number >= maxWholeNumber)
+    {
+        return begin + std::snprintf(begin, static_cast<std::size_t>(end - begin), "%.0f", number);
+    }
+    char digits[scientificCapacity];
+    char* const last = printShortest(digits, number);
+    char* const mark = std::find(digits, last, 'e');
+    int exponent = 0;
+    std::from_chars(mark[1] == '+' ? mark + 2 : mark + 1, last, exponent);
+    const std::ptrdiff_t digitCount = std::remove(digits, mark, '.') - digits;
+    if (exponent < 0)
+    {
+        constexpr char point[] = {'0', '.'};
+        char* const zeros = std::copy(std::begin(point), std::end(point), begin);
+        return std::copy_n(digits, digitCount, std::fill_n(zeros, -1 - exponent, '0'));
+    }
+    const std::ptrdiff_t wholeCount = std::min<std::ptrdiff_t>(digitCount, exponent + 1);
+    char* const whole = std::copy_n(digits, wholeCount, begin);
+    if (wholeCount == digitCount)
+    {
+        return std::fill_n(whole, exponent + 1 - wholeCount, '0');
+    }
+    *whole = '.';
+    return std::copy_n(digits + wholeCount, digitCount - wholeCount, whole + 1);
+}
+
+char* platform::writeScientific(char* begin, char*, double number) noexcept
+{
+    return printShortest(begin, number);
+}
+
+char* platform::writeScientific(char* begin, char*, double number, int decimals) noexcept
+{
+    return print(begin, number, decimals);
+}
+
+#endif
