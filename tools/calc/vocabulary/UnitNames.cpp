@@ -25,7 +25,7 @@ const std::vector<UnitName>& unitNames()
         for (const mathexpr::VocabularyUnit& unit : mathexpr::vocabularyUnits)
         {
             all.push_back({unit.family, toUtf8(unit.symbol), toUtf8(unit.singular), toUtf8(unit.plural), {}});
-            const auto* const end = std::ranges::find(unit.others, nullptr);
+            const auto* const end = std::find(std::begin(unit.others), std::end(unit.others), nullptr);
             std::transform(std::begin(unit.others), end, std::back_inserter(all.back().others), toUtf8);
         }
         return all;
@@ -37,15 +37,17 @@ const UnitName* unitCalled(std::string_view name)
 {
     const auto isCalled = [name](const UnitName& unit) {
         return sameWord(unit.singular, name) || sameWord(unit.plural, name) ||
-               std::ranges::any_of(unit.others, [name](const std::string& other) { return sameWord(other, name); });
+               std::any_of(unit.others.begin(), unit.others.end(),
+                           [name](const std::string& other) { return sameWord(other, name); });
     };
-    const auto found = std::ranges::find_if(unitNames(), isCalled);
+    const auto found = std::find_if(unitNames().begin(), unitNames().end(), isCalled);
     return found == unitNames().end() ? nullptr : &*found;
 }
 
 const UnitName* unitOfSymbol(std::string_view symbol)
 {
-    const auto found = std::ranges::find(unitNames(), symbol, &UnitName::symbol);
+    const auto found = std::find_if(unitNames().begin(), unitNames().end(),
+                                    [symbol](const UnitName& unit) { return unit.symbol == symbol; });
     return found == unitNames().end() ? nullptr : &*found;
 }
 

@@ -10,6 +10,7 @@
 #include "tools/calc/vocabulary/VocabularyItems.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -132,7 +133,7 @@ std::vector<FoundGroup> searchVocabulary(std::string_view words)
     for (const mathexpr::VocabularyItem& item : vocabularyItems())
     {
         int sum = 0;
-        const bool fitsAll = std::ranges::all_of(wanted, [&](std::string_view word) {
+        const bool fitsAll = std::all_of(wanted.begin(), wanted.end(), [&](std::string_view word) {
             const int weight = weightOf(item, word);
             sum += weight;
             return weight != 0;
@@ -142,12 +143,14 @@ std::vector<FoundGroup> searchVocabulary(std::string_view words)
             found.emplace_back(sum, item);
         }
     }
-    std::ranges::stable_sort(found, std::greater<>(), &std::pair<int, mathexpr::VocabularyItem>::first);
+    std::stable_sort(found.begin(), found.end(),
+                     [](const auto& left, const auto& right) { return left.first > right.first; });
     if (found.empty())
     {
         return {};
     }
     FoundGroup group{"Found", {}};
-    std::ranges::transform(found, std::back_inserter(group.items), &std::pair<int, mathexpr::VocabularyItem>::second);
+    std::transform(found.begin(), found.end(), std::back_inserter(group.items),
+                   [](const auto& weighed) { return weighed.second; });
     return {group};
 }
