@@ -15,8 +15,9 @@
 namespace {
 
 /// Programs with more steps than this run themselves. What scalar code takes in memory would no longer be small; and a
-/// compiler that is not asked to optimise makes calls of the jumps from step to step, which all wait on the stack.
-#if defined(__OPTIMIZE__)
+/// compiler that is not asked to optimise, or whose target knows no such jumps, makes calls of the jumps from step to step,
+/// which all wait on the stack.
+#if defined(__OPTIMIZE__) && !defined(__wasm__)
 constexpr std::size_t mostSteps = 4096;
 #else
 constexpr std::size_t mostSteps = 128;

@@ -45,6 +45,11 @@
 #define MATHEXPR_TILE_WIDTH 2
 #define MATHEXPR_TILE_HOLDS_IN_ANY(condition) _mm_movemask_pd((__m128d)(condition))
 #define MATHEXPR_TILE_SQUARE_ROOT(x) _mm_sqrt_pd(x)
+#elif defined(__wasm_simd128__)
+#define MATHEXPR_TILE_WIDTH 2
+#define MATHEXPR_TILE_HOLDS_IN_ANY(condition) __builtin_wasm_any_true_v128((SignedBytes)(condition))
+#define MATHEXPR_TILE_SQUARE_ROOT(x) __builtin_wasm_sqrt_f64x2(x)
+typedef signed char SignedBytes __attribute__((vector_size(16)));  // NOLINT(modernize-use-using): as clang reads it
 #else
 #define MATHEXPR_TILE_WIDTH 2
 #define MATHEXPR_TILE_HOLDS_IN_ANY(condition) ((condition)[0] | (condition)[1])
