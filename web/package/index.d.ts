@@ -107,7 +107,7 @@ export type Expected =
 export interface Diagnostic {
   /** The message in the user's language. */
   readonly message: string;
-  /** Number of the message, 1 to 19. */
+  /** Number of the message, 1 to 19; 0 for a name that was given by itself and that no variable may have. */
   readonly messageNumber: number;
   /** "refused": an item refused its arguments, or an integer literal is too large. */
   readonly kind: "parsing" | "definition" | "refused";
@@ -483,10 +483,19 @@ export interface VocabularyItem {
   readonly unary: boolean;
   /** Of a constant; else null. */
   readonly value: number | null;
+  /** Units of the arguments and the result; empty where there are none. */
+  readonly units: string;
+  /** What the item accepts. */
+  readonly domain: string;
+  /** Expressions that show it and have a value. */
+  readonly examples: readonly string[];
 }
 
 /** All constants, operators and functions, in this order. */
 export function vocabulary(): VocabularyItem[];
 
-/** Those that all words speak of: names, units ("inch mm") or words of the description. No word gives all. */
+/**
+ * Those that have to do with all words, the best first: symbols, units in all their spellings ("inch mm"), words of the notes and
+ * descriptions. A unit by itself finds what converts from it, then what converts to it.
+ */
 export function find(words: string): VocabularyItem[];

@@ -1,0 +1,26 @@
+# SPDX-FileCopyrightText: 2026 The mathexpr authors
+# SPDX-License-Identifier: MIT
+#
+# Cross-builds for WebAssembly with Debian's emscripten, and runs test programs under Node.
+set(MATHEXPR_EMSCRIPTEN /usr/share/emscripten CACHE PATH "Where emcc and its folder cmake/ are")
+include(${MATHEXPR_EMSCRIPTEN}/cmake/Modules/Platform/Emscripten.cmake)
+
+# Its own look at the linker needs acorn, which Debian keeps outside of emscripten's tree.
+set(ENV{NODE_PATH} /usr/share/nodejs)
+
+# Exceptions are WebAssembly's own: those that emscripten makes of JavaScript would cost each call.
+set(CMAKE_CXX_FLAGS_INIT "-fwasm-exceptions")
+
+# Debian packs header-only libraries for its own compilers. They alone are taken from there: the other headers of that folder
+# are those of another C library.
+file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/system)
+file(CREATE_LINK /usr/include/fast_float ${CMAKE_BINARY_DIR}/system/fast_float SYMBOLIC)
+set(MATHEXPR_FAST_FLOAT_INCLUDE_DIR ${CMAKE_BINARY_DIR}/system CACHE PATH "Where fast_float/ is")
+set(MATHEXPR_UTF8CPP_INCLUDE_DIR /usr/include/utf8cpp CACHE PATH "Where utf8.h is")
+
+# GoogleTest is compiled from its sources.
+list(PREPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR}/../from_sources)
+
+# Without the option that emscripten gives to Node, which knows it no more.
+find_program(MATHEXPR_NODE NAMES node nodejs REQUIRED)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${MATHEXPR_NODE})

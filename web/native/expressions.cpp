@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// expressions.cpp - exports beside the C interface: where that takes function pointers, which JavaScript cannot make, and
+// where a call through memory would cost more than the call itself.
+#include "host.h"
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+mathexpr_status callStatus = MATHEXPR_OK;
+
+/// Message 19 would be shown even by a silent expression. Its error tells it.
+void showNothing(void*, std::uint32_t, const mathexpr_char16*, std::size_t) {}
+
+}
+
+extern "C"
+{
+
+    /// Creates an expression whose callbacks are JavaScript's.
+    mathexpr_status web_create(void* context, mathexpr_expression** expression)
+    {
+        const mathexpr_options_utf16 options{sizeof(options), MATHEXPR_EXPRESSION, 0,           0,
+                                             context,         hostLookup,          showNothing, hostGetName};
+        return mathexpr_create_utf16(&options, expression);
+    }
+
+    /// Completes with the notes of JavaScript's.
+    mathexpr_status web_complete(mathexpr_expression* expression, const mathexpr_char16* text, std::size_t length,
+                                 std::size_t cursor, std::uint32_t maxCount, const mathexpr_char16* const* recent,
+                                 std::size_t recentCount, void* context, mathexpr_completions_utf16* completions)
+    {
+        const mathexpr_completion_options_utf16 options{sizeof(options), maxCount, recent,
+                                                        recentCount,     context,  hostGetNotes};
+        return mathexpr_get_completions_utf16(expression, text, length, cursor, &options, completions);
+    }
+
+    // A function's value, or NaN; why it has none is asked for only then.
+
+    double web_call_many(mathexpr_function* function, const double* arguments)
+    {
+        double result = 0.0;
+        callStatus = mathexpr_call_function(function, arguments, &result);
+        return callStatus == MATHEXPR_OK ? result : std::nan("");
+    }
+
+    double web_call_0(mathexpr_function* function)
+    {
+        return web_call_many(function, nullptr);
+    }
+    double web_call_1(mathexpr_function* function, double a)
+    {
+        const double arguments[] = {a};
+        return web_call_many(function, arguments);
+    }
+    double web_call_2(mathexpr_function* function, double a, double b)
+    {
+        const double arguments[] = {a, b};
+        return web_call_many(function, arguments);
+    }
+    double web_call_3(mathexpr_function* function, double a, double b, double c)
+    {
+        const double arguments[] = {a, b, c};
+        return web_call_many(function, arguments);
+    }
+    double web_call_4(mathexpr_function* function, double a, double b, double c, double d)
+    {
+        const double arguments[] = {a, b, c, d};
+        return web_call_many(function, arguments);
+    }
+
+    /// Status of the last of these calls.
+    mathexpr_status web_call_status()
+    {
+        return callStatus;
+    }
+
+    /// Chooses the language of messages, by the name of a locale such as "pt_BR".
+    void web_set_locale(const char* name)
+    {
+        setenv("LC_ALL", name, 1);
+    }
+}

@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// search.cpp - exports the search of the calculator's vocabulary and its notes, by index of the item.
+#include "mathexpr.h"
+#include "tools/calc/vocabulary/ItemNotes.h"
+#include "tools/calc/vocabulary/VocabularyItems.h"
+#include "tools/calc/vocabulary/VocabularySearch.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <new>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <vector>
+
+namespace {
+
+using mathexpr::VocabularyItem;
+
+// What the last call has answered.
+std::vector<std::uint32_t> foundItems;
+std::string notes;
+
+/// What tells an item from all others: overloads share a symbol, and so do the two operators "-".
+auto keyOf(const VocabularyItem& item)
+{
+    return std::tuple(item.kind, std::wstring_view(item.symbol), item.nbArgs);
+}
+
+/// Its place in the list of the vocabulary.
+std::uint32_t indexOf(const VocabularyItem& item)
+{
+    const std::vector<VocabularyItem>& items = vocabularyItems();
+    const auto at = std::find_if(items.begin(), items.end(),
+                                 [&](const VocabularyItem& candidate) { return keyOf(candidate) == keyOf(item); });
+    return static_cast<std::uint32_t>(at - items.begin());
+}
+
+void addLine(const std::string& line)
+{
+    notes += line;
+    notes += '\n';
+}
+
+}
+
+extern "C"
+{
+
+    /// Searches for words in UTF-8.
+    /// @param count  receives how many items are found
+    /// @return their indices; null where memory has run out
+    const std::uint32_t* web_find(const char* words, std::size_t length, std::size_t* count)
+    try
+    {
+        foundItems.clear();
+        for (const FoundGroup& group : searchVocabulary({words, length}))
+        {
+            for (const VocabularyItem& item : group.items)
+            {
+                foundItems.push_back(indexOf(item));
+            }
+        }
+        *count = foundItems.size();
+        static constexpr std::uint32_t none = 0;
+        return foundItems.empty() ? &none : foundItems.data();
+    }
+    catch (const std::bad_alloc&)
+    {
+        return nullptr;
+    }
+
+    /// The notes of an item: a line with its units, one with its domain, and a line for each example, in UTF-8.
+    /// @param length  receives that of the text
+    /// @return the text; null where memory has run out, or for an index that no item has
+    const char* web_notes(std::uint32_t index, std::size_t* length)
+    try
+    {
+        const std::vector<VocabularyItem>& items = vocabularyItems();
+        if (index >= items.size())
+        {
+            return nullptr;
+        }
+        notes.clear();
+        const ItemNotes found = notesOf(items[index]);
+        addLine(found.units);
+        addLine(found.domain);
+        std::for_each(found.examples.begin(), found.examples.end(), addLine);
+        *length = notes.size();
+        return notes.data();
+    }
+    catch (const std::bad_alloc&)
+    {
+        return nullptr;
+    }
+}

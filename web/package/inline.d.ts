@@ -1,0 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+
+export * from "./index.js";

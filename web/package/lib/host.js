@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// host.js - the callbacks of the library: they ask the host of the call that runs, and keep what it throws until that
+// call has returned. No exception passes through the module.
+import * as C from "./layouts.js";
+import { allocateText, readText, u32, wasm } from "./module.js";
+import { valueKinds } from "./kinds.js";
+import { writeValue } from "./values.js";
+
+/** What a host answers. */
+export class Host {
+  /** @param names  an iterable of the names that the resolver would answer */
+  constructor(resolver, names) {
+    this.resolver = resolver;
+    this.names = names;
+    this.notes = null; // during a completion
+    this.iterator = null;
+    this.texts = []; // on the heap, until the call has returned
+    this.thrown = null;
+  }
+
+  /** Calls the library for this host, and throws what a callback has thrown. */
+  during(call) {
+    const outer = current;
+    current = this;
+    try {
+      return call();
+    } finally {
+      current = outer;
+      for (const text of this.texts.splice(0)) wasm.free(text);
+      this.iterator = null;
+      if (this.thrown !== null) {
+        const { error } = this.thrown;
+        this.thrown = null;
+        throw error;
+      }
+    }
+  }
+
+  /** Asks, and answers `otherwise` where that throws. */
+  ask(question, otherwise) {
+    try {
+      return question();
+    } catch (error) {
+      this.thrown ??= { error };
+      return otherwise;
+    }
+  }
+
+  /** A text that lasts as long as the call. */
+  keep(text) {
+    const address = allocateText(text);
+    this.texts.push(address);
+    return address;
+  }
+}
+
+/** Of the innermost call. */
+let current = null;
+
+/** The imports of the module, see host.h. */
+export const callbacks = {
+  lookup(_, name, length, value) {
+    const host = current;
+    if (host.resolver === undefined) return C.MATHEXPR_LOOKUP_NOT_KNOWN;
+    return host.ask(() => {
+      const answer = host.resolver(readText(name, length));
+      if (answer === null || answer === undefined) return C.MATHEXPR_LOOKUP_NOT_KNOWN;
+      writeValue(value, answer);
+      return C.MATHEXPR_LOOKUP_FOUND;
+    }, C.MATHEXPR_LOOKUP_REFUSED);
+  },
+
+  getName(_, index) {
+    const host = current;
+    if (host.names === undefined || host.thrown !== null) return 0;
+    return host.ask(() => {
+      if (index === 0) host.iterator = host.names[Symbol.iterator]();
+      const { done, value } = host.iterator.next();
+      return done ? 0 : host.keep(String(value));
+    }, 0);
+  },
+
+  getNotes(_, name, length, notes) {
+    const host = current;
+    if (!host.notes) return C.MATHEXPR_LOOKUP_NOT_KNOWN;
+    return host.ask(() => {
+      const known = host.notes(readText(name, length));
+      if (known === null || known === undefined) return C.MATHEXPR_LOOKUP_NOT_KNOWN;
+      const kind = valueKinds.indexOf(known.valueKind ?? "unknown");
+      if (kind < 0) throw new TypeError(`mathexpr: there is no kind of value '${known.valueKind}'`);
+      const description = host.keep(known.description ?? "");
+      const unavailable = host.keep(known.unavailable ?? "");
+      u32[(notes + C.name_notes.value_kind) >> 2] = kind;
+      u32[(notes + C.name_notes.description) >> 2] = description;
+      u32[(notes + C.name_notes.unavailable) >> 2] = unavailable;
+      return C.MATHEXPR_LOOKUP_FOUND;
+    }, C.MATHEXPR_LOOKUP_REFUSED);
+  },
+};

@@ -1,0 +1,220 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// module.js - the instance of the WebAssembly module: its memory, texts and structures in it, and its imports.
+//
+// Whatever a call passes by address stands in a Frame, which gives the memory back when the call ends.
+import * as C from "./layouts.js";
+
+/** Exports of the instance, empty until there is one. */
+export let wasm = {};
+
+/** Views of the memory, renewed whenever it grows. */
+export let u8, u16, u32, i32, f64;
+
+function renewViews() {
+  const { buffer } = wasm.memory;
+  u8 = new Uint8Array(buffer);
+  u16 = new Uint16Array(buffer);
+  u32 = new Uint32Array(buffer);
+  i32 = new Int32Array(buffer);
+  f64 = new Float64Array(buffer);
+}
+
+const errnoNotSupported = 58;
+
+/** What the module may ask for. `callbacks` are those of the import module "host". */
+function importsOf(callbacks) {
+  return {
+    host: callbacks,
+    env: { emscripten_notify_memory_growth: renewViews },
+    wasi_snapshot_preview1: {
+      environ_sizes_get(count, bytes) {
+        u32[count >> 2] = 0;
+        u32[bytes >> 2] = 0;
+        return 0;
+      },
+      environ_get: () => 0,
+      // The library reads and writes no stream; what its run-time library says before it gives up is not heard.
+      fd_read: () => errnoNotSupported,
+      fd_write: () => errnoNotSupported,
+      fd_fdstat_get: () => errnoNotSupported,
+      proc_exit(code) {
+        throw new Error(`mathexpr: the module has ended with code ${code}`);
+      },
+    },
+  };
+}
+
+function begin(instance) {
+  wasm = instance.exports;
+  renewViews();
+  wasm._initialize();
+}
+
+export async function instantiate(module, callbacks) {
+  begin(await WebAssembly.instantiate(module, importsOf(callbacks)));
+}
+
+export function instantiateSync(module, callbacks) {
+  begin(new WebAssembly.Instance(module, importsOf(callbacks)));
+}
+
+/** Throws unless there is an instance. */
+export function needInstance() {
+  if (wasm.memory === undefined) throw new Error("mathexpr: call init() first, and await it");
+}
+
+// ----- texts ------------------------------------------------------------------
+
+const unitsAtOnce = 8192;
+
+/** The text of so many UTF-16 units. */
+export function readText(address, length) {
+  const begin = address >> 1;
+  if (length <= unitsAtOnce) return String.fromCharCode.apply(null, u16.subarray(begin, begin + length));
+  let text = "";
+  for (let at = 0; at < length; at += unitsAtOnce) {
+    text += String.fromCharCode.apply(null, u16.subarray(begin + at, begin + Math.min(at + unitsAtOnce, length)));
+  }
+  return text;
+}
+
+/** A zero-terminated text; the empty one for a null pointer. */
+export function readZeroTerminated(address) {
+  if (address === 0) return "";
+  return readText(address, u16.indexOf(0, address >> 1) - (address >> 1));
+}
+
+function writeUnits(address, text) {
+  const begin = address >> 1;
+  for (let i = 0; i < text.length; i++) u16[begin + i] = text.charCodeAt(i);
+  u16[begin + text.length] = 0;
+}
+
+/** Items of an array in memory. */
+export function readArray(address, count, bytes, read) {
+  return Array.from({ length: count }, (_, index) => read(address + index * bytes));
+}
+
+export const readPointer = (address) => u32[address >> 2];
+
+/** An array of pointers to zero-terminated texts. */
+export function readTexts(address, count) {
+  return readArray(address, count, 4, (at) => readZeroTerminated(readPointer(at)));
+}
+
+/** Memory of the heap, which the caller frees. */
+export function allocate(bytes) {
+  const address = wasm.malloc(bytes);
+  if (address === 0) throw new RangeError("mathexpr: out of memory");
+  return address;
+}
+
+/** A zero-terminated text on the heap. */
+export function allocateText(text) {
+  const address = allocate(2 * text.length + 2);
+  writeUnits(address, text);
+  return address;
+}
+
+// ----- frames -----------------------------------------------------------------
+
+/** What is larger goes to the heap. */
+const bytesOnStack = 16384;
+
+/** Memory for one call. */
+class Frame {
+  #stack = wasm.stackSave();
+  #blocks = [];
+
+  /** Memory that nothing has been written to. */
+  bytes(count) {
+    if (count <= bytesOnStack) return wasm.stackAlloc(count);
+    const block = allocate(count);
+    this.#blocks.push(block);
+    return block;
+  }
+
+  /** A text; zero-terminated, too. Its length is that of the string. */
+  text(text) {
+    const address = this.bytes(2 * text.length + 2);
+    writeUnits(address, text);
+    return address;
+  }
+
+  /** A structure of zeros that begins with its size, or a record without one. */
+  structure(layout) {
+    const address = this.bytes(layout.bytes);
+    u8.fill(0, address, address + layout.bytes);
+    if (layout.size === 0) u32[address >> 2] = layout.bytes;
+    return address;
+  }
+
+  /** An array of pointers to texts; null where there are none. */
+  texts(texts) {
+    if (texts.length === 0) return 0;
+    const addresses = texts.map((text) => this.text(text));
+    const array = this.bytes(4 * addresses.length);
+    u32.set(addresses, array >> 2);
+    return array;
+  }
+
+  end() {
+    wasm.stackRestore(this.#stack);
+    for (const block of this.#blocks) wasm.free(block);
+  }
+}
+
+/** Calls a function with a frame, which ends with it. */
+export function withFrame(use) {
+  needInstance();
+  const frame = new Frame();
+  try {
+    return use(frame);
+  } finally {
+    frame.end();
+  }
+}
+
+/** A text argument as a string that the library takes. */
+export function checkedText(text, what = "the text") {
+  if (typeof text !== "string") throw new TypeError(`mathexpr: ${what} has to be a string, not ${typeof text}`);
+  return text;
+}
+
+/** Description of a status in English. */
+export function statusText(status) {
+  const address = wasm.mathexpr_status_text(status);
+  return readBytes(address, u8.indexOf(0, address) - address);
+}
+
+/** A text in UTF-8. */
+export function readBytes(address, length) {
+  return new TextDecoder().decode(u8.subarray(address, address + length));
+}
+
+/** Writes a text in UTF-8, zero-terminated, into a frame, and tells its address and length. */
+export function writeBytes(frame, text) {
+  const bytes = new TextEncoder().encode(text);
+  const address = frame.bytes(bytes.length + 1);
+  u8.set(bytes, address);
+  u8[address + bytes.length] = 0;
+  return { address, length: bytes.length };
+}
+
+/** The error of a status that is no failure of a text. */
+export function errorOf(status) {
+  const message = `mathexpr: ${statusText(status)}`;
+  switch (status) {
+    case C.MATHEXPR_OUT_OF_MEMORY:
+      return new RangeError(message);
+    case C.MATHEXPR_BAD_UTF16:
+    case C.MATHEXPR_ZERO_IN_TEXT:
+    case C.MATHEXPR_BAD_OPTION:
+    case C.MATHEXPR_OTHER_KIND:
+      return new TypeError(message);
+    default:
+      return new Error(message);
+  }
+}
