@@ -37,6 +37,7 @@ struct TypesetForm
     std::array<Grip, 3> least{};            ///< What each part needs at least.
     std::array<const wchar_t*, 2> texts{};  ///< By Notation.
 
+    // cppcheck-suppress CastIntegerToAddressAtReturn ; an element of the array is an address
     const wchar_t* in(Notation notation) const noexcept { return texts[static_cast<std::size_t>(notation)]; }
 };
 
