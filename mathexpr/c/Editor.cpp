@@ -290,11 +290,11 @@ mathexpr_status getLiterals(mathexpr_expression* handle, const typename Encoding
                            [=](mathexpr_expression& expression, const std::wstring& typed) -> mathexpr_status {
                                auto kept = std::make_shared<KeptAnswer<Encoding, mathexpr_literal>>();
                                UnitCounter<Encoding> units(typed);
-                               for (mathexpr::TextLiteral& literal :
+                               for (const mathexpr::TextLiteral& literal :
                                     mathexpr::getLiterals(expression.object(), typed.c_str()))
                                {
                                    const mathexpr_span span = units.spanOf(literal.span);
-                                   kept->elements.push_back({span.start, span.length, inPlace(literal.value)});
+                                   kept->elements.push_back({span.start, span.length, toHost(literal.value)});
                                }
                                const mathexpr_literals known{0, 0, kept->data(), kept->elements.size()};
                                return answerWith<Encoding>(expression, known, literals, std::move(kept));
@@ -382,9 +382,8 @@ mathexpr_status getHover(mathexpr_expression* handle, const typename Encoding::U
                                known.example = kept->keep(own.example);
                                known.has_example_value = own.exampleValue ? 1 : 0;
                                known.has_value = own.value ? 1 : 0;
-                               VALTYPE none;
-                               known.example_value = inPlace(own.exampleValue ? *own.exampleValue : none);
-                               known.value = inPlace(own.value ? *own.value : none);
+                               known.example_value = toHost(own.exampleValue.value_or(VALTYPE()));
+                               known.value = toHost(own.value.value_or(VALTYPE()));
                                known.value_span = units.spanOf(own.valueSpan);
                                return answerWith<Encoding>(expression, known, hover, std::move(kept));
                            });
@@ -455,8 +454,7 @@ mathexpr_status getCompletions(mathexpr_expression* handle, const typename Encod
                 known.name = kept->keep(item.name);
                 known.description = kept->keep(item.description);
                 known.has_value = item.value ? 1 : 0;
-                VALTYPE none;
-                known.value = inPlace(item.value ? *item.value : none);
+                known.value = toHost(item.value.value_or(VALTYPE()));
                 known.unavailable = kept->keep(item.unavailable);
                 kept->elements.push_back(known);
             }

@@ -9,6 +9,7 @@
 #include <mathexpr.h>
 
 #include <cstddef>
+#include <cstring>
 
 static_assert(sizeof(mathexpr_value) == sizeof(VALTYPE) && alignof(mathexpr_value) == alignof(VALTYPE));
 static_assert(offsetof(mathexpr_value, type) == offsetof(VALTYPE, type) &&
@@ -31,6 +32,15 @@ inline VALTYPE& inPlace(mathexpr_value& value) noexcept
 inline mathexpr_value& inPlace(VALTYPE& value) noexcept
 {
     return reinterpret_cast<mathexpr_value&>(value);
+}
+
+/// A copy of a value for the host. Assigned in place, it could be read before it is written: to a compiler that sees both, a
+/// write to one type and a read of the other are of different memory.
+inline mathexpr_value toHost(const VALTYPE& value) noexcept
+{
+    mathexpr_value copy;
+    std::memcpy(&copy, &value, sizeof(copy));
+    return copy;
 }
 
 /// What the library does not read becomes zero, as it is in its own values.
