@@ -22,7 +22,7 @@ endif()
 
 if(MINGW)  # The linker's defaults since binutils 2.36. The rest needs a run-time DLL, or has no meaning there.
   set(hardening_link_options -Wl,--dynamicbase,--high-entropy-va,--nxcompat)
-elseif(NOT MSVC)
+elseif(NOT MSVC AND NOT EMSCRIPTEN)  # WebAssembly's memory has no return addresses, and holds no code
   include(CheckCXXCompilerFlag)
   include(CheckCXXSourceCompiles)
   include(CheckPIESupported)
