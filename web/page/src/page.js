@@ -5,6 +5,7 @@
 import { Announcer } from "./announcer.js";
 import { SheetEditor } from "./editor/editor.js";
 import { Engine } from "./engine/client.js";
+import { latest } from "./latest.js";
 import { showPoints } from "./picture/points-table.js";
 import { Picture } from "./picture/picture.js";
 import { example } from "./sheet/example.js";
@@ -57,27 +58,6 @@ const picture = new Picture(byId("canvas"), byId("gaps"), {
 });
 
 const vocabulary = new VocabularyPanel(engine, (line) => editor.append(line));
-
-/** Repeats a task until it has seen the latest state; one run at a time. */
-function latest(task) {
-  let isRunning = false;
-  let isDue = false;
-  return {
-    async start() {
-      isDue = true;
-      if (isRunning) return;
-      isRunning = true;
-      try {
-        while (isDue) {
-          isDue = false;
-          await task();
-        }
-      } finally {
-        isRunning = false;
-      }
-    },
-  };
-}
 
 const evaluation = latest(async () => {
   results = await engine.evaluate(editor.lines);

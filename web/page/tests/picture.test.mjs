@@ -112,6 +112,7 @@ test("a line with a free x is plotted, and left open where it is refused", async
   assert.match(rooted, /^Line 2: open from x = -1\d\.\d+ to 0: sqrt needs a number greater than 0/);
   const pieces = await page.locator("#canvas .curve").evaluateAll((all) => all.map((c) => c.getAttribute("d").match(/M/g).length));
   assert.deepEqual(pieces, [2, 1, 1]);
+  assert.deepEqual(await page.locator("#canvas .label").allTextContents(), ["Line 1", "Line 2", "Line 3"]);
   assert.equal(await page.locator("#canvas .open").count(), 1);
 });
 

@@ -26,7 +26,6 @@ const pairMark = Decoration.mark({ class: "pair" });
 export const display = ViewPlugin.fromClass(
   class {
     constructor(view) {
-      this.active = activeLine(view);
       this.decorations = decorate(view);
     }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /** curves.js - the curves of a picture, asked for over the range that is seen and half as much again on both sides. */
+import { latest } from "../latest.js";
+
 const samplesPerPixel = 1;
 const minSamples = 200;
 const maxSamples = 4_000;
@@ -9,8 +11,7 @@ const maxSamples = 4_000;
 export class Curves {
   #ask;
   #onChange;
-  #isAsking = false;
-  #isDue = false;
+  #computation = latest(() => this.#computeAll());
   #wanted = [];
   #view;
   /** @type {Map<number, {source: string, pieces: [number, number][][], gaps: any[]}>} by line */
@@ -35,17 +36,10 @@ export class Curves {
    * @param {import("./scene.js").Scene["curves"]} curves
    * @param {import("./view.js").View} view
    */
-  async compute(curves, view) {
+  compute(curves, view) {
     this.#wanted = curves;
     this.#view = view;
-    this.#isDue = true;
-    if (this.#isAsking) return;
-    this.#isAsking = true;
-    while (this.#isDue) {
-      this.#isDue = false;
-      await this.#computeAll();
-    }
-    this.#isAsking = false;
+    this.#computation.start();
   }
 
   async #computeAll() {

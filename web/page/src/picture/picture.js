@@ -95,7 +95,7 @@ export class Picture {
       const known = this.#curves.of(curve);
       if (!known) return [];
       const places = known.gaps.filter(({ place }) => place !== null);
-      return [...places.map((gap) => gapOf(view, gap)), curveOf(view, known, colourOf(index))];
+      return [...places.map((gap) => gapOf(view, gap)), ...curveOf(view, known, colourOf(index), curve.label)];
     });
     const fromOrigin = this.options.vectors ? points.filter(({ label }) => label) : [];
     const focused = document.activeElement?.getAttribute?.("data-key");

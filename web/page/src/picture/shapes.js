@@ -64,10 +64,18 @@ export function scaleOf(view, unit) {
   );
 }
 
-export function curveOf(view, { pieces }, colour) {
-  const d = pieces.map((piece) => path(...piece.map((place) => near(view.toScreen(place))))).join("");
-  return svg("path", { class: `curve curve-${colour}`, d });
+/** A curve, with its label where it leaves the picture at the right. */
+export function curveOf(view, { pieces }, colour, label) {
+  const onScreen = pieces.map((piece) => piece.map((place) => near(view.toScreen(place))));
+  const d = onScreen.map((piece) => path(...piece)).join("");
+  const curve = svg("path", { class: `curve curve-${colour}`, d, role: "img", "aria-label": label });
+  const isSeen = ([left, top]) => left > 0 && left < view.width - labelRoom && top > 20 && top < view.height - 40;
+  const end = onScreen.flat().findLast(isSeen);
+  return end ? [curve, svg("text", { class: "label", x: end[0], y: end[1] - 8 }, label)] : [curve];
 }
+
+/** Pixels that the label of a curve may take. */
+const labelRoom = 56;
 
 /** A mark where a curve is left open at one place. */
 export function gapOf(view, { place }) {
