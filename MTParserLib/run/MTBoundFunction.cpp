@@ -46,19 +46,29 @@ void MTBoundFunction::findReads()
     }
 }
 
-/// Lets the code read the arguments that are given.
+/// Lets the code read the arguments that are given, in the caller's array if that is the one of the last call, too.
 void MTBoundFunction::bind(const double* given) noexcept
 {
-    if (copiesArguments)
+    const bool isLast = given == last;
+    last = given;
+    if (isLast && !copiesArguments)
     {
-        setArguments(given);
+        for (const Read& read : reads)
+        {
+            *read.operand = given + read.argument;
+        }
+        bound = given;
         return;
     }
-    for (const Read& read : reads)
+    if (bound != &unread)
     {
-        *read.operand = given + read.argument;
+        for (const Read& read : reads)
+        {
+            *read.operand = arguments[read.argument];
+        }
+        bound = &unread;
     }
-    bound = given;
+    setArguments(given);
 }
 
 void MTBoundFunction::setArguments(const double* given) noexcept

@@ -6,7 +6,14 @@
 //     a-2*b     a 1, b 2     -3
 //
 // The kinds of all values are settled when the function is made, so that a call looks at nothing but the numbers. Its
-// scalar code reads them from the caller's array: a call with another array than the last one redirects its operands first.
+// scalar code reads them in the caller's array, when it is called with one array again and again, and else in variables
+// that they are copied to:
+//
+//     call with array 1     copied
+//     call with array 1     the operands are redirected to array 1
+//     call with array 1     runs
+//     call with array 2     the operands are redirected to the variables; copied
+//     call with array 3     copied
 #pragma once
 
 #include "MTParserLib/program/MTProgramCopy.h"
@@ -61,5 +68,6 @@ private:
     bool copiesArguments = false;         // to the copy's variables, in each call: steps run on records
     std::vector<Read> reads;              // where that is not so
     double unread = 0.0;                  // in place of an argument that no step reads
-    const double* bound = &unread;        // the array that they read; no caller's before the first call
+    const double* bound = &unread;        // the caller's array that they read; this address where they read the copy's
+    const double* last = nullptr;         // the array of the last call that was not bound
 };

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -447,13 +448,9 @@ void MTScalarCode::findReads(const double* x, std::vector<const double**>& opera
 {
     for (MTScalarStep& step : steps)
     {
-        for (const double** operand : {&step.a, &step.b, &step.c})
-        {
-            if (*operand == x)
-            {
-                operands.push_back(operand);
-            }
-        }
+        const std::array<const double**, 3> all = {&step.a, &step.b, &step.c};
+        std::copy_if(all.begin(), all.end(), std::back_inserter(operands),
+                     [x](const double* const* operand) { return *operand == x; });
     }
 }
 

@@ -197,7 +197,7 @@ TEST(BoundFunction, ReadsTheArrayOfTheCall)
         };
         const double subtracted = 10.0 - difference(0, arguments[2]);
         EXPECT_EQ(subtracted, text == std::wstring(L"a-2*b") ? 4.0 : 2.0);
-        for (const std::size_t place : {0U, 3U, 6U, 6U, 0U})
+        for (const std::size_t place : {0U, 3U, 6U, 6U, 6U, 0U, 0U})
         {
             const double before = arguments[place];
             EXPECT_EQ(difference(place, arguments[place]), before - subtracted) << place;
