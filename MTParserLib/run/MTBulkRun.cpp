@@ -31,7 +31,10 @@ bool isOrderHidden(const MTParserProgram& program)
 class Rows
 {
 public:
-    Rows(std::size_t rows, std::uint32_t* rowStatus) noexcept : nbRows(rows), status(rowStatus) {}
+    /// @param lead  so many of these rows are a block of their own
+    Rows(std::size_t rows, std::size_t lead, std::uint32_t* rowStatus) noexcept
+        : nbRows(rows), nbLead(lead), status(rowStatus)
+    {}
 
     /// Evaluates portions until none is left.
     MTBulkTally evaluatePortions(MTBulkWorker& worker)
@@ -42,15 +45,18 @@ public:
         block.fill(mathexpr::RowStatus::Done);
         for (;;)
         {
-            const std::size_t first = next.fetch_add(portionRows, std::memory_order_relaxed);
+            const std::size_t portion = next.fetch_add(portionRows, std::memory_order_relaxed);
+            std::size_t first = portion == 0 ? 0 : portion + nbLead;
             if (first >= nbRows)
             {
                 return tally;
             }
-            const std::size_t end = first + std::min(portionRows, nbRows - first);
-            for (std::size_t row = first; row < end; row += MTBulkWorker::blockRows)
+            const std::size_t end = std::min(portion + nbLead + portionRows, nbRows);
+            while (first < end)
             {
-                evaluateBlock(worker, row, std::min(MTBulkWorker::blockRows, end - row), block, tally);
+                const std::size_t count = first < nbLead ? nbLead : std::min(MTBulkWorker::blockRows, end - first);
+                evaluateBlock(worker, first, count, block, tally);
+                first += count;
             }
         }
     }
@@ -81,6 +87,7 @@ private:
     }
 
     const std::size_t nbRows;
+    const std::size_t nbLead;
     std::uint32_t* const status;
     std::atomic<std::size_t> next = 0;
 };
@@ -130,7 +137,9 @@ MTBulkTally runInBulk(MTParserProgram& program, platform::ArrayView<const MTBoun
     {
         nbOthers = std::min<std::size_t>({nbThreads, mostThreads, portionsOf(nbRows)}) - 1;
     }
-    Rows rows(nbRows, results.status);
+    // A few rows are not worth a block more.
+    const std::size_t nbLead = nbRows > MTBulkWorker::blockRows ? plan.getWorker().getLeadRows() : 0;
+    Rows rows(nbRows, nbLead, results.status);
     if (nbOthers == 0)
     {
         return rows.evaluatePortions(plan.getWorker());

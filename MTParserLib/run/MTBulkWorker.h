@@ -26,6 +26,10 @@ public:
     /// @param columns  of the same variables and kinds, in the same order, as those that the worker was made for
     virtual void bind(platform::ArrayView<const MTBoundColumn> columns, const mathexpr::BulkResults& results) = 0;
 
+    /// How many of the first rows are best evaluated by themselves: arrays that begin in the middle of a vector are read
+    /// and written faster from there on.
+    virtual std::size_t getLeadRows() const noexcept { return 0; }
+
     /// Evaluates some rows, at most blockRows, and writes their results. Nothing is allocated.
     /// @param status  a RowStatus for each of these rows, all 0 on entry
     /// @return whether all rows have a value

@@ -13,6 +13,12 @@
 // are the same in all rows, repeated for each of them. Points stand packed (x y z x y z) and only in places, so that
 // kernels that treat all coordinates alike need not take them apart.
 //
+// Reading places is what most kernels spend their time on. So those that can take a uniform number from one vector, and
+// two formulas share a kernel where the value would else have to be stored and read again:
+//
+//     x*x+y*y   *     [x, x] -> value
+//               *, +  value, [y, y] -> value     value + y*y
+//
 // A kernel that refuses a row sets a flag and computes on; nothing is written then, and the tile's rows are evaluated
 // one by one. So results may lie on a column.
 //
@@ -25,6 +31,8 @@
 struct MTTileContext;
 struct MTTileRecordCall;
 struct MTTileStep;
+
+inline constexpr std::size_t vectorsPerTile = 8;
 
 /// What MTItemKernels::tileFormula says of an item whose formula has no kernels of vectors.
 inline constexpr std::uint8_t noTileFormula = 255;
@@ -52,26 +60,33 @@ struct MTTileStep
 struct MTTileContext
 {
     double* const* places;
-    std::size_t nbRows;        // of a tile
-    bool refused;              // a row of the tile
-    const MTTileStep* resume;  // where the chain goes on that has paused, else null
+    std::size_t nbRows;  // of a tile
+    bool refused;        // a row of the tile
 };
 
-/// Where the operands of a formula stand, and of which kinds they are: N numbers, P points.
+/// Where the operands of a formula stand, and of which kinds they are: N numbers, P points. A uniform one is a number in a
+/// place that is the same in all rows; kernels read it once.
 enum class MTTileOperands : std::uint8_t
 {
-    Value,         ///< N, the value of the step before; a second N in a place.
-    MemoryValue,   ///< N in a place, and the value.
-    Memory,        ///< One N or two in places.
-    ThreeNumbers,  ///< In places.
+    Value,          ///< N, the value of the step before; a second N in a place.
+    MemoryValue,    ///< N in a place, and the value.
+    Memory,         ///< One N or two in places.
+    ValueUniform,   ///< The value, and N.
+    UniformValue,   ///< N, and the value.
+    MemoryUniform,  ///< N in a place, and N.
+    UniformMemory,  ///< N, and N in a place.
+    ThreeNumbers,   ///< In places.
+    TwoAndValue,    ///< Two N in places, and the value.
     Point,
     Points,
-    PointMemory,  ///< P, and N in a place.
-    PointValue,   ///< P, and the value.
-    MemoryPoint,  ///< N in a place, and P.
-    ValuePoint,   ///< The value, and P.
+    PointMemory,   ///< P, and N in a place.
+    PointValue,    ///< P, and the value.
+    PointUniform,  ///< P, and N.
+    MemoryPoint,   ///< N in a place, and P.
+    ValuePoint,    ///< The value, and P.
+    UniformPoint,  ///< N, and P.
 };
-inline constexpr std::size_t nbTileOperands = 10;
+inline constexpr std::size_t nbTileOperands = 17;
 
 /// The kernels that compute no formula.
 enum class MTTileControl : std::uint8_t
@@ -98,6 +113,8 @@ struct MTTileSet
     std::size_t nbRows;  // of a tile
     /// By the formula's index among tiles::VectorFormulas; null where it does not take such operands.
     MTTileKernel (*findKernel)(std::uint8_t formula, MTTileOperands operands);
+    /// Of two formulas: second(value, first(a, b)), with numbers in places. By their indices among tiles::JoinedFormulas.
+    MTTileKernel (*findJoined)(std::uint8_t first, std::uint8_t second);
     MTTileKernel (*findControl)(MTTileControl control);
     /// Computes tiles until one has a row that is refused.
     /// @param moved  advance from tile to tile, and past the one that is refused

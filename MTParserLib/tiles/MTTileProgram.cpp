@@ -141,6 +141,13 @@ private:
         bool isPoint() const noexcept { return value.sample.type != 0; }
     };
 
+    /// A step that computes a formula of two numbers in places, behind another step.
+    struct Joinable
+    {
+        std::size_t end = 0;  // how many steps there are with it; 0 where there is none
+        std::uint8_t formula = noTileFormula;
+    };
+
     static void setOnes(VALTYPE& record) noexcept
     {
         record.x = 1.0;
@@ -261,7 +268,8 @@ private:
         mayRefuse = mayRefuse || mayRefuseNumbers(formula, tiles::VectorFormulas());
         using Form = MTTileOperands;
         const bool consumesWaiting =
-            form == Form::Value || form == Form::MemoryValue || form == Form::PointValue || form == Form::ValuePoint;
+            form != Form::ThreeNumbers && std::any_of(operands.begin(), operands.end(),
+                                                      [this](const Operand& operand) { return isWaiting(operand); });
         if (yielded.sample.type == 0 && !consumesWaiting)
         {
             pushWaiting();
@@ -287,8 +295,44 @@ private:
         {
             takeBuffer(yielded);
         }
-        append(kernel, taken, yielded.place);
+        if (!join(formula, form, taken[0]))
+        {
+            append(kernel, taken, yielded.place);
+            const bool isFirst = target->steps.size() == 1;
+            if (!isFirst && isInPlaces(form) && formula < tiles::nbJoinedFormulas)
+            {
+                joinable = {target->steps.size(), formula};
+            }
+        }
         return true;
+    }
+
+    static bool isInPlaces(MTTileOperands form)
+    {
+        using Form = MTTileOperands;
+        return form == Form::Memory || form == Form::MemoryUniform || form == Form::UniformMemory;
+    }
+
+    /// Makes one step of a formula and the one before, for which the value has given way that the formula takes first.
+    ///     push value -> t;  * x, y -> value;  + t, value -> value     becomes     *, +  value, x, y -> value
+    bool join(std::uint8_t formula, MTTileOperands form, std::uint32_t first)
+    {
+        std::vector<MTTileStep>& emitted = target->steps;
+        if (form != MTTileOperands::MemoryValue || formula >= tiles::nbJoinedFormulas ||
+            joinable.end != emitted.size() || !isPush(*(emitted.end() - 2), first))
+        {
+            return false;
+        }
+        const MTTileStep before = emitted.back();
+        emitted.resize(emitted.size() - 2);
+        append(target->set.findJoined(joinable.formula, formula), {before.a, before.b});
+        joinable = {};
+        return true;
+    }
+
+    bool isPush(const MTTileStep& step, std::uint32_t place) const
+    {
+        return step.kernel == target->set.findControl(MTTileControl::Push) && step.result == place;
     }
 
     bool takesPoint() const
@@ -304,7 +348,7 @@ private:
         const Operand& last = operands.back();
         if (operands.size() == 3)
         {
-            return Form::ThreeNumbers;
+            return isWaiting(last) ? Form::TwoAndValue : Form::ThreeNumbers;
         }
         if (operands.size() == 1 && first.isPoint())
         {
@@ -316,13 +360,21 @@ private:
         }
         if (first.isPoint())
         {
-            return isWaiting(last) ? Form::PointValue : Form::PointMemory;
+            return isWaiting(last) ? Form::PointValue : last.value.uniform ? Form::PointUniform : Form::PointMemory;
         }
         if (last.isPoint())
         {
-            return isWaiting(first) ? Form::ValuePoint : Form::MemoryPoint;
+            return isWaiting(first) ? Form::ValuePoint : first.value.uniform ? Form::UniformPoint : Form::MemoryPoint;
         }
-        return isWaiting(first) ? Form::Value : isWaiting(last) ? Form::MemoryValue : Form::Memory;
+        if (isWaiting(first))
+        {
+            return last.value.uniform ? Form::ValueUniform : Form::Value;
+        }
+        if (isWaiting(last))
+        {
+            return first.value.uniform ? Form::UniformValue : Form::MemoryValue;
+        }
+        return first.value.uniform ? Form::UniformMemory : last.value.uniform ? Form::MemoryUniform : Form::Memory;
     }
 
     /// A conversion is multiplied and divided by its factors, one after the other.
@@ -348,7 +400,7 @@ private:
             const bool takesValue = j > 0 || isWaiting(operand);
             const std::uint8_t formulaOfFactor =
                 formula.divides(j) ? tiles::formulaIndex<formulas::Div> : tiles::formulaIndex<formulas::Mult>;
-            const auto form = takesValue ? MTTileOperands::Value : MTTileOperands::Memory;
+            const auto form = takesValue ? MTTileOperands::ValueUniform : MTTileOperands::MemoryUniform;
             append(target->set.findKernel(formulaOfFactor, form),
                    {takesValue ? 0 : placeOf(operand), placeOfUniform(factor)}, 0);
         }
@@ -477,6 +529,7 @@ private:
     std::array<std::vector<std::uint32_t>, 2> freeBuffers;           // of numbers, and of points
     std::uint32_t result = 0;
     std::size_t lastPause = 0;
+    Joinable joinable;
     bool mayRefuse = false;
 };
 

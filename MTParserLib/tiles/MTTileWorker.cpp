@@ -76,6 +76,24 @@ void MTTileWorker::bind(platform::ArrayView<const MTBoundColumn> bound, const ma
     ownResults = copies.allocate(resultNumbers);
 }
 
+/// Columns count, since they may be read several times; writing results takes no longer where they begin elsewhere.
+std::size_t MTTileWorker::getLeadRows() const noexcept
+{
+    const std::size_t vectorSize = tileRows / vectorsPerTile * sizeof(double);
+    const auto countAligned = [&](std::size_t row) {
+        return std::count_if(columns.begin(), columns.end(), [=](const Column& column) {
+            const double* const first = column.source.data + row * column.width;
+            return column.packed && reinterpret_cast<std::uintptr_t>(first) % vectorSize == 0;
+        });
+    };
+    std::size_t best = 0;
+    for (std::size_t row = 1; row < numbersPerLine; ++row)
+    {
+        best = countAligned(row) > countAligned(best) ? row : best;
+    }
+    return best;
+}
+
 void MTTileWorker::Memory::reserve(std::size_t count)
 {
     numbers.resize(std::max(numbers.size(), count + numbersPerLine));
@@ -169,11 +187,24 @@ void MTTileWorker::copyRows(const Column& column, std::size_t firstRow, std::siz
 {
     const std::size_t nbPacked = column.packed ? nbRows : 0;
     std::copy_n(column.source.data + firstRow * column.width, nbPacked * column.width, column.copy);
-    for (std::size_t row = nbPacked; row < nbPadded; ++row)
+    for (std::size_t row = nbPacked; row < nbRows; ++row)
     {
         VALTYPE value;
-        readRow(column.source, firstRow + std::min(row, nbRows - 1), value);
+        readRow(column.source, firstRow + row, value);
         std::copy_n(&value.x, column.width, column.copy + row * column.width);
+    }
+    double* const padding = column.copy + nbRows * column.width;
+    double* const end = column.copy + nbPadded * column.width;
+    if (column.width == 1)
+    {
+        std::fill(padding, end, padding[-1]);
+    }
+    else
+    {
+        for (double* point = padding; point != end; point += 3)
+        {
+            std::copy_n(padding - 3, 3, point);
+        }
     }
 }
 

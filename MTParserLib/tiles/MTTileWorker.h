@@ -32,6 +32,7 @@ public:
                  platform::ArrayView<const MTBoundColumn> boundColumns);
 
     void bind(platform::ArrayView<const MTBoundColumn> bound, const mathexpr::BulkResults& results) override;
+    std::size_t getLeadRows() const noexcept override;
     bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
 
 private:

@@ -35,4 +35,10 @@ inline constexpr std::uint8_t indexIn<Wanted, FormulaList<First, Others...>> =
 template <class Formula>
 inline constexpr std::uint8_t formulaIndex = indexIn<Formula, VectorFormulas>;
 
+/// Those of which any two have a kernel together. They are the first of the list above, so that their numbers are the same.
+using JoinedFormulas = FormulaList<formulas::Add, formulas::Minus, formulas::Mult>;
+inline constexpr std::uint8_t nbJoinedFormulas = 3;
+static_assert(formulaIndex<formulas::Add> == 0 && formulaIndex<formulas::Minus> == 1 &&
+              formulaIndex<formulas::Mult> == 2);
+
 }

@@ -65,7 +65,7 @@ typedef signed char SignedBytes __attribute__((vector_size(16)));  // NOLINT(mod
 namespace tilekernels {
 namespace {
 
-constexpr std::ptrdiff_t nbVectors = 8;  // of a tile
+constexpr std::ptrdiff_t nbVectors = vectorsPerTile;
 
 #if defined(MATHEXPR_TILE_VECTORS)
 
@@ -246,7 +246,8 @@ namespace tilekernels {
 namespace {
 
 using Points = formulas::PointOf<V>;
-using Kernel = void(MATHEXPR_TILE_ABI*)(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES);
+using Kernel = const MTTileStep*(MATHEXPR_TILE_ABI*)(const MTTileStep* step, MTTileContext* context,
+                                                     MATHEXPR_TILE_LANES);
 
 template <class Result>
 inline constexpr bool isPoint = false;
@@ -290,7 +291,7 @@ void noteRefusal([[maybe_unused]] Condition refused, [[maybe_unused]] MTTileCont
 }
 
 template <class Formula, MTTileOperands operands>
-void MATHEXPR_TILE_ABI computeNumber(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+const MTTileStep* MATHEXPR_TILE_ABI computeNumber(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
 {
     [[maybe_unused]] const double* const a = context->places[step->a];
     Condition refused{};
@@ -303,37 +304,63 @@ void MATHEXPR_TILE_ABI computeNumber(const MTTileStep* step, MTTileContext* cont
 }
 
 template <class Formula, MTTileOperands operands>
-void MATHEXPR_TILE_ABI computeNumbers(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+const MTTileStep* MATHEXPR_TILE_ABI computeNumbers(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
 {
+    using Form = MTTileOperands;
+    constexpr bool isFirstValue = operands == Form::Value || operands == Form::ValueUniform;
+    constexpr bool isSecondValue = operands == Form::MemoryValue || operands == Form::UniformValue;
+    constexpr bool isFirstUniform = operands == Form::UniformValue || operands == Form::UniformMemory;
+    constexpr bool isSecondUniform = operands == Form::ValueUniform || operands == Form::MemoryUniform;
     [[maybe_unused]] const double* const a = context->places[step->a];
     [[maybe_unused]] const double* const b = context->places[step->b];
+    [[maybe_unused]] const V uniform = load(isFirstUniform ? a : b);
     Condition refused{};
 #define MATHEXPR_TILE_LANE(i)                                                                                          \
-    v##i = compute<Formula>(refused, operands == MTTileOperands::Value ? v##i : load(a + width * (i)),                 \
-                            operands == MTTileOperands::MemoryValue ? v##i : load(b + width * (i)));
+    v##i = compute<Formula>(refused,                                                                                   \
+                            isFirstValue     ? v##i                                                                    \
+                            : isFirstUniform ? uniform                                                                 \
+                                             : load(a + width * (i)),                                                  \
+                            isSecondValue     ? v##i                                                                   \
+                            : isSecondUniform ? uniform                                                                \
+                                              : load(b + width * (i)));
     MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
 #undef MATHEXPR_TILE_LANE
     noteRefusal<Formula, V, V>(refused, *context);
     MATHEXPR_TILE_NEXT;
 }
 
-template <class Formula>
-void MATHEXPR_TILE_ABI makePoints(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+/// Two formulas at once: the value stays where it is while the first is computed.
+template <class First, class Second>
+const MTTileStep* MATHEXPR_TILE_ABI computeJoined(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
 {
     const double* const a = context->places[step->a];
     const double* const b = context->places[step->b];
-    const double* const c = context->places[step->c];
+#define MATHEXPR_TILE_LANE(i) v##i = Second::of(v##i, First::of(load(a + width * (i)), load(b + width * (i))));
+    MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
+#undef MATHEXPR_TILE_LANE
+    MATHEXPR_TILE_NEXT;
+}
+
+template <class Formula, MTTileOperands operands>
+const MTTileStep* MATHEXPR_TILE_ABI makePoints(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+{
+    const double* const a = context->places[step->a];
+    const double* const b = context->places[step->b];
+    [[maybe_unused]] const double* const c = context->places[step->c];
     double* const result = context->places[step->result];
-    for (std::ptrdiff_t i = 0; i < nbVectors * width; i += width)
-    {
-        putTogether(result + 3 * i, Formula::of(load(a + i), load(b + i), load(c + i)));
-    }
+#define MATHEXPR_TILE_LANE(i)                                                                                          \
+    putTogether(result + 3 * width * (i),                                                                              \
+                Formula::of(load(a + width * (i)), load(b + width * (i)),                                              \
+                            operands == MTTileOperands::TwoAndValue ? v##i : load(c + width * (i))));
+    MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
+#undef MATHEXPR_TILE_LANE
     MATHEXPR_TILE_NEXT;
 }
 
 /// A number of each point, or of each two.
 template <class Formula, MTTileOperands operands>
-void MATHEXPR_TILE_ABI computeFromPoints(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+const MTTileStep* MATHEXPR_TILE_ABI computeFromPoints(const MTTileStep* step, MTTileContext* context,
+                                                      MATHEXPR_TILE_LANES)
 {
     const double* const a = context->places[step->a];
     const auto number = [&](std::ptrdiff_t i) {
@@ -363,7 +390,7 @@ void MATHEXPR_TILE_ABI computeFromPoints(const MTTileStep* step, MTTileContext* 
 
 /// A point of each two.
 template <class Formula>
-void MATHEXPR_TILE_ABI computePoints(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+const MTTileStep* MATHEXPR_TILE_ABI computePoints(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
 {
     const double* const a = context->places[step->a];
     const double* const b = context->places[step->b];
@@ -375,29 +402,41 @@ void MATHEXPR_TILE_ABI computePoints(const MTTileStep* step, MTTileContext* cont
     MATHEXPR_TILE_NEXT;
 }
 
-/// A formula of points that treats all coordinates alike, of one or two.
+/// A formula that treats all coordinates alike: of a point, of two, or of a point and a uniform number.
 template <class Formula, MTTileOperands operands>
-void MATHEXPR_TILE_ABI computeCoordinates(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+const MTTileStep* MATHEXPR_TILE_ABI computeCoordinates(const MTTileStep* step, MTTileContext* context,
+                                                       MATHEXPR_TILE_LANES)
 {
+    using Form = MTTileOperands;
     const double* const a = context->places[step->a];
+    [[maybe_unused]] const double* const b = operands == Form::Point ? a : context->places[step->b];
     double* const result = context->places[step->result];
-    for (std::ptrdiff_t i = 0; i < 3 * nbVectors * width; i += width)
-    {
-        if constexpr (operands == MTTileOperands::Point)
+    [[maybe_unused]] const V uniform = load(operands == Form::UniformPoint ? a : b);
+    Condition refused{};
+    const auto computeVector = [&](std::ptrdiff_t i) {
+        if constexpr (operands == Form::Point)
         {
             store(result + i, Formula::of(load(a + i)));
         }
         else
         {
-            store(result + i, Formula::of(load(a + i), load(context->places[step->b] + i)));
+            store(result + i, compute<Formula>(refused, operands == Form::UniformPoint ? uniform : load(a + i),
+                                               operands == Form::PointUniform ? uniform : load(b + i)));
         }
-    }
+    };
+#define MATHEXPR_TILE_LANE(i)                                                                                          \
+    computeVector(3 * width * (i));                                                                                    \
+    computeVector(3 * width * (i) + width);                                                                            \
+    computeVector(3 * width * (i) + 2 * width);
+    MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
+#undef MATHEXPR_TILE_LANE
+    noteRefusal<Formula, V, V>(refused, *context);
     MATHEXPR_TILE_NEXT;
 }
 
 /// A formula that multiplies or divides points by numbers.
 template <class Formula, MTTileOperands operands>
-void MATHEXPR_TILE_ABI scalePoints(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+const MTTileStep* MATHEXPR_TILE_ABI scalePoints(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
 {
     constexpr bool pointFirst = operands == MTTileOperands::PointMemory || operands == MTTileOperands::PointValue;
     constexpr bool isValue = operands == MTTileOperands::PointValue || operands == MTTileOperands::ValuePoint;
@@ -446,13 +485,13 @@ void storeValue(double* result, MATHEXPR_TILE_LANES)
 #undef MATHEXPR_TILE_LANE
 }
 
-void MATHEXPR_TILE_ABI push(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+const MTTileStep* MATHEXPR_TILE_ABI push(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
 {
     storeValue(context->places[step->result], v0, v1, v2, v3, v4, v5, v6, v7);
     MATHEXPR_TILE_NEXT;
 }
 
-void MATHEXPR_TILE_ABI call(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+const MTTileStep* MATHEXPR_TILE_ABI call(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
 {
     leaveWideRegisters();
     if (step->call(*step, *context))
@@ -463,21 +502,22 @@ void MATHEXPR_TILE_ABI call(const MTTileStep* step, MTTileContext* context, MATH
     MATHEXPR_TILE_NEXT;
 }
 
-void MATHEXPR_TILE_ABI pauseChain(const MTTileStep* step, MTTileContext* context, V, V, V, V, V, V, V, V)
+const MTTileStep* MATHEXPR_TILE_ABI pauseChain(const MTTileStep* step, MTTileContext*, V, V, V, V, V, V, V, V)
 {
-    context->resume = step + 1;
+    return step + 1;
 }
 
-void MATHEXPR_TILE_ABI end(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
+const MTTileStep* MATHEXPR_TILE_ABI end(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
 {
     if (!context->refused)
     {
         storeValue(context->places[step->result], v0, v1, v2, v3, v4, v5, v6, v7);
     }
+    return nullptr;
 }
 
 template <int numbersPerRow>
-void MATHEXPR_TILE_ABI endCopying(const MTTileStep* step, MTTileContext* context, V, V, V, V, V, V, V, V)
+const MTTileStep* MATHEXPR_TILE_ABI endCopying(const MTTileStep* step, MTTileContext* context, V, V, V, V, V, V, V, V)
 {
     const double* const a = context->places[step->a];
     double* const result = context->places[step->result];
@@ -485,9 +525,13 @@ void MATHEXPR_TILE_ABI endCopying(const MTTileStep* step, MTTileContext* context
     {
         store(result + i, load(a + i));
     }
+    return nullptr;
 }
 
-void MATHEXPR_TILE_ABI stop(const MTTileStep*, MTTileContext*, V, V, V, V, V, V, V, V) {}
+const MTTileStep* MATHEXPR_TILE_ABI stop(const MTTileStep*, MTTileContext*, V, V, V, V, V, V, V, V)
+{
+    return nullptr;
+}
 
 /// The kernel of a formula for such operands, null where it does not take them.
 template <class Formula, MTTileOperands operands>
@@ -495,22 +539,22 @@ constexpr Kernel kernelOf()  // not covered: runs while compiling
 {
     using Form = MTTileOperands;
     using formulas::takesOperands;
-    if constexpr (operands == Form::Value || operands == Form::MemoryValue || operands == Form::Memory)
+    if constexpr (operands < Form::ThreeNumbers)
     {
         if constexpr (takesOperands<Formula, V, V>)
         {
             return computeNumbers<Formula, operands>;
         }
-        else if constexpr (takesOperands<Formula, V> && operands != Form::MemoryValue)
+        else if constexpr (takesOperands<Formula, V> && (operands == Form::Value || operands == Form::Memory))
         {
             return computeNumber<Formula, operands>;
         }
     }
-    else if constexpr (operands == Form::ThreeNumbers)
+    else if constexpr (operands == Form::ThreeNumbers || operands == Form::TwoAndValue)
     {
         if constexpr (yieldsPoint<Formula, V, V, V>())
         {
-            return makePoints<Formula>;
+            return makePoints<Formula, operands>;
         }
     }
     else if constexpr (operands == Form::Point)
@@ -540,6 +584,20 @@ constexpr Kernel kernelOf()  // not covered: runs while compiling
             return computeFromPoints<Formula, operands>;
         }
     }
+    else if constexpr (operands == Form::PointUniform)
+    {
+        if constexpr (takesOperands<Formula, Points, V>)
+        {
+            return computeCoordinates<Formula, operands>;
+        }
+    }
+    else if constexpr (operands == Form::UniformPoint)
+    {
+        if constexpr (takesOperands<Formula, V, Points>)
+        {
+            return computeCoordinates<Formula, operands>;
+        }
+    }
     else if constexpr (operands == Form::PointMemory || operands == Form::PointValue)
     {
         if constexpr (takesOperands<Formula, Points, V>)
@@ -565,11 +623,17 @@ template <class Formula>
 constexpr FormulaKernels kernelsOf()  // not covered: runs while compiling
 {
     using Form = MTTileOperands;
-    return {{kernelOf<Formula, Form::Value>(), kernelOf<Formula, Form::MemoryValue>(),
-             kernelOf<Formula, Form::Memory>(), kernelOf<Formula, Form::ThreeNumbers>(),
-             kernelOf<Formula, Form::Point>(), kernelOf<Formula, Form::Points>(),
-             kernelOf<Formula, Form::PointMemory>(), kernelOf<Formula, Form::PointValue>(),
-             kernelOf<Formula, Form::MemoryPoint>(), kernelOf<Formula, Form::ValuePoint>()}};
+    // clang-format off
+    return {{kernelOf<Formula, Form::Value>(),         kernelOf<Formula, Form::MemoryValue>(),
+             kernelOf<Formula, Form::Memory>(),        kernelOf<Formula, Form::ValueUniform>(),
+             kernelOf<Formula, Form::UniformValue>(),  kernelOf<Formula, Form::MemoryUniform>(),
+             kernelOf<Formula, Form::UniformMemory>(), kernelOf<Formula, Form::ThreeNumbers>(),
+             kernelOf<Formula, Form::TwoAndValue>(),   kernelOf<Formula, Form::Point>(),
+             kernelOf<Formula, Form::Points>(),        kernelOf<Formula, Form::PointMemory>(),
+             kernelOf<Formula, Form::PointValue>(),    kernelOf<Formula, Form::PointUniform>(),
+             kernelOf<Formula, Form::MemoryPoint>(),   kernelOf<Formula, Form::ValuePoint>(),
+             kernelOf<Formula, Form::UniformPoint>()}};
+    // clang-format on
 }
 
 template <class List>
@@ -588,6 +652,27 @@ MTTileKernel findKernel(std::uint8_t formula, MTTileOperands operands)
         KernelTable<tiles::VectorFormulas>::rows[formula].kernels[static_cast<std::size_t>(operands)]);
 }
 
+/// By the first formula, then by the second.
+template <class First, class List>
+struct JoinedRow;
+template <class First, class... Seconds>
+struct JoinedRow<First, tiles::FormulaList<Seconds...>>
+{
+    static constexpr Kernel kernels[] = {computeJoined<First, Seconds>...};
+};
+template <class List>
+struct JoinedTable;
+template <class... Firsts>
+struct JoinedTable<tiles::FormulaList<Firsts...>>
+{
+    static constexpr const Kernel* rows[] = {JoinedRow<Firsts, tiles::JoinedFormulas>::kernels...};
+};
+
+MTTileKernel findJoined(std::uint8_t first, std::uint8_t second)
+{
+    return reinterpret_cast<MTTileKernel>(JoinedTable<tiles::JoinedFormulas>::rows[first][second]);
+}
+
 MTTileKernel findControl(MTTileControl control)
 {
     return reinterpret_cast<MTTileKernel>(controls[static_cast<std::size_t>(control)]);
@@ -600,13 +685,12 @@ std::size_t run(const MTTileStep* first, MTTileContext& context, const MTTileCol
     std::size_t tile = 0;
     for (; tile < nbTiles && !context.refused; ++tile)
     {
-        context.resume = first;
-        while (context.resume != nullptr)
+        const MTTileStep* step = first;
+        do
         {
-            const MTTileStep* const step = context.resume;
-            context.resume = nullptr;
-            reinterpret_cast<Kernel>(step->kernel)(step, &context, none, none, none, none, none, none, none, none);
-        }
+            step =
+                reinterpret_cast<Kernel>(step->kernel)(step, &context, none, none, none, none, none, none, none, none);
+        } while (step != nullptr);
         for (std::size_t j = 0; j < nbMoved; ++j)
         {
             *moved[j].place += moved[j].distance;
@@ -619,5 +703,5 @@ std::size_t run(const MTTileStep* first, MTTileContext& context, const MTTileCol
 }
 }
 
-const MTTileSet MATHEXPR_TILE_SET{tilekernels::rowsPerTile, tilekernels::findKernel, tilekernels::findControl,
-                                  tilekernels::run};
+const MTTileSet MATHEXPR_TILE_SET{tilekernels::rowsPerTile, tilekernels::findKernel, tilekernels::findJoined,
+                                  tilekernels::findControl, tilekernels::run};

@@ -245,6 +245,18 @@ protected:
         return rows;
     }
 
+    /// What each row comes to by itself, tiles of every set are to come to.
+    void expectRowsOfAllSets(const std::wstring& text, std::size_t nbRows, BulkKind kind)
+    {
+        ASSERT_TRUE(compile(text)) << narrow(text);
+        const Rows expected = evaluate(nullptr, nbRows, kind, 0);
+        for (const MTTileSet* set : availableTileSets())
+        {
+            EXPECT_EQ(evaluate(set, nbRows, kind, 0), expected)
+                << narrow(text) << ", " << set->nbRows << " rows of a tile";
+        }
+    }
+
     void makeData(Random& random, std::size_t nbRows, std::size_t percentSpecial)
     {
         for (const wchar_t* name : {L"x", L"y", L"p", L"q"})
@@ -408,6 +420,97 @@ TEST_F(Tiles, ReadAndWritePointsWhoseCoordinatesAreApart)
     for (const MTTileSet* set : availableTileSets())
     {
         EXPECT_EQ(evaluated(set), evaluated(nullptr)) << set->nbRows << " rows of a tile";
+    }
+}
+
+TEST_F(Tiles, ReadNumbersThatAreTheSameInAllRows)
+{
+    Random random(1);
+    makeData(random, 200, 2);
+    for (const auto& [text, kind] : {std::pair{L"x+2.5", BulkKind::Number},
+                                     {L"2.5-x", BulkKind::Number},
+                                     {L"x/k", BulkKind::Number},
+                                     {L"k/x", BulkKind::Number},
+                                     {L"(x+y)*k", BulkKind::Number},
+                                     {L"k-(x+y)", BulkKind::Number},
+                                     {L"k/(x-y)", BulkKind::Number},
+                                     {L"max(x*y,k)", BulkKind::Number},
+                                     {L"(k>x)-(y<=k)", BulkKind::Number},
+                                     {L"p*k", BulkKind::Point},
+                                     {L"k*p", BulkKind::Point},
+                                     {L"p/k+q", BulkKind::Point},
+                                     {L"[x,k,2]", BulkKind::Point},
+                                     {L"[k,2,x*y]", BulkKind::Point}})
+    {
+        expectRowsOfAllSets(text, 200, kind);
+    }
+}
+
+TEST_F(Tiles, KeepAValueWhileAnotherFormulaIsComputed)
+{
+    Random random(1);
+    makeData(random, 200, 2);
+    const std::array<std::wstring, 4> operators = {L"+", L"-", L"*", L"/"};
+    for (const std::wstring& first : operators)
+    {
+        for (const std::wstring& second : operators)
+        {
+            for (const std::wstring& text :
+                 {L"abs(x)" + second + L"(x" + first + L"y)", L"abs(x)" + second + L"(k" + first + L"y)",
+                  L"x" + second + L"(y" + first + L"2)", L"x" + second + L"(abs(y)" + first + L"x)",
+                  L"x*x" + second + L"(y" + first + L"x)*k" + second + L"(x" + first + L"x)",
+                  L"[x*y" + second + L"(x" + first + L"y),y,x" + first + L"y" + second + L"k]"})
+            {
+                expectRowsOfAllSets(text, 200, text[0] == L'[' ? BulkKind::Point : BulkKind::Number);
+            }
+        }
+    }
+}
+
+TEST_F(Tiles, TakeArraysThatBeginAnywhereInAVector)
+{
+    Random random(1);
+    const std::size_t mostRows = 17000;
+    const std::vector<double> numbers = someNumbers(random, mostRows + 8, 1);
+    const std::vector<double> points = someNumbers(random, 3 * mostRows + 8, 1);
+    for (const wchar_t* text : {L"x/y", L"p/y+q", L"x"})
+    {
+        ASSERT_TRUE(compile(text));
+        const BulkKind kind = text[0] == L'p' ? BulkKind::Point : BulkKind::Number;
+        const std::size_t width = kind == BulkKind::Point ? 3 : 1;
+        for (std::size_t offset = 0; offset < 8; ++offset)
+        {
+            const std::vector<MTBoundColumn> columns = {
+                {variables[L"x"]->getValuePtr(), {L"x", numbers.data() + offset}},
+                {variables[L"y"]->getValuePtr(), {L"y", numbers.data() + offset}},
+                {variables[L"p"]->getValuePtr(), {L"p", points.data() + offset, 24, BulkKind::Point}},
+                {variables[L"q"]->getValuePtr(), {L"q", points.data() + 7 - offset, 24, BulkKind::Point}}};
+            for (const auto& [nbRows, nbThreads] : {std::pair{513UL, 1U}, {1000UL, 1U}, {8199UL, 2U}, {17000UL, 3U}})
+            {
+                const auto evaluated = [&](const MTTileSet* set) {
+                    std::vector<double> results(nbRows * width + 8, 77.0);
+                    Rows rows;
+                    rows.status.resize(nbRows, 77);
+                    mathexpr::BulkResults target{results.data() + offset / 2, distanceOf(kind, 0), kind};
+                    target.status = rows.status.data();
+                    const MTBulkTally tally = runInBulk(compilation.program, columns, nbRows, target, nbThreads, set);
+                    rows.status.push_back(static_cast<std::uint32_t>(tally.nbFailed));
+                    rows.status.push_back(static_cast<std::uint32_t>(tally.firstFailed));
+                    rows.status.push_back(tally.firstStatus);
+                    for (const double value : results)
+                    {
+                        rows.bits.push_back(std::bit_cast<std::uint64_t>(std::isnan(value) ? std::nan("") : value));
+                    }
+                    return rows;
+                };
+                const Rows expected = evaluated(nullptr);
+                for (const MTTileSet* set : availableTileSets())
+                {
+                    EXPECT_TRUE(evaluated(set) == expected) << narrow(text) << ", offset " << offset << ", " << nbRows
+                                                            << " rows, " << set->nbRows << " rows of a tile";
+                }
+            }
+        }
     }
 }
 
