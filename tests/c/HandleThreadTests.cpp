@@ -62,4 +62,61 @@ TEST(Threads, UseExpressionsOfTheirOwn)
     EXPECT_EQ(nbRight, std::vector<int>(nbThreads, 200));
 }
 
+/// @return how many of the values were right
+int callAndDestroy(mathexpr_function* function, int thread)
+{
+    int nbRight = 0;
+    for (int time = 0; time < 500; ++time)
+    {
+        const double arguments[] = {static_cast<double>(thread), static_cast<double>(time)};
+        double result = 0.0;
+        mathexpr_function* copy = nullptr;
+        nbRight += mathexpr_call_function(function, arguments, &result) == MATHEXPR_OK &&
+                           result == thread * 2.0 + time && mathexpr_copy_function(function, &copy) == MATHEXPR_OK &&
+                           mathexpr_destroy_function(function) == MATHEXPR_OK
+                       ? 1
+                       : 0;
+        function = copy;  // so that copies of one function are made and destroyed in all threads at once
+    }
+    mathexpr_destroy_function(function);
+    return nbRight;
+}
+
+TEST(Threads, ShareTheProgramOfOneFunction)
+{
+    mathexpr_expression* expression = nullptr;
+    ASSERT_EQ(mathexpr_create_utf8(nullptr, &expression), MATHEXPR_OK);
+    const mathexpr_value value{MATHEXPR_NUMBER, 0, 0, 0, 0.0, 0.0, 0.0};
+    mathexpr_set_variable_utf8(expression, "a", MATHEXPR_ZERO_TERMINATED, &value, nullptr);
+    mathexpr_set_variable_utf8(expression, "b", MATHEXPR_ZERO_TERMINATED, &value, nullptr);
+    const char* const arguments[] = {"a", "b"};
+    // Numbers alone, and points among them: each kind of program runs in its own way.
+    for (const char* const text : {"a*2+b", "dist([0,0,0],[a*2,0,0])+b"})
+    {
+        mathexpr_function* function = nullptr;
+        ASSERT_EQ(mathexpr_create_function_utf8(expression, text, MATHEXPR_ZERO_TERMINATED, arguments, 2, &function),
+                  MATHEXPR_OK);
+        std::vector<mathexpr_function*> copies(nbThreads, nullptr);
+        for (mathexpr_function*& copy : copies)
+        {
+            ASSERT_EQ(mathexpr_copy_function(function, &copy), MATHEXPR_OK);
+        }
+        ASSERT_EQ(mathexpr_destroy_function(function), MATHEXPR_OK);
+        std::vector<int> nbRight(nbThreads, 0);
+        std::vector<std::thread> threads;
+        for (std::size_t thread = 0; thread < nbThreads; ++thread)
+        {
+            threads.emplace_back([&nbRight, &copies, thread] {
+                nbRight[thread] = callAndDestroy(copies[thread], static_cast<int>(thread));
+            });
+        }
+        for (std::thread& thread : threads)
+        {
+            thread.join();
+        }
+        EXPECT_EQ(nbRight, std::vector<int>(nbThreads, 500)) << text;
+    }
+    mathexpr_destroy(expression);
+}
+
 }

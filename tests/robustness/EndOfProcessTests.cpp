@@ -151,6 +151,36 @@ TEST_P(EndOfProcess, ThreadGoesOnComputing)
     EXPECT_EXIT(end(), testing::ExitedWithCode(0), "^computed");
 }
 
+// Nobody waits for anybody: the process ends in the middle of what sixteen threads compute.
+TEST_P(EndOfProcess, IsRacedByManyThreads)
+{
+    const auto end = [work = GetParam()] {
+        for (int number = 0; number < 16; ++number)
+        {
+            std::thread([work] {
+                for (;; ++rounds)
+                {
+                    if (!work())
+                    {
+                        report(false);
+                        std::_Exit(1);
+                    }
+                }
+            }).detach();
+        }
+        while (rounds < 100)
+        {
+            std::this_thread::yield();
+        }
+        report(true);
+        std::exit(0);
+    };
+    for (int race = 0; race < 5; ++race)
+    {
+        EXPECT_EXIT(end(), testing::ExitedWithCode(0), "^computed");
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Through, EndOfProcess, testing::Values(&computeThroughClasses, &computeThroughC),
                          [](const testing::TestParamInfo<Work>& each) {
                              return std::string(each.param == &computeThroughC ? "C" : "Classes");
