@@ -151,6 +151,7 @@ TEST_P(EndOfProcess, ThreadGoesOnComputing)
     EXPECT_EXIT(end(), testing::ExitedWithCode(0), "^computed");
 }
 
+#if !defined(_WIN32)  // which ends threads first, whatever locks of the system they hold
 // Nobody waits for anybody: the process ends in the middle of what sixteen threads compute.
 TEST_P(EndOfProcess, IsRacedByManyThreads)
 {
@@ -180,6 +181,7 @@ TEST_P(EndOfProcess, IsRacedByManyThreads)
         EXPECT_EXIT(end(), testing::ExitedWithCode(0), "^computed");
     }
 }
+#endif
 
 INSTANTIATE_TEST_SUITE_P(Through, EndOfProcess, testing::Values(&computeThroughClasses, &computeThroughC),
                          [](const testing::TestParamInfo<Work>& each) {
