@@ -47,6 +47,20 @@ void setLibrarysWords() noexcept
     set(librarysWords);
 }
 
+#elif defined(__aarch64__)
+
+void set(const FloatingPointWords& words) noexcept
+{
+    __asm__ __volatile__("msr fpcr, %0" : : "r"(words.fpcr));
+}
+
+void clearX87() noexcept {}
+
+void setLibrarysWords() noexcept
+{
+    set({0});
+}
+
 #else
 
 void set(const FloatingPointWords& words) noexcept

@@ -16,7 +16,7 @@
 
 #if defined(__x86_64__) || defined(_M_X64)
 #include <xmmintrin.h>
-#else
+#elif !defined(__aarch64__)
 #include <cfenv>
 #endif
 
@@ -64,6 +64,31 @@ inline bool computesAsTheLibrary() noexcept
 #else
     return (_mm_getcsr() & ~0x3FU) == 0x1F80;
 #endif
+}
+
+#elif defined(__aarch64__)
+
+/// The control register of the calling thread: rounding direction, flush-to-zero, default NaN, and the exceptions that trap.
+/// What has happened is in another register, FPSR, where it accumulates whatever the host has set. Reading that one would
+/// wait for every computation before it.
+struct FloatingPointWords
+{
+    std::uint64_t fpcr;
+
+    static FloatingPointWords current() noexcept
+    {
+        FloatingPointWords words;
+        __asm__ __volatile__("mrs %0, fpcr" : "=r"(words.fpcr));
+        return words;
+    }
+
+    bool areTheLibrarys() const noexcept { return fpcr == 0; }
+    bool areAs(const FloatingPointWords& other) const noexcept { return fpcr == other.fpcr; }
+};
+
+inline bool computesAsTheLibrary() noexcept
+{
+    return FloatingPointWords::current().areTheLibrarys();
 }
 
 #else

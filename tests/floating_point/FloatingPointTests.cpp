@@ -9,12 +9,14 @@
 #include "mathexpr/MessageDisplay.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
-#include "platform/FloatingPointGuard.h"
+#include "tests/floating_point/HostWords.h"
 
-#if defined(__x86_64__) || defined(_M_X64)
+#if defined(HOST_WORDS_KNOWN)
 
 #include <cmath>
+#include <cstdint>
 #include <cstring>
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -22,49 +24,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-/// Control words, without what has happened.
-struct Words
-{
-    std::uint32_t mxcsr;
-    std::uint16_t x87;
-
-    static Words current()
-    {
-        const auto words = platform::FloatingPointWords::current();
-        return {words.mxcsr & ~0x3FU, words.x87};
-    }
-
-    void set() const
-    {
-#if !defined(_MSC_VER)
-        __asm__ __volatile__("fnclex\n\tfldcw %0" : : "m"(x87));
-#endif
-        _mm_setcsr(mxcsr);
-    }
-
-    bool operator==(const Words&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& out, const Words& words)
-{
-    return out << std::hex << words.mxcsr << '/' << words.x87 << std::dec;
-}
-
-constexpr Words librarys{0x1F80, 0x037F};
-
-// Exceptions: invalid, denormal, division by zero, overflow, underflow, precision, from bit 0 of the x87 word and from
-// bit 7 of the other. A bit that is set masks.
-constexpr Words hosts[] = {
-    {0x1F80, 0x037F},  // the library's own
-    {0x1F80, 0x027F},  // 53 bits of precision in x87 registers
-    {0x1900, 0x0372},  // invalid, division by zero, overflow unmasked
-    {0x0000, 0x0340},  // everything unmasked
-    {0x5F80, 0x0B7F},  // rounds up
-    {0x7F80, 0x0C7F},  // rounds to zero, 24 bits of precision
-    {0x9FC0, 0x037F},  // denormal numbers flushed to zero, and taken for zero
-    {0xC000, 0x0B40},  // everything unmasked, flushed to zero, rounds up and down
-};
 
 /// Runs work with the words of a host, and answers the words that it left.
 template <class Work>
@@ -77,6 +36,36 @@ Words wordsAfter(const Words& words, Work work)
     words.set();
     work();
     return Words::current();
+}
+
+/// The hosts, with the bits that this processor has.
+std::vector<Words> hostsHere()
+{
+    std::vector<Words> words;
+    for (const Words& host : hosts)
+    {
+        words.push_back(wordsAfter(host, [] {}));
+    }
+    return words;
+}
+
+/// What a host with these words computes by itself.
+double quotient(const Words& words, double dividend, double divisor)
+{
+    volatile double numerator = dividend;
+    volatile double denominator = divisor;
+    volatile double result = 0.0;
+    wordsAfter(words, [&] { result = numerator / denominator; });
+    return result;
+}
+
+/// A NaN with a sign and a payload, which arithmetic hands on.
+double tellingNaN()
+{
+    constexpr std::uint64_t bits = 0xFFF8'0000'0000'0123;
+    double nan = 0.0;
+    std::memcpy(&nan, &bits, sizeof(nan));
+    return nan;
 }
 
 bool sameBytes(double left, double right)
@@ -166,12 +155,13 @@ TEST_P(ControlWords, NeitherTrapNorChangeAValueThatIsNotFolded)
     {
         bool lookupValue(const wchar_t* name, VALTYPE& value) const override
         {
-            value.x = *name == L'z' ? 0.0 : 3.0;
+            value.x = *name == L'z' ? 0.0 : *name == L'n' ? tellingNaN() : 3.0;
             return true;
         }
     } host;
     for (const wchar_t* text : {L"one/three+1/three", L"1%zero", L"exp(three*1000)", L"ln(three)/three",
-                                L"nor([zero,zero,zero],[zero,zero,zero])", L"(10^three)^(three*100)"})
+                                L"nor([zero,zero,zero],[zero,zero,zero])", L"(10^three)^(three*100)", L"nan+one",
+                                L"three*nan", L"10^(0-107*three)*one"})
     {
         MathExpression plain(true, &host);
         MathExpression guarded(true, &host);
@@ -200,7 +190,7 @@ TEST_P(ControlWords, AreTheHostsInItsService)
             VALTYPE result;
             inner.setExpression(L"1/3+exp(1000)") && inner.evaluate(result);
             seenAfterwards = Words::current();
-            Words{0x1F00, 0x037E}.set();  // what the service changes ends with its call
+            fromCallback.set();  // what the service changes ends with its call
             value.x = 3;
             return true;
         }
@@ -235,7 +225,7 @@ TEST_P(ControlWords, AreTheHostsInItsNameSource)
             VALTYPE result;
             inner.setExpression(L"1/3+exp(1000)") && inner.evaluate(result);
             seen.push_back(Words::current());
-            Words{0x1F00, 0x037E}.set();  // what the name source changes ends with its call
+            fromCallback.set();  // what the name source changes ends with its call
             return index < 2 ? L"width" : nullptr;
         }
     } names;
@@ -317,8 +307,22 @@ TEST_P(ControlWords, AreTheHostsWhileAMessageIsShown)
     EXPECT_EQ(whileShowing, GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(Hosts, ControlWords, testing::ValuesIn(hosts));
+INSTANTIATE_TEST_SUITE_P(Hosts, ControlWords, testing::ValuesIn(hostsHere()));
 
+// Otherwise the tests above would show nothing.
+TEST(HostsWords, ChangeWhatTheHostComputes)
+{
+    EXPECT_GT(quotient(roundsUp, 1.0, 3.0), quotient(librarys, 1.0, 3.0));
+    const double denormal = std::numeric_limits<double>::min() / 4.0;
+    EXPECT_GT(quotient(librarys, denormal, 2.0), 0.0);
+    EXPECT_EQ(quotient(flushesToZero, denormal, 2.0), 0.0);
+#if defined(__aarch64__)
+    EXPECT_TRUE(sameBytes(quotient(librarys, tellingNaN(), 2.0), tellingNaN()));
+    EXPECT_FALSE(sameBytes(quotient(losesPayloads, tellingNaN(), 2.0), tellingNaN()));
+#endif
+}
+
+#if !defined(__aarch64__)  // which keeps them in another register
 TEST(StatusFlags, OfTheHostAreKeptWhereItsWordsDiffer)
 {
     // Division by zero has happened, and will not be seen to have happened by an expression alone.
@@ -330,6 +334,7 @@ TEST(StatusFlags, OfTheHostAreKeptWhereItsWordsDiffer)
     _mm_setcsr(0x1F80);
     EXPECT_EQ(after, 0x1F80U | 0x4000U | 0x04U);
 }
+#endif
 
 }
 
