@@ -9,7 +9,8 @@
 
 alone: each header compiles by itself, as C++17, without a warning. names: the C++ headers put into the global namespace no
 other names than those that were given. together: all of them in one source, in both orders, around a host's own
-declarations, HOST, of names that namespace mathexpr has as well. Headers are found, not listed.
+declarations, HOST, of names that namespace mathexpr has as well; in one order as later C++, too. Headers are found, not
+listed.
 """
 import re
 import subprocess
@@ -17,6 +18,9 @@ import sys
 from pathlib import Path
 
 WARNINGS = ["-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wsign-conversion", "-Wshadow", "-Werror"]
+
+OLDEST = "c++17"
+LATER = ["c++20", "c++2b"]  # the second is C++23, by the name that older compilers know, too
 
 # The classes and records of the interface as it was given, and the engine's three that a private member points at.
 GIVEN = {
@@ -37,9 +41,9 @@ def headers(include):
     return found
 
 
-def compile_cxx17(compiler, include, source):
+def compile_host(compiler, include, source, standard=OLDEST):
     """The compiler's messages; empty where there is nothing to say."""
-    run = subprocess.run([compiler, "-std=c++17", *WARNINGS, "-I", include, "-fsyntax-only", "-x", "c++", "-"],
+    run = subprocess.run([compiler, f"-std={standard}", *WARNINGS, "-I", include, "-fsyntax-only", "-x", "c++", "-"],
                          input=source, capture_output=True, text=True)
     return run.stderr if run.returncode != 0 or run.stderr else ""
 
@@ -62,7 +66,7 @@ def global_names(text):
 def check_alone(include, compilers):
     for header in headers(include):
         for compiler in compilers:
-            said = compile_cxx17(compiler, include, f"#include <{header}>\n")
+            said = compile_host(compiler, include, f"#include <{header}>\n")
             if said:
                 yield f"{header} alone, {compiler}:\n{said}"
 
@@ -82,9 +86,13 @@ def check_together(include, host, compilers):
     for compiler in compilers:
         for order in (lines, lines[::-1]):
             for source in ("".join(order) + own, own + "".join(order)):
-                said = compile_cxx17(compiler, include, source)
+                said = compile_host(compiler, include, source)
                 if said:
                     yield f"together, {compiler}:\n{said}"
+        for standard in LATER:
+            said = compile_host(compiler, include, "".join(lines) + own, standard)
+            if said:
+                yield f"together, {compiler} -std={standard}:\n{said}"
 
 
 def main():
