@@ -3,11 +3,39 @@
 //
 // DecimalText.cpp - see DecimalText.h. Some standard libraries have from_chars for integers only, such as LLVM's until
 // version 20; the header-only library fast_float stands in for them then. Its to_chars came with version 14; emscripten has 13.
+// A module for the web is downloaded, and fast_float's tables would be a tenth of it: there strtod reads, which is exact, too.
 
 #include "platform/DecimalText.h"
 
 #include <charconv>
 #include <system_error>
+
+#if defined(__EMSCRIPTEN__)
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <memory>
+#include <new>
+
+bool platform::readDecimal(std::string_view text, double& value) noexcept
+{
+    // strtod needs a zero behind the text.
+    char shortText[64];
+    const bool isShort = text.size() < sizeof shortText;
+    const std::unique_ptr<char[]> longText(isShort ? nullptr : new (std::nothrow) char[text.size() + 1]);
+    char* const copy = isShort ? shortText : longText.get();
+    if (copy == nullptr)
+    {
+        return false;
+    }
+    *std::copy(text.begin(), text.end(), copy) = '\0';
+    value = std::strtod(copy, nullptr);
+    const std::string_view mantissa = text.substr(0, text.find('e'));
+    return std::isfinite(value) && (value != 0.0 || mantissa.find_first_of("123456789") == std::string_view::npos);
+}
+
+#else
 
 #if defined(__cpp_lib_to_chars)
 
@@ -26,6 +54,8 @@ bool platform::readDecimal(std::string_view text, double& value) noexcept
     const auto [end, error] = decimal::from_chars(text.data(), text.data() + text.size(), value);
     return error != std::errc::result_out_of_range;
 }
+
+#endif
 
 #if defined(__cpp_lib_to_chars) || (defined(_LIBCPP_VERSION) && _LIBCPP_VERSION >= 14000)
 
