@@ -11,6 +11,9 @@ set(ENV{NODE_PATH} /usr/share/nodejs)
 # Exceptions are WebAssembly's own: those that emscripten makes of JavaScript would cost each call.
 set(CMAKE_CXX_FLAGS_INIT "-fwasm-exceptions")
 
+# Whatever the sources are compiled for: a link for the smallest size would take a smaller pow, which rounds worse.
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-Os")
+
 # Debian packs header-only libraries for its own compilers. They alone are taken from there: the other headers of that folder
 # are those of another C library.
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/system)
