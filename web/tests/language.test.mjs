@@ -110,5 +110,5 @@ test("the rows of the language tests", async () => {
     }
   }
   console.log(`# ${ran} rows through the package, ${left} left to the tests in C++`);
-  assert.ok(ran > 10 * left);
+  assert.ok(ran >= 800);
 });
