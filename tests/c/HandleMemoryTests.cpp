@@ -5,7 +5,7 @@
 // allocations in turn: the status says so, nothing leaks, and the same call succeeds when there is memory again.
 #include "tests/support/FailingMemory.h"
 
-#include <mathexpr.h>
+#include <mathexpr_editor.h>
 
 #include <gtest/gtest.h>
 
@@ -216,6 +216,115 @@ TEST(Memory, RunsOutDuringBulkEvaluation)
         results.data = found;
         results.stride = sizeof(double);
         return mathexpr_evaluate_bulk_utf8(expression, &column, 1, 3, &results, 1, nullptr);
+    });
+}
+
+// What somebody types, and a name in it.
+const char* const typed = "1+min(2pi, an_unknown_name_that_is_too_long_to_be_held_in_place";
+const char16_t* const typed16 = u"1+min(2pi, an_unknown_name_that_is_too_long_to_be_held_in_place";
+const char* const typedName = "an_unknown_name_that_is_too_long_to_be_held_in_place";
+const char16_t* const typedName16 = u"an_unknown_name_that_is_too_long_to_be_held_in_place";
+
+/// Asks a service for an answer with memory running out.
+template <class Answer, class Service>
+void runOutInService(Service service)
+{
+    runOutOfMemory(MATHEXPR_EXPRESSION, nullptr, [service](mathexpr_expression* expression) {
+        Answer answer{};
+        answer.size = sizeof(answer);
+        return service(expression, answer);
+    });
+}
+
+TEST(Memory, RunsOutWhileATextIsEdited)
+{
+    runOutInService<mathexpr_tokens>(
+        [](auto* expression, auto& answer) { return mathexpr_get_tokens_utf8(expression, typed, zt, &answer); });
+    runOutInService<mathexpr_tokens>(
+        [](auto* expression, auto& answer) { return mathexpr_get_tokens_utf16(expression, typed16, zt, &answer); });
+    runOutInService<mathexpr_text_utf8>(
+        [](auto* expression, auto& answer) { return mathexpr_format_text_utf8(expression, typed, zt, &answer); });
+    runOutInService<mathexpr_text_utf16>(
+        [](auto* expression, auto& answer) { return mathexpr_format_text_utf16(expression, typed16, zt, &answer); });
+    runOutInService<mathexpr_text_utf8>(
+        [](auto* expression, auto& answer) { return mathexpr_typeset_text_utf8(expression, typed, zt, 0, &answer); });
+    runOutInService<mathexpr_text_utf16>([](auto* expression, auto& answer) {
+        return mathexpr_typeset_text_utf16(expression, typed16, zt, 0, &answer);
+    });
+    runOutInService<mathexpr_spans>([](auto* expression, auto& answer) {
+        return mathexpr_find_references_utf8(expression, typed, zt, typedName, zt, &answer);
+    });
+    runOutInService<mathexpr_spans>([](auto* expression, auto& answer) {
+        return mathexpr_find_references_utf16(expression, typed16, zt, typedName16, zt, &answer);
+    });
+    runOutInService<mathexpr_renaming_utf8>([](auto* expression, auto& answer) {
+        return mathexpr_rename_in_text_utf8(expression, typed, zt, typedName, zt, "another_name_of_some_length", zt,
+                                            &answer);
+    });
+    runOutInService<mathexpr_renaming_utf16>([](auto* expression, auto& answer) {
+        return mathexpr_rename_in_text_utf16(expression, typed16, zt, typedName16, zt, u"another_name_of_some_length",
+                                             zt, &answer);
+    });
+    runOutInService<mathexpr_literals>(
+        [](auto* expression, auto& answer) { return mathexpr_get_literals_utf8(expression, typed, zt, &answer); });
+    runOutInService<mathexpr_literals>(
+        [](auto* expression, auto& answer) { return mathexpr_get_literals_utf16(expression, typed16, zt, &answer); });
+}
+
+TEST(Memory, RunsOutWhileTypingIsHelped)
+{
+    runOutInService<mathexpr_diagnostic_utf8>([](auto* expression, auto& answer) {
+        std::uint32_t state = 0;
+        return mathexpr_diagnose_text_utf8(expression, typed, zt, 0, &state, &answer);
+    });
+    runOutInService<mathexpr_diagnostic_utf16>([](auto* expression, auto& answer) {
+        std::uint32_t state = 0;
+        return mathexpr_diagnose_text_utf16(expression, typed16, zt, MATHEXPR_MAY_ASK_HOST, &state, &answer);
+    });
+    runOutInService<mathexpr_signature_utf8>(
+        [](auto* expression, auto& answer) { return mathexpr_get_signature_utf8(expression, typed, zt, 99, &answer); });
+    runOutInService<mathexpr_signature_utf16>([](auto* expression, auto& answer) {
+        return mathexpr_get_signature_utf16(expression, typed16, zt, 99, &answer);
+    });
+    runOutInService<mathexpr_hover_utf8>(
+        [](auto* expression, auto& answer) { return mathexpr_get_hover_utf8(expression, typed, zt, 3, 0, &answer); });
+    runOutInService<mathexpr_hover_utf16>([](auto* expression, auto& answer) {
+        return mathexpr_get_hover_utf16(expression, u"sqrt(16)*2", zt, 0, 0, &answer);
+    });
+    runOutInService<mathexpr_completions_utf8>([](auto* expression, auto& answer) {
+        const char* const recent[] = {"a name of the host that is too long to be held in place"};
+        const mathexpr_completion_options_utf8 options{sizeof(options), 5, recent, 1, nullptr, nullptr};
+        return mathexpr_get_completions_utf8(expression, "2*a", zt, 3, &options, &answer);
+    });
+    runOutInService<mathexpr_completions_utf16>([](auto* expression, auto& answer) {
+        const mathexpr_completion_options_utf16 options{sizeof(options), 5, nullptr, 0, nullptr, nullptr};
+        return mathexpr_get_completions_utf16(expression, u"2*sq", zt, 4, &options, &answer);
+    });
+}
+
+TEST(Memory, RunsOutWhileNamesAreIndexed)
+{
+    runOutOfMemory(MATHEXPR_EXPRESSION, nullptr, [](mathexpr_expression* expression) {
+        const mathexpr_name_notes_utf8 notes{sizeof(notes), MATHEXPR_VALUE_NUMBER,
+                                             "a description that is too long to be held in place", nullptr};
+        mathexpr_name_index* index = nullptr;
+        mathexpr_status status = mathexpr_create_name_index(&index);
+        for (const char* const name : {"outerWall_depth_of_the_building", "innerWall_depth_of_the_building"})
+        {
+            status = status == MATHEXPR_OK ? mathexpr_add_indexed_name_utf8(index, name, zt, &notes) : status;
+        }
+        if (status == MATHEXPR_OK)
+        {
+            status = mathexpr_remove_indexed_name_utf16(index, u"innerWall_depth_of_the_building", zt);
+        }
+        mathexpr_completions_utf8 answer{};
+        answer.size = sizeof(answer);
+        status = status == MATHEXPR_OK ? mathexpr_set_name_index(expression, index) : status;
+        status =
+            status == MATHEXPR_OK ? mathexpr_get_completions_utf8(expression, "wall", zt, 4, nullptr, &answer) : status;
+        EXPECT_TRUE(status != MATHEXPR_OK || answer.item_count == 1);
+        EXPECT_EQ(mathexpr_destroy_name_index(index), MATHEXPR_OK);
+        return status;
     });
 }
 

@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HandleThreadTests.cpp - expressions of different threads do not meet: neither their handles nor where their messages go.
-#include <mathexpr.h>
+// HandleThreadTests.cpp - expressions of different threads do not meet: neither their handles nor where their messages go
+// nor what the editor services answer.
+#include <mathexpr_editor.h>
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -46,20 +48,63 @@ int useExpressions(int thread)
     return nbRight;
 }
 
-TEST(Threads, UseExpressionsOfTheirOwn)
+/// @return how many of the services' answers were right
+int editTexts(int thread)
 {
-    std::vector<int> nbRight(nbThreads, 0);
+    constexpr std::size_t zt = MATHEXPR_ZERO_TERMINATED;
+    const std::string name = "thread" + std::to_string(thread);
+    int nbRight = 0;
+    for (int time = 0; time < 20; ++time)
+    {
+        mathexpr_expression* expression = nullptr;
+        mathexpr_create_utf8(nullptr, &expression);
+        const mathexpr_value value{MATHEXPR_NUMBER, 0, 0, 0, static_cast<double>(thread), 0.0, 0.0};
+        mathexpr_set_variable_utf8(expression, name.c_str(), zt, &value, nullptr);
+        mathexpr_tokens tokens{sizeof(tokens), 0, nullptr, 0};
+        mathexpr_get_tokens_utf8(expression, (name + "+1").c_str(), zt, &tokens);
+        mathexpr_completions_utf8 completions{sizeof(completions), 0, nullptr, 0};
+        mathexpr_get_completions_utf8(expression, "2*thre", zt, 6, nullptr, &completions);
+        mathexpr_hover_utf8 hover{};
+        hover.size = sizeof(hover);
+        mathexpr_get_hover_utf8(expression, ("(" + name + "*2)").c_str(), zt, 0, 0, &hover);
+        std::uint32_t state = 0;
+        mathexpr_diagnostic_utf8 diagnostic{};
+        diagnostic.size = sizeof(diagnostic);
+        mathexpr_diagnose_text_utf8(expression, "1+2pi", zt, 0, &state, &diagnostic);
+        const bool isRight = tokens.token_count == 3 && tokens.tokens[0].kind == MATHEXPR_TOKEN_VARIABLE &&
+                             completions.item_count != 0 && completions.items[0].name == name &&
+                             hover.value.x == thread * 2.0 && state == MATHEXPR_TYPING_WRONG &&
+                             diagnostic.hint_count == 1;
+        nbRight += isRight ? 1 : 0;
+        mathexpr_destroy(expression);
+    }
+    return nbRight;
+}
+
+/// What each of many threads returns that work at the same time.
+std::vector<int> onThreads(int (*work)(int thread))
+{
+    std::vector<int> results(nbThreads, 0);
     std::vector<std::thread> threads;
     for (int thread = 0; thread < nbThreads; ++thread)
     {
-        threads.emplace_back(
-            [&nbRight, thread] { nbRight[static_cast<std::size_t>(thread)] = useExpressions(thread); });
+        threads.emplace_back([&results, thread, work] { results[static_cast<std::size_t>(thread)] = work(thread); });
     }
     for (std::thread& thread : threads)
     {
         thread.join();
     }
-    EXPECT_EQ(nbRight, std::vector<int>(nbThreads, 200));
+    return results;
+}
+
+TEST(Threads, UseExpressionsOfTheirOwn)
+{
+    EXPECT_EQ(onThreads(useExpressions), std::vector<int>(nbThreads, 200));
+}
+
+TEST(Threads, EditTextsOfTheirOwn)
+{
+    EXPECT_EQ(onThreads(editTexts), std::vector<int>(nbThreads, 20));
 }
 
 /// @return how many of the values were right

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 /* editor.c - the editor services: positions in the units of each encoding, answers and their lifetime, refusals. */
+#include "tests/c/answers.h"
 #include "tests/c/check.h"
 #include "tests/c/throwing_host.h"
 
@@ -419,32 +420,25 @@ void test_editor_name_index(void)
 void test_editor_empty_answers(void)
 {
     mathexpr_expression* const expression = plain();
-    mathexpr_tokens tokens = {sizeof(tokens), 77, NULL, 77};
-    mathexpr_spans spans = {sizeof(spans), 77, NULL, 77};
-    mathexpr_literals literals = {sizeof(literals), 77, NULL, 77};
-    mathexpr_completions_utf8 completions = {sizeof(completions), 77, NULL, 77};
-    mathexpr_signature_utf8 signature = {0};
-    mathexpr_hover_utf8 hover = {0};
-    mathexpr_text_utf8 text = {sizeof(text), 77, NULL, 77};
+    struct answers answers;
 
-    CHECK_OK(mathexpr_get_tokens_utf8(expression, NULL, 0, &tokens));
-    CHECK(tokens.tokens == NULL && tokens.token_count == 0);
-    CHECK_OK(mathexpr_find_references_utf8(expression, "", 0, "", 0, &spans));
-    CHECK(spans.spans == NULL && spans.span_count == 0);
-    CHECK_OK(mathexpr_get_literals_utf8(expression, "x", ZT, &literals));
-    CHECK(literals.literals == NULL && literals.literal_count == 0);
-    CHECK_OK(mathexpr_get_completions_utf8(expression, "1 ", ZT, 2, NULL, &completions));
-    CHECK(completions.items == NULL && completions.item_count == 0);
-    signature.size = sizeof(signature);
-    CHECK_OK(mathexpr_get_signature_utf8(expression, "1", ZT, 1, &signature));
-    CHECK(signature.overloads == NULL && signature.overload_count == 0);
-    CHECK_TEXT(signature.function, "");
-    hover.size = sizeof(hover);
-    CHECK_OK(mathexpr_get_hover_utf8(expression, " ", ZT, 0, 0, &hover));
-    CHECK_EQUAL(hover.span.length, 0);
-    CHECK_TEXT(hover.name, "");
-    CHECK_OK(mathexpr_format_text_utf8(expression, " ", ZT, &text));
-    CHECK_TEXT(text.text, "");
+    prepare_answers(&answers);
+    CHECK_OK(mathexpr_get_tokens_utf8(expression, NULL, 0, &answers.tokens));
+    CHECK(answers.tokens.tokens == NULL && answers.tokens.token_count == 0);
+    CHECK_OK(mathexpr_find_references_utf8(expression, "", 0, "", 0, &answers.spans));
+    CHECK(answers.spans.spans == NULL && answers.spans.span_count == 0);
+    CHECK_OK(mathexpr_get_literals_utf8(expression, "x", ZT, &answers.literals));
+    CHECK(answers.literals.literals == NULL && answers.literals.literal_count == 0);
+    CHECK_OK(mathexpr_get_completions_utf8(expression, "1 ", ZT, 2, NULL, &answers.completions));
+    CHECK(answers.completions.items == NULL && answers.completions.item_count == 0);
+    CHECK_OK(mathexpr_get_signature_utf8(expression, "1", ZT, 1, &answers.signature));
+    CHECK(answers.signature.overloads == NULL && answers.signature.overload_count == 0);
+    CHECK_TEXT(answers.signature.function, "");
+    CHECK_OK(mathexpr_get_hover_utf8(expression, " ", ZT, 0, 0, &answers.hover));
+    CHECK_EQUAL(answers.hover.span.length, 0);
+    CHECK_TEXT(answers.hover.name, "");
+    CHECK_OK(mathexpr_format_text_utf8(expression, " ", ZT, &answers.text));
+    CHECK_TEXT(answers.text.text, "");
     CHECK_OK(mathexpr_destroy(expression));
 }
 
@@ -452,71 +446,47 @@ void test_editor_empty_answers(void)
 void test_editor_refuses(void)
 {
     mathexpr_expression* const expression = plain();
-    mathexpr_tokens tokens = {sizeof(tokens), 77, NULL, 77};
-    mathexpr_text_utf8 text = {sizeof(text), 77, NULL, 77};
-    mathexpr_text_utf16 text16 = {sizeof(text16), 77, NULL, 77};
-    mathexpr_spans spans = {sizeof(spans), 77, NULL, 77};
-    mathexpr_literals literals = {sizeof(literals), 77, NULL, 77};
-    mathexpr_renaming_utf8 renaming = {0};
-    mathexpr_renaming_utf16 renaming16 = {0};
-    mathexpr_diagnostic_utf8 diagnostic = {0};
-    mathexpr_diagnostic_utf16 diagnostic16 = {0};
-    mathexpr_signature_utf8 signature = {0};
-    mathexpr_signature_utf16 signature16 = {0};
-    mathexpr_hover_utf8 hover = {0};
-    mathexpr_hover_utf16 hover16 = {0};
-    mathexpr_completions_utf8 completions = {sizeof(completions), 77, NULL, 77};
-    mathexpr_completions_utf16 completions16 = {sizeof(completions16), 77, NULL, 77};
+    struct answers answers;
+    struct answers untouched;
     uint32_t state = 77;
 
-    renaming.size = sizeof(renaming);
-    renaming16.size = sizeof(renaming16);
-    diagnostic.size = sizeof(diagnostic);
-    diagnostic16.size = sizeof(diagnostic16);
-    signature.size = sizeof(signature);
-    signature16.size = sizeof(signature16);
-    hover.size = sizeof(hover);
-    hover16.size = sizeof(hover16);
+    prepare_answers(&answers);
 
-    CHECK_STATUS(mathexpr_get_tokens_utf8(NULL, "", 0, &tokens), MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_get_tokens_utf8(NULL, "", 0, &answers.tokens), MATHEXPR_NULL_ARGUMENT);
     CHECK_STATUS(mathexpr_get_tokens_utf16(expression, wide(""), 0, NULL), MATHEXPR_NULL_ARGUMENT);
-    CHECK_STATUS(mathexpr_get_tokens_utf8(expression, NULL, 1, &tokens), MATHEXPR_NULL_ARGUMENT);
-    CHECK_STATUS(mathexpr_get_tokens_utf8(expression, "\xFF", 1, &tokens), MATHEXPR_BAD_UTF8);
-    CHECK_STATUS(mathexpr_get_tokens_utf8(expression, "a\0b", 3, &tokens), MATHEXPR_ZERO_IN_TEXT);
+    CHECK_STATUS(mathexpr_get_tokens_utf8(expression, NULL, 1, &answers.tokens), MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_get_tokens_utf8(expression, "\xFF", 1, &answers.tokens), MATHEXPR_BAD_UTF8);
+    CHECK_STATUS(mathexpr_get_tokens_utf8(expression, "a\0b", 3, &answers.tokens), MATHEXPR_ZERO_IN_TEXT);
     CHECK_STATUS(mathexpr_format_text_utf8(expression, "", 0, NULL), MATHEXPR_NULL_ARGUMENT);
-    CHECK_STATUS(mathexpr_format_text_utf16(NULL, wide(""), 0, &text16), MATHEXPR_NULL_ARGUMENT);
-    CHECK_STATUS(mathexpr_find_references_utf8(expression, "x", ZT, NULL, 1, &spans), MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_format_text_utf16(NULL, wide(""), 0, &answers.text16), MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_find_references_utf8(expression, "x", ZT, NULL, 1, &answers.spans), MATHEXPR_NULL_ARGUMENT);
     CHECK_STATUS(mathexpr_find_references_utf16(expression, wide("x"), ZT, wide("x"), ZT, NULL),
                  MATHEXPR_NULL_ARGUMENT);
-    CHECK_STATUS(mathexpr_rename_in_text_utf8(expression, "x", ZT, "\xFF", ZT, "y", ZT, &renaming), MATHEXPR_BAD_UTF8);
-    CHECK_STATUS(mathexpr_rename_in_text_utf8(expression, "x", ZT, "x", ZT, "\xFF", ZT, &renaming), MATHEXPR_BAD_UTF8);
-    CHECK_STATUS(mathexpr_rename_in_text_utf16(NULL, wide("x"), ZT, wide("x"), ZT, wide("y"), ZT, &renaming16),
+    CHECK_STATUS(mathexpr_rename_in_text_utf8(expression, "x", ZT, "\xFF", ZT, "y", ZT, &answers.renaming),
+                 MATHEXPR_BAD_UTF8);
+    CHECK_STATUS(mathexpr_rename_in_text_utf8(expression, "x", ZT, "x", ZT, "\xFF", ZT, &answers.renaming),
+                 MATHEXPR_BAD_UTF8);
+    CHECK_STATUS(mathexpr_rename_in_text_utf16(NULL, wide("x"), ZT, wide("x"), ZT, wide("y"), ZT, &answers.renaming16),
                  MATHEXPR_NULL_ARGUMENT);
-    CHECK_STATUS(mathexpr_get_literals_utf8(NULL, "", 0, &literals), MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_get_literals_utf8(NULL, "", 0, &answers.literals), MATHEXPR_NULL_ARGUMENT);
     CHECK_STATUS(mathexpr_get_literals_utf16(expression, wide(""), 0, NULL), MATHEXPR_NULL_ARGUMENT);
-    CHECK_STATUS(mathexpr_diagnose_text_utf8(expression, "", 0, 0, NULL, &diagnostic), MATHEXPR_NULL_ARGUMENT);
-    CHECK_STATUS(mathexpr_diagnose_text_utf8(expression, "", 0, 2, &state, &diagnostic), MATHEXPR_BAD_OPTION);
-    CHECK_STATUS(mathexpr_diagnose_text_utf16(NULL, wide(""), 0, 0, &state, &diagnostic16), MATHEXPR_NULL_ARGUMENT);
-    CHECK_STATUS(mathexpr_get_signature_utf8(NULL, "", 0, 0, &signature), MATHEXPR_NULL_ARGUMENT);
-    CHECK_STATUS(mathexpr_get_signature_utf16(NULL, wide(""), 0, 0, &signature16), MATHEXPR_NULL_ARGUMENT);
-    CHECK_STATUS(mathexpr_get_hover_utf8(expression, "", 0, 0, 2, &hover), MATHEXPR_BAD_OPTION);
-    CHECK_STATUS(mathexpr_get_hover_utf16(NULL, wide(""), 0, 0, 0, &hover16), MATHEXPR_NULL_ARGUMENT);
-    CHECK_STATUS(mathexpr_get_completions_utf8(NULL, "", 0, 0, NULL, &completions), MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_diagnose_text_utf8(expression, "", 0, 0, NULL, &answers.diagnostic), MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_diagnose_text_utf8(expression, "", 0, 2, &state, &answers.diagnostic), MATHEXPR_BAD_OPTION);
+    CHECK_STATUS(mathexpr_diagnose_text_utf16(NULL, wide(""), 0, 0, &state, &answers.diagnostic16),
+                 MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_get_signature_utf8(NULL, "", 0, 0, &answers.signature), MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_get_signature_utf16(NULL, wide(""), 0, 0, &answers.signature16), MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_get_hover_utf8(expression, "", 0, 0, 2, &answers.hover), MATHEXPR_BAD_OPTION);
+    CHECK_STATUS(mathexpr_get_hover_utf16(NULL, wide(""), 0, 0, 0, &answers.hover16), MATHEXPR_NULL_ARGUMENT);
+    CHECK_STATUS(mathexpr_get_completions_utf8(NULL, "", 0, 0, NULL, &answers.completions), MATHEXPR_NULL_ARGUMENT);
     CHECK_STATUS(mathexpr_get_completions_utf16(expression, wide(""), 0, 0, NULL, NULL), MATHEXPR_NULL_ARGUMENT);
-    completions16.size = 3;
-    CHECK_STATUS(mathexpr_get_completions_utf16(expression, wide(""), 0, 0, NULL, &completions16), MATHEXPR_BAD_SIZE);
-    tokens.size = 3;
-    CHECK_STATUS(mathexpr_get_tokens_utf8(expression, "", 0, &tokens), MATHEXPR_BAD_SIZE);
-    CHECK_EQUAL(tokens.token_count, 77);
-    CHECK_EQUAL(text.text_length, 77);
-    CHECK_EQUAL(spans.span_count, 77);
-    CHECK_EQUAL(literals.literal_count, 77);
+    prepare_answers(&untouched);
+    CHECK_EQUAL(memcmp(&answers, &untouched, sizeof(answers)), 0);
     CHECK_EQUAL(state, 77);
     CHECK_OK(mathexpr_destroy(expression));
     if (mathexpr_checks_handles())
     {
-        tokens.size = sizeof(tokens);
-        CHECK_STATUS(mathexpr_get_tokens_utf8(expression, "", 0, &tokens), MATHEXPR_STALE_HANDLE);
+        CHECK_STATUS(mathexpr_get_tokens_utf8(expression, "", 0, &answers.tokens), MATHEXPR_STALE_HANDLE);
     }
 }
 

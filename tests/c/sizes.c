@@ -2,10 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 /* sizes.c - structures of earlier and later versions, and sizes that none can have. */
-#include "tests/c/check.h"
-
-#include <stddef.h>
-#include <string.h>
+#include "tests/c/sizes.h"
 
 static int shown_count = 0;
 
@@ -17,14 +14,6 @@ static void count(void* context, uint32_t id, const char* text, size_t length)
     (void)length;
     ++shown_count;
 }
-
-/* As a later version may be: with one member more. */
-#define LATER(structure)                                                                                               \
-    struct                                                                                                             \
-    {                                                                                                                  \
-        structure known;                                                                                               \
-        uint64_t later;                                                                                                \
-    }
 
 void test_options_of_other_sizes(void)
 {
@@ -95,35 +84,6 @@ void test_read_structures_of_other_sizes(void)
     CHECK_NUMBER(found[1], 2.0);
     CHECK_OK(mathexpr_destroy(expression));
 }
-
-/* Asks for a structure as an earlier and as a later version has it, and looks at what was written and what not. */
-#define CHECK_WRITTEN(structure, call, first, filled)                                                                  \
-    do                                                                                                                 \
-    {                                                                                                                  \
-        LATER(structure) later;                                                                                        \
-        structure expected;                                                                                            \
-        structure earlier;                                                                                             \
-        unsigned char untouched[sizeof(structure)];                                                                    \
-        structure* asked = &expected;                                                                                  \
-        memset(&expected, 0xEE, sizeof(expected));                                                                     \
-        expected.size = sizeof(expected);                                                                              \
-        CHECK_OK(call);                                                                                                \
-        CHECK(filled);                                                                                                 \
-        memset(untouched, 0xEE, sizeof(untouched));                                                                    \
-        memset(&earlier, 0xEE, sizeof(earlier));                                                                       \
-        earlier.size = offsetof(structure, first);                                                                     \
-        asked = &earlier;                                                                                              \
-        CHECK_OK(call);                                                                                                \
-        CHECK_EQUAL(earlier.size, offsetof(structure, first));                                                         \
-        CHECK_EQUAL(memcmp((char*)&earlier + earlier.size, untouched, sizeof(earlier) - earlier.size), 0);             \
-        memset(&later, 0xEE, sizeof(later));                                                                           \
-        later.known.size = sizeof(later);                                                                              \
-        asked = &later.known;                                                                                          \
-        CHECK_OK(call);                                                                                                \
-        CHECK_EQUAL(later.known.size, sizeof(later));                                                                  \
-        CHECK_EQUAL(later.later, 0);                                                                                   \
-        CHECK(filled);                                                                                                 \
-    } while (0)
 
 void test_written_structures_of_other_sizes(void)
 {
