@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// editor_fuzzer.cpp - every editor service for one text and one cursor. What they say has to fit the text and what
-// compiling it says, and the object has to stay as it was.
+// editor_fuzzer.cpp - every editor service for one text, one cursor and one name. What they say has to fit the text and
+// what compiling it says, and the object has to stay as it was.
+#include "MTParserLib/names/MTNameIndex.h"
 #include "fuzz/FuzzInput.h"
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/EditorServices.h"
-#include "mathexpr/SMTDefExcepData.h"
-#include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Variables.h"
+#include "tests/support/Compiles.h"
 #include "tests/support/MessageRecorder.h"
 
 #include <algorithm>
@@ -103,22 +103,6 @@ bool hasPairedTags(const std::wstring& mathml)
     return open.empty();
 }
 
-bool compiles(MathExpression& expression, const std::wstring& text)
-{
-    try
-    {
-        return expression.setExpression(text.c_str());
-    }
-    catch (const mathexpr::ParsingException&)
-    {
-        return false;
-    }
-    catch (const mathexpr::DefinitionException&)
-    {
-        return false;
-    }
-}
-
 void checkText(const MathExpression& expression, const std::wstring& text)
 {
     std::size_t end = 0;
@@ -137,8 +121,33 @@ void checkText(const MathExpression& expression, const std::wstring& text)
     }
     require(isNested(mathexpr::typesetText(expression, text.c_str(), mathexpr::Notation::Latex)));
     require(hasPairedTags(mathexpr::typesetText(expression, text.c_str(), mathexpr::Notation::MathMl)));
-    const mathexpr::Renaming renaming = mathexpr::renameInText(expression, text.c_str(), L"x", L"size");
-    require(renaming.refusal == mathexpr::RenameRefusal::None || renaming.edits.empty());
+}
+
+/// What finds a name and what renames it agree, and the renamed text holds the new name where the old one was.
+void checkName(const MathExpression& expression, const std::wstring& text, const std::wstring& name)
+{
+    const std::vector<mathexpr::TextSpan> uses = mathexpr::findReferences(expression, text.c_str(), name.c_str());
+    std::size_t end = 0;
+    for (const mathexpr::TextSpan& use : uses)
+    {
+        require(isWithin(use, text) && use.start >= end && use.length != 0);
+        end = std::size_t{use.start} + use.length;
+        const std::wstring used = withoutBlanks(text.substr(use.start, use.length));
+        require(sameIgnoringCase(used, name));
+    }
+    for (const wchar_t* const newName : {L"size", L"renamed"})
+    {
+        const mathexpr::Renaming renaming = mathexpr::renameInText(expression, text.c_str(), name.c_str(), newName);
+        require(renaming.refusal == mathexpr::RenameRefusal::None || renaming.edits.empty());
+        require(renaming.edits.size() <= uses.size());
+        std::wstring renamed = text;
+        for (auto edit = renaming.edits.rbegin(); edit != renaming.edits.rend(); ++edit)
+        {
+            require(isWithin(edit->span, text));
+            renamed.replace(edit->span.start, edit->span.length, edit->replacement);
+        }
+        require(mathexpr::findReferences(expression, renamed.c_str(), newName).size() >= renaming.edits.size());
+    }
 }
 
 void checkCursor(const MathExpression& expression, const std::wstring& text, std::uint32_t cursor,
@@ -157,6 +166,21 @@ void checkCursor(const MathExpression& expression, const std::wstring& text, std
     }
 }
 
+/// An index answers for names as a list does.
+void checkIndex(const std::wstring& text, std::uint32_t cursor, const std::wstring& name)
+{
+    mathexpr::NameIndex index;
+    index.add(name.c_str(), {mathexpr::ValueKind::Number, L"number", L""});
+    index.add(L"innerWall_depth");
+    MathExpression expression(true, nullptr);
+    mathexpr::setNameSource(expression, &index);
+    checkText(expression, text);
+    checkCursor(expression, text, cursor, mathexpr::HostQuestions::Forbidden);
+    mathexpr::diagnoseText(expression, text.c_str());
+    require(index.remove(name.c_str()) == !name.empty());
+    require(!index.remove(name.c_str()));
+}
+
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -166,6 +190,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::uint32_t cursor = input.byte();
     const auto questions = static_cast<mathexpr::HostQuestions>(input.below(2));
     const std::wstring text = input.text();
+    const std::wstring name = input.name();
 
     const MessageRecorder shown;
     MathExpression expression(true, &host);
@@ -173,8 +198,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     mathexpr::setVariable(expression, L"width", VALTYPE());
     checkText(expression, text);
     checkCursor(expression, text, cursor, questions);
+    checkName(expression, text, L"x");
+    checkName(expression, text, name);
+    checkIndex(text, cursor, name);
     const mathexpr::TypingDiagnostic diagnostic = mathexpr::diagnoseText(expression, text.c_str(), questions);
-    mathexpr::getFixes(expression, text.c_str());
+    for (const mathexpr::TextFix& fix : mathexpr::getFixes(expression, text.c_str()))
+    {
+        require(isWithin(fix.edit.span, text) && !fix.title.empty());
+        std::wstring fixed = text;
+        fixed.replace(fix.edit.span.start, fix.edit.span.length, fix.edit.replacement);
+        require(mathexpr::diagnoseText(expression, fixed.c_str()).state == mathexpr::TypingState::Complete);
+    }
 
     require(shown.ids.empty() && !mathexpr::hasFailed(expression));
     require(mathexpr::getVariableNames(expression).size() == 1);

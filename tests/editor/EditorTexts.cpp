@@ -4,8 +4,7 @@
 // EditorTexts.cpp - see EditorTexts.h.
 #include "tests/editor/EditorTexts.h"
 
-#include "mathexpr/SMTDefExcepData.h"
-#include "mathexpr/SMTParsingExcepData.h"
+#include "tests/support/Compiles.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -43,18 +42,7 @@ EditedExpression::EditedExpression(Bindings bindings) : host(std::move(bindings)
 
 bool EditedExpression::compiles(const std::wstring& text)
 {
-    try
-    {
-        return expression.setExpression(text.c_str());
-    }
-    catch (const mathexpr::ParsingException&)
-    {
-        return false;
-    }
-    catch (const mathexpr::DefinitionException&)
-    {
-        return false;
-    }
+    return ::compiles(expression, text);
 }
 
 const std::vector<TypedText>& languageTexts()
