@@ -389,7 +389,8 @@ typedef struct mathexpr_name_notes_utf16
     const mathexpr_char16* unavailable;  ///< Why the name must not be used here; empty where it may be.
 } mathexpr_name_notes_utf16;
 
-/// Tells what the host knows of one of the names that get_name lists. Called for names that match what has been typed.
+/// Tells what the host knows of a name. Called for each that get_name lists, since what has been typed is matched with its
+/// description, too; of a name index for those names alone that match or stand in the text.
 /// @param context  that of the options
 /// @param name     zero-terminated, owned by the library, valid during the call only
 /// @param notes    to be filled
@@ -474,7 +475,8 @@ typedef struct mathexpr_completions_utf16
 /// Offers what may stand at the cursor: what makes the text up to it, with everything open closed, one that the expression
 /// accepts; an argument that a function is not defined for counts as accepted. Names of the host's whose kind is unknown or
 /// that are unavailable come last; one of unknown kind is offered wherever a number or a point is accepted. What has been
-/// typed is matched with the beginning of a name, of words in it, of its units and description.
+/// typed is matched with the beginning of a name, of words in it, of its description, and of all that people call the
+/// units that it converts between.
 /// @param options      read during the call; NULL: all 0
 /// @param completions  its size is read, the rest filled
 MATHEXPR_C_API mathexpr_status mathexpr_get_completions_utf8(mathexpr_expression* expression, const char* text,

@@ -4,7 +4,7 @@
 // NameSuggestions.cpp - see NameSuggestions.h.
 #include "mathexpr/NameSuggestions.h"
 
-#include "MTParserLib/names/MTNameIndex.h"
+#include "mathexpr/hints/NameWords.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,13 +12,6 @@
 namespace {
 
 constexpr std::size_t maxSuggestions = 3;
-
-std::wstring folded(std::wstring_view name)
-{
-    std::wstring lower(name);
-    std::transform(lower.begin(), lower.end(), lower.begin(), foldCase);
-    return lower;
-}
 
 /// A name of one letter has nothing left once a keystroke is forgiven.
 std::size_t forgivenIn(std::size_t length)
@@ -29,7 +22,7 @@ std::size_t forgivenIn(std::size_t length)
 }
 
 NameSuggestions::NameSuggestions(std::wstring_view misspelt)
-    : wanted(folded(misspelt)), forgiven(forgivenIn(misspelt.size()))
+    : wanted(mathexpr::inLowerCase(misspelt)), forgiven(forgivenIn(misspelt.size()))
 {}
 
 void NameSuggestions::offer(std::wstring_view name)
@@ -73,7 +66,7 @@ std::vector<std::wstring> NameSuggestions::take()
 /// that two long names take time in proportion to their length; anything above forgiven is answered as forgiven + 1.
 std::size_t NameSuggestions::distanceTo(std::wstring_view name)
 {
-    const std::wstring other = folded(name);
+    const std::wstring other = mathexpr::inLowerCase(name);
     const std::size_t tooFar = forgiven + 1;
     const std::size_t width = other.size() + 1;
     rows.assign(3 * width, tooFar);

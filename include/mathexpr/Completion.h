@@ -33,7 +33,8 @@ public:
     /// Slot 0: never called by the library.
     virtual ~IMathExprNameNotes() = default;
 
-    /// Slot 1: called for names that the host offers (IMathExprNameSource) and that match what has been typed.
+    /// Slot 1: called for each name that the host lists (IMathExprNameSource), since what has been typed is matched with
+    /// its description, too; of a NameIndex for those names alone that match or stand in the text.
     virtual NameNotes getNotes(const wchar_t* name) const = 0;
 };
 
@@ -62,8 +63,8 @@ struct CompletionItem
 /// host's whose kind is unknown come last and are accepted wherever a number or a point is.
 ///
 /// What has been typed is matched with the beginning of a name, then with the beginnings of words in it, then with
-/// those of its units and description. Items alike in that come in this order: of the kind that is wanted there, chosen
-/// lately, short.
+/// those of its description and of all that people call the units it converts between (VocabularyUnits.h). Items alike
+/// in that come in this order: of the kind that is wanted there, chosen lately, short.
 MATHEXPR_API std::vector<CompletionItem> getCompletions(const MathExpression& expression, const wchar_t* text,
                                                         std::uint32_t cursor,
                                                         const CompletionOptions& options = CompletionOptions());

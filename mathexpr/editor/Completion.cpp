@@ -1,26 +1,26 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Completion.cpp - what matches is collected, what the object would refuse is left out, the rest is put in order.
+// Completion.cpp - collects candidates that match, leaves out what the object would refuse, and makes items of the best.
 //
 // Not every name is tried: the object's answer depends on whether a value is a number or a point, and of a call on how
 // many records and brackets it has. So one of each class is tried, in the text up to the cursor with all that is open
-// closed, and each constant by itself.
+// closed, and each constant by itself. A candidate holds no text of its own, since most of them are not offered.
 #include "mathexpr/Completion.h"
 
-#include "MTParserLib/names/MTNameIndex.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
+#include "mathexpr/editor/CompletedPlace.h"
 #include "mathexpr/editor/FunctionFacts.h"
-#include "mathexpr/editor/OpenBrackets.h"
+#include "mathexpr/editor/NameMatch.h"
 #include "mathexpr/editor/TextReading.h"
 #include "mathexpr/editor/Trial.h"
 #include "mathexpr/editor/UnitNames.h"
-#include "mathexpr/hints/NameWords.h"
 #include "platform/FloatingPointGuard.h"
 
 #include <algorithm>
-#include <limits>
+#include <deque>
+#include <iterator>
 #include <map>
 #include <tuple>
 #include <unordered_set>
@@ -29,131 +29,46 @@ namespace mathexpr {
 namespace editor {
 namespace {
 
-bool beginsWith(std::wstring_view text, std::wstring_view beginning)
-{
-    return text.substr(0, beginning.size()) == beginning;
-}
-
-bool beginsAlike(std::wstring_view text, std::wstring_view beginning)
-{
-    return sameIgnoringCase(text.substr(0, beginning.size()), beginning);
-}
-
-/// Whether a word of the text, after its first, begins so.
-bool hasWord(std::wstring_view text, std::wstring_view beginning)
-{
-    for (std::size_t at = 1; at < text.size(); ++at)
-    {
-        if (beginsWord(text, at) && beginsAlike(text.substr(at), beginning))
-        {
-            return true;
-        }
-    }
-    return false;
-}
-
-/// How well an item matches, the best first.
-enum class Match : std::uint8_t
-{
-    Beginning,
-    BeginningInOtherCase,
-    Word,
-    Unit,
-    None,
-};
-
-Match matchOf(std::wstring_view name, std::wstring_view description, std::wstring_view typed)
-{
-    if (beginsWith(name, typed))
-    {
-        return Match::Beginning;
-    }
-    if (beginsAlike(name, typed))
-    {
-        return Match::BeginningInOtherCase;
-    }
-    if (hasWord(name, typed))
-    {
-        return Match::Word;
-    }
-    const auto isMeant = [typed](std::wstring_view text) { return beginsAlike(text, typed) || hasWord(text, typed); };
-    const bool isConversion = isMeant(unitOfArgument(name)) || isMeant(unitOfResult(name));
-    return isConversion || isMeant(description) ? Match::Unit : Match::None;
-}
-
-/// The place in the text that is completed.
-struct CompletedPlace
-{
-    std::wstring before;
-    TextSpan replaced;
-    std::wstring typed;  // before the cursor, of what is replaced
-    wchar_t following;   // the next character behind it that is no blank; 0 at the end
-    bool assigns;        // whether it is assigned to
-    // Whether a name or number stands before or behind it, across blanks: what is inserted would become a part of it.
-    bool followsWord;
-    bool precedesWord;
-    std::wstring closing;  // of what is open before it
-    ValueKind wanted;
-};
-
-bool isWord(const TextToken& token)
-{
-    return token.kind == TokenKind::Number || token.kind == TokenKind::Constant || token.kind == TokenKind::Function ||
-           isRenamable(token);
-}
-
-CompletedPlace placeAt(const MathExpression& expression, const TextReading& reading, std::uint32_t cursor)
-{
-    const std::wstring_view text = reading.typed();
-    const auto at = std::min(cursor, static_cast<std::uint32_t>(text.size()));
-    CompletedPlace place{{}, {at, 0}, {}, L'\0', false, false, false, {}, ValueKind::Unknown};
-    const auto word = std::find_if(reading.tokens().begin(), reading.tokens().end(), [at](const TextToken& token) {
-        return isWord(token) && token.start <= at && at <= endOf(token);
-    });
-    if (word != reading.tokens().end())
-    {
-        place.replaced = spanOf(*word);
-        place.assigns = word->kind == TokenKind::AssignedName;
-    }
-    place.before = text.substr(0, place.replaced.start);
-    TextToken typed;
-    typed.start = place.replaced.start;
-    typed.length = at - place.replaced.start;
-    place.typed = reading.textOf(typed);
-    const std::size_t next = text.find_first_not_of(L' ', std::size_t{place.replaced.start} + place.replaced.length);
-    place.following = next == std::wstring_view::npos ? L'\0' : text[next];
-    for (const TextToken& token : reading.tokens())
-    {
-        if (token.kind != TokenKind::Blank && token.start < place.replaced.start)
-        {
-            place.followsWord = isWord(token);
-        }
-        place.precedesWord = place.precedesWord || (token.start == next && isWord(token));
-    }
-
-    const TextReading readingBefore(expression, place.before);
-    const std::vector<OpenBracket> open = openBracketsAt(readingBefore, place.replaced.start);
-    place.closing = closingOf(open);
-    if (!open.empty())
-    {
-        const std::vector<const FunctionFacts*> overloads = overloadsOf(open.back().function);
-        place.wanted = overloads.empty() ? ValueKind::Unknown
-                                         : overloads[overloadWith(overloads, open.back().argument)]->parameterKind;
-    }
-    return place;
-}
-
 /// Names of an index that are considered, even where fewer are offered: the best of them are.
 constexpr std::size_t leastConsidered = 256;
+
+/// Of unknown kind, match, not of the wanted kind, place among the recent, length, place among the candidates.
+using Rank = std::tuple<bool, Match, bool, std::size_t, std::size_t, std::size_t>;
+
+/// What may be offered. The object, the vocabulary, the host's names and their notes own what it refers to.
+struct Candidate
+{
+    TokenKind kind;
+    std::wstring_view name;
+    ValueKind valueKind;
+    const VALTYPE* value = nullptr;           // of a constant or variable
+    const FunctionFacts* function = nullptr;  // of a function
+    const NameNotes* notes = nullptr;         // of a name of the host's
+    Rank rank;
+};
+
+struct HostName
+{
+    std::wstring_view name;
+    const NameNotes* notes;  // null where nothing is known
+};
 
 class Completer
 {
 public:
     Completer(const MathExpression& givenExpression, const TextReading& given, std::uint32_t cursor,
               const CompletionOptions& givenOptions)
-        : expression(givenExpression), reading(given), options(givenOptions),
-          place(placeAt(givenExpression, given, cursor)), trial(givenExpression, given.names(), false)
-    {}
+        : expression(givenExpression), reading(given), names(given.names()), options(givenOptions),
+          place(completedPlaceAt(given, cursor)), trial(givenExpression, given.names(), false)
+    {
+        for (const VocabularyUnit& unit : vocabularyUnits)
+        {
+            if (isMeant(unit, place.typed))
+            {
+                meantUnits.push_back(&unit);
+            }
+        }
+    }
 
     std::vector<CompletionItem> complete()
     {
@@ -161,9 +76,11 @@ public:
         {
             return {};
         }
+        tellKinds();
         const bool callsOnly = place.following == L'(' || place.following == L'[' || place.precedesWord;
         if (!callsOnly)
         {
+            listHostNames();  // before anything refers to the object, which the host might change when it is asked
             addVariables();
             addConstants();
             addHostNames();
@@ -172,30 +89,21 @@ public:
         {
             addFunctions();
         }
-        std::stable_sort(ranked.begin(), ranked.end(),
-                         [](const Ranked& left, const Ranked& right) { return left.rank < right.rank; });
+        const auto end = candidates.begin() +
+                         static_cast<std::ptrdiff_t>(std::min<std::size_t>(candidates.size(), options.maxCount));
+        std::partial_sort(candidates.begin(), end, candidates.end(),
+                          [](const Candidate& left, const Candidate& right) { return left.rank < right.rank; });
         std::vector<CompletionItem> items;
-        for (std::size_t index = 0; index < std::min<std::size_t>(ranked.size(), options.maxCount); ++index)
-        {
-            items.push_back(std::move(ranked[index].item));
-        }
+        std::transform(candidates.begin(), end, std::back_inserter(items),
+                       [this](const Candidate& candidate) { return itemOf(candidate); });
         return items;
     }
 
 private:
-    // Of unknown kind, match, not of the wanted kind, place among the recent, length.
-    using Rank = std::tuple<bool, Match, bool, std::size_t, std::size_t>;
-
-    struct Ranked
-    {
-        Rank rank;
-        CompletionItem item;
-    };
-
     /// Whether the text up to the cursor takes something there.
-    bool isTaken(const std::wstring& inserted)
+    bool isTaken(std::wstring_view inserted)
     {
-        return trial.judge(place.before + inserted + place.closing) != Trial::Verdict::Refused;
+        return trial.judge((place.before + std::wstring(inserted)) + place.closing) != Trial::Verdict::Refused;
     }
 
     bool takesKind(ValueKind kind)
@@ -218,7 +126,7 @@ private:
         {
             return known->second;
         }
-        const bool isAccepted = isTaken(facts.call());
+        const bool isAccepted = isTaken(facts.call);
         takesCalls.emplace(signature, isAccepted);
         return isAccepted;
     }
@@ -236,184 +144,249 @@ private:
 
     void addVariables()
     {
-        const MTParserRegistrar& registrar = reading.names().registrar();
+        const MTParserRegistrar& registrar = names.registrar();
         for (std::size_t index = 0; index < registrar.getNbVariables(); ++index)
         {
             const MTVariableDefinition& variable = registrar.getVariableDefinition(index);
-            CompletionItem item;
-            item.kind = variable.answeredByHost ? TokenKind::HostName : TokenKind::Variable;
-            item.value = *variable.item->getValuePtr();
-            item.valueKind = item.value->type == 1 ? ValueKind::Point : ValueKind::Number;
-            addName(std::move(item), variable.name);
+            Candidate candidate{};
+            candidate.kind = variable.answeredByHost ? TokenKind::HostName : TokenKind::Variable;
+            candidate.name = variable.name;
+            candidate.value = variable.item->getValuePtr();
+            candidate.valueKind = candidate.value->type == 1 ? ValueKind::Point : ValueKind::Number;
+            addName(candidate);
         }
     }
 
     void addConstants()
     {
-        const MTParserRegistrar& registrar = reading.names().registrar();
+        const MTParserRegistrar& registrar = names.registrar();
         for (std::size_t index = 0; index < registrar.getNbConstants() && !place.assigns; ++index)
         {
-            CompletionItem item;
-            item.kind = TokenKind::Constant;
-            item.value = registrar.getConstantValue(index);
-            item.valueKind = ValueKind::Number;
-            addName(std::move(item), registrar.getConstantName(index));
+            Candidate candidate{};
+            candidate.kind = TokenKind::Constant;
+            candidate.name = registrar.getConstantName(index);
+            candidate.value = &registrar.getConstantValue(index);
+            candidate.valueKind = ValueKind::Number;
+            addName(candidate);
         }
     }
 
-    void addHostNames()
+    /// The host's notes on the names before the place: whether something is taken there depends on their kinds.
+    void tellKinds()
     {
-        const std::size_t considered = std::max<std::size_t>(options.maxCount, leastConsidered);
-        const std::vector<std::wstring> indexed = reading.names().indexedMatching(place.typed, considered);
-        std::unordered_set<std::wstring_view> seen;
-        const auto addOnce = [&](const std::wstring& name, const NameNotes* known) {
-            if (isHostsAlone(name) && seen.insert(name).second)
-            {
-                addHostName(name, known);
-            }
-        };
-        for (const std::wstring& name : reading.names().hostNames())
+        for (const TextToken& token : reading.tokens())
         {
-            addOnce(name, nullptr);
-        }
-        for (const std::wstring& name : options.recent)
-        {
-            const NameNotes* const known = reading.names().findIndexed(name);
-            if (known != nullptr)
+            if (options.notes != nullptr && token.kind == TokenKind::HostName && token.start < place.replaced.start)
             {
-                addOnce(name, known);
+                const std::wstring name = reading.textOf(token);
+                trial.setKind(name, askFor(name).kind);
             }
         }
-        for (const std::wstring& name : indexed)
-        {
-            addOnce(name, reading.names().findIndexed(name));
-        }
     }
 
-    /// Whether a name means what the host says, and not something of the language or a variable.
-    bool isHostsAlone(const std::wstring& name) const
-    {
-        const MTParserRegistrar& registrar = reading.names().registrar();
-        const bool isOwn = registrar.findVariableDefinition(name) != nullptr ||
-                           registrar.findConstant(name) != MTParserRegistrar::notFound;
-        return !isOwn && !name.empty() && canBeWritten(name);
-    }
-
-    /// @param known  notes of an index; null for a name that is in none
-    void addHostName(const std::wstring& name, const NameNotes* known)
-    {
-        CompletionItem item;
-        item.kind = TokenKind::HostName;
-        if (options.notes != nullptr)
-        {
-            addNotes(item, getNotes(name));
-        }
-        else if (known != nullptr)
-        {
-            addNotes(item, *known);
-        }
-        addName(std::move(item), name);
-    }
-
-    static void addNotes(CompletionItem& item, NameNotes notes)
-    {
-        item.valueKind = notes.kind;
-        item.description = std::move(notes.description);
-        item.unavailable = std::move(notes.unavailable);
-    }
-
-    NameNotes getNotes(const std::wstring& name) const
+    NameNotes askFor(const std::wstring& name) const
     {
         const platform::HostFloatingPoint hostsWords;
         return options.notes->getNotes(name.c_str());
     }
 
+    void listHostNames()
+    {
+        for (const std::wstring& name : names.hostNames())
+        {
+            listHostName(name, nullptr);
+        }
+        const std::size_t considered = std::max<std::size_t>(options.maxCount, leastConsidered);
+        indexed = names.indexedMatching(place.typed, considered);
+        std::unordered_set<std::wstring_view> seen;
+        const auto listOnce = [&](const std::wstring& name) {
+            const NameNotes* const known = names.findIndexed(name);
+            if (known != nullptr && !names.isHostName(name) && seen.insert(name).second)
+            {
+                listHostName(name, known);
+            }
+        };
+        std::for_each(options.recent.begin(), options.recent.end(), listOnce);
+        std::for_each(indexed.begin(), indexed.end(), listOnce);
+    }
+
+    /// @param known  what an index knows of the name
+    void listHostName(const std::wstring& name, const NameNotes* known)
+    {
+        if (!isHostsAlone(name))
+        {
+            return;
+        }
+        if (options.notes != nullptr)
+        {
+            known = &askedNotes.emplace_back(askFor(name));
+        }
+        hostNames.push_back({name, known});
+    }
+
+    /// Whether a name means what the host says, and not something of the language or a variable.
+    bool isHostsAlone(const std::wstring& name) const
+    {
+        const MTParserRegistrar& registrar = names.registrar();
+        const bool isOwn = registrar.findVariableDefinition(name) != nullptr ||
+                           registrar.findConstant(name) != MTParserRegistrar::notFound;
+        return !isOwn && !name.empty() && canBeWritten(name);
+    }
+
     /// Whether an expression can read a name of the host's and define it.
     bool canBeWritten(const std::wstring& name) const
     {
-        const MTParserRegistrar& registrar = reading.names().registrar();
+        const MTParserRegistrar& registrar = names.registrar();
+        constexpr std::wstring_view readOtherwise = L" .[]";
         const auto isPlain = [&](wchar_t character) {
             return registrar.getPlainCharacters().contains(character) &&
-                   std::wstring_view(L" .[]").find(character) == std::wstring_view::npos;
+                   std::find(readOtherwise.begin(), readOtherwise.end(), character) == readOtherwise.end();
         };
         return !registrar.isNumber(name) && std::all_of(name.begin(), name.end(), isPlain);
     }
 
-    void addName(CompletionItem item, const std::wstring& name)
+    void addHostNames()
     {
-        const Match match = matchOf(name, item.description, place.typed);
-        if (match == Match::None || !isReadAsName(name))
+        for (const HostName& hostName : hostNames)
         {
-            return;
-        }
-        const bool isAssignable = place.assigns;
-        const bool isAccepted = isAssignable                       ? true
-                                : item.kind == TokenKind::Constant ? isTaken(name)
-                                : item.valueKind == ValueKind::Unknown || item.valueKind == ValueKind::Either
-                                    ? takesEither()
-                                    : takesKind(item.valueKind);
-        if (isAccepted)
-        {
-            item.name = name;
-            item.edit = {place.replaced, name};
-            item.selection = {static_cast<std::uint32_t>(place.replaced.start + name.size()), 0};
-            add(std::move(item), match);
+            Candidate candidate{};
+            candidate.kind = TokenKind::HostName;
+            candidate.name = hostName.name;
+            candidate.notes = hostName.notes;
+            candidate.valueKind = hostName.notes == nullptr ? ValueKind::Unknown : hostName.notes->kind;
+            addName(candidate);
         }
     }
 
+    void addName(const Candidate& candidate)
+    {
+        const std::wstring_view description =
+            candidate.notes == nullptr ? std::wstring_view() : candidate.notes->description;
+        const Match match = matchOf(candidate.name, description, place.typed);
+        if (match != Match::None && isReadAsName(candidate.name) && (place.assigns || takesName(candidate)))
+        {
+            add(candidate, match);
+        }
+    }
+
+    bool takesName(const Candidate& candidate)
+    {
+        if (candidate.kind == TokenKind::Constant)
+        {
+            return isTaken(candidate.name);
+        }
+        const bool mayBeEither = candidate.valueKind == ValueKind::Unknown || candidate.valueKind == ValueKind::Either;
+        return mayBeEither ? takesEither() : takesKind(candidate.valueKind);
+    }
+
+    /// Each function by the first of its overloads that is taken.
     void addFunctions()
     {
         std::unordered_set<std::wstring_view> seen;
         for (const FunctionFacts& facts : allFunctions())
         {
-            const Match match = matchOf(facts.symbol, facts.description, place.typed);
+            const Match match = matchOfFunction(facts);
             if (match == Match::None || seen.count(facts.symbol) != 0 || !takesCall(facts))
             {
                 continue;
             }
             seen.insert(facts.symbol);
-            const std::wstring arguments = facts.argumentList();
-            const std::wstring inserted = place.following == L'('                         ? facts.symbol
-                                          : place.following == L'[' || place.precedesWord ? facts.symbol + L'('
-                                                                                          : facts.call();
-            if (!keepsLimit(inserted.size()))
+            if (keepsLimit(insertedCall(facts).size()))
             {
-                continue;
+                Candidate candidate{};
+                candidate.kind = TokenKind::Function;
+                candidate.name = facts.symbol;
+                candidate.function = &facts;
+                candidate.valueKind = facts.resultKind;
+                add(candidate, match);
             }
-            const bool isCall = inserted.size() > facts.symbol.size() + 1;
-            CompletionItem item;
-            item.kind = TokenKind::Function;
-            item.name = facts.symbol;
-            item.edit = {place.replaced, inserted};
-            item.selection.start =
-                static_cast<std::uint32_t>(place.replaced.start + (isCall ? facts.symbol.size() + 1 : inserted.size()));
-            item.selection.length = isCall ? static_cast<std::uint32_t>(arguments.size()) : 0;
-            item.description = facts.description;
-            item.valueKind = facts.resultKind;
-            add(std::move(item), match);
         }
     }
 
-    void add(CompletionItem item, Match match)
+    Match matchOfFunction(const FunctionFacts& facts) const
     {
-        const bool isUnknown = item.valueKind == ValueKind::Unknown || !item.unavailable.empty();
-        const bool isOther =
-            (place.wanted == ValueKind::Number || place.wanted == ValueKind::Point) && item.valueKind != place.wanted;
-        const auto recent = std::find(options.recent.begin(), options.recent.end(), item.name);
-        const Rank rank{isUnknown, match, isOther, static_cast<std::size_t>(recent - options.recent.begin()),
-                        item.name.size()};
-        ranked.push_back({rank, std::move(item)});
+        const Match match = matchOf(facts.symbol, facts.description, place.typed);
+        const auto isMeantUnit = [this](const VocabularyUnit* unit) {
+            return std::find(meantUnits.begin(), meantUnits.end(), unit) != meantUnits.end();
+        };
+        const bool isConversion = isMeantUnit(facts.argumentUnit) || isMeantUnit(facts.resultUnit);
+        return match == Match::None && isConversion ? Match::Meaning : match;
+    }
+
+    /// As much of a call as what follows the place does not have.
+    std::wstring_view insertedCall(const FunctionFacts& facts) const
+    {
+        const bool opensBracket = place.following == L'[' || place.precedesWord;
+        return std::wstring_view(facts.call)
+            .substr(0, place.following == L'(' ? facts.symbol.size()
+                       : opensBracket          ? facts.symbol.size() + 1
+                                               : facts.call.size());
+    }
+
+    void add(const Candidate& candidate, Match match)
+    {
+        const bool isUnavailable = candidate.notes != nullptr && !candidate.notes->unavailable.empty();
+        const bool isUnknown = candidate.valueKind == ValueKind::Unknown || isUnavailable;
+        const bool isOther = (place.wanted == ValueKind::Number || place.wanted == ValueKind::Point) &&
+                             candidate.valueKind != place.wanted;
+        const auto recent = std::find(options.recent.begin(), options.recent.end(), candidate.name);
+        candidates.push_back(candidate);
+        candidates.back().rank = {isUnknown,
+                                  match,
+                                  isOther,
+                                  static_cast<std::size_t>(recent - options.recent.begin()),
+                                  candidate.name.size(),
+                                  candidates.size()};
+    }
+
+    CompletionItem itemOf(const Candidate& candidate) const
+    {
+        CompletionItem item;
+        item.kind = candidate.kind;
+        item.name = candidate.name;
+        item.edit = {place.replaced, item.name};
+        item.valueKind = candidate.valueKind;
+        if (candidate.value != nullptr)
+        {
+            item.value = *candidate.value;
+        }
+        if (candidate.notes != nullptr)
+        {
+            item.description = candidate.notes->description;
+            item.unavailable = candidate.notes->unavailable;
+        }
+        if (candidate.function != nullptr)
+        {
+            item.description = candidate.function->description;
+            item.edit.replacement = insertedCall(*candidate.function);
+        }
+        item.selection = selectionOf(item.edit.replacement, item.name.size());
+        return item;
+    }
+
+    /// The arguments of a call; a place behind anything else.
+    TextSpan selectionOf(std::wstring_view inserted, std::size_t nameLength) const
+    {
+        const bool hasArguments = inserted.size() > nameLength + 1;
+        const std::size_t start = hasArguments ? nameLength + 1 : inserted.size();
+        const std::size_t end = hasArguments ? inserted.size() - 1 : inserted.size();
+        return {static_cast<std::uint32_t>(place.replaced.start + start), static_cast<std::uint32_t>(end - start)};
     }
 
     const MathExpression& expression;
     const TextReading& reading;
+    const KnownNames& names;
     const CompletionOptions& options;
     const CompletedPlace place;
     Trial trial;
+    std::vector<const VocabularyUnit*> meantUnits;  // by what has been typed
+    std::vector<std::wstring> indexed;              // names of the index that match
+    std::deque<NameNotes> askedNotes;
+    std::vector<HostName> hostNames;
     std::optional<bool> takesNumber;
     std::optional<bool> takesPoint;
     std::map<std::tuple<std::size_t, ValueKind, ValueKind>, bool> takesCalls;  // by signature
-    std::vector<Ranked> ranked;
+    std::vector<Candidate> candidates;
 };
 
 }

@@ -7,6 +7,7 @@
 #include "MTParserLib/MTParser.h"
 #include "MTParserLib/compile/MTCompileErrors.h"
 #include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/editor/UnitNames.h"
 #include "platform/KeptWhileLoaded.h"
 
 #include <algorithm>
@@ -113,6 +114,16 @@ std::vector<std::wstring> parametersOf(const std::wstring& help)
     return names;
 }
 
+std::wstring callOf(const FunctionFacts& facts)
+{
+    std::wstring call = facts.symbol;
+    for (const std::wstring& argument : facts.arguments)
+    {
+        call += (call.size() == facts.symbol.size() ? L'(' : L',') + argument;
+    }
+    return call + L')';
+}
+
 FunctionFacts factsOf(const MTFunctionDefinition& function)
 {
     FunctionFacts facts{std::wstring(function.symbol),
@@ -123,7 +134,10 @@ FunctionFacts factsOf(const MTFunctionDefinition& function)
                         ValueKind::Number,
                         ValueKind::Number,
                         Message::None,
-                        {}};
+                        {},
+                        {},
+                        unitOfArgument(function.symbol),
+                        unitOfResult(function.symbol)};
     facts.help.erase(0, facts.help.find_first_not_of(L' '));
     facts.description.erase(0, facts.description.find_first_not_of(L' '));
     facts.parameters = parametersOf(facts.help);
@@ -143,6 +157,7 @@ FunctionFacts factsOf(const MTFunctionDefinition& function)
     }
     std::transform(used->begin(), used->begin() + count, std::back_inserter(facts.arguments),
                    [](const SampleArgument& argument) { return std::wstring(argument.text); });
+    facts.call = callOf(facts);
     return facts;
 }
 
@@ -176,16 +191,6 @@ const FactsTable& factsTable()
     return **table;
 }
 
-}
-
-std::wstring FunctionFacts::argumentList() const
-{
-    std::wstring list;
-    for (const std::wstring& argument : arguments)
-    {
-        list += (list.empty() ? L"" : L",") + argument;
-    }
-    return list;
 }
 
 const std::vector<FunctionFacts>& allFunctions()

@@ -7,6 +7,7 @@
 
 #include "MTParserLib/MTMessage.h"
 #include "mathexpr/TypingHelp.h"
+#include "mathexpr/VocabularyUnits.h"
 
 #include <cstdint>
 #include <string>
@@ -27,9 +28,9 @@ struct FunctionFacts
     ValueKind resultKind;
     Message::Id domain;                   // of an argument that it is not defined for; None where there is none
     std::vector<std::wstring> arguments;  // of a call that works
-
-    std::wstring argumentList() const;
-    std::wstring call() const { return symbol + L'(' + argumentList() + L')'; }
+    std::wstring call;                    // with these
+    const VocabularyUnit* argumentUnit;   // null where it has none
+    const VocabularyUnit* resultUnit;
 };
 
 /// In the order of the vocabulary.

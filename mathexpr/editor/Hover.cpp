@@ -109,8 +109,8 @@ private:
         info.help = facts.help;
         info.description = facts.description;
         info.domain = loadMessage(facts.domain);
-        info.unit = unitOfArgument(info.name);
-        info.example = facts.call();
+        info.unit = nameOf(facts.argumentUnit);
+        info.example = facts.call;
         trial.evaluate(info.example, info.exampleValue);
         if (open.partner != noPartner)
         {

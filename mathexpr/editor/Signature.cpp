@@ -26,7 +26,7 @@ CallSignature signatureOf(const OpenBracket& bracket)
     signature.activeOverload = static_cast<std::uint32_t>(overloadWith(overloads, bracket.argument));
     const FunctionFacts& active = *overloads[signature.activeOverload];
     signature.wanted = active.nbArgs > bracket.argument ? active.parameterKind : ValueKind::Unknown;
-    signature.unit = unitOfArgument(bracket.function);
+    signature.unit = nameOf(active.argumentUnit);
     std::transform(
         overloads.begin(), overloads.end(), std::back_inserter(signature.overloads), [](const FunctionFacts* facts) {
             return SignatureOverload{facts->help, facts->description, facts->parameters, facts->parameterKind};

@@ -5,9 +5,9 @@
 // are rewritten to.
 #include "mathexpr/editor/TextReading.h"
 
-#include "MTParserLib/names/MTNameIndex.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
+#include "mathexpr/hints/NameWords.h"
 
 #include <algorithm>
 #include <iterator>
@@ -17,13 +17,6 @@
 namespace mathexpr {
 namespace editor {
 namespace {
-
-std::wstring foldedName(std::wstring_view name)
-{
-    std::wstring folded(name);
-    std::transform(folded.begin(), folded.end(), folded.begin(), foldCase);
-    return folded;
-}
 
 class TokenReader
 {
@@ -149,7 +142,7 @@ private:
             return variable->answeredByHost ? TokenKind::HostName : TokenKind::Variable;
         }
         // Once the host has answered, the name is a variable's, in any case of letters.
-        const std::wstring folded = foldedName(name);
+        const std::wstring folded = inLowerCase(name);
         if (names.isNamedValue(name))
         {
             answered.insert(folded);

@@ -10,6 +10,7 @@
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/ThreadMessageDisplay.h"
+#include "mathexpr/Variables.h"
 #include "platform/FloatingPointGuard.h"
 
 #include <algorithm>
@@ -18,6 +19,17 @@ namespace mathexpr::editor {
 namespace {
 
 constexpr ProcessMessageDisplay noDisplay{[](void*, std::uint32_t, const wchar_t*) {}, nullptr};
+
+/// Names of unknown kind that are tried as numbers and as points, in every combination.
+constexpr std::size_t maxGuessed = 4;
+
+VALTYPE standIn(ValueKind kind) noexcept
+{
+    VALTYPE value;
+    value.type = kind == ValueKind::Point ? 1 : 0;
+    value.x = 0.5;
+    return value;
+}
 
 }
 
@@ -30,6 +42,7 @@ bool Trial::compile(const std::wstring& text)
     // An object of its own for each text: names that one has looked up are variables of the next.
     object.emplace(false, static_cast<const IMathExprService*>(this), EngineAccess::hostOf(original));
     hasStandIns = false;
+    unknownKinds.clear();
     const MTParser& parser = EngineAccess::parserOf(original);
     EngineAccess::parserOf(*object).setMaxInteger(parser.getMaxInteger());
     setLimits(*object, getLimits(original));
@@ -39,10 +52,11 @@ bool Trial::compile(const std::wstring& text)
 
 Trial::Verdict Trial::evaluate(const std::wstring& text, std::optional<VALTYPE>& value)
 {
-    if (!compile(text))
-    {
-        return verdictOfFailure();
-    }
+    return compile(text) ? evaluateCompiled(value) : verdictOfFailure();
+}
+
+Trial::Verdict Trial::evaluateCompiled(std::optional<VALTYPE>& value)
+{
     if (drawsRandomNumbers())
     {
         return Verdict::Accepted;
@@ -61,8 +75,23 @@ Trial::Verdict Trial::evaluate(const std::wstring& text, std::optional<VALTYPE>&
 
 Trial::Verdict Trial::judge(const std::wstring& text)
 {
+    if (!compile(text))
+    {
+        return verdictOfFailure();
+    }
     std::optional<VALTYPE> value;
-    return evaluate(text, value);
+    Verdict verdict = evaluateCompiled(value);
+    const std::size_t guessed = std::min(unknownKinds.size(), maxGuessed);
+    for (std::size_t points = 1; verdict == Verdict::Refused && points >> guessed == 0; ++points)
+    {
+        for (std::size_t index = 0; index < guessed; ++index)
+        {
+            const bool isPoint = (points >> index & 1) != 0;
+            setVariable(*object, unknownKinds[index].c_str(), standIn(isPoint ? ValueKind::Point : ValueKind::Number));
+        }
+        verdict = evaluateCompiled(value);
+    }
+    return verdict;
 }
 
 ExpressionDiagnostic Trial::diagnostic() const
@@ -122,10 +151,28 @@ bool Trial::lookupValue(const wchar_t* name, VALTYPE& value) const
         return false;
     }
     hasStandIns = true;
-    value = VALTYPE();
-    value.type = wanted == anyPoint ? 1 : 0;
-    value.x = 0.5;
+    const ValueKind kind = kindOf(wanted);
+    if (kind != ValueKind::Number && kind != ValueKind::Point)
+    {
+        unknownKinds.emplace_back(wanted);
+    }
+    value = standIn(kind);
     return true;
+}
+
+ValueKind Trial::kindOf(std::wstring_view name) const
+{
+    if (name == anyNumber || name == anyPoint)
+    {
+        return name == anyPoint ? ValueKind::Point : ValueKind::Number;
+    }
+    const auto told = kinds.find(name);
+    if (told != kinds.end())
+    {
+        return told->second;
+    }
+    const NameNotes* const indexed = names.findIndexed(name);
+    return indexed == nullptr ? ValueKind::Unknown : indexed->kind;
 }
 
 /// The variables and then what the host offers.

@@ -5,17 +5,24 @@
 //
 // The object of the trial has the same limits and finds the same names: variables with the values that they have now,
 // and names that the host offers. It shows nothing, and a text that it is given sees nothing of the texts before it.
+//
+// Numbers stand in for values that only the host knows, and points for those of names that are known to be points.
 #pragma once
 
 #include "mathexpr/ExpressionDiagnostic.h"
 #include "mathexpr/IMathExprNameSource.h"
 #include "mathexpr/IMathExprService.h"
 #include "mathexpr/MathExpression.h"
+#include "mathexpr/TypingHelp.h"
 #include "mathexpr/hints/KnownNames.h"
 
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace mathexpr::editor {
 
@@ -36,11 +43,15 @@ public:
     Trial(const Trial&) = delete;
     Trial& operator=(const Trial&) = delete;
 
+    /// Says whether a name of the host's is a number or a point; the names of an index may tell that themselves.
+    void setKind(const std::wstring& name, ValueKind kind) { kinds[name] = kind; }
+
     bool compile(const std::wstring& text);
 
     /// Compiles a text and evaluates it, unless it holds random numbers: evaluating those would change which come next.
     /// @param value  receives the value where one was computed from values that are all known
     Verdict evaluate(const std::wstring& text, std::optional<VALTYPE>& value);
+    /// The same without a value. Of a name of unknown kind a point is tried where a number is refused.
     Verdict judge(const std::wstring& text);
 
     /// Of the text compiled last.
@@ -53,6 +64,8 @@ public:
 private:
     template <class Work>
     bool succeeds(Work work);
+    Verdict evaluateCompiled(std::optional<VALTYPE>& value);
+    ValueKind kindOf(std::wstring_view name) const;
     bool drawsRandomNumbers() const;
     Verdict verdictOfFailure() const;
 
@@ -63,8 +76,10 @@ private:
     const MathExpression& original;
     const KnownNames& names;
     const bool mayAskHost;
+    std::map<std::wstring, ValueKind, std::less<>> kinds;
     std::optional<MathExpression> object;
-    mutable bool hasStandIns = false;  // the text names something whose value is not known
+    mutable bool hasStandIns = false;                // the text names something whose value is not known
+    mutable std::vector<std::wstring> unknownKinds;  // and these of it may be numbers or points
 };
 
 }

@@ -249,12 +249,12 @@ private:
 
     std::uint32_t addCall(const std::wstring& function, const std::vector<std::uint32_t>& arguments)
     {
-        const std::wstring_view from = unitOfArgument(function);
-        const std::wstring_view to = unitOfResult(function);
-        if (!from.empty() && !to.empty() && arguments.size() == 1)
+        const VocabularyUnit* const from = unitOfArgument(function);
+        const VocabularyUnit* const to = unitOfResult(function);
+        if (from != nullptr && to != nullptr && arguments.size() == 1)
         {
-            const std::uint32_t fromUnit = addLeaf(TypesetNode::Kind::Words, std::wstring(from));
-            const std::uint32_t toUnit = addLeaf(TypesetNode::Kind::Words, std::wstring(to));
+            const std::uint32_t fromUnit = addLeaf(TypesetNode::Kind::Words, from->singular);
+            const std::uint32_t toUnit = addLeaf(TypesetNode::Kind::Words, to->singular);
             return add(typesetConversion, {arguments.front(), fromUnit, toUnit});
         }
         return add(formOfCall(function, arguments.size()), arguments, function);

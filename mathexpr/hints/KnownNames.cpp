@@ -31,16 +31,14 @@ const KnownNames::Offered& KnownNames::offered() const
         for (const wchar_t* name = nullptr; source != nullptr && (name = nameFrom(*source, index)) != nullptr; ++index)
         {
             names.inOrder.emplace_back(name);
+            if (!names.all.insert(names.inOrder.back()).second)
+            {
+                names.inOrder.pop_back();
+            }
         }
-        names.all.insert(names.inOrder.begin(), names.inOrder.end());
         answered = std::move(names);
     }
     return *answered;
-}
-
-const std::vector<std::wstring>& KnownNames::hostNames() const
-{
-    return offered().inOrder;
 }
 
 const NameIndex* KnownNames::index() const
@@ -69,7 +67,7 @@ const NameNotes* KnownNames::findIndexed(std::wstring_view name) const
 bool KnownNames::isNamedValue(std::wstring_view word) const
 {
     return items.findConstant(word) != MTParserRegistrar::notFound || items.findVariableDefinition(word) != nullptr ||
-           offered().all.count(word) != 0 || findIndexed(word) != nullptr;
+           isHostName(word) || findIndexed(word) != nullptr;
 }
 
 bool KnownNames::isFunction(std::wstring_view word) const noexcept

@@ -11,6 +11,7 @@
 #include "mathexpr/NameIndex.h"
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,9 +32,10 @@ public:
 
     const MTParserRegistrar& registrar() const noexcept { return items; }
 
-    /// In the host's order; without those of an index.
+    /// In the host's order, each once; without those of an index. They stay where they are.
     /// @throws what the name source throws
-    const std::vector<std::wstring>& hostNames() const;
+    const std::deque<std::wstring>& hostNames() const { return offered().inOrder; }
+    bool isHostName(std::wstring_view word) const { return offered().all.count(word) != 0; }
 
     /// Null where the host has none.
     const NameIndex* index() const;
@@ -61,7 +63,7 @@ public:
 private:
     struct Offered
     {
-        std::vector<std::wstring> inOrder;
+        std::deque<std::wstring> inOrder;
         std::unordered_set<std::wstring_view> all;  // into inOrder
     };
 

@@ -8,19 +8,10 @@
 #include "mathexpr/hints/NameEntries.h"
 #include "mathexpr/hints/NameWords.h"
 
-#include <algorithm>
-
 namespace mathexpr {
 namespace {
 
 constexpr std::size_t neighboursOnEachSide = 200;
-
-std::wstring inLowerCase(std::wstring_view name)
-{
-    std::wstring folded(name);
-    std::transform(folded.begin(), folded.end(), folded.begin(), foldCase);
-    return folded;
-}
 
 /// Adds the names of the keys that begin so.
 template <class Iterator, class NameOf>

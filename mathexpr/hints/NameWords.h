@@ -1,15 +1,25 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NameWords.h - the words that a name is made of: "mm" in "i2mm", "Pipe" in "innerPipe", "wall" in "outer_wall".
+// NameWords.h - names without regard to case, and the words that they are made of: "mm" in "i2mm", "Pipe" in "innerPipe",
+// "wall" in "outer_wall".
 #pragma once
 
 #include "MTParserLib/names/MTNameIndex.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace mathexpr {
+
+inline std::wstring inLowerCase(std::wstring_view name)
+{
+    std::wstring folded(name);
+    std::transform(folded.begin(), folded.end(), folded.begin(), foldCase);
+    return folded;
+}
 
 inline bool isLetter(wchar_t character) noexcept
 {

@@ -7,6 +7,7 @@
 #include "mathexpr/Limits.h"
 #include "tests/editor/EditorTexts.h"
 #include "tests/program/ProgramDump.h"
+#include "tests/support/MessageRecorder.h"
 
 #include <gtest/gtest.h>
 
@@ -63,6 +64,13 @@ TEST(Format, ChangesNothingButBlanksAndIsIdempotent)
     });
 }
 
+/// What the text compiles to; empty where it does not.
+std::string programOf(EditedExpression& edited, const std::wstring& text)
+{
+    return edited.compiles(text) ? dumpProgram(mathexpr::EngineAccess::parserOf(edited.expression).getProgram())
+                                 : std::string();
+}
+
 TEST(Format, KeepsTheGoldenProgram)
 {
     const VALTYPE zero;
@@ -71,16 +79,25 @@ TEST(Format, KeepsTheGoldenProgram)
     for (const std::wstring& text : goldenTexts())
     {
         EditedExpression edited(names);
-        if (edited.compiles(text))
-        {
-            ++count;
-            MTParser& parser = mathexpr::EngineAccess::parserOf(edited.expression);
-            const std::string program = dumpProgram(parser.getProgram());
-            ASSERT_TRUE(edited.compiles(mathexpr::formatText(edited.expression, text.c_str())));
-            EXPECT_EQ(dumpProgram(parser.getProgram()), program);
-        }
+        const std::string program = programOf(edited, text);
+        count += program.empty() ? 0U : 1U;
+        EXPECT_EQ(programOf(edited, mathexpr::formatText(edited.expression, text.c_str())), program);
     }
     EXPECT_GT(count, 10U);
+}
+
+TEST(Format, KeepsTheProgramOfEveryText)
+{
+    const MessageRecorder shown;
+    std::size_t count = 0;
+    forEachBeginning([&](const TypedText& typed) {
+        EditedExpression edited(typed.host);
+        const std::wstring spaced = mathexpr::formatText(edited.expression, typed.text.c_str());
+        const std::string program = programOf(edited, typed.text);
+        count += program.empty() ? 0U : 1U;
+        EXPECT_EQ(programOf(edited, spaced), program) << typed.where;
+    });
+    EXPECT_GT(count, 1500U);
 }
 
 }

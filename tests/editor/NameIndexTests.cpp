@@ -84,6 +84,8 @@ TEST_F(NameIndex, TellsKindsAndReasons)
     names.add(L"quill_r", {ValueKind::Number, L"", L"depends on this field"});
     names.add(L"quill_long", {ValueKind::Number, L"", L""});
     EXPECT_EQ(completed(L"sin(quill"), (Names{L"quill_long", L"quill_r", L"quill_q"}));
+    EXPECT_EQ(completed(L"dist(quill_p,quill"), (Names{L"quill_p", L"quill_q"}));
+    EXPECT_TRUE(completed(L"sin(quill_p+quill").empty());
 
     class Notes final : public mathexpr::IMathExprNameNotes
     {
@@ -116,6 +118,30 @@ TEST_F(NameIndex, KnowsNamesInEveryService)
     EXPECT_EQ(misspelt.failure.suggestions, Names{L"quill_depth"});
     ASSERT_TRUE(misspelt.failure.fix);
     EXPECT_EQ(misspelt.failure.fix->replacement, L"quill_depth");
+}
+
+/// Lists one name, beside an index.
+class ListAndIndex final : public mathexpr::IMathExprNameSource
+{
+public:
+    explicit ListAndIndex(const mathexpr::NameIndex& given) : index(given) {}
+
+    const wchar_t* getName(std::uint32_t at) const override { return at == 0 ? L"quill_listed" : nullptr; }
+    const mathexpr::NameIndex* getIndex() const override { return &index; }
+
+private:
+    const mathexpr::NameIndex& index;
+};
+
+TEST_F(NameIndex, OffersEachNameOnce)
+{
+    names.add(L"quill_listed", {ValueKind::Number, L"", L""});
+    names.add(L"quill_recent", {ValueKind::Number, L"", L""});
+    const ListAndIndex both(names);
+    mathexpr::setNameSource(expression, &both);
+    mathexpr::CompletionOptions options;
+    options.recent = {L"quill_recent"};
+    EXPECT_EQ(completed(L"quill", options), (Names{L"quill_recent", L"quill_listed"}));
 }
 
 TEST_F(NameIndex, ConsidersRecentNamesAndThenTheFirst)

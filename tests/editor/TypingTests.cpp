@@ -15,6 +15,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace {
 
 using mathexpr::CallSignature;
@@ -45,7 +47,7 @@ TEST_F(Typing, IsUnfinishedWhereSomethingHasToFollow)
          {L"",        L"  ",  L"1+",    L"2*(",          L"sin(",         L"sin(30",       L"si",
           L"sin",     L"wid", L"1+dep", L"dist(origin,", L"dist([0,0,0]", L"ill(origin,[", L"min(1,2",
           L"a=",      L"a=-", L"1!",    L"(width=",      L"[1,2",         L"1e+",          L"2*(3+(4",
-          L"pi*(1-2", L"!",   L"1.5e",  L"total",        L"sin(origin"})
+          L"pi*(1-2", L"!",   L"1.5e",  L"total",        L"sin(origin",   L"dist(depth,"})
     {
         EXPECT_EQ(state(text), TypingState::Unfinished) << testing::PrintToString(std::wstring(text));
     }
@@ -109,6 +111,28 @@ TEST_F(Typing, OffersTheFixOfTheHint)
     EXPECT_EQ(mathexpr::getFixes(edited.expression, L"widht").at(0).edit.replacement, L"width");
     EXPECT_TRUE(mathexpr::getFixes(edited.expression, L"1+2").empty());
     EXPECT_TRUE(mathexpr::getFixes(edited.expression, L"1+").empty());
+}
+
+TEST(TypingDiagnostics, HaveFixesThatCompile)
+{
+    const MessageRecorder shown;
+    std::size_t count = 0;
+    forEachBeginning([&](const TypedText& typed) {
+        EditedExpression edited(typed.host);
+        for (const mathexpr::TextFix& fix : mathexpr::getFixes(edited.expression, typed.text.c_str()))
+        {
+            ++count;
+            std::wstring fixed = typed.text;
+            fixed.replace(fix.edit.span.start, fix.edit.span.length, fix.edit.replacement);
+            EXPECT_NE(fixed, typed.text) << typed.where;
+            EXPECT_FALSE(fix.title.empty()) << typed.where;
+            EXPECT_EQ(mathexpr::diagnoseText(edited.expression, fixed.c_str()).state, TypingState::Complete)
+                << typed.where << '\n'
+                << std::string(fixed.begin(), fixed.end());
+            EXPECT_TRUE(edited.compiles(fixed)) << typed.where << '\n' << std::string(fixed.begin(), fixed.end());
+        }
+    });
+    EXPECT_GT(count, 100U);
 }
 
 /// The diagnostic is the one that compiling into an object gives, and the object stays as it was.
@@ -311,14 +335,14 @@ TEST_F(Typing, ExplainsAndSignsEveryText)
 class HostItem final : public IMathFunction
 {
 public:
-    std::wstring getHelpString() const override { return L"hosts(x)"; }
+    std::wstring getHelpString() const override { return L"hosts2x(x)"; }
     std::wstring getDescription() const override { return L"the host's"; }
     bool evaluate(std::uint32_t, const VALTYPE*, VALTYPE&, bool) const override
     {
         ADD_FAILURE() << "the host's code has run";
         return true;
     }
-    std::wstring getSymbol() const override { return L"hosts"; }
+    std::wstring getSymbol() const override { return L"hosts2x"; }  // which is no conversion
     std::uint32_t getNbArgs() const override { return 1; }
 };
 
@@ -327,6 +351,8 @@ TEST_F(Typing, RunsNoCodeOfTheHosts)
     MTParserRegistrar& registrar = mathexpr::EngineAccess::parserOf(edited.expression).getRegistrar();
     registrar.defineFunction(new HostItem, true);
     EXPECT_FALSE(mathexpr::getHover(edited.expression, L"(1+2)", 0).value);
+    EXPECT_EQ(mathexpr::typesetText(edited.expression, L"hosts2x(1)", mathexpr::Notation::Latex),
+              L"\\operatorname{hosts2x}\\left(1\\right)");
 }
 
 }

@@ -1,0 +1,309 @@
+// SPDX-FileCopyrightText: 2026 The mathexpr authors
+// SPDX-License-Identifier: MIT
+//
+// CompletionGuaranteeTests.cpp - what is offered can be evaluated, and nothing that could be is left out: with every name
+// after short texts, with some after each beginning of the language tests' texts.
+#include "mathexpr/EditorServices.h"
+#include "mathexpr/IMathFunction.h"
+#include "mathexpr/SMTDefExcepData.h"
+#include "mathexpr/SMTParsingExcepData.h"
+#include "mathexpr/Variables.h"
+#include "mathexpr/Vocabulary.h"
+#include "tests/MadeValues.h"
+#include "tests/editor/EditorTexts.h"
+#include "tests/support/MessageRecorder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+
+namespace {
+
+using mathexpr::CompletionItem;
+using mathexpr::TokenKind;
+
+/// What a text can be closed with: each call that is open with an argument list of numbers or of points. Nothing where
+/// more than three brackets are open.
+std::vector<std::wstring> closings(const MathExpression& expression, const std::wstring& text)
+{
+    std::vector<std::wstring> all{L""};
+    const std::vector<mathexpr::TextToken> tokens = mathexpr::getTokens(expression, text.c_str());
+    std::size_t depth = 0;
+    for (auto token = tokens.rbegin(); token != tokens.rend(); ++token)
+    {
+        const bool opens = text[token->start] == L'(' || text[token->start] == L'[';
+        if (!opens || token->partner != mathexpr::noPartner)
+        {
+            continue;
+        }
+        ++depth;
+        const bool isCall = std::next(token) != tokens.rend() && std::next(token)->kind == TokenKind::Function;
+        std::vector<std::wstring> longer;
+        for (const std::wstring& closing : all)
+        {
+            longer.push_back(closing + L')');
+            std::wstring points;
+            for (std::size_t missing = 0; missing < 3 && isCall; ++missing)
+            {
+                points += L",[" + std::to_wstring(missing) + L",1,0]";
+                longer.push_back(closing + points + L')');
+            }
+            if (isCall)
+            {
+                longer.push_back(closing + L",1)");
+            }
+        }
+        all = std::move(longer);
+    }
+    return depth > 3 ? std::vector<std::wstring>() : all;
+}
+
+/// Whether an item has refused a value that it is not defined for, so that another may do.
+bool failsByValue(const MathExpression& expression)
+{
+    const mathexpr::ExpressionDiagnostic diagnostic = mathexpr::getDiagnostic(expression);
+    return diagnostic.kind == mathexpr::ExpressionDiagnostic::Kind::None &&
+           diagnostic.expected == mathexpr::Expected::InDomain;
+}
+
+enum class Verdict
+{
+    Refused,
+    DependsOnValues,  ///< An item is not defined for a value in it; more may be wrong behind that.
+    Works,
+};
+
+/// In an object of its own: what the text assigns is not known to the next.
+Verdict verdictOnClosed(const Bindings& known, const std::wstring& text)
+{
+    EditedExpression edited(known);
+    const auto ofFailure = [&] {
+        return failsByValue(edited.expression) ? Verdict::DependsOnValues : Verdict::Refused;
+    };
+    if (!edited.compiles(text))
+    {
+        return ofFailure();
+    }
+    if (text.find(L"rand(") != std::wstring::npos)
+    {
+        return Verdict::DependsOnValues;  // completion draws no random numbers: it cannot know more
+    }
+    try
+    {
+        VALTYPE value;
+        return edited.expression.evaluate(value) ? Verdict::Works : ofFailure();
+    }
+    catch (const mathexpr::ParsingException&)
+    {
+        return Verdict::Refused;
+    }
+    catch (const mathexpr::DefinitionException&)
+    {
+        return Verdict::Refused;
+    }
+}
+
+/// By each name that stands for a value, what can be inserted for it: a function's calls with numbers and with points.
+using Continuations = std::map<std::wstring, std::vector<std::wstring>>;
+
+const Continuations& continuations()
+{
+    static const Continuations made = [] {
+        Continuations all{{L"width", {L"width"}}, {L"origin", {L"origin"}}};
+        mathexpr::VocabularyItem item{};
+        for (std::uint32_t index = 0; mathexpr::getVocabularyItem(index, item); ++index)
+        {
+            if (item.kind == mathexpr::VocabularyKind::Constant)
+            {
+                all[item.symbol] = {item.symbol};
+            }
+            else if (item.kind == mathexpr::VocabularyKind::Function && item.nbArgs != 0)
+            {
+                const std::wstring arguments[][4] = {{L"2", L"3", L"4", L"5"},
+                                                     {L"0.5", L"0.25", L"0.1", L"0.2"},
+                                                     {L"[0,0,0]", L"[2,2,0]", L"[0,2,0]", L"[2,0,0]"}};
+                for (const auto& values : arguments)
+                {
+                    std::wstring call;
+                    for (std::size_t at = 0; at < (item.nbArgs == NB_ARGS_UNDEFINED ? 3 : item.nbArgs); ++at)
+                    {
+                        call += (at == 0 ? item.symbol + std::wstring(L"(") : L",") + values[at];
+                    }
+                    all[item.symbol].push_back(call + L')');
+                }
+            }
+        }
+        return all;
+    }();
+    return made;
+}
+
+/// "i2mm" and its like, two hundred functions that differ in their numbers alone.
+bool isConversion(const std::wstring& name)
+{
+    return name.find(L'2') != std::wstring::npos;
+}
+
+/// A text with an object that knows the variables in it.
+struct Typed
+{
+    /// @param host  the names that the text may use
+    Typed(std::wstring given, const Bindings& host) : known(host), text(std::move(given))
+    {
+        known[L"width"] = number(5);
+        known[L"origin"] = point(1, 2, 3);
+        for (const auto& [name, value] : known)
+        {
+            isKnown = isKnown && value && defines(name, *value);
+        }
+        mathexpr::CompletionOptions all;
+        all.maxCount = 100000;
+        items = mathexpr::getCompletions(edited.expression, text.c_str(), static_cast<std::uint32_t>(text.size()), all);
+    }
+
+    bool defines(const std::wstring& name, const VALTYPE& value)
+    {
+        try
+        {
+            return mathexpr::setVariable(edited.expression, name.c_str(), value);
+        }
+        catch (const mathexpr::DefinitionException&)
+        {
+            return false;
+        }
+    }
+
+    bool offers(const std::wstring& name) const
+    {
+        return std::any_of(items.begin(), items.end(), [&](const CompletionItem& item) { return item.name == name; });
+    }
+
+    std::wstring with(const CompletionItem& item) const
+    {
+        std::wstring completed = text;
+        return completed.replace(item.edit.span.start, item.edit.span.length, item.edit.replacement);
+    }
+
+    /// The best that the text comes to when it is closed.
+    Verdict verdictOn(const std::wstring& continued) const
+    {
+        Verdict best = Verdict::Refused;
+        for (const std::wstring& closing : closings(edited.expression, continued))
+        {
+            best = std::max(best, verdictOnClosed(known, continued + closing));
+        }
+        return best;
+    }
+
+    /// Of the name in place of the word at the end, which it begins with.
+    Verdict verdictWith(const Continuations::value_type& continuation) const
+    {
+        const std::wstring before = text.substr(0, text.size() - word().size());
+        Verdict best = Verdict::Refused;
+        for (const std::wstring& inserted : continuation.second)
+        {
+            best = std::max(best, verdictOn(before + inserted));
+        }
+        return best;
+    }
+
+    /// The name or number at the end.
+    std::wstring word() const
+    {
+        const std::vector<mathexpr::TextToken> tokens = mathexpr::getTokens(edited.expression, text.c_str());
+        const bool endsInWord = !tokens.empty() && (tokens.back().kind <= TokenKind::UnknownName ||
+                                                    tokens.back().kind == TokenKind::AssignedName);
+        return endsInWord ? text.substr(tokens.back().start) : std::wstring();
+    }
+
+    Bindings known;
+    EditedExpression edited;
+    bool isKnown = true;  // whether each of them is a variable of the object
+    const std::wstring text;
+    std::vector<CompletionItem> items;
+};
+
+std::string narrow(const std::wstring& text)
+{
+    return std::string(text.begin(), text.end());
+}
+
+TEST(Completions, AreAllThatWorkAfterShortTexts)
+{
+    const MessageRecorder shown;
+    const std::vector<std::wstring> parts{L"1+",    L"-",  L"origin*", L"(", L"[", L"sin(",
+                                          L"dist(", L"1,", L"origin,", L")", L"/", L"a="};
+    std::vector<std::wstring> texts{L""};
+    for (const std::wstring& part : parts)
+    {
+        texts.push_back(part);
+        std::transform(parts.begin(), parts.end(), std::back_inserter(texts),
+                       [&](const std::wstring& second) { return part + second; });
+    }
+    constexpr std::size_t conversionsLeftOut = 29;  // between two that are tried, after texts of two parts
+    std::size_t turn = 0;
+    std::size_t offered = 0;
+    std::size_t refused = 0;
+    for (const std::wstring& text : texts)
+    {
+        Typed typed(text, {});
+        const bool isShortest = text.empty() || std::find(parts.begin(), parts.end(), text) != parts.end();
+        for (const auto& continuation : continuations())
+        {
+            if (!isShortest && isConversion(continuation.first) && turn++ % conversionsLeftOut != 0)
+            {
+                continue;
+            }
+            const bool isOffered = typed.offers(continuation.first);
+            EXPECT_NE(typed.verdictWith(continuation), isOffered ? Verdict::Refused : Verdict::Works)
+                << narrow(text) << " and " << narrow(continuation.first);
+            ++(isOffered ? offered : refused);
+        }
+    }
+    EXPECT_GT(offered, 3000U);
+    EXPECT_GT(refused, 3000U);
+}
+
+TEST(Completions, WorkAfterEveryTextWhichLeavesNoneOut)
+{
+    constexpr std::size_t triedAfterEach = 3;
+    const MessageRecorder shown;
+    std::size_t next = 0;  // what is tried after one text is not what is tried after the one before
+    std::size_t offered = 0;
+    std::size_t missing = 0;
+    forEachBeginning([&](const TypedText& row) {
+        if (row.text.size() > 60)
+        {
+            return;
+        }
+        Typed typed(row.text, row.host);
+        if (!typed.isKnown)
+        {
+            return;
+        }
+        const std::wstring word = withoutBlanks(typed.word());
+        for (std::size_t count = 0; count < std::min(triedAfterEach, typed.items.size()); ++count)
+        {
+            const std::wstring completed = typed.with(typed.items[next++ % typed.items.size()]);
+            ++offered;
+            EXPECT_NE(typed.verdictOn(completed), Verdict::Refused) << row.where << '\n' << narrow(completed);
+        }
+        for (std::size_t count = 0; count < triedAfterEach; ++count)
+        {
+            const auto continuation =
+                std::next(continuations().begin(), static_cast<std::ptrdiff_t>(next++ % continuations().size()));
+            if (continuation->first.substr(0, word.size()) == word && !typed.offers(continuation->first))
+            {
+                ++missing;
+                EXPECT_NE(typed.verdictWith(*continuation), Verdict::Works)
+                    << row.where << '\n'
+                    << narrow(row.text) << " and " << narrow(continuation->first);
+            }
+        }
+    });
+    EXPECT_GT(offered, 10000U);
+    EXPECT_GT(missing, 1000U);
+}
+
+}
