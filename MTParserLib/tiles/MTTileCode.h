@@ -59,7 +59,7 @@ struct MTTileStep
 /// What one thread computes a tile with.
 struct MTTileContext
 {
-    double* const* places;
+    double** places;
     std::size_t nbRows;  // of a tile
     bool refused;        // a row of the tile
 };
@@ -100,13 +100,6 @@ enum class MTTileControl : std::uint8_t
     Stop,  ///< The result is in its place already.
 };
 
-/// A column, or the results, on the way through the tiles.
-struct MTTileColumn
-{
-    double** place;
-    std::size_t distance;  // from a tile to the next, in numbers
-};
-
 /// All kernels of one instruction set. It is made while compiling, so that nothing of a set runs before it is chosen.
 struct MTTileSet
 {
@@ -117,10 +110,11 @@ struct MTTileSet
     MTTileKernel (*findJoined)(std::uint8_t first, std::uint8_t second);
     MTTileKernel (*findControl)(MTTileControl control);
     /// Computes tiles until one has a row that is refused.
-    /// @param moved  advance from tile to tile, and past the one that is refused
+    /// @param distances  of the first nbMoved places, from a tile to the next, in numbers; they advance past each tile that
+    ///                   is computed, and past the one that is refused
     /// @return how many tiles have their results
-    std::size_t (*run)(const MTTileStep* first, MTTileContext& context, const MTTileColumn* moved, std::size_t nbMoved,
-                       std::size_t nbTiles);
+    std::size_t (*run)(const MTTileStep* first, MTTileContext& context, const std::size_t* distances,
+                       std::size_t nbMoved, std::size_t nbTiles);
 };
 
 /// Every set that is compiled into the library; a processor need not have those after the first.

@@ -47,7 +47,7 @@ MTTileWorker::MTTileWorker(const MTTileProgram& tileProgram, const MTParserProgr
     }
     for (std::size_t place = 0; place <= resultPlace; ++place)
     {
-        moved.push_back({&places[place], tileRows * program.places[place].width});
+        distances.push_back(tileRows * program.places[place].width);
     }
     columns.resize(resultPlace);
     context.places = places.data();
@@ -140,7 +140,7 @@ bool MTTileWorker::evaluateTiles(std::size_t firstRow, std::size_t nbTiles, std:
     {
         context.refused = false;
         const std::size_t nbDone =
-            program.set.run(program.steps.data(), context, moved.data(), moved.size(), nbTiles - tile);
+            program.set.run(program.steps.data(), context, distances.data(), distances.size(), nbTiles - tile);
         if (direct == nullptr)
         {
             writeRows(firstRow + tile * tileRows, nbDone * tileRows, results + tile * tileRows * width);

@@ -73,7 +73,7 @@ private:
     Memory buffers;  // and uniform places
     Memory copies;   // of columns and results
     std::vector<double*> places;
-    std::vector<MTTileColumn> moved;  // the columns and the results
+    std::vector<std::size_t> distances;  // of the columns and the results, from a tile to the next
     double* ownResults = nullptr;
     bool resultsFit = false;  // the kind of the value
     std::vector<VALTYPE> args;

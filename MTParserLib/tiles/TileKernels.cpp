@@ -678,7 +678,7 @@ MTTileKernel findControl(MTTileControl control)
     return reinterpret_cast<MTTileKernel>(controls[static_cast<std::size_t>(control)]);
 }
 
-std::size_t run(const MTTileStep* first, MTTileContext& context, const MTTileColumn* moved, std::size_t nbMoved,
+std::size_t run(const MTTileStep* first, MTTileContext& context, const std::size_t* distances, std::size_t nbMoved,
                 std::size_t nbTiles)
 {
     const V none{};
@@ -693,7 +693,7 @@ std::size_t run(const MTTileStep* first, MTTileContext& context, const MTTileCol
         } while (step != nullptr);
         for (std::size_t j = 0; j < nbMoved; ++j)
         {
-            *moved[j].place += moved[j].distance;
+            context.places[j] += distances[j];
         }
     }
     leaveWideRegisters();
