@@ -82,13 +82,14 @@ int editTexts(int thread)
 }
 
 /// What each of many threads returns that work at the same time.
-std::vector<int> onThreads(int (*work)(int thread))
+template <class Work>
+std::vector<int> onThreads(Work work)
 {
     std::vector<int> results(nbThreads, 0);
     std::vector<std::thread> threads;
     for (int thread = 0; thread < nbThreads; ++thread)
     {
-        threads.emplace_back([&results, thread, work] { results[static_cast<std::size_t>(thread)] = work(thread); });
+        threads.emplace_back([&results, &work, thread] { results[static_cast<std::size_t>(thread)] = work(thread); });
     }
     for (std::thread& thread : threads)
     {
@@ -147,18 +148,8 @@ TEST(Threads, ShareTheProgramOfOneFunction)
             ASSERT_EQ(mathexpr_copy_function(function, &copy), MATHEXPR_OK);
         }
         ASSERT_EQ(mathexpr_destroy_function(function), MATHEXPR_OK);
-        std::vector<int> nbRight(nbThreads, 0);
-        std::vector<std::thread> threads;
-        for (std::size_t thread = 0; thread < nbThreads; ++thread)
-        {
-            threads.emplace_back([&nbRight, &copies, thread] {
-                nbRight[thread] = callAndDestroy(copies[thread], static_cast<int>(thread));
-            });
-        }
-        for (std::thread& thread : threads)
-        {
-            thread.join();
-        }
+        const std::vector<int> nbRight = onThreads(
+            [&copies](int thread) { return callAndDestroy(copies[static_cast<std::size_t>(thread)], thread); });
         EXPECT_EQ(nbRight, std::vector<int>(nbThreads, 500)) << text;
     }
     mathexpr_destroy(expression);
