@@ -24,6 +24,6 @@ set(MATHEXPR_UTF8CPP_INCLUDE_DIR /usr/include/utf8cpp CACHE PATH "Where utf8.h i
 # GoogleTest is compiled from its sources.
 list(PREPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR}/../from_sources)
 
-# Without the option that emscripten gives to Node, which knows it no more.
+# Without the option that emscripten gives to Node, which knows it no more; and its loader takes fetch for a browser's.
 find_program(MATHEXPR_NODE NAMES node nodejs REQUIRED)
-set(CMAKE_CROSSCOMPILING_EMULATOR ${MATHEXPR_NODE})
+set(CMAKE_CROSSCOMPILING_EMULATOR ${MATHEXPR_NODE} --no-experimental-fetch)
