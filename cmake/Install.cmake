@@ -126,7 +126,7 @@ if(MATHEXPR_BUILD_TOOLS)
       COMPONENT tool)
   endif()
   # Its options, for the shells that complete them.
-  if(UNIX AND NOT CMAKE_CROSSCOMPILING)
+  if(UNIX AND (NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR))
     set(script_for_bash bash-completion/completions/mathexpr)
     set(script_for_zsh zsh/vendor-completions/_mathexpr)
     set(script_for_fish fish/vendor_completions.d/mathexpr.fish)
