@@ -485,15 +485,21 @@ TEST_F(Tiles, TakeArraysThatBeginAnywhereInAVector)
                 {variables[L"y"]->getValuePtr(), {L"y", numbers.data() + offset}},
                 {variables[L"p"]->getValuePtr(), {L"p", points.data() + offset, 24, BulkKind::Point}},
                 {variables[L"q"]->getValuePtr(), {L"q", points.data() + 7 - offset, 24, BulkKind::Point}}};
-            for (const auto& [nbRows, nbThreads] : {std::pair{513UL, 1U}, {1000UL, 1U}, {8199UL, 2U}, {17000UL, 3U}})
+            struct Call
+            {
+                std::size_t nbRows;
+                std::uint32_t nbThreads;
+            };
+            for (const Call& call : {Call{513, 1}, Call{1000, 1}, Call{8199, 2}, Call{17000, 3}})
             {
                 const auto evaluated = [&](const MTTileSet* set) {
-                    std::vector<double> results(nbRows * width + 8, 77.0);
+                    std::vector<double> results(call.nbRows * width + 8, 77.0);
                     Rows rows;
-                    rows.status.resize(nbRows, 77);
+                    rows.status.resize(call.nbRows, 77);
                     mathexpr::BulkResults target{results.data() + offset / 2, distanceOf(kind, 0), kind};
                     target.status = rows.status.data();
-                    const MTBulkTally tally = runInBulk(compilation.program, columns, nbRows, target, nbThreads, set);
+                    const MTBulkTally tally =
+                        runInBulk(compilation.program, columns, call.nbRows, target, call.nbThreads, set);
                     rows.status.push_back(static_cast<std::uint32_t>(tally.nbFailed));
                     rows.status.push_back(static_cast<std::uint32_t>(tally.firstFailed));
                     rows.status.push_back(tally.firstStatus);
@@ -506,8 +512,9 @@ TEST_F(Tiles, TakeArraysThatBeginAnywhereInAVector)
                 const Rows expected = evaluated(nullptr);
                 for (const MTTileSet* set : availableTileSets())
                 {
-                    EXPECT_TRUE(evaluated(set) == expected) << narrow(text) << ", offset " << offset << ", " << nbRows
-                                                            << " rows, " << set->nbRows << " rows of a tile";
+                    EXPECT_TRUE(evaluated(set) == expected)
+                        << narrow(text) << ", offset " << offset << ", " << call.nbRows << " rows, " << set->nbRows
+                        << " rows of a tile";
                 }
             }
         }
