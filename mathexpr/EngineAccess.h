@@ -21,12 +21,12 @@ struct EngineAccess
     static MTParser& parserOf(const MathExpression& expression) noexcept { return *expression.parser; }
 
     /// The fast path: the first step of scalar code, which computes the whole evaluation; null where there is more to do.
+    /// It is armed only once a pending assignment has been made, and compiling disarms it.
     static const MTScalarStep* fastPathOf(const MathExpression& expression) noexcept
     {
         // Some processors take longer to read the control word than for all the rest.
         const MTScalarStep* const armed = expression.program->choice.getArmed();
-        return armed != nullptr && expression.assignTarget.empty() && platform::computesAsTheLibrary() ? armed
-                                                                                                       : nullptr;
+        return armed != nullptr && platform::computesAsTheLibrary() ? armed : nullptr;
     }
     /// Ends an evaluation on the fast path.
     /// @param slot  x of the result of the step that has refused its operands
