@@ -34,7 +34,7 @@ struct MTVariableDefinition
     const VALTYPE* valueInPlace;
     /// Whether the host gave the value when the variable was defined. Kept by the compiler, as the next ones.
     bool answeredByHost = false;
-    /// The number of the compilation that used the variable last.
+    /// The number of the compilation that used the variable last. Therefore a registrar serves one compiler.
     std::uint64_t lastUse = 0;
     /// In the program of that compilation, where the variable has a value in place.
     MTPlace input = noPlace;
