@@ -141,10 +141,11 @@ void checkName(const MathExpression& expression, const std::wstring& text, const
         require(renaming.refusal == mathexpr::RenameRefusal::None || renaming.edits.empty());
         require(renaming.edits.size() <= uses.size());
         std::wstring renamed = text;
-        for (auto edit = renaming.edits.rbegin(); edit != renaming.edits.rend(); ++edit)
+        for (std::size_t left = renaming.edits.size(); left != 0; --left)
         {
-            require(isWithin(edit->span, text));
-            renamed.replace(edit->span.start, edit->span.length, edit->replacement);
+            const mathexpr::TextEdit& edit = renaming.edits[left - 1];
+            require(isWithin(edit.span, text));
+            renamed.replace(edit.span.start, edit.span.length, edit.replacement);
         }
         require(mathexpr::findReferences(expression, renamed.c_str(), newName).size() >= renaming.edits.size());
     }
