@@ -44,7 +44,7 @@ public:
     }
 
 private:
-    /// An operand of the code that is an argument.
+    /// An operand that the code reads from the caller's arguments.
     struct Read
     {
         const double** operand;

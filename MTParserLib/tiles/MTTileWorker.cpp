@@ -76,7 +76,7 @@ void MTTileWorker::bind(platform::ArrayView<const MTBoundColumn> bound, const ma
     ownResults = copies.allocate(resultNumbers);
 }
 
-/// Columns count, since they may be read several times; writing results takes no longer where they begin elsewhere.
+/// Counts aligned columns only: they may be read several times, and writing to unaligned results costs no more.
 std::size_t MTTileWorker::getLeadRows() const noexcept
 {
     const std::size_t vectorSize = tileRows / vectorsPerTile * sizeof(double);
@@ -181,7 +181,7 @@ bool MTTileWorker::evaluateRest(std::size_t firstRow, std::size_t nbRows, std::u
     return true;
 }
 
-/// The rows after the last are like it.
+/// Pads with copies of the last row.
 void MTTileWorker::copyRows(const Column& column, std::size_t firstRow, std::size_t nbRows,
                             std::size_t nbPadded) noexcept
 {

@@ -16,7 +16,7 @@
 
 namespace mathexpr::editor {
 
-/// How tightly what is set holds together, the loosest first. What is set looser than its place allows gets brackets.
+/// Binding strength of a typeset part, loosest first. A part that binds more loosely than its place allows gets brackets.
 enum class Grip : std::uint8_t
 {
     Loose,

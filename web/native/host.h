@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// host.h - what JavaScript answers: the module's imports. The context is a number by which JavaScript knows the asking
-// expression. None of them throws: JavaScript keeps what a callback has thrown until the call of the library returns.
+// host.h - the functions that the module imports from JavaScript. The context is the number of the expression that asks.
+// None of them throws: JavaScript stores an exception of a callback, and rethrows it when the library's call has returned.
 #pragma once
 
 #include "mathexpr_editor.h"

@@ -136,21 +136,8 @@ export interface Diagnostic {
 }
 
 /** A text that does not compile, or that has no value. */
-export class MathExprError extends Error implements Diagnostic {
-  readonly messageNumber: number;
-  readonly kind: "parsing" | "definition" | "refused";
-  readonly code: number;
-  readonly text: string;
-  readonly span: Span;
-  readonly item: string;
-  readonly conflict: string;
-  readonly expected: readonly Expected[];
-  readonly argCount: number;
-  readonly acceptedArgCounts: readonly number[];
-  readonly suggestions: readonly string[];
-  readonly hints: readonly string[];
-  readonly fix: Edit | null;
-}
+export class MathExprError extends Error {}
+export interface MathExprError extends Omit<Diagnostic, "message"> {}
 
 /** Rows of arrays have no value; all others have been computed. */
 export class RowsError extends Error {
