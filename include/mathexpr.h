@@ -287,8 +287,8 @@ MATHEXPR_C_API mathexpr_status mathexpr_create_utf16(const mathexpr_options_utf1
 /// Copies a calculator. The copy shares variables, program, diagnostic, limits and callbacks with its source; either may be
 /// destroyed first. A pending assignment belongs to the one that compiled it.
 /// @param copy  receives the handle, which the caller owns
-/// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT, MATHEXPR_STALE_HANDLE, MATHEXPR_WRONG_KIND (no calculator),
-///         MATHEXPR_BUSY, MATHEXPR_OUT_OF_MEMORY
+/// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT, MATHEXPR_STALE_HANDLE, MATHEXPR_WRONG_KIND (not a calculator), MATHEXPR_BUSY,
+///         MATHEXPR_OUT_OF_MEMORY
 MATHEXPR_C_API mathexpr_status mathexpr_copy(mathexpr_expression* expression,
                                              mathexpr_expression** copy) MATHEXPR_NOEXCEPT;
 
@@ -322,7 +322,7 @@ MATHEXPR_C_API mathexpr_status mathexpr_evaluate(mathexpr_expression* expression
 
 /// Compiles and evaluates a text in one call.
 /// @param value  receives the value
-/// @return as mathexpr_set_expression_utf8 and, where that answers MATHEXPR_OK, mathexpr_evaluate
+/// @return as mathexpr_set_expression_utf8; if that returns MATHEXPR_OK, as mathexpr_evaluate
 MATHEXPR_C_API mathexpr_status mathexpr_evaluate_text_utf8(mathexpr_expression* expression, const char* text,
                                                            size_t length, mathexpr_value* value) MATHEXPR_NOEXCEPT;
 MATHEXPR_C_API mathexpr_status mathexpr_evaluate_text_utf16(mathexpr_expression* expression,
@@ -332,7 +332,7 @@ MATHEXPR_C_API mathexpr_status mathexpr_evaluate_text_utf16(mathexpr_expression*
 /// The same for a calculator, with an upper bound on integer literals.
 /// @param max_integer  the greatest accepted integer literal; literals with a decimal point are not tested
 /// @param value        receives the value
-/// @return as mathexpr_evaluate_text_utf8; MATHEXPR_WRONG_KIND where the expression is no calculator
+/// @return as mathexpr_evaluate_text_utf8; MATHEXPR_WRONG_KIND if the expression is not a calculator
 MATHEXPR_C_API mathexpr_status mathexpr_calculate_utf8(mathexpr_expression* expression, const char* text, size_t length,
                                                        uint32_t max_integer, mathexpr_value* value) MATHEXPR_NOEXCEPT;
 MATHEXPR_C_API mathexpr_status mathexpr_calculate_utf16(mathexpr_expression* expression, const mathexpr_char16* text,
@@ -393,15 +393,14 @@ MATHEXPR_C_API mathexpr_status mathexpr_call_function(mathexpr_function* functio
 
 // ----- limits ----------------------------------------------------------------
 
-/// Upper bounds on an accepted text, in three measures; 0 is no limit. A text beyond one is refused before anything of it
-/// is compiled.
+/// Upper bounds on an accepted text; 0 is no limit. A text that exceeds one is refused before it is compiled.
 typedef struct mathexpr_limits
 {
     uint32_t size;             ///< sizeof(mathexpr_limits).
     uint32_t max_text_length;  ///< Characters as typed, blanks included: code points, on Windows units of UTF-16, in
                                ///< both encodings.
-    uint32_t max_records;      ///< Values, operators and function calls, each as often as it stands in the text.
-    uint32_t max_nesting;      ///< Nesting depth: brackets, and operators before an operand.
+    uint32_t max_records;      ///< Values, operators and function calls, counted at each use.
+    uint32_t max_nesting;      ///< Nesting depth of brackets and prefix operators.
 } mathexpr_limits;
 
 /// Sets the limits for texts that are compiled from now on.
@@ -498,15 +497,15 @@ typedef struct mathexpr_diagnostic_utf8
     const uint32_t* accepted_arg_counts;  ///< The numbers of arguments that the function concerned takes, in the order
                                           ///< of its overloads; MATHEXPR_ANY_ARG_COUNT is any number.
     size_t accepted_count;
-    const char* const* suggestions;  ///< For an unknown name: up to three that may be meant, the nearest first,
-                                     ///< each zero-terminated.
+    const char* const* suggestions;  ///< For an unknown name: up to three similar names, the nearest first, each
+                                     ///< zero-terminated.
     size_t suggestion_count;
-    const char* const* hints;  ///< What helps the user along, as sentences in the user's language, to be shown below
-                               ///< text; each zero-terminated.
+    const char* const* hints;  ///< Sentences in the user's language that help to correct the text; show them below
+                               ///< text. Each zero-terminated.
     size_t hint_count;
-    size_t fix_start;   ///< The correction that the last hint speaks of, where there is one that is plain: what to
-                        ///< replace in the typed text, in units of this encoding. The text that this makes compiles.
-    size_t fix_length;  ///< Where this and fix_replacement_length are 0 there is no correction.
+    size_t fix_start;   ///< The correction that the last hint describes, if it is unambiguous: the span of the typed
+                        ///< text to replace, in code units of this encoding. The corrected text compiles.
+    size_t fix_length;  ///< If this and fix_replacement_length are 0, there is no correction.
     const char* fix_replacement;
     size_t fix_replacement_length;
 } mathexpr_diagnostic_utf8;
@@ -540,7 +539,7 @@ typedef struct mathexpr_diagnostic_utf16
     size_t fix_replacement_length;
 } mathexpr_diagnostic_utf16;
 
-/// Asks whether there is a diagnostic.
+/// Whether there is a diagnostic.
 /// @param failed  receives 1 or 0
 /// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT, MATHEXPR_STALE_HANDLE
 MATHEXPR_C_API mathexpr_status mathexpr_has_failed(const mathexpr_expression* expression,

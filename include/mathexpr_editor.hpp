@@ -9,13 +9,13 @@
 //     for (const mathexpr::Editor::Completion& item : editor.completions("2*wi", 4))
 //         std::cout << item.name << '\n';  // width
 //
-// The header needs C++17, and stands on mathexpr_editor.h as mathexpr.hpp stands on mathexpr.h: no source of its own, UTF-8
-// everywhere, answers as values, failures as in mathexpr.hpp. Every function has a form that begins with try and returns a
-// Result.
+// The header needs C++17 and mathexpr_editor.h, and calls only the C interface. Text, failures and results are as in
+// mathexpr.hpp; results own their memory. Each throwing call has a twin with the prefix try, which returns a Result.
 //
-// Any text is accepted, broken or half typed; a call fails only where a text is not well-formed UTF-8 or memory runs out.
-// Positions and lengths count bytes. A cursor within a character counts as before it, one beyond the end as the end. Nothing
-// in the expression changes and no message is shown. The resolver is asked only where a call allows it.
+// Any text is accepted, also an incomplete or invalid one; a call fails only if a text is ill-formed UTF-8, a callable of the
+// host throws or is running, or memory runs out. Positions and lengths count bytes. A cursor inside a character means the start
+// of that character; a cursor beyond the end means the end. No call changes the expression or shows a message. The resolver is
+// called only where an argument allows it.
 #pragma once
 
 #include <mathexpr.hpp>
@@ -33,11 +33,11 @@
 
 namespace mathexpr {
 
-/// The editor services of an expression, which has to outlive this view.
+/// The editor services of an expression, which must outlive this view.
 class Editor
 {
 public:
-    /// Whether the resolver may be asked for names that nothing else knows.
+    /// Whether the resolver may be called for names that are not known otherwise.
     enum class HostQuestions : std::uint32_t
     {
         Forbidden = 0,
@@ -50,30 +50,30 @@ public:
         std::size_t length = 0;
     };
 
-    /// What to put in place of a stretch of the text.
+    /// Replaces a span of the text.
     using Edit = Error::Fix;
 
-    /// A stretch of a text. Tokens cover the text without a gap.
+    /// A token: a span of the text. Tokens cover the text without gaps.
     struct Token
     {
         std::uint32_t kind = MATHEXPR_TOKEN_OTHER;  ///< MATHEXPR_TOKEN_...
         std::size_t start = 0;
         std::size_t length = 0;
-        std::uint32_t depth = 0;               ///< How many brackets are open around it.
-        std::optional<std::size_t> partner{};  ///< Of a bracket: the index of the token that it pairs with.
+        std::uint32_t depth = 0;               ///< Number of brackets open around the token.
+        std::optional<std::size_t> partner{};  ///< Of a bracket: the index of the matching one.
     };
 
     struct Renaming
     {
         std::uint32_t refusal = MATHEXPR_RENAME_DONE;  ///< MATHEXPR_RENAME_...
-        Span refusedAt{};                              ///< The use that stands in the way, if there is one.
-        std::vector<Edit> edits{};                     ///< In the order of the text; none where it is refused.
+        Span refusedAt{};                              ///< The conflicting use, if there is one.
+        std::vector<Edit> edits{};                     ///< In text order; none if the renaming is refused.
     };
 
-    /// A number or a point that is written out, so that a slider or a dragged handle can write back.
+    /// A literal number or point, which a slider or a dragged handle can replace.
     struct Literal
     {
-        std::size_t start = 0;  ///< With the sign of a number, where one stands before it.
+        std::size_t start = 0;  ///< Includes the sign of a number.
         std::size_t length = 0;
         Value value{};
     };
@@ -88,23 +88,24 @@ public:
     {
         std::string help{};                     ///< The usage, such as "min(x,y)".
         std::string description{};              ///< One line.
-        std::vector<std::string> parameters{};  ///< Their names; a last one of "..." repeats.
+        std::vector<std::string> parameters{};  ///< Names of the parameters; a final "..." means that more may follow.
         std::uint32_t parameterKind = MATHEXPR_VALUE_UNKNOWN;
     };
 
-    /// The call around a cursor. Outside of calls function and overloads are empty.
+    /// The function call that contains a cursor. Outside calls, function and overloads are empty.
     struct Signature
     {
         std::string function{};      ///< "point" for a square bracket.
-        Span name{};                 ///< The function's name in the text, or the square bracket.
-        std::uint32_t argument = 0;  ///< The argument at the cursor, from 0.
+        Span name{};                 ///< Span of the function's name, or of the square bracket.
+        std::uint32_t argument = 0;  ///< Index of the argument at the cursor, from 0.
         std::vector<Overload> overloads{};
-        std::uint32_t activeOverload = 0;               ///< The one that has this argument; the last where none has.
-        std::uint32_t wanted = MATHEXPR_VALUE_UNKNOWN;  ///< MATHEXPR_VALUE_...: what the argument has to be.
-        std::string unit{};                             ///< Of the argument, such as "degree".
+        std::uint32_t activeOverload = 0;               ///< The first overload that has this argument; the last if none
+                                                        ///< has.
+        std::uint32_t wanted = MATHEXPR_VALUE_UNKNOWN;  ///< MATHEXPR_VALUE_...: the required kind of the argument.
+        std::string unit{};                             ///< Unit of the argument, such as "degree".
     };
 
-    /// What is under a cursor. Where nothing is, or a blank, the span is empty. Texts are empty where there is nothing to say.
+    /// The token under a cursor. The span is empty if there is no token, or only a blank. A text that does not apply is empty.
     struct Hover
     {
         std::uint32_t kind = MATHEXPR_TOKEN_BLANK;  ///< MATHEXPR_TOKEN_...
@@ -112,43 +113,44 @@ public:
         std::string name{};
         std::string help{};                   ///< The usage of an operator or function.
         std::string description{};            ///< One line.
-        std::string domain{};                 ///< The message of an argument that a function is not defined for.
-        std::string unit{};                   ///< Of a function's argument.
-        std::string example{};                ///< A call of a function,
-        std::optional<Value> exampleValue{};  ///< and what it computes.
-        std::optional<Value> value{};  ///< Of a number, constant or name, of a call, or of what a bracket encloses.
-        Span valueSpan{};              ///< What has this value.
+        std::string domain{};                 ///< The function's message for an argument outside its domain.
+        std::string unit{};                   ///< Unit of a function's argument.
+        std::string example{};                ///< A valid call of the function.
+        std::optional<Value> exampleValue{};  ///< Value of the example.
+        std::optional<Value> value{};         ///< Of a number, a constant, a name, a call or a bracketed part.
+        Span valueSpan{};                     ///< The part of the text that has this value.
     };
 
-    /// What the host knows of one of its names.
+    /// The host's notes on one of its names.
     struct NameNotes
     {
         std::uint32_t valueKind = MATHEXPR_VALUE_UNKNOWN;  ///< MATHEXPR_VALUE_...
         std::string description{};                         ///< One line.
-        std::string unavailable{};  ///< Why the name must not be used here; empty where it may be.
+        std::string unavailable{};  ///< Why the name must not be used here; empty if it may be used.
     };
 
     struct CompletionOptions
     {
-        std::uint32_t maxCount = 0;         ///< 0: 200.
-        std::vector<std::string> recent{};  ///< Names that the user has chosen lately, the newest first.
-        std::function<NameNotes(std::string_view name)> notes{};  ///< Asked for those of Options::names that match.
+        std::uint32_t maxCount = 0;                               ///< Upper bound on the number of items; 0 means 200.
+        std::vector<std::string> recent{};                        ///< Recently chosen names, the newest first.
+        std::function<NameNotes(std::string_view name)> notes{};  ///< Called for names of Options::names, and for
+                                                                  ///< matching names of an index.
     };
 
-    /// What may be put at the cursor.
+    /// One proposal.
     struct Completion
     {
         std::uint32_t kind = MATHEXPR_TOKEN_VARIABLE;  ///< MATHEXPR_TOKEN_CONSTANT, _FUNCTION, _VARIABLE or _HOST_NAME.
         std::uint32_t valueKind = MATHEXPR_VALUE_UNKNOWN;  ///< MATHEXPR_VALUE_...
         std::string name{};
-        Edit edit{};                   ///< A function is inserted as a call that works.
-        Span selection{};              ///< In the text afterwards: the arguments, to be typed over; else a place.
+        Edit edit{};                   ///< Inserts the name; a function is inserted as a valid call.
+        Span selection{};              ///< What to select after the edit: a call's arguments, otherwise an empty span.
         std::string description{};     ///< One line.
         std::optional<Value> value{};  ///< Of a constant or variable.
-        std::string unavailable{};     ///< As of NameNotes.
+        std::string unavailable{};     ///< As in NameNotes.
     };
 
-    /// The names of a large model, which no keystroke has to walk through; see mathexpr_name_index.
+    /// A sorted index of names, for models too large to enumerate at every keystroke; see mathexpr_name_index.
     class NameIndex
     {
     public:
@@ -163,7 +165,7 @@ public:
         NameIndex() : NameIndex(tryCreate().value()) {}
 #endif
 
-        /// Adds a name, or replaces what is known of it.
+        /// Adds a name, or replaces its notes.
         Result<void> tryAdd(std::string_view name, const NameNotes& notes)
         {
             mathexpr_name_notes_utf8 given = sized<mathexpr_name_notes_utf8>();
@@ -180,7 +182,7 @@ public:
         }
 #endif
 
-        /// @return whether there was such a name
+        /// @return whether the index held the name
         bool remove(std::string_view name)
         {
             return mathexpr_remove_indexed_name_utf8(handle_.get(), name.data(), name.size()) == MATHEXPR_OK;
@@ -201,13 +203,13 @@ public:
 
     explicit Editor(Expression& expression) noexcept : session_(expression.session_.get()) {}
 
-    /// Lets the expression find the names of an index beside Options::names. The expression keeps what it needs of it.
+    /// Attaches an index, in addition to Options::names. The expression keeps access to its names.
     Result<void> tryUseNames(const NameIndex& index)
     {
         return detail::resultOf(mathexpr_set_name_index(handle(), index.handle_.get()));
     }
 
-    /// Splits a text into tokens, for colours and for the partner of a bracket.
+    /// Splits a text into tokens, for syntax colours and bracket matching.
     Result<std::vector<Token>> tryTokens(std::string_view text)
     {
         mathexpr_tokens found = sized<mathexpr_tokens>();
@@ -223,7 +225,7 @@ public:
         });
     }
 
-    /// The text with even spacing, which compiles to the same program; see mathexpr_format_text_utf8.
+    /// Rewrites a text with uniform spacing; it compiles to the same program. See mathexpr_format_text_utf8.
     Result<std::string> tryFormat(std::string_view text)
     {
         mathexpr_text_utf8 made = sized<mathexpr_text_utf8>();
@@ -231,7 +233,7 @@ public:
         return answer<std::string>(status, {text}, [&] { return std::string(made.text, made.text_length); });
     }
 
-    /// The text as a page or a notebook sets it; see mathexpr_typeset_text_utf8.
+    /// Typesets a text as LaTeX or MathML; see mathexpr_typeset_text_utf8.
     /// @param notation  MATHEXPR_NOTATION_...
     Result<std::string> tryTypeset(std::string_view text, std::uint32_t notation)
     {
@@ -240,7 +242,7 @@ public:
         return answer<std::string>(status, {text}, [&] { return std::string(made.text, made.text_length); });
     }
 
-    /// Where a text uses a name, in any case of letters.
+    /// Finds all uses of a name; see mathexpr_find_references_utf8.
     Result<std::vector<Span>> tryReferences(std::string_view text, std::string_view name)
     {
         mathexpr_spans found = sized<mathexpr_spans>();
@@ -256,7 +258,7 @@ public:
         });
     }
 
-    /// What renames a variable or a name of the host's wherever a text uses it.
+    /// Computes the edits that rename a variable or a name of the host at all its uses.
     Result<Renaming> tryRename(std::string_view text, std::string_view name, std::string_view newName)
     {
         mathexpr_renaming_utf8 found = sized<mathexpr_renaming_utf8>();
@@ -272,7 +274,7 @@ public:
         });
     }
 
-    /// The literals of a text, in order. A point is one literal before those of its coordinates.
+    /// Lists the literals of a text in order. A point is listed before its coordinates.
     Result<std::vector<Literal>> tryLiterals(std::string_view text)
     {
         mathexpr_literals found = sized<mathexpr_literals>();
@@ -287,7 +289,7 @@ public:
         });
     }
 
-    /// Tells whether a text would compile, or is merely unfinished. A name of Options::names counts as known.
+    /// Checks whether a text would compile, is incomplete, or is wrong. A name of Options::names counts as known.
     Result<Diagnosis> tryDiagnose(std::string_view text, HostQuestions questions = HostQuestions::Forbidden)
     {
         Diagnosis diagnosis;
@@ -303,7 +305,7 @@ public:
         });
     }
 
-    /// The call around a cursor.
+    /// Finds the innermost function call that is open at a cursor.
     Result<Signature> trySignature(std::string_view text, std::size_t cursor)
     {
         mathexpr_signature_utf8 found = sized<mathexpr_signature_utf8>();
@@ -323,7 +325,7 @@ public:
         });
     }
 
-    /// Explains the token at a cursor.
+    /// Describes the token at a cursor.
     Result<Hover> tryHover(std::string_view text, std::size_t cursor,
                            HostQuestions questions = HostQuestions::Forbidden)
     {
@@ -345,7 +347,7 @@ public:
         });
     }
 
-    /// Offers what may stand at the cursor and would be accepted; see mathexpr_get_completions_utf8.
+    /// Proposes items for the cursor; see mathexpr_get_completions_utf8.
     Result<std::vector<Completion>> tryCompletions(std::string_view text, std::size_t cursor,
                                                    const CompletionOptions& options)
     {
@@ -430,7 +432,7 @@ public:
 #endif
 
 private:
-    /// The elements that an answer points at.
+    /// The elements of an array in a result.
     template <class Element>
     struct Range
     {
@@ -441,7 +443,7 @@ private:
         const Element* end() const noexcept { return first + count; }
     };
 
-    /// What the callback needs: the notes that it told last are read after it has returned.
+    /// Context of the callback. It owns the notes returned last, which the library reads after the callback returns.
     struct Notes
     {
         detail::Session* session;
@@ -496,7 +498,7 @@ private:
         return session_->handle();
     }
 
-    /// The answer to a call, whose error is about the first of the texts that is ill-formed.
+    /// Converts the outcome of a call. An error about ill-formed text refers to the first ill-formed one of texts.
     template <class Answer, class Take>
     Result<Answer> answer(mathexpr_status status, std::initializer_list<std::string_view> texts, Take take)
     {

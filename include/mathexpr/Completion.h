@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Completion.h - what may stand at the cursor. One of the editor services (EditorServices.h), whose rules apply.
+// Completion.h - proposals for the cursor of an edit box. Part of the editor services; the rules in EditorServices.h
+// apply.
 #pragma once
 
 #include "mathexpr/Export.h"
@@ -18,30 +19,30 @@
 
 namespace mathexpr {
 
-/// What a host knows of one of its names.
+/// The host's notes on one of its names.
 struct NameNotes
 {
-    ValueKind kind = ValueKind::Unknown;  ///< Number or Point.
+    ValueKind kind = ValueKind::Unknown;  ///< Number or Point; Unknown if the host does not know.
     std::wstring description;             ///< One line; may be empty.
-    std::wstring unavailable;             ///< Why the name must not be used here; empty where it may be.
+    std::wstring unavailable;             ///< Why the name must not be used here; empty if it may be used.
 };
 
-/// Implemented by a host that knows more of its names than how they are written.
+/// Implemented by a host that has notes on its names.
 class IMathExprNameNotes
 {
 public:
     /// Slot 0: never called by the library.
     virtual ~IMathExprNameNotes() = default;
 
-    /// Slot 1: called for each name that the host lists (IMathExprNameSource), since what has been typed is matched with
-    /// its description, too; of a NameIndex for those names alone that match or stand in the text.
+    /// Slot 1: called for every name that the name source lists, since completion also matches descriptions; for names
+    /// of a NameIndex only if they match or are used in the text.
     virtual NameNotes getNotes(const wchar_t* name) const = 0;
 };
 
 struct CompletionOptions
 {
     std::uint32_t maxCount = 200;
-    /// Names and functions that the user has chosen lately, the newest first: they come before others alike.
+    /// Recently chosen names and functions, the newest first; they precede otherwise equal items.
     std::vector<std::wstring> recent;
     const IMathExprNameNotes* notes = nullptr;
 };
@@ -50,21 +51,21 @@ struct CompletionItem
 {
     TokenKind kind = TokenKind::Variable;  ///< Constant, Function, Variable or HostName.
     std::wstring name;
-    TextEdit edit;             ///< A function is inserted as a call that works.
-    TextSpan selection;        ///< In the text afterwards: the arguments, to be typed over; else a place.
+    TextEdit edit;             ///< Inserts the name; a function is inserted as a valid call.
+    TextSpan selection;        ///< What to select after the edit: a call's arguments, otherwise an empty span.
     std::wstring description;  ///< One line.
     ValueKind valueKind = ValueKind::Unknown;
     std::optional<VALTYPE> value;  ///< Of a constant or variable.
-    std::wstring unavailable;      ///< As of NameNotes.
+    std::wstring unavailable;      ///< As in NameNotes.
 };
 
-/// What may be put at the cursor so that the text up to it, with the item in place and everything open closed, is one
-/// that the object accepts; what an item is not defined for counts as accepted, since another value may do. Names of the
-/// host's whose kind is unknown come last and are accepted wherever a number or a point is.
+/// Proposes items for the cursor. An item is proposed if the text up to the cursor, with the item inserted and all open
+/// brackets closed, would be accepted; a value outside an item's domain counts as accepted. Names of the host of unknown
+/// kind come last; they are proposed wherever a number or a point is accepted.
 ///
-/// What has been typed is matched with the beginning of a name, then with the beginnings of words in it, then with
-/// those of its description and of all that people call the units it converts between (VocabularyUnits.h). Items alike
-/// in that come in this order: of the kind that is wanted there, chosen lately, short.
+/// The typed word is matched with the beginning of the name, then with the words in the name, then with the words of the
+/// description and of all names of the units that the item converts between (VocabularyUnits.h). Among equal matches,
+/// items of the required kind come first, then recently chosen ones, then shorter ones.
 MATHEXPR_API std::vector<CompletionItem> getCompletions(const MathExpression& expression, const wchar_t* text,
                                                         std::uint32_t cursor,
                                                         const CompletionOptions& options = CompletionOptions());

@@ -1,17 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// EditorServices.h - what an edit box needs while its user types: all of the editor services.
+// EditorServices.h - editor services: what an edit box needs while its user types. Includes all their headers.
 //
-// These rules apply to each of them.
+// These rules apply to every service.
 //
-// - Any text is taken, broken or half typed; a null pointer is an empty text. A cursor beyond the end counts as the end.
+// - Any text is accepted, also an incomplete or invalid one; a null pointer is an empty text. A cursor beyond the end
+//   means the end.
 // - Positions count characters of wchar_t from 0, blanks included.
-// - Nothing in the object changes: neither its program nor its variables, diagnostic or pending assignment.
-// - No message is shown. The host's service is not asked for a value, unless a call is told that it may. The name
-//   source (setNameSource in Diagnostics.h) may be asked for all its names; NameIndex.h is for large models.
-// - The object's limits hold. A text that is longer than the limit is not looked at.
-// - What is thrown is std::bad_alloc, and what the host's own callbacks throw.
+// - No service changes the object: its program, variables, diagnostic and pending assignment stay as they are.
+// - No message is shown. The host's service is called only where an argument allows it. The name source (setNameSource
+//   in Diagnostics.h) may be enumerated completely; for large models use NameIndex.h.
+// - The object's limits apply. A text that exceeds the length limit is not analysed.
+// - Services throw std::bad_alloc, and exceptions of the host's callbacks propagate.
 #pragma once
 
 #include "mathexpr/Completion.h"

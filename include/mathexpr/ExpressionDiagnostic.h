@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ExpressionDiagnostic.h - the description of a failure: its cause, its place, and its remedy.
+// ExpressionDiagnostic.h - the description of a failure: cause, position and correction.
 #pragma once
 
 #include <cstdint>

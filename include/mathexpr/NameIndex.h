@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NameIndex.h - the names of a large model, ordered once so that no keystroke has to walk through all of them.
+// NameIndex.h - a sorted index of names, for models too large to enumerate at every keystroke.
 //
 //     mathexpr::NameIndex names;
 //     for (const Parameter& each : model)
@@ -21,12 +21,12 @@ namespace mathexpr {
 
 class NameEntries;
 
-/// A name source that is asked for single names instead of all. Several expressions may share one. It is used by one
-/// thread at a time, together with them.
+/// A name source that the library searches instead of enumerating it. Several expressions may share an index; the index
+/// and these expressions are used by one thread at a time.
 ///
-/// Of the names that match what has been typed, completion considers those that were chosen lately and as many others as
-/// it may offer, at least 256, in alphabetical order. A misspelt name is compared with its 400 neighbours in that order.
-/// What has been typed is not matched with descriptions.
+/// Of the names that match the typed word, completion considers recently chosen ones and, in alphabetical order, as many
+/// others as it may return, at least 256; descriptions are not matched. A misspelt name is compared with its 400
+/// neighbours in alphabetical order.
 class MATHEXPR_API NameIndex final : public IMathExprNameSource
 {
 public:
@@ -35,16 +35,16 @@ public:
     NameIndex(const NameIndex&) = delete;
     NameIndex& operator=(const NameIndex&) = delete;
 
-    /// Adds a name, or replaces what is known of it.
-    /// @param name   as IMathExprService::lookupValue is asked for it; null and the empty name have no effect
-    /// @param notes  completion shows them, unless CompletionOptions::notes tells others
+    /// Adds a name, or replaces its notes.
+    /// @param name   as passed to IMathExprService::lookupValue; null and the empty name have no effect
+    /// @param notes  completion shows them unless CompletionOptions::notes supplies others
     /// @throws std::bad_alloc; the call may be repeated
     void add(const wchar_t* name, const NameNotes& notes = NameNotes());
 
-    /// @return whether there was such a name
+    /// @return whether the index held the name
     bool remove(const wchar_t* name);
 
-    /// None: the library looks its names up.
+    /// Always null: the library searches the index instead.
     const wchar_t* getName(std::uint32_t index) const override;
     const NameIndex* getIndex() const override { return this; }
 

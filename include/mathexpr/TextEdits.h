@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TextEdits.h - finds and rewrites what a text is made of: spacing, uses of a name, numbers and points. Some of the
-// editor services (EditorServices.h), whose rules apply.
+// TextEdits.h - edits of a text: uniform spacing, uses of a name, renaming, literals. Part of the editor services; the
+// rules in EditorServices.h apply.
 #pragma once
 
 #include "mathexpr/Export.h"
@@ -15,59 +15,59 @@
 
 namespace mathexpr {
 
-/// A stretch of a text.
+/// A span of a text.
 struct TextSpan
 {
     std::uint32_t start = 0;
     std::uint32_t length = 0;
 };
 
-/// What to put in place of a stretch of a text.
+/// Replaces a span of a text.
 struct TextEdit
 {
     TextSpan span;
     std::wstring replacement;
 };
 
-/// The text with even spacing: blanks around assignment and around operators between two operands but "^", one behind a
-/// separator, no other. It compiles to the same program, and formatting it again changes nothing. Unchanged is a text
-/// that would become longer than the object's limit.
+/// Rewrites a text with uniform spacing: a blank on both sides of "=" and of every binary operator except "^", a blank
+/// after each separator, no other blanks. The result compiles to the same program; formatting it again does not change
+/// it. If the result would exceed the object's length limit, the text is returned unchanged.
 MATHEXPR_API std::wstring formatText(const MathExpression& expression, const wchar_t* text);
 
-/// Where a text names a value: a variable, a name of the host's or an unknown one, in any case of letters, assigned to
-/// or read; or a constant.
+/// Finds all uses of a name that denotes a value: a variable, a name of the host, an unknown name or a constant. Names
+/// of constants are case-sensitive, all others ignore case. Assignments count as uses.
 MATHEXPR_API std::vector<TextSpan> findReferences(const MathExpression& expression, const wchar_t* text,
                                                   const wchar_t* name);
 
-/// Why a name is not renamed. The numbers are part of the interface.
+/// Why a renaming is refused. The numbers are part of the interface.
 enum class RenameRefusal : std::uint32_t
 {
     None = 0,
     NotAName = 1,       ///< The new name cannot be a variable.
-    NameTaken = 2,      ///< The text uses the new name already, in some case of letters, for something else.
-    ReadOtherwise = 3,  ///< The text with the new name would be read in another way, as with an "e" before "+".
+    NameTaken = 2,      ///< The text already uses the new name, ignoring case.
+    ReadOtherwise = 3,  ///< The new name would be split or read as something else, such as an "e" before "+".
 };
 
 struct Renaming
 {
     RenameRefusal refusal = RenameRefusal::None;
-    TextSpan refusedAt;           ///< With NameTaken and ReadOtherwise: the use that stands in the way.
-    std::vector<TextEdit> edits;  ///< In the order of the text; empty where the renaming is refused.
+    TextSpan refusedAt;           ///< With NameTaken and ReadOtherwise: the conflicting use.
+    std::vector<TextEdit> edits;  ///< In text order; empty if the renaming is refused.
 };
 
-/// What renames a variable or a name of the host's wherever a text uses it.
+/// Computes the edits that rename a variable or a name of the host at all its uses in a text.
 MATHEXPR_API Renaming renameInText(const MathExpression& expression, const wchar_t* text, const wchar_t* name,
                                    const wchar_t* newName);
 
-/// A number or a point that is written out, so that a slider or a dragged handle can write another one in its place.
+/// A literal number or point, which a slider or a dragged handle can replace.
 struct TextLiteral
 {
-    TextSpan span;  ///< With the sign of a number, where one stands before it.
+    TextSpan span;  ///< Includes the sign of a number.
     VALTYPE value;
 };
 
-/// The literals of a text, in order. A point is one literal before those of its coordinates, which are numbers as the
-/// library writes them (formatValue of the C interface).
+/// Lists the literals of a text in order. A point is listed before its coordinates. A point counts as a literal if all
+/// its coordinates are numbers as the C interface formats them (mathexpr_format_value_utf8).
 MATHEXPR_API std::vector<TextLiteral> getLiterals(const MathExpression& expression, const wchar_t* text);
 
 }

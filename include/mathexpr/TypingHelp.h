@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TypingHelp.h - what an edit box shows beside a text: what is wrong with it, how to mend it, the call around the
-// cursor, and the item under it. Some of the editor services (EditorServices.h), whose rules apply.
+// TypingHelp.h - help for a text that is being typed: its failure, corrections, the call around the cursor, the item
+// under it. Part of the editor services; the rules in EditorServices.h apply.
 #pragma once
 
 #include "mathexpr/Export.h"
@@ -19,30 +19,30 @@
 
 namespace mathexpr {
 
-/// Whether a service may ask the host's service for the value of a name that nothing else knows.
+/// Whether a call may ask the host's service for names that are not known otherwise.
 enum class HostQuestions : std::uint32_t
 {
     Forbidden = 0,
     Allowed = 1,
 };
 
-/// The numbers are part of the interface.
+/// State of a text that is being typed. The numbers are part of the interface.
 enum class TypingState : std::uint32_t
 {
-    Complete = 0,    ///< It compiles.
-    Unfinished = 1,  ///< Something has to follow; there is no mistake yet.
+    Complete = 0,    ///< The text compiles.
+    Unfinished = 1,  ///< The text is valid so far, but incomplete.
     Wrong = 2,
 };
 
 struct TypingDiagnostic
 {
     TypingState state = TypingState::Complete;
-    /// The failure that compiling the text would give; message 0 where it compiles.
+    /// The failure that compiling the text would give; message 0 if it compiles.
     ExpressionDiagnostic failure;
 };
 
-/// Tells whether a text would compile, without compiling it into the object. A name that the host offers counts as
-/// known, whatever its value.
+/// Checks whether a text would compile, without compiling it into the object. A name that the name source lists counts
+/// as known, whatever its value.
 MATHEXPR_API TypingDiagnostic diagnoseText(const MathExpression& expression, const wchar_t* text,
                                            HostQuestions questions = HostQuestions::Forbidden);
 
@@ -50,13 +50,13 @@ MATHEXPR_API TypingDiagnostic diagnoseText(const MathExpression& expression, con
 struct TextFix
 {
     TextEdit edit;
-    std::wstring title;  ///< What to call it in a menu, a sentence in the user's language.
+    std::wstring title;  ///< For a menu: a sentence in the user's language.
 };
 
-/// Corrections of a text that does not compile: the one that the hints of its failure speak of, or none.
+/// Corrections of a text that does not compile: the one that the hints of its failure describe, or none.
 MATHEXPR_API std::vector<TextFix> getFixes(const MathExpression& expression, const wchar_t* text);
 
-/// What kind of value something takes or has. The numbers are part of the interface.
+/// Kind of value: of an argument, a parameter or a name. The numbers are part of the interface.
 enum class ValueKind : std::uint32_t
 {
     Unknown = 0,
@@ -69,43 +69,46 @@ struct SignatureOverload
 {
     std::wstring help;                     ///< The usage, such as "min(x,y)".
     std::wstring description;              ///< One line.
-    std::vector<std::wstring> parameters;  ///< Their names; a last one of "..." repeats.
+    std::vector<std::wstring> parameters;  ///< Names of the parameters; a final "..." means that more may follow.
     ValueKind parameterKind = ValueKind::Unknown;
 };
 
-/// The call around a cursor. Outside of calls function and overloads are empty.
+/// The function call that contains a cursor. Outside calls, function and overloads are empty.
 struct CallSignature
 {
     std::wstring function;       ///< "point" for a square bracket.
-    TextSpan name;               ///< The function's name in the text, or the square bracket.
-    std::uint32_t argument = 0;  ///< The argument at the cursor, from 0.
+    TextSpan name;               ///< Span of the function's name, or of the square bracket.
+    std::uint32_t argument = 0;  ///< Index of the argument at the cursor, from 0.
     std::vector<SignatureOverload> overloads;
-    std::uint32_t activeOverload = 0;       ///< The one that has this argument; the last where none has.
-    ValueKind wanted = ValueKind::Unknown;  ///< What the argument at the cursor has to be.
-    std::wstring unit;                      ///< Of the argument, such as "degree"; empty where it has none.
+    std::uint32_t activeOverload = 0;       ///< Index of the first overload that has this argument; of the last if none
+                                            ///< has.
+    ValueKind wanted = ValueKind::Unknown;  ///< The required kind of the argument at the cursor.
+    std::wstring unit;                      ///< Unit of the argument, such as "degree"; empty if it has none.
 };
 
 MATHEXPR_API CallSignature getSignature(const MathExpression& expression, const wchar_t* text, std::uint32_t cursor);
 
-/// What stands under a cursor. Where nothing does, or a blank, the span is empty.
+/// The token under a cursor. The span is empty if there is no token, or only a blank. A text that does not apply is
+/// empty.
 struct HoverInfo
 {
     TokenKind kind = TokenKind::Blank;
     TextSpan span;
     std::wstring name;
-    std::wstring help;         ///< The usage of an operator or function.
-    std::wstring description;  ///< One line.
-    std::wstring domain;       ///< The message of an argument that a function is not defined for, if there is one.
-    std::wstring unit;         ///< Of a function's argument.
-    std::wstring example;      ///< A call of a function,
-    std::optional<VALTYPE> exampleValue;  ///< and what it computes.
-    std::optional<VALTYPE> value;  ///< Of a number, constant or name, of the call of a function, or of what a bracket
-                                   ///< encloses, with the variables as they are.
-    TextSpan valueSpan;            ///< What has this value.
+    std::wstring help;                    ///< The usage of an operator or function.
+    std::wstring description;             ///< One line.
+    std::wstring domain;                  ///< The function's message for an argument outside its domain.
+    std::wstring unit;                    ///< Unit of a function's argument.
+    std::wstring example;                 ///< A valid call of the function.
+    std::optional<VALTYPE> exampleValue;  ///< Value of the example.
+    std::optional<VALTYPE> value;  ///< Of a number, a constant, a name, a function call or a bracketed part, with the
+                                   ///< variables' current values.
+    TextSpan valueSpan;            ///< The part of the text that has this value.
 };
 
-/// Explains the token at a cursor, which begins there or contains it, or ends there where none does.
-/// @param questions  also whether a name that the host offers shows its value
+/// Describes the token at a cursor: the one that begins at the cursor or contains it, otherwise the one that ends
+/// there.
+/// @param questions  whether the host's service may be asked for the value of a name that the host offers
 MATHEXPR_API HoverInfo getHover(const MathExpression& expression, const wchar_t* text, std::uint32_t cursor,
                                 HostQuestions questions = HostQuestions::Forbidden);
 

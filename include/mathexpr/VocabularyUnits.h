@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// VocabularyUnits.h - the units that the vocabulary converts between, and what people call them, so that a host can find the
-// conversion that a user has in mind. A conversion bears the symbols of its units: "i2mm" converts from "i" to "mm".
+// VocabularyUnits.h - the units of the vocabulary's conversions and their common names, so that a host can find a conversion
+// by them. A conversion's name contains the symbols of its units: "i2mm" converts from "i" to "mm".
 //
 //     for (const mathexpr::VocabularyUnit& unit : mathexpr::vocabularyUnits)
 //         ...  // unit.symbol, unit.singular
@@ -15,10 +15,10 @@ namespace mathexpr {
 struct VocabularyUnit
 {
     VocabularyFamily family;
-    const wchar_t* symbol;  ///< No two units share one.
+    const wchar_t* symbol;  ///< Unique.
     const wchar_t* singular;
     const wchar_t* plural;
-    const wchar_t* others[9];  ///< Short forms and other spellings; null behind the last one.
+    const wchar_t* others[9];  ///< Abbreviations and other spellings; null after the last one.
 };
 
 // clang-format off
