@@ -10,9 +10,9 @@ import pathlib
 import re
 import sys
 
-# Each floor and the floors that it may include from, beside itself. Of two floors that hold a file, the inner one counts;
-# whoever may include from the outer one may include from both. A floor may be a single file.
-FLOORS = {
+# Each layer and the layers that it may include from, beside itself. Of two layers that hold a file, the inner one counts;
+# whoever may include from the outer one may include from both. A layer may be a single file.
+LAYERS = {
     "include": [],
     "platform": [],
     "MathExprRes": [],
@@ -25,10 +25,10 @@ FLOORS = {
     "examples": ["include"],
 }
 
-# What the library is made of, and where in it the operating system may be spoken to: on two floors, and in a source that
+# What the library is made of, and where in it the operating system may be spoken to: on two layers, and in a source that
 # bears the system's name.
 LIBRARY = ["include", "platform", "MathExprRes", "TarnUInfo", "MTParserLib", "mathexpr"]
-SYSTEM_FLOORS = ["platform", "TarnUInfo"]
+SYSTEM_LAYERS = ["platform", "TarnUInfo"]
 SYSTEM_SOURCES = ("Windows.cpp", "MinGW.cpp", "Posix.cpp")
 
 # One type passes from the compiler to the evaluator, in a header that knows neither of them.
@@ -55,13 +55,13 @@ def is_in(path, folder):
     return f"{path}/".startswith(f"{folder}/")
 
 
-def floor_of(path):
-    """The floor of a path relative to the root, or None for what is on no floor, such as the tests."""
-    return max((floor for floor in FLOORS if is_in(path, floor)), key=len, default=None)
+def layer_of(path):
+    """The layer of a path relative to the root, or None for what is on no layer, such as the tests."""
+    return max((layer for layer in LAYERS if is_in(path, layer)), key=len, default=None)
 
 
-def is_library(floor):
-    return any(is_in(floor, outer) for outer in LIBRARY)
+def is_library(layer):
+    return any(is_in(layer, outer) for outer in LIBRARY)
 
 
 def resolve(root, including, included):
@@ -73,8 +73,8 @@ def resolve(root, including, included):
 
 
 def check_includes(root, path, text):
-    floor = floor_of(path)
-    standard_only = is_library(floor) and floor not in SYSTEM_FLOORS and not path.endswith(SYSTEM_SOURCES)
+    layer = layer_of(path)
+    standard_only = is_library(layer) and layer not in SYSTEM_LAYERS and not path.endswith(SYSTEM_SOURCES)
     for quoted, angled in INCLUDE.findall(text):
         target = resolve(root, path, quoted or angled)
         if target is None:
@@ -84,8 +84,8 @@ def check_includes(root, path, text):
                 yield f"{path}: includes <{angled}>, which is not of the standard library"
         elif target in FORBIDDEN_INCLUDES.get(path, []):
             yield f"{path}: must not include {target}"
-        elif not any(is_in(target, below) for below in [floor, *FLOORS[floor]]):
-            yield f"{path}: includes {target}, which is not on a floor below"
+        elif not any(is_in(target, below) for below in [layer, *LAYERS[layer]]):
+            yield f"{path}: includes {target}, which its layer may not include"
 
 
 def check_library(path, text):
@@ -110,12 +110,12 @@ def check(root):
             continue
         if file.suffix in SOURCE_SUFFIXES or file.name in ("CMakeLists.txt", "dev"):
             yield from check_ascii(path, file.read_bytes())
-        floor = floor_of(path)
-        if floor is None or file.suffix not in CPP_SUFFIXES:
+        layer = layer_of(path)
+        if layer is None or file.suffix not in CPP_SUFFIXES:
             continue
         text = file.read_text(encoding="utf-8", errors="replace")
         yield from check_includes(root, path, text)
-        if is_library(floor):
+        if is_library(layer):
             yield from check_library(path, text)
 
 
