@@ -1,19 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTMessage.h - the one way in which the engine shows an error to the user.
+// MTMessage.h - how the engine shows an error to the user. There is no other way.
 //
-// The engine knows messages by number only. Whoever links the engine defines this function: the shared library shows a
-// message box, a test records the number.
+// The engine knows messages by number only. The program that links the engine defines this function: the shared library
+// shows a message box, a test records the number.
 #pragma once
 
 #include <cstdint>
 
-/// Numbers of the messages. The numbers are part of the interface: they pick a text of the resource library.
+/// Message numbers. They are part of the interface: each selects a text of the resource library.
 namespace Message {
 enum Id : std::uint32_t
 {
-    None = 0,  ///< Nothing is wrong.
+    None = 0,  ///< No error.
     UnknownName = 1,
     BracketNotClosed = 2,
     InvalidExpression = 3,
@@ -36,5 +36,5 @@ enum Id : std::uint32_t
 };
 }
 
-/// Shows the text of message id, or nothing when there is no such text. Returns when the user has seen it.
+/// Shows the text of a message, or nothing if it has no text. Returns when the user has seen it.
 void showMessage(Message::Id id);

@@ -15,11 +15,11 @@ namespace {
 
 constexpr const wchar_t* sessionFile = L"MTParserLib/MTParser";
 
-/// The line reported for an assigned name that cannot be a variable. Hosts may know it, so it does not move with the
-/// code.
+/// The line reported for an assigned name that cannot be a variable. Hosts may depend on it, so it is a constant and
+/// not __LINE__.
 constexpr std::uint32_t assignmentLine = 424;
 
-/// A registrar with syntax, constants, operators and functions, filled once in the life of the process.
+/// A registrar with syntax, constants, operators and functions, filled once per process.
 const MTParserRegistrar& vocabularyPrototype()
 {
     static platform::KeptWhileLoaded<std::unique_ptr<const MTParserRegistrar>> prototype([] {
@@ -101,7 +101,7 @@ void MTParser::defineVariable(std::unique_ptr<IMathVariable> variable)
 
 void MTParser::noteRefusedAssignment(const SMTDefExcepData& data)
 {
-    // The name may be one that an earlier text has left pending.
+    // The name may be a pending one from an earlier text.
     const MTSpan span = compilation.assignSpan;
     const std::wstring_view assigned = std::wstring_view(compilation.text).substr(span.begin, span.end - span.begin);
     compilation.failure.noteDefinition(data, mathexpr::Expected::NewName, assigned == data.itemName ? span : MTSpan{});

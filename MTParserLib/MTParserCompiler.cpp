@@ -14,7 +14,7 @@ namespace {
 
 constexpr const wchar_t* compilerFile = L"MTParserLib/MTParserCompiler";
 
-/// Tokens are reported with the first character of the text counted as 1.
+/// Token positions count from 1.
 std::uint32_t positionOf(std::size_t tokenStart)
 {
     return static_cast<std::uint32_t>(tokenStart + 1);
@@ -25,7 +25,7 @@ MTSpan spanOfToken(std::wstring_view token, std::uint32_t position)
     return {position - std::size_t{1}, position - 1 + token.size()};
 }
 
-/// What an exception tells that may be the host's, which can have taken its entries out.
+/// The record of an exception. A host may have raised it and removed its entries.
 template <class Data>
 Data newestData(const MTExceptions<Data>& exception)
 {
@@ -94,7 +94,7 @@ bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
         {
             continue;
         }
-        const wchar_t next = text[i + 1];  // behind the last character stands a zero
+        const wchar_t next = text[i + 1];  // a zero follows the last character
         const auto position = static_cast<std::uint32_t>(i);
 
         if (character == L')' && next == L'(')
@@ -104,7 +104,7 @@ bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
             raise(__LINE__, position + 1);
         }
 
-        // A bracket is a bracket, also where an operator's symbol begins with it.
+        // A bracket stays a bracket even if an operator's symbol begins with it.
         const bool isStructure = character == L'(' || character == L')' || character == separator;
         const std::size_t firstOperator =
             isStructure ? MTParserRegistrar::notFound : registrar.findOperatorAt({all.data() + i, all.size() - i});
@@ -207,7 +207,7 @@ bool MTParserCompiler::compileNumber(std::wstring_view token, std::uint32_t posi
     value.x = readNumber(token, decimalPoint, digits);
     if (value.x > maxInteger && token.find(decimalPoint) == std::wstring_view::npos)
     {
-        // Shown whatever the message switch says, and never an exception.
+        // Shown even in silent mode, and never an exception.
         failure.note(Message::IntegerTooLarge, mathexpr::Expected::SmallerNumber, spanOfToken(token, position), token,
                      0);
         showMessage(Message::IntegerTooLarge);
@@ -237,7 +237,7 @@ bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t positi
         failure.noteDefinition(data, mathexpr::Expected::KnownName, spanOfToken(token, position));
         return passOn(exception, __LINE__, data);
     }
-    catch (mathexpr::ParsingException& exception)  // the host's own
+    catch (mathexpr::ParsingException& exception)  // raised by the host
     {
         const SMTParsingExcepData data = newestData(exception);
         failure.noteParsing(data, mathexpr::Expected::KnownName, spanOfToken(token, position), data.nbArgs);
@@ -261,7 +261,7 @@ bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t positi
     return true;
 }
 
-/// Called by the handler of an exception that was raised while a name was resolved.
+/// Call from the handler of an exception that was raised while a name was resolved.
 template <class Data>
 bool MTParserCompiler::passOn(MTExceptions<Data>& exception, std::uint32_t line, const Data& data) const
 {
@@ -271,11 +271,11 @@ bool MTParserCompiler::passOn(MTExceptions<Data>& exception, std::uint32_t line,
         return false;
     }
     exception.addEntry(line, 0, compilerFile, data);
-    // cppcheck-suppress rethrowNoCurrentException ; a handler calls this
+    // cppcheck-suppress rethrowNoCurrentException ; called by a handler
     throw;
 }
 
-/// The host's own floating-point control words are in force while it answers.
+/// Calls the host with the host's own floating-point control words in force.
 bool MTParserCompiler::askHost(std::wstring_view name, VALTYPE& answer) const
 {
     if (service == nullptr)
@@ -372,8 +372,8 @@ bool MTParserCompiler::endArgument(std::uint32_t position, wchar_t character, wc
         return fail(CompileError::argumentEmpty, __LINE__, position, here);
     }
 
-    // A bracket that is an argument by itself, as in sin((1)), counts for the record around it. An empty one has been
-    // refused when it was opened.
+    // A bracket that is a whole argument, as in sin((1)), is counted by the record around it. An empty one was refused
+    // when it was opened.
     const bool argumentGoesOn = closes && (next == L')' || next == registrar.getSyntax().argumentSeparator);
     if (StackRecord* nearest = nearestRecord())
     {
@@ -396,7 +396,7 @@ bool MTParserCompiler::takeArgument()
     return true;
 }
 
-/// @param first  the first operator with the symbol that stands there
+/// @param first  the first operator with the symbol at this position
 bool MTParserCompiler::compileOperator(std::size_t first, std::uint32_t position)
 {
     markPending();
@@ -416,7 +416,7 @@ bool MTParserCompiler::compileOperator(std::size_t first, std::uint32_t position
     }
 
     const std::int32_t precedence = registrar.getOperatorDefinition(index).precedence;
-    // A waiting unary operator stays when one of its own precedence follows: that one and its operand belong to it.
+    // A waiting unary operator stays if an operator of the same precedence follows: the latter is part of its operand.
     const bool staysUnderEqual = !stack.empty() && stack.back().kind == StackRecord::Kind::Operator &&
                                  stack.back().precedence == precedence &&
                                  registrar.getOperatorDefinition(stack.back().definition).unary;
@@ -433,7 +433,7 @@ bool MTParserCompiler::compileOperator(std::size_t first, std::uint32_t position
     return true;
 }
 
-/// Down to an open bracket at most.
+/// Stops at an open bracket.
 template <class Leaves>
 bool MTParserCompiler::emitWhile(Leaves leaves, std::size_t& nbEmitted)
 {
@@ -488,7 +488,7 @@ bool MTParserCompiler::emit(const StackRecord& record)
     }
     if (emission.outcome == MTEmission::Outcome::Refused)
     {
-        // The item has told the user itself.
+        // The item itself has shown the message.
         failure.noteRefusal(emission.refusal, spanOf(record), record.nbArgs);
         return false;
     }
@@ -573,8 +573,8 @@ MTSpan spanOfStep(const MTParserRegistrar& registrar, std::wstring_view text, st
                   std::uint32_t nbArgs) noexcept
 {
     std::wstring_view symbol;
-    // No operator's symbol begins in the name of a function, and no operator is read where its bracket opens. A step
-    // without arguments is a variable.
+    // A function's position counts from 1, so text[position] is in its name or is its bracket; neither begins an
+    // operator. A step without arguments is a variable.
     if (nbArgs != 0 && text[position] != L'(' && registrar.isOperatorSymbol(text.substr(position), symbol))
     {
         return {position, position + symbol.size()};

@@ -3,25 +3,25 @@
 //
 // MTParserCompiler.h - turns a text into a program in one pass from left to right.
 //
-// How an expression is compiled by hand. Read the rewritten text character by character; a token is what lies between
+// How to compile an expression by hand. Read the rewritten text character by character; a token is the text between
 // operator symbols, brackets and separators.
 //
-//   A value token (number, constant, variable) is emitted at once.
-//   An operator first makes operators that bind at least as tightly leave the stack and be emitted, then goes onto the
-//     stack itself. A unary operator is not made to leave by one of its own precedence.
-//   A name before "(" is a function: it goes onto the stack with precedence 5, under the "(" that follows it, which
-//     also emits a placeholder. It leaves the stack like an operator, after its ")".
-//   "(" goes onto the stack as a wall, and opens a bracket level.
-//   ")" and the separator emit everything down to the wall; ")" removes the wall. Both end an argument: it is counted
-//     by the record under the wall if that is a function's and something was read since the last separator (its
-//     pending flag).
-//   At the end of the text everything left on the stack is emitted.
+// - A value token (number, constant, variable) is emitted at once.
+// - An operator first pops and emits the operators that bind at least as tightly, then is pushed. A unary operator is
+//   not popped by one of its own precedence.
+// - A name before "(" is a function. It is pushed with precedence 5, below the "(" that follows it, and a placeholder
+//   is emitted. It is popped like an operator, after its ")".
+// - "(" is pushed as a wall, and opens a bracket level.
+// - ")" and the separator pop and emit everything down to the wall; ")" removes the wall. Both end an argument. The
+//   record below the wall counts it if it is a function's and something was read since the last separator (its pending
+//   flag).
+// - At the end of the text, all records left are popped and emitted.
 //
-// A bracket level holds what was read last in it and what before that: it tells a unary operator from a binary one, and
-// a value from a value that follows a value.
+// A bracket level remembers the last two things read in it. They distinguish a unary from a binary operator, and detect
+// a value that follows a value.
 //
-// The pending flag belongs to the nearest record: the top of the stack, or the one under it where the top is a wall. It
-// is set and read on any record, an operator's and a wall's too; only the count is kept for functions alone.
+// The pending flag belongs to the nearest record: the top of the stack, or the one below it if the top is a wall. It is
+// set and read on every record, including operators and walls; only the count is kept for functions alone.
 #pragma once
 
 #include "MTParserLib/MTParserRegistrar.h"
@@ -39,34 +39,34 @@
 class MTParserCompiler
 {
 public:
-    /// @param registrar     resolves symbols and names, and receives the variables that the host answers; keeps for
+    /// @param registrar     resolves symbols and names, and receives the variables that the host supplies; records for
     ///                      this compiler alone which variables a text has used
-    /// @param compilation   receives what becomes of a text; both outlive the compiler
+    /// @param compilation   receives the outcome of a text; both must outlive the compiler
     /// @param showMessages  true: an error shows its message and compile returns false; false: it raises an exception
     /// @param service       the host's; may be null
     MTParserCompiler(MTParserRegistrar& registrar, MTCompilation& compilation, bool showMessages,
                      const IMathExprService* service) noexcept;
 
-    /// The greatest integer literal that is accepted.
+    /// The greatest accepted integer literal.
     void setMaxInteger(std::uint32_t limit) noexcept { maxInteger = limit; }
     std::uint32_t getMaxInteger() const noexcept { return maxInteger; }
 
-    /// Whether an unknown name that the host does not answer becomes a variable of value 0.
+    /// Whether an unknown name that the host does not supply becomes a variable with the value 0.
     void setAutomaticVariables(bool enabled) noexcept { automaticVariables = enabled; }
 
-    /// The host's; may be null.
+    /// The host's service; may be null.
     const IMathExprService* getService() const noexcept { return service; }
 
-    /// Compiles a text. The program is empty while this runs and after any failure.
+    /// Compiles a text. The program is empty during the call and after any failure.
     /// @param given         as the user typed it; null is an empty text
-    /// @param limits        what a text may be at most
-    /// @param assignTarget  receives the name that the text assigns to, also where the text fails after that
-    /// @return true with a complete program; false after a message, or where an item refused its constant arguments
-    /// @throws ParsingException, DefinitionException, std::bad_alloc, and what the host's service throws: one of the
-    ///         first two as if the library had raised it
+    /// @param limits        upper bounds on the text
+    /// @param assignTarget  receives the name that the text assigns to, even if the text fails later
+    /// @return true with a complete program; false after a message, or if an item refused its constant arguments
+    /// @throws ParsingException, DefinitionException, std::bad_alloc; exceptions of the host's service propagate, and
+    ///         the first two kinds are handled as if the library had raised them
     bool compile(const wchar_t* given, const MTLimits& limits, std::wstring& assignTarget);
 
-    /// Whether the text compiled last has named a variable.
+    /// Whether the text compiled last uses the variable.
     bool hasUsed(const MTVariableDefinition& variable) const noexcept { return variable.lastUse == compilation; }
 
 private:
@@ -95,8 +95,8 @@ private:
         Kind kind;
         std::int32_t precedence{};
         std::uint32_t position;
-        std::size_t definition{};  // the operator's, or that of a function's first overload
-        std::uint32_t nbArgs{};    // a function's grows as its arguments are read
+        std::size_t definition{};  // the operator's, or that of the function's first overload
+        std::uint32_t nbArgs{};    // of a function: grows as its arguments are read
         bool argumentPending{};
     };
 
@@ -126,22 +126,22 @@ private:
 
     MTSpan spanOf(const StackRecord& record) const noexcept;
 
-    // The one place where a failure is told: what is noted is what the exception carries and the message says.
+    // The only place that records a failure: the record, the exception and the message agree.
     void noteError(const MTCompileError& error, MTSpan span, std::wstring_view itemName, std::uint32_t nbArgs);
 
-    /// Notes an error and reports it.
+    /// Records an error and reports it.
     [[nodiscard]] bool fail(const MTCompileError& error, std::uint32_t line, std::uint32_t position, MTSpan span,
                             std::wstring_view itemName = {}, std::uint32_t nbArgs = 0);
-    /// Shows the message of the failure noted and answers false, or raises its exception.
+    /// Shows the message of the recorded failure and returns false, or raises its exception.
     [[nodiscard]] bool report(std::uint32_t line, std::uint32_t position) const;
     [[noreturn]] void raise(std::uint32_t line, std::uint32_t position) const;
-    /// Shows the general message and answers false, or throws the exception on with an entry of its own.
+    /// Shows the general message and returns false, or rethrows the exception with an entry of this layer.
     template <class Data>
     bool passOn(MTExceptions<Data>& exception, std::uint32_t line, const Data& data) const;
 
     MTParserRegistrar& registrar;
     MTCompilation& compiled;
-    MTParserProgram& program;  // of the compilation, as are text and failure
+    MTParserProgram& program;  // of the compilation, like text and failure
     std::wstring& text;
     MTFailure& failure;
     const bool showMessages;
@@ -157,7 +157,7 @@ private:
     std::uint64_t compilation = 1;  // the number of the one that runs or ran last, if any: variables begin at 0
 };
 
-/// Where a step of a program stands in the rewritten text that it was compiled from.
+/// The position of a step in the rewritten text that it was compiled from.
 /// @param position, nbArgs  of the step
 MTSpan spanOfStep(const MTParserRegistrar& registrar, std::wstring_view text, std::uint32_t position,
                   std::uint32_t nbArgs) noexcept;

@@ -63,7 +63,7 @@ constexpr VocabularyConstant constants[] = {
     {L"E", 2.718281828459045},
 };
 
-/// Calls the visitor with all classes in the order in which they are registered.
+/// Passes all classes to the visitor, in the order in which they are registered.
 template <class Visitor>
 constexpr auto visitVocabulary(Visitor visit)  // not covered: runs while compiling
 {
@@ -166,12 +166,12 @@ constexpr const VocabularyEntry& functionAt(std::size_t index)  // not covered: 
     return vocabulary[nbOperators + index];
 }
 
-/// What a registrar finds functions by, made while compiling.
+/// The registrar's index of functions, computed at compile time.
 struct FunctionNames
 {
     MTNameIndex::Table<512> index;
     std::array<std::size_t, nbFunctions> nextOverload{};
-    bool areDistinct = true;  // no two functions are alike
+    bool areDistinct = true;  // no two functions have the same name and argument count
 };
 
 constexpr FunctionNames indexFunctions()  // not covered: runs while compiling
@@ -209,7 +209,7 @@ constexpr bool isLetterOrDigit(wchar_t character)  // not covered: runs while co
     return (folded >= L'a' && folded <= L'z') || (folded >= L'0' && folded <= L'9');
 }
 
-/// Whether all characters are letters and digits, or none is.
+/// Whether all characters are letters and digits, or none of them is.
 constexpr bool consistsOf(std::wstring_view symbol, bool lettersAndDigits)  // not covered: runs while compiling
 {
     for (const wchar_t character : symbol)
@@ -222,8 +222,8 @@ constexpr bool consistsOf(std::wstring_view symbol, bool lettersAndDigits)  // n
     return !symbol.empty();
 }
 
-/// Whether the registrar would refuse nothing: no name has an operator's symbol or a syntax character in it, no operator
-/// has a syntax character in it, and no two operators are alike.
+/// Whether the registrar would accept the whole vocabulary: no name contains an operator's symbol or a syntax character,
+/// no operator contains a syntax character, and no two operators are the same.
 constexpr bool isVocabularySound()  // not covered: runs while compiling
 {
     for (const VocabularyConstant& constant : constants)
@@ -261,7 +261,7 @@ constexpr bool isVocabularySound()  // not covered: runs while compiling
 
 static_assert(functionNames.areDistinct && isVocabularySound());
 
-/// Memory for all items side by side: an item has no data but the address of its functions.
+/// One block of memory for all items: an item has no data but its virtual table.
 using ItemMemory = std::array<void*, vocabulary.size()>;
 
 template <class Item>
@@ -271,7 +271,7 @@ const IMathExprItemEvaluator* makeItem(void*& memory)
     return ::new (static_cast<void*>(&memory)) Item;
 }
 
-/// The items are never destroyed: their memory is released, and nothing depends on what their destructors do.
+/// The items are never destroyed, only their memory is released: their destructors have no effect.
 std::array<const IMathExprItemEvaluator*, vocabulary.size()> makeItems(ItemMemory& memory)
 {
     return visitVocabulary([&memory](auto... listed) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTParserRegistrar.cpp - definitions with their checks, in the order in which they are made, and the look-ups.
+// MTParserRegistrar.cpp - definitions, each with its checks in their order, and the look-ups.
 #include "MTParserLib/MTParserRegistrar.h"
 
 #include "MTParserLib/program/MTItemKernels.h"
@@ -20,7 +20,7 @@ constexpr const wchar_t* registrarFile = L"MTParserLib/MTParserRegistrar";
                                         SMTDefExcepData{exID, std::wstring(itemName), std::wstring(conflictItemName)});
 }
 
-/// Adds this layer's entry to an exception that passes through, with the record of its newest entry.
+/// Adds an entry of this layer to a passing exception, with the record of its newest entry.
 void addOwnEntry(mathexpr::DefinitionException& exception, std::uint32_t line)
 {
     const SMTDefExcepData data = exception.entries.front().data;
@@ -32,7 +32,8 @@ bool contains(std::wstring_view text, std::wstring_view part)
     return text.find(part) != std::wstring_view::npos;
 }
 
-/// Makes room for one more, so that storing it afterwards cannot fail. Doubles, so that many definitions stay linear.
+/// Reserves memory for one more entry, so that storing it cannot fail. Capacity doubles, so many definitions take
+/// linear time.
 template <class Entry>
 void reserveOneMore(std::vector<Entry>& entries)
 {
@@ -42,7 +43,7 @@ void reserveOneMore(std::vector<Entry>& entries)
     }
 }
 
-/// An item of the host's with its symbol. It is deleted with its last definition, if it is owned.
+/// An item of the host with its symbol. If owned, it is deleted with its last definition.
 template <class Item>
 struct HostItem
 {

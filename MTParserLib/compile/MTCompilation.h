@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTCompilation.h - what the compiler makes of a text: the program, or the failure.
+// MTCompilation.h - the outcome of a compilation: a program or a failure.
 #pragma once
 
 #include "MTParserLib/compile/MTFailure.h"
@@ -12,9 +12,9 @@
 
 struct MTCompilation
 {
-    std::wstring typedText;  ///< The text compiled last, as typed; empty where it was too long to be looked at.
-    std::wstring text;       ///< Rewritten; all positions count in it.
-    MTSpan assignSpan;       ///< In it, the name that it assigns to.
+    std::wstring typedText;  ///< The text compiled last, as typed; empty if it exceeded the length limit.
+    std::wstring text;       ///< The rewritten text; all positions refer to it.
+    MTSpan assignSpan;       ///< The span in text of the name that is assigned to.
     MTParserProgram program;
-    MTFailure failure;  ///< Of the compilation, or of the program's last run.
+    MTFailure failure;  ///< Failure of the compilation, or of the program's last run.
 };

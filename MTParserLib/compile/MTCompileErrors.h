@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTCompileErrors.h - every way in which a text may fail to compile: the code of the exception, the message, and what
-// would have been accepted instead.
+// MTCompileErrors.h - the list of compile errors: exception code, message, and what would have been accepted instead.
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
@@ -11,8 +10,7 @@
 
 #include <cstdint>
 
-/// What a failure is called in an exception, which message tells the user instead, and what the text could have had
-/// there.
+/// A compile error: the exception's code, the message for the user, and the accepted alternatives.
 struct MTCompileError
 {
     std::uint32_t exID;
@@ -25,7 +23,7 @@ namespace CompileError {
 namespace Expected = mathexpr::Expected;
 namespace ParsingError = mathexpr::ParsingError;
 
-/// What may follow a value: an operator, and what ends the argument or the text, by what is open.
+/// What may follow a value: an operator, and whatever ends the argument or the text, depending on the open brackets.
 inline constexpr std::uint32_t continuation = 0x80000000;
 
 inline constexpr std::uint32_t anyInBracket = Expected::Operator | Expected::ClosingBracket | Expected::Separator;
@@ -57,7 +55,7 @@ inline constexpr MTCompileError nestedTooDeep            {ParsingError::NestedTo
 
 }
 
-/// What an item that refuses its arguments would have accepted: bits of Expected; 0 for any other message.
+/// What an item that refuses its arguments would have accepted: bits of Expected; 0 for all other messages.
 constexpr std::uint32_t expectedInsteadOf(Message::Id refusal) noexcept
 {
     switch (refusal)

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTFailure.h - what is kept of a failure so that it can be told to a host later: numbers and a place, nothing made
-// ready.
+// MTFailure.h - the record of a failure. Raw facts; text is built on request.
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
@@ -15,14 +14,13 @@
 #include <string>
 #include <string_view>
 
-/// The last failure; nothing has failed where message is None. What the fields mean to a host is said in
-/// ExpressionDiagnostic.h.
+/// The last failure; message is None if there is none. The fields are explained in ExpressionDiagnostic.h.
 struct MTFailure
 {
     Message::Id message = Message::None;
     mathexpr::ExpressionDiagnostic::Kind kind = mathexpr::ExpressionDiagnostic::Kind::None;
     std::uint32_t code = 0;
-    MTSpan span;                   ///< In the rewritten text; empty where nothing in it stands for the failure.
+    MTSpan span;                   ///< In the rewritten text; empty if no part of it is concerned.
     bool spanCountsTyped = false;  ///< The span counts in the typed text instead.
     std::uint32_t expected = 0;
     std::uint32_t nbArgs = 0;
@@ -33,10 +31,10 @@ struct MTFailure
 
     void note(Message::Id message, std::uint32_t expected, MTSpan span, std::wstring_view itemName,
               std::uint32_t nbArgs);
-    /// Notes a definition that the registrar has refused.
+    /// Records a definition that the registrar refused.
     void noteDefinition(const SMTDefExcepData& data, std::uint32_t expected, MTSpan span);
     void noteParsing(const SMTParsingExcepData& data, std::uint32_t expected, MTSpan span, std::uint32_t nbArgs);
-    /// Notes an item that has refused its arguments, or raised an exception for them.
+    /// Records an item that refused its arguments, or raised an exception for them.
     void noteRefusal(Message::Id refusal, MTSpan span, std::uint32_t nbArgs);
     void noteRaised(const mathexpr::ParsingException& exception, MTSpan span, std::uint32_t nbArgs);
 };

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTParserEmitter.cpp - the stack of operands, and the steps that they become.
+// MTParserEmitter.cpp - the operand stack, and its conversion to steps.
 #include "MTParserLib/compile/MTParserEmitter.h"
 
 #include "MTParserLib/program/MTValueCopy.h"
@@ -19,7 +19,7 @@ Message::Id copyValue(const MTProgramStep& step, const MTFrame& frame, bool)
 
 constexpr MTItemKernels copyingKernels{copyValue};
 
-/// Takes what is above a height from a stack.
+/// Pops everything above a height.
 template <class Element>
 void truncate(std::vector<Element>& stack, std::size_t height)
 {
@@ -96,8 +96,9 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
     const bool foldable = nbConstants == nbArgs && item.isConstant();
     if (foldable)
     {
-        // The constants are its frame: its operands lie side by side on top of them. It meets an all-zero result, and
-        // is asked before the beginning of the call is looked for: its refusal wins.
+        // The constants are its frame: its operands are adjacent on top of them. Its result is zero on entry. The item
+        // is evaluated before the start of the call is looked for, since a refusal takes precedence over a missing
+        // operand.
         constants.emplace_back();
         step.result = static_cast<MTPlace>(constants.size() - 1);
         step.first = step.result - nbArgs;
@@ -115,7 +116,7 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
     }
     if (isCall)
     {
-        if (end == 0 || waiting[end - 1].kind != Kind::Placeholder)  // not covered: it lies below all operands
+        if (end == 0 || waiting[end - 1].kind != Kind::Placeholder)  // not covered: there is one below all operands
         {
             return operandMissing(end);
         }
@@ -175,7 +176,7 @@ MTPlace MTParserEmitter::placeOf(const Operand& operand)
     return slot;
 }
 
-/// Sees to it that the operand stands in a slot when the program comes to its consumer.
+/// Makes sure that the operand is in a slot when its consumer runs.
 void MTParserEmitter::bring(const Operand& operand, MTPlace slot)
 {
     switch (operand.kind)
@@ -190,7 +191,7 @@ void MTParserEmitter::bring(const Operand& operand, MTPlace slot)
     case Kind::Result:
         program.steps[operand.index].result = slot;
         break;
-    case Kind::Placeholder:  // not covered: nothing takes it for an operand
+    case Kind::Placeholder:  // not covered: never popped as an operand
         break;
     }
 }
@@ -203,7 +204,7 @@ bool MTParserEmitter::finish()
     {
         return false;
     }
-    // A result that nothing consumes has to go somewhere: its step may refuse its arguments all the same.
+    // An unconsumed result needs a slot, since its step may still refuse its arguments.
     for (auto other = std::next(last); other != waiting.rend(); ++other)
     {
         if (other->kind == Kind::Result)
@@ -222,6 +223,7 @@ bool MTParserEmitter::finish()
     {
         program.scalar.reserve(program);
     }
-    program.choice.begin(isConstant, program.inputs.size());  // last: before all memory is there, nothing is complete
+    // Last, so that running out of memory never leaves a complete program.
+    program.choice.begin(isConstant, program.inputs.size());
     return true;
 }

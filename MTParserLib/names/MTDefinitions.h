@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTDefinitions.h - what registrars may share: operators, functions, constants and syntax, with their look-ups.
+// MTDefinitions.h - the definitions that registrars share: operators, functions, constants and syntax, with their
+// look-ups.
 //
-// The look-ups are inline, since the compiler asks them for every token. A definition of an item is what the item
-// answered when it was defined; it refers to item and symbol, which live as long as what all definitions own. Definitions
-// are small, since the first object of a process pays for each page of memory that they begin.
+// The look-ups are inline because the compiler uses them for every token. A definition caches the properties of its item;
+// it refers to item and symbol, which owned keeps alive. Definitions are small: the first object of a process pays for
+// every page of memory that they touch.
 #pragma once
 
 #include "MTParserLib/names/MTNameIndex.h"
@@ -39,7 +40,7 @@ struct MTOperatorDefinition
     std::wstring_view symbol;
     std::int32_t precedence;
     bool unary;
-    /// The next one whose symbol begins with the same character; MTNameIndex::notFound after the last.
+    /// The next operator whose symbol begins with the same character; MTNameIndex::notFound after the last.
     std::size_t nextAlike = MTNameIndex::notFound;
 };
 
@@ -58,8 +59,8 @@ struct MTConstantDefinition
     VALTYPE value;
 };
 
-/// Tells the characters that can only be part of a name or number from those that may end one: the first of an
-/// operator's symbol, a bracket, the separator and "=".
+/// Distinguishes characters that can only be part of a name or number from those that may end one: the first character of
+/// an operator's symbol, a bracket, the separator and "=".
 class MTPlainCharacters
 {
 public:
@@ -80,10 +81,10 @@ public:
 private:
     static constexpr std::size_t ascii = 128;
     std::array<bool, ascii> plain;
-    bool plainBeyondAscii = true;  // for all of them together
+    bool plainBeyondAscii = true;  // one flag for all of them
 };
 
-/// The operators and functions of the vocabulary, each in the order of its definition; overloads are linked.
+/// The operators and functions of the vocabulary, in the order of definition; overloads are linked.
 struct MTVocabulary
 {
     std::shared_ptr<const void> items;
@@ -99,20 +100,20 @@ struct MTDefinitions
     std::vector<std::shared_ptr<const void>> owned;  // keeps items and symbols alive
     std::vector<MTOperatorDefinition> operators;     // the longest symbol first
     std::vector<MTFunctionDefinition> functions;
-    MTNameIndex functionIndex;  // the first overload
+    MTNameIndex functionIndex;  // of first overloads
     std::vector<MTConstantDefinition> constants;
     MTNameIndex constantIndex;
     bool everyNameIsPlain = true;  // of functions and constants
-    bool hasHostItems = false;     // operators or functions that are known by their interface only
+    bool hasHostItems = false;     // of classes that are not the library's
     SyntaxCharacters syntax;
     MTPlainCharacters plainCharacters;
-    std::array<std::size_t, 128> firstOperator;  // whose symbol begins with an ASCII character
+    std::array<std::size_t, 128> firstOperator;  // by the ASCII character that its symbol begins with
 
     MTDefinitions() noexcept { indexCharacters(); }
 
-    /// Adds an operator before the first one with a shorter symbol; not indexed yet.
+    /// Inserts an operator before the first one with a shorter symbol; does not update the index.
     void insertOperator(const MTOperatorDefinition& definition);
-    /// To be called when operators or syntax have changed.
+    /// Call after operators or syntax have changed.
     void indexCharacters() noexcept;
 
     std::size_t firstOperatorWith(wchar_t character) const noexcept
@@ -121,7 +122,7 @@ struct MTDefinitions
         return code < firstOperator.size() ? firstOperator[code] : firstOperatorBeyondAscii(character);
     }
 
-    /// The first operator, of those with the longest symbol, whose symbol the text begins with.
+    /// The first operator of those with the longest symbol that the text begins with.
     std::size_t findOperatorAt(std::wstring_view text) const noexcept
     {
         if (text.empty())
@@ -137,7 +138,7 @@ struct MTDefinitions
         return index;
     }
 
-    /// The unary or the binary operator among an operator and those after it, with the same symbol.
+    /// The unary or the binary operator with the same symbol, from index on.
     std::size_t findOperatorFrom(std::size_t index, std::wstring_view symbol, bool unary) const noexcept
     {
         while (index != notFound &&
@@ -166,7 +167,7 @@ struct MTDefinitions
 private:
     std::size_t firstOperatorBeyondAscii(wchar_t character) const noexcept;
 
-    /// Looks among all names, where the index knows none that is spelt alike, for one that the system takes for the same.
+    /// Fallback of the index: searches all names for one that the system considers equal.
     template <class Entry, class Name>
     std::size_t findOtherSpelling(const std::vector<Entry>& entries, Name Entry::*nameOf,
                                   std::wstring_view name) const noexcept
@@ -175,7 +176,7 @@ private:
         {
             return notFound;
         }
-        const auto found =  // not covered: only where the system compares linguistically, which is Windows
+        const auto found =  // not covered: only if the system compares linguistically, as Windows does
             std::find_if(entries.begin(), entries.end(),
                          [&](const Entry& entry) { return platform::isSameName(entry.*nameOf, name); });
         return found == entries.end() ? notFound : static_cast<std::size_t>(found - entries.begin());

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTNameIndex.h - finds the entry of a name among entries that stand in a vector of the owner's.
+// MTNameIndex.h - hash index of named entries in a vector of the owner.
 //
-// An open-addressing hash table of (hash, index) pairs. The names stay with their entries: whoever asks says how to
-// compare. One hash serves every kind of name, so that it is computed once for a token: it folds the letters A to Z, as
-// names of variables do, and leaves the rest to the comparison. Where the names are known when the library is compiled,
-// so is the table (MTNameIndex::Table).
+// An open-addressing hash table of (hash, index) pairs. The names stay with their entries; the caller supplies the
+// comparison. All kinds of names share one hash, computed once per token: it folds the letters A to Z, as names of
+// variables do; the comparison decides about case. The vocabulary's table is computed at compile time
+// (MTNameIndex::Table).
 #pragma once
 
 #include <array>
@@ -16,13 +16,13 @@
 #include <string_view>
 #include <vector>
 
-/// The letters A to Z as a to z, in every locale; nothing else is folded.
+/// Folds A to Z to lower case, in every locale; other characters are unchanged.
 constexpr wchar_t foldCase(wchar_t character) noexcept
 {
     return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character - L'A' + L'a') : character;
 }
 
-/// Whether two names of variables are one and the same.
+/// Whether two names denote the same variable.
 constexpr bool sameIgnoringCase(std::wstring_view left, std::wstring_view right) noexcept
 {
     if (left.size() != right.size())
@@ -52,7 +52,7 @@ class MTNameIndex
 public:
     static constexpr std::size_t notFound = std::numeric_limits<std::size_t>::max();
 
-    /// What an index of so many slots holds, made while compiling. The number of slots is a power of two.
+    /// A table with a number of slots, computed at compile time. The number of slots is a power of two.
     template <std::size_t nbSlots>
     class Table
     {
@@ -90,18 +90,18 @@ public:
         return value;
     }
 
-    /// The index of the entry with that hash for which isNamed(index) holds.
+    /// The index of the entry with this hash for which isNamed(index) is true.
     template <class IsNamed>
     std::size_t find(std::uint32_t hash, IsNamed isNamed) const
     {
         return slots.empty() ? notFound : findIn(slots.data(), slots.size(), hash, isNamed);
     }
 
-    /// Makes room for one more, so that inserting it cannot fail.
-    /// @param nbEntries  how many there are at most
+    /// Reserves memory for one more entry, so that insert cannot fail.
+    /// @param nbEntries  present number of entries, or an upper bound
     void reserveOneMore(std::size_t nbEntries)
     {
-        // At most half full, so that a search ends after a step or two.
+        // At most half full, so a search takes one or two probes.
         if (2 * (nbEntries + 1) <= slots.size())
         {
             return;
@@ -117,13 +117,13 @@ public:
         }
     }
 
-    /// Adds an entry after reserveOneMore.
+    /// Adds an entry; call reserveOneMore before.
     void insert(std::uint32_t hash, std::size_t index) noexcept
     {
         place(slots.data(), slots.size(), Slot{hash, static_cast<std::uint32_t>(index)});
     }
 
-    /// Forgets the entries and keeps the memory.
+    /// Removes all entries and keeps the memory.
     void clear() noexcept { slots.assign(slots.size(), Slot{}); }
 
 private:

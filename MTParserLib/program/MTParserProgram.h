@@ -1,20 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTParserProgram.h - the compiled program: what the compiler hands to the evaluator.
+// MTParserProgram.h - the compiled program: output of the compiler, input of the evaluator.
 //
 //     x*2+y     0  *  x, 2       -> slot 1
 //               1  +  slot 1, y  -> root
 //
-// Steps in postfix order: the operands of a step are the sub-programs that end just before it, the last operand last;
-// the last step is the root's. A step names its operands and its result by their places in a frame (MTFrame.h). Its
-// result goes straight to the slot of the step that consumes it, so that evaluating is one pass over the steps without
-// a stack.
+// Steps are in postfix order: the operands of a step are the sub-programs that end just before it, the last operand
+// last; the last step computes the root. A step names the places of its operands and its result in a frame (MTFrame.h).
+// The result is written directly to the slot from which its consumer reads, so evaluating is one pass over the steps,
+// without a stack.
 //
-// What needs not be computed is no step: constants stand in the slots that consume them, and the value of a variable
-// is read where the variable keeps it. A variable is a step of its own, which copies it to a slot, only where its
-// consumer needs its arguments side by side, and where code of the host's may run in a program and change variables on
-// the way.
+// Constants and variables need no steps: a constant is stored in a slot at compile time, and a variable's value is read
+// where the variable keeps it. Exception: a variable is copied by a step of its own if its consumer needs adjacent
+// arguments, or if code of the host may run in the program and change variables in between.
 #pragma once
 
 #include "MTParserLib/program/MTFrame.h"
@@ -30,21 +29,21 @@
 
 class MTBulkPlan;
 
-/// The evaluation of one operator, function or variable.
+/// Evaluates one operator, function or variable.
 struct MTProgramStep
 {
     const MTItemKernels* kernels;
     const IMathExprItemEvaluator* item;
-    /// The first operand, of which all others follow side by side, unless the item reads its operands in place. Of a
-    /// variable that is copied, its value; of one of the host's, noPlace.
+    /// The first operand. Unless the item reads its operands in place, the others follow in adjacent slots. For a
+    /// variable that is copied, its value; for a variable of the host, noPlace.
     MTPlace first;
-    MTPlace second;  ///< The second operand; meaningless where there is none.
-    MTPlace result;  ///< The slot of the step that consumes the result, or one of its own.
+    MTPlace second;  ///< The second operand; unspecified if there is none.
+    MTPlace result;  ///< The slot from which the consumer reads, or a slot of its own.
     std::uint32_t nbArgs;
     std::uint32_t position;  ///< In the rewritten text, for error reports.
 
     MTPlace operand(std::uint32_t index) const noexcept { return index == 1 ? second : first + index; }
-    /// Whether it copies a variable. No item is called without arguments, but for a variable of the host's.
+    /// Whether the step copies a variable. Only variables of the host are evaluated without arguments.
     bool isCopy() const noexcept { return nbArgs == 0 && first != noPlace; }
     Message::Id evaluate(const MTFrame& frame, bool showMessages) const
     {
@@ -52,9 +51,9 @@ struct MTProgramStep
     }
 };
 
-/// Evaluates an item of one or two operands of the kinds that a step's operands have. All numbers are 1, which no item
+/// Evaluates an item of one or two operands of the same kinds as a step's operands, with all numbers 1, which no item
 /// refuses.
-/// @param result  receives what the item makes of a fresh slot
+/// @param result  receives the item's result, written to a fresh slot
 Message::Id evaluateWithOnes(const MTProgramStep& step, const MTFrame& frame, VALTYPE& result);
 
 /// The steps of one expression and their frame.
@@ -64,34 +63,34 @@ public:
     MTParserProgram() noexcept;
     ~MTParserProgram();
 
-    /// Forgets the steps and keeps the memory.
+    /// Removes the steps and keeps the memory.
     void clear() noexcept;
 
-    /// Whether there is something to evaluate: a program that is still being compiled is not complete.
+    /// Whether there is a program to evaluate. It is incomplete while it is compiled.
     bool isComplete() const noexcept { return choice.getState() != MTRunState::Empty; }
-    /// Whether the value of a complete program is known, so that no step has to be run for it.
+    /// Whether the value of a complete program is known at compile time, so that no step is run.
     bool isConstant() const noexcept { return choice.getState() == MTRunState::Constant; }
 
-    /// The slot that holds the value of the whole expression after a run of a complete program. It is the last.
+    /// The slot with the value of the whole expression after a run of a complete program: the last slot.
     MTPlace getRootPlace() const noexcept { return static_cast<MTPlace>(slots.size() - 1); }
     const VALTYPE& getRoot() const noexcept { return slots.back(); }
 
-    /// The input that has its value at an address; noPlace where there is none.
+    /// The input whose value is at an address; noPlace if there is none.
     MTPlace findInput(const VALTYPE& variable) const noexcept;
 
     std::vector<MTProgramStep> steps;
     std::vector<VALTYPE> slots;
 
-    /// The variables that it reads, in the order of their first use.
+    /// The variables that the program reads, in the order of first use.
     std::vector<const IMathVariable*> usedVariables;
-    /// The values of those that are read where the variable keeps its value, in the same order.
+    /// The values of the variables that are read in place, in the same order.
     std::vector<const VALTYPE*> inputs;
 
-    MTFrame frame;  ///< Of a complete program: slots and inputs.
+    MTFrame frame;  ///< The slots and inputs of a complete program.
 
     MTScalarCode scalar;
     MTRunChoice choice;
-    std::unique_ptr<MTBulkPlan> bulkPlan;  ///< Of the last bulk evaluation; null before the first.
+    std::unique_ptr<MTBulkPlan> bulkPlan;  ///< From the last bulk evaluation; null before the first.
 
 private:
     friend class MTReentryGuard;
@@ -99,8 +98,8 @@ private:
     bool isEntered = false;
 };
 
-/// Guards a program against reentry: one call at a time compiles or runs it. While such a call waits for the host, in a
-/// look-up or a message box, the host may call back; that call does not enter, and must leave the program alone.
+/// Guards a program against reentrancy: one call at a time compiles or runs it. While that call waits for the host, in
+/// a look-up or a message box, the host may call back; the nested call is not entered, and must not touch the program.
 class MTReentryGuard
 {
 public:

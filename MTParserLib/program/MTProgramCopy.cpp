@@ -26,7 +26,7 @@ Message::Id attempt(Evaluation evaluate)
     }
     catch (const std::bad_alloc&)
     {
-        return Message::InvalidExpression;  // there was no memory left to raise that exception
+        return Message::InvalidExpression;  // the exception itself ran out of memory
     }
 }
 

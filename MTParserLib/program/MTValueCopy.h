@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTValueCopy.h - copies a value record of which single fields were written a moment ago.
+// MTValueCopy.h - copies value records whose fields have just been written one by one.
 //
-// A processor hands a stored value straight on to a load of the same bytes, but not to a wider load that takes in bytes
-// from elsewhere: that one waits until the store has reached the cache, some ten cycles. Compilers copy a record in
-// wide pieces. Reading through volatile keeps each load as wide as the store that it meets.
+// A processor forwards a recent store to a load of the same bytes, but not to a wider load that includes other bytes:
+// that load stalls about ten cycles, until the store has reached the cache. Compilers copy a record with wide loads.
+// Reading through volatile keeps every load as wide as the store before it.
 #pragma once
 
 #include "mathexpr/ValType.h"
@@ -24,7 +24,7 @@ inline void copyRecent(VALTYPE& to, const volatile VALTYPE& from) noexcept
     to.z = from.z;
 }
 
-/// Copies a record that stands long since, but for x, which has just been computed.
+/// Copies a record written long ago, except x, which has just been computed.
 inline void copyWithX(VALTYPE& to, const VALTYPE& from, double x) noexcept
 {
     std::memcpy(static_cast<void*>(&to), &from, offsetof(VALTYPE, x));
@@ -32,7 +32,7 @@ inline void copyWithX(VALTYPE& to, const VALTYPE& from, double x) noexcept
     std::memcpy(&to.y, &from.y, sizeof to.y + sizeof to.z);
 }
 
-/// Copies a record of which x, y and z have just been stored, one by one.
+/// Copies a record whose x, y and z have just been stored one by one.
 inline void copyWithCoordinates(VALTYPE& to, const VALTYPE& from) noexcept
 {
     const volatile VALTYPE& recent = from;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BuiltInKernels.h - makes all that a program knows of the classes of the vocabulary.
+// BuiltInKernels.h - builds the kernels of the vocabulary's classes.
 #pragma once
 
 #include "MTParserLib/program/MTItemKernels.h"

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BuiltInScalars.h - makes the scalar kernels of the classes of the vocabulary.
+// BuiltInScalars.h - builds the scalar kernels of the vocabulary's classes.
 //
-// A class has kernels for the kinds of operands that its formula has overloads for: one for each place in which the
-// operands may stand.
+// A class has kernels for every combination of kinds that its formula has overloads for, one for each form of operands
+// (MTOperandForm).
 #pragma once
 
 #include "MTParserLib/run/MTScalarSteps.h"
@@ -25,7 +25,7 @@ using formulas::takesOperands;
 template <class Item>
 using FormulaOf = typename Item::Formula;
 
-/// An item in code whose runs all begin with fresh slots.
+/// An item in code whose runs all start with fresh slots.
 template <class Item>
 struct OnFreshSlots
 {
@@ -39,11 +39,11 @@ inline constexpr bool hasFreshSlots = false;
 template <class Item>
 inline constexpr bool hasFreshSlots<OnFreshSlots<Item>> = true;
 
-/// Whether an item of points reads what its slot holds from an earlier run. If so, numbers are stored there as well.
+/// Whether an item of points reads the previous content of its slot. If so, numbers are stored there as well.
 template <class Item>
 inline constexpr bool readsSlot = !hasFreshSlots<Item> && addsOnto<FormulaOf<Item>, PointValue, PointValue>;
 
-/// Items of which two in a row become one step: the arithmetic that formulas are mostly made of.
+/// Items that are fused in pairs: the arithmetic that most formulas consist of.
 using Fused = std::tuple<AddOp, MinusOp, MultOp, DivOp, OnFreshSlots<MultOp>>;
 inline constexpr std::size_t nbFused = std::tuple_size_v<Fused>;
 
@@ -55,8 +55,8 @@ constexpr std::size_t findFusedIndex(const std::tuple<Items...>* /*all*/)  // no
     return isFused ? index : MTScalarKernels::notFused;
 }
 
-/// Whether an item has kernels for operands of these types, double or PointValue. It comes to the same result when it is
-/// computed again.
+/// Whether an item has kernels for operands of these types, double or PointValue. Only items whose repeated evaluation
+/// gives the same result have kernels.
 template <class Item, class... Operands>
 constexpr bool hasKernels()  // not covered: runs while compiling
 {
@@ -71,7 +71,7 @@ constexpr bool hasKernels()  // not covered: runs while compiling
     }
 }
 
-/// Whether an item of such operands computes a point.
+/// Whether an item yields a point for such operands.
 template <class Item, class... Operands>
 constexpr bool yieldsPoint()  // not covered: runs while compiling
 {
@@ -92,9 +92,9 @@ inline void storePoint(double* slot, PointValue point) noexcept
     slot[2] = point.z;
 }
 
-/// Computes an item, unless it refuses its operands. A point is stored, and a product, which a later run may read.
+/// Computes an item, unless it refuses its operands. Stores a point, and also a product, which a later run may read.
 /// @param slot   x of the item's slot
-/// @param value  receives a number; stays where the result is a point
+/// @param value  receives a number; unchanged if the result is a point
 /// @return whether the item refuses its operands
 template <class Item, class... Operands>
 bool isRefused(double* slot, double& value, Operands... operands)
@@ -139,7 +139,7 @@ Operand load(const double* x) noexcept
     }
 }
 
-/// Fetches the operands of an item from where they stand, and computes it.
+/// Loads the operands of an item according to their form, and computes it.
 template <class Item, MTOperandForm form, class First, class... Others>
 bool isFormRefused(const MTScalarStep& step, double& value)
 {
@@ -203,7 +203,7 @@ bool runFused(const MTScalarStep* step, double value, void* result, const MTScal
 template <class Operand>
 inline constexpr bool isNumber = std::is_same_v<Operand, double>;
 
-/// Adds the kernels of an item for operands of some types, if it has them.
+/// Adds the kernels of an item for operands of certain types, if it has them.
 template <class Item, class First, class... Others>
 constexpr void addKernels(MTScalarKernels& item, MTOperandKinds kinds)  // not covered: runs while compiling
 {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FusedKernels.cpp - the table of kernels for two items in a row.
+// FusedKernels.cpp - the table of kernels for two consecutive items.
 #include "MTParserLib/run/BuiltInScalars.h"
 
 #include <utility>
@@ -19,8 +19,8 @@ constexpr MTOperandForm secondForm(std::size_t index)
     return index == 0 ? MTOperandForm::ValueMemory : MTOperandForm::MemoryValue;
 }
 
-/// The kernel that stands at an index of the table: second form, second item, first form, first item vary in that
-/// order.
+/// The kernel at an index of the table. From the fastest varying to the slowest: second form, second item, first form,
+/// first item.
 template <std::size_t index>
 constexpr MTScalarKernel kernelAt()  // not covered: runs while compiling
 {

@@ -46,7 +46,7 @@ void MTBoundFunction::findReads()
     }
 }
 
-/// Lets the code read the arguments that are given, in the caller's array if that is the one of the last call, too.
+/// Points the operands at the given arguments: at the caller's array if the previous call used the same one.
 void MTBoundFunction::bind(const double* given) noexcept
 {
     const bool isLast = given == last;
@@ -75,7 +75,7 @@ void MTBoundFunction::setArguments(const double* given) noexcept
 {
     for (double* const argument : arguments)
     {
-        // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): null is given only where there is no argument
+        // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): given is null only if there are no arguments
         *argument = *given++;
     }
 }

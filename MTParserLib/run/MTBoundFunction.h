@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTBoundFunction.h - a program as a function of numbers, which are given by position.
+// MTBoundFunction.h - a program as a function of numbers with positional arguments.
 //
 //     a-2*b     a 1, b 2     -3
 //
-// The kinds of all values are settled when the function is made, so that a call looks at nothing but the numbers. Its
-// scalar code reads them in the caller's array, when it is called with one array again and again, and else in variables
-// that they are copied to:
+// The kinds of all values are determined when the function is created, so a call reads only the numbers. Scalar code
+// reads them in the caller's array if successive calls pass the same array, otherwise in variables to which they are
+// copied:
 //
 //     call with array 1     copied
 //     call with array 1     the operands are redirected to array 1
@@ -26,7 +26,7 @@
 class MTBoundFunction
 {
 public:
-    /// @param program    complete; it and its variables have to stay as they are for the life of the function
+    /// @param program    complete; it and its variables must not change during the life of the function
     /// @param arguments  values of variables, by position
     MTBoundFunction(const MTParserProgram& program, platform::ArrayView<const VALTYPE* const> arguments);
     MTBoundFunction(const MTBoundFunction&) = delete;
@@ -35,16 +35,17 @@ public:
     std::size_t getArgumentCount() const noexcept { return arguments.size(); }
     bool yieldsPoint() const noexcept { return copy.getRoot().type != 0; }
 
-    /// Computes what a fresh program would, whatever was called before. Nothing is allocated, nobody is called.
-    /// @param given  as many as there are arguments
-    /// @return false where an item refuses its operands
+    /// Computes what a fresh program would, independent of earlier calls. Allocates nothing and calls no code of the
+    /// host.
+    /// @param given  as many numbers as there are arguments
+    /// @return false if an item refuses its operands
     bool call(const double* given, double& result) noexcept
     {
         return given == bound && platform::computesAsTheLibrary() ? runCode(result) : callInFull(given, result);
     }
 
 private:
-    /// An operand that the code reads from the caller's arguments.
+    /// An operand that the code reads from the arguments.
     struct Read
     {
         const double** operand;
@@ -64,10 +65,11 @@ private:
     MTProgramCopy copy;
     std::vector<double*> arguments;  // x of the inputs
     MTScalarCode code;
-    const MTScalarStep* first = nullptr;  // of the code; null where it cannot stand for the program
-    bool copiesArguments = false;         // to the copy's variables, in each call: steps run on records
-    std::vector<Read> reads;              // where that is not so
-    double unread = 0.0;                  // in place of an argument that no step reads
-    const double* bound = &unread;        // the caller's array that they read; this address where they read the copy's
-    const double* last = nullptr;         // the array of the last call that was not bound
+    const MTScalarStep* first = nullptr;  // of the code; null if scalar code cannot run the program
+    bool copiesArguments = false;         // in each call, because some steps run on records
+    std::vector<Read> reads;              // if it is false
+    double unread = 0.0;                  // target of arguments that no step reads
+    const double* bound = &unread;        // the array that the operands point at; &unread if they point at the copy's
+                                          // variables
+    const double* last = nullptr;         // the array of the last call, if it was not bound
 };

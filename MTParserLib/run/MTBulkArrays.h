@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTBulkArrays.h - reads the rows of columns and writes those of results, whatever their strides.
+// MTBulkArrays.h - reads rows of columns and writes rows of results, with any strides.
 #pragma once
 
 #include "mathexpr/BulkArrays.h"
@@ -11,10 +11,10 @@
 #include <cstring>
 #include <limits>
 
-/// A column, and the variable that it gives values to.
+/// A column and its variable.
 struct MTBoundColumn
 {
-    const VALTYPE* variable;  ///< Where the program reads it.
+    const VALTYPE* variable;  ///< The address from which the program reads.
     mathexpr::BulkColumn column;
 };
 
@@ -24,13 +24,13 @@ inline double readNumber(const double* data, std::ptrdiff_t offset) noexcept
     return *static_cast<const double*>(place);
 }
 
-/// Where a row begins, in bytes from the first.
+/// Byte offset of a row from the first row.
 inline std::ptrdiff_t offsetOf(std::size_t row, std::ptrdiff_t stride) noexcept
 {
     return static_cast<std::ptrdiff_t>(row) * stride;
 }
 
-/// Gives a variable the value of a row. The record holds a value of the same column already, or is all zero.
+/// Copies the value of a row to a variable. The record must hold a value of the same column, or be all zero.
 inline void readRow(const mathexpr::BulkColumn& column, std::size_t row, VALTYPE& variable) noexcept
 {
     const std::ptrdiff_t offset = offsetOf(row, column.stride);
@@ -50,13 +50,13 @@ public:
     MTBulkWriter() noexcept = default;
     explicit MTBulkWriter(const mathexpr::BulkResults& target) noexcept : results(target) {}
 
-    /// Whether the results take points, or numbers.
+    /// Whether the results accept points, or numbers.
     bool takes(bool isPoint) const noexcept
     {
         return results.kind == mathexpr::BulkKind::Record || isPoint == (results.kind == mathexpr::BulkKind::Point);
     }
 
-    /// Where the rows from this one on stand packed, of numbers (width 1) or of points (3); null where they do not.
+    /// The address of a row if the rows are contiguous, as numbers (width 1) or points (3); otherwise null.
     double* packedValues(std::size_t row, std::size_t width) const noexcept
     {
         constexpr auto number = static_cast<std::ptrdiff_t>(sizeof(double));
@@ -66,7 +66,7 @@ public:
         return packed ? static_cast<double*>(results.data) + row * width : nullptr;
     }
 
-    /// @return false, with nothing written, for a value of a kind that the results do not take
+    /// @return false, with nothing written, if the results do not accept the value's kind
     bool write(std::size_t row, const VALTYPE& value) const noexcept
     {
         const bool isPoint = value.type != 0;

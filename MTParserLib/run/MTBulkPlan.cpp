@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Records are compared by their bits: items may tell -0 from 0.
+/// Records are compared by their bits, since items may distinguish -0 from 0.
 std::array<std::uint64_t, 4> bitsOf(const VALTYPE& record) noexcept
 {
     std::array<std::uint64_t, 4> bits;

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTBulkPlan.h - what bulk evaluation makes of a program before the first row, kept with the program for the next call.
+// MTBulkPlan.h - preparations of a bulk evaluation, cached with the program for the next call.
 //
-//     x*r+1, r=2    column x            plan: tile code for x, with 2 in a place; a worker with its memory
+//     x*r+1, r=2    column x            plan: tile code for x, with the uniform 2; a worker with its memory
 //                   column x again      the same plan, bound to other arrays
 //                   r=3, or column p    another plan
 //
-// A plan holds no array of the host's: a worker is bound to those of each call.
+// A plan refers to no array of the host: every call binds the worker to its arrays.
 #pragma once
 
 #include "MTParserLib/run/MTBulkWorker.h"
@@ -20,17 +20,17 @@
 class MTBulkPlan
 {
 public:
-    /// @param program  complete; has to stay as it is for the life of this object
+    /// @param program  complete; must not change during the life of this object
     /// @param columns  of variables that the program reads
-    /// @param set      whose kernels compute tiles; null: every row is computed by itself
+    /// @param set      the instruction set for tiles; null: evaluate row by row
     MTBulkPlan(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns, const MTTileSet* set);
 
-    /// Whether the plan is one for such columns and the present values of all other variables.
+    /// Whether the plan fits these columns and the present values of all other variables.
     bool suits(platform::ArrayView<const MTBoundColumn> columns, const MTTileSet* set) const noexcept;
 
-    /// The worker of the thread that calls. It is to be bound.
+    /// The calling thread's worker; bind it before use.
     MTBulkWorker& getWorker() noexcept { return *worker; }
-    /// A worker for another thread.
+    /// Creates a worker for another thread.
     std::unique_ptr<MTBulkWorker> makeWorker(platform::ArrayView<const MTBoundColumn> columns) const;
 
 private:

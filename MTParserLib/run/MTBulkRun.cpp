@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTBulkRun.cpp - rows are shared out in portions; whichever thread is free takes the next one.
+// MTBulkRun.cpp - divides the rows into portions; each thread claims the next portion when it is free.
 #include "MTParserLib/run/MTBulkRun.h"
 
 #include "MTParserLib/run/MTBulkPlan.h"
@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::uint32_t mostThreads = 256;
 
-/// Whether nobody can tell in which order rows are evaluated, and on which thread.
+/// Whether the order in which rows are evaluated, and their threads, cannot be observed.
 bool isOrderHidden(const MTParserProgram& program)
 {
     return std::all_of(program.steps.begin(), program.steps.end(), [](const MTProgramStep& step) {
@@ -27,11 +27,11 @@ bool isOrderHidden(const MTParserProgram& program)
     });
 }
 
-/// What all threads share.
+/// State shared by all threads.
 class Rows
 {
 public:
-    /// @param lead  so many of these rows are a block of their own
+    /// @param lead  number of first rows that form a block of their own
     Rows(std::size_t rows, std::size_t lead, std::uint32_t* rowStatus) noexcept
         : nbRows(rows), nbLead(lead), status(rowStatus)
     {}
@@ -64,7 +64,7 @@ public:
 private:
     using Block = std::array<std::uint32_t, MTBulkWorker::blockRows>;
 
-    /// @param block  all Done, as it is left
+    /// @param block  all Done on entry and on return
     void evaluateBlock(MTBulkWorker& worker, std::size_t first, std::size_t count, Block& block, MTBulkTally& tally)
     {
         const bool allDone = worker.evaluate(first, count, block.data());
@@ -107,7 +107,7 @@ std::size_t portionsOf(std::size_t nbRows) noexcept
     return nbRows / portionRows + (nbRows % portionRows != 0 ? 1 : 0);
 }
 
-/// The plan that is kept with the program, where it suits, or a new one in its place.
+/// The program's cached plan if it fits, otherwise a new one that replaces it.
 MTBulkPlan& planOf(MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns, const MTTileSet* set)
 {
     std::unique_ptr<MTBulkPlan>& kept = program.bulkPlan;
@@ -137,7 +137,7 @@ MTBulkTally runInBulk(MTParserProgram& program, platform::ArrayView<const MTBoun
     {
         nbOthers = std::min<std::size_t>({nbThreads, mostThreads, portionsOf(nbRows)}) - 1;
     }
-    // A few rows are not worth a block more.
+    // A separate block pays off only with many rows.
     const std::size_t nbLead = nbRows > MTBulkWorker::blockRows ? plan.getWorker().getLeadRows() : 0;
     Rows rows(nbRows, nbLead, results.status);
     if (nbOthers == 0)
@@ -145,7 +145,7 @@ MTBulkTally runInBulk(MTParserProgram& program, platform::ArrayView<const MTBoun
         return rows.evaluatePortions(plan.getWorker());
     }
 
-    // All memory is taken before a row is evaluated.
+    // All memory is allocated before the first row is evaluated.
     std::vector<std::unique_ptr<MTBulkWorker>> others(nbOthers);
     for (std::unique_ptr<MTBulkWorker>& other : others)
     {

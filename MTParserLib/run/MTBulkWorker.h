@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTBulkWorker.h - what evaluates rows on one thread. There are two kinds: tiles (MTTileWorker.h) and single rows
-// (MTRowProgram.h).
+// MTBulkWorker.h - evaluates rows on one thread, either in tiles (MTTileWorker.h) or row by row (MTRowProgram.h).
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
@@ -13,7 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 
-// A row that is refused has the message of the refusal as its status.
+// The status of a refused row is the message of the refusal.
 static_assert(std::uint32_t{mathexpr::RowStatus::Done} == Message::None);
 static_assert(std::uint32_t{mathexpr::RowStatus::ArgumentsRefused} == Message::InvalidExpression);
 
@@ -22,20 +21,19 @@ class MTBulkWorker
 public:
     virtual ~MTBulkWorker() = default;
 
-    /// Points at the arrays of a call, before its rows are evaluated. All memory that rows need is taken here.
-    /// @param columns  of the same variables and kinds, in the same order, as those that the worker was made for
+    /// Attaches the arrays of a call. Allocates all memory that the rows need.
+    /// @param columns  of the same variables and kinds, in the same order, as those that the worker was created for
     virtual void bind(platform::ArrayView<const MTBoundColumn> columns, const mathexpr::BulkResults& results) = 0;
 
-    /// How many of the first rows are best evaluated by themselves: arrays that begin in the middle of a vector are read
-    /// and written faster from there on.
+    /// Number of first rows to evaluate separately: unaligned arrays are read and written faster if the tiles start at a
+    /// vector boundary.
     virtual std::size_t getLeadRows() const noexcept { return 0; }
 
-    /// Evaluates some rows, at most blockRows, and writes their results. Nothing is allocated.
-    /// @param status  a RowStatus for each of these rows, all 0 on entry
+    /// Evaluates at most blockRows rows and writes their results. Allocates nothing.
+    /// @param status  receives a RowStatus per row; all 0 on entry
     /// @return whether all rows have a value
     virtual bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) = 0;
 
-    /// Few enough that the numbers of several operands stay in the processor's nearest cache, and so many that the
-    /// work for a block itself does not show.
+    /// Several operands fit in L1, and the cost per block is negligible.
     static constexpr std::size_t blockRows = 512;
 };

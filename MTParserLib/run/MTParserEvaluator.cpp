@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTParserEvaluator.cpp - one pass over the steps; each writes straight into the slot that consumes it. Scalar code
-// runs in their place where it may.
+// MTParserEvaluator.cpp - one pass over the steps, each of which writes to its consumer's slot; or scalar code, where
+// it may run instead.
 #include "MTParserLib/run/MTParserEvaluator.h"
 
 #include "MTParserLib/vocabulary/Refusal.h"

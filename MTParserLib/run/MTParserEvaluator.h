@@ -6,20 +6,20 @@
 
 #include "MTParserLib/program/MTParserProgram.h"
 
-/// The step that ended a run: which one, how many arguments it has, and why it refused them.
+/// The step that ended a run: which one, its argument count, and why it refused its arguments.
 struct MTRunFailure
 {
     std::uint32_t position = 0;
     std::uint32_t nbArgs = 0;
-    Message::Id refusal = Message::None;  ///< None where it raised an exception.
+    Message::Id refusal = Message::None;  ///< None if it raised an exception.
 };
 
-/// What a step of scalar code says that refuses its operands.
+/// Describes a step of scalar code that refused its operands.
 /// @param slot  x of the step's result
 MTRunFailure failureAt(const MTParserProgram& program, const double* slot, Message::Id refusal) noexcept;
 
-/// Runs a complete program once. Nothing is allocated. A program whose root is constant is not run at all.
-/// @param showMessages  whether an item may tell the user why it refuses
+/// Runs a complete program once. Allocates nothing. A program with a constant root is not run.
+/// @param showMessages  whether an item may show the user why it refuses
 /// @param failure       receives the step that refused its arguments or raised an exception
 /// @return true with the value in the program's root; false as soon as an item refuses its arguments
 /// @throws what an item raises for an argument of the wrong kind

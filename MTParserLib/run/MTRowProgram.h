@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTRowProgram.h - a copy of a program that evaluates rows one after the other.
+// MTRowProgram.h - a copy of a program that evaluates row by row.
 //
-// It runs what tile code cannot: items of the host's, random numbers, and tiles with a row that is refused. The slots
-// are set before each row to what they are in a program that has just been compiled, so that no row shows in the next.
+// It runs what tile code cannot: items of the host, random numbers, and tiles with a refused row. Before each row the
+// slots are reset to their state after compilation, so that rows are independent.
 #pragma once
 
 #include "MTParserLib/program/MTProgramCopy.h"
@@ -17,18 +17,18 @@
 class MTRowProgram final : public MTBulkWorker
 {
 public:
-    /// @param program  complete; has to stay as it is for the life of this object
+    /// @param program  complete; must not change during the life of this object
     MTRowProgram(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns);
 
     void bind(platform::ArrayView<const MTBoundColumn> bound, const mathexpr::BulkResults& results) override;
 
-    /// @throws what an item of the host throws, but for the exception with code 15
+    /// @throws what an item of the host throws, except the exception with code 15
     bool evaluate(std::size_t firstRow, std::size_t nbRows, std::uint32_t* status) override;
 
 private:
     struct Column
     {
-        VALTYPE* variable;  ///< Null where no step reads it.
+        VALTYPE* variable;  ///< Null if no step reads it.
         mathexpr::BulkColumn source;
     };
 

@@ -1,15 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTRunChoice.h - what is known of the runs of a program, and which runner the next one takes.
+// MTRunChoice.h - the state of a program between runs; selects the engine of the next run.
 //
-//     x/y       compiled                    Fresh
-//               evaluate: steps, complete   Settled        the slots tell of which kinds x and y make them
-//               evaluate: scalar code       Scalar, armed  the next evaluation jumps into scalar code
-//               evaluate, y is 0: refused   Scalar         not armed: there is a failure to be forgotten
-//               evaluate, x is a point      Settled        by the steps: scalar code was made for numbers
+// Example, x/y:
 //
-// The whole table is in docs/architecture.md.
+//     compiled                    Fresh
+//     evaluate: steps, complete   Settled        the slots have the kinds that x and y lead to
+//     evaluate: scalar code       Scalar, armed  the next evaluation takes the fast path
+//     evaluate, y is 0: refused   Scalar         not armed: there is a recorded failure to clear
+//     evaluate, x is a point      Settled        by the steps: scalar code was built for numbers
+//
+// docs/architecture.md has the whole table.
 #pragma once
 
 #include "mathexpr/ValType.h"
@@ -23,12 +25,12 @@ struct MTScalarStep;
 
 enum class MTRunState : std::uint8_t
 {
-    Empty,        ///< There is no program, or it is still being compiled.
-    Constant,     ///< The value stands in the root; nothing is run.
-    Fresh,        ///< No run with inputs of these kinds has been complete.
-    Settled,      ///< The last run was complete, so the slots have the kinds that later runs give them.
+    Empty,        ///< There is no program, or it is being compiled.
+    Constant,     ///< The root holds the value; nothing is run.
+    Fresh,        ///< No run with inputs of these kinds has completed.
+    Settled,      ///< The last run completed, so the slots have the kinds of later runs.
     Scalar,       ///< There is scalar code for these kinds.
-    Interpreted,  ///< Scalar code cannot stand for the program.
+    Interpreted,  ///< Scalar code cannot run the program.
 };
 
 class MTRunChoice
@@ -36,7 +38,7 @@ class MTRunChoice
 public:
     MTRunState getState() const noexcept { return state; }
 
-    /// There is no program.
+    /// The program has been removed.
     void clear() noexcept
     {
         state = MTRunState::Empty;
@@ -44,22 +46,22 @@ public:
     }
 
     /// A program has been compiled.
-    /// @param nbInputs  as many as it has
+    /// @param nbInputs  its number of inputs
     void begin(bool isConstant, std::size_t nbInputs)
     {
         inputHeads.resize(nbInputs);
         state = isConstant ? MTRunState::Constant : MTRunState::Fresh;
     }
 
-    /// Chooses the runner of the next evaluation of a complete program, which it belongs to.
-    /// @return Constant, where there is nothing to run; Scalar: scalar code; Fresh or Interpreted: the steps
+    /// Selects the engine for the next evaluation of a complete program, which owns this object.
+    /// @return Constant: nothing to run; Scalar: scalar code; Fresh or Interpreted: the steps
     MTRunState choose(MTParserProgram& program);
 
-    /// Call when the steps have run to their end.
+    /// Call after the steps have run to their end.
     void settle(const MTParserProgram& program);
 
-    /// The first step of scalar code while the fast path is armed: while no call is under way that may reach the host,
-    /// and the last evaluation was a success. Null otherwise.
+    /// The first step of scalar code while the fast path is armed: no call that may reach the host is in progress, and
+    /// the last evaluation succeeded. Otherwise null.
     const MTScalarStep* getArmed() const noexcept { return armed; }
     void arm(const MTParserProgram& program) noexcept;
     void disarm() noexcept { armed = nullptr; }
@@ -67,5 +69,5 @@ public:
 private:
     MTRunState state = MTRunState::Empty;
     const MTScalarStep* armed = nullptr;
-    std::vector<std::uint16_t> inputHeads;  // of the run that settled the kinds
+    std::vector<std::uint16_t> inputHeads;  // of the run that determined the kinds
 };

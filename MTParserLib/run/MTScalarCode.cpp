@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTScalarCode.cpp - builds scalar code from a program that has run to its end.
+// MTScalarCode.cpp - builds scalar code from a program that has run to completion.
 #include "MTParserLib/run/MTScalarCode.h"
 
 #include "MTParserLib/program/MTParserProgram.h"
@@ -15,19 +15,18 @@
 
 namespace {
 
-/// Programs with more steps than this run themselves. What scalar code takes in memory would no longer be small; and a
-/// compiler that is not asked to optimise, or whose target knows no such jumps, makes calls of the jumps from step to step,
-/// which all wait on the stack.
+/// Programs with more steps are interpreted. Their scalar code would take too much memory; and a compiler that does not
+/// optimise, or whose target has no tail jumps, compiles the jumps from step to step as nested calls.
 #if defined(__OPTIMIZE__) && !defined(__wasm__)
 constexpr std::size_t mostSteps = 4096;
 #else
 constexpr std::size_t mostSteps = 128;
 #endif
 
-/// Where an operand that is not given reads 0.
+/// Operands that are not given read this 0.
 constexpr double zero = 0.0;
 
-/// Steps that compute the items of a program, without those that move operands; 0 where it has to run itself.
+/// Number of steps that compute items, excluding those that move operands; 0 if scalar code cannot run the program.
 std::size_t countComputations(const std::vector<MTProgramStep>& program) noexcept
 {
     std::size_t count = 0;
@@ -43,18 +42,18 @@ std::size_t countComputations(const std::vector<MTProgramStep>& program) noexcep
     return count;
 }
 
-/// Where the operand of a step stands.
+/// Location of a step's operand.
 struct Operand
 {
     enum class Place : std::uint8_t
     {
         Memory,
-        Value,   // the last number
+        Value,   // the last number, in the register
         Copied,  // in a variable that has not been copied to the slot yet
     };
     Place place = Place::Memory;
-    const double* memory = nullptr;          // x of the slot, or of the variable that is to be copied to it
-    const MTProgramStep* copying = nullptr;  // the step that does that
+    const double* memory = nullptr;          // x of the slot, or of the variable to be copied to it
+    const MTProgramStep* copying = nullptr;  // the step that copies it
 };
 
 MTOperandKinds kindsOf(const MTProgramStep& step, const MTFrame& frame) noexcept
@@ -67,8 +66,8 @@ MTOperandKinds kindsOf(const MTProgramStep& step, const MTFrame& frame) noexcept
     return secondIsPoint ? MTOperandKinds::NumberPoint : MTOperandKinds::Numbers;
 }
 
-/// Whether the slot of a step holds a point that its item does not make of these kinds: one is left of earlier kinds.
-/// The item is asked what it makes of a fresh slot.
+/// Whether the slot of a step holds a point from earlier kinds, which its item does not yield for the present kinds.
+/// Evaluates the item on a fresh slot to find out.
 bool holdsOldPoint(const MTProgramStep& step, const MTFrame& frame)
 {
     if (frame[step.result].type == 0)
@@ -80,7 +79,7 @@ bool holdsOldPoint(const MTProgramStep& step, const MTFrame& frame)
     return fresh.type == 0;
 }
 
-/// Whether a step that is no copy runs by a kernel, and not on records.
+/// Whether a step that is not a copy has a kernel, and does not run on records.
 bool hasKernel(const MTProgramStep& step, const MTFrame& frame)
 {
     if (step.kernels->formula != nullptr)
@@ -96,32 +95,32 @@ bool hasKernel(const MTProgramStep& step, const MTFrame& frame)
     {
         return step.nbArgs <= 3;
     }
-    // "&" takes two flagged points for truth values.
+    // "&" reads two flagged points as truth values.
     const MTOperandKinds kinds = kindsOf(step, frame);
     const bool areFlagged =
         kinds == MTOperandKinds::Points && frame[step.first].flag != 0 && frame[step.second].flag != 0;
     return item->find(kinds, MTOperandForm::Memory) != nullptr && !areFlagged && !holdsOldPoint(step, frame);
 }
 
-/// Turns a program into scalar code, step by step.
+/// Converts a program to scalar code, step by step.
 class Builder
 {
 public:
-    /// @param runFrame    that the code is for; outlives it
-    /// @param freshSlots  whether each run begins with slots as they were before the first
+    /// @param runFrame    the frame that the code reads; must outlive it
+    /// @param freshSlots  whether every run starts with slots as they were before the first
     Builder(const MTParserProgram& source, const MTFrame& runFrame, bool freshSlots, std::vector<MTScalarStep>& target,
             std::vector<const MTProgramStep*>& copying) noexcept
         : program(source), frame(runFrame), fresh(freshSlots), steps(target), copies(copying)
     {}
 
-    /// @return false where one of the inputs is neither a number nor a point, as far as the library makes them
+    /// @return false if an input is neither a number nor a point as the library makes them
     bool checkInputs()
     {
         return checkThose<0x000>() + checkThose<0x001>() + checkThose<0x100>() + checkThose<0x101>() ==
                program.inputs.size();
     }
 
-    /// @return false where it has to run itself
+    /// @return false if scalar code cannot run the program
     bool addSteps()
     {
         if (countComputations(program.steps) == 0)
@@ -135,9 +134,9 @@ public:
         return true;
     }
 
-    /// Ends the code.
-    /// @param withValue, inMemory  the last kernels where the root is the last number, and where it stands in memory
-    /// @return false where a variable would have to be copied that nothing consumes
+    /// Appends the last step.
+    /// @param withValue, inMemory  its kernel if the root is the last number, and if the root is in memory
+    /// @return false if a variable would have to be copied that nothing consumes
     bool finish(MTScalarKernel withValue, MTScalarKernel inMemory)
     {
         const Operand value = takeOperand(program.getRootPlace());
@@ -146,7 +145,7 @@ public:
     }
 
 private:
-    /// The addresses of the operands in memory.
+    /// Addresses of the operands in memory.
     using Memory = std::array<const double*, 3>;
 
     double* slotAt(MTPlace place) const noexcept { return &frame.slots[place].x; }
@@ -178,8 +177,8 @@ private:
         }
     }
 
-    /// Checks the inputs that have a head, some with each step.
-    /// @return how many these are
+    /// Checks the inputs whose head is head, several per step.
+    /// @return their number
     template <std::uint16_t head>
     std::size_t checkThose()
     {
@@ -218,7 +217,7 @@ private:
         return nbChecked;
     }
 
-    /// What is written to a slot or what stands there.
+    /// The present location of a slot's content.
     Operand takeOperand(MTPlace place) noexcept
     {
         if (place == slotOfValue)
@@ -235,7 +234,7 @@ private:
         return {Operand::Place::Memory, &frame[place].x};
     }
 
-    /// An item on records, to which its operands are brought.
+    /// Appends an item that runs on records, after steps that store its operands.
     void addRecord(const MTProgramStep& step)
     {
         for (std::uint32_t j = step.nbArgs; j-- > 0;)
@@ -316,8 +315,8 @@ private:
         return operands[1].place == Operand::Place::Value ? MTOperandForm::MemoryValue : memoryForm(step);
     }
 
-    /// Of an item whose operands are all in memory. A number that waits in the register is spilled before a new one takes
-    /// its place, unless its slot holds it already.
+    /// The form of an item with all operands in memory. A number in the register is spilled first, unless its slot holds it
+    /// already.
     MTOperandForm memoryForm(const MTProgramStep& step) noexcept
     {
         if (slotOfValue == noPlace || yieldsPoint(step))
@@ -329,7 +328,7 @@ private:
         return valueIsStored ? MTOperandForm::Memory : MTOperandForm::SpillMemory;
     }
 
-    /// A number waits in the register for its consumer; a point stands in its slot.
+    /// A number stays in the register until it is consumed; a point is in its slot.
     void addResult(const MTProgramStep& step) noexcept
     {
         if (!yieldsPoint(step))
@@ -352,7 +351,7 @@ private:
         steps.back().record = &step;
     }
 
-    /// Brings the last number to its slot.
+    /// Stores the last number in its slot.
     void store(const Operand& operand)
     {
         if (operand.place == Operand::Place::Value)
@@ -400,10 +399,10 @@ private:
     const bool fresh;
     std::vector<MTScalarStep>& steps;
     std::vector<const MTProgramStep*>& copies;
-    MTPlace slotOfValue = noPlace;  // of the last number, while it waits in the register
-    bool valueIsStored = false;     // in that slot
-    double* spillSlot = nullptr;    // of the next step
-    // Of the last step, if it holds one item that can be fused.
+    MTPlace slotOfValue = noPlace;  // the slot of the number in the register
+    bool valueIsStored = false;     // whether that slot holds it already
+    double* spillSlot = nullptr;    // for the next step
+    // Fused index of the last step's item, if the step holds one item and that can be fused.
     std::size_t lastIndex = MTScalarKernels::notFused;
     MTOperandForm lastForm{};
 };
@@ -417,7 +416,7 @@ void MTScalarCode::reserve(const MTParserProgram& program)
     {
         return;
     }
-    // A step for each item, one that moves its result, the checks of inputs of some kinds, and the end.
+    // One step per item, one that moves its result, the checks of the kinds of inputs, and the end.
     const std::size_t nbChecks = program.inputs.size() / scalarkernels::maxChecked + 4;
     steps.reserve(nbComputations + program.steps.size() + nbChecks + 1);
     copies.reserve(program.steps.size());

@@ -18,21 +18,21 @@
 //               * [slot, value] -> value
 //               end with value
 //
-// A step reads its operands from memory (a variable's own value, a constant's slot, the slot of a result) or from the
-// register that holds the last number. A number that has to wait for its consumer is spilled to its slot, and points
-// always stand in theirs. A step jumps to the kernel of the next one; two arithmetic items of numbers in a row are
-// fused into one step.
+// A step reads its operands from memory (a variable's value, a constant's slot, a result's slot) or from the register
+// that holds the last number. A number that must wait for its consumer is spilled to its slot; points are always in
+// their slots. A step jumps to the kernel of the next one. Two consecutive arithmetic items of numbers are fused into
+// one step.
 //
-// The kinds are those that a complete run of the program has left in its slots: later runs change none of them while
-// the inputs keep theirs. Scalar code leaves behind what the program itself would leave behind:
+// The kinds are those that a complete run of the program left in its slots: they do not change as long as the inputs
+// keep their kinds. After a run of scalar code, the slots must serve later runs as if the program itself had run:
 //
-//   - A later run reads a slot before it writes it only where points meet in a product, whose dot product is added to
-//     x, in "&", and in an intersection; and an operator that computes a number leaves the y and z of an earlier point.
-//     So points and products are stored. Other numbers are not, unless they have to wait.
-//   - An item without a kernel for its operands, and one whose slot still holds the kind of an earlier run, runs as it
-//     does in the program, on records: its operands are stored before.
-//   - A step that refuses its operands stores nothing, and ends the run for good: what the steps before it have stored
-//     is what the program would have stored.
+// - A run reads a slot's previous content only in a product of points (the dot product is added to x), in "&", and in
+//   an intersection; and an operator that computes a number keeps the y and z of an earlier point. So points and
+//   products are stored. Other numbers are stored only if they have to wait.
+// - An item runs on records, as in the program, if it has no kernel for its operands or its slot still holds the kind
+//   of an earlier run; its operands are stored before.
+// - A step that refuses its operands stores nothing and ends the run, so the slots hold what the program would have
+//   stored.
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
@@ -49,36 +49,37 @@ struct MTFrame;
 struct MTProgramStep;
 struct MTScalarStep;
 
-/// What scalar code leaves to whoever runs it.
+/// Callbacks of a run of scalar code.
 struct MTScalarOwner
 {
-    /// An input has another kind than the code is made for; nothing has been done yet.
-    /// @return what the run returns
+    /// Called if an input's kind is not the one that the code was built for, before anything is computed.
+    /// @return the result of the run
     bool (*changedKinds)(void* self, void* result);
-    /// A step refuses its operands.
+    /// Called when a step refuses its operands.
     /// @param slot  x of the step's result
     /// @return false
     bool (*refused)(void* self, const double* slot, Message::Id refusal);
 };
 
-/// Computes one step, and then all that follow.
+/// Computes one step, and then all steps after it.
 /// @param value   the last number
-/// @param result  what the last step writes to: a record, or a double
+/// @param result  destination of the last step: a record, or a double
 /// @return whether there is a result
 using MTScalarKernel = bool (*)(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner,
                                 void* self);
 
-/// Where the operands of a step stand.
+/// Locations of a step's operands.
 enum class MTOperandForm : std::uint8_t
 {
-    Memory,       ///< All in memory. No earlier number is left to be used, or the result is a point, which leaves it.
-    SpillMemory,  ///< All in memory; the last number is stored in its slot first.
-    ValueMemory,  ///< The first, or the only one, is the last number, the second in memory.
+    Memory,       ///< All in memory. The last number is not needed any more, or the result is a point, which leaves it
+                  ///< in the register.
+    SpillMemory,  ///< All in memory; the last number is first spilled to its slot.
+    ValueMemory,  ///< The first or only operand is the last number, the second is in memory.
     MemoryValue,  ///< The last operand is the last number, the others are in memory.
 };
 inline constexpr std::size_t nbOperandForms = 4;
 
-/// Of which kinds one or two operands are. The kind of an item's second operand, if it has none, is number.
+/// Kinds of one or two operands. A missing second operand counts as a number.
 enum class MTOperandKinds : std::uint8_t
 {
     Numbers,
@@ -91,14 +92,14 @@ inline constexpr std::size_t nbOperandKinds = 4;
 /// The scalar kernels of an item.
 struct MTScalarKernels
 {
-    /// What fusedIndex is for an item that is never fused.
+    /// fusedIndex of an item that cannot be fused.
     static constexpr std::size_t notFused = std::numeric_limits<std::size_t>::max();
 
-    /// By kinds and form; null where there is none, and records have to be used.
+    /// By kinds and form; null if there is none and the item must run on records.
     std::array<std::array<MTScalarKernel, nbOperandForms>, nbOperandKinds> kernels{};
-    std::size_t fusedIndex = notFused;  ///< Among the items of which two in a row become one step.
-    bool readsResult = false;           ///< Whether it reads what its slot holds from an earlier run.
-    /// Its kernels in code whose runs all begin with fresh slots, if those are others: nothing is left to be read.
+    std::size_t fusedIndex = notFused;  ///< Index among the items that are fused in pairs.
+    bool readsResult = false;           ///< Whether it reads the previous content of its slot.
+    /// Its kernels in code whose runs all start with fresh slots, if they differ.
     const MTScalarKernels* onFreshSlots = nullptr;
 
     MTScalarKernel find(MTOperandKinds kinds, MTOperandForm form) const noexcept
@@ -107,56 +108,57 @@ struct MTScalarKernels
     }
 };
 
-/// The kernel of two items of numbers in a row, of which the second has the form ValueMemory or MemoryValue.
+/// The kernel of two consecutive items of numbers; the second has the form ValueMemory or MemoryValue.
 MTScalarKernel findFusedKernel(std::size_t firstIndex, MTOperandForm firstForm, std::size_t secondIndex,
                                MTOperandForm secondForm) noexcept;
 
-/// One item, or two that are fused, or what scalar code needs in between (MTScalarSteps.h).
+/// One item, two fused items, or an auxiliary step (MTScalarSteps.h).
 struct MTScalarStep
 {
     MTScalarKernel kernel;
-    const double* a;  ///< x of the operands in memory; y and z of a point follow it.
+    const double* a;  ///< x of the operands in memory; for a point, y and z follow it.
     union
     {
         const double* b;
-        const MTFrame* frame;  ///< Of the step of the program that is run on records.
+        const MTFrame* frame;  ///< For a step of the program that runs on records.
     };
     union
     {
-        const double* c;              ///< The third operand in memory; of two items, the one of the second.
-        const MTProgramStep* record;  ///< The step of the program that is run on records.
+        const double* c;              ///< The third operand in memory; for two items, the second item's.
+        const MTProgramStep* record;  ///< The step of the program to run on records.
     };
     double* result;        ///< x of the item's slot.
-    double* secondResult;  ///< Of two items, x of the second's slot.
-    double* spillSlot;     ///< x of the slot that the last number is stored in first, with SpillMemory.
+    double* secondResult;  ///< For two items: x of the second item's slot.
+    double* spillSlot;     ///< With SpillMemory: x of the slot for the last number.
 };
 
 /// The scalar code of one program.
 class MTScalarCode
 {
 public:
-    /// Forgets the code and keeps the memory.
+    /// Removes the code and keeps the memory.
     void clear() noexcept { steps.clear(); }
 
-    /// Makes room for the code of a program that has just been compiled, so that building it allocates nothing.
+    /// Allocates memory for the code of a program that has just been compiled, so that building it allocates nothing.
     void reserve(const MTParserProgram& program);
 
-    /// Makes the code of a program that has run to its end. The result is a record.
-    /// @return false where scalar code cannot stand for the program
+    /// Builds the code of a program that has run to completion. The result is a record.
+    /// @return false if scalar code cannot run the program
     bool build(const MTParserProgram& program);
 
-    /// Makes the code of steps that yield a number, and whose inputs keep the kinds that they have. The result is a
-    /// double, and each run begins with slots as they were before the first.
-    /// @param frame  for the steps, in place of the program's own
+    /// Builds code for steps that yield a number and whose inputs never change their kinds. The result is a double;
+    /// every run starts with slots as they were before the first.
+    /// @param frame  replaces the program's frame
     bool buildForDouble(const MTParserProgram& program, const MTFrame& frame);
 
-    /// Whether steps of the program are run on records.
+    /// Whether some steps run on records.
     bool runsRecords() const noexcept;
 
-    /// Finds the operands that are read at an address, and adds where the steps say so. No step runs on records.
+    /// Finds the operands that are read at an address, and appends the pointers to them. Requires that no step runs on
+    /// records.
     void findReads(const double* x, std::vector<const double**>& operands);
 
-    /// Makes code that yields a constant, as a record or a double.
+    /// Builds code that yields a constant, as a record or a double.
     void buildConstant(const VALTYPE& value, bool asDouble = false);
 
     const std::vector<MTScalarStep>& getSteps() const noexcept { return steps; }
@@ -168,5 +170,5 @@ public:
 
 private:
     std::vector<MTScalarStep> steps;
-    std::vector<const MTProgramStep*> copies;  // of variables, while they wait for their consumer
+    std::vector<const MTProgramStep*> copies;  // copying steps whose copies have not been consumed yet
 };

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTScalarSteps.h - the kernels of scalar code that compute no item: they check, move and deliver values.
+// MTScalarSteps.h - the auxiliary kernels of scalar code: they check inputs, move values and return results.
 #pragma once
 
 #include "MTParserLib/program/MTParserProgram.h"
@@ -13,14 +13,14 @@
 
 namespace scalarkernels {
 
-/// Runs the next step. As the last thing that a kernel does, this is a jump.
+/// Runs the next step. Compiled to a jump if it is the last action of a kernel.
 inline bool runNext(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
     ++step;
     return step->kernel(step, value, result, owner, self);
 }
 
-/// The record whose x is at an address.
+/// The record that contains x.
 inline const VALTYPE& recordAt(const double* x) noexcept
 {
     return *reinterpret_cast<const VALTYPE*>(reinterpret_cast<const unsigned char*>(x) - offsetof(VALTYPE, x));
@@ -32,10 +32,10 @@ inline std::uint16_t headOf(const VALTYPE& value) noexcept
     return static_cast<std::uint16_t>(value.type | value.flag << 8);
 }
 
-/// Inputs that one step checks.
+/// Number of inputs that one step checks.
 inline constexpr std::size_t maxChecked = 5;
 
-/// Whether the first inputs of a step have a head.
+/// Whether the first inputs of a step have this head.
 template <std::uint16_t head, std::size_t count>
 bool haveHead(const MTScalarStep& step) noexcept
 {
@@ -44,7 +44,7 @@ bool haveHead(const MTScalarStep& step) noexcept
            (count < 5 || headOf(recordAt(step.secondResult)) == head);
 }
 
-/// Ends the run before anything is done, unless the inputs are plain numbers or points.
+/// Ends the run before anything is computed, unless the inputs are plain numbers or points.
 template <std::uint16_t head, std::size_t count>
 bool checkHeads(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
@@ -58,14 +58,14 @@ inline bool storeValue(const MTScalarStep* step, double value, void* result, con
     return runNext(step, value, result, owner, self);
 }
 
-/// Sets the coordinates of a slot to what they are before the first run.
+/// Resets the coordinates of a slot to their state before the first run.
 inline bool clearSlot(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
     step->result[0] = step->result[1] = step->result[2] = 0.0;
     return runNext(step, value, result, owner, self);
 }
 
-/// Runs a step of the program, on records.
+/// Runs a step of the program on records.
 inline bool runRecord(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
     const Message::Id refusal = step->record->evaluate(*step->frame, false);
@@ -73,28 +73,28 @@ inline bool runRecord(const MTScalarStep* step, double value, void* result, cons
                                     : owner->refused(self, step->result, refusal);
 }
 
-/// The root's record, with the last number as x, is the result.
+/// Returns the root's record, with the last number as x.
 inline bool endWithValue(const MTScalarStep* step, double value, void* result, const MTScalarOwner*, void*)
 {
     copyWithX(*static_cast<VALTYPE*>(result), recordAt(step->a), value);
     return true;
 }
 
-/// A record is the result.
+/// Returns a record.
 inline bool endWithRecord(const MTScalarStep* step, double, void* result, const MTScalarOwner*, void*)
 {
     copyWithCoordinates(*static_cast<VALTYPE*>(result), recordAt(step->a));
     return true;
 }
 
-/// The last number is the result, as a double.
+/// Returns the last number, as a double.
 inline bool endWithDouble(const MTScalarStep*, double value, void* result, const MTScalarOwner*, void*)
 {
     *static_cast<double*>(result) = value;
     return true;
 }
 
-/// A number in memory is the result, as a double.
+/// Returns a number in memory, as a double.
 inline bool endWithStoredDouble(const MTScalarStep* step, double, void* result, const MTScalarOwner*, void*)
 {
     *static_cast<double*>(result) = *step->a;

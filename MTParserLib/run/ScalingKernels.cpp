@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ScalingKernels.cpp - a kernel for each sequence of up to two multiplications and divisions.
+// ScalingKernels.cpp - one kernel for each sequence of up to two multiplications and divisions.
 #include "MTParserLib/run/ScalingKernels.h"
 
 #include "MTParserLib/run/BuiltInScalars.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A number scaled by as many factors; which of them divide it is known when the library is compiled.
+/// Multiplies or divides a number by each of the factors; which of them divide is known at compile time.
 template <bool... divides>
 double scale(double x, const std::array<double, sizeof...(divides)>& factors)
 {
@@ -46,7 +46,7 @@ constexpr ScalingKernels stepThat{runScaling<MTOperandForm::Memory, divides...>,
                                   runScaling<MTOperandForm::SpillMemory, divides...>,
                                   runScaling<MTOperandForm::ValueMemory, divides...>};
 
-// By whether each factor divides.
+// Indexed by whether each factor divides.
 constexpr const ScalingKernels* ofOne[] = {&stepThat<false>, &stepThat<true>};
 constexpr const ScalingKernels* ofTwo[][2] = {{&stepThat<false, false>, &stepThat<false, true>},
                                               {&stepThat<true, false>, &stepThat<true, true>}};

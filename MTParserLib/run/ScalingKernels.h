@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ScalingKernels.h - the kernels of conversions: a number is multiplied and divided by constants, two at a time.
+// ScalingKernels.h - the kernels of unit conversions: multiplications and divisions by constants, two per step.
 //
 //     f2i(x)     x * 0.3048 / 0.0254                one step: * /
 //     vm2vmm(x)  x * 1000.0 * 1000.0 * 1000.0       two steps: * * and *
-//     cm2cm(x)   x                                  one step without a factor
+//     cm2cm(x)   x                                  one step without factors
 #pragma once
 
 #include "MTParserLib/run/MTScalarCode.h"
@@ -15,17 +15,17 @@
 #include <array>
 #include <cstddef>
 
-/// The kernels of one step of a conversion by form: Memory, SpillMemory, ValueMemory. The factors stand side by side, where
-/// the second operand of an item would stand.
+/// The kernels of one step of a conversion, by form: Memory, SpillMemory, ValueMemory. The factors are adjacent and take
+/// the place of a second operand.
 using ScalingKernels = std::array<MTScalarKernel, 3>;
 
-/// As many factors as one step takes, or all that are left.
+/// Upper bound on the factors of a step.
 inline constexpr std::size_t factorsPerStep = 2;
 
-/// How many steps a formula takes: at least one.
+/// Number of steps of a formula, at least one.
 std::size_t countScalingSteps(const ConversionFormula& formula) noexcept;
 
-/// The factors of a step, by its number.
+/// The factors of a step, by its index.
 platform::ArrayView<const double> factorsOfStep(const ConversionFormula& formula, std::size_t step) noexcept;
 
 const ScalingKernels& findScalingStep(const ConversionFormula& formula, std::size_t step) noexcept;

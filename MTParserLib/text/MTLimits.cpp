@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTLimits.cpp - reads a text as the compiler does, but without resolving a name, and counts.
+// MTLimits.cpp - counts what a text contains. Tokens are read as by the compiler, but no name is resolved.
 //
-// The text is read as typed, with its blanks removed, so that "e+" is the part of a number that a user takes it for.
+// Reads the typed text without blanks, not the rewritten one, so that "e+" is part of a number, as a user sees it.
 #include "MTParserLib/text/MTLimits.h"
 
 #include <cstddef>
@@ -21,7 +21,7 @@ public:
         nbPrefixes.assign(1, 0);
     }
 
-    /// The span of the excess counts in the stripped text.
+    /// The span of the excess refers to the stripped text.
     MTLimitExcess count()
     {
         const wchar_t separator = registrar.getSyntax().argumentSeparator;
@@ -33,7 +33,7 @@ public:
             std::size_t length = 1;
             if (character == L'e' && at + 1 < text.size() && text[at + 1] == L'+')
             {
-                length = 2;  // goes on with the token
+                length = 2;  // part of the token
             }
             else if (character == L'(' || character == L'[')
             {
@@ -57,7 +57,7 @@ public:
             }
             else if (character == L'=')
             {
-                tokenBegin = at + 1;  // the name before it is no value
+                tokenBegin = at + 1;  // the name before it is not a value
             }
             at += length;
             if (!isToken(character, symbol, separator))
@@ -158,12 +158,12 @@ private:
 
     MTLimitExcess excess{nullptr, {}};
     std::size_t tokenBegin = 0;
-    bool operandRead = false;  // at this place an operator stands between two operands
+    bool operandRead = false;  // here an operator would be binary
     std::uint32_t nbRecords = 0;
     std::uint32_t depth = 0;
 };
 
-/// Where the character with that index in the stripped text stands in the typed one.
+/// Converts an index in the stripped text to one in the typed text.
 std::size_t typedIndexOf(const wchar_t* typed, std::size_t stripped)
 {
     std::size_t at = 0;

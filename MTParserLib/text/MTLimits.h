@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTLimits.h - bounds on a text, counted before anything of it is compiled. What each counts is said in
-// mathexpr/Limits.h.
+// MTLimits.h - upper bounds on a text, checked before it is compiled. mathexpr/Limits.h defines what each of them
+// counts.
 #pragma once
 
 #include "MTParserLib/MTParserRegistrar.h"
@@ -21,21 +21,22 @@ struct MTLimits
     std::uint32_t nesting = 0;
 };
 
-/// A limit that a text breaks, and the stretch of the typed text that breaks it.
+/// A limit that a text exceeds, and the span of the typed text that exceeds it.
 struct MTLimitExcess
 {
-    const MTCompileError* error;  ///< Null where every limit is kept.
+    const MTCompileError* error;  ///< Null if no limit is exceeded.
     MTSpan span;
 };
 
-/// Memory that is used again from text to text.
+/// Memory that is reused from text to text.
 struct MTLimitScratch
 {
-    std::wstring stripped;                  // the text without its blanks
-    std::vector<std::uint32_t> nbPrefixes;  // of each open bracket and of the text: operators that wait for an operand
+    std::wstring stripped;                  // the text without blanks
+    std::vector<std::uint32_t> nbPrefixes;  // number of pending prefix operators, for each open bracket and for the
+                                            // text
 };
 
-/// Reads no further than to the first excess.
+/// Stops at the first excess.
 /// @param typed  zero-terminated
 MTLimitExcess findLimitExcess(const wchar_t* typed, const MTLimits& limits, const MTParserRegistrar& registrar,
                               MTLimitScratch& scratch);

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTParserNumber.cpp - reads short numbers by hand, and the others through the standard library's conversion that knows
-// no locale.
+// MTParserNumber.cpp - reads short numbers itself, all others with the standard library's locale-independent
+// conversion.
 #include "MTParserLib/text/MTParserNumber.h"
 
 #include "platform/DecimalText.h"
@@ -17,7 +17,7 @@ namespace {
 constexpr std::array<double, 23> powersOfTen{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                              1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-/// A number so short that a double holds its digits, read as an integer: one division rounds correctly then.
+/// Upper bound on the digits of a number that a double holds exactly as an integer; one division then rounds correctly.
 constexpr std::size_t mostDigits = std::numeric_limits<double>::digits10;
 
 double readShortNumber(std::wstring_view number, wchar_t decimalPoint)
@@ -55,7 +55,7 @@ double readNumber(std::wstring_view number, wchar_t decimalPoint, std::string& s
     double value = 0.0;
     if (!platform::readDecimal(scratch, value))
     {
-        // Too large if there is anything before the decimal point, too small otherwise.
+        // Too large if there is a non-zero digit before the decimal point, otherwise too small.
         const std::size_t nonZero = scratch.find_first_of("123456789");
         const std::size_t point = scratch.find('.');
         return nonZero < point ? std::numeric_limits<double>::infinity() : 0.0;

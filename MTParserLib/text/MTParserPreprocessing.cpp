@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTParserPreprocessing.cpp - both stages in one pass over the text, and the way back.
+// MTParserPreprocessing.cpp - both stages in one pass over the text, and the mapping of positions back to the typed
+// text.
 //
-// One pass gives what removing the blanks and then replacing one shorthand after the other gives, because no
-// replacement ends in "e" or begins with "+", and none contains a bracket or an "e+": inserted text never makes a new
+// One pass gives the same result as removing the blanks and then replacing one shorthand after the other, because no
+// replacement ends in "e" or begins with "+", and none contains a bracket or "e+": inserted text never forms a new
 // shorthand.
 #include "MTParserLib/text/MTParserPreprocessing.h"
 

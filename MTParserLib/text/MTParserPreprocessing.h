@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTParserPreprocessing.h - from the text that a user typed to the text that the compiler reads, and back.
+// MTParserPreprocessing.h - rewrites the typed text for the compiler, and maps positions back.
 //
-// Two stages: every blank (U+0020 and nothing else) is removed; then the shorthands are rewritten, "[" to "point(", "]"
-// to ")" and "e+" to "*10^". All positions that the engine reports in exceptions count in the rewritten text.
+// There are two stages. First, all blanks (U+0020 only) are removed. Then the shorthands are rewritten: "[" to
+// "point(", "]" to ")" and "e+" to "*10^". All positions in the engine's exceptions refer to the rewritten text.
 #pragma once
 
 #include "MTParserLib/text/MTSpan.h"
@@ -13,10 +13,10 @@
 #include <string_view>
 
 /// Rewrites a text.
-/// @param rewritten  receives the result; what it held is lost, its memory is used again
+/// @param rewritten  receives the result; its old content is discarded, its memory reused
 void preprocess(std::wstring_view typed, std::wstring& rewritten);
 
-/// Where a stretch of the rewritten text was typed. A character that a shorthand was rewritten to stands for the whole
-/// shorthand, and blanks count where they stand between two characters of the stretch.
-/// @param rewritten  in the text to which typed is rewritten; not empty
+/// Maps a span of the rewritten text to the typed text. A character of a replacement maps to the whole shorthand;
+/// blanks between two characters of the span are included.
+/// @param rewritten  a span of the text to which typed is rewritten; not empty
 MTSpan typedSpanOf(std::wstring_view typed, MTSpan rewritten) noexcept;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTSpan.h - a stretch of a text.
+// MTSpan.h - a span of a text.
 #pragma once
 
 #include <cstddef>

@@ -1,18 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BuiltInItem.h - what every class of the vocabulary is made of.
+// BuiltInItem.h - the base classes of the vocabulary.
 //
-// A class of the vocabulary has no data. It states its strings and numbers in a constant named text and its arithmetic
-// in a static member function apply. It takes one operand, two operands, or any number of arguments:
+// A class of the vocabulary has no data members. It declares its strings and numbers in a constant named text, and its
+// arithmetic in a static member function apply, with one operand, two operands, or any number of arguments:
 //
 //     Message::Id apply(const VALTYPE& a, VALTYPE& result)
 //     Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
 //     Message::Id apply(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result)
 //
-// apply returns the message that says why the item refuses its arguments, or Message::None where the result holds the
-// value. It writes only the fields of result that the item means to set, and none where it refuses. The bases below
-// answer the item interfaces from text and apply.
+// apply returns Message::None if result holds the value, otherwise the message that explains why the item refuses its
+// arguments. It writes only the fields of result that the item sets, and none if it refuses. The base classes implement
+// the item interfaces in terms of text and apply.
 #pragma once
 
 #include "MTParserLib/vocabulary/ItemForm.h"
@@ -40,7 +40,7 @@ struct FunctionText
     const wchar_t* help;
     const wchar_t* description;
     std::uint32_t nbArgs;    ///< NB_ARGS_UNDEFINED for any number.
-    std::uint32_t line = 0;  ///< Carried by the exception for a point argument; 0 in a class that raises none.
+    std::uint32_t line = 0;  ///< Reported in the exception for a point argument; 0 in a class that raises none.
 };
 
 template <class Item>
@@ -54,7 +54,7 @@ inline constexpr bool TakesOneOperand = hasForm<ApplyToOne, Item>;
 template <class Item>
 inline constexpr bool TakesTwoOperands = hasForm<ApplyToTwo, Item>;
 
-/// @param operand  the record of an operand by its number; all of them lie side by side, unless there are one or two
+/// @param operand  maps the index of an operand to its record; records of more than two operands are adjacent
 template <class Item, class Operand>
 Message::Id applyTo(std::uint32_t nbArgs, Operand operand, VALTYPE& result)
 {
@@ -72,7 +72,7 @@ Message::Id applyTo(std::uint32_t nbArgs, Operand operand, VALTYPE& result)
     }
 }
 
-/// What IMathExprItemEvaluator::evaluate does.
+/// Implements IMathExprItemEvaluator::evaluate.
 template <class Item>
 bool evaluateArgs(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bool showMessages)
 {
@@ -80,7 +80,7 @@ bool evaluateArgs(std::uint32_t nbArgs, const VALTYPE* args, VALTYPE& result, bo
     return showRefusal(applyTo<Item>(nbArgs, operand, result), showMessages) == Message::None;
 }
 
-/// Answers what an operator is out of its text.
+/// Implements the part of an operator that depends on its text alone.
 class DescribedOperator : public IMathOperator
 {
 public:
@@ -94,7 +94,7 @@ protected:
     virtual const OperatorText& describe() const noexcept = 0;
 };
 
-/// Answers what a function is out of its text.
+/// Implements the part of a function that depends on its text alone.
 class DescribedFunction : public IMathFunction
 {
 public:
@@ -107,7 +107,7 @@ protected:
     virtual const FunctionText& describe() const noexcept = 0;
 };
 
-/// Answers IMathOperator for a class with text and apply.
+/// Implements IMathOperator for a class with text and apply.
 template <class Operator>
 class BuiltInOperator : public DescribedOperator
 {
@@ -125,12 +125,12 @@ protected:
     const OperatorText& describe() const noexcept final { return Operator::text; }
 };
 
-/// Answers IMathFunction for a class with text and apply.
+/// Implements IMathFunction for a class with text and apply.
 template <class Function>
 class BuiltInFunction : public DescribedFunction
 {
 public:
-    /// Hidden by a function whose result does not depend on the arguments alone.
+    /// Redefined by a function whose result depends on more than its arguments.
     static constexpr bool constant = true;
 
     bool isConstant() const final { return Function::constant; }
@@ -149,14 +149,14 @@ inline bool isPoint(const VALTYPE& value)
     return value.type != 0;
 }
 
-/// Makes result a number; y and z stay.
+/// Sets type and x; leaves y and z.
 inline void setNumber(VALTYPE& result, double x)
 {
     result.type = 0;
     result.x = x;
 }
 
-/// Makes result a point; the second flag stays.
+/// Sets type, x, y and z; leaves the second flag.
 inline void setPoint(VALTYPE& result, double x, double y, double z)
 {
     result.type = 1;

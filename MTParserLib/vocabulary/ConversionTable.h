@@ -3,22 +3,22 @@
 //
 // ConversionTable.h - the 217 unit conversions, one row per class, in the order in which they are registered.
 //
-// A list to be expanded: define CONVERSION(family, Class, symbol, help, description, kind, formula) and include it; it
-// may be included any number of times. Conversions.h makes the classes of it, MTParserDefFuncs.cpp registers them.
+// An X-macro list: define CONVERSION(family, Class, symbol, help, description, kind, formula) and include this file,
+// any number of times. Conversions.h defines the classes from it, MTParserDefFuncs.cpp registers them.
 //
-//   kind      what is written beside x: see ConversionResult in Conversions.h. Which rows are FlagZero is required:
-//             "sa2skm" is not one, though the other conversions into square kilometres are.
-//   formula   of x, the argument's value. It is computed from left to right as it stands: each multiplication and each
-//             division rounds, so a simpler formula of the same factor yields other last bits.
+//   kind      what is written besides x: see ConversionResult in Conversions.h. The FlagZero rows are part of the
+//             interface: "sa2skm" is not one, though the other conversions into square kilometres are.
+//   formula   of x, the argument's value. It is evaluated from left to right as written. Every multiplication and
+//             division rounds, so a simplified formula would differ in the last bits.
 //
-// Angles go through arc-seconds: a circle is 1296000, a quadrant 324000, a degree 3600, a grad 3240 and a radian
-// 206264.80624709636 of them. Lengths, areas and volumes go through metres; the foot is 0.3048, the inch 0.0254, the
-// yard 0.9144, the mile 1609.344, the survey foot 0.30480060960122 metres and the acre 4046.85642 square metres. A
-// cubic foot, inch or yard is its square (0.09290304, 0.00064516, 0.83612736) times its length.
+// Angles are converted through arc-seconds: a circle has 1296000, a quadrant 324000, a degree 3600, a grad 3240 and a
+// radian 206264.80624709636. Lengths, areas and volumes are converted through metres: the foot is 0.3048, the inch
+// 0.0254, the yard 0.9144, the mile 1609.344, the survey foot 0.30480060960122 metres and the acre 4046.85642 square
+// metres. A cubic foot, inch or yard is its square (0.09290304, 0.00064516, 0.83612736) times its length.
 //
-// The strings stand in full because they are irregular: leading blanks, capitals, plurals, "Kilemeter", "cenitmeter",
-// an inch in the descriptions of other units, a foot in those of inches and the bare help of "sa2si" are required as
-// they stand.
+// The strings are written out because they are irregular: leading blanks, capitals, plurals, "Kilemeter", "cenitmeter",
+// an inch in the descriptions of other units, a foot in those of inches, and the bare help of "sa2si" are all part of
+// the interface.
 #ifndef CONVERSION
 #error "define CONVERSION(family, Class, symbol, help, description, kind, formula) before including ConversionTable.h"
 #endif

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Conversions.h - the unit conversions: what they all do, and a class for each row of the table.
+// Conversions.h - the unit conversions: their base class, and one class per row of the table.
 //
-// The formula of a row is recorded when the library is compiled: x stands for a formula without factors, and each "*"
-// and "/" adds one. So "x * 3600.0 / 3240.0" is the list {* 3600, / 3240}, which one function computes for all
-// conversions, one after the other from left to right.
+// The formula of a row is recorded at compile time: x stands for a formula without factors, and each "*" and "/"
+// appends one. So "x * 3600.0 / 3240.0" is the list {* 3600, / 3240}. One function evaluates the lists of all
+// conversions, from left to right.
 #pragma once
 
 #include "MTParserLib/vocabulary/BuiltInItem.h"
@@ -28,7 +28,7 @@ public:
     {
         return platform::ArrayView(factors).first(nbFactors);
     }
-    /// Whether the number is divided by a factor, and not multiplied.
+    /// Whether the factor divides the number; otherwise it multiplies.
     constexpr bool divides(std::size_t index) const noexcept { return divisions[index]; }
 
     double compute(double x) const noexcept;
@@ -48,26 +48,25 @@ private:
     std::size_t nbFactors = 0;
 };
 
-/// What a conversion writes. A plain number and a whole copy are not the same: the second flag tells "&" that a value
-/// was converted.
+/// What a conversion writes. A plain number and a full copy differ: the second flag marks a converted value for "&".
 enum class ConversionResult
 {
     Converted,  ///< type 0, flag 1, reserved 0 and x by the formula; y and z stay.
     FlagZero,   ///< As Converted, but with flag 0.
-    Copied,     ///< The whole argument record, bit by bit, without arithmetic.
+    Copied,     ///< The whole argument record, bit for bit, without arithmetic.
 };
 
-/// All that a conversion is.
+/// The properties of a conversion.
 struct ConversionText : FunctionText
 {
     ConversionResult kind;
     ConversionFormula formula;
 
-    /// Nothing is outside the domain; a point raises the exception.
+    /// Accepts every number; a point raises the exception.
     void convert(const VALTYPE& argument, VALTYPE& result) const;
 };
 
-/// A function of one number that states its text.
+/// A function of one number with a text.
 class Conversion : public DescribedFunction
 {
 public:
@@ -80,7 +79,7 @@ protected:
     const ConversionText& describe() const noexcept override = 0;
 };
 
-/// The lines of the table are counted on from here in exceptions, so that none is also a line of CoreMath.h.
+/// Base of the line numbers of conversions in exceptions; distinct from the line numbers of CoreMath.h.
 inline constexpr std::uint32_t firstConversionLine = 1000;
 
 #define CONVERSION(family, Class, symbol_, help_, description_, kind, formula)                                         \

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CoreMath.h - trigonometry, roots, powers, logarithms, rounding, extremes, sums, random numbers.
+// CoreMath.h - trigonometry, roots, powers, logarithms, rounding, minimum and maximum, sums, random numbers.
 //
 // Angles are degrees. Every function writes type (number) and x of the result and leaves the rest. All but "abs" raise
 // the exception for a point as their first argument, before they look at their domain; of a point given as a later
@@ -16,7 +16,7 @@
 #include <cstdlib>
 #include <limits>
 
-/// A function of one number, which states of, unless it names a formula.
+/// A function of one number that declares of, unless it names a formula.
 template <class Function, class FormulaOfNumber = Function, Message::Id domainMessage = Message::None>
 class UnaryFunction : public BuiltInFunction<Function>
 {
@@ -35,11 +35,11 @@ public:
     }
 };
 
-/// A function of one number that also states refuses: where that holds it refuses with the message.
+/// A function of one number that also declares refuses: it refuses with the message if that returns true.
 template <class Function, Message::Id domainMessage>
 using DomainFunction = UnaryFunction<Function, Function, domainMessage>;
 
-/// A function of two numbers, which states of, unless it names a formula.
+/// A function of two numbers that declares of, unless it names a formula.
 template <class Function, class FormulaOfNumbers = Function>
 class BinaryFunction : public BuiltInFunction<Function>
 {
@@ -85,8 +85,8 @@ public:
 
 namespace coremath {
 
-/// Truncates toward zero. NaN and what does not fit count as the smallest integer, as the processor's own conversion
-/// has it; the language leaves those cases undefined.
+/// Truncates toward zero. NaN and values out of range yield the smallest integer, as the processor's own conversion
+/// does; C++ leaves these cases undefined.
 inline std::int32_t truncate(double x)
 {
     const bool fits = x > -2147483649.0 && x < 2147483648.0;
@@ -98,8 +98,8 @@ inline bool isOutsideInt32(double x)
     return x < -2147483648.0 || x > 2147483647.0;
 }
 
-/// NaN for no values at all, which an expression cannot ask for.
-/// @tparam OfTwo  of a value and the extreme of those before it
+/// NaN for no values, which an expression cannot request.
+/// @tparam OfTwo  function of a value and the extreme of the values before it
 template <class OfTwo>
 double extreme(platform::ArrayView<const VALTYPE> values)
 {
@@ -111,10 +111,10 @@ double extreme(platform::ArrayView<const VALTYPE> values)
     return found;
 }
 
-/// 0 to 1 inclusive in 32767 steps, however much the platform's generator draws at once.
+/// 0 to 1 inclusive in 32767 steps, whatever the range of the platform's generator.
 inline double random()
 {
-    return (std::rand() & 0x7FFF) / 32767.0;  // NOLINT(concurrency-mt-unsafe): locked, or a thread's own
+    return (std::rand() & 0x7FFF) / 32767.0;  // NOLINT(concurrency-mt-unsafe): rand locks, or is per thread
 }
 
 }
@@ -132,7 +132,7 @@ struct ArcSinFct final : DomainFunction<ArcSinFct, Message::ArcDomain>
     static double of(double x) { return formulas::Degrees::of(std::asin(x)); }
 };
 
-/// The hyperbolic functions convert from degrees too.
+/// The hyperbolic functions also take degrees.
 struct SinhFct final : UnaryFunction<SinhFct>
 {
     static constexpr FunctionText text{L"sinh", L"sinh(x)", L"Hyperbolic sine", 1, __LINE__};
@@ -224,7 +224,7 @@ struct AbsFct final : BuiltInFunction<AbsFct>
     static Message::Id apply(const VALTYPE& a, VALTYPE& result) { return applyByKind<AbsFct>(a, result); }
 };
 
-/// Never seeded by the library: the process's default sequence, shared with whoever else draws from it.
+/// Never seeded by the library: uses the process's default sequence, shared with all its other users.
 struct RandFct final : BuiltInFunction<RandFct>
 {
     static constexpr FunctionText text{L"rand", L"rand()", L"Random value between 0 and 1", 0};
@@ -256,7 +256,7 @@ struct FloorFct final : UnaryFunction<FloorFct>
     static double of(double x) { return std::floor(x); }
 };
 
-/// "ln"; the base-10 logarithm is "log".
+/// The natural logarithm; "log" is base 10.
 struct LogFct final : DomainFunction<LogFct, Message::LnDomain>
 {
     static constexpr FunctionText text{L"ln", L"ln(x)", L"Natural logarithm", 1, __LINE__};
@@ -297,7 +297,7 @@ struct AvgFct final : VariadicFunction<AvgFct>
     }
 };
 
-/// Multiplies what the result holds on entry by (n-1)!; no factorial comes of the argument alone.
+/// Multiplies the value that the result holds on entry by (n-1)!; so it is no factorial of the argument alone.
 struct FactorialFct final : BuiltInFunction<FactorialFct>
 {
     static constexpr FunctionText text{L"fact", L"fact(x)", L"Return the factorial of x: x*(x-1)*(x-2)*...(x-x+1)", 1,
@@ -315,7 +315,7 @@ struct FactorialFct final : BuiltInFunction<FactorialFct>
     }
 
 private:
-    /// Stops as soon as no factor can change the product any more, so that a huge n costs nothing.
+    /// Stops as soon as further factors cannot change the product, so that a huge n takes no time.
     static double multiplyDown(double product, std::int32_t factor)
     {
         for (; factor >= 2 && product != 0.0 && std::isfinite(product); --factor)
@@ -343,14 +343,14 @@ struct Exp10Fct final : UnaryFunction<Exp10Fct>
 
     static double of(double x)
     {
-        // Volatile, because a compiler that sees the base turns pow(10, x) into exp10(x), which differs in the last
+        // Volatile: a compiler that knows the base would replace pow(10, x) by exp10(x), which differs in the last
         // bits.
         const volatile double ten = 10.0;
         return std::pow(ten, x);
     }
 };
 
-/// Halves away from zero.
+/// Rounds halves away from zero.
 struct RoundFct final : DomainFunction<RoundFct, Message::RoundDomain>
 {
     static constexpr FunctionText text{L"round", L"round(x)", L"Round", 1, __LINE__};
@@ -376,7 +376,7 @@ struct D2rFct final : UnaryFunction<D2rFct, formulas::Radians>
     static constexpr FunctionText text{L"d2r", L"d2r(x)", L"Convert Degrees To Radians", 1, __LINE__};
 };
 
-/// Unlike the operator "^", leaves a zero base to the standard library: pow(0,0) is 1.
+/// Unlike the operator "^", passes a zero base to the standard library: pow(0,0) is 1.
 struct PowFct final : BinaryFunction<PowFct>
 {
     static constexpr FunctionText text{L"pow", L"pow(x,y)", L"the y power of x", 2, __LINE__};

@@ -1,17 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FormulaItem.h - what an item does whose arithmetic is one formula: it looks at the kinds of its operands, refuses
-// them or not, computes, and writes the result.
+// FormulaItem.h - implements items whose arithmetic is a single formula: checks the operands' kinds, computes or
+// refuses, and writes the result.
 //
-// Such an item states
+// Such an item declares
 //
-//     Formula     a class of Formulas.h, or the item itself where its formula is of double alone
-//     refusal     the message where the formula refuses its operands; None where it never does
-//     otherKinds  the message for operands of kinds that the formula has no overload for; None where it has no such
-//     writes      what a number writes beside x
+//     Formula     a class of Formulas.h, or the item itself if its formula is for double only
+//     refusal     the message if the formula refuses its operands; None if it never does
+//     otherKinds  the message for operands of kinds without an overload of the formula; None if there are no such kinds
+//     writes      what a number result writes besides x
 //
-// The bases here and in the headers of the families state them from their template arguments.
+// The base classes here and in the headers of the families declare them from their template arguments.
 #pragma once
 
 #include "MTParserLib/vocabulary/BuiltInItem.h"
@@ -28,7 +28,7 @@ struct formulas::Functions<double>
 
 using PointValue = formulas::PointOf<double>;
 
-/// Which fields of the result a number sets beside x. A point sets type, y and z, whatever is stated.
+/// Fields of the result that a number sets besides x. A point always sets type, y and z.
 enum class NumberWrites
 {
     X,            ///< None.
@@ -92,14 +92,14 @@ Message::Id applyFormula(VALTYPE& result, Operands... operands)
     return Message::None;
 }
 
-/// Applies an item to an operand of the kind that it has.
+/// Applies an item to an operand, depending on its kind.
 template <class Item>
 Message::Id applyByKind(const VALTYPE& a, VALTYPE& result)
 {
     return isPoint(a) ? applyFormula<Item>(result, pointOf(a)) : applyFormula<Item>(result, a.x);
 }
 
-/// Applies an item to operands of the kinds that they have.
+/// Applies an item to operands, depending on their kinds.
 template <class Item>
 Message::Id applyByKind(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
 {

@@ -1,20 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Formulas.h - the arithmetic of the vocabulary: each formula once, for one row (D is double) and for many at a time
-// (D is a vector of doubles, of which g++ and clang compute all lanes at once).
+// Formulas.h - the arithmetic of the vocabulary. Each formula is written once, for one row (D is double) and for
+// several rows at once (D is a vector of doubles of g++ and clang).
 //
 //     Add::of(1.0, 2.0)                      3.0
 //     Add::of(PointOf{1, 2, 3}, p)           the sum of two points
-//     Div::refuses(1.0, 0.0)                 true; of vectors, the lanes where it is
+//     Div::refuses(1.0, 0.0)                 true; for vectors, a mask of lanes
 //
-// A formula is computed in the order in which it is written, and every comparison is the way round that it has for
-// NaN. The overloads of a formula are the kinds of operands that it takes. refuses holds where it has no result. Where
-// a formula is added to what its result holds already, it is called onto.
+// A formula is evaluated in the order in which it is written, and every comparison has the direction that is right for
+// NaN. The overloads of of() are the kinds of operands that the formula accepts. refuses() is true where there is no
+// result. A formula that adds to the previous content of its result declares onto().
 //
-// This header includes nothing: a source that is compiled for a wider instruction set includes it, and inline functions
-// of the standard library that are compiled there could replace those of the sources that run everywhere. What needs
-// that library is of double alone and stands with its item.
+// This header includes nothing. Sources compiled for wider instruction sets include it, and inline functions of the
+// standard library compiled there could replace the copies that run on every processor. Formulas that need the standard
+// library are for double only and are defined with their items.
 #pragma once
 
 namespace formulas {
@@ -28,11 +28,11 @@ struct PointOf
     D z;
 };
 
-/// Functions of a number that are no operators: squareRoot and magnitude. Whoever computes with a D specialises it.
+/// Functions of a number that are not operators: squareRoot and magnitude. Specialised for every D.
 template <class D>
 struct Functions;
 
-/// D, where it is a number, so that an overload that yields it takes no points.
+/// D if it is a number, so that an overload that returns it accepts no points.
 template <class D>
 struct NumberTest
 {
@@ -65,15 +65,15 @@ template <class Formula, class... Operands>
 inline constexpr bool
     hasOnto<typename MakeVoid<decltype(Formula::onto(0.0, Operands{}...))>::Type, Formula, Operands...> = true;
 
-/// Whether a formula is stated for operands of these types.
+/// Whether a formula accepts operands of these types.
 template <class Formula, class... Operands>
 inline constexpr bool takesOperands = hasOverload<void, Formula, Operands...>;
 
-/// Whether a formula has no result for some operands of these types.
+/// Whether a formula can refuse operands of these types.
 template <class Formula, class... Operands>
 inline constexpr bool mayRefuse = hasRefusal<void, Formula, Operands...>;
 
-/// Whether a formula of doubles or points of them is added to what its result holds.
+/// Whether a formula of doubles, or of points of doubles, adds to the previous content of its result.
 template <class Formula, class... Operands>
 inline constexpr bool addsOnto = hasOnto<void, Formula, Operands...>;
 
@@ -108,7 +108,7 @@ struct Mult
     template <class D> static Number<D> of(D a, D b)                      { return a * b; }
     template <class D> static PointOf<D> of(PointOf<D> a, D b)            { return {a.x * b, a.y * b, a.z * b}; }
     template <class D> static PointOf<D> of(D a, PointOf<D> b)            { return {a * b.x, a * b.y, a * b.z}; }
-    /// The dot product is added to what the result holds.
+    /// The dot product is added to the previous content of the result.
     template <class D> static D onto(D held, PointOf<D> a, PointOf<D> b)
     {
         return held + a.x * b.x + a.y * b.y + a.z * b.z;
@@ -139,11 +139,11 @@ struct Square       { template <class D> static Number<D> of(D x)      { return 
 
 struct Or
 {
-    /// "&", since vectors have no "&&" that every compiler knows.
+    /// Written with "&", since not every compiler has "&&" for vectors.
     template <class D> static Number<D> of(D a, D b) { return ((a == 0.0) & (b == 0.0)) ? 0.0 : 1.0; }
 };
 
-/// Refuses 0 as well.
+/// Also refuses 0.
 struct Sqrt
 {
     template <class D> static Number<D> of(D x)                           { return Functions<D>::squareRoot(x); }
@@ -163,7 +163,7 @@ struct Max { template <class D> static Number<D> of(D a, D b) { return a > b ? a
 template <class OfTwo>
 struct OfThree { template <class D> static Number<D> of(D a, D b, D c) { return OfTwo::of(OfTwo::of(a, b), c); } };
 
-/// Eleven decimals, required so; the constants "pi" and "PI" hold the same value.
+/// Eleven decimals, which are part of the interface; the constants "pi" and "PI" have the same value.
 inline constexpr double pi = 3.14159265359;
 
 struct Radians { template <class D> static Number<D> of(D degrees) { return degrees * pi / 180.0; } };
@@ -183,7 +183,7 @@ struct Cross
     }
 };
 
-/// z never enters; endpoints above each other yield NaN.
+/// z is not used; endpoints above each other yield NaN.
 struct Nor
 {
     template <class D>

@@ -3,7 +3,7 @@
 //
 // Geometry.h - points from numbers, distances, vectors, normals, the intersection of two lines.
 //
-// The classes bear their symbols. Where a function needs points and is given a number, it refuses with a message.
+// A class has the name of its symbol. A function that needs points refuses numbers with a message.
 #pragma once
 
 #include "MTParserLib/vocabulary/FormulaItem.h"
@@ -12,7 +12,8 @@
 #include <algorithm>
 #include <cstdint>
 
-/// Takes the x of up to three arguments as coordinates; missing ones are 0. With more arguments x, y and z stay.
+/// Uses the x of up to three arguments as coordinates; missing ones are 0. With more arguments, x, y and z are
+/// unchanged.
 struct Point final : BuiltInFunction<Point>
 {
     static constexpr FunctionText text{L"point", L"point", L"Convert Number To Point", NB_ARGS_UNDEFINED};
@@ -54,7 +55,7 @@ struct dist final : PointFunction<dist, formulas::Dist, Message::DistNeedsPoints
 
 struct nor final : PointFunction<nor, formulas::Nor, Message::NorNeedsPoints>
 {
-    // "normao" is required as it stands.
+    // "normao" is part of the interface.
     static constexpr FunctionText text{L"nor", L"nor(x,y)", L"Unit vector in the XY plane normao to two endpoints", 2};
 };
 
@@ -68,7 +69,7 @@ struct vec1 final : PointFunction<vec1, formulas::Vec1, Message::Vec1NeedsPoints
     static constexpr FunctionText text{L"vec1", L"vec1(x,y)", L"Unit vector from two endpoints", 2};
 };
 
-/// Lines that have no one intersection leave x, y and z of the result as they were.
+/// For lines without a unique intersection, x, y and z of the result are unchanged.
 struct ill final : BuiltInFunction<ill>
 {
     static constexpr FunctionText text{L"ill", L"ill(x,y,z,w)", L"Intersection of two lines defined by four endpoints",

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ItemForm.h - asks at compile time what a class of the vocabulary states.
+// ItemForm.h - detects at compile time what a class of the vocabulary declares.
 //
 //     template <class Item>
 //     using Square = decltype(Item::square(0.0));

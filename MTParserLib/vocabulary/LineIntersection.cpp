@@ -3,7 +3,7 @@
 //
 // LineIntersection.cpp - see LineIntersection.h.
 //
-// The bounds are strict or not as they stand, and so decide what a NaN does: none of the tests may be turned round.
+// Whether a bound is strict, and the direction of a comparison, decide what happens for NaN: do not rewrite the tests.
 #include "MTParserLib/vocabulary/LineIntersection.h"
 
 #include <cmath>
@@ -80,7 +80,7 @@ Intersection::Code intersectLines(const VALTYPE& p0, const VALTYPE& p1, const VA
     meeting.y = std::fabs(d1x) > std::fabs(d2x) ? (d1y / d1x) * (meeting.x - p0.x) + p0.y
                                                 : (d2y / d2x) * (meeting.x - p2.x) + p2.y;
 
-    // Before z is written: the comparison with the endpoints is with the z on entry.
+    // Evaluated before z is written, since the comparison with the endpoints uses the z on entry.
     const bool onFirst = isOnSegment(meeting, p0, p1, d1x, d1y);
     const bool onSecond = isOnSegment(meeting, p2, p3, d2x, d2y);
     const auto code = static_cast<Intersection::Code>((onFirst ? 1 : 0) + (onSecond ? 2 : 0));

@@ -6,7 +6,7 @@
 
 #include "mathexpr/ValType.h"
 
-/// Which of the two segments the intersection lies on; bit 0 stands for the first, bit 1 for the second.
+/// Which of the two segments contain the intersection: bit 0 is the first, bit 1 the second.
 namespace Intersection {
 enum Code : int
 {
@@ -18,9 +18,9 @@ enum Code : int
 };
 }
 
-/// Intersects the infinite lines p0-p1 and p2-p3. z is interpolated along the first line where the intersection lies on
-/// the first segment only, and along the second line otherwise.
-/// @param meeting  receives x, y and z, and nothing where the answer is None. Its z is also read: whether the
-///                 intersection coincides with an endpoint is decided with the z that it holds on entry.
+/// Intersects the infinite lines p0-p1 and p2-p3. z is interpolated along the first line if the intersection is on the
+/// first segment only, otherwise along the second line.
+/// @param meeting  receives x, y and z; unchanged if None is returned. Its z on entry is read: the comparison of the
+///                 intersection with the endpoints uses it.
 Intersection::Code intersectLines(const VALTYPE& p0, const VALTYPE& p1, const VALTYPE& p2, const VALTYPE& p3,
                                   VALTYPE& meeting);

@@ -3,15 +3,15 @@
 //
 // Operators.h - the sixteen operators.
 //
-// An operator that yields a number writes x alone and leaves type, flag, y and z of the result as they were; one that
-// yields a point writes type, x, y and z. a and b are the left and the right operand.
+// An operator that yields a number writes only x, and leaves type, flag, y and z of the result; one that yields a point
+// writes type, x, y and z. a and b are the left and the right operand.
 #pragma once
 
 #include "MTParserLib/vocabulary/FormulaItem.h"
 
 #include <cmath>
 
-/// An operator that reads and writes x alone, whatever its operands are.
+/// An operator that reads and writes only x, whatever the kinds of its operands.
 template <class Operator, class FormulaOfNumbers>
 class NumberOperator : public BuiltInOperator<Operator>
 {
@@ -69,7 +69,7 @@ struct ExpOp final : BuiltInOperator<ExpOp>
     using Formula = ExpOp;
     static constexpr NumberWrites writes = NumberWrites::X;
 
-    /// 0 to any power is 0, so that neither 1 nor an infinity comes of it.
+    /// 0 to any power is 0, unlike std::pow, which returns 1 or infinity.
     static double of(double a, double b) { return a != 0.0 ? std::pow(a, b) : 0.0; }
 
     static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
@@ -132,7 +132,7 @@ struct EqualOp final : NumberOperator<EqualOp, formulas::Equal>
 struct AndOp final : BuiltInOperator<AndOp>
 {
     static constexpr OperatorText text{L"&", L"x & y", L"And logical operator.  Return 1 if true, 0 if false.", 0};
-    /// Of two points that are not both flagged.
+    /// For two points that are not both flagged.
     using Formula = formulas::Cross;
 
     static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
@@ -146,7 +146,7 @@ struct AndOp final : BuiltInOperator<AndOp>
         {
             deliver<NumberWrites::X>(result, Formula::of(pointOf(a), pointOf(b)));
         }
-        // Anything else, two plain numbers too, succeeds and leaves the result as it was handed in.
+        // All other operands, also two plain numbers: success, with the result unchanged.
         return Message::None;
     }
 };
@@ -158,7 +158,7 @@ struct OrOp final : NumberOperator<OrOp, formulas::Or>
 
 struct NotOp final : BuiltInOperator<NotOp>
 {
-    // The second "return 1" is required as it stands, although the operator yields 0 there.
+    // The second "return 1" is part of the interface, although the operator yields 0 there.
     static constexpr OperatorText text{L"!", L"!x", L"Not logical operator. Return 1 if x is 0, else return 1", 2,
                                        true};
     using Formula = formulas::Not;

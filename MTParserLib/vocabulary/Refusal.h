@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Refusal.h - the two ways in which an item turns its arguments down: the message that apply returns, and an exception.
+// Refusal.h - how an item refuses its arguments: with the message that apply returns, or with an exception.
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
 
 #include <cstdint>
 
-/// Shows the user why an item refuses its arguments, if it does and may.
+/// Shows the user why an item refuses its arguments, if it does and showing is allowed.
 /// @return the refusal
 inline Message::Id showRefusal(Message::Id refusal, bool showMessages)
 {
@@ -19,6 +19,6 @@ inline Message::Id showRefusal(Message::Id refusal, bool showMessages)
     return refusal;
 }
 
-/// Raises the parsing exception of a function that needs a number and is given a point.
-/// @param line  the source line of the function's class, by which a reader of the exception tells which one it was
+/// Raises the parsing exception of a function that gets a point instead of a number.
+/// @param line  source line of the function's class, which identifies it in the exception
 [[noreturn]] void refusePoint(std::uint32_t line);
