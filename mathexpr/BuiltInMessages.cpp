@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BuiltInMessages.cpp - MessageSource.h for platforms without string resources. Nothing is loaded, so start-up cannot
-// fail there.
+// BuiltInMessages.cpp - MessageSource.h for platforms without string resources. It loads nothing, so start-up cannot
+// fail.
 
 #include "mathexpr/MessageSource.h"
 

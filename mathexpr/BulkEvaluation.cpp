@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BulkEvaluation.cpp - checks the arrays, finds the variables of the columns, and has the engine do the rest.
+// BulkEvaluation.cpp - checks the arrays, binds columns to variables, and calls the engine.
 #include "mathexpr/BulkEvaluation.h"
 
 #include "MTParserLib/names/MTNameIndex.h"
@@ -53,7 +53,7 @@ std::size_t magnitude(std::ptrdiff_t distance) noexcept
     return distance < 0 ? 0 - bits : bits;
 }
 
-/// Whether the rows of points share memory: they may stand behind each other, or the coordinates of all rows may.
+/// Whether rows of points share memory. Valid layouts: points one after another, or one array per coordinate.
 bool pointsOverlap(std::size_t rowCount, std::size_t stride, std::size_t coordinateStride) noexcept
 {
     if (coordinateStride < alignment || (rowCount > 1 && stride < alignment))
@@ -91,7 +91,7 @@ BulkError checkResults(const BulkResults& results, std::size_t rowCount) noexcep
     return shared ? BulkError::ResultsOverlap : BulkError::None;
 }
 
-/// Of columns with one name the later one; columnCount where each has a name of its own.
+/// Index of the first column whose name an earlier one has; columnCount if all names differ.
 std::size_t findColumnTwice(const BulkColumn* columns, std::size_t columnCount)
 {
     MTNameIndex names;
@@ -110,7 +110,7 @@ std::size_t findColumnTwice(const BulkColumn* columns, std::size_t columnCount)
     return columnCount;
 }
 
-/// Checks the columns and finds the variables of those that the program reads.
+/// Checks the columns, and finds the variables of those that the program reads.
 class ColumnBinder
 {
 public:

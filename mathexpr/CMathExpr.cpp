@@ -9,7 +9,7 @@
 
 #include <utility>
 
-// Constructors compute nothing, but memory may run out in them.
+// Constructors compute nothing, but can run out of memory.
 
 CMathExpr::CMathExpr(const mathexpr::HostRuntime& host)
 try : expression(false, nullptr, host)

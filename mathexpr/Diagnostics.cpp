@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Diagnostics.cpp - makes the record for the host from what has been noted.
+// Diagnostics.cpp - converts the recorded failure to the public structure.
 #include "mathexpr/Diagnostics.h"
 
 #include "MTParserLib/text/MTParserPreprocessing.h"
@@ -24,7 +24,7 @@ MTSpan spanInTypedText(const MTFailure& failure, std::wstring_view typed)
     const bool isParsing = failure.kind == ExpressionDiagnostic::Kind::Parsing;
     if (isParsing && failure.code == ParsingError::NoExpression)
     {
-        return {0, typed.size()};  // with the blanks, which may be all that there is
+        return {0, typed.size()};  // including blanks, of which the whole text may consist
     }
     if (failure.spanCountsTyped || failure.span.isEmpty())
     {
@@ -68,7 +68,7 @@ void offerValues(NameSuggestions& suggestions, const KnownNames& names, std::wst
     }
 }
 
-/// Before a bracket only a function can be meant; elsewhere whatever has a value, and a function that lost its
+/// Before a bracket, only functions are candidates; elsewhere everything with a value, and functions without their
 /// brackets.
 std::vector<std::wstring> suggestionsFor(const MTFailure& failure, const KnownNames& names)
 {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// EngineAccess.h - lets what stands beside the exported classes reach the engine behind them. Internal to this folder.
+// EngineAccess.h - gives the other sources of this folder access to the engine behind the exported classes. Internal.
 #pragma once
 
 #include "MTParserLib/MTParser.h"
@@ -20,16 +20,16 @@ struct EngineAccess
     static const HostRuntime& hostOf(const MathExpression& expression) noexcept { return expression.host; }
     static MTParser& parserOf(const MathExpression& expression) noexcept { return *expression.parser; }
 
-    /// The fast path: the first step of scalar code, which computes the whole evaluation; null where there is more to do.
-    /// It is armed only once a pending assignment has been made, and compiling disarms it.
+    /// The fast path: the first step of scalar code that computes the whole evaluation; null if there is more to do. It
+    /// is armed only after a pending assignment has been made; compiling disarms it.
     static const MTScalarStep* fastPathOf(const MathExpression& expression) noexcept
     {
-        // Some processors take longer to read the control word than for all the rest.
+        // Some processors take longer to read the control word than to do all the rest.
         const MTScalarStep* const armed = expression.program->choice.getArmed();
         return armed != nullptr && platform::computesAsTheLibrary() ? armed : nullptr;
     }
-    /// Ends an evaluation on the fast path.
-    /// @param slot  x of the result of the step that has refused its operands
+    /// Ends an evaluation on the fast path with a refusal.
+    /// @param slot  x of the result of the step that refused its operands
     static void refuse(MathExpression& expression, const double* slot, Message::Id refusal)
     {
         atHostBoundary(expression.host, [&] {
@@ -41,7 +41,7 @@ struct EngineAccess
     static void dropAssignment(MathExpression& expression) noexcept { expression.assignTarget.clear(); }
     static auto& automaticVariablesOf(MathExpression& expression) noexcept { return expression.automaticVariables; }
 
-    /// Gives a variable a value, and defines it if there is none. Refused as an assignment is, by an exception.
+    /// Sets a variable, and defines it if it does not exist. Throws if an assignment to the name would be refused.
     static void store(MathExpression& expression, const std::wstring& name, const VALTYPE& value)
     {
         expression.store(name, value);

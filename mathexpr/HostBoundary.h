@@ -1,28 +1,28 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HostBoundary.h - what every exported operation that computes goes through, on its way in and out.
+// HostBoundary.h - wraps every exported operation that computes.
 //
 //     return atHostBoundary(host, [&] { return ...; });
 //
-// It computes with the library's floating-point control words and gives the host its own back, and what it throws is
-// counted by the host's C++ run-time library when it arrives there (see mathexpr/HostRuntime.h).
+// Inside, the library's floating-point control words are in force; outside, the host's. The exceptions that leave are
+// counted by the host's C++ run-time library (see mathexpr/HostRuntime.h).
 #pragma once
 
 #include "mathexpr/HostRuntime.h"
 
 #include "platform/FloatingPointGuard.h"
 
-#if defined(__MINGW32__) && !defined(MATHEXPR_STATIC)  // there the host has the same run-time library
+#if defined(__MINGW32__) && !defined(MATHEXPR_STATIC)  // a statically linked host has the same run-time library
 
-/// While the handler of an exception runs that will be thrown on: moves the count of exceptions to the host.
+/// Transfers the count of exceptions to the host. Call in the handler of an exception that will be rethrown.
 void handExceptionsOver(const mathexpr::HostRuntime& host) noexcept;
 
-/// Moves the count of exceptions that the host has thrown, and that have ended here, back to the host.
+/// Transfers the count of exceptions that the host threw and the library caught back to the host.
 void settleExceptions(const mathexpr::HostRuntime& host) noexcept;
 
-/// The library's count of exceptions, to be what it was when one has been caught that the host's run-time library may
-/// have counted up.
+/// Saves the library's count of exceptions, and restores it after catching an exception that the host's run-time
+/// library may have counted.
 class ExceptionCount
 {
 public:

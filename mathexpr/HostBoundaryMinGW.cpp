@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HostBoundaryMinGW.cpp - moves counts of exceptions between two C++ run-time libraries.
+// HostBoundaryMinGW.cpp - transfers counts of exceptions between two C++ run-time libraries.
 //
-// The count is the second member of a record that the C++ ABI lays down (__cxa_eh_globals: the stack of caught
-// exceptions, then the number of uncaught ones), one per thread and run-time library. Between two calls of the host the
-// library's own count is always 0.
+// The count is the second member of a record that the C++ ABI defines (__cxa_eh_globals: the stack of caught
+// exceptions, then the number of uncaught ones). There is one record per thread and run-time library. Between two calls
+// of the host, the library's own count is always 0.
 
 #include "mathexpr/HostBoundary.h"
 
@@ -22,7 +22,7 @@ ExceptionState& stateOf(abi::__cxa_eh_globals* globals) noexcept
     return *reinterpret_cast<ExceptionState*>(globals);
 }
 
-/// Leaves a count here and moves the rest, which may be negative in the sense of unsigned numbers, to the host.
+/// Keeps a count here and moves the rest to the host. The difference may wrap around below zero.
 void moveCount(const mathexpr::HostRuntime& host, unsigned int remaining) noexcept
 {
     ExceptionState& own = stateOf(abi::__cxa_get_globals());
@@ -39,7 +39,7 @@ void moveCount(const mathexpr::HostRuntime& host, unsigned int remaining) noexce
 
 void handExceptionsOver(const mathexpr::HostRuntime& host) noexcept
 {
-    // Throwing on counts one up again.
+    // Rethrowing increments the count again.
     moveCount(host, static_cast<unsigned int>(-1));
 }
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MathExpression.cpp - leads the calls of a host to the engine's session.
+// MathExpression.cpp - forwards a host's calls to the engine's session.
 #include "mathexpr/MathExpression.h"
 
 #include "MTParserLib/MTMessage.h"
@@ -17,7 +17,7 @@ try : parser(std::make_shared<MTParser>(!silentMode, service)), program(&parser-
 {}
 catch (...)
 {
-    // It computes nothing, but memory may run out.
+    // It computes nothing, but can run out of memory.
     handExceptionsOver(hostRuntime);
     throw;
 }
@@ -44,7 +44,7 @@ bool MathExpression::evaluate(VALTYPE& result)
             mathexpr::EngineAccess::refuse(*static_cast<MathExpression*>(self), slot, refusal);
             return false;
         }};
-    // Most evaluations jump into scalar code, which calls nobody who could call back, and writes the result.
+    // Most evaluations jump into scalar code, which never calls the host, and writes the result.
     const MTScalarStep* const first = mathexpr::EngineAccess::fastPathOf(*this);
     return first != nullptr ? MTScalarCode::run(first, &result, &owner, this) : evaluateProgram(result);
 }
@@ -56,7 +56,7 @@ bool MathExpression::compileText(const wchar_t* expression)
     {
         return false;
     }
-    // Copies share the parser: what points back at an expression object has to point at this one.
+    // Copies share the parser; pointers in it to an expression object must refer to this one.
     IMathVariableFactory* configured = automaticVariables.factory;
     parser->getRegistrar().setVariableFactory(configured != nullptr ? configured : &memVariableFactory,
                                               configured == nullptr);

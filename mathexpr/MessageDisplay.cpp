@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MessageDisplay.cpp - from the number of a message to the user: the text, then the thread's display, the process's, or
-// the platform's box.
+// MessageDisplay.cpp - shows a message by number: loads its text and passes it to the thread's display, otherwise to
+// the process's, otherwise to the platform's message box.
 
 #include "mathexpr/MessageDisplay.h"
 
@@ -19,7 +19,7 @@ namespace {
 
 mathexpr::ProcessMessageDisplay messageDisplay;
 
-/// Null where the process's is in force.
+/// Null if the process's display applies.
 PLATFORM_THREAD_SLOT(const mathexpr::ProcessMessageDisplay*, threadsDisplay);
 
 }

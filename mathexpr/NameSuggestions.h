@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NameSuggestions.h - finds, among names that are offered one by one, those that a misspelt name may mean.
+// NameSuggestions.h - finds the known names that are similar to a misspelt one.
 #pragma once
 
 #include <cstddef>
@@ -9,18 +9,18 @@
 #include <string_view>
 #include <vector>
 
-/// Keeps the three nearest names. Near are names that a few keystrokes turn into the misspelt one: a character left
-/// out, put in, changed, or swapped with the next. The longer the name, the more of them are forgiven; upper and lower
+/// Keeps the three nearest names. The distance counts single errors: a character omitted, inserted, changed, or swapped
+/// with the next. Longer names allow more errors. Case is ignored.
 /// case count as one.
 class NameSuggestions
 {
 public:
     explicit NameSuggestions(std::wstring_view misspelt);
 
-    /// Among equally near names the one offered first wins; a name offered twice counts once.
+    /// Considers a name. At equal distance the name offered first wins; duplicates are ignored.
     void offer(std::wstring_view name);
 
-    /// The nearest first.
+    /// The nearest first. Removes them from this object.
     std::vector<std::wstring> take();
 
 private:
@@ -33,7 +33,7 @@ private:
     std::size_t distanceTo(std::wstring_view name);
 
     std::wstring wanted;   // in lower case
-    std::size_t forgiven;  // the greatest distance that still counts as near
+    std::size_t forgiven;  // greatest accepted distance
     std::vector<Candidate> nearest;
     std::vector<std::size_t> rows;  // memory of distanceTo
 };

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// RunTimeMinGW.cpp - keeps the C++ run-time library inside this DLL from leaving anything behind when the DLL is
-// unloaded. It takes the place of three of its parts: a thread's exceptions, the memory of exceptions, and the
-// initialisation of static local variables.
+// RunTimeMinGW.cpp - makes the C++ run-time library inside this DLL release everything when the DLL is unloaded. It
+// replaces three of its parts: a thread's exception state, the memory of exceptions, and the initialisation of static
+// local variables.
 //
-// The run-time library's own take slots for thread-local values and never give them back: a host that loads and unloads
-// the library would run out of slots after a thousand times. Here everything is released when the library is unloaded,
-// and what belongs to a thread when the thread ends. For the same reason nothing in the library is thread_local (see
-// platform/ThreadSlot.h). The functions are those of the C++ ABI, and the linker prefers them to the library's.
+// The run-time library allocates thread-local slots and never frees them: a host that loads and unloads the library
+// would run out of slots after about a thousand times. Here everything is released when the library is unloaded, and a
+// thread's data when the thread ends. For the same reason nothing in the library is thread_local (see
+// platform/ThreadSlot.h). The functions are those of the C++ ABI; the linker prefers them to the library's.
 
 #include "platform/KeptWhileLoaded.h"
 
@@ -24,14 +24,14 @@
 
 namespace {
 
-/// As the C++ ABI lays it down.
+/// As defined by the C++ ABI.
 struct ExceptionState
 {
     void* caughtExceptions;
     unsigned int uncaughtExceptions;
 };
 
-/// The exceptions of each thread. A fiber-local slot, because only such a one tells when a thread ends.
+/// The exception state of each thread. A fiber-local slot, because only these have a callback at the end of a thread.
 class ExceptionStates
 {
 public:
@@ -49,11 +49,11 @@ public:
         if (state == nullptr)
         {
             state = std::calloc(1, sizeof(ExceptionState));
-            // not covered: a slot that is there takes a value
+            // not covered: an allocated slot accepts a value
             if (state == nullptr || !FlsSetValue(index, state))
             {
-                // The run-time library would end the process here. With one record for all threads that have no memory
-                // left for their own, the exception that tells of it can still leave.
+                // The run-time library would terminate the process here. With one shared record for all threads without
+                // memory, the exception that reports the lack of memory can still propagate.
                 std::free(state);
                 state = &spare;
             }
@@ -69,7 +69,7 @@ private:
 
 const ExceptionStates exceptionStates;
 
-/// Held while a static local variable is initialised. Variables may initialise others on the same thread.
+/// Held while a static local variable is initialised. Recursive: one variable's initialiser may initialise another.
 class InitialisationLock
 {
 public:
@@ -93,7 +93,7 @@ private:
 
 InitialisationLock initialisation;
 
-/// The ABI: the first byte of a variable's guard tells that it is initialised; compiled code reads it first.
+/// Per the ABI, the first byte of a variable's guard is set when it is initialised; compiled code reads it first.
 std::uint8_t* initialisedFlag(abi::__guard* guard) noexcept
 {
     return reinterpret_cast<std::uint8_t*>(guard);
@@ -103,7 +103,7 @@ std::uint8_t* initialisedFlag(abi::__guard* guard) noexcept
 
 namespace {
 
-/// What stands before a thrown object, as the C++ ABI and the run-time library lay it down; here only its size matters.
+/// Precedes a thrown object, as defined by the C++ ABI and the run-time library; only its size is used here.
 struct ExceptionHeader
 {
     std::size_t referenceCount;
@@ -123,8 +123,8 @@ struct ExceptionHeader
 
 static_assert(sizeof(ExceptionHeader) == 160);
 
-/// Memory for exceptions that are thrown when there is none. The run-time library's own is behind a mutex that it makes
-/// when it first locks it, for which it needs memory.
+/// Memory for exceptions thrown when there is none left. The run-time library's own reserve is behind a mutex that it
+/// creates, with memory, when it first locks it.
 class Reserve
 {
 public:
@@ -132,7 +132,7 @@ public:
     {
         for (Block& block : blocks)
         {
-            // not covered: no exception of the library's is larger
+            // not covered: no exception of the library is larger
             if (size <= sizeof(block.bytes) && !block.taken.test_and_set(std::memory_order_acquire))
             {
                 return block.bytes;
@@ -141,7 +141,7 @@ public:
         return nullptr;
     }
 
-    /// Whether the memory was the reserve's, which has it back now.
+    /// Returns whether the memory belonged to the reserve, and if so releases it.
     bool giveBack(void* memory) noexcept
     {
         for (Block& block : blocks)
@@ -165,9 +165,9 @@ private:
     Block blocks[16];
 };
 
-Reserve reserve;  // ready before any code runs: all its members have constant initialisers
+Reserve reserve;  // usable before any code runs: all members have constant initialisers
 
-/// Where the reserve is used up, too, a thread waits until another one's exception ends or there is memory again.
+/// If the reserve is exhausted as well, waits until another thread's exception ends or memory is available.
 void* zeroedMemory(std::size_t size) noexcept
 {
     void* memory = std::malloc(size);
@@ -199,16 +199,17 @@ extern "C" void abi::__cxa_free_exception(void* object) noexcept
     release(static_cast<unsigned char*>(object) - sizeof(ExceptionHeader));
 }
 
-// A record that refers to an exception elsewhere is no larger than the header of one. Nothing in the library makes one,
-// but without these two the run-time library's own would come along with what the two above take the place of.
+// A record that refers to an exception elsewhere; it is no larger than an exception's header. The library creates none,
+// but without these two functions the linker would add the run-time library's, and with them the functions replaced
+// above.
 
-// not covered: as just said
+// not covered: never called, see above
 extern "C" abi::__cxa_dependent_exception* abi::__cxa_allocate_dependent_exception() noexcept
 {
     return static_cast<__cxa_dependent_exception*>(zeroedMemory(sizeof(ExceptionHeader)));
 }
 
-// not covered: as just said
+// not covered: never called, see above
 extern "C" void abi::__cxa_free_dependent_exception(__cxa_dependent_exception* exception) noexcept
 {
     release(exception);

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// StartUpWindows.cpp - process attach: loads the resource library with the message texts, or refuses to be loaded.
-// Process detach: releases what the library keeps, if the process goes on.
+// StartUpWindows.cpp - process attach: loads the resource library with the message texts, or refuses to load. Process
+// detach: releases what the library keeps, unless the process is ending.
 //
-// Everything here runs on the host's thread, the attach under the loader's lock. The handle is written once, before any
-// other entry point can run, and only read afterwards. It is not released here: what TarnUInfo has loaded it releases
-// when it is unloaded itself, which is right after this library.
+// Everything runs on the host's thread; attach runs under the loader's lock. The handle is written once, before any
+// other entry point can run, and only read afterwards. It is not released here: TarnUInfo releases what it has loaded
+// when it is unloaded itself, which happens right after this library.
 
 #include "mathexpr/MessageSource.h"
 
@@ -22,7 +22,7 @@ HMODULE resourceLibrary = nullptr;
 
 }
 
-// Defined under the name that the loader's entry point calls; the signature is the system's.
+// The loader's entry point calls it by this name; the system defines the signature.
 extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID processEnds)
 {
     if (reason == DLL_PROCESS_ATTACH)
@@ -44,7 +44,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID processEnd
 
 std::wstring loadMessage(std::uint32_t id)
 {
-    // With a size of 0, LoadString answers where the string stands in the resource, without a terminating zero.
+    // With a size of 0, LoadString returns the address of the string in the resource, which is not zero-terminated.
     const wchar_t* text = nullptr;
     const int length = LoadStringW(resourceLibrary, id, reinterpret_cast<wchar_t*>(&text), 0);
     if (length <= 0)

@@ -3,9 +3,9 @@
 //
 // ValueText.cpp - see ValueText.h.
 //
-// A mantissa and a power of ten are multiplied by the language when the text is read, so that the shortest digits of a
-// number need not read back to it. The exact text is therefore found with the language's own arithmetic: for a power
-// of ten near the number's own, of the mantissas whose product is the number the one with the shortest text.
+// The language multiplies a mantissa and a power of ten when it reads the text, so the shortest digits of a number need
+// not read back to it. The exact text is therefore found with the language's own arithmetic: among powers of ten near
+// the number's own, the mantissa with the shortest text whose product is the number.
 #include "mathexpr/ValueText.h"
 
 #include "MTParserLib/vocabulary/Operators.h"
@@ -21,17 +21,17 @@ namespace mathexpr {
 
 namespace {
 
-/// Up to here every whole number is a double, and above it none is written in all its digits.
+/// Up to here every whole number is a double; larger ones are not written with all digits.
 constexpr double maxWholeNumber = 9007199254740992.0;  // 2^53
 
-/// The greatest integer literal that every expression accepts.
+/// The greatest integer literal that all expressions accept.
 constexpr std::string_view maxIntegerLiteral = "2147483647";
 
-/// The powers of ten of the first digits of plain decimals.
+/// Bounds on the power of ten of the first digit of plain decimals.
 constexpr int minPlainExponent = -6;
 constexpr int maxPlainExponent = 14;
 
-/// The text of one number while it grows.
+/// Buffer for the text of one number.
 class NumberText
 {
 public:
@@ -48,7 +48,7 @@ public:
         length += count;
     }
 
-    /// Appends a whole number so that it is no integer literal where it would be too large for one.
+    /// Appends a whole number. A number too large for an integer literal is written as a decimal.
     void appendWhole(std::string_view digits) noexcept
     {
         append(digits);
@@ -88,7 +88,7 @@ private:
     std::size_t length = 0;
 };
 
-/// The decimal digits of a number, and the power of ten of the first one.
+/// The decimal digits of a number, and the power of ten of the first digit.
 struct Decimal
 {
     /// @param number  finite and greater than 0
@@ -140,12 +140,12 @@ double powerOfTen(int exponent) noexcept
 }
 
 /// Finds the shortest mantissa whose product with a power of ten is the number.
-/// @return false, with nothing changed, where there is none
+/// @return false, with nothing changed, if there is none
 bool findMantissa(double number, int exponent, NumberText& mantissa) noexcept
 {
     const double power = powerOfTen(exponent);
     const double quotient = number / power;
-    if (!isFiniteAndNotZero(quotient))  // the power is 0 or infinite
+    if (!isFiniteAndNotZero(quotient))  // the power of ten is 0 or infinite
     {
         return false;
     }
@@ -186,7 +186,7 @@ void appendExact(double number, NumberText& text) noexcept
     text.appendPlain(number);
 }
 
-/// Whether the language surely reads a mantissa and a power of ten as what is neither 0 nor infinite.
+/// Whether the language certainly reads this mantissa and power of ten as neither 0 nor infinity.
 bool staysInRange(const Decimal& decimal) noexcept
 {
     constexpr double margin = 1.0 + 8 * std::numeric_limits<double>::epsilon();
@@ -247,7 +247,7 @@ NumberText textOf(double number, std::uint32_t nbDigits) noexcept
     NumberText text;
     if (std::isnan(number))
     {
-        text.append("nan");  // whatever its sign, which says nothing to a reader
+        text.append("nan");  // the sign of a NaN is ignored
         return text;
     }
     if (std::signbit(number))

@@ -19,8 +19,7 @@ std::wstring_view textOf(const wchar_t* name) noexcept
     return name == nullptr ? std::wstring_view{} : std::wstring_view(name);
 }
 
-/// Refuses a name that the registrar would take but that no expression can write. The rest is the registrar's to
-/// refuse.
+/// Refuses names that the registrar would accept but no expression can contain. The registrar refuses the others.
 void checkWritable(const MTParserRegistrar& registrar, std::wstring_view name)
 {
     for (std::size_t at = 0; at < name.size(); ++at)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Vocabulary.cpp - the engine's lists of constants and items, as one list in the form of Vocabulary.h.
+// Vocabulary.cpp - combines the engine's lists of constants and items into the list of Vocabulary.h.
 #include "mathexpr/Vocabulary.h"
 
 #include "MTParserLib/MTParserDefFuncs.h"

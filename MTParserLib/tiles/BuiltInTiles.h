@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BuiltInTiles.h - by what the classes of the vocabulary are computed in tiles.
+// BuiltInTiles.h - how the classes of the vocabulary are computed in tiles.
 #pragma once
 
 #include "MTParserLib/run/BuiltInScalars.h"
@@ -11,7 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Computes a formula and notes whether it refuses.
+/// Computes a formula and records whether it refuses.
 template <class Formula, class... Operands>
 double computeNoting([[maybe_unused]] bool& refused, Operands... operands)
 {
@@ -22,7 +22,7 @@ double computeNoting([[maybe_unused]] bool& refused, Operands... operands)
     return Formula::of(operands...);
 }
 
-/// Computes an item whose formula is of double alone.
+/// Computes an item whose formula is for double only.
 template <class Item>
 bool computeTileRows(const MTTileStep& step, const MTTileContext& context)
 {
@@ -45,7 +45,7 @@ bool computeTileRows(const MTTileStep& step, const MTTileContext& context)
     return refused;
 }
 
-/// The number of an item's formula among those with kernels of vectors.
+/// Index of an item's formula among those with vector kernels.
 template <class Item>
 constexpr std::uint8_t findTileFormula()  // not covered: runs while compiling
 {

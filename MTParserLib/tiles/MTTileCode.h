@@ -1,28 +1,28 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTTileCode.h - tile code: a program for many rows at a time. One kernel a step computes a tile of rows, eight vectors
-// of the processor's, and jumps to the kernel of the next step.
+// MTTileCode.h - tile code: a program for many rows at once. One kernel per step computes a tile of rows, eight vectors
+// of the processor, and jumps to the kernel of the next step.
 //
 //     x*2+y     *     [x, 2] -> value            x of the tile's rows times 2, in eight vector registers
 //               +     [value, y] -> value
 //               end   value -> result            written only if no kernel has refused a row
 //
-// A kernel takes the result of the step before, the value, from the registers in which the calling convention hands
-// it on. All other operands stand in places: columns where the host keeps them, buffers of one tile, and numbers that
-// are the same in all rows, repeated for each of them. Points stand packed (x y z x y z) and only in places, so that
-// kernels that treat all coordinates alike need not take them apart.
+// A kernel receives the result of the previous step, the value, in the registers of the calling convention. All other
+// operands are in places: columns in the host's memory, buffers of one tile, and uniform numbers, which are the same in
+// all rows and repeated for each. Points are packed (x y z x y z) and always in places, so that kernels that treat all
+// coordinates alike need not separate them.
 //
-// Reading places is what most kernels spend their time on. So those that can take a uniform number from one vector, and
-// two formulas share a kernel where the value would else have to be stored and read again:
+// Most kernels spend their time on reading places. So kernels that can read a uniform number once do so, and two
+// formulas share a kernel if the value would otherwise have to be stored and read again:
 //
 //     x*x+y*y   *     [x, x] -> value
 //               *, +  value, [y, y] -> value     value + y*y
 //
-// A kernel that refuses a row sets a flag and computes on; nothing is written then, and the tile's rows are evaluated
-// one by one. So results may lie on a column.
+// A kernel that refuses a row sets a flag and continues. Then nothing is written, and the tile's rows are evaluated one
+// by one. Therefore results may overwrite a column.
 //
-// This header is compiled for wide instruction sets, too: it includes nothing that has functions.
+// This header is also compiled for wide instruction sets, so it includes nothing that defines functions.
 #pragma once
 
 #include <cstddef>
@@ -34,17 +34,17 @@ struct MTTileStep;
 
 inline constexpr std::size_t vectorsPerTile = 8;
 
-/// What MTItemKernels::tileFormula says of an item whose formula has no kernels of vectors.
+/// MTItemKernels::tileFormula of an item whose formula has no vector kernels.
 inline constexpr std::uint8_t noTileFormula = 255;
 
-/// A kernel, without its vectors, whose type depends on the instruction set.
+/// A kernel without its vector parameters, whose type depends on the instruction set.
 using MTTileKernel = void (*)();
 
-/// Computes a step from place to place, in the instruction set that the whole library has.
+/// Computes a step from place to place, in the library's baseline instruction set.
 /// @return whether it refuses a row
 using MTTileCall = bool (*)(const MTTileStep& step, const MTTileContext& context);
 
-/// Places are known by their number.
+/// Places are identified by number.
 struct MTTileStep
 {
     MTTileKernel kernel;
@@ -52,25 +52,25 @@ struct MTTileStep
     std::uint32_t b;
     std::uint32_t c;
     std::uint32_t result;             // of a kernel that writes to a place
-    MTTileCall call;                  // of the kernel that calls, else null
-    const MTTileRecordCall* records;  // what an item is called with, where it is called in its record form
+    MTTileCall call;                  // the function of a Call step, otherwise null
+    const MTTileRecordCall* records;  // arguments of that function if it calls the item with records
 };
 
-/// What one thread computes a tile with.
+/// State of one thread while it computes a tile.
 struct MTTileContext
 {
     double** places;
     std::size_t nbRows;  // of a tile
-    bool refused;        // a row of the tile
+    bool refused;        // whether a row of the tile was refused
 };
 
-/// Where the operands of a formula stand, and of which kinds they are: N numbers, P points. A uniform one is a number in a
-/// place that is the same in all rows; kernels read it once.
+/// Locations and kinds of a formula's operands: N is a number, P a point. A uniform number is in a place with the same
+/// number in all rows; kernels read it once.
 enum class MTTileOperands : std::uint8_t
 {
-    Value,          ///< N, the value of the step before; a second N in a place.
+    Value,          ///< N is the value of the previous step; a second N is in a place.
     MemoryValue,    ///< N in a place, and the value.
-    Memory,         ///< One N or two in places.
+    Memory,         ///< One or two N in places.
     ValueUniform,   ///< The value, and N.
     UniformValue,   ///< N, and the value.
     MemoryUniform,  ///< N in a place, and N.
@@ -88,36 +88,36 @@ enum class MTTileOperands : std::uint8_t
 };
 inline constexpr std::size_t nbTileOperands = 17;
 
-/// The kernels that compute no formula.
+/// Kernels that compute no formula.
 enum class MTTileControl : std::uint8_t
 {
     Push,        ///< value -> result
     Call,        ///< Calls the step's function.
-    Pause,       ///< Returns, so that the next step is called anew: not every build turns the last call into a jump.
+    Pause,       ///< Returns; the next step is called anew, since not every build compiles tail calls to jumps.
     End,         ///< value -> result, unless a row was refused
-    EndNumbers,  ///< a -> result, likewise
+    EndNumbers,  ///< a -> result, unless a row was refused
     EndPoints,
-    Stop,  ///< The result is in its place already.
+    Stop,  ///< The result is already in its place.
 };
 
-/// All kernels of one instruction set. It is made while compiling, so that nothing of a set runs before it is chosen.
+/// All kernels of an instruction set. Computed at compile time, so that no code of a set runs before it is selected.
 struct MTTileSet
 {
     std::size_t nbRows;  // of a tile
-    /// By the formula's index among tiles::VectorFormulas; null where it does not take such operands.
+    /// A root that copies a variable has a flag and coordinates of its own, which tiles do not hold.
     MTTileKernel (*findKernel)(std::uint8_t formula, MTTileOperands operands);
-    /// Of two formulas: second(value, first(a, b)), with numbers in places. By their indices among tiles::JoinedFormulas.
+    /// For two formulas: second(value, first(a, b)), with numbers in places. By index among tiles::JoinedFormulas.
     MTTileKernel (*findJoined)(std::uint8_t first, std::uint8_t second);
     MTTileKernel (*findControl)(MTTileControl control);
-    /// Computes tiles until one has a row that is refused.
-    /// @param distances  of the first nbMoved places, from a tile to the next, in numbers; they advance past each tile that
-    ///                   is computed, and past the one that is refused
-    /// @return how many tiles have their results
+    /// Computes tiles until one has a refused row.
+    /// @param distances  for the first nbMoved places: numbers from one tile to the next; the places advance past every
+    ///                   computed tile, and past the one with the refused row
+    /// @return number of tiles with results
     std::size_t (*run)(const MTTileStep* first, MTTileContext& context, const std::size_t* distances,
                        std::size_t nbMoved, std::size_t nbTiles);
 };
 
-/// Every set that is compiled into the library; a processor need not have those after the first.
+/// All sets in the library; the processor may lack all but the first.
 extern const MTTileSet baselineTiles;
 #if defined(MATHEXPR_WIDE_TILES)
 extern const MTTileSet avx2Tiles;

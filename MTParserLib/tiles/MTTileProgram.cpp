@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTTileProgram.cpp - turns the steps of a program into those of tile code, one after the other.
+// MTTileProgram.cpp - converts the steps of a program to tile code, one by one.
 #include "MTParserLib/tiles/MTTileProgram.h"
 
 #include "MTParserLib/tiles/MTTileWorker.h"
@@ -16,10 +16,11 @@
 
 namespace {
 
-/// Of one tile each: more would take more memory than a thread is to have, and more than the cache holds.
+/// Upper bound on the places, which bounds the memory of a thread; more would not fit in the cache.
 constexpr std::size_t mostPlaces = 4096;
 
-/// Steps in a row without a pause. A compiler that is not asked to optimise makes calls of the jumps from step to step.
+/// Upper bound on consecutive steps without a pause. A compiler that does not optimise compiles the jumps from step to
+/// step as nested calls.
 constexpr std::size_t stepsPerPause = 128;
 
 constexpr std::size_t widthOf(const VALTYPE& value) noexcept
@@ -35,7 +36,7 @@ bool mayRefuseNumbers(std::uint8_t formula, tiles::FormulaList<Formulas...>)
     return refuse[formula];
 }
 
-/// Calls an item with records for each row of a tile.
+/// Calls an item with records, for each row of a tile.
 bool callWithRecords(const MTTileStep& step, const MTTileContext& context)
 {
     const MTTileRecordCall& call = *step.records;
@@ -75,7 +76,7 @@ public:
     Builder(const MTParserProgram& source, platform::ArrayView<const MTBoundColumn> columns, const MTTileSet& set)
         : program(source), target(new MTTileProgram(set))
     {
-        // For most programs all that these take.
+        // Enough for most programs.
         values.reserve(program.slots.size() + program.inputs.size());
         target->places.reserve(columns.size() + 2 * program.steps.size() + 1);
         target->steps.reserve(2 * program.steps.size() + 1);
@@ -104,7 +105,7 @@ public:
 
     std::unique_ptr<const MTTileProgram> build()
     {
-        // A copy of a variable has a flag and coordinates of its own. The last step is the root's.
+        // A root that copies a variable has a flag and coordinates of its own, which tiles do not hold.
         const bool built =
             program.steps.back().nbArgs != 0 && std::all_of(program.steps.begin(), program.steps.end(),
                                                             [this](const MTProgramStep& step) { return add(step); });
@@ -124,13 +125,13 @@ public:
     }
 
 private:
-    /// What a step yields, or a variable holds.
+    /// The result of a step, or the value of a variable.
     struct Value
     {
-        VALTYPE sample;  // with 1 for what differs from row to row
+        VALTYPE sample;  // with 1 for the parts that differ between rows
         bool uniform;
-        bool isBuffer;        // which can be used again
-        std::uint32_t place;  // unless it is uniform, or the value in the registers
+        bool isBuffer;        // whether the place is a buffer, which can be reused
+        std::uint32_t place;  // unless the value is uniform or in the registers
     };
 
     struct Operand
@@ -141,10 +142,10 @@ private:
         bool isPoint() const noexcept { return value.sample.type != 0; }
     };
 
-    /// A step that computes a formula of two numbers in places, behind another step.
+    /// A step that computes a formula of two numbers in places, after another step.
     struct Joinable
     {
-        std::size_t end = 0;  // how many steps there are with it; 0 where there is none
+        std::size_t end = 0;  // number of steps up to and including it; 0 if there is none
         std::uint8_t formula = noTileFormula;
     };
 
@@ -185,7 +186,7 @@ private:
         return true;
     }
 
-    /// A variable that is copied to its consumer is read in its own place here.
+    /// A variable that would be copied for its consumer is read in its own place here.
     bool addCopy(const MTProgramStep& step)
     {
         if (step.isCopy())
@@ -246,7 +247,7 @@ private:
         }
     }
 
-    /// @return false where the formula has no kernel for the operands at hand
+    /// @return false if the formula has no kernel for the current operands
     bool emitFormula(std::uint8_t formula, MTPlace slot, Value& yielded)
     {
         const bool isCrossProduct = formula == tiles::formulaIndex<formulas::Cross>;
@@ -313,7 +314,7 @@ private:
         return form == Form::Memory || form == Form::MemoryUniform || form == Form::UniformMemory;
     }
 
-    /// Makes one step of a formula and the one before, for which the value has given way that the formula takes first.
+    /// Fuses a formula with the step before it, whose operand, the value, was pushed to make way for it.
     ///     push value -> t;  * x, y -> value;  + t, value -> value     becomes     *, +  value, x, y -> value
     bool join(std::uint8_t formula, MTTileOperands form, std::uint32_t first)
     {
@@ -340,7 +341,7 @@ private:
         return std::any_of(operands.begin(), operands.end(), [](const Operand& operand) { return operand.isPoint(); });
     }
 
-    /// Of a formula of operands of the kinds and in the places of those at hand.
+    /// The form that fits the kinds and places of the current operands.
     MTTileOperands formOf() const
     {
         using Form = MTTileOperands;
@@ -377,7 +378,7 @@ private:
         return first.value.uniform ? Form::UniformMemory : last.value.uniform ? Form::MemoryUniform : Form::Memory;
     }
 
-    /// A conversion is multiplied and divided by its factors, one after the other.
+    /// Emits a conversion: multiplications and divisions by its factors, one by one.
     void emitScaling(const ConversionFormula& formula, MTPlace slot, Value& yielded)
     {
         Operand& operand = operands[0];
@@ -452,7 +453,7 @@ private:
 
     bool isWaiting(const Operand& operand) const noexcept { return waiting != noPlace && operand.origin == waiting; }
 
-    /// Makes way for another value in the registers.
+    /// Stores the value in the registers, to make them available for another one.
     void pushWaiting()
     {
         if (waiting == noPlace)
@@ -494,7 +495,7 @@ private:
         return place->second;
     }
 
-    /// Taken before those of the operands are given back, so that a kernel never writes where it reads.
+    /// Call before the operands' buffers are released, so that a kernel never writes where it reads.
     void takeBuffer(Value& value)
     {
         std::vector<std::uint32_t>& unused = unusedBuffers(value.sample);
@@ -523,10 +524,10 @@ private:
     std::unique_ptr<MTTileProgram> target;
     std::vector<Value> values;                                       // of the slots, then of the inputs
     MTPlace waiting = noPlace;                                       // whose value is in the registers
-    std::vector<Operand> operands;                                   // of the step at hand
-    std::vector<VALTYPE> args;                                       // for it, and its result
+    std::vector<Operand> operands;                                   // of the current step
+    std::vector<VALTYPE> args;                                       // of the current step, followed by its result
     std::map<std::array<std::uint64_t, 4>, std::uint32_t> uniforms;  // by kind and bits
-    std::array<std::vector<std::uint32_t>, 2> freeBuffers;           // of numbers, and of points
+    std::array<std::vector<std::uint32_t>, 2> freeBuffers;           // for numbers, and for points
     std::uint32_t result = 0;
     std::size_t lastPause = 0;
     Joinable joinable;

@@ -9,11 +9,11 @@
 //                                        3  *      buffer 0, 1     -> buffer 2
 //                                        4  end    buffer 2        -> result
 //
-// Kinds are known before the first row, because a column is of numbers or of points and no item turns one into the
-// other by its value: each step is evaluated once, with 1 for whatever differs from row to row, since no item refuses
-// 1. What is the same in all rows is computed in passing.
+// Kinds are known before the first row: a column holds either numbers or points, and no item changes kind depending on
+// a value. To determine them, each step is evaluated once with 1 for everything that differs between rows; no item
+// refuses 1. This also computes whatever is the same in all rows.
 //
-// A step runs by the kernel of its formula, or else by a function that computes its item for each row of the tile.
+// A step runs by its formula's vector kernel, otherwise by a function that computes its item for each row of the tile.
 #pragma once
 
 #include "MTParserLib/program/MTParserProgram.h"
@@ -25,12 +25,12 @@
 #include <memory>
 #include <vector>
 
-/// An item that is called with records, row by row.
+/// An item that is called row by row, with records.
 struct MTTileRecordCall
 {
     struct Operand
     {
-        VALTYPE record;  ///< Its value, or its head and the kind of what stands in the place.
+        VALTYPE record;  ///< Its value, or its head, and the kind of the place's content.
         bool uniform;
         std::uint32_t place;
     };
@@ -42,10 +42,10 @@ struct MTTileRecordCall
 class MTTileProgram
 {
 public:
-    /// @param program  complete, with a root that is not constant; has to stay as it is for the life of this object
-    /// @param set      for whose kernels
-    /// @return null where the program has to run row by row: where the host may tell, draw random numbers in between,
-    ///         or where no row has a value
+    /// @param program  complete, with a root that is not constant; must not change during the life of this object
+    /// @param set      whose kernels to use
+    /// @return null if the program must run row by row: the host could observe the order, random numbers are drawn, or
+    ///         no row has a value
     static std::unique_ptr<const MTTileProgram>
     build(const MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns, const MTTileSet& set);
 
@@ -55,9 +55,9 @@ private:
 
     struct Place
     {
-        std::size_t width;  // numbers for each row
+        std::size_t width;  // numbers per row
         bool uniform;
-        VALTYPE value;  // where it is uniform
+        VALTYPE value;  // if it is uniform
     };
 
     explicit MTTileProgram(const MTTileSet& tileSet) : set(tileSet) {}
@@ -65,7 +65,7 @@ private:
     const MTTileSet& set;
     std::vector<MTTileStep> steps;
     std::vector<std::unique_ptr<MTTileRecordCall>> recordCalls;
-    std::vector<Place> places;  // the columns, the result, and then all others
-    std::size_t mostArgs = 0;   // of the calls
-    VALTYPE rootHead;           // all of it but the coordinates
+    std::vector<Place> places;  // columns, then the result, then all others
+    std::size_t mostArgs = 0;   // over all calls
+    VALTYPE rootHead;           // the root's record without coordinates
 };

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTTileSets.cpp - asks the processor.
+// MTTileSets.cpp - detects the processor's instruction sets.
 #include "MTParserLib/tiles/MTTileSets.h"
 
 #if defined(MATHEXPR_WIDE_TILES)

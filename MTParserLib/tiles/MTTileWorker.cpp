@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTTileWorker.cpp - leads the columns and the results past the tile code.
+// MTTileWorker.cpp - feeds columns and results to the tile code.
 #include "MTParserLib/tiles/MTTileWorker.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr std::size_t numbersPerLine = 8;  // of the cache
+constexpr std::size_t numbersPerLine = 8;  // of a cache line
 
 constexpr std::size_t roundUpToLine(std::size_t count) noexcept
 {
@@ -76,7 +76,7 @@ void MTTileWorker::bind(platform::ArrayView<const MTBoundColumn> bound, const ma
     ownResults = copies.allocate(resultNumbers);
 }
 
-/// Counts aligned columns only: they may be read several times, and writing to unaligned results costs no more.
+/// Considers aligned columns only: they may be read several times, and unaligned results cost nothing extra.
 std::size_t MTTileWorker::getLeadRows() const noexcept
 {
     const std::size_t vectorSize = tileRows / vectorsPerTile * sizeof(double);

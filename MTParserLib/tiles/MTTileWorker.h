@@ -3,9 +3,8 @@
 //
 // MTTileWorker.h - runs tile code on one thread.
 //
-// Whole tiles read columns where they are, if their rows are packed, and write results where they go, if these are.
-// What is not packed, and the rows that are left after the last whole tile, goes through arrays of the worker's own. A
-// tile with a row that is refused is evaluated again, row by row.
+// Whole tiles read packed columns in place and write packed results in place. Other columns and results, and the rows
+// after the last whole tile, go through arrays of the worker. A tile with a refused row is evaluated again, row by row.
 #pragma once
 
 #include "MTParserLib/run/MTBulkWorker.h"
@@ -14,20 +13,20 @@
 
 #include <vector>
 
-/// What calls of items need, beside what kernels do.
+/// What calls of items need in addition to kernels.
 struct MTTileWorkerContext : MTTileContext
 {
-    VALTYPE* args;  ///< As many as any call takes, and its result.
+    VALTYPE* args;  ///< For the arguments of any call, and its result.
 };
 
-/// Evaluates an item by itself.
-/// @param args  behind them stands a record for the result
+/// Evaluates a single item.
+/// @param args  followed by a record for the result
 Message::Id evaluateTileItem(const MTItemKernels& item, VALTYPE* args, std::size_t nbArgs);
 
 class MTTileWorker final : public MTBulkWorker
 {
 public:
-    /// @param tileProgram  outlives this object, as does the program that it was built from
+    /// @param tileProgram  must outlive this object, as must the program that it was built from
     MTTileWorker(const MTTileProgram& tileProgram, const MTParserProgram& source,
                  platform::ArrayView<const MTBoundColumn> boundColumns);
 
@@ -44,11 +43,11 @@ private:
         double* copy;
     };
 
-    /// Memory from the beginning of a line of the cache on.
+    /// Memory aligned to a cache line.
     class Memory
     {
     public:
-        /// Gives up what was allocated.
+        /// Allocates memory, and discards the old content.
         void reserve(std::size_t count);
         double* allocate(std::size_t count) noexcept;
 
@@ -57,7 +56,7 @@ private:
         std::size_t nbAllocated = 0;
     };
 
-    /// How many rows of a column, or of the results, are moved at a time.
+    /// Number of rows of a column, or of the results, that are copied at a time.
     std::size_t movedRows(bool packed) const noexcept { return packed ? tileRows : blockRows; }
 
     bool evaluateTiles(std::size_t firstRow, std::size_t nbTiles, std::uint32_t* status);
@@ -70,12 +69,12 @@ private:
     MTBulkWriter writer;
     const std::size_t tileRows;
     std::vector<Column> columns;
-    Memory buffers;  // and uniform places
+    Memory buffers;  // including uniform places
     Memory copies;   // of columns and results
     std::vector<double*> places;
-    std::vector<std::size_t> distances;  // of the columns and the results, from a tile to the next
+    std::vector<std::size_t> distances;  // numbers from one tile to the next, for columns and results
     double* ownResults = nullptr;
-    bool resultsFit = false;  // the kind of the value
+    bool resultsFit = false;  // whether the results accept the value's kind
     std::vector<VALTYPE> args;
     MTTileWorkerContext context{};
 };

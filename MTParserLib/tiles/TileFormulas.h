@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TileFormulas.h - the formulas that have kernels of vectors, and the number of each.
+// TileFormulas.h - the formulas that have vector kernels, and their indices.
 #pragma once
 
 #include "MTParserLib/tiles/MTTileCode.h"
@@ -35,7 +35,7 @@ inline constexpr std::uint8_t indexIn<Wanted, FormulaList<First, Others...>> =
 template <class Formula>
 inline constexpr std::uint8_t formulaIndex = indexIn<Formula, VectorFormulas>;
 
-/// Those of which any two have a kernel together. They are the first of the list above, so that their numbers are the same.
+/// Formulas of which any two share a kernel. They are the first ones of the list above, so that the indices agree.
 using JoinedFormulas = FormulaList<formulas::Add, formulas::Minus, formulas::Mult>;
 inline constexpr std::uint8_t nbJoinedFormulas = 3;
 static_assert(formulaIndex<formulas::Add> == 0 && formulaIndex<formulas::Minus> == 1 &&

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TileKernels.cpp - the kernels of tiles. It is compiled once for each instruction set, with its options and the name of
-// its set in MATHEXPR_TILE_SET; vectors are as wide as the options allow, and a tile has eight.
+// TileKernels.cpp - the tile kernels. Compiled once per instruction set, with its options and with MATHEXPR_TILE_SET as
+// the name of its set. Vectors are as wide as the options allow; a tile has eight.
 //
-// All of it is private to the object file, and nothing of the standard library is used: a function that is compiled for
-// a wide instruction set must not take the place of one that runs everywhere.
+// Everything is private to the object file, and nothing of the standard library is used: a function compiled for a wide
+// instruction set must not replace one that runs on every processor.
 #include "MTParserLib/tiles/MTTileCode.h"
 #include "MTParserLib/tiles/TileFormulas.h"
 
@@ -13,7 +13,7 @@
 #define MATHEXPR_TILE_SET baselineTiles
 #endif
 
-// Not on Windows, unless the compiler is told how the stack is aligned: g++ fails at a call from there otherwise.
+// Not on Windows, unless the stack is known to be aligned: g++ would crash at a call there.
 #if defined(__has_builtin) && (!defined(_WIN32) || defined(MATHEXPR_TILE_STACK_ALIGNED))
 #if __has_builtin(__builtin_shufflevector)
 #define MATHEXPR_TILE_VECTORS
@@ -25,14 +25,14 @@
 #include <immintrin.h>
 #endif
 
-// Windows' own convention would pass vectors through memory: kernels have that of the other systems.
+// Windows' own convention passes vectors through memory, so kernels use that of the other systems.
 #if defined(_WIN32) && defined(MATHEXPR_TILE_VECTORS)
 #define MATHEXPR_TILE_ABI __attribute__((sysv_abi))
 #else
 #define MATHEXPR_TILE_ABI
 #endif
 
-// What a width has instructions for, but operators do not say. g++ 12 warns of what plain _mm512_sqrt_pd leaves undefined.
+// Operations that have instructions but no operators. g++ 12 warns about what plain _mm512_sqrt_pd leaves undefined.
 #if defined(__AVX512DQ__)
 #define MATHEXPR_TILE_WIDTH 8
 #define MATHEXPR_TILE_HOLDS_IN_ANY(condition) _mm512_movepi64_mask((__m512i)(condition))
@@ -58,7 +58,7 @@ typedef signed char SignedBytes __attribute__((vector_size(16)));  // NOLINT(mod
 
 #define MATHEXPR_TILE_LANES V v0, V v1, V v2, V v3, V v4, V v5, V v6, V v7
 #define MATHEXPR_TILE_EACH(DO) DO(0) DO(1) DO(2) DO(3) DO(4) DO(5) DO(6) DO(7)
-/// As the last thing that a kernel does, this is a jump.
+/// Compiled to a jump, if it is the last action of a kernel.
 #define MATHEXPR_TILE_NEXT                                                                                             \
     return reinterpret_cast<Kernel>(step[1].kernel)(step + 1, context, v0, v1, v2, v3, v4, v5, v6, v7)
 
@@ -100,10 +100,10 @@ V magnitude(V x)
     return (V)((Condition)x & 0x7FFF'FFFF'FFFF'FFFF);
 }
 
-// Of points, three vectors hold as many as a vector has lanes. Coordinate c of point k is number 3 * k + c of them; each
-// lane has each coordinate in one of the vectors, since 3 and the width have no common factor.
+// Three vectors hold as many points as a vector has lanes. Coordinate c of point k is number 3 * k + c. Every lane has
+// each coordinate in one of the vectors, since 3 and the width have no common factor.
 
-/// Numbers lanes.
+/// A list of lane numbers.
 template <int... numbers>
 struct Lanes
 {};
@@ -117,7 +117,7 @@ struct CountedLanes<0, numbers...>
 };
 using AllLanes = CountedLanes<MATHEXPR_TILE_WIDTH>::Type;
 
-/// Which of the three vectors has a coordinate in a lane.
+/// Which of the three vectors holds a coordinate in a lane.
 constexpr int vectorOf(int coordinate, int lane)  // not covered: runs while compiling
 {
     int number = lane;
@@ -128,13 +128,13 @@ constexpr int vectorOf(int coordinate, int lane)  // not covered: runs while com
     return number / MATHEXPR_TILE_WIDTH;
 }
 
-/// For each lane, where it comes from: from the first operand, or from the second where that is true.
+/// Lane number for a shuffle: of the second operand if second is true, otherwise of the first.
 constexpr int laneOf(bool second, int lane)  // not covered: runs while compiling
 {
     return second ? MATHEXPR_TILE_WIDTH + lane : lane;
 }
 
-/// One coordinate of as many points.
+/// One coordinate of as many points as there are lanes.
 template <int coordinate, int... lanes>
 V takeCoordinate(V first, V second, V third, Lanes<lanes...>)
 {
@@ -152,7 +152,7 @@ formulas::PointOf<V> takeApart(const double* points)
             takeCoordinate<2>(first, second, third, AllLanes())};
 }
 
-/// The point whose coordinate is the number that a lane of one of the three vectors holds.
+/// The point to which the number in a lane of one of the three vectors belongs.
 constexpr int pointOf(int vector, int lane)  // not covered: runs while compiling
 {
     return (vector * MATHEXPR_TILE_WIDTH + lane) / 3;
@@ -187,7 +187,7 @@ V repeat(V numbers, Lanes<lanes...>)
     return __builtin_shufflevector(numbers, numbers, pointOf(vector, lanes)...);
 }
 
-/// A number for each point, repeated for its coordinates in one of the three vectors.
+/// A number per point, repeated for its coordinates in one of the three vectors.
 template <int vector>
 V repeatForCoordinates(V numbers)
 {
@@ -267,7 +267,7 @@ constexpr bool yieldsPoint()  // not covered: runs while compiling
     }
 }
 
-/// Computes a formula and adds to a condition where it refuses.
+/// Computes a formula, and adds the lanes that it refuses to a condition.
 template <class Formula, class... Operands>
 auto compute([[maybe_unused]] Condition& refused, Operands... operands)
 {
@@ -329,7 +329,7 @@ const MTTileStep* MATHEXPR_TILE_ABI computeNumbers(const MTTileStep* step, MTTil
     MATHEXPR_TILE_NEXT;
 }
 
-/// Two formulas at once: the value stays where it is while the first is computed.
+/// Two formulas at once: the value stays in its registers while the first is computed.
 template <class First, class Second>
 const MTTileStep* MATHEXPR_TILE_ABI computeJoined(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
 {
@@ -357,7 +357,7 @@ const MTTileStep* MATHEXPR_TILE_ABI makePoints(const MTTileStep* step, MTTileCon
     MATHEXPR_TILE_NEXT;
 }
 
-/// A number of each point, or of each two.
+/// A number from each point, or from each pair of points.
 template <class Formula, MTTileOperands operands>
 const MTTileStep* MATHEXPR_TILE_ABI computeFromPoints(const MTTileStep* step, MTTileContext* context,
                                                       MATHEXPR_TILE_LANES)
@@ -388,7 +388,7 @@ const MTTileStep* MATHEXPR_TILE_ABI computeFromPoints(const MTTileStep* step, MT
     MATHEXPR_TILE_NEXT;
 }
 
-/// A point of each two.
+/// A point from each pair of points.
 template <class Formula>
 const MTTileStep* MATHEXPR_TILE_ABI computePoints(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
 {
@@ -402,7 +402,7 @@ const MTTileStep* MATHEXPR_TILE_ABI computePoints(const MTTileStep* step, MTTile
     MATHEXPR_TILE_NEXT;
 }
 
-/// A formula that treats all coordinates alike: of a point, of two, or of a point and a uniform number.
+/// A formula that treats all coordinates alike: for a point, two points, or a point and a uniform number.
 template <class Formula, MTTileOperands operands>
 const MTTileStep* MATHEXPR_TILE_ABI computeCoordinates(const MTTileStep* step, MTTileContext* context,
                                                        MATHEXPR_TILE_LANES)
@@ -469,8 +469,8 @@ const MTTileStep* MATHEXPR_TILE_ABI scalePoints(const MTTileStep* step, MTTileCo
     MATHEXPR_TILE_NEXT;
 }
 
-/// Before instructions of the baseline run, which would wait for the upper halves of registers in use. Compilers leave
-/// that to whoever calls a function with vectors.
+/// Call before baseline instructions run, which would stall on the used upper halves of registers. Compilers leave this
+/// to the caller of a function with vectors.
 void leaveWideRegisters()
 {
 #if MATHEXPR_TILE_WIDTH > 2 && defined(MATHEXPR_TILE_VECTORS)
@@ -498,7 +498,7 @@ const MTTileStep* MATHEXPR_TILE_ABI call(const MTTileStep* step, MTTileContext* 
     {
         context->refused = true;
     }
-    v0 = v1 = v2 = v3 = v4 = v5 = v6 = v7 = V{};  // need not be kept during the call: no step uses them
+    v0 = v1 = v2 = v3 = v4 = v5 = v6 = v7 = V{};  // allows the compiler to drop them during the call: no step uses them
     MATHEXPR_TILE_NEXT;
 }
 
@@ -533,7 +533,7 @@ const MTTileStep* MATHEXPR_TILE_ABI stop(const MTTileStep*, MTTileContext*, V, V
     return nullptr;
 }
 
-/// The kernel of a formula for such operands, null where it does not take them.
+/// The kernel of a formula for such operands; null if it does not accept them.
 template <class Formula, MTTileOperands operands>
 constexpr Kernel kernelOf()  // not covered: runs while compiling
 {
@@ -616,7 +616,7 @@ constexpr std::size_t rowsPerTile = nbVectors * width;
 
 struct FormulaKernels
 {
-    Kernel kernels[nbTileOperands];  // by operands
+    Kernel kernels[nbTileOperands];  // indexed by operands
 };
 
 template <class Formula>
@@ -652,7 +652,7 @@ MTTileKernel findKernel(std::uint8_t formula, MTTileOperands operands)
         KernelTable<tiles::VectorFormulas>::rows[formula].kernels[static_cast<std::size_t>(operands)]);
 }
 
-/// By the first formula, then by the second.
+/// Indexed by the first formula, then by the second.
 template <class First, class List>
 struct JoinedRow;
 template <class First, class... Seconds>

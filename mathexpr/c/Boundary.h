@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Boundary.h - what every function of the C interface is wrapped into: nothing is thrown out of it.
+// Boundary.h - wraps every function of the C interface, so that no exception leaves it.
 #pragma once
 
 #include "mathexpr/c/HostCallbacks.h"

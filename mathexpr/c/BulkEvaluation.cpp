@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BulkEvaluation.cpp - the part of mathexpr.h about bulk evaluation.
+// BulkEvaluation.cpp - implements bulk evaluation of mathexpr.h.
 #include "mathexpr/BulkEvaluation.h"
 
 #include "mathexpr/c/Expression.h"
@@ -11,12 +11,12 @@
 
 namespace {
 
-/// The columns in the library's form.
+/// Converts the columns to the library's structure.
 template <class Encoding>
 class Columns
 {
 public:
-    /// @return false where a column's size cannot be, or is not the first one's
+    /// @return false if a column's size is invalid, or differs from the first one's
     bool take(const typename Encoding::Column* columns, std::size_t nbColumns)
     {
         own.reserve(nbColumns);
@@ -30,7 +30,7 @@ public:
             {
                 return false;
             }
-            // A name that cannot be taken is as bad as an empty one.
+            // An ill-formed name is treated like an empty one.
             std::wstring& name = names.emplace_back();
             takeText<Encoding>(column.name, column.name_length, name);
             own.push_back({name.c_str(), column.data, column.stride, static_cast<mathexpr::BulkKind>(column.kind),
@@ -62,7 +62,7 @@ mathexpr_status statusOf(mathexpr::BulkError error) noexcept
     }
 }
 
-/// Answers what came of it.
+/// Writes the outcome and returns the status.
 mathexpr_status answer(const mathexpr::BulkOutcome& own, mathexpr_bulk_outcome* outcome) noexcept
 {
     if (outcome != nullptr)

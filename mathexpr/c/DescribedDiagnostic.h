@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DescribedDiagnostic.h - the record of a failure as the structures of mathexpr.h have it.
+// DescribedDiagnostic.h - converts the record of a failure to the structures of mathexpr.h.
 #pragma once
 
 #include "mathexpr/ExpressionDiagnostic.h"
@@ -14,7 +14,7 @@
 #include <cstddef>
 #include <string_view>
 
-/// How many units of an encoding a part of the typed text takes.
+/// Number of code units that a part of the typed text takes in an encoding.
 template <class Encoding>
 std::size_t unitsOf(std::wstring_view typed, std::size_t begin, std::size_t length)
 {

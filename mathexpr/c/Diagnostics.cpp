@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Diagnostics.cpp - the part of mathexpr.h about diagnostics.
+// Diagnostics.cpp - implements the diagnostics of mathexpr.h.
 #include "mathexpr/Diagnostics.h"
 
 #include "mathexpr/c/DescribedDiagnostic.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-// The numbers are the library's own.
+// The numbers are those of the C++ enumerations.
 static_assert(MATHEXPR_KIND_NONE == static_cast<std::uint32_t>(mathexpr::ExpressionDiagnostic::Kind::None));
 static_assert(MATHEXPR_KIND_PARSING == static_cast<std::uint32_t>(mathexpr::ExpressionDiagnostic::Kind::Parsing));
 static_assert(MATHEXPR_KIND_DEFINITION == static_cast<std::uint32_t>(mathexpr::ExpressionDiagnostic::Kind::Definition));

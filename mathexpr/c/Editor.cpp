@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Editor.cpp - mathexpr_editor.h: positions in units of the encoding, and answers that the
-// expression keeps.
+// Editor.cpp - implements mathexpr_editor.h: converts positions to code units of the encoding, and keeps results in the
+// expression.
 #include "mathexpr/EditorServices.h"
 
 #include "mathexpr/c/DescribedDiagnostic.h"
@@ -16,14 +16,14 @@
 
 namespace {
 
-// The numbers are the library's own.
+// The numbers are those of the C++ enumerations.
 static_assert(MATHEXPR_TOKEN_OTHER == static_cast<std::uint32_t>(mathexpr::TokenKind::Other));
 static_assert(MATHEXPR_RENAME_READ_OTHERWISE == static_cast<std::uint32_t>(mathexpr::RenameRefusal::ReadOtherwise));
 static_assert(MATHEXPR_TYPING_WRONG == static_cast<std::uint32_t>(mathexpr::TypingState::Wrong));
 static_assert(MATHEXPR_NOTATION_MATHML == static_cast<std::uint32_t>(mathexpr::Notation::MathMl));
 static_assert(MATHEXPR_VALUE_EITHER == static_cast<std::uint32_t>(mathexpr::ValueKind::Either));
 
-/// Positions in units of an encoding. Going on from one to a later one costs what stands between them.
+/// Converts positions to code units of an encoding. Moving to a later position takes time proportional to the distance.
 template <class Encoding>
 class UnitCounter
 {
@@ -54,7 +54,7 @@ private:
     std::size_t units = 0;
 };
 
-/// An answer and the texts and arrays that it points at.
+/// A result, and the texts and arrays that it points to.
 template <class Encoding, class Element = char>
 struct KeptAnswer
 {
@@ -70,7 +70,7 @@ struct KeptAnswer
     std::vector<Element> elements;
 };
 
-/// Calls work with the expression and the text, where both and the place for the answer are as they have to be.
+/// Calls work with the expression and the text, if these and the result's structure are valid.
 template <class Encoding, class Answer, class Work>
 mathexpr_status serve(mathexpr_expression* handle, const typename Encoding::Unit* text, std::size_t length,
                       const Answer* answer, Work work) noexcept
@@ -99,12 +99,12 @@ mathexpr_status serve(mathexpr_expression* handle, const typename Encoding::Unit
     });
 }
 
-/// Writes an answer and keeps what it points at in the place of what the same function answered before.
+/// Writes a result. Stores what it points to, and releases what the previous result of the same function pointed to.
 template <class Encoding, class Answer, class Kept>
 mathexpr_status answerWith(mathexpr_expression& expression, const Answer& known, Answer* given,
                            std::shared_ptr<Kept> kept)
 {
-    static const char function = 0;  // one for each type of answer
+    static const char function = 0;  // identifies the function by its type of result
     expression.template answers<Encoding>().ofEditor[&function] = std::move(kept);
     writeStructure(known, given);
     return MATHEXPR_OK;
@@ -137,7 +137,7 @@ std::uint32_t toWideCursor(std::u16string_view text, std::size_t cursor)
     return static_cast<std::uint32_t>(platform::toWide(text.substr(0, at)).size());
 }
 
-/// @param typed  the same text, of which only the encoded length counts where the given one is zero-terminated
+/// @param typed  the same text; if the given one is zero-terminated, only its encoded length is used
 template <class Encoding>
 std::uint32_t wideCursor(const std::wstring& typed, std::size_t cursor)
 {
@@ -178,7 +178,7 @@ struct KeptTypesetting
     const typename Encoding::Text text;
 };
 
-/// @tparam Kept  holds the text for the function that answers
+/// @tparam Kept  stores the text for the calling function
 template <class Encoding, class Kept>
 mathexpr_status answerWithText(mathexpr_expression& expression, std::wstring_view made,
                                typename Encoding::MadeText* given)
@@ -389,12 +389,12 @@ mathexpr_status getHover(mathexpr_expression* handle, const typename Encoding::U
                            });
 }
 
-/// The options of a completion, in the library's own form.
+/// The options of a completion, in the library's structure.
 template <class Encoding>
 struct TakenOptions
 {
     mathexpr::CompletionOptions own;
-    std::optional<EncodedNameNotes<Encoding>> notes;  // which own points at
+    std::optional<EncodedNameNotes<Encoding>> notes;  // referred to by own
 };
 
 template <class Encoding>

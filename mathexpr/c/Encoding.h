@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Encoding.h - what differs between the entry points in UTF-8 and those in UTF-16: the unit, the conversions, and the
-// structures that hold text.
+// Encoding.h - the differences between the entry points in UTF-8 and in UTF-16: the code unit, the conversions, and the
+// structures that contain text.
 //
-// Everything else is written once, as a template over Utf8 and Utf16.
+// All other code is written once, as templates over Utf8 and Utf16.
 #pragma once
 
 #include "platform/Unicode.h"
@@ -65,9 +65,9 @@ struct Utf16
     static Text encode(std::wstring_view text) { return platform::toUtf16(text); }
 };
 
-/// Whether the library can take a text.
-/// @param view    receives the text where the answer is MATHEXPR_OK
-/// @param offset  receives the index of what makes it unfit, where something in it does
+/// Checks a text.
+/// @param view    receives the text if the result is MATHEXPR_OK
+/// @param offset  receives the index of the offending unit, if there is one
 template <class Encoding>
 mathexpr_status inspect(const typename Encoding::Unit* text, std::size_t length,
                         std::basic_string_view<typename Encoding::Unit>& view, std::size_t& offset) noexcept
@@ -94,8 +94,8 @@ mathexpr_status inspect(const typename Encoding::Unit* text, std::size_t length,
     return MATHEXPR_OK;
 }
 
-/// Takes a text over for the library.
-/// @param wide  written where the answer is MATHEXPR_OK
+/// Converts a text for the library.
+/// @param wide  written if the result is MATHEXPR_OK
 /// @throws std::bad_alloc
 template <class Encoding>
 mathexpr_status takeText(const typename Encoding::Unit* text, std::size_t length, std::wstring& wide)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Evaluation.cpp - the part of mathexpr.h that compiles and computes.
+// Evaluation.cpp - implements compilation and evaluation of mathexpr.h.
 #include "mathexpr/c/Evaluation.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What the record of the last failure tells: the same whether it was shown or thrown.
+/// The status for the recorded failure, whether it was shown or thrown.
 mathexpr_status statusOfFailure(mathexpr_expression& expression) noexcept
 {
     switch (mathexpr::EngineAccess::parserOf(expression.object()).getFailure().kind)
@@ -25,7 +25,7 @@ mathexpr_status statusOfFailure(mathexpr_expression& expression) noexcept
     return MATHEXPR_REFUSED;
 }
 
-/// @param compute  answers false or throws where it failed
+/// @param compute  returns false or throws on failure
 template <class Compute>
 mathexpr_status attempt(mathexpr_expression& expression, Compute compute)
 {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Expression.cpp - makes, copies and destroys what a handle points at.
+// Expression.cpp - creates, copies and destroys the objects behind handles.
 #include "mathexpr/c/Expression.h"
 
 #include "mathexpr/Diagnostics.h"
@@ -17,7 +17,7 @@ bool areKnown(std::uint32_t kind, std::uint32_t flags) noexcept
            (flags & ~static_cast<std::uint32_t>(MATHEXPR_SHOW_MESSAGES)) == 0;
 }
 
-/// Hands a new expression over to the host.
+/// Transfers a new expression to the host.
 void handOver(std::unique_ptr<mathexpr_expression> expression, mathexpr_expression** handle)
 {
     HandleRegistry::add(expression.get());
@@ -113,7 +113,7 @@ mathexpr_status mathexpr_destroy(mathexpr_expression* expression) noexcept
     {
         return MATHEXPR_OK;
     }
-    // The check and the mark end before what they mark is gone.
+    // Separate, so that the check and the mark end before the object that they use is destroyed.
     const mathexpr_status status = changeExpression(expression, [](const mathexpr_expression&) { return MATHEXPR_OK; });
     if (status == MATHEXPR_OK)
     {

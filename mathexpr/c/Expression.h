@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Expression.h - what a handle of the C interface points at, and the way into it that every function takes.
+// Expression.h - the object behind a handle of the C interface, and the checks that every function makes first.
 #pragma once
 
 #include "mathexpr/CMathExpr.h"
@@ -23,7 +23,7 @@
 #include <tuple>
 #include <vector>
 
-/// Texts that the host reads until it asks for others.
+/// Texts that the host may read until it requests others.
 template <class Encoding>
 class TextList
 {
@@ -67,28 +67,29 @@ struct DiagnosticTexts
     typename Encoding::Text replacement;
 };
 
-/// What the host may still be reading in one encoding.
+/// Results of one encoding that the host may still read.
 template <class Encoding>
 struct Answers
 {
     std::unique_ptr<const DiagnosticTexts<Encoding>> diagnostic;
     std::unique_ptr<const TextList<Encoding>> names;
-    std::map<const void*, std::shared_ptr<const void>> ofEditor;  // by the function that answered
+    std::map<const void*, std::shared_ptr<const void>> ofEditor;  // by the function that returned it
 };
 
 struct mathexpr_expression
 {
-    /// A plain expression.
+    /// Creates a plain expression.
     mathexpr_expression(bool silent, std::shared_ptr<HostCallbacks> callbacks);
-    /// A calculator.
+    /// Creates a calculator.
     explicit mathexpr_expression(std::shared_ptr<HostCallbacks> callbacks);
-    /// A copy of a calculator.
+    /// Copies a calculator.
     mathexpr_expression(const mathexpr_expression& other);
     mathexpr_expression& operator=(const mathexpr_expression&) = delete;
     ~mathexpr_expression() = default;
 
 #if defined(MATHEXPR_CHECK_HANDLES)
-    // NOLINTNEXTLINE(cert-dcl54-cpp): the memory comes from the global operator new, which is where it goes back in the end
+    // NOLINTNEXTLINE(cert-dcl54-cpp): the global operator new allocates the memory, and it is released to its
+    // counterpart
     static void operator delete(void* memory) noexcept
     {
         HandleRegistry::retire(memory);
@@ -100,13 +101,13 @@ struct mathexpr_expression
         return calculator.has_value();
     }
 
-    /// Whether it is a plain expression, of which no call is under way.
+    /// Whether it is a plain expression with no call in progress.
     bool isIdle() const noexcept
     {
         return plain.has_value() && !host->isCalled && !host->isAskedForNames;
     }
 
-    /// The expression object, whichever class it is wrapped into.
+    /// The expression object, whichever class wraps it.
     MathExpression& object() noexcept
     {
         return isCalculator() ? mathexpr::expressionOf(*calculator) : *plain;
@@ -118,7 +119,7 @@ struct mathexpr_expression
         return std::get<Answers<Encoding>>(answersByEncoding);
     }
 
-    const std::shared_ptr<HostCallbacks> host;  // outlives the objects that ask it
+    const std::shared_ptr<HostCallbacks> host;  // must outlive the objects that call it
     std::optional<MathExpression> plain;
     std::optional<CMathExpr> calculator;
 
@@ -126,10 +127,10 @@ private:
     std::tuple<Answers<Utf8>, Answers<Utf16>> answersByEncoding;
 };
 
-/// Lets an expression object ask its host for names, where the host has any.
+/// Gives an expression object the host's name source, if the host has one.
 void offerNames(MathExpression& object, const HostCallbacks& host) noexcept;
 
-/// Calls work with the expression behind a handle, also while another call on it waits for the host.
+/// Calls work with the expression behind a handle, even while another call on it waits for the host.
 template <class Work>
 mathexpr_status readExpression(const mathexpr_expression* handle, Work work) noexcept
 {
@@ -144,7 +145,7 @@ mathexpr_status readExpression(const mathexpr_expression* handle, Work work) noe
     return atBoundary([&] { return work(const_cast<mathexpr_expression&>(*handle)); });
 }
 
-/// The same for work that changes the expression, or runs it.
+/// The same for work that changes or runs the expression: returns MATHEXPR_BUSY while another call is in progress.
 template <class Work>
 mathexpr_status changeExpression(mathexpr_expression* handle, Work work) noexcept
 {

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FastEvaluation.cpp - mathexpr_evaluate, which jumps into scalar code wherever it can. It stands by itself, so that
-// nothing of the slow path is compiled into it, whose registers would be saved in each call.
+// FastEvaluation.cpp - mathexpr_evaluate, which jumps into scalar code whenever it can. It is a source file of its own
+// so that the compiler cannot inline the slow path, whose registers every call would then save.
 #include "mathexpr/c/Evaluation.h"
 
 namespace {
 
-/// The owner of scalar code that a call has jumped into.
+/// The owner of scalar code during a call.
 struct FastEvaluation
 {
     mathexpr_expression* const handle;
@@ -33,7 +33,7 @@ constexpr MTScalarOwner fastEvaluationOwner{
 
 mathexpr_status mathexpr_evaluate(mathexpr_expression* handle, mathexpr_value* value) noexcept
 {
-    // Most evaluations jump into scalar code, which calls nobody who could call back.
+    // Most evaluations jump into scalar code, which never calls the host.
     if (handle != nullptr && value != nullptr && HandleRegistry::isLive(handle) && handle->isIdle())
     {
         const MathExpression& expression = *handle->plain;

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Function.cpp - the part of mathexpr.h about functions: a program whose arguments are given by position.
+// Function.cpp - implements the functions of mathexpr.h: programs with positional arguments.
 //
-// A function and its copies share an expression object of their own, which is never changed after it has compiled the
-// text; each runs it with slots and arguments of its own.
+// A function and its copies share an expression object, which never changes after it has compiled the text. Each of
+// them runs the program with its own slots and arguments.
 #include "MTParserLib/names/MTNameIndex.h"
 #include "MTParserLib/run/MTBoundFunction.h"
 #include "mathexpr/Variables.h"
@@ -15,11 +15,11 @@
 
 namespace {
 
-/// What copies share.
+/// State shared by copies.
 struct FunctionSource
 {
     MathExpression expression{true, nullptr};
-    std::vector<const VALTYPE*> arguments;  // the variables, by position
+    std::vector<const VALTYPE*> arguments;  // addresses of the variables, by position
 };
 
 bool hasNameTwice(const std::vector<std::wstring>& names)
@@ -34,7 +34,7 @@ bool hasNameTwice(const std::vector<std::wstring>& names)
     return false;
 }
 
-/// Compiles a text that an expression has compiled, with the values that its variables have there.
+/// Compiles a text again for a function, with the present values of an expression's variables.
 std::shared_ptr<const FunctionSource> makeSource(MathExpression& expression, const std::wstring& text,
                                                  const std::vector<std::wstring>& arguments)
 {
@@ -64,7 +64,8 @@ struct mathexpr_function
     {}
 
 #if defined(MATHEXPR_CHECK_HANDLES)
-    // NOLINTNEXTLINE(cert-dcl54-cpp): the memory comes from the global operator new, which is where it goes back in the end
+    // NOLINTNEXTLINE(cert-dcl54-cpp): the global operator new allocates the memory, and it is released to its
+    // counterpart
     static void operator delete(void* memory) noexcept
     {
         HandleRegistry::retire(memory);
@@ -146,7 +147,7 @@ mathexpr_status create(mathexpr_expression* handle, const typename Encoding::Uni
     });
 }
 
-/// Calls work with a function.
+/// Calls work with a function, if its handle is valid.
 template <class Work>
 mathexpr_status withFunction(const mathexpr_function* handle, Work work) noexcept
 {

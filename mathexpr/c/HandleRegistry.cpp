@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HandleRegistry.cpp - see HandleRegistry.h. Empty in libraries that do not check handles.
+// HandleRegistry.cpp - see HandleRegistry.h. Empty in builds that do not check handles.
 #include "mathexpr/c/HandleRegistry.h"
 
 #if defined(MATHEXPR_CHECK_HANDLES)

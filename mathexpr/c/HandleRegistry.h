@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HandleRegistry.h - recognises handles that have been destroyed or were never made, in libraries that are built with
-// MATHEXPR_CHECK_HANDLES. In others every handle counts as live, and nothing is kept.
+// HandleRegistry.h - detects destroyed and invalid handles in builds with MATHEXPR_CHECK_HANDLES. In other builds every
+// handle counts as valid, and nothing is stored.
 #pragma once
 
 #if defined(MATHEXPR_CHECK_HANDLES)
@@ -14,8 +14,7 @@ void add(const void* handle);
 
 bool isLive(const void* handle) noexcept;
 
-/// Takes the memory of a destroyed handle. It is freed later, so that the next handle that is made does not have the
-/// same address.
+/// Takes the memory of a destroyed handle. Freeing is delayed, so that the next handle has another address.
 void retire(void* memory) noexcept;
 
 }

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Calls the host. Whatever else it uses of the library meanwhile shows its messages in its own way.
+/// Calls the host. Other uses of the library in the callback show messages in their own way.
 template <class Call>
 auto callHost(Call call)
 {
@@ -67,7 +67,7 @@ const wchar_t* EncodedHostCallbacks<Encoding>::getName(std::uint32_t index) cons
 {
     if (options.get_name == nullptr)
     {
-        return nullptr;  // where the host has an index alone
+        return nullptr;  // if the host has only an index
     }
     const typename Encoding::Unit* const name = callHost([&] { return options.get_name(options.context, index); });
     if (name == nullptr)

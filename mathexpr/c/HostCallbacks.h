@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HostCallbacks.h - the C host's callbacks, in the form in which the library asks a host.
+// HostCallbacks.h - adapts the callbacks of a C host to the library's C++ interfaces.
 //
-// What a callback throws ends here; a HostCallbackFailure takes its place and ends the call that waits.
+// Exceptions of a callback are caught here; a HostCallbackFailure replaces them and ends the pending call.
 #pragma once
 
 #include "mathexpr/Completion.h"
@@ -18,13 +18,13 @@
 #include <memory>
 #include <string>
 
-/// Thrown through the library, from a callback to the boundary.
+/// Thrown from a callback through the library to the boundary.
 struct HostCallbackFailure
 {
     mathexpr_status status;
 };
 
-/// Holds while it lives.
+/// Sets a flag while it exists.
 class Mark
 {
 public:
@@ -37,7 +37,7 @@ private:
     bool& marked;
 };
 
-/// The callbacks of one expression and its copies, which share it, and whether a call of theirs is under way.
+/// The callbacks of an expression, shared with its copies, and flags for calls in progress.
 class HostCallbacks : public IMathExprService, public mathexpr::IMathExprNameSource
 {
 public:
@@ -51,12 +51,12 @@ public:
 
     const mathexpr::NameIndex* getIndex() const override { return nameIndex.get(); }
 
-    /// Without a function where the host shows no messages itself.
+    /// Without a function if the host does not show messages itself.
     const mathexpr::ProcessMessageDisplay& display() const noexcept { return messageDisplay; }
 
     std::shared_ptr<const mathexpr::NameIndex> nameIndex;
-    bool isCalled = false;         ///< A call is under way that changes the expression or runs it.
-    bool isAskedForNames = false;  ///< One is that makes a diagnostic.
+    bool isCalled = false;         ///< A call that changes or runs the expression is in progress.
+    bool isAskedForNames = false;  ///< A call that builds a diagnostic is in progress.
 
 protected:
     mathexpr::ProcessMessageDisplay messageDisplay;
@@ -81,11 +81,11 @@ private:
     mutable std::wstring offeredName;
 };
 
-/// @return MATHEXPR_OK, MATHEXPR_BAD_OPTION for an unlisted kind, or what takeText answers for a text
+/// @return MATHEXPR_OK, MATHEXPR_BAD_OPTION for an unlisted kind, or a status of takeText
 template <class Encoding>
 mathexpr_status takeNotes(const typename Encoding::NameNotes& given, mathexpr::NameNotes& taken);
 
-/// The callback that tells what the host knows of its names, during one call.
+/// The callback for notes on names, during one call.
 template <class Encoding>
 class EncodedNameNotes final : public mathexpr::IMathExprNameNotes
 {

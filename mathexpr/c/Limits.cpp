@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Limits.cpp - the part of mathexpr.h about limits.
+// Limits.cpp - implements the limits of mathexpr.h.
 #include "mathexpr/Limits.h"
 
 #include "mathexpr/c/Expression.h"
@@ -20,7 +20,7 @@ mathexpr_status mathexpr_set_limits(mathexpr_expression* handle, const mathexpr_
             return MATHEXPR_BAD_SIZE;
         }
         const mathexpr::ExpressionLimits own{known.max_text_length, known.max_records, known.max_nesting};
-        mathexpr::setLimits(expression.object(), own);  // not refused, since no call is under way
+        mathexpr::setLimits(expression.object(), own);  // cannot be refused, since no call is in progress
         return MATHEXPR_OK;
     });
 }

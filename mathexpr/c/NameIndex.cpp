@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NameIndex.cpp - the part of mathexpr_editor.h about indexes of names. An expression keeps the index that it uses, so that
-// the two handles may be destroyed in any order.
+// NameIndex.cpp - implements the name indexes of mathexpr_editor.h. An expression shares ownership of its index, so the
+// two handles may be destroyed in any order.
 #include "mathexpr/NameIndex.h"
 
 #include "mathexpr/c/Expression.h"
@@ -14,7 +14,8 @@
 struct mathexpr_name_index
 {
 #if defined(MATHEXPR_CHECK_HANDLES)
-    // NOLINTNEXTLINE(cert-dcl54-cpp): the memory comes from the global operator new, which is where it goes back in the end
+    // NOLINTNEXTLINE(cert-dcl54-cpp): the global operator new allocates the memory, and it is released to its
+    // counterpart
     static void operator delete(void* memory) noexcept
     {
         HandleRegistry::retire(memory);

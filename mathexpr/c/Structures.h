@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Structures.h - reads and writes the structures of mathexpr.h that begin with their size, as its head says.
+// Structures.h - reads and writes the sized structures of mathexpr.h, by the rules in its head.
 //
-// They have no padding, and every member ends where one of them may end in an earlier version: a size that is a
-// multiple of the alignment cuts no member in two.
+// The structures have no padding, and every member ends where an earlier version of the structure may end: a size that
+// is a multiple of the alignment never splits a member.
 #pragma once
 
 #include <mathexpr.h>
@@ -22,7 +22,7 @@ inline std::uint32_t sizeOf(const void* structure) noexcept
     return size;
 }
 
-/// Whether some version may have this size.
+/// Whether a version of the structure may have this size.
 template <class Structure>
 bool hasPlausibleSize(const Structure* given) noexcept
 {
@@ -32,7 +32,7 @@ bool hasPlausibleSize(const Structure* given) noexcept
 }
 
 /// Reads a structure of any version. Its size becomes this version's.
-/// @return false where the size is not plausible, or something is set that this version does not know
+/// @return false if the size is invalid, or a member unknown to this version is not 0
 template <class Structure>
 bool readStructure(const Structure* given, Structure& known) noexcept
 {
@@ -53,7 +53,7 @@ bool readStructure(const Structure* given, Structure& known) noexcept
     return true;
 }
 
-/// Writes a structure of any version, whose size is plausible and stays.
+/// Writes a structure of any version. Its size must be valid and is kept.
 template <class Structure>
 void writeStructure(const Structure& known, Structure* given) noexcept
 {

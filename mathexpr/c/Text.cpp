@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Text.cpp - the part of mathexpr.h that looks texts through.
+// Text.cpp - implements the text checks of mathexpr.h.
 #include "mathexpr/c/Encoding.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ValueText.cpp - the part of mathexpr.h that writes values as text.
+// ValueText.cpp - implements the formatting of values of mathexpr.h.
 #include "mathexpr/ValueText.h"
 
 #include "mathexpr/c/Values.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Values.h - the value record of the C interface is the library's own, under another name.
+// Values.h - converts between the value records of the C interface and of the library, which have the same layout.
 #pragma once
 
 #include "mathexpr/ValType.h"
@@ -23,7 +23,7 @@ inline bool isNumberOrPoint(const mathexpr_value& value) noexcept
     return value.type <= MATHEXPR_POINT && value.flag <= 1;
 }
 
-/// A record of one side as the other side's, for it to read and write.
+/// Gives access to a record through the other interface's type.
 inline VALTYPE& inPlace(mathexpr_value& value) noexcept
 {
     return reinterpret_cast<VALTYPE&>(value);
@@ -34,8 +34,8 @@ inline mathexpr_value& inPlace(VALTYPE& value) noexcept
     return reinterpret_cast<mathexpr_value&>(value);
 }
 
-/// A copy of a value for the host. Assigned in place, it could be read before it is written: to a compiler that sees both, a
-/// write to one type and a read of the other are of different memory.
+/// Copies a value for the host. Copying in place could be reordered: compilers assume that accesses through the two
+/// types do not alias.
 inline mathexpr_value toHost(const VALTYPE& value) noexcept
 {
     mathexpr_value copy;
@@ -43,7 +43,7 @@ inline mathexpr_value toHost(const VALTYPE& value) noexcept
     return copy;
 }
 
-/// What the library does not read becomes zero, as it is in its own values.
+/// Copies a value for the library. Members that the library ignores become zero.
 inline VALTYPE toLibrary(const mathexpr_value& value) noexcept
 {
     VALTYPE own;

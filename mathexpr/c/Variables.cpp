@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Variables.cpp - the part of mathexpr.h about variables.
+// Variables.cpp - implements the variables of mathexpr.h.
 #include "mathexpr/Variables.h"
 
 #include "mathexpr/c/Expression.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Takes the name over and calls work with the expression object and the name.
+/// Converts the name, and calls work with the expression object and the name.
 template <class Encoding, class Work>
 mathexpr_status withName(mathexpr_expression& expression, const typename Encoding::Unit* name, std::size_t length,
                          Work work)
@@ -75,7 +75,7 @@ mathexpr_status getVariable(const mathexpr_expression* handle, const typename En
     });
 }
 
-/// Tells which part of a name stands in the way.
+/// Finds the offending part of a name.
 template <class Encoding>
 mathexpr_name_refusal refusalOf(const SMTDefExcepData& data)
 {

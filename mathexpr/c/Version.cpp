@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Version.cpp - the part of mathexpr.h that tells of the library itself. The build defines the version.
+// Version.cpp - implements the version and status texts of mathexpr.h. The build defines the version.
 #include <mathexpr.h>
 
 const char* mathexpr_status_text(mathexpr_status status) noexcept

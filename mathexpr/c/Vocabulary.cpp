@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Vocabulary.cpp - the part of mathexpr.h that walks the vocabulary.
+// Vocabulary.cpp - implements the vocabulary of mathexpr.h.
 #include "mathexpr/Vocabulary.h"
 
 #include "mathexpr/c/Boundary.h"
@@ -21,7 +21,7 @@ struct ItemTexts
     typename Encoding::Text description;
 };
 
-/// The texts of all items, converted once in the life of the library.
+/// The texts of all items, converted once per process.
 template <class Encoding>
 const std::vector<ItemTexts<Encoding>>& vocabularyTexts()
 {

@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Completion.cpp - collects candidates that match, leaves out what the object would refuse, and makes items of the best.
+// Completion.cpp - collects matching candidates, drops those that the object would refuse, and builds items from the
+// best.
 //
-// Not every name is tried: the object's answer depends on whether a value is a number or a point, and of a call on how
-// many records and brackets it has. So one of each class is tried, in the text up to the cursor with all that is open
-// closed, and each constant by itself. A candidate holds no text of its own, since most of them are not offered.
+// Not every name is tried. Whether the object accepts a value depends only on its kind, and whether it accepts a call
+// also on the number of records and brackets. So one representative of each class is tried, in the text up to the
+// cursor with all open brackets closed; constants are tried individually. A candidate owns no text, since most
+// candidates are dropped.
 #include "mathexpr/Completion.h"
 
 #include "mathexpr/EngineAccess.h"
@@ -29,13 +31,13 @@ namespace mathexpr {
 namespace editor {
 namespace {
 
-/// Names of an index that are considered, even where fewer are offered: the best of them are.
+/// Minimum number of index names to consider, so that the best of them are found even if few are requested.
 constexpr std::size_t leastConsidered = 256;
 
-/// Of unknown kind, match, not of the wanted kind, place among the recent, length, place among the candidates.
+/// Unknown kind, match, not of the required kind, position in recent, length, position among the candidates.
 using Rank = std::tuple<bool, Match, bool, std::size_t, std::size_t, std::size_t>;
 
-/// What may be offered. The object, the vocabulary, the host's names and their notes own what it refers to.
+/// A candidate. It refers to data of the object, the vocabulary, the host's names and their notes.
 struct Candidate
 {
     TokenKind kind;
@@ -50,7 +52,7 @@ struct Candidate
 struct HostName
 {
     std::wstring_view name;
-    const NameNotes* notes;  // null where nothing is known
+    const NameNotes* notes;  // null if there are none
 };
 
 class Completer
@@ -80,7 +82,7 @@ public:
         const bool callsOnly = place.following == L'(' || place.following == L'[' || place.precedesWord;
         if (!callsOnly)
         {
-            listHostNames();  // before anything refers to the object, which the host might change when it is asked
+            listHostNames();  // first, since the host may change the object in its callback
             addVariables();
             addConstants();
             addHostNames();
@@ -100,7 +102,7 @@ public:
     }
 
 private:
-    /// Whether the text up to the cursor takes something there.
+    /// Whether the text up to the cursor is accepted with this insertion.
     bool isTaken(std::wstring_view inserted)
     {
         return trial.judge((place.before + std::wstring(inserted)) + place.closing) != Trial::Verdict::Refused;
@@ -131,7 +133,7 @@ private:
         return isAccepted;
     }
 
-    /// Whether a name there would be read as a name: an "e" before "+" is not, and no limit is broken.
+    /// Whether the inserted name would be read as a name, unlike an "e" before "+", and would not exceed a limit.
     bool isReadAsName(std::wstring_view name) const
     {
         return (place.following != L'+' || name.back() != L'e') && keepsLimit(name.size());
@@ -171,7 +173,7 @@ private:
         }
     }
 
-    /// The host's notes on the names before the place: whether something is taken there depends on their kinds.
+    /// Passes the kinds of the host's names before the cursor to the trial: they decide what is accepted at the cursor.
     void tellKinds()
     {
         for (const TextToken& token : reading.tokens())
@@ -210,7 +212,7 @@ private:
         std::for_each(indexed.begin(), indexed.end(), listOnce);
     }
 
-    /// @param known  what an index knows of the name
+    /// @param known  the index's notes on the name
     void listHostName(const std::wstring& name, const NameNotes* known)
     {
         if (!isHostsAlone(name))
@@ -224,7 +226,7 @@ private:
         hostNames.push_back({name, known});
     }
 
-    /// Whether a name means what the host says, and not something of the language or a variable.
+    /// Whether the name is the host's alone, and not a variable or part of the language.
     bool isHostsAlone(const std::wstring& name) const
     {
         const MTParserRegistrar& registrar = names.registrar();
@@ -233,7 +235,7 @@ private:
         return !isOwn && !name.empty() && canBeWritten(name);
     }
 
-    /// Whether an expression can read a name of the host's and define it.
+    /// Whether an expression can use the name and define it as a variable.
     bool canBeWritten(const std::wstring& name) const
     {
         const MTParserRegistrar& registrar = names.registrar();
@@ -279,7 +281,7 @@ private:
         return mayBeEither ? takesEither() : takesKind(candidate.valueKind);
     }
 
-    /// Each function by the first of its overloads that is taken.
+    /// Adds each function once: its first overload that is accepted.
     void addFunctions()
     {
         std::unordered_set<std::wstring_view> seen;
@@ -313,7 +315,7 @@ private:
         return match == Match::None && isConversion ? Match::Meaning : match;
     }
 
-    /// As much of a call as what follows the place does not have.
+    /// The part of a call that does not follow the cursor already.
     std::wstring_view insertedCall(const FunctionFacts& facts) const
     {
         const bool opensBracket = place.following == L'[' || place.precedesWord;
@@ -364,7 +366,7 @@ private:
         return item;
     }
 
-    /// The arguments of a call; a place behind anything else.
+    /// The arguments of an inserted call; otherwise an empty span after the insertion.
     TextSpan selectionOf(std::wstring_view inserted, std::size_t nameLength) const
     {
         const bool hasArguments = inserted.size() > nameLength + 1;
@@ -379,8 +381,8 @@ private:
     const CompletionOptions& options;
     const CompletedPlace place;
     Trial trial;
-    std::vector<const VocabularyUnit*> meantUnits;  // by what has been typed
-    std::vector<std::wstring> indexed;              // names of the index that match
+    std::vector<const VocabularyUnit*> meantUnits;  // that the typed word may mean
+    std::vector<std::wstring> indexed;              // matching names of the index
     std::deque<NameNotes> askedNotes;
     std::vector<HostName> hostNames;
     std::optional<bool> takesNumber;

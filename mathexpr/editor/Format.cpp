@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Format.cpp - writes the tokens one after the other and decides between each two of them. Blanks mean nothing to the
-// compiler, so that no choice made here can change a program.
+// Format.cpp - joins the tokens, with or without a blank between each two. The compiler ignores blanks, so the program
+// cannot change.
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
 #include "mathexpr/TextEdits.h"

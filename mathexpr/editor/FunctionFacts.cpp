@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FunctionFacts.cpp - tries every function with arguments that most are defined for.
+// FunctionFacts.cpp - evaluates every function with sample arguments that are valid for most functions.
 #include "mathexpr/editor/FunctionFacts.h"
 
 #include "MTParserLib/MTParser.h"
@@ -18,7 +18,7 @@
 namespace mathexpr::editor {
 namespace {
 
-/// No function needs more; those that take any number are called with the first three.
+/// No fixed-count function has more; functions with any number of arguments are called with three.
 constexpr std::uint32_t maxArguments = 4;
 constexpr std::uint32_t argumentsOfAny = 3;
 
@@ -30,7 +30,7 @@ struct SampleArgument
 
 using SampleArguments = std::array<SampleArgument, maxArguments>;
 
-/// Positive numbers, then one within the domain of an arc function.
+/// Positive numbers; then numbers within the domain of the arc functions.
 constexpr std::array<SampleArguments, 2> numberSamples{{
     {{{L"2", {0, 0, 0, 0, 2, 0, 0}},
       {L"3", {0, 0, 0, 0, 3, 0, 0}},
@@ -42,7 +42,7 @@ constexpr std::array<SampleArguments, 2> numberSamples{{
       {L"5", {0, 0, 0, 0, 5, 0, 0}}}},
 }};
 
-/// Two lines that cross.
+/// Two intersecting lines.
 constexpr SampleArguments pointSamples{{{L"[0,0,0]", {1, 0, 0, 0, 0, 0, 0}},
                                         {L"[2,2,0]", {1, 0, 0, 0, 2, 2, 0}},
                                         {L"[0,2,0]", {1, 0, 0, 0, 0, 2, 0}},
@@ -57,7 +57,7 @@ struct SampleRun
 
 SampleRun runSample(const MTFunctionDefinition& function, const SampleArguments& arguments, std::uint32_t count)
 {
-    std::array<VALTYPE, maxArguments + 1> values;  // and the result
+    std::array<VALTYPE, maxArguments + 1> values;  // followed by the result
     std::transform(arguments.begin(), arguments.end(), values.begin(),
                    [](const SampleArgument& argument) { return argument.value; });
     SampleRun run{false, Message::None, {}};
@@ -75,7 +75,7 @@ SampleRun runSample(const MTFunctionDefinition& function, const SampleArguments&
     return run;
 }
 
-/// The message of a number that a function of one is not defined for.
+/// The message of a function of one number for an argument outside its domain.
 Message::Id domainOf(const MTFunctionDefinition& function)
 {
     for (const double x : {-1.0, 0.0, 2.0, 3e9})
@@ -91,7 +91,7 @@ Message::Id domainOf(const MTFunctionDefinition& function)
     return Message::None;
 }
 
-/// The names in the brackets of a usage line; the coordinates for the one function whose line has none.
+/// The names in the brackets of a usage line; for the one function whose usage has none, the coordinates.
 std::vector<std::wstring> parametersOf(const std::wstring& help)
 {
     const std::size_t open = help.find(L'(');
@@ -143,7 +143,7 @@ FunctionFacts factsOf(const MTFunctionDefinition& function)
     facts.parameters = parametersOf(facts.help);
     const std::uint32_t count = function.nbArgs == NB_ARGS_UNDEFINED ? argumentsOfAny : function.nbArgs;
     const SampleArguments* used = &numberSamples.front();
-    if (function.item->isConstant())  // a random number is not drawn to try it
+    if (function.item->isConstant())  // must not draw a random number
     {
         facts.domain = count == 1 ? domainOf(function) : Message::None;
         const bool takesPoints = runSample(function, pointSamples, count).accepted;

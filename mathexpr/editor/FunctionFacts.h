@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FunctionFacts.h - what the vocabulary's functions take and give. The functions themselves are asked: each is tried once
-// with numbers and with points.
+// FunctionFacts.h - parameters and results of the vocabulary's functions, determined by evaluating each once with
+// numbers and once with points.
 #pragma once
 
 #include "MTParserLib/MTMessage.h"
@@ -16,7 +16,7 @@
 
 namespace mathexpr::editor {
 
-/// One overload that an expression can call. All of its parameters take the same kind.
+/// An overload that an expression can call. All its parameters have the same kind.
 struct FunctionFacts
 {
     std::wstring symbol;
@@ -26,20 +26,20 @@ struct FunctionFacts
     std::vector<std::wstring> parameters;
     ValueKind parameterKind;
     ValueKind resultKind;
-    Message::Id domain;                   // of an argument that it is not defined for; None where there is none
-    std::vector<std::wstring> arguments;  // of a call that works
-    std::wstring call;                    // with these
-    const VocabularyUnit* argumentUnit;   // null where it has none
+    Message::Id domain;                   // for an argument outside the domain; None if there is no such message
+    std::vector<std::wstring> arguments;  // of a valid call
+    std::wstring call;                    // the call with these arguments
+    const VocabularyUnit* argumentUnit;   // null if the argument has no unit
     const VocabularyUnit* resultUnit;
 };
 
-/// In the order of the vocabulary.
+/// All overloads, in the order of the vocabulary.
 const std::vector<FunctionFacts>& allFunctions();
 
-/// The overloads of a function; empty for any other name.
+/// The overloads of a function; empty for other names.
 std::vector<const FunctionFacts*> overloadsOf(std::wstring_view symbol);
 
-/// The index of the first overload that has an argument, counted from 0; of the last where none has.
+/// Index of the first overload that has this argument, counted from 0; of the last overload if none has.
 /// @param overloads  not empty
 std::size_t overloadWith(const std::vector<const FunctionFacts*>& overloads, std::uint32_t argument) noexcept;
 

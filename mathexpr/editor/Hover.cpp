@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Hover.cpp - what the vocabulary says of a token, and what a part of the text computes. A part is evaluated beside the
-// object, and only where no code of the host's can run.
+// Hover.cpp - describes a token from the vocabulary, and evaluates a part of the text. The evaluation uses a separate
+// object, and is skipped if code of the host could run.
 #include "MTParserLib/MTMessage.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
@@ -65,7 +65,7 @@ public:
     }
 
 private:
-    /// The token that begins at the cursor or contains it; else one that ends there.
+    /// The token that begins at the cursor or contains it; otherwise the one that ends there.
     std::size_t tokenAt(std::uint32_t cursor) const
     {
         const auto at = std::find_if(tokens.begin(), tokens.end(),
@@ -75,7 +75,7 @@ private:
         return isNothing && index != 0 ? index - 1 : index;
     }
 
-    /// The next token that is no blank; the number of tokens where there is none.
+    /// Index of the next token that is not a blank; the number of tokens if there is none.
     std::size_t nextOf(std::size_t index) const
     {
         const auto isBlank = [](const TextToken& token) { return token.kind == TokenKind::Blank; };
@@ -84,8 +84,8 @@ private:
         return static_cast<std::size_t>(next - tokens.begin());
     }
 
-    /// What an opening bracket begins, with the function that is called.
-    /// @param open  the index of a bracket that has a partner
+    /// The part of the text that an opening bracket begins, including the called function.
+    /// @param open  index of a bracket that has a partner
     TextSpan partOf(std::size_t open) const
     {
         std::size_t begin = open;
@@ -118,7 +118,7 @@ private:
         }
     }
 
-    /// The index of the last argument of a call.
+    /// Index of the last argument of a call.
     std::uint32_t lastArgumentOf(std::size_t open) const
     {
         return static_cast<std::uint32_t>(std::count_if(

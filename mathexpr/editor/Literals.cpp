@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Literals.cpp - numbers are tokens; a point is found by what stands between its brackets.
+// Literals.cpp - numbers are tokens; a point is recognised by the tokens between its brackets.
 //
 //     coordinate   number
 //                  number "e+" number
-//                  number "*" "10" "^" number     each number with a sign or without one
+//                  number "*" "10" "^" number     where each number may have a sign
 #include "MTParserLib/text/MTParserNumber.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
@@ -61,7 +61,7 @@ private:
         literals.push_back(literal);
     }
 
-    /// Whether "[" or "point(" begins there, and only coordinates stand before its partner.
+    /// Whether a point begins at "[" or "point(", with only coordinates up to its partner.
     bool isWrittenPoint(std::size_t at) const
     {
         const bool isCall = token(at).kind == TokenKind::Function && is(at, L"point");
@@ -80,7 +80,7 @@ private:
         return end != 0 && order[end] == token(open).partner && coordinates <= 3;
     }
 
-    /// The place after a coordinate; 0 where none begins.
+    /// Index after a coordinate; 0 if none begins here.
     std::size_t endOfCoordinate(std::size_t at) const
     {
         std::size_t end = endOfNumber(at);
@@ -98,7 +98,7 @@ private:
     std::size_t endOfNumber(std::size_t at) const
     {
         const std::size_t number = is(at, L"-") ? at + 1 : at;
-        // Behind a number stands at least the bracket that closes the point.
+        // number + 1 exists: at least the bracket that closes the point follows.
         return token(number).kind == TokenKind::Number ? number + 1 : 0;
     }
 
@@ -119,7 +119,7 @@ private:
 
     const TextReading& reading;
     const std::vector<TextToken>& tokens;
-    const std::vector<std::size_t> order;  // of the tokens that are no blanks
+    const std::vector<std::size_t> order;  // indices of the tokens that are not blanks
     Trial trial;
     std::vector<TextLiteral> literals;
 };

@@ -32,7 +32,7 @@ bool beginsAlike(std::wstring_view text, std::wstring_view beginning) noexcept
     return matched == beginning.size();
 }
 
-/// Whether a word behind the first begins so.
+/// Whether a word after the first begins like this.
 bool hasWord(std::wstring_view text, std::wstring_view beginning) noexcept
 {
     for (std::size_t at = 1; at < text.size(); ++at)

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NameMatch.h - how well what has been typed matches a name or a line about it. What has been typed holds no blanks, and
-// those of the text that it is matched with do not count: "squarer" matches "Square root".
+// NameMatch.h - how well the typed word matches a name or a one-line text. The typed word has no blanks, and blanks of
+// the text are ignored: "squarer" matches "Square root".
 #pragma once
 
 #include <cstdint>
@@ -10,20 +10,20 @@
 
 namespace mathexpr::editor {
 
-/// The best first.
+/// Kind of match, the best first.
 enum class Match : std::uint8_t
 {
     Beginning,
     BeginningInOtherCase,
-    Word,     ///< A word within the name begins so: "mm" in "i2mm".
-    Meaning,  ///< The description or the name of a unit has a word that does.
+    Word,     ///< A later word of the name begins with it: "mm" in "i2mm".
+    Meaning,  ///< A word of the description, or of a unit's name, begins with it.
     None,
 };
 
-/// Of a name and its description.
+/// Match of the typed word with a name and its description.
 Match matchOf(std::wstring_view name, std::wstring_view description, std::wstring_view typed) noexcept;
 
-/// Whether a text or a word in it begins so, in any case of letters.
+/// Whether a text or a word in it begins like this, ignoring case.
 bool hasBeginning(std::wstring_view text, std::wstring_view beginning) noexcept;
 
 }

@@ -12,7 +12,7 @@ namespace mathexpr::editor {
 std::vector<OpenBracket> openBracketsAt(const TextReading& reading, std::uint32_t cursor)
 {
     std::vector<OpenBracket> open;
-    const TextToken* called = nullptr;  // a name right before
+    const TextToken* called = nullptr;  // the name just before it
     for (const TextToken& token : reading.tokens())
     {
         if (endOf(token) > cursor)

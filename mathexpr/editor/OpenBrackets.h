@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// OpenBrackets.h - which calls and brackets are open at a place, and what closes them.
+// OpenBrackets.h - the calls and brackets that are open at a position, and the text that closes them.
 #pragma once
 
 #include "mathexpr/editor/TextReading.h"
@@ -14,15 +14,15 @@ namespace mathexpr::editor {
 
 struct OpenBracket
 {
-    std::wstring function;       // that is called, "point" for a square bracket; empty for a bracket without a name
-    TextSpan name;               // of it in the text, or the square bracket
-    std::uint32_t argument = 0;  // the argument that the place is in, counted from 0
+    std::wstring function;       // the called function, "point" for "["; empty for a plain bracket
+    TextSpan name;               // span of its name, or of the square bracket
+    std::uint32_t argument = 0;  // index of the argument at the position, from 0
 };
 
-/// The outermost first.
+/// The open brackets, the outermost first.
 std::vector<OpenBracket> openBracketsAt(const TextReading& reading, std::uint32_t cursor);
 
-/// The missing arguments of what is open, and the brackets.
+/// The missing arguments of open calls, and the closing brackets.
 std::wstring closingOf(const std::vector<OpenBracket>& open);
 
 }

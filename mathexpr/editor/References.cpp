@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// References.cpp - uses of a name, and their renaming. Whether a renamed text is read as it was, is seen by reading it.
+// References.cpp - finds the uses of a name and renames them. The renamed text is read again to check that it is read
+// alike.
 #include "MTParserLib/names/MTNameIndex.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
@@ -15,7 +16,7 @@ namespace mathexpr {
 namespace editor {
 namespace {
 
-/// Whether a token stands before a bracket: it is called, whatever its name.
+/// Whether a bracket follows the token, so that it is a call, whatever its name.
 bool isCalled(const TextReading& reading, const TextToken& token)
 {
     const std::size_t next = reading.typed().find_first_not_of(L' ', endOf(token));
@@ -39,7 +40,7 @@ std::vector<TextToken> usesOf(const TextReading& reading, std::wstring_view name
     return uses;
 }
 
-/// Whether an expression can read the name and an object can define it.
+/// Whether an expression can use the name and an object can define it.
 bool canBeVariable(const MathExpression& expression, std::wstring_view name)
 {
     const TextReading alone(expression, name);
@@ -48,7 +49,7 @@ bool canBeVariable(const MathExpression& expression, std::wstring_view name)
            name.find(L' ') == std::wstring_view::npos;
 }
 
-/// The text with every use replaced, and where the uses stand in it.
+/// The text with every use replaced, and the new positions of the uses.
 struct RenamedText
 {
     std::wstring text;
@@ -70,7 +71,7 @@ RenamedText renamed(const TextReading& reading, const std::vector<TextToken>& us
     return result;
 }
 
-/// The index of the first use that is read otherwise under its new name; their number where there is none.
+/// Index of the first use that is read differently under its new name; the number of uses if there is none.
 std::size_t firstReadOtherwise(const MathExpression& expression, const RenamedText& text, std::wstring_view newName)
 {
     const TextReading reading(expression, text.text);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Signature.cpp - the innermost open bracket that calls a function of the vocabulary.
+// Signature.cpp - finds the innermost open bracket that calls a function of the vocabulary.
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
 #include "mathexpr/TypingHelp.h"

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TextReading.cpp - one pass over the text without its blanks. The shorthands are read where they stand, as what they
-// are rewritten to.
+// TextReading.cpp - one pass over the text without its blanks. Shorthands are not rewritten, but read as their
+// replacements.
 #include "mathexpr/editor/TextReading.h"
 
 #include "mathexpr/EngineAccess.h"
@@ -97,7 +97,7 @@ private:
         }
     }
 
-    /// @param begin, end  in the stripped text; not empty
+    /// @param begin, end  a span of the stripped text; not empty
     void add(TokenKind kind, std::size_t begin, std::size_t end)
     {
         addBlanks(typedIndices[begin]);
@@ -141,7 +141,7 @@ private:
         {
             return variable->answeredByHost ? TokenKind::HostName : TokenKind::Variable;
         }
-        // Once the host has answered, the name is a variable's, in any case of letters.
+        // The first answer of the host defines a variable, so later uses of the name ignore case.
         const std::wstring folded = inLowerCase(name);
         if (names.isNamedValue(name))
         {
@@ -181,7 +181,7 @@ private:
         return isSquare ? TokenKind::Shorthand : TokenKind::Bracket;
     }
 
-    /// As the compiler does, assigns as long as nothing waits on its stack.
+    /// Assigns under the same condition as the compiler: nothing waits on the stack.
     void assign(std::size_t at)
     {
         if (operatorWaits || !open.empty())
@@ -200,14 +200,14 @@ private:
     const KnownNames& names;
     const wchar_t separator;
     const std::size_t typedLength;
-    std::wstring stripped;                  // the text without its blanks
-    std::vector<std::size_t> typedIndices;  // of its characters
+    std::wstring stripped;                  // the text without blanks
+    std::vector<std::size_t> typedIndices;  // index in the typed text of each character of stripped
 
     std::vector<TextToken> tokens;
-    std::vector<std::size_t> open;    // the tokens of open brackets
-    std::set<std::wstring> answered;  // the host's names that the text has named, folded
-    std::size_t nameBegin = 0;        // what has been read since then is a name or number
-    bool operatorWaits = false;       // an operator or a call outside of all brackets
+    std::vector<std::size_t> open;    // indices of the tokens of open brackets
+    std::set<std::wstring> answered;  // names of the host that the text has used, in lower case
+    std::size_t nameBegin = 0;        // start of the name or number that is being read
+    bool operatorWaits = false;       // an operator or call waits outside all brackets
 };
 
 }

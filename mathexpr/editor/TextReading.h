@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TextReading.h - reads a typed text into tokens, as the compiler reads the text that it is rewritten to.
+// TextReading.h - splits a typed text into tokens, as the compiler splits the rewritten text.
 #pragma once
 
 #include "MTParserLib/MTParser.h"
@@ -19,14 +19,14 @@ namespace mathexpr::editor {
 class TextReading
 {
 public:
-    /// @param typed  outlives the reading
+    /// @param typed  must outlive this object
     TextReading(const MathExpression& expression, std::wstring_view typed);
 
     std::wstring_view typed() const noexcept { return text; }
     const std::vector<TextToken>& tokens() const noexcept { return all; }
     const KnownNames& names() const noexcept { return known; }
 
-    /// The characters of a token without blanks between them.
+    /// The characters of a token without the blanks between them.
     std::wstring textOf(const TextToken& token) const;
 
 private:
@@ -35,10 +35,10 @@ private:
     std::vector<TextToken> all;
 };
 
-/// Empty for null.
+/// The empty text for null.
 std::wstring_view viewOf(const wchar_t* text) noexcept;
 
-/// Whether the object's limit forbids to look at a text of that length.
+/// Whether a text of this length exceeds the object's limit.
 bool isTooLong(const MathExpression& expression, std::size_t length) noexcept;
 
 inline std::uint32_t endOf(const TextToken& token) noexcept
@@ -51,14 +51,14 @@ inline TextSpan spanOf(const TextToken& token) noexcept
     return {token.start, token.length};
 }
 
-/// Whether the token is a name that stands for a value and is not the language's own.
+/// Whether the token names a value and is not part of the language.
 bool isRenamable(const TextToken& token) noexcept;
 
-/// Those that are no blanks, by their indices.
+/// Indices of the tokens that are not blanks.
 std::vector<std::size_t> withoutBlanks(const std::vector<TextToken>& tokens);
 
-/// Whether an operand has to follow: an operator there is unary.
-/// @param reading, before  the token before the place; at the beginning there is none
+/// Whether an operand must follow, so that an operator here would be unary.
+/// @param reading, before  the reading, and the token before the position; there is none at the start of the text
 bool expectsOperand(const TextReading& reading, const TextToken& before);
 
 }

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Trial.cpp - the trial is the service and the name source of an object of its own, and answers for the original.
+// Trial.cpp - the trial is both service and name source of a separate object, and answers in place of the original's
+// host.
 #include "mathexpr/editor/Trial.h"
 
 #include "mathexpr/Diagnostics.h"
@@ -20,7 +21,7 @@ namespace {
 
 constexpr ProcessMessageDisplay noDisplay{[](void*, std::uint32_t, const wchar_t*) {}, nullptr};
 
-/// Names of unknown kind that are tried as numbers and as points, in every combination.
+/// Upper bound on names of unknown kind for which all combinations of number and point are tried.
 constexpr std::size_t maxGuessed = 4;
 
 VALTYPE standIn(ValueKind kind) noexcept
@@ -39,7 +40,7 @@ Trial::Trial(const MathExpression& givenOriginal, const KnownNames& givenNames, 
 
 bool Trial::compile(const std::wstring& text)
 {
-    // An object of its own for each text: names that one has looked up are variables of the next.
+    // A new object for each text, since names that a text looks up become variables of its object.
     object.emplace(false, static_cast<const IMathExprService*>(this), EngineAccess::hostOf(original));
     hasStandIns = false;
     unknownKinds.clear();
@@ -99,7 +100,7 @@ ExpressionDiagnostic Trial::diagnostic() const
     return getDiagnostic(*object);
 }
 
-/// @param work  answers whether it has succeeded, or raises what the engine raises
+/// @param work  returns whether it succeeded, or throws what the engine throws
 template <class Work>
 bool Trial::succeeds(Work work)
 {
@@ -118,7 +119,7 @@ bool Trial::drawsRandomNumbers() const
 {
     const auto& steps = EngineAccess::parserOf(*object).getProgram().steps;
     return std::any_of(steps.begin(), steps.end(), [](const MTProgramStep& step) {
-        return step.nbArgs != 0 && !step.item->isConstant();  // a variable has no arguments
+        return step.nbArgs != 0 && !step.item->isConstant();  // variables have no arguments
     });
 }
 
@@ -175,7 +176,7 @@ ValueKind Trial::kindOf(std::wstring_view name) const
     return indexed == nullptr ? ValueKind::Unknown : indexed->kind;
 }
 
-/// The variables and then what the host offers.
+/// Lists the variables, then the names that the host offers.
 const wchar_t* Trial::getName(std::uint32_t index) const
 {
     const std::size_t variableCount = names.registrar().getNbVariables();

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Trial.h - compiles and evaluates texts beside an expression object, which stays as it is.
+// Trial.h - compiles and evaluates texts in a separate object, so that the original does not change.
 //
-// The object of the trial has the same limits and finds the same names: variables with the values that they have now,
-// and names that the host offers. It shows nothing, and a text that it is given sees nothing of the texts before it.
+// The separate object has the same limits and knows the same names: the variables with their present values, and the
+// names that the host offers. It shows no message. Every text starts afresh.
 //
-// Numbers stand in for values that only the host knows, and points for those of names that are known to be points.
+// Names whose values only the host knows are replaced by numbers, or by points if they are known to be points.
 #pragma once
 
 #include "mathexpr/ExpressionDiagnostic.h"
@@ -32,32 +32,33 @@ public:
     enum class Verdict : std::uint8_t
     {
         Accepted,
-        Undefined,  ///< A value that an item is not defined for, such as a divisor of 0; another value might do.
+        Undefined,  ///< A value outside an item's domain, such as a divisor of 0; another value might be accepted.
         Refused,
     };
 
-    /// @param original    outlives the trial, as do
-    /// @param names       which are the original's
-    /// @param mayAskHost  whether the host's service is asked for names that nothing else knows
+    /// @param original    must outlive the trial
+    /// @param names       of the original; must outlive the trial
+    /// @param mayAskHost  whether the host's service is called for names that are not known otherwise
     Trial(const MathExpression& original, const KnownNames& names, bool mayAskHost) noexcept;
     Trial(const Trial&) = delete;
     Trial& operator=(const Trial&) = delete;
 
-    /// Says whether a name of the host's is a number or a point; the names of an index may tell that themselves.
+    /// Declares whether a name of the host is a number or a point; names of an index may have notes that do so.
     void setKind(const std::wstring& name, ValueKind kind) { kinds[name] = kind; }
 
     bool compile(const std::wstring& text);
 
-    /// Compiles a text and evaluates it, unless it holds random numbers: evaluating those would change which come next.
-    /// @param value  receives the value where one was computed from values that are all known
+    /// Compiles a text and evaluates it, unless it contains random numbers: drawing one would change the numbers that
+    /// follow.
+    /// @param value  receives the value, if all values in the text are known
     Verdict evaluate(const std::wstring& text, std::optional<VALTYPE>& value);
-    /// The same without a value. Of a name of unknown kind a point is tried where a number is refused.
+    /// The same without a value. If a number is refused for a name of unknown kind, a point is tried.
     Verdict judge(const std::wstring& text);
 
-    /// Of the text compiled last.
+    /// Diagnostic of the last text.
     ExpressionDiagnostic diagnostic() const;
 
-    /// Names that stand for any number and any point; no keyboard has them.
+    /// Names for an arbitrary number and an arbitrary point, in characters that cannot be typed.
     static constexpr const wchar_t* anyNumber = L"\uE000";
     static constexpr const wchar_t* anyPoint = L"\uE001";
 
@@ -78,8 +79,8 @@ private:
     const bool mayAskHost;
     std::map<std::wstring, ValueKind, std::less<>> kinds;
     std::optional<MathExpression> object;
-    mutable bool hasStandIns = false;                // the text names something whose value is not known
-    mutable std::vector<std::wstring> unknownKinds;  // and these of it may be numbers or points
+    mutable bool hasStandIns = false;                // the text uses a name whose value is not known
+    mutable std::vector<std::wstring> unknownKinds;  // names in the text that may be numbers or points
 };
 
 }

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Typeset.cpp - fills in the forms of the tree's nodes from the root down. What is still to be written waits on a stack of
-// pieces, so that no depth of a text is a depth of calls.
+// Typeset.cpp - expands the forms of the tree's nodes from the root down. Pending pieces are on an explicit stack, so
+// that deep nesting does not lead to deep recursion.
 #include "mathexpr/Typeset.h"
 
 #include "MTParserLib/names/MTNameIndex.h"
@@ -26,7 +26,7 @@ namespace {
 struct Escape
 {
     wchar_t character;
-    std::array<const wchar_t*, 2> texts;  // by Notation; null where it stands for itself
+    std::array<const wchar_t*, 2> texts;  // by Notation; null if the character needs no escape
 };
 
 // clang-format off
@@ -49,7 +49,7 @@ constexpr Escape escapes[] = {
 };
 // clang-format on
 
-/// Neither TeX nor XML takes these.
+/// Whether neither TeX nor XML accepts the character.
 bool isNoCharacter(wchar_t character)
 {
     const auto code = static_cast<std::uint32_t>(character);
@@ -81,7 +81,7 @@ public:
     }
 
 private:
-    /// Text that is written as it is, or a node.
+    /// Literal text, or a node.
     struct Piece
     {
         std::wstring_view literal;
@@ -115,7 +115,7 @@ private:
         }
     }
 
-    /// Puts the pieces of a form onto the stack, the last one first.
+    /// Pushes the pieces of a form, the last one first.
     void fillIn(const TypesetNode& node)
     {
         const std::size_t first = pieces.size();
@@ -174,8 +174,8 @@ private:
         pieces.push_back(literal(isBracketed ? brackets.substr(middle + 2) : std::wstring_view()));
     }
 
-    /// @param command  that sets the text in LaTeX; may be empty
-    /// @param element  of MathML
+    /// @param command  LaTeX command for the text; may be empty
+    /// @param element  MathML element
     void setElement(const wchar_t* command, const wchar_t* element, std::wstring_view text)
     {
         const bool isPlain = isLatex() && *command == L'\0';
@@ -202,7 +202,7 @@ private:
         }
     }
 
-    /// With what stands behind each "_" as an index, where all of it is something.
+    /// Sets the parts after each "_" as indices, unless one of them is empty.
     void setName(std::wstring_view name)
     {
         const std::size_t underscore = name.find(L'_');
@@ -277,7 +277,7 @@ private:
     const TypesetTree& tree;
     const Notation notation;
     std::vector<Piece> pieces;
-    std::deque<std::wstring> escapedNames;  // that pieces point at
+    std::deque<std::wstring> escapedNames;  // owns names that pieces refer to
     std::wstring made;
 };
 
@@ -287,7 +287,7 @@ private:
 std::wstring typesetText(const MathExpression& expression, const wchar_t* text, Notation notation)
 {
     return atHostBoundary(EngineAccess::hostOf(expression), [&] {
-        // Without what is no character: surrogates without a partner, numbers beyond the last character.
+        // The conversions drop what is not a character: lone surrogates and numbers above the last code point.
         const std::wstring typed = platform::toWide(platform::toUtf8(editor::viewOf(text)));
         const editor::TextReading reading(expression, typed);
         const editor::TypesetTree tree =

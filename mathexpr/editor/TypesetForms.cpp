@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TypesetForms.cpp - the tables. Where the reader's habits and the language differ, as for -2^2, both get their brackets.
+// TypesetForms.cpp - the tables of forms. If the language groups differently than readers expect, as in -2^2, both
+// readings get brackets.
 #include "mathexpr/editor/TypesetForms.h"
 
 #include <algorithm>

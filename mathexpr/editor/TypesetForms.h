@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TypesetForms.h - how each construct of an expression is set in each notation, as a table of forms.
+// TypesetForms.h - a table of forms: how each construct of an expression is typeset in each notation.
 //
-// A form is a text with places in it: "@0" and "@1" are the first and the second part, "@*" all parts with commas between
-// them, "@:" all parts one below the other, "@n" the name.
+// A form is a text with placeholders: "@0" and "@1" are the first and second part, "@*" all parts separated by commas,
+// "@:" all parts below each other, "@n" the name.
 #pragma once
 
 #include "mathexpr/Typeset.h"
@@ -27,29 +27,29 @@ enum class Grip : std::uint8_t
     Minus,
     Product,
     Power,
-    Piece,  ///< Such as a fraction, which a power does not hold to.
+    Piece,  ///< Such as a fraction, which needs brackets as the base of a power.
     Atom,
 };
 
 struct TypesetForm
 {
-    Grip grip = Grip::Atom;                 ///< Of what is set.
-    std::array<Grip, 3> least{};            ///< What each part needs at least.
+    Grip grip = Grip::Atom;                 ///< Of the typeset construct.
+    std::array<Grip, 3> least{};            ///< Least grip that each part may have without brackets.
     std::array<const wchar_t*, 2> texts{};  ///< By Notation.
 
-    // cppcheck-suppress CastIntegerToAddressAtReturn ; an element of the array is an address
+    // cppcheck-suppress CastIntegerToAddressAtReturn ; the elements are addresses
     const wchar_t* in(Notation notation) const noexcept { return texts[static_cast<std::size_t>(notation)]; }
 };
 
-/// Of an operator of the vocabulary.
+/// The form of an operator of the vocabulary.
 const TypesetForm& formOfOperator(std::wstring_view symbol, bool isUnary) noexcept;
 
 const TypesetForm& formOfCall(std::wstring_view function, std::size_t argumentCount) noexcept;
 
 extern const TypesetForm typesetBrackets;
-extern const TypesetForm typesetConversion;  ///< Its second and third part are units.
+extern const TypesetForm typesetConversion;  ///< Parts 1 and 2 are units.
 extern const TypesetForm typesetAssignment;
-extern const TypesetForm typesetFormula;  ///< All of an expression.
+extern const TypesetForm typesetFormula;  ///< The whole expression.
 extern const TypesetForm typesetVerbatim;
 
 }

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TypesetTree.cpp - the compiler's stack of operators over a stack of nodes: the head of MTParserCompiler.h says when
-// what leaves it. A call that is closed stays on the stack like an operator, as there, and an operator takes the operands
-// that are on top when it leaves, whichever brackets they stood in.
+// TypesetTree.cpp - the compiler's operator stack, on top of a stack of nodes; MTParserCompiler.h explains the rules.
+// As there, a closed call stays on the stack like an operator, and an operator takes the topmost operands when it is
+// popped, whichever brackets contained them.
 #include "mathexpr/editor/TypesetTree.h"
 
 #include "mathexpr/editor/UnitNames.h"
@@ -22,7 +22,7 @@ public:
         : reading(givenReading), registrar(givenRegistrar)
     {}
 
-    /// @return whether the text is an expression, which the tree then holds
+    /// @return whether the text is an expression; if so, the tree contains it
     bool read()
     {
         for (const TextToken& token : reading.tokens())
@@ -65,13 +65,13 @@ private:
         Kind kind = Kind::Wall;
         std::int32_t precedence = 0;
         bool isUnary = false;
-        std::wstring text{};            // the symbol or the function
-        std::size_t argumentCount = 0;  // that are complete
-        std::size_t firstArgument = 0;  // among the operands
+        std::wstring text{};            // the operator's symbol or the function's name
+        std::size_t argumentCount = 0;  // number of complete arguments
+        std::size_t firstArgument = 0;  // index of the first argument in operands
     };
 
     static constexpr std::int32_t callPrecedence = 5;
-    static constexpr std::uint32_t placeholder = 0xFFFFFFFF;  // under the arguments of a call
+    static constexpr std::uint32_t placeholder = 0xFFFFFFFF;  // marks the arguments of a call
 
     bool take(const TextToken& token)
     {
@@ -106,7 +106,7 @@ private:
         }
     }
 
-    /// A bracket, or the "e+" that says "*10^".
+    /// Reads a bracket, or "e+" as "*10^".
     bool takeSign(wchar_t character)
     {
         switch (character)
@@ -156,7 +156,7 @@ private:
         return expectsValue;
     }
 
-    /// Up to a separator or a closing bracket.
+    /// Ends an argument, at a separator or closing bracket.
     bool endArgument()
     {
         if (expectsValue)
@@ -216,7 +216,7 @@ private:
         return true;
     }
 
-    /// Behind a value: each operator there has its operands, since one value more was read than operators between two.
+    /// Called after a value. Every operator has its operands: one more value was read than there are binary operators.
     void emitDownToWall()
     {
         while (!waiting.empty() && waiting.back().kind != Waiting::Kind::Wall)
@@ -225,7 +225,7 @@ private:
         }
     }
 
-    /// What waits on top becomes a node.
+    /// Pops the topmost record and makes a node of it.
     bool emit()
     {
         const Waiting top = std::move(waiting.back());
@@ -274,11 +274,11 @@ private:
 
     const TextReading& reading;
     const MTParserRegistrar& registrar;
-    std::vector<std::wstring> targets;  // of assignments
+    std::vector<std::wstring> targets;  // names that are assigned to
     std::vector<Waiting> waiting;
     std::vector<std::uint32_t> operands;
     bool expectsValue = true;
-    bool assignsTo = false;  // the sign of an assignment follows
+    bool assignsTo = false;  // the assignment sign follows
 };
 
 }

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TypesetTree.h - what an expression consists of, grouped as the compiler groups it. Brackets that only group are not in
-// the tree.
+// TypesetTree.h - the structure of an expression, grouped as by the compiler. Brackets that only group are omitted.
 #pragma once
 
 #include "mathexpr/editor/TextReading.h"
@@ -21,22 +20,22 @@ struct TypesetNode
         Number,
         Constant,
         Name,
-        Words,      ///< Set in upright letters as they are, such as a unit.
-        Construct,  ///< By its form.
+        Words,      ///< Set upright and verbatim, such as a unit.
+        Construct,  ///< Set by its form.
     };
 
     Kind kind = Kind::Construct;
-    std::wstring text;                  ///< Of a construct: the name of a function, or what is set verbatim.
+    std::wstring text;                  ///< Of a construct: the function's name, or a verbatim text.
     const TypesetForm* form = nullptr;  ///< Of a construct.
-    std::vector<std::uint32_t> parts;   ///< Of a construct: indices of other nodes.
+    std::vector<std::uint32_t> parts;   ///< Of a construct: indices of its parts.
 };
 
 struct TypesetTree
 {
-    std::vector<TypesetNode> nodes;  ///< The last is the root. Parts come before what they are parts of.
+    std::vector<TypesetNode> nodes;  ///< The last is the root. Parts precede the nodes that contain them.
 };
 
-/// Of a text that is no expression, one node with the text.
+/// Builds the tree; for a text that is not an expression, a single node with the text.
 TypesetTree readTypesetTree(const TextReading& reading, const MTParserRegistrar& registrar);
 
 }

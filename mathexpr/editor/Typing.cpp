@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Typing.cpp - compiles a text beside the object. A text is unfinished where its failure is at its end and something can
-// follow that the object accepts: this is tried, so that no second grammar is needed.
+// Typing.cpp - compiles a text in a separate object. A text is unfinished if its failure is at its end and some
+// continuation is accepted. Continuations are tried, so that no second grammar is needed.
 #include "mathexpr/Completion.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
@@ -19,7 +19,7 @@ namespace mathexpr {
 namespace editor {
 namespace {
 
-/// Whether something behind the text could mend the failure.
+/// Whether text appended at the end could correct the failure.
 bool isAtTheEnd(const ExpressionDiagnostic& failure, std::wstring_view typed)
 {
     if (failure.kind != ExpressionDiagnostic::Kind::Parsing)
@@ -36,7 +36,7 @@ bool isAtTheEnd(const ExpressionDiagnostic& failure, std::wstring_view typed)
     }
 }
 
-/// Whether a name that may stand there begins with the last word.
+/// Whether a name that is accepted here begins with the last word.
 bool isBeginningOfName(const MathExpression& expression, const TextReading& reading)
 {
     const std::wstring typed(reading.typed());

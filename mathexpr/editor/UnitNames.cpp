@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// UnitNames.cpp - a conversion bears its units in its name, before and after the "2".
+// UnitNames.cpp - a conversion's name contains its units, before and after the "2".
 #include "mathexpr/editor/UnitNames.h"
 
 #include "mathexpr/editor/NameMatch.h"

@@ -19,10 +19,10 @@ namespace {
 
 using Pieces = std::vector<TextPiece>;
 
-/// Operators whose right operand a product or quotient would be torn from.
+/// Operators that bind their right operand too tightly for a product or quotient to follow without brackets.
 constexpr std::wstring_view tighter = L"/%^";
 
-/// How many characters at the beginning are a number; a second decimal point ends it.
+/// Length of the number at the beginning; a second decimal point ends it.
 std::size_t lengthOfNumber(std::wstring_view word)
 {
     std::size_t length = 0;
@@ -35,8 +35,8 @@ std::size_t lengthOfNumber(std::wstring_view word)
     return length == 1 && pointSeen ? 0 : length;
 }
 
-/// Puts a product in brackets where its neighbours would take it apart.
-/// @param behind  the index of the piece behind it
+/// Adds brackets to a product if its neighbours would separate it.
+/// @param behind  index of the piece after the product
 std::wstring asOperand(const Pieces& pieces, std::size_t at, std::size_t behind, const std::wstring& product)
 {
     const bool isTorn = (at != 0 && pieces[at - 1].isMarkOf(tighter)) || pieces[behind].isMark(L'^');
@@ -62,7 +62,7 @@ std::wstring withSeparators(const std::wstring& text, const KnownNames& names)
     return textOf(pieces);
 }
 
-/// "1e5", "1E+5" and "1e-5". Neighbouring pieces are emptied, never removed: the last one is the end.
+/// "1e5", "1E+5" and "1e-5". Neighbouring pieces are emptied, never removed: the last piece is the end.
 std::wstring withExponents(const std::wstring& text, const KnownNames& names)
 {
     Pieces pieces = piecesOf(text);
@@ -117,7 +117,7 @@ std::wstring withBracketsBeforePlus(const std::wstring& text, const KnownNames& 
     return textOf(pieces);
 }
 
-/// Whether a factor begins with a piece that is no number.
+/// Whether a factor begins with a piece that is not a number.
 bool isFactor(const TextPiece& piece, const TextPiece& next, const KnownNames& names)
 {
     return piece.isMark(L'(') ||
@@ -184,8 +184,8 @@ std::wstring withCase(const std::wstring& text, const KnownNames& names)
     return textOf(pieces);
 }
 
-/// The index of the piece behind an argument without brackets, which may be a product such as "2x"; where none begins,
-/// that of the first piece.
+/// Index of the piece after an argument without brackets, which may be a product such as "2x"; first if there is no
+/// argument.
 std::size_t behindArgument(const Pieces& pieces, std::size_t first, const KnownNames& names)
 {
     std::size_t behind = first + (mayBeArgument(pieces[first], names) ? 1 : 0);
@@ -231,8 +231,8 @@ std::wstring withArgumentBrackets(const std::wstring& text, const KnownNames& na
     return textOf(pieces);
 }
 
-/// Writes the multiplication signs of "2pi", "2 pi", "2sin(30)", "2(3)", "x(3)", "(1)(2)", "(1)2" and "[1,2](3)".
-/// Numbers side by side are one number: "1 000".
+/// Inserts the multiplication signs in "2pi", "2 pi", "2sin(30)", "2(3)", "x(3)", "(1)(2)", "(1)2" and "[1,2](3)".
+/// Adjacent numbers are one number: "1 000".
 void multiply(Pieces& pieces, const KnownNames& names)
 {
     for (std::size_t at = 0; at + 2 < pieces.size(); ++at)
@@ -256,11 +256,11 @@ std::wstring withMultiplication(const std::wstring& text, const KnownNames& name
     return textOf(pieces);
 }
 
-/// Factors side by side, as in 2x(3)^2.
+/// Adjacent factors, as in 2x(3)^2.
 struct Product
 {
-    std::size_t behind;  ///< The index of the piece behind the last factor.
-    bool isNew;          ///< Whether a multiplication sign has been written between two of them.
+    std::size_t behind;  ///< Index of the piece after the last factor.
+    bool isNew;          ///< Whether a multiplication sign was inserted between two of them.
 };
 
 /// @param multiplied  the same pieces with multiplication signs
@@ -282,7 +282,7 @@ Product productAt(std::size_t begin, const Pieces& typed, const Pieces& multipli
     return product;
 }
 
-/// Like withMultiplication, but a product that was written without a sign stays together: "1/2pi" is 1/(2*pi).
+/// Like withMultiplication, but a product typed without a sign is kept together: "1/2pi" is 1/(2*pi).
 std::wstring withProducts(const std::wstring& text, const KnownNames& names)
 {
     const Pieces typed = factorsOf(text, names);
@@ -301,7 +301,7 @@ std::wstring withProducts(const std::wstring& text, const KnownNames& names)
     return textOf(together);
 }
 
-/// "15%", where no other operand follows.
+/// "15%", unless another operand follows.
 std::wstring withoutPercent(const std::wstring& text, const KnownNames& names)
 {
     Pieces pieces = piecesOf(text);
@@ -324,7 +324,7 @@ struct Rule
     Hint::Id reason;
 };
 
-// Later rules read what earlier ones have written: raised digits are powers, a pasted pi is a name.
+// Later rules see the output of earlier ones: raised digits have become powers, a pasted pi a name.
 // clang-format off
 constexpr Rule rules[] = {
 //   rule                    reason
@@ -340,8 +340,8 @@ constexpr Rule rules[] = {
 };
 // clang-format on
 
-/// Where a comma can only belong to a number, by character: outside of all brackets, in a call that has too many arguments,
-/// and where semicolons stand between arguments.
+/// Positions at which a comma can only be part of a number: outside all brackets, in a call with too many arguments,
+/// and between arguments that are separated by semicolons.
 std::vector<bool> decimalCommas(const std::wstring& text, const MTFailure& failure, MTSpan typedSpan)
 {
     const bool hasSemicolons = text.find(L';') != std::wstring::npos;
@@ -370,7 +370,7 @@ Correction correct(const std::wstring& typed, const MTFailure& failure, MTSpan t
     Correction correction;
     bool hasReason = plain != typed;
     const auto noteReason = [&](Hint::Id reason) {
-        if (correction.reason != Hint::PowerOfTen)  // the one mistake that no corrected text explains
+        if (correction.reason != Hint::PowerOfTen)  // this mistake cannot be explained by a corrected text
         {
             correction.reason = hasReason && reason != Hint::PowerOfTen ? Hint::DidYouMean : reason;
         }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HintNumbers.h - the sentences that help the user along, by their numbers in MathExprRes/Messages.table.
+// HintNumbers.h - numbers of the hint sentences in MathExprRes/Messages.table.
 #pragma once
 
 #include <cstdint>

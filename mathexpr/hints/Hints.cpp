@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Hints.cpp - chooses the sentences and fills them in. A correction counts only when it compiles, which a compiler
-// beside the failed one tries: it knows the same names, asks no host and shows nothing.
+// Hints.cpp - selects the sentences and fills them in. A correction is used only if it compiles in a separate compiler,
+// which knows the same names, does not call the host and shows nothing.
 #include "mathexpr/hints/Hints.h"
 
 #include "mathexpr/IMathFunction.h"
@@ -22,13 +22,13 @@
 namespace mathexpr {
 namespace {
 
-/// A longer text is no line that somebody typed, and is not corrected.
+/// Longer texts are not typed by users, and are not corrected.
 constexpr std::size_t maxCorrected = 1000;
 
-/// A longer correction is quoted where it differs.
+/// Of longer corrections, only the part that differs is quoted.
 constexpr std::size_t maxQuoted = 60;
 
-/// The sentence with its placeholders filled in.
+/// Replaces the placeholders of a sentence.
 std::wstring sentence(Hint::Id hint, std::initializer_list<std::wstring_view> arguments)
 {
     const std::wstring pattern = loadMessage(hint);
@@ -76,7 +76,7 @@ bool compiles(const std::wstring& text, const MTParser& parser, const KnownNames
     {
         return trial.compile(text.c_str(), parser.getLimits(), assigned);
     }
-    catch (const ParsingException&)  // which some failures raise where messages are shown, too
+    catch (const ParsingException&)  // some failures raise it even if messages are shown
     {
         return false;
     }
@@ -91,7 +91,7 @@ ExpressionFix differenceOf(std::wstring_view typed, std::wstring_view corrected)
     {
         --begin;
     }
-    std::size_t tail = 0;  // characters that both end in
+    std::size_t tail = 0;  // length of the common ending
     while (tail < std::min(typed.size(), corrected.size()) - begin &&
            typed[typed.size() - 1 - tail] == corrected[corrected.size() - 1 - tail])
     {
@@ -105,13 +105,13 @@ ExpressionFix differenceOf(std::wstring_view typed, std::wstring_view corrected)
             std::wstring(corrected.substr(begin, corrected.size() - tail - begin))};
 }
 
-/// A corrected text as a sentence quotes it.
+/// A corrected text as it is quoted in a sentence.
 std::wstring quoted(const std::wstring& corrected, const ExpressionFix& fix)
 {
     return corrected.size() <= maxQuoted ? corrected : fix.replacement;
 }
 
-/// What is wrong in two sentences at most: what fits where, and what may be meant.
+/// Writes at most two sentences: what would be accepted, and what may be meant.
 class HintWriter
 {
 public:
@@ -141,7 +141,7 @@ private:
         diagnostic.hints.push_back(sentence(hint, arguments));
     }
 
-    /// What the function concerned takes.
+    /// What the function concerned accepts.
     void addArguments()
     {
         const std::wstring_view callee = nameOfEmptyCall();
@@ -159,7 +159,7 @@ private:
         }
     }
 
-    /// What could stand at the place of the failure.
+    /// What would be accepted at the failure.
     void addExpected()
     {
         if (!diagnostic.hints.empty())
@@ -180,7 +180,7 @@ private:
         }
     }
 
-    /// The function of "rand()"; empty where no call is without arguments.
+    /// The function in "rand()"; empty if the failure is not an empty call.
     std::wstring_view nameOfEmptyCall() const
     {
         if (diagnostic.code != ParsingError::ArgumentEmpty || diagnostic.itemName != L"()")
@@ -194,7 +194,7 @@ private:
         return names.isFunction(name) ? name : std::wstring_view();
     }
 
-    /// A call without arguments is no expression, so that an overload for none does not count.
+    /// Overloads without arguments are ignored, since a call without arguments is not an expression.
     void addCounts(std::wstring_view function, const std::vector<std::uint32_t>& accepted, std::uint32_t given)
     {
         if (std::find(accepted.begin(), accepted.end(), NB_ARGS_UNDEFINED) != accepted.end())
@@ -267,7 +267,7 @@ private:
         }
     }
 
-    /// The one name that may be meant.
+    /// The only name that may be meant.
     bool addNearestName()
     {
         if (diagnostic.suggestions.size() != 1)
@@ -285,8 +285,8 @@ private:
         return true;
     }
 
-    /// A name that only the host's service may know, ending in "e" before "+": it is told, and not corrected. An "e"
-    /// behind an unknown name belongs to the operator "e+".
+    /// A name that only the host's service may know, with a final "e" before "+": mentioned, not corrected. The final
+    /// "e" of an unknown name is part of the operator "e+".
     bool addUnknownBeforePlus()
     {
         const std::size_t end = std::size_t{diagnostic.start} + diagnostic.length;
@@ -299,7 +299,7 @@ private:
         return true;
     }
 
-    /// Of a function's name without brackets, what it takes is said, not the name once more.
+    /// For a function's name without brackets, its arguments are described instead of repeating the name.
     void addSuggestions()
     {
         if (diagnostic.message == Message::UnknownName && names.isFunction(diagnostic.itemName))

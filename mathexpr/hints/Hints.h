@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Hints.h - adds to the record of a failure what helps the user along: sentences in the user's language, and a corrected
-// text where one is plain.
+// Hints.h - adds hints to the record of a failure: sentences in the user's language, and a corrected text if one is
+// unambiguous.
 #pragma once
 
 #include "MTParserLib/MTParser.h"
@@ -11,8 +11,8 @@
 
 namespace mathexpr {
 
-/// @param diagnostic  filled in but for its hints and its fix
-/// @param parser      what has failed
+/// @param diagnostic  complete except for hints and fix
+/// @param parser      the session that failed
 void addHints(ExpressionDiagnostic& diagnostic, const MTParser& parser, const KnownNames& names);
 
 }

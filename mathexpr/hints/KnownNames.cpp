@@ -13,7 +13,7 @@
 namespace mathexpr {
 namespace {
 
-/// Asks the host with the host's own floating-point control words in force.
+/// Calls the host with the host's own floating-point control words in force.
 const wchar_t* nameFrom(const IMathExprNameSource& host, std::uint32_t index)
 {
     const platform::HostFloatingPoint hostsWords;

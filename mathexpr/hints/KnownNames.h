@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// KnownNames.h - what a name could mean in an expression that has failed: the object's own items and variables, and the
-// names that the host offers for suggestions. The host's service is never asked: a hint has no side effects.
+// KnownNames.h - the names that a failed expression could have meant: the object's items and variables, and the names
+// that the host offers for suggestions. The host's service is never called: a hint has no side effects.
 #pragma once
 
 #include "MTParserLib/MTParserRegistrar.h"
@@ -23,7 +23,7 @@ namespace mathexpr {
 class KnownNames final : public IMathExprService
 {
 public:
-    /// @param nameSource  the host's, asked for all its names when the first of them matters; may be null
+    /// @param nameSource  the host's; enumerated when the first of its names is needed; may be null
     KnownNames(const MTParserRegistrar& registrar, const IMathExprNameSource* nameSource) noexcept
         : items(registrar), source(nameSource)
     {}
@@ -32,39 +32,38 @@ public:
 
     const MTParserRegistrar& registrar() const noexcept { return items; }
 
-    /// In the host's order, each once; without those of an index. They stay where they are.
+    /// In the host's order, without duplicates and without those of an index. References stay valid.
     /// @throws what the name source throws
     const std::deque<std::wstring>& hostNames() const { return offered().inOrder; }
     bool isHostName(std::wstring_view word) const { return offered().all.count(word) != 0; }
 
-    /// Null where the host has none.
+    /// Null if the host has none.
     const NameIndex* index() const;
-    /// See NameEntries.h; empty and null without an index.
+    /// See NameEntries.h; without an index, empty and null.
     std::vector<std::wstring> indexedMatching(std::wstring_view typed, std::size_t maxCount) const;
     std::vector<std::wstring> indexedNear(std::wstring_view name) const;
     const NameNotes* findIndexed(std::wstring_view name) const;
 
     bool isNumber(std::wstring_view word) const noexcept { return items.isNumber(word); }
-    /// Whether the word is the name of a constant, of a variable, or of something that the host offers.
+    /// Whether the word is the name of a constant, a variable, or a name that the host offers.
     bool isNamedValue(std::wstring_view word) const;
     bool isFunction(std::wstring_view word) const noexcept;
 
-    /// How many arguments a function takes, by overload; empty for any other word.
+    /// Argument counts of a function's overloads; empty for any other word.
     std::vector<std::uint32_t> argumentCounts(std::wstring_view function) const;
 
-    /// The constant or function whose name differs from the word in upper and lower case alone; empty where there is
-    /// none.
+    /// The constant or function whose name differs from the word only in case; empty if there is none.
     std::wstring_view constantIgnoringCase(std::wstring_view word) const;
     std::wstring_view functionIgnoringCase(std::wstring_view word) const;
 
-    /// As the host of a corrected text: knows the variables and the offered names.
+    /// Acts as the host of a corrected text: knows the variables and the offered names.
     bool lookupValue(const wchar_t* name, VALTYPE& value) const override;
 
 private:
     struct Offered
     {
         std::deque<std::wstring> inOrder;
-        std::unordered_set<std::wstring_view> all;  // into inOrder
+        std::unordered_set<std::wstring_view> all;  // refers to inOrder
     };
 
     const Offered& offered() const;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t neighboursOnEachSide = 200;
 
-/// Adds the names of the keys that begin so.
+/// Adds the names of the keys that begin like this.
 template <class Iterator, class NameOf>
 void addBeginning(std::wstring_view beginning, Iterator key, Iterator end, std::size_t maxCount,
                   std::vector<std::wstring>& found, NameOf nameOf)

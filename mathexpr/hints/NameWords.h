@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NameWords.h - names without regard to case, and the words that they are made of: "mm" in "i2mm", "Pipe" in "innerPipe",
-// "wall" in "outer_wall".
+// NameWords.h - compares names ignoring case, and splits them into words: "mm" in "i2mm", "Pipe" in "innerPipe", "wall"
+// in "outer_wall".
 #pragma once
 
 #include "MTParserLib/names/MTNameIndex.h"
@@ -27,7 +27,7 @@ inline bool isLetter(wchar_t character) noexcept
     return folded >= L'a' && folded <= L'z';
 }
 
-/// Whether a word begins at a character of a name behind the first.
+/// Whether a word other than the first begins at a character of a name.
 inline bool beginsWord(std::wstring_view name, std::size_t at) noexcept
 {
     const bool isUpper = name[at] != foldCase(name[at]);

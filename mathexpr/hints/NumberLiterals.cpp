@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NumberLiterals.cpp - a literal is taken apart at its marks; which mark is the decimal one follows from what they are, how
-// many, and how many digits stand between them.
+// NumberLiterals.cpp - splits a literal at its marks. Which of them is the decimal mark depends on their kind, their
+// number, and the number of digits between them.
 #include "mathexpr/hints/NumberLiterals.h"
 
 #include "mathexpr/hints/PastedCharacters.h"
@@ -17,13 +17,13 @@ namespace {
 constexpr std::size_t thousand = 3;  // digits
 constexpr wchar_t typographicApostrophe = L'\u2019';
 
-/// The digits of a literal, and the marks between them: one fewer.
+/// The digits of a literal in groups, and the marks between the groups.
 struct Literal
 {
     std::vector<std::wstring> digits;
     std::wstring marks;
 
-    /// Whether the digits before the last kept ones stand in groups of thousands.
+    /// Whether the first groupCount groups are groups of thousands.
     bool isGrouped(std::size_t groupCount) const
     {
         const auto isGroup = [](const std::wstring& group) { return group.size() == thousand; };
@@ -59,7 +59,7 @@ Literal literalOf(std::wstring_view text)
     return literal;
 }
 
-/// The readings of a literal; unchanged where it has none or is one of the language's already.
+/// The readings of a literal; unchanged if it has none, or is already valid.
 NumberReadings readingsOf(std::wstring_view text)
 {
     const Literal literal = literalOf(text);
@@ -72,7 +72,7 @@ NumberReadings readingsOf(std::wstring_view text)
     const wchar_t last = literal.marks.back();
     const auto lastCount = std::count(literal.marks.begin(), literal.marks.end(), last);
     const std::wstring whole = literal.joined(groupCount);
-    if (last != L'\'' && lastCount == 1)  // a decimal mark, behind thousands or alone
+    if (last != L'\'' && lastCount == 1)  // a decimal mark, alone or after marks of thousands
     {
         const std::wstring decimal = literal.joined(groupCount - 1) + L'.' + literal.digits.back();
         const std::wstring thousandsMarks = literal.marks.substr(0, groupCount - 2);
@@ -88,7 +88,7 @@ NumberReadings readingsOf(std::wstring_view text)
     return isOneKind && literal.isGrouped(groupCount) ? NumberReadings{whole, {}} : unchanged;
 }
 
-/// Whether a number may begin behind a character.
+/// Whether a number may begin after a character.
 bool mayPrecedeNumber(wchar_t character)
 {
     return endsWord(character) || character == L';' || character == rootSign;

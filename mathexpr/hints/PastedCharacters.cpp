@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PastedCharacters.cpp - tables of characters, and those that need their surroundings: raised digits, fractions, pi and the
-// root.
+// PastedCharacters.cpp - tables of characters, and the characters that depend on their context: raised digits,
+// fractions, pi and the root sign.
 #include "mathexpr/hints/PastedCharacters.h"
 
 #include "mathexpr/hints/TextPieces.h"
@@ -107,7 +107,7 @@ wchar_t plain(wchar_t character)
     return twin != nullptr ? twin->meant : character;
 }
 
-/// Where the operand begins that a text ends in: a word, or brackets with the function before them.
+/// Start of the last operand of a text: of a word, or of brackets with the function before them.
 std::size_t beginOfLastOperand(std::wstring_view text)
 {
     std::size_t end = text.size();
@@ -125,7 +125,7 @@ std::size_t beginOfLastOperand(std::wstring_view text)
     return static_cast<std::size_t>(text.rend() - mark);
 }
 
-/// Whether a minus stands before an operand there, and not between two.
+/// Whether a minus is a sign, and not between two operands.
 bool isSign(std::wstring_view text, std::size_t at)
 {
     if (text[at] != L'-')
@@ -137,7 +137,7 @@ bool isSign(std::wstring_view text, std::size_t at)
            std::wstring_view(L"+-*/^%<>=!&|([,").find(text[before]) != std::wstring_view::npos;
 }
 
-/// Appends a power. The language's sign binds tighter, as in (-2)^2, which a raised 2 does not mean.
+/// Appends a power. After a sign the power gets brackets, as in -(2^2), since the language reads -2^2 as (-2)^2.
 void appendPower(std::wstring& text, const std::wstring& power)
 {
     const std::size_t base = beginOfLastOperand(text);
@@ -149,13 +149,13 @@ void appendPower(std::wstring& text, const std::wstring& power)
     text += L'^' + power + (isNegated ? L")" : L"");
 }
 
-/// A multiplication sign where a symbol follows a word that it would otherwise become part of.
+/// Inserts a multiplication sign if a symbol would otherwise merge with the preceding word.
 std::wstring_view timesBehind(const std::wstring& text)
 {
     return !text.empty() && !endsWord(text.back()) && text.back() != rootSign ? L"*" : L"";
 }
 
-/// The same where a word or a bracket follows a symbol.
+/// The same for a word or a bracket after a symbol.
 std::wstring_view timesBefore(std::wstring_view rest)
 {
     return !rest.empty() && (!endsWord(rest.front()) || rest.front() == L'(') ? L"*" : L"";

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TextPieces.h - a typed text as words and marks, so that a correction can change one and leave the rest as it was.
+// TextPieces.h - splits a typed text into words and marks, so that a correction can change one and keep the rest.
 //
 //     2 pi*(x)    "2" " pi" "*" "(" "x" ")"
 #pragma once
@@ -15,8 +15,8 @@ namespace mathexpr {
 
 struct TextPiece
 {
-    std::wstring blanks;  ///< Before it.
-    std::wstring text;    ///< A word, one mark, or nothing behind the last blanks.
+    std::wstring blanks;  ///< Before the text.
+    std::wstring text;    ///< A word, one mark, or nothing after the final blanks.
     bool isWord;
 
     bool isMark(wchar_t mark) const { return !isWord && text.size() == 1 && text.front() == mark; }
@@ -26,7 +26,7 @@ struct TextPiece
     }
 };
 
-/// Whether a character ends a word: operators, brackets, the comma, "=" and the blank.
+/// Whether a character ends a word: an operator, a bracket, the comma, "=" or a blank.
 bool endsWord(wchar_t character);
 
 bool isDigit(wchar_t character);
