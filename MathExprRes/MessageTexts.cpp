@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MessageTexts.cpp - the built-in form of the texts, and the choice of a language.
+// MessageTexts.cpp - the built-in table of texts, and the selection of a language.
 
 #include "MathExprRes/MessageTexts.h"
 
@@ -67,7 +67,7 @@ constexpr LanguageCode languageCodes[] = {
 
 static_assert(std::size(languageCodes) == nbLanguages);
 
-/// Whether a locale of the Chinese language writes the traditional characters.
+/// Whether a locale of the Chinese language uses traditional characters.
 bool isTraditionalChinese(std::string_view locale) noexcept
 {
     constexpr std::string_view beginnings[] = {"zh_TW", "zh_HK", "zh_MO", "zh_Hant"};
@@ -97,7 +97,7 @@ Language languageOfUser() noexcept
 {
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
     {
-        // NOLINTNEXTLINE(concurrency-mt-unsafe): it is safe as long as the host does not change its environment meanwhile
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): safe unless the host changes its environment at the same time
         const char* locale = std::getenv(variable);
         if (locale != nullptr && *locale != '\0')
         {

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MessageTexts.h - the texts of the messages, 1 to 19, and of the hints, from 101, in every language: the table for
-// platforms without string resources.
+// MessageTexts.h - the texts of the messages (1 to 19) and of the hints (from 101) in every language, for platforms
+// without string resources.
 #pragma once
 
 #include <cstdint>
@@ -21,13 +21,12 @@ enum class Language
     SimplifiedChinese,
 };
 
-/// The text of a message, zero-terminated and valid for the life of the process; null when there is none of that
-/// number.
+/// The text of a message, zero-terminated and valid for the life of the process; null if there is no such number.
 const wchar_t* messageText(std::uint32_t id, Language language) noexcept;
 
-/// The language that a locale name such as "de_AT.UTF-8" asks for; English for every name without texts of its own.
+/// The language for a locale name such as "de_AT.UTF-8"; English if there are no texts in that language.
 Language languageOfLocale(std::string_view locale) noexcept;
 
-/// The language of the user, as LC_ALL, LC_MESSAGES and LANG tell, the first one that is set. The process's own locale
-/// is not looked at: a host that never calls setlocale still has a user.
+/// The user's language, from the first of LC_ALL, LC_MESSAGES and LANG that is set. The process's own locale is
+/// ignored, since many hosts never call setlocale.
 Language languageOfUser() noexcept;

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TarnUInfo.cpp - see TarnUInfo.h. What has been loaded is kept in one list, which is released when this library is
-// unloaded from a process that goes on; a process that ends gives everything back by itself.
+// TarnUInfo.cpp - see TarnUInfo.h. A list holds the loaded libraries. They are released when this library is unloaded,
+// unless the process is ending, which releases everything.
 //
-// Nothing of the C++ run-time library is used, so that loading and unloading leaves nothing of it behind.
+// Does not use the C++ run-time library, so that unloading leaves nothing of it behind.
 
 #include "TarnUInfo/TarnUInfo.h"
 
@@ -17,10 +17,10 @@
 
 namespace {
 
-/// The longest path that Windows has, with its terminating zero.
+/// The longest path of Windows, including the terminating zero.
 constexpr DWORD longestPath = 32768;
 
-/// A loaded library, in one block of memory with its path.
+/// A loaded library and its path, in one block of memory.
 struct ResourceLibrary
 {
     ResourceLibrary* next;
@@ -31,7 +31,7 @@ struct ResourceLibrary
 SRWLOCK librariesLock = SRWLOCK_INIT;
 ResourceLibrary* libraries = nullptr;
 
-/// The module whose code stands at an address; null when it belongs to none.
+/// The module that contains the code at an address; null if there is none.
 HMODULE moduleOfCode(const void* address)
 {
     HMODULE module = nullptr;
@@ -39,7 +39,7 @@ HMODULE moduleOfCode(const void* address)
     return GetModuleHandleExW(flags, static_cast<const wchar_t*>(address), &module) ? module : nullptr;
 }
 
-/// A name that could lead out of the folder, or to another stream of the file, is not plain.
+/// A name is not plain if it could refer to another folder, or to another stream of a file.
 bool isPlainFileName(const wchar_t* name)
 {
     if (*name == L'\0' || lstrcmpW(name, L".") == 0 || lstrcmpW(name, L"..") == 0)
@@ -56,16 +56,16 @@ bool isPlainFileName(const wchar_t* name)
     return true;
 }
 
-/// Writes the path of a file beside a module. False when it cannot be told or does not fit.
+/// Builds the path of a file in a module's folder. Returns false if the folder is unknown or the path too long.
 bool pathBeside(HMODULE module, const wchar_t* fileName, wchar_t (&path)[longestPath])
 {
     DWORD length = GetModuleFileNameW(module, path, longestPath);
-    // not covered: the system knows where its modules come from, and no path is longer
+    // not covered: the system knows the path of every module, and no path is longer
     if (length == 0 || length >= longestPath)
     {
         return false;
     }
-    while (length > 0 && path[length - 1] != L'\\')  // not covered: the path of a module names a folder
+    while (length > 0 && path[length - 1] != L'\\')  // not covered: the path of a module contains a folder
     {
         --length;
     }
@@ -92,7 +92,7 @@ HMODULE findLibrary(const wchar_t* path)
     return nullptr;
 }
 
-/// Answers a loaded library, or loads it and puts it into the list. The new entry is the caller's until then.
+/// Returns a loaded library, or loads it and adds it to the list. Until then, the caller owns the new entry.
 HMODULE findOrLoad(ResourceLibrary*& entry)
 {
     HMODULE module = findLibrary(entry->path);

@@ -12,15 +12,15 @@
 #define TARNUINFO_API extern "C" __declspec(dllimport)
 #endif
 
-/// Loads a resource library that stands in the folder of the module that calls. No other place is looked at: neither
-/// the search path nor the current directory nor the folder of the program, so that nobody can put a library of that
-/// name before the right one. It is opened for its resources only: no code of it runs, and of strings in several
-/// languages Windows picks the user's.
+/// Loads a resource library from the folder of the calling module. No other place is searched: neither the search path,
+/// nor the current directory, nor the program's folder, so that no other library of that name can be loaded instead. It
+/// is opened for its resources only and runs no code. If it has strings in several languages, Windows selects the
+/// user's.
 ///
-/// May be called while the caller is being attached to the process.
+/// May be called during the caller's process attach.
 ///
 /// @param fileName  a plain file name, such as L"MathExprRes.dll"
-/// @return the module to read resources from, the same for every call that finds the same file; null when there
-///         is none, when it is no resource library, or when the name is not a plain one. The module belongs to
-///         TarnUInfo, which keeps it until it is unloaded itself.
+/// @return the module to read resources from, the same for every call that finds the same file; null if there is no
+///         such file, it is not a resource library, or the name is not plain. TarnUInfo owns the module and keeps it
+///         until TarnUInfo itself is unloaded.
 TARNUINFO_API HMODULE LoadResourceDll(const wchar_t* fileName);

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ArrayView.h - elements that stand side by side and belong to somebody else: a pointer and a count, as std::span is in
-// C++20.
+// ArrayView.h - a non-owning view of contiguous elements: a pointer and a count, like std::span of C++20.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +18,7 @@ public:
     constexpr ArrayView() noexcept = default;
     constexpr ArrayView(Element* elements, std::size_t count) noexcept : elements(elements), count(count) {}
 
-    /// Of an array, a vector or another view.
+    /// From an array, a vector or another view.
     template <class Container, class = std::enable_if_t<
                                    std::is_convertible_v<decltype(std::data(std::declval<Container&>())), Element*>>>
     constexpr ArrayView(Container&& container) noexcept : elements(std::data(container)), count(std::size(container))

@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DecimalText.cpp - see DecimalText.h. Some standard libraries have from_chars for integers only, such as LLVM's until
-// version 20; the header-only library fast_float stands in for them then. Its to_chars came with version 14; emscripten has 13.
-// A module for the web is downloaded, and fast_float's tables would be a tenth of it: there strtod reads, which is exact, too.
+// DecimalText.cpp - see DecimalText.h. Some standard libraries have from_chars for integers only, such as LLVM's before
+// version 20; the header-only library fast_float replaces it there. LLVM's to_chars came with version 14; emscripten
+// has 13. The module for the web uses strtod, which is exact, too: fast_float's tables would be a tenth of the
+// download.
 
 #include "platform/DecimalText.h"
 
@@ -20,7 +21,7 @@
 
 bool platform::readDecimal(std::string_view text, double& value) noexcept
 {
-    // strtod needs a zero behind the text.
+    // strtod needs a terminating zero.
     char shortText[64];
     const bool isShort = text.size() < sizeof shortText;
     const std::unique_ptr<char[]> longText(isShort ? nullptr : new (std::nothrow) char[text.size() + 1]);
@@ -83,12 +84,12 @@ char* platform::writeScientific(char* begin, char* end, double number, int decim
 
 namespace {
 
-constexpr int mostDecimals = 16;  // 17 digits tell any two doubles apart
+constexpr int mostDecimals = 16;  // 17 digits distinguish any two doubles
 
-/// Room for d.ddde+ddd and a terminating zero.
+/// Capacity for d.ddde+ddd and a terminating zero.
 constexpr std::size_t scientificCapacity = 32;
 
-/// From here on a number is written in all the digits that it has.
+/// From here on, numbers are written with all their digits.
 constexpr double maxWholeNumber = 9007199254740992.0;  // 2^53
 
 char* print(char* begin, double number, int decimals) noexcept
@@ -102,8 +103,8 @@ bool readsAs(const char* begin, const char* end, double number) noexcept
     return platform::readDecimal({begin, static_cast<std::size_t>(end - begin)}, value) && value == number;
 }
 
-/// Of the texts with the fewest digits that read as the number, the nearest. That need not be the nearest text of so many
-/// digits where the number is a power of two: doubles lie closer together below it than above.
+/// Of the texts with the fewest digits that read back to the number, the nearest. For a power of two this is not always
+/// the nearest text of that many digits, because doubles are closer together below it than above.
 char* printShortest(char* begin, double number) noexcept
 {
     for (int decimals = 0; decimals < mostDecimals; ++decimals)

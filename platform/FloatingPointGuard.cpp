@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FloatingPointGuard.cpp - see FloatingPointGuard.h. Only calls from a host with words of its own come here.
+// FloatingPointGuard.cpp - see FloatingPointGuard.h. Called only if the host has changed the control words.
 
 #include "platform/FloatingPointGuard.h"
 
@@ -12,7 +12,7 @@ namespace {
 using platform::FloatingPointGuard;
 using platform::FloatingPointWords;
 
-/// The guard that knows the host's words, if the host has words of its own and its code is not running just now.
+/// The guard that knows the host's words; null if the host has not changed them, or while its code runs.
 PLATFORM_THREAD_SLOT(const FloatingPointGuard*, innermost);
 
 #if defined(__x86_64__) || defined(_M_X64)
@@ -25,7 +25,7 @@ void set(const FloatingPointWords& words) noexcept
     constexpr std::uint16_t everyExceptionMasked = 0x3F;
     if ((words.x87 & everyExceptionMasked) != everyExceptionMasked)
     {
-        // What has happened while masked must not trap once it is unmasked.
+        // Exceptions recorded while masked must not trap when they are unmasked.
         __asm__ __volatile__("fnclex");
     }
     __asm__ __volatile__("fldcw %0" : : "m"(words.x87));
@@ -33,7 +33,7 @@ void set(const FloatingPointWords& words) noexcept
     _mm_setcsr(words.mxcsr);
 }
 
-/// An x87 exception that waits to be raised would be raised by the very instruction that masks it.
+/// A pending x87 exception would be raised by the very instruction that masks it.
 void clearX87() noexcept
 {
 #if !defined(_MSC_VER)

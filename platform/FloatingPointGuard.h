@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FloatingPointGuard.h - computes with the library's own floating-point control words, whatever the host has set.
+// FloatingPointGuard.h - computes with the library's floating-point control words, whatever the host has set.
 //
-// A host may have unmasked floating-point exceptions, chosen another rounding direction or precision, or let denormal
-// numbers be flushed to zero. An expression must neither trap nor round differently for that, and the host must find
-// its words as they were, on every way out. A FloatingPointGuard stands at every entry point that computes, a
-// HostFloatingPoint around every call back into the host.
+// A host may have unmasked floating-point exceptions, changed the rounding direction or the precision, or enabled
+// flushing of denormal numbers. An expression must not trap or round differently because of that, and the host must
+// find its words unchanged whenever control returns to it. Every entry point that computes has a FloatingPointGuard,
+// and every call of the host a HostFloatingPoint.
 //
-// The guard reads the words and changes them only where they differ from the library's: every exception masked,
-// rounding to nearest, denormal numbers kept.
+// The guard reads the words, and changes them only if they differ from the library's: all exceptions masked, round to
+// nearest, denormals kept.
 #pragma once
 
 #include <cstdint>
@@ -27,14 +27,14 @@ namespace platform {
 /// The control words of the calling thread.
 struct FloatingPointWords
 {
-    std::uint32_t mxcsr;  ///< Of the SSE registers: control bits, and in the low six bits what has happened.
+    std::uint32_t mxcsr;  ///< Of the SSE registers: control bits, and the exception flags in the low six bits.
     std::uint16_t x87;    ///< Of the x87 registers.
 
     static FloatingPointWords current() noexcept
     {
         FloatingPointWords words;
         words.mxcsr = _mm_getcsr();
-#if defined(_MSC_VER)  // there nothing computes with x87 registers
+#if defined(_MSC_VER)  // nothing computes with x87 registers there
         words.x87 = 0x037F;
 #else
         __asm__ __volatile__("fnstcw %0" : "=m"(words.x87));
@@ -42,8 +42,8 @@ struct FloatingPointWords
         return words;
     }
 
-    /// The precision of x87 registers is left alone: nothing computes with them, and Windows starts its threads with
-    /// another one than Linux does.
+    /// Ignores the precision of x87 registers: nothing computes with them, and Windows starts threads with another
+    /// precision than Linux.
     bool areTheLibrarys() const noexcept
     {
         return (mxcsr & ~0x3FU) == 0x1F80 && (x87 & 0x0C3F) == 0x003F;
@@ -55,8 +55,8 @@ struct FloatingPointWords
     }
 };
 
-/// Whether the calling thread computes as the library does, without a guard. Enough for work that calls nobody: what
-/// the host has set for x87 registers matters only where the mathematical functions use them, as MinGW's do.
+/// Whether the calling thread computes as the library does, without a guard. Sufficient for work that never calls the
+/// host: the host's x87 settings matter only if the mathematical functions use x87, as MinGW's do.
 inline bool computesAsTheLibrary() noexcept
 {
 #if defined(__MINGW32__)
@@ -68,9 +68,9 @@ inline bool computesAsTheLibrary() noexcept
 
 #elif defined(__aarch64__)
 
-/// The control register of the calling thread: rounding direction, flush-to-zero, default NaN, and the exceptions that trap.
-/// What has happened is in another register, FPSR, where it accumulates whatever the host has set. Reading that one would
-/// wait for every computation before it.
+/// The control register of the calling thread: rounding direction, flush-to-zero, default NaN, and the unmasked
+/// exceptions. The exception flags are in another register, FPSR, where they accumulate whatever the host has set;
+/// reading it would wait for all pending computations.
 struct FloatingPointWords
 {
     std::uint64_t fpcr;
@@ -93,7 +93,7 @@ inline bool computesAsTheLibrary() noexcept
 
 #else
 
-/// What the standard lets one read and set of the calling thread: the exceptions are held back together with the rest.
+/// What the standard library can read and set: traps are disabled together with the rest.
 struct FloatingPointWords
 {
     std::fenv_t environment;
@@ -116,7 +116,7 @@ inline bool computesAsTheLibrary() noexcept
 
 #endif
 
-/// While one lives, the calling thread computes with the library's words. They nest.
+/// While an object of this class exists, its thread computes with the library's words. Guards nest.
 class FloatingPointGuard
 {
 public:
@@ -148,8 +148,8 @@ private:
     const FloatingPointGuard* outer = nullptr;
 };
 
-/// While one lives, the words that the host had when it called are in force again. Where the host changes them
-/// meanwhile, the change ends with this object's life.
+/// While an object of this class exists, the words that the host had when it called are in force again. Changes that
+/// the host makes meanwhile end with the object.
 class HostFloatingPoint
 {
 public:
@@ -160,7 +160,7 @@ public:
 
 private:
     const FloatingPointWords librarys;
-    const FloatingPointGuard* const guard;  // null: the host's words are the library's
+    const FloatingPointGuard* const guard;  // null: the host's words equal the library's
 };
 
 }

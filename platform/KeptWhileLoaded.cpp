@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// KeptWhileLoaded.cpp - see KeptWhileLoaded.h. On Windows StartUpWindows.cpp is told when the library is unloaded;
-// elsewhere this file finds out.
+// KeptWhileLoaded.cpp - see KeptWhileLoaded.h. On Windows, StartUpWindows.cpp is notified when the library is unloaded;
+// elsewhere this file detects it.
 
 #include "platform/KeptWhileLoaded.h"
 
@@ -11,20 +11,21 @@
 
 namespace {
 
-std::atomic<const platform::OnUnload*> newest{nullptr};  // ready before any code runs
+std::atomic<const platform::OnUnload*> newest{nullptr};  // usable before any code runs
 
 #if defined(__ELF__)
 
 std::atomic<bool> processEnds{false};
 
-void setProcessEnds() noexcept  // not covered: what has been counted is written already
+void setProcessEnds() noexcept  // not covered: the counters have been written by then
 {
     processEnds = true;
 }
 
-/// A process that ends runs what main has registered here before it finalises the libraries that it was linked with.
-/// dlclose finalises the library, which calls finalise() first, and runs this after it. Static objects of the library
-/// would not do: they are made before main, and so destroyed when the library is finalised.
+/// Distinguishes the end of the process from dlclose. At the end of a process, handlers that were registered after main
+/// began run before the libraries that it was linked with are finalised. dlclose finalises the library first, which
+/// calls finalise(), and then runs the handlers. A static object of the library would not work: it is constructed
+/// before main, so it is destroyed when the library is finalised.
 void noteProcessEnd() noexcept
 {
     std::atexit(setProcessEnds);
@@ -32,7 +33,7 @@ void noteProcessEnd() noexcept
 
 __attribute__((destructor)) void finalise() noexcept
 {
-    if (!processEnds)  // not covered: at the end of the process, what has been counted is written already
+    if (!processEnds)  // not covered: at the end of the process the counters have been written
     {
         platform::runUnloadActions();
     }

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// KeptWhileLoaded.h - values that are made on first use and live until the library is unloaded.
+// KeptWhileLoaded.h - values created on first use that live until the library is unloaded.
 //
 //     static const platform::KeptWhileLoaded<Table> table(makeTable());
 //     use(*table);
 //
-// They are not destroyed when the process ends: the destructor of a global, an atexit handler or a thread of the host
-// may still compute then. They are destroyed when the library is unloaded from a process that goes on (dlclose,
-// FreeLibrary), so that a host may load and unload the library as often as it likes.
+// They are not destroyed at the end of the process, since the destructor of a global, an atexit handler or a thread of
+// the host may still compute then. They are destroyed when the library is unloaded and the process continues (dlclose,
+// FreeLibrary), so a host may load and unload the library any number of times.
 #pragma once
 
 #include <new>
@@ -16,7 +16,8 @@
 
 namespace platform {
 
-/// An action that runs when the library is unloaded, the newest first. It never runs when the process ends.
+/// An action that runs when the library is unloaded, in reverse order of registration. It does not run at the end of
+/// the process.
 class OnUnload
 {
 public:
@@ -35,10 +36,10 @@ private:
     const OnUnload* next;
 };
 
-/// Called once, by whoever is told that the library is unloaded from a process that goes on.
+/// Call once when the library is unloaded and the process continues.
 void runUnloadActions() noexcept;
 
-/// A static variable whose value is destroyed by an OnUnload action instead of at the end of the process.
+/// A static variable whose value is destroyed by an OnUnload action, not at the end of the process.
 template <class Value>
 class KeptWhileLoaded
 {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Names.cpp - what the comparison of names has in common on all platforms.
+// Names.cpp - the comparison of names, as far as it is the same on all platforms.
 
 #include "platform/Platform.h"
 

@@ -13,7 +13,7 @@
 
 namespace {
 
-// The descriptors are used directly: the host may have put its streams into any state, such as the wide one.
+// Uses the descriptors directly: the host may have put its streams into any state, such as wide orientation.
 
 void writeToStandardError(std::string_view bytes)
 {

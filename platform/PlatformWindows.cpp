@@ -24,7 +24,7 @@ bool platform::isSameName(std::wstring_view left, std::wstring_view right) noexc
     {
         return false;
     }
-    // What lstrcmpW asks, for texts that end without a zero.
+    // As lstrcmpW, for texts that are not zero-terminated.
     return CompareStringW(GetThreadLocale(), 0, left.data(), static_cast<int>(left.size()), right.data(),
                           static_cast<int>(right.size())) == CSTR_EQUAL;
 }
@@ -40,7 +40,7 @@ void platform::showMessageBox(const wchar_t* text)
 
 namespace {
 
-/// The name of the program, without folder and ending: what the framework's box has in its title.
+/// The program's name without folder and extension, which the framework's box has as its title.
 std::wstring programName()
 {
     std::wstring path(MAX_PATH, L'\0');
@@ -58,8 +58,8 @@ std::wstring programName()
 
 }
 
-// The same box as AfxMessageBox(text, 0, 0) shows: for a type without an icon the framework takes the exclamation mark,
-// and its owner is the active window of the thread.
+// The same box as AfxMessageBox(text, 0, 0): for a type without an icon the framework uses the exclamation mark, and
+// the owner is the thread's active window.
 void platform::showMessageBox(const wchar_t* text)
 {
     MessageBoxW(GetActiveWindow(), text, programName().c_str(), MB_OK | MB_ICONEXCLAMATION);

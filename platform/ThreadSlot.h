@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ThreadSlot.h - a small value that every thread has for itself, all zero at first.
+// ThreadSlot.h - a small value per thread, initially all zero.
 //
 //     PLATFORM_THREAD_SLOT(int, depth);
 //     depth.set(depth.get() + 1);
 //
-// With MinGW this stands in for thread_local: the compiler's run-time library takes a slot of the process for that and
-// does not give it back when the library is unloaded, so a host that loads and unloads it would run out of them.
+// With MinGW this replaces thread_local, for which the compiler's run-time library allocates a slot of the process that
+// it does not free when the library is unloaded. A host that loads and unloads the library would run out of slots.
 #pragma once
 
 #include <type_traits>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Threads.h - runs one piece of work on several threads at once.
+// Threads.h - runs the same work on several threads.
 //
-// ThreadsPosix.cpp does it with the standard library, ThreadsWindows.cpp with the system itself: what the run-time
-// library of MinGW keeps for a thread of its own would outlive the library in a host that unloads it.
+// ThreadsPosix.cpp uses the standard library. ThreadsWindows.cpp uses the system directly: what MinGW's run-time
+// library keeps per thread would not be released when a host unloads the library.
 #pragma once
 
 #include <cstddef>
@@ -12,8 +12,8 @@
 
 namespace platform {
 
-/// Calls work(context, 0) on this thread and work(context, 1), work(context, 2)... on others, and returns when all
-/// calls have. Where the system starts no more threads, the last calls are not made.
+/// Calls work(context, 0) on this thread and work(context, 1), work(context, 2)... on others, and returns after all
+/// calls have returned. If the system starts fewer threads, the last calls are omitted.
 void runOnThreads(std::size_t nbThreads, void (*work)(void* context, std::size_t index) noexcept, void* context);
 
 template <class Work>
@@ -22,7 +22,7 @@ void callWork(void* work, std::size_t index) noexcept
     (*static_cast<Work*>(work))(index);
 }
 
-/// The same for what can be called with an index. It does not throw.
+/// The same for a callable with an index parameter, which must not throw.
 template <class Work>
 void runOnThreads(std::size_t nbThreads, Work work)
 {

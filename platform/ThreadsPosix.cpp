@@ -22,7 +22,7 @@ void platform::runOnThreads(std::size_t nbThreads, void (*work)(void* context, s
     }
     catch (const std::exception&)
     {
-        // Fewer threads do, whether the system or memory has run out of them.
+        // Continue with fewer threads, whether the system or memory ran out.
     }
     work(context, 0);
     for (std::thread& other : others)

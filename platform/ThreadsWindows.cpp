@@ -41,7 +41,7 @@ void platform::runOnThreads(std::size_t nbThreads, void (*work)(void* context, s
         call.thread = CreateThread(nullptr, 0, make, &call, 0, nullptr);
         if (call.thread == nullptr)
         {
-            break;  // fewer threads do
+            break;  // continue with fewer threads
         }
     }
     work(context, 0);

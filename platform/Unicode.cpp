@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Unicode.cpp - see Unicode.h. A reader takes code points from one encoding, a writer puts them into another.
+// Unicode.cpp - see Unicode.h. A reader decodes code points from one encoding, a writer encodes them in another.
 
 #include "platform/Unicode.h"
 
@@ -15,7 +15,7 @@ constexpr bool isSurrogate(char32_t point) noexcept
     return point >= 0xD800 && point <= 0xDFFF;
 }
 
-/// Takes a code point; illFormed leaves the position where it is.
+/// Reads a code point; for illFormed, at is unchanged.
 char32_t readPoint(std::string_view text, std::size_t& at) noexcept
 {
     const auto byteAt = [text](std::size_t index) {
@@ -31,7 +31,7 @@ char32_t readPoint(std::string_view text, std::size_t& at) noexcept
     {
         return illFormed;
     }
-    // The second byte's range leaves out overlong forms, surrogates, and what is above the last code point.
+    // The range of the second byte excludes overlong forms, surrogates, and numbers above the last code point.
     const unsigned least = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
     const unsigned greatest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
     if (byteAt(at + 1) < least || byteAt(at + 1) > greatest)
@@ -52,7 +52,7 @@ char32_t readPoint(std::string_view text, std::size_t& at) noexcept
     return point;
 }
 
-/// The same for units of 16 bits, whatever their type.
+/// The same for 16-bit units of any type.
 template <class Unit>
 char32_t readPair(std::basic_string_view<Unit> text, std::size_t& at) noexcept
 {
@@ -76,7 +76,7 @@ char32_t readPoint(std::u16string_view text, std::size_t& at) noexcept
     return readPair(text, at);
 }
 
-/// Wide text may hold anything.
+/// Wide text may contain anything.
 char32_t readPoint(std::wstring_view text, std::size_t& at) noexcept
 {
     char32_t point = illFormed;
@@ -120,7 +120,7 @@ void append(std::string& text, char32_t point)
     }
 }
 
-/// UTF-16, or UTF-32 where the units are wider.
+/// UTF-16, or UTF-32 for wider units.
 template <class Unit>
 void append(std::basic_string<Unit>& text, char32_t point)
 {

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Unicode.h - converts between the wide text of the platform, UTF-32 or on Windows UTF-16, and UTF-8 and UTF-16.
+// Unicode.h - converts between the platform's wide text (UTF-32, on Windows UTF-16) and UTF-8 and UTF-16.
 //
-// What comes in is looked through first and refused where it is ill-formed. What goes out is always well-formed: should
-// the wide text not be, U+FFFD stands for what is no character.
+// Input is checked, and refused if it is ill-formed. Output is always well-formed: what is not a character in the wide
+// text becomes U+FFFD.
 #pragma once
 
 #include <cstddef>
@@ -15,13 +15,13 @@ namespace platform {
 
 inline constexpr std::size_t wellFormed = static_cast<std::size_t>(-1);
 
-/// The index of the first unit of the first thing that is no character: in UTF-8 also an overlong form, an encoded
-/// surrogate and a number above 0x10FFFF, in UTF-16 a lone surrogate. wellFormed where there is none.
+/// Index of the first unit that is not part of a character; wellFormed if there is none. Not a character are, in UTF-8,
+/// also overlong forms, encoded surrogates and numbers above 0x10FFFF; in UTF-16, lone surrogates.
 std::size_t findIllFormed(std::string_view text) noexcept;
 std::size_t findIllFormed(std::u16string_view text) noexcept;
 
 /// @param text  well-formed
-/// @throws std::bad_alloc, as the next two
+/// @throws std::bad_alloc, as the next two functions
 std::wstring toWide(std::string_view text);
 std::wstring toWide(std::u16string_view text);
 
