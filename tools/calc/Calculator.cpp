@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Calculator.cpp - the tool as a host: calls the exported classes and collects all that they answer.
+// Calculator.cpp - the tool as a host: calls the exported classes and collects their results.
 
 #include "tools/calc/Calculator.h"
 
@@ -41,7 +41,7 @@ RaisedException describe(const mathexpr::DefinitionException& exception)
             toUtf8(newest.data.conflictItemName), toUtf8(newest.file), newest.line, exception.entries.size()};
 }
 
-/// Runs a part of the work and turns what it throws into a part of the answer.
+/// Runs a part of the work, and records exceptions in the answer.
 template <class Work>
 void guarded(Answer& answer, Work work)
 {
@@ -192,7 +192,8 @@ std::optional<mathexpr::ExpressionDiagnostic> Calculator::diagnose()
     return mathexpr::hasFailed(failed) ? std::optional(mathexpr::getDiagnostic(failed)) : std::nullopt;
 }
 
-// It does not tell; but a text that was compiled leaves its program, which a bulk evaluation of no rows asks for.
+// The result does not say where it failed. But a text that compiled has left a program, which a bulk evaluation of no
+// rows detects.
 Answer::Stage Calculator::stageOfOneShotFailure()
 {
     VALTYPE unused;
@@ -202,7 +203,7 @@ Answer::Stage Calculator::stageOfOneShotFailure()
     return isCompiled ? Answer::Stage::Evaluate : Answer::Stage::Compile;
 }
 
-// An assignment that failed would otherwise be made by the next expression that succeeds.
+// Otherwise the next successful expression would make a failed assignment.
 void Calculator::dropAssignment() noexcept
 {
     if (oneShot)

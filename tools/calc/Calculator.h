@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Calculator.h - computes expressions, one after the other, as the options ask.
+// Calculator.h - computes expressions one after the other, according to the options.
 #pragma once
 
 #include "mathexpr/CMathExpr.h"
@@ -18,39 +18,40 @@
 #include <string_view>
 #include <vector>
 
-/// Holds one expression object, or one one-shot calculator when there is a limit for whole numbers, so that variables
-/// live from one expression to the next.
+/// Owns an expression object, or a one-shot calculator if there is a limit on integers. Variables persist from one
+/// expression to the next.
 class Calculator
 {
 public:
     explicit Calculator(const Options& options);
 
-    /// Gives the host service a name to answer, whose value an expression object of its own computes.
-    /// @return what went wrong; empty when nothing did
+    /// Defines a name that the host service supplies; a separate expression object computes its value.
+    /// @return an error message; empty on success
     std::string defineHostName(const Options::HostName& hostName);
 
-    /// Computes one expression, UTF-8. Nothing that the library throws comes out; a failure is in the answer.
+    /// Computes an expression in UTF-8. Does not throw: failures are in the answer.
     Answer compute(std::string_view expression);
 
-    /// The expression object that computes, or the one inside the one-shot calculator.
+    /// The expression object, or the one inside the one-shot calculator.
     MathExpression& expression();
 
-    /// What is known of the names that the host service answers.
+    /// Notes on the names of the host service.
     const mathexpr::IMathExprNameNotes& hostNotes() const { return hostNames; }
 
-    /// What the next expression may name: the variables in the order in which they were defined, then the names of the
-    /// host's that it has not been asked for yet.
+    /// The names that the next expression can use: variables in the order of definition, then names of the host that
+    /// have not been looked up yet.
     std::vector<NamedValue> namedValues();
 
-    /// Gives a variable a value.
+    /// Sets a variable.
     void setVariable(const wchar_t* name, const VALTYPE& value);
 
 private:
-    /// Fills in the values; answer.failed names the stage under way until all is done, also for what is thrown.
+    /// Fills in the values. answer.failed is the current stage until the end, so that it is right for exceptions as
+    /// well.
     void run(const std::wstring& text, Answer& answer);
 
     void prepareObject();
-    /// Where a one-shot calculation has failed.
+    /// The stage at which a one-shot calculation failed.
     Answer::Stage stageOfOneShotFailure();
     std::optional<mathexpr::ExpressionDiagnostic> diagnose();
     void dropAssignment() noexcept;
@@ -59,5 +60,5 @@ private:
     MessageRecorder messages;
     HostNames hostNames;
     std::optional<MathExpression> expressionObject;
-    std::optional<CMathExpr> oneShot;  // with a limit for whole numbers; else the expression object
+    std::optional<CMathExpr> oneShot;  // only with a limit on integers
 };

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// main.cpp - mathexpr, the command-line calculator: computes the expressions of its command line or of standard input.
+// main.cpp - mathexpr, the command-line calculator: computes expressions from its arguments or from standard input.
 
 #include "tools/calc/Calculator.h"
 #include "tools/calc/options/Options.h"
@@ -22,7 +22,7 @@
 
 namespace {
 
-/// Computes expressions and reports each answer at once.
+/// Computes expressions, and reports each answer at once.
 class Session
 {
 public:
@@ -33,7 +33,7 @@ public:
         style.digits = givenOptions.digits.value_or(usualDigits);
     }
 
-    /// @param origin  where the expression stands, for a complaint about the text itself
+    /// @param origin  location of the expression, for error messages about the text itself
     void compute(std::string_view expression, const std::string& origin)
     {
         const Answer answer = calculator.compute(expression);
@@ -59,7 +59,7 @@ private:
 
 void computeLines(Session& session)
 {
-    // The prompt goes to standard error, as a shell's does, so that standard output holds the answers alone.
+    // As in a shell, the prompt goes to standard error, so that standard output contains only answers.
     const bool prompting = standardInputIsTerminal();
     const auto readLine = [prompting](std::string& line) {
         if (prompting)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Answer.h - all that is known about one expression once it has been computed; what the reports print.
+// Answer.h - the outcome of an expression, input of the reports.
 #pragma once
 
 #include "mathexpr/ExpressionDiagnostic.h"
@@ -19,8 +19,7 @@ struct ShownMessage
     std::string text;
 };
 
-/// An exception that the library has raised: its newest entry, and how many there are. A field that its kind does not
-/// have is 0 or empty.
+/// An exception of the library: its newest entry, and the number of entries. Fields that its kind lacks are 0 or empty.
 struct RaisedException
 {
     enum class Kind
@@ -49,11 +48,11 @@ struct Answer
     };
 
     std::string expression;              ///< As given; all texts here are UTF-8.
-    std::optional<Stage> failed;         ///< Where it failed; nothing when all is well.
-    std::vector<VALTYPE> values;         ///< The evaluations that succeeded.
+    std::optional<Stage> failed;         ///< The stage that failed; nothing on success.
+    std::vector<VALTYPE> values;         ///< Of the successful evaluations.
     std::vector<ShownMessage> messages;  ///< In order.
     std::optional<RaisedException> exception;
-    std::optional<mathexpr::ExpressionDiagnostic> diagnostic;  ///< Where the library failed, and why.
-    std::vector<std::string> asked;  ///< The names asked of the host, in order, answered or not.
-    std::string trouble;             ///< What went wrong outside the language, such as a text that is not UTF-8.
+    std::optional<mathexpr::ExpressionDiagnostic> diagnostic;  ///< The library's diagnostic, if it failed.
+    std::vector<std::string> asked;  ///< Names looked up in the host, in order, whether found or not.
+    std::string trouble;             ///< An error outside the language, such as ill-formed UTF-8.
 };

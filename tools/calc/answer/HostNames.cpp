@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HostNames.cpp - names and values by exact comparison: the host's names are its own, case included.
+// HostNames.cpp - names are compared exactly, including case.
 
 #include "tools/calc/answer/HostNames.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MessageRecorder.h - takes the place of the message box for as long as it lives, and keeps the messages.
+// MessageRecorder.h - replaces the message box during its lifetime, and records the messages.
 #pragma once
 
 #include "mathexpr/MessageDisplay.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NamedValue.h - a name that has a value.
+// NamedValue.h - a name and its value.
 #pragma once
 
 #include "mathexpr/ValType.h"

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CompletionScripts.cpp - see CompletionScripts.h. The name of an option's value decides what its value is completed with: FILE
-// with names of files, SHELL with the shells, any other with nothing.
+// CompletionScripts.cpp - see CompletionScripts.h. The name of an option's value determines its completion: FILE is
+// completed with file names, SHELL with the shells, others not at all.
 
 #include "tools/calc/options/CompletionScripts.h"
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Puts a backslash before each of some characters, and makes a shell's single-quoted word of the whole.
+/// Escapes some characters with a backslash, and quotes the whole as a single-quoted word of a shell.
 std::string shellWord(std::string_view text, std::string_view escaped = {})
 {
     std::string word = "'";

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CompletionScripts.h - scripts with which shells complete the options of the command line, made from the option
-// parser's own table.
+// CompletionScripts.h - generates shell completion scripts for the command line from the option parser's table.
 #pragma once
 
 #include <string>
@@ -10,14 +9,14 @@
 
 struct CompletedOption
 {
-    std::string name;  ///< Without its hyphens.
+    std::string name;  ///< Without hyphens.
     std::string description;
-    std::string valueName;  ///< Empty for one that takes no value.
+    std::string valueName;  ///< Empty for an option without a value.
     bool repeatable;
 };
 
-/// The shells that there is a script for.
+/// The supported shells.
 inline constexpr const char* completionShells[] = {"bash", "zsh", "fish"};
 
-/// The script for one of these shells; empty for any other name.
+/// The script for a supported shell; empty for any other name.
 std::string completionScript(const std::vector<CompletedOption>& options, const std::string& shell);

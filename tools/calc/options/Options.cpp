@@ -3,8 +3,8 @@
 //
 // Options.cpp - the command line.
 //
-// Every option is long, and expressions never reach the option parser: it would take "-2^2" for a short option and
-// "[1,2]" for a list. So the arguments are sorted first, by the parser's own table of options.
+// All options are long, and expressions are never passed to the option parser: it would read "-2^2" as a short option
+// and "[1,2]" as a list. So the arguments are sorted first, using the parser's table of options.
 
 #include "tools/calc/options/Options.h"
 
@@ -29,7 +29,7 @@ namespace {
 
 constexpr const char* usageLine = "Usage: mathexpr [OPTION]... [--] [EXPRESSION]...";
 
-/// Keeps a list of values in memory for each expression, hence a bound.
+/// Bounded, because the values of an expression are kept in memory.
 constexpr std::uint32_t maxRepeat = 1'000'000;
 
 constexpr std::uint32_t mostThreads = 256;
@@ -39,7 +39,7 @@ class HelpFormatter final : public CLI::Formatter
 public:
     std::string make_usage(const CLI::App*, std::string) const override { return std::string(usageLine) + "\n"; }
 
-    /// The option, and behind it what it does, without what it excludes and needs: a complaint tells that.
+    /// The option and its description, without its conflicts and requirements, which the error messages mention.
     std::string make_option(const CLI::Option* option, bool) const override
     {
         constexpr std::size_t indentation = 26;
@@ -58,7 +58,7 @@ public:
     }
 };
 
-/// The value of an option that takes a whole number from lowest to highest, in decimal digits.
+/// The value of an option for an integer from lowest to highest, in decimal digits.
 std::uint32_t wholeNumber(const std::string& option, const std::string& text, std::uint32_t lowest,
                           std::uint32_t highest)
 {
@@ -73,7 +73,7 @@ std::uint32_t wholeNumber(const std::string& option, const std::string& text, st
     return number;
 }
 
-/// Takes a text such as NAME=EXPRESSION apart.
+/// Splits a text such as NAME=EXPRESSION.
 Options::HostName hostName(const std::string& option, const std::string& form, const std::string& text)
 {
     const std::size_t equals = text.find('=');
@@ -84,7 +84,7 @@ Options::HostName hostName(const std::string& option, const std::string& form, c
     return {text.substr(0, equals), text.substr(equals + 1)};
 }
 
-/// Whether the argument is an option that takes its value from the next argument.
+/// Whether the argument is an option whose value is the next argument.
 bool takesNextArgument(const CLI::App& app, const std::string& argument)
 {
     const CLI::Option* option = app.get_option_no_throw(argument);
@@ -93,7 +93,7 @@ bool takesNextArgument(const CLI::App& app, const std::string& argument)
 
 struct SortedArguments
 {
-    std::vector<std::string> options;  ///< Each with its value in one piece, --name=value.
+    std::vector<std::string> options;  ///< Each with its value, as --name=value.
     std::vector<std::string> expressions;
 };
 
@@ -124,7 +124,7 @@ SortedArguments sortArguments(const CLI::App& app, const std::vector<std::string
     return sorted;
 }
 
-/// The options that are shown, as the shells complete them.
+/// The visible options, for the shells' completion.
 std::vector<CompletedOption> completedOptions(const CLI::App& app)
 {
     std::vector<CompletedOption> completed;
@@ -282,7 +282,7 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
     }
 
     SortedArguments arguments = sortArguments(app, {argv + 1, argv + argc});
-    std::ranges::reverse(arguments.options);  // the order in which the parser takes them
+    std::ranges::reverse(arguments.options);  // the parser expects them in reverse order
     try
     {
         app.parse(arguments.options);

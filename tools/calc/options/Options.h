@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Options.h - what the command line asks for.
+// Options.h - the command line.
 #pragma once
 
 #include <cstdint>
@@ -12,48 +12,49 @@
 
 struct Options
 {
-    /// A name that the host answers, and the expression that gives its value; both UTF-8.
+    /// A name that the host supplies, and the expression of its value; both UTF-8.
     struct HostName
     {
         std::string name;
         std::string expression;
     };
 
-    /// A heading of a table, and the name that expressions have for it; both UTF-8.
+    /// A heading of a table, and its name in expressions; both UTF-8.
     struct ColumnName
     {
         std::string name;
         std::string heading;
     };
 
-    /// A table to compute the expressions over.
+    /// A table over which the expressions are computed.
     struct Table
     {
         std::string file;  ///< "-": standard input.
         bool skipBroken = false;
-        bool append = false;            ///< Writes each row before its results.
-        bool decimalComma = false;      ///< In numbers, read and written.
-        std::optional<char> separator;  ///< Absent: what the headings show.
+        bool append = false;            ///< Whether each row is written before its results.
+        bool decimalComma = false;      ///< In numbers, both read and written.
+        std::optional<char> separator;  ///< Absent: guessed from the headings.
         std::optional<std::string> where;
         std::vector<ColumnName> names;
         std::uint32_t threads = 1;
     };
 
-    std::vector<std::string> expressions;  ///< UTF-8, in order; none: they come from standard input.
+    std::vector<std::string> expressions;  ///< UTF-8, in order; if empty, they are read from standard input.
     std::vector<HostName> hostNames;
     std::optional<Table> table;
-    std::uint32_t repeat = 1;                 ///< How often each program is evaluated.
-    std::optional<std::uint32_t> maxInteger;  ///< The limit of one-shot calculation; absent: expression objects.
-    std::optional<std::uint32_t> digits;      ///< Of values; absent: the usual number, and all of a table's.
-    std::string wanted;                       ///< Words to search the vocabulary for instead of computing.
+    std::uint32_t repeat = 1;                 ///< Number of evaluations per program.
+    std::optional<std::uint32_t> maxInteger;  ///< The limit of one-shot calculation; if absent, expression objects are
+                                              ///< used.
+    std::optional<std::uint32_t> digits;      ///< Of values; if absent, the usual number, or exact for a table.
+    std::string wanted;                       ///< Words to search for in the vocabulary, instead of computing.
     bool json = false;
     bool silent = false;
-    bool fresh = false;                  ///< A new expression object for every expression.
-    bool list = false;                   ///< Lists the vocabulary instead of computing.
-    std::vector<std::string> described;  ///< Items to tell about instead of computing; UTF-8.
+    bool fresh = false;                  ///< Whether every expression gets a new expression object.
+    bool list = false;                   ///< Whether to list the vocabulary, instead of computing.
+    std::vector<std::string> described;  ///< Items to describe, instead of computing; UTF-8.
 };
 
-/// The program has done what was asked (help, version) or has complained, and is to end with this status.
+/// The program is done (help, version) or has reported an error, and exits with this status.
 struct ExitStatus
 {
     int status;
@@ -63,10 +64,10 @@ struct ExitStatus
 inline constexpr int statusOk = 0;
 inline constexpr int statusFailure = 1;
 inline constexpr int statusUsage = 2;
-inline constexpr int statusInterrupted = 130;  ///< As a shell has it of a program that Ctrl-C has ended.
+inline constexpr int statusInterrupted = 130;  ///< A shell's status of a program ended by Ctrl-C.
 
-/// Reads the command line. Help and version go to standard output, complaints with a usage line to standard error.
+/// Parses the command line. Help and version go to standard output, errors with a usage line to standard error.
 std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv);
 
-/// Complains about an option: what is wrong and a usage line, on standard error.
+/// Reports an error in an option, with a usage line, on standard error.
 ExitStatus usageError(const std::string& what);

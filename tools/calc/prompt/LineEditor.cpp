@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LineEditor.cpp - libedit, with keys of the prompt's own.
+// LineEditor.cpp - libedit with additional key bindings.
 //
-// libedit redraws the line when a key's function says so, and not for a character at the end of the line. The signature
-// stands in its right-hand prompt and so follows the cursor only if all that may change it redraws: brackets, commas,
-// movements.
+// libedit redraws the line if a key's function requests it, but not after a character at the end of the line. The
+// signature is in libedit's right-hand prompt. It follows the cursor only because every key that may change it redraws:
+// brackets, commas, cursor movements.
 //
-// A function that has more to do once the line has been redrawn pushes a key that nobody types, whose function does it.
+// A function with work to do after the redraw pushes an internal key, which is bound to the function that does it.
 #include "tools/calc/prompt/LineEditor.h"
 
 #include "tools/calc/prompt/PromptHistory.h"
@@ -36,18 +36,17 @@ namespace {
 constexpr std::string_view promptText = "> ";
 constexpr int historySize = 1000;
 
-/// Columns that libedit wants between the line and the signature.
+/// Columns that libedit needs between the line and the signature.
 constexpr std::size_t gap = 2;
 
-/// More than these are counted instead of shown.
+/// Longer lists are only counted, not shown.
 constexpr std::size_t mostShown = 100;
 
-/// Keys that functions push.
+/// Internal keys that functions push.
 constexpr const char* endLineKey = "\r";
 constexpr const char* showCandidatesKey = "\x1e";
 
-/// libedit reads characters as the locale has them: where it does not have UTF-8, one that does serves. The prompt is all
-/// that runs.
+/// libedit decodes characters by the locale. If that is not UTF-8, select one that is. Only the prompt is running.
 // NOLINTBEGIN(concurrency-mt-unsafe)
 void wantUtf8()
 {
@@ -61,20 +60,20 @@ void wantUtf8()
 
 volatile std::sig_atomic_t isEditing = 0;
 
-/// What stands behind the cursor would stay there when the terminal changes its size: libedit takes the screen for empty
-/// then. With the next key it shows the line anew.
+/// When the terminal changes its size, libedit assumes that the screen is empty, so text after the cursor would stay on
+/// it. The next key redraws the line.
 void eraseBehindCursor(int)
 {
     constexpr std::string_view eraseBelow = "\033[J";
     const int error = errno;
     if (isEditing != 0 && write(STDOUT_FILENO, eraseBelow.data(), eraseBelow.size()) < 0)
     {
-        isEditing = 0;  // the terminal has gone
+        isEditing = 0;  // the terminal is gone
     }
     errno = error;
 }
 
-/// libedit takes notice of the signal too, and passes it on.
+/// libedit also handles the signal, and forwards it.
 void noteResizing()
 {
     struct sigaction action = {};
@@ -119,10 +118,10 @@ public:
         el_set(editor, EL_SIGNAL, 1);
         el_set(editor, EL_HIST, history, lines);
         el_set(editor, EL_EDITOR, "emacs");
-        el_source(editor, nullptr);  // the user's own keys
+        el_source(editor, nullptr);  // the user's own key bindings
         el_set(editor, EL_PROMPT, leftPrompt);
         el_set(editor, EL_RPROMPT, rightPrompt);
-        // While a line is being edited, Ctrl-C and Ctrl-Z are keys.
+        // Ctrl-C and Ctrl-Z are ordinary keys while a line is edited.
         el_set(editor, EL_SETTY, "-d", "-isig", nullptr);
         addKeys();
         noteResizing();
@@ -142,7 +141,8 @@ public:
         for (;;)
         {
             ending = Ending::None;
-            el_set(editor, EL_PREP_TERM, 1);  // before the prompt, lest the terminal echo what comes right after it
+            el_set(editor, EL_PREP_TERM, 1);  // before the prompt, so that the terminal does not echo input that
+                                              // arrives right after it
             int size = 0;
             isEditing = 1;
             const char* const read = el_gets(editor, &size);
@@ -191,7 +191,7 @@ private:
         return *static_cast<LineEditor*>(data);
     }
 
-    /// What stands in the line when the terminal has gone.
+    /// The content of the line when the terminal disappears.
     std::string cutShort()
     {
         const LineInfo* const info = el_line(editor);
@@ -243,7 +243,7 @@ private:
         return me.shownSignature.data();
     }
 
-    /// The signature as far as there is room for it: whole, its current parameter, or nothing.
+    /// As much of the signature as fits: all of it, its current parameter, or nothing.
     std::string signatureText()
     {
         const auto signature = hooks.signature(beforeCursor());
@@ -321,7 +321,7 @@ private:
         el_set(editor, EL_BIND, endLineKey, "ed-newline", nullptr);
     }
 
-    /// Lets the line end below all that is shown of it, and without the signature.
+    /// Ends the line below everything shown, without the signature.
     static unsigned char endLine(EditLine* editor, Ending ending)
     {
         self(editor).ending = ending;
@@ -339,7 +339,7 @@ private:
         return endLine(editor, Ending::Dropped);
     }
 
-    /// libedit gives the terminal back before it lets the signal stop the program.
+    /// libedit restores the terminal before the signal stops the program.
     static unsigned char suspend(EditLine*, int)
     {
         kill(getpid(), SIGTSTP);
@@ -390,7 +390,7 @@ private:
         return CC_REFRESH;
     }
 
-    /// Below the line, which is then shown anew.
+    /// Shown below the line, which is then redrawn.
     static unsigned char showCandidates(EditLine* editor, int)
     {
         LineEditor& me = self(editor);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LineEditor.h - lines that can be edited, with history and completion, and the signature of the call at their right.
+// LineEditor.h - a line editor with history, completion, and the signature of the current call at the right.
 #pragma once
 
 #include "tools/calc/prompt/LineReader.h"
@@ -15,11 +15,11 @@
 
 struct LineEditorHooks
 {
-    /// Asked with the line before and after the cursor.
+    /// Called with the text before and after the cursor.
     std::function<Completion(std::string_view, std::string_view)> complete;
-    /// Asked with the line before the cursor.
+    /// Called with the text before the cursor.
     std::function<std::optional<Signature>(std::string_view)> signature;
 };
 
-/// @return nothing where the terminal cannot move its cursor, and on systems without the library
+/// @return null if the terminal cannot move its cursor, and on systems without libedit
 std::unique_ptr<LineReader> makeLineEditor(LineEditorHooks hooks);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LineReader.h - where the lines of the prompt come from.
+// LineReader.h - the source of the prompt's lines.
 #pragma once
 
 #include <memory>
@@ -13,14 +13,14 @@ class LineReader
 public:
     virtual ~LineReader() = default;
 
-    /// Shows the prompt and waits for a line, which comes without its end. Ctrl-C drops what has been typed. A line that
-    /// the end of the input cuts short counts as one.
+    /// Shows the prompt and waits for a line, which is returned without its line end. Ctrl-C discards the typed text.
+    /// An incomplete line at the end of the input counts as a line.
     /// @return nothing at the end of the input
     virtual std::optional<std::string> readLine() = 0;
 
-    /// A line that the user may want next: Up brings it first, and so does Tab on an empty line. An empty one is none.
+    /// Proposes a line: Up, or Tab on an empty line, inserts it first. An empty line is no proposal.
     virtual void offer(const std::string& line) = 0;
 };
 
-/// Lines as the terminal itself lets them be typed.
+/// Reads lines with the terminal's own editing.
 std::unique_ptr<LineReader> makePlainReader();

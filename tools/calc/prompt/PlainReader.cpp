@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PlainReader.cpp - for a terminal that cannot move its cursor, and where there is no line editor.
+// PlainReader.cpp - for terminals that cannot move the cursor, and for builds without a line editor.
 #include "tools/calc/prompt/LineReader.h"
 #include "tools/calc/terminal/Interrupt.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Prompt.cpp - joins the lines of the user with what they do.
+// Prompt.cpp - connects the line reader with the session.
 #include "tools/calc/prompt/Prompt.h"
 
 #include "tools/calc/prompt/LineEditor.h"

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Prompt.h - the calculator as a conversation at a terminal.
+// Prompt.h - the interactive prompt.
 #pragma once
 
 #include "tools/calc/Calculator.h"
 #include "tools/calc/options/Options.h"
 
-/// Runs lines until the user leaves. Standard input and output are a terminal.
+/// Reads and runs lines until the user leaves. Standard input and output must be a terminal.
 void runPrompt(const Options& options, Calculator& calculator);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PromptCommands.cpp - the table of the commands, and what follows from it.
+// PromptCommands.cpp - the table of commands, their parsing and completion.
 #include "tools/calc/prompt/PromptCommands.h"
 
 #include "tools/calc/report/AnswerNotes.h"
@@ -25,7 +25,7 @@ std::string_view withoutBlanks(std::string_view text)
     return begin < end ? text.substr(begin, end - begin) : std::string_view();
 }
 
-/// How many keystrokes turn one word into the other.
+/// The edit distance of two words.
 std::size_t distanceBetween(std::string_view left, std::string_view right)
 {
     std::vector<std::size_t> row(right.size() + 1);
@@ -66,7 +66,7 @@ std::string unknownCommand(std::string_view word)
                                                   : ":help lists the commands.");
 }
 
-/// The files and folders that a typed beginning may lead to, written as it is.
+/// Files and folders whose path begins with the typed text, as typed.
 std::vector<std::string> filesBeginningWith(const std::string& typed)
 {
     const std::size_t nameBegin = typed.find_last_of('/') + 1;

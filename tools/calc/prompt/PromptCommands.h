@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PromptCommands.h - the prompt's own commands, such as ":help sin": which there are, and what a line means by one.
+// PromptCommands.h - the prompt's commands, such as ":help sin", and their parsing.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@
 
 enum class PromptCommand
 {
-    None,  ///< The line is no command, or a wrong one.
+    None,  ///< The line is not a command, or a wrong one.
     Help,
     Find,
     Vars,
@@ -25,8 +25,8 @@ enum class PromptCommand
 struct PromptCommandNote
 {
     PromptCommand command;
-    std::string_view name;      ///< With the colon.
-    std::string_view argument;  ///< What the user puts behind it; in brackets where it may be missing.
+    std::string_view name;      ///< Including the colon.
+    std::string_view argument;  ///< The command's argument; in brackets if optional.
     std::string_view description;
 };
 
@@ -38,23 +38,24 @@ bool isCommand(std::string_view line);
 struct CommandLine
 {
     PromptCommand command = PromptCommand::None;
-    std::string argument;  ///< Without blanks around it.
-    std::string trouble;   ///< What is wrong with the command, for the user; empty where nothing is.
+    std::string argument;  ///< Trimmed.
+    std::string trouble;   ///< An error message about the command; empty if there is none.
 };
 
-/// @param line  for which isCommand; a command may be cut short as long as no other begins so
+/// @param line  a line for which isCommand is true; commands may be abbreviated as long as they are unique
 CommandLine readCommand(std::string_view line);
 
 /// The word at the end of an unfinished command line.
 struct CommandWord
 {
-    PromptCommand command = PromptCommand::None;  ///< The command whose argument it is; none: it is the command itself.
+    PromptCommand command = PromptCommand::None;  ///< The command whose argument the word is; None: the word is the
+                                                  ///< command.
     std::string typed;
     bool isArgument = false;
 };
 
 CommandWord commandWordAt(std::string_view line);
 
-/// The commands, families and files that the word can become and the command would not refuse; of files, those of the
-/// folder that has been typed.
+/// The commands, families and files that the word can be completed to and that the command accepts; files only from the
+/// typed folder.
 std::vector<std::string> possibleWords(const CommandWord& word);

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PromptCompletion.cpp - chooses from what the library offers. A function is offered with its opening bracket: its
-// arguments are typed behind it, and the signature names them.
+// PromptCompletion.cpp - selects from the library's proposals. A function is proposed with its opening bracket only;
+// its arguments are typed after it, guided by the signature.
 #include "tools/calc/prompt/PromptCompletion.h"
 
 #include "tools/calc/prompt/PromptCommands.h"
@@ -26,7 +26,7 @@ bool beginsAlike(std::string_view text, std::string_view beginning)
                       [](char left, char right) { return lowerCase(left) == lowerCase(right); });
 }
 
-/// Those that begin with what has been typed; where none does, those that begin so but for the case of letters.
+/// The candidates that begin with the typed text; if there are none, those that begin with it ignoring case.
 std::vector<std::string> beginningWith(std::string_view typed, const std::vector<std::string>& candidates)
 {
     std::vector<std::string> exact;
@@ -55,7 +55,7 @@ std::vector<mathexpr::CompletionItem> itemsAt(const MathExpression& expression,
     return mathexpr::getCompletions(expression, text.c_str(), static_cast<std::uint32_t>(cursor), options);
 }
 
-/// What an item inserts, without the arguments of a function.
+/// The inserted text of an item, without a function's arguments.
 std::string candidateOf(const mathexpr::CompletionItem& item)
 {
     const std::size_t bracket = item.kind == mathexpr::TokenKind::Function ? 1 : 0;
@@ -72,7 +72,7 @@ Completion completeExpression(const MathExpression& expression, const mathexpr::
     }
     const mathexpr::TextSpan replaced = items.front().edit.span;
     const std::wstring rest = behind.substr(0, replaced.start + replaced.length - before.size());
-    if (rest.find(L' ') != std::wstring::npos)  // to the language all one word, but not to the user
+    if (rest.find(L' ') != std::wstring::npos)  // one word for the language, but not for the user
     {
         return {};
     }
@@ -83,7 +83,7 @@ Completion completeExpression(const MathExpression& expression, const mathexpr::
     return {typed.size(), toUtf8(rest).size(), begun.empty() ? std::move(all) : std::move(begun)};
 }
 
-/// All that the word of a command can become and the command would not refuse.
+/// All completions of a command's word that the command accepts.
 std::vector<std::string> wordsFor(const CommandWord& word, const MathExpression& expression,
                                   const mathexpr::IMathExprNameNotes* notes)
 {

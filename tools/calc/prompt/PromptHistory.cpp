@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PromptHistory.cpp - POSIX files, since streams cannot make a file that only its owner may read.
+// PromptHistory.cpp - uses POSIX files, since streams cannot create a file that only its owner can read.
 #include "tools/calc/prompt/PromptHistory.h"
 
 #include "tools/calc/settings/StateFolder.h"
@@ -20,9 +20,9 @@
 namespace {
 
 constexpr std::size_t mostLines = 1000;
-constexpr std::size_t mostBytes = std::size_t{1} << 22;  // of a file that is read
+constexpr std::size_t mostBytes = std::size_t{1} << 22;  // upper bound on the part of a file that is read
 
-/// Makes the folders on the way to a file: three at most, so that a home that is not there is not made either.
+/// Creates the folders of a file: at most three, so that a missing home directory is not created.
 void makeFolders(const std::string& file)
 {
     std::vector<std::size_t> ends;
@@ -112,13 +112,13 @@ std::string PromptHistory::takeTrouble()
 void PromptHistory::open()
 {
     makeFolders(file);
-    // A pipe by that name must not keep the prompt waiting.
+    // A pipe of that name must not block the prompt.
     constexpr int flags = O_APPEND | O_CLOEXEC | O_NONBLOCK;
     descriptor = ::open(file.c_str(), O_RDWR | O_CREAT | flags, S_IRUSR | S_IWUSR);
     if (descriptor < 0)
     {
         fail();
-        descriptor = ::open(file.c_str(), O_RDONLY | flags);  // what is there can be used all the same
+        descriptor = ::open(file.c_str(), O_RDONLY | flags);  // existing lines can still be used
     }
     struct stat status = {};
     if (descriptor >= 0 && fstat(descriptor, &status) == 0 && !S_ISREG(status.st_mode))
@@ -170,7 +170,7 @@ void PromptHistory::read()
     }
 }
 
-// Another session that has the file open goes on writing to the old one, and loses what it adds from then on.
+// Another session that has the file open continues to write to the old one; what it adds from then on is lost.
 void PromptHistory::shorten()
 {
     std::string text;

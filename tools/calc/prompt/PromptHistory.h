@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PromptHistory.h - the lines typed in earlier sessions, in a file of the user's own: one a line, the newest last.
+// PromptHistory.h - the lines of earlier sessions, in a file of the user: one per line, the newest last.
 #pragma once
 
 #include <string>
@@ -10,22 +10,23 @@
 class PromptHistory
 {
 public:
-    /// $XDG_STATE_HOME/mathexpr/history, or the same below $HOME/.local/state; empty where neither names a place.
+    /// $XDG_STATE_HOME/mathexpr/history, or the same below $HOME/.local/state; empty if neither variable names a
+    /// folder.
     static std::string usualFile();
 
-    /// Reads the file; makes it and its folder, for the user alone, where they are missing.
+    /// Reads the file. Creates missing files and folders, readable by the user only.
     explicit PromptHistory(std::string file);
     PromptHistory(const PromptHistory&) = delete;
     PromptHistory& operator=(const PromptHistory&) = delete;
     ~PromptHistory();
 
-    /// The oldest first, at most 1000; without what is no text.
+    /// The oldest first, at most 1000; without ill-formed lines.
     const std::vector<std::string>& lines() const { return kept; }
 
-    /// Adds a line at once, so that nothing is lost, whatever happens next. Does nothing once there was trouble.
+    /// Appends a line at once, so that nothing is lost in a crash. Does nothing after an error.
     void add(const std::string& line);
 
-    /// Why lines are not kept; empty where they are. Told once.
+    /// Why lines are not saved; empty if they are. Reported once.
     std::string takeTrouble();
 
 private:

@@ -27,7 +27,7 @@
 
 namespace {
 
-/// A file that loads itself would never end.
+/// Bounds the recursion of a file that loads itself.
 constexpr std::size_t deepestLoad = 16;
 
 void printCommands()
@@ -49,7 +49,7 @@ void printHelp()
                  "with # is a comment.\n";
 }
 
-/// The family that a word names, or begins to name.
+/// The family that a word names or abbreviates.
 const FamilyName* familyOf(const std::string& word)
 {
     const auto& families = familyNames();
@@ -68,7 +68,7 @@ std::string familiesText()
     return text;
 }
 
-/// Why the file cannot be opened; empty where it can.
+/// Why the file cannot be opened; empty if it can.
 std::string openToLoad(const std::string& file, std::ifstream& stream)
 {
     const std::filesystem::path path(std::u8string(file.begin(), file.end()));
@@ -86,10 +86,10 @@ std::string openToLoad(const std::string& file, std::ifstream& stream)
     return errno == 0 ? "cannot be opened" : std::generic_category().message(errno);
 }
 
-/// The first line of a file that :save has written, and may write again.
+/// The first line of files written by :save, which :save may overwrite.
 constexpr std::string_view savedHead = "# Lines of a session of mathexpr";
 
-/// Whether a file is there that :save has not written.
+/// Whether the file exists and was not written by :save.
 bool isSomebodyElses(const std::filesystem::path& path)
 {
     std::ifstream stream(path);
@@ -97,7 +97,7 @@ bool isSomebodyElses(const std::filesystem::path& path)
     return stream && (!std::getline(stream, line) || line != savedHead);
 }
 
-/// @return why the lines are not in the file; empty where they are
+/// @return why the lines cannot be saved; empty on success
 std::string saveLines(const std::string& file, const std::vector<std::string>& lines)
 {
     const std::filesystem::path path(std::u8string(file.begin(), file.end()));
@@ -248,7 +248,7 @@ void PromptSession::help(const std::string& name) const
     }
     else if (isItem(symbol) || !findItems(name))
     {
-        describeItems({symbol}, false);  // of a name that is none, it tells what is near
+        describeItems({symbol}, false);  // reports similar names if there is no such item
     }
 }
 

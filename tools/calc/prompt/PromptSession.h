@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PromptSession.h - what the lines of the prompt do, wherever they come from: expressions, and the prompt's commands.
+// PromptSession.h - runs the lines of the prompt, typed or loaded: expressions and commands.
 #pragma once
 
 #include "tools/calc/Calculator.h"
@@ -15,7 +15,7 @@
 #include <string_view>
 #include <vector>
 
-/// Values, lists and help go to standard output, what went wrong to standard error.
+/// Values, lists and help go to standard output, errors to standard error.
 class PromptSession
 {
 public:
@@ -25,26 +25,26 @@ public:
         Leave,
     };
 
-    /// Borrows what it is given.
+    /// The arguments must outlive the session.
     PromptSession(const Options& options, Calculator& calculator);
 
     /// How failures are shown from now on.
     void setStyle(const TerminalStyle& newStyle);
 
-    /// Where settings are remembered from now on.
+    /// Where settings are saved from now on.
     void keepSettingsIn(const std::string& file);
 
-    /// The last line, corrected, where it failed and a correction is plain; empty else.
+    /// The correction of the last line, if it failed and has an unambiguous one; otherwise empty.
     const std::string& correction() const { return corrected; }
 
-    /// Runs one line, UTF-8. A value becomes the variable "ans".
+    /// Runs a line in UTF-8. Its value becomes the variable "ans".
     Next run(std::string_view line);
 
-    /// What has a value now.
+    /// All names that have a value.
     std::vector<NamedValue> names() const;
 
 private:
-    /// @param origin  where the line stands, for complaints; empty for a line that was typed
+    /// @param origin  location of the line, for error messages; empty for a typed line
     Next run(std::string_view line, const std::string& origin);
 
     void compute(std::string_view expression, const std::string& origin);
@@ -64,6 +64,6 @@ private:
     Settings settings;
     std::string settingsFile;
     std::string corrected;
-    std::vector<std::string> computed;  // the lines that had a value
-    std::size_t loading = 0;            // files that are being loaded, one from within the other
+    std::vector<std::string> computed;  // lines that yielded a value
+    std::size_t loading = 0;            // nesting depth of files that are being loaded
 };

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PromptSignature.cpp - writes the signature that the library finds.
+// PromptSignature.cpp - formats the signature that the library finds.
 #include "tools/calc/prompt/PromptSignature.h"
 
 #include "mathexpr/TypingHelp.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// AnswerNotes.cpp - looks at the text as the language reads it: without blanks, with assignments where "=" stands alone.
+// AnswerNotes.cpp - examines the text as the language reads it: without blanks, and with single "=" as assignments.
 #include "tools/calc/report/AnswerNotes.h"
 
 #include "tools/calc/text/Displayable.h"
@@ -20,7 +20,7 @@ std::string withoutBlanks(std::string_view text)
     return stripped;
 }
 
-/// What stands before, between and behind the assignments.
+/// The parts before, between and after the assignments.
 std::vector<std::string> splitAtAssignments(const std::string& text)
 {
     std::vector<std::string> parts(1);
@@ -65,7 +65,7 @@ bool differ(const VALTYPE& one, const VALTYPE& other)
     return one.type != other.type || one.x != other.x || one.y != other.y || one.z != other.z;
 }
 
-/// Why an expression may have no number for its value, where one of its operators alone can be the reason.
+/// Why the value is not a number, if a single operator of the expression can be the reason.
 std::string nanNote(const std::string& text)
 {
     const bool hasRemainder = text.find('%') != std::string::npos;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* indent = "  ";
 
-/// So many columns are shown at most before the failure, and from its beginning on.
+/// Upper bounds on the columns shown before the failure, and from its start on.
 constexpr std::size_t mostBefore = 40;
 constexpr std::size_t mostFrom = 36;
 
@@ -25,7 +25,7 @@ bool isControl(wchar_t character)
            turnsDirection(static_cast<char32_t>(character));
 }
 
-/// A part of the text that stays on its line, and that the terminal takes for text.
+/// A part of the text on one line, without control characters.
 std::string printable(std::wstring_view text)
 {
     std::wstring line(text);
@@ -33,19 +33,19 @@ std::string printable(std::wstring_view text)
     return toUtf8(line);
 }
 
-/// The columns of one unit of the text; of a pair of units each has one.
+/// The columns of one unit of the text; each unit of a surrogate pair has one.
 std::size_t widthOf(wchar_t unit)
 {
     return displayWidth(printable({&unit, 1}));
 }
 
-/// Whether a cut before this unit would tear a pair of units apart, or a mark from what it combines with.
+/// Whether a cut before this unit would split a surrogate pair, or separate a combining mark.
 bool belongsToPrevious(wchar_t unit)
 {
     return (unit >= 0xDC00 && unit <= 0xDFFF) || widthOf(unit) == 0;
 }
 
-/// The first unit that is shown, so that no more than so many columns stand before the failure.
+/// The first unit to show, so that at most columns columns precede the failure.
 std::size_t beginOfExcerpt(std::wstring_view text, std::size_t start, std::size_t columns)
 {
     std::size_t first = start;
@@ -64,7 +64,7 @@ std::size_t beginOfExcerpt(std::wstring_view text, std::size_t start, std::size_
     return first;
 }
 
-/// The end of what is shown, so that no more than so many columns are taken from the beginning of the failure on.
+/// The end of the text to show, so that it takes at most columns columns from the start of the failure on.
 std::size_t endOfExcerpt(std::wstring_view text, std::size_t start, std::size_t columns)
 {
     std::size_t end = start;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DiagnosticText.h - where an expression failed, as lines for a person.
+// DiagnosticText.h - shows a person where an expression failed.
 #pragma once
 
 #include "mathexpr/ExpressionDiagnostic.h"
@@ -10,12 +10,12 @@
 #include <string>
 #include <string_view>
 
-/// The text with a caret under every column of the failure, then the hints of the library. Each line is indented and ends with a line end. Of a
-/// text that is long, or wider than the terminal, the surroundings of the failure are shown, so that the caret stays
-/// below what it marks.
+/// The text with a caret under each column of the failure, then the library's hints. Each line is indented and ends
+/// with a line feed. Of a text that is long, or wider than the terminal, only the part around the failure is shown, so
+/// that the caret stays below what it marks.
 /// @param expression  as typed
 std::string diagnosticText(std::wstring_view expression, const mathexpr::ExpressionDiagnostic& diagnostic,
                            const TerminalStyle& style = {});
 
-/// The expression with the correction that the diagnostic offers; empty where it offers none.
+/// The expression with the correction of the diagnostic; empty if there is none.
 std::string correctedText(std::wstring_view expression, const mathexpr::ExpressionDiagnostic& diagnostic);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// JsonReport.cpp - the JSON form; its keys and their order are an interface that scripts rely on.
+// JsonReport.cpp - the JSON form. Scripts depend on its keys and their order.
 
 #include "tools/calc/report/JsonReport.h"
 
@@ -21,7 +21,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// JSON has no numbers that are not finite; those are strings.
+/// JSON has no infinities and NaN; they are strings.
 Json numberJson(double number)
 {
     return std::isfinite(number) ? Json(number) : Json(numberText(number));
@@ -63,7 +63,7 @@ Json exceptionJson(const std::optional<RaisedException>& exception)
             {"entries", exception->entries}};
 }
 
-/// What a text holds before a place in it, as code points and as bytes of UTF-8.
+/// Length of the text before a position, in code points and in bytes of UTF-8.
 struct Extent
 {
     std::size_t characters;
@@ -127,7 +127,7 @@ Json textsJson(const std::vector<std::wstring>& texts)
     return list;
 }
 
-/// Why a text never reached the library: the first byte that is none of a text's.
+/// Why a text was not passed to the library: its first ill-formed byte.
 Json troubleJson(const Answer& answer)
 {
     const std::size_t at = lengthOfText(answer.expression);
@@ -190,6 +190,6 @@ void reportJson(const Answer& answer)
                        {"exception", exceptionJson(answer.exception)},
                        {"asked", answer.asked},
                        {"diagnostic", diagnosticJson(answer)}};
-    // An expression that is not valid UTF-8 is still answered, with the offending bytes replaced.
+    // An expression in ill-formed UTF-8 is reported as well, with the offending bytes replaced.
     std::cout << line.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PlainReport.cpp - values and failures as lines of text.
+// PlainReport.cpp - formats values and failures as lines of text.
 
 #include "tools/calc/report/PlainReport.h"
 
@@ -41,14 +41,14 @@ std::string exceptionText(const RaisedException& exception)
     return text + ".";
 }
 
-/// Where the expression failed, in lines of their own.
+/// Where the expression failed, on lines of their own.
 std::string whereText(const Answer& answer, const TerminalStyle& style)
 {
     const auto expression = toWide(answer.expression);
     return expression && answer.diagnostic ? diagnosticText(*expression, *answer.diagnostic, style) : std::string();
 }
 
-/// A text behind the place that it is about.
+/// A text with its location in front.
 std::string after(const std::string& origin, const std::string& text)
 {
     return origin.empty() ? text : origin + ": " + text;
@@ -65,7 +65,7 @@ void reportNotes(const Answer& answer, const std::string& origin, const Terminal
     }
 }
 
-/// The expression that computes what the text asks for.
+/// The expression that answers a question about units.
 void reportUnits(const Answer& answer, const TerminalStyle& style)
 {
     const std::string line = style.isTerminal ? unitAnswer(answer.expression, style.digits) : std::string();
@@ -83,7 +83,7 @@ void reportPlain(const Answer& answer, const std::string& origin, const Terminal
     {
         std::cout << valueText(value, style.digits) << '\n';
     }
-    std::cout.flush();  // so that values and failures keep their order where both go to one place
+    std::cout.flush();  // keeps values and failures in order if both go to the same place
     if (!answer.failed)
     {
         reportNotes(answer, origin, style);

@@ -9,10 +9,10 @@
 
 #include <string>
 
-/// One value a line; when the expression failed, what went wrong, and below it where, in indented lines. On a terminal also
-/// notes on values that surprise, and what computes a question about units.
-/// @param origin  where the expression stands, to be said before what went wrong; empty where the user knows
+/// Prints one value per line; for a failure the error, and below it the position, indented. On a terminal also notes on
+/// surprising values, and the expression that answers a question about units.
+/// @param origin  location of the expression, printed before the error; empty if the user knows it
 void reportPlain(const Answer& answer, const std::string& origin = {}, const TerminalStyle& style = {});
 
-/// What went wrong, for an answer that failed: a line for each message, and for an exception a sentence.
+/// The error of an answer that failed: a line for each message, and a sentence for an exception.
 std::string failureText(const Answer& answer);

@@ -23,7 +23,7 @@ std::string stateFolder()
 
 #else
 
-/// The folder that a variable of the environment names; empty unless it is an absolute one.
+/// The folder in an environment variable; empty unless it is an absolute path.
 std::string folderIn(const char* variable)
 {
     const char* const value = std::getenv(variable);  // NOLINT(concurrency-mt-unsafe): nothing changes it

@@ -17,7 +17,8 @@ namespace {
 
 constexpr std::size_t mostShown = 40;  // characters of a cell
 
-/// A literal that is too large or too small: its exponent tells which, or the digits before its point do.
+/// The value of a literal that is too large or too small. Its exponent decides which, or the digits before its decimal
+/// point.
 double outOfRange(std::string_view text)
 {
     const bool isNegative = text.starts_with('-');
@@ -48,7 +49,7 @@ std::optional<double> numberIn(std::string_view text)
 
 std::optional<double> numberWithCommaIn(std::string_view text)
 {
-    constexpr std::size_t longest = 1100;  // more than any double takes
+    constexpr std::size_t longest = 1100;  // more than the text of any double
     if (text.size() > longest || text.find('.') != std::string_view::npos)
     {
         return std::nullopt;
@@ -83,7 +84,7 @@ std::optional<VALTYPE> pointIn(std::string_view cell)
     return value;
 }
 
-/// Whether a cell would be a number without marks such as those between thousands.
+/// Whether a cell would be a number without these marks, such as marks of thousands.
 bool hasMarks(std::string_view cell, std::string_view marks)
 {
     return cell.find_first_of(marks) != std::string_view::npos &&

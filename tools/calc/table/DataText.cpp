@@ -12,7 +12,7 @@ void appendData(std::string& text, double number, std::uint32_t digits)
 {
     if (std::isnan(number))
     {
-        text += "nan";  // whatever its sign, which says nothing to a reader
+        text += "nan";  // the sign of a NaN is ignored
         return;
     }
     constexpr double firstGap = 9007199254740992.0;  // 2^53: all whole numbers up to it are doubles

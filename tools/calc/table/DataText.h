@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DataText.h - values in tables, for programs: with an exponent such as e-07, which they read and an expression does not.
+// DataText.h - values in tables, for programs: with exponents such as e-07, which programs read and expressions do not.
 // Whole numbers up to 2^53 have all their digits.
 #pragma once
 
@@ -11,8 +11,8 @@
 #include <cstdint>
 #include <string>
 
-/// @param digits  significant ones, or exactDigits: as few as read back to the same bits
+/// @param digits  significant digits, or exactDigits: as few as read back to the same bits
 void appendData(std::string& text, double number, std::uint32_t digits);
 
-/// A number as such, a point as [x,y,z].
+/// A number as it is, a point as [x,y,z].
 void appendData(std::string& text, const VALTYPE& value, std::uint32_t digits);

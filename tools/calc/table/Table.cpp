@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Table.cpp - what the headings and expressions mean is found out once; then each thread takes block after block of rows,
-// computes it, and writes the results when the block's turn has come. As many blocks as threads are in memory.
+// Table.cpp - resolves headings and expressions once. Then each thread claims one block of rows after another, computes
+// it, and writes the results in the order of the blocks. At most one block per thread is in memory.
 
 #include "tools/calc/table/Table.h"
 
@@ -39,19 +39,19 @@
 
 namespace {
 
-/// Ends the work with a complaint.
+/// Ends the work with an error message.
 struct TableTrouble
 {
     std::string text;
 };
 
-/// Ends the work because the user has asked for it.
+/// Ends the work at the user's request.
 struct TableInterrupted
 {
-    std::uint64_t nbRows;  // that are written
+    std::uint64_t nbRows;  // written so far
 };
 
-/// The table's name in complaints.
+/// The table's name in error messages.
 std::string nameOf(const std::string& file)
 {
     return file == "-" ? "standard input" : displayable(file, 0);
@@ -73,7 +73,7 @@ std::string refusalOf(const SMTDefExcepData& data)
     }
 }
 
-/// The name that an expression such as "a = x*2" assigns to; empty where it is no assignment.
+/// The name that an expression such as "a = x*2" assigns to; empty if it is not an assignment.
 std::string assignedName(std::string_view expression)
 {
     const std::size_t equals = expression.find('=');
@@ -92,12 +92,12 @@ std::string assignedName(std::string_view expression)
     return name.find_first_of("<>!()[],") == std::string::npos ? name : std::string{};
 }
 
-/// A heading of the table, and the name by which expressions read its column.
+/// A heading of the table, and the name of its column in expressions.
 struct Heading
 {
     std::string text;
-    std::wstring name;    // empty where it cannot be one
-    std::string refusal;  // why
+    std::wstring name;    // empty if it cannot be a name
+    std::string refusal;  // the reason
 };
 
 class TableRun
@@ -110,7 +110,7 @@ public:
     TableRun(const TableRun&) = delete;
     TableRun& operator=(const TableRun&) = delete;
 
-    /// Each stage has put itself in the place of the one before it for messages, which has to be undone in turn.
+    /// Each stage has replaced the message display of the one before it, so they are destroyed in reverse order.
     ~TableRun()
     {
         while (!workers.empty())
@@ -197,7 +197,7 @@ private:
         nameHeadings();
     }
 
-    /// Finds out which headings can be names, on an object of its own.
+    /// Determines which headings can be names, using a separate object.
     void nameHeadings()
     {
         MathExpression names(true, nullptr);
@@ -252,7 +252,7 @@ private:
         return addStage(expression, result);
     }
 
-    /// Compiles an expression, which may read all headings that can be names, and all results before it.
+    /// Compiles an expression, which may read all headings that can be names and all earlier results.
     bool addStage(const std::string& expression, const std::string& result)
     {
         const Answer compiled = compileStage(stages, expression, result);
@@ -335,7 +335,7 @@ private:
         }
     }
 
-    /// What the names that the compiled expression reads stand for: the latest result of that name, or a column.
+    /// What the names in the compiled expression refer to: the latest result of that name, or a column.
     std::vector<TableStage::Source> sourcesOf(MathExpression& names)
     {
         std::vector<TableStage::Source> sources;
@@ -358,7 +358,7 @@ private:
             const std::size_t heading = columnNamed(used, names);
             if (heading == headings.size())
             {
-                continue;  // a name of the host's
+                continue;  // a name of the host
             }
             if (std::ranges::any_of(duplicates, isMeant))
             {
@@ -374,7 +374,7 @@ private:
         return sources;
     }
 
-    /// The column of the batch that holds a column of the table.
+    /// The column of the batch for a column of the table.
     std::size_t batchColumn(std::size_t heading, const std::wstring& used)
     {
         std::vector<TableColumn>& columns = layout.columns;
@@ -403,7 +403,7 @@ private:
         writeOutput(line + '\n');
     }
 
-    /// A worker for each thread: the first one has the stages that are compiled, the others have some like them.
+    /// Creates a worker for each thread: the first takes over the compiled stages, the others get copies.
     void addWorkers()
     {
         workers.emplace_back(options, layout, std::move(stages));
@@ -433,7 +433,7 @@ private:
         }
         catch (const std::system_error&)
         {
-            // The system starts no more threads: those that it has started do the work.
+            // The system starts no more threads; continue with the present ones.
         }
         work(workers.front());
         for (std::thread& thread : threads)
@@ -450,7 +450,7 @@ private:
         }
     }
 
-    /// Takes block after block, and writes each when its turn comes.
+    /// Claims and computes blocks, and writes each one when its turn comes.
     void work(TableWorker& worker) noexcept
     {
         TableBlock block;
@@ -485,7 +485,7 @@ private:
         }
     }
 
-    /// @return the block's turn; nothing where no block is left
+    /// @return the block's turn; nothing if no block is left
     std::optional<std::uint64_t> takeBlock(TableBlock& block)
     {
         const std::lock_guard lock(inputMutex);
@@ -506,14 +506,14 @@ private:
         return ending == TableBlocks::Outcome::Block ? std::optional(turnsTaken++) : std::nullopt;
     }
 
-    /// Ends the work on all threads; outputMutex is held.
+    /// Stops all threads. The caller holds outputMutex.
     void stopWith(std::exception_ptr caught) noexcept
     {
         failure = failure ? failure : std::move(caught);
         stopped = true;
     }
 
-    /// After the last row that could be read.
+    /// Called after the last readable row.
     void end(TableBlocks::Outcome outcome) const
     {
         if (outcome == TableBlocks::Outcome::Unreadable)
@@ -562,15 +562,15 @@ private:
     std::vector<Heading> headings;
     std::string headingText;
     std::vector<std::wstring> duplicates;
-    std::deque<TableStage> stages;  // the one of --where first; the workers take them over
+    std::deque<TableStage> stages;  // the one of --where first; moved to the workers later
     std::deque<TableWorker> workers;
     std::size_t nbUnnamed = 0;
 
-    std::mutex inputMutex;  // of the blocks, and of the turns that are taken
+    std::mutex inputMutex;  // guards the blocks and the next turn to assign
     std::uint64_t turnsTaken = 0;
     TableBlocks::Outcome ending = TableBlocks::Outcome::Block;
 
-    std::mutex outputMutex;  // of all that is written, and of the turns that are done
+    std::mutex outputMutex;  // guards all output and the turn to write
     std::condition_variable turnCame;
     std::uint64_t turnsDone = 0;
     TableProgress progress;

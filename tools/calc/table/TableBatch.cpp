@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableBatch.cpp - columns of numbers side by side, as bulk evaluation reads them fastest.
+// TableBatch.cpp - contiguous columns of numbers, which bulk evaluation reads fastest.
 
 #include "tools/calc/table/TableBatch.h"
 
@@ -43,7 +43,7 @@ void TableBatch::add(std::uint64_t line, const std::vector<VALTYPE>& values)
         Values& column = columnValues[j];
         if (!kindsAreKnown)
         {
-            // Rows that are broken stand before this one and have no values.
+            // All rows before this one are broken and have no values.
             column.isPoint = values[j].type != 0;
             column.numbers.assign(size() * (column.isPoint ? 3 : 1), 0.0);
         }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableBatch.h - some rows of a table on their way through bulk evaluation: the cells that expressions read, side by side.
+// TableBatch.h - rows of a table prepared for bulk evaluation: the cells that expressions read, as contiguous columns.
 #pragma once
 
 #include "mathexpr/ValType.h"
@@ -16,7 +16,7 @@
 /// A column of the table that an expression reads.
 struct TableColumn
 {
-    std::size_t index;  ///< Among the cells of a row.
+    std::size_t index;  ///< Of the cell in a row.
     std::wstring name;
 };
 
@@ -31,27 +31,27 @@ public:
     std::size_t size() const { return lines.size(); }
     bool isFull() const { return size() == mostRows || rowTexts.size() >= mostText; }
 
-    /// Whether a row's values have the kinds that the columns have here: a column is of numbers or of points.
+    /// Whether a row's values have the kinds of the columns, each of which holds either numbers or points.
     bool takes(const std::vector<VALTYPE>& values) const;
 
-    /// @param values  for each column
+    /// @param values  one per column
     void add(std::uint64_t line, const std::vector<VALTYPE>& values);
-    /// A row that cannot be evaluated.
+    /// Adds a row that cannot be evaluated.
     void addBroken(std::uint64_t line, std::string complaint);
-    /// Keeps the text of the row that was added last.
+    /// Keeps the text of the row added last.
     void keepText(std::string_view text);
 
     std::uint64_t line(std::size_t row) const { return lines[row]; }
-    /// Whether a row's cells are not in order.
+    /// Whether a row is malformed.
     bool isBroken(std::size_t row) const { return complaints.contains(row); }
-    /// What is wrong with a broken row.
+    /// The error message for a broken row.
     const std::string& complaint(std::size_t row) const { return complaints.at(row); }
     std::string_view text(std::size_t row) const;
-    /// The values that a row has given to the columns.
+    /// The value of a row in a column.
     VALTYPE value(std::size_t row, std::size_t column) const;
     const std::vector<TableColumn>& columns() const { return tableColumns; }
     bool isOfPoints(std::size_t column) const { return columnValues[column].isPoint; }
-    /// The numbers of a column, one or three for each row.
+    /// The numbers of a column, one or three per row.
     const double* numbers(std::size_t column) const { return columnValues[column].numbers.data(); }
 
 private:

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableBlocks.cpp - without a quote in them, rows end where lines do; with one, they are scanned.
+// TableBlocks.cpp - in blocks without quotes, rows end at line ends; blocks with quotes are scanned.
 #include "tools/calc/table/TableBlocks.h"
 
 #include <algorithm>
@@ -12,10 +12,10 @@
 
 namespace {
 
-/// Large enough to hide what a block costs beside its rows, and small enough for a cache.
+/// Large enough to hide the cost per block, small enough for a cache.
 constexpr std::size_t usualSize = std::size_t{1} << 19;
 
-/// A row longer than this is taken for a quote that was never closed.
+/// A longer row is taken for an unclosed quote.
 constexpr std::size_t longestRow = std::size_t{64} << 20;
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
@@ -63,7 +63,7 @@ TableBlocks::Outcome TableBlocks::next(TableBlock& block, bool oneRow)
             return size == 0 && reason.empty() ? Outcome::End : Outcome::Unreadable;
         }
     }
-    // What is left over begins the next block, in the buffer of this one.
+    // The rest becomes the beginning of the next block's buffer.
     block.buffer.resize(std::max(pending.size(), usualSize));
     std::memcpy(block.buffer.data(), pending.data() + end, size - end);
     std::swap(block.buffer, pending);
@@ -80,7 +80,7 @@ std::size_t TableBlocks::endOfRows(bool oneRow)
     const std::string_view text(pending.data(), size);
     if (!oneRow && text.find('"') == std::string_view::npos)
     {
-        return atEnd ? size : text.rfind('\n') + 1;  // 0 where there is none
+        return atEnd ? size : text.rfind('\n') + 1;  // 0 if there is none
     }
     std::size_t end = 0;
     while (end < size)

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableBlocks.h - reads a table in blocks of whole rows, each of which can be computed on a thread of its own. Memory does
-// not grow with the table.
+// TableBlocks.h - reads a table in blocks of whole rows, which threads can compute independently. Memory does not grow
+// with the table.
 #pragma once
 
 #include "tools/calc/table/TableReader.h"
@@ -14,12 +14,12 @@
 #include <string_view>
 #include <vector>
 
-/// Some rows, the last one with its line end or at the end of the table.
+/// A block of rows; the last one ends with its line end or the table.
 class TableBlock
 {
 public:
     std::string_view rows() const { return {buffer.data(), size}; }
-    /// On which the first row begins, from 1.
+    /// The line of the first row, from 1.
     std::uint64_t firstLine() const { return line; }
 
 private:
@@ -37,40 +37,40 @@ public:
     {
         Block,
         End,         ///< There are no more rows.
-        Unreadable,  ///< There may be more rows, but they cannot be told apart or read: trouble says why.
+        Unreadable,  ///< There may be more rows, but they cannot be read or separated; trouble() explains why.
         Interrupted,
     };
 
-    /// A byte order mark at the begin of the table is skipped.
-    /// @param source       outlives the blocks
-    /// @param interrupted  asked while waiting for bytes
+    /// Skips a byte order mark at the beginning.
+    /// @param source       must outlive the blocks
+    /// @param interrupted  polled while waiting for bytes
     TableBlocks(TableSource& source, bool (*interrupted)());
 
-    /// The first line that has not been handed out, without its end; valid until a block is.
+    /// The first line that has not been returned, without its line end; valid until the next block.
     std::string_view firstLine();
 
-    /// Between cells, from now on; a comma at first.
+    /// Sets the separator of cells; initially a comma.
     void setSeparator(char newSeparator) { separator = newSeparator; }
 
-    /// A block of one row.
+    /// Returns a block of one row.
     Outcome nextRow(TableBlock& block) { return next(block, true); }
     Outcome next(TableBlock& block) { return next(block, false); }
 
-    /// The first line that has not been handed out.
+    /// Number of the first line that has not been returned.
     std::uint64_t line() const { return nextLine; }
     /// Why there are no more rows.
     const std::string& trouble() const { return reason; }
 
 private:
     Outcome next(TableBlock& block, bool oneRow);
-    /// The end of the last whole row in what has been read, or of the first one; 0 where there is none.
+    /// The end of the last whole row that has been read, or of the first one; 0 if there is none.
     std::size_t endOfRows(bool oneRow);
     bool readMore();
 
     TableSource& source;
     bool (*isInterrupted)();
     char separator = ',';
-    std::vector<char> pending;  // read and not handed out: its first bytes
+    std::vector<char> pending;  // read, but not returned yet: its first bytes
     std::size_t size = 0;
     bool atEnd = false;  // of the source
     std::uint64_t nextLine = 1;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableProgress.cpp - the line is written over with blanks to remove it: every terminal can do that.
+// TableProgress.cpp - removes the line by overwriting it with blanks, which works on every terminal.
 
 #include "tools/calc/table/TableProgress.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableProgress.h - one line on standard error that tells how far the work has come; only where a user sees it.
+// TableProgress.h - a progress line on standard error, only if that is a terminal.
 #pragma once
 
 #include <chrono>
@@ -15,9 +15,9 @@ public:
     TableProgress& operator=(const TableProgress&) = delete;
     ~TableProgress() { clear(); }
 
-    /// Shows the number of rows, a few times a second at most.
+    /// Shows the number of rows, at most a few times per second.
     void show(std::uint64_t nbRows);
-    /// Removes the line, so that something else can be written.
+    /// Removes the line, so that something else can be printed.
     void clear();
 
 private:

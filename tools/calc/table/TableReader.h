@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableReader.h - takes rows of a table apart: comma-separated values (RFC 4180), or with another separator.
+// TableReader.h - parses rows of a table: comma-separated values (RFC 4180), or with another separator.
 //
-// A cell in double quotes may hold separators, line ends and, doubled, quotes. Lines end with LF or CR LF. Blanks around a
-// cell that stand outside its quotes belong to it, as the standard has it.
+// A cell in double quotes may contain separators, line ends and doubled quotes. Lines end with LF or CR LF. As the
+// standard requires, blanks around a cell and outside its quotes are part of it.
 #pragma once
 
 #include <cstddef>
@@ -16,12 +16,12 @@
 /// A cell without the blanks and tabs around it.
 std::string_view withoutBlanks(std::string_view cell);
 
-/// Where a cell stands in the text, without its quotes.
+/// Position of a cell in the text, without its quotes.
 struct TableCell
 {
     std::size_t begin;
     std::size_t end;
-    bool hasQuotes;  ///< Doubled ones, which stand for one.
+    bool hasQuotes;  ///< Whether it contains doubled quotes, each of which means one.
 };
 
 /// The first row of a text.
@@ -30,16 +30,16 @@ struct TableRow
     enum class Kind
     {
         Complete,
-        Malformed,  ///< Complete, but its quotes are not in order.
-        Short,      ///< The text ends within the row.
-        QuoteOpen,  ///< So it does for good, within quotes.
+        Malformed,  ///< Complete, but with misplaced quotes.
+        Short,      ///< The text ends in the row.
+        QuoteOpen,  ///< The table ends in the row, within quotes.
     };
 
-    std::vector<TableCell> cells;  ///< Of a row that is complete.
-    std::size_t end = 0;           ///< Behind its line end.
+    std::vector<TableCell> cells;  ///< If the row is complete.
+    std::size_t end = 0;           ///< After its line end.
     std::uint64_t lineCount = 0;
 
-    /// @param isLast  whether the text ends where the table does, so that a row needs no line end
+    /// @param isLast  whether the table ends here, so that the last row needs no line end
     Kind scan(std::string_view text, char separator, bool isLast);
 };
 
@@ -49,22 +49,22 @@ public:
     enum class Outcome
     {
         Row,
-        Malformed,  ///< A row, but its quotes are not in order.
+        Malformed,  ///< A row with misplaced quotes.
         End,
     };
 
-    /// @param wholeRows  nothing else; outlives what is read from it
+    /// @param wholeRows  only whole rows; must outlive what is read from it
     TableReader(std::string_view wholeRows, std::uint64_t firstLine, char givenSeparator)
         : rest(wholeRows), nextLine(firstLine), separator(givenSeparator)
     {}
 
     Outcome next();
 
-    /// The cells of the last row, valid until the next one is read.
+    /// The cells of the last row, valid until the next row is read.
     const std::vector<std::string_view>& cells() const { return views; }
-    /// The last row as it stands in the table, without its line end.
+    /// The last row as it is in the table, without its line end.
     std::string_view rowText() const { return row; }
-    /// The line on which it begins, from 1.
+    /// Its first line, from 1.
     std::uint64_t line() const { return rowLine; }
 
 private:

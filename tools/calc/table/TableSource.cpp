@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableSource.cpp - TableSource.h on Windows and on POSIX systems. Streams would wait until their buffer is full.
+// TableSource.cpp - TableSource.h for Windows and for POSIX systems. Streams are not used, because they wait until
+// their buffer is full.
 
 #include "tools/calc/table/TableSource.h"
 
@@ -44,7 +45,7 @@ void closeAgain(int descriptor)
 
 bool waitForInput(int)
 {
-    return true;  // reading waits
+    return true;  // read waits
 }
 
 }
@@ -81,7 +82,7 @@ bool waitForInput(int descriptor)
 {
     constexpr int moment = 100;  // milliseconds
     pollfd waited{descriptor, POLLIN, 0};
-    return poll(&waited, 1, moment) != 0;  // of a failure, reading tells
+    return poll(&waited, 1, moment) != 0;  // read reports failures
 }
 
 }

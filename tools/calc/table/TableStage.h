@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableStage.h - one expression over the rows of a batch: reads columns of the table and results of earlier stages.
+// TableStage.h - an expression over the rows of a batch. It reads columns of the table and results of earlier stages.
 #pragma once
 
 #include "tools/calc/Calculator.h"
@@ -17,7 +17,7 @@
 class TableStage
 {
 public:
-    /// What a name in the expression stands for.
+    /// What a name in the expression refers to.
     struct Source
     {
         std::wstring name;
@@ -25,11 +25,11 @@ public:
         bool isStage;
     };
 
-    /// @param options  outlives the stage
+    /// @param options  must outlive the stage
     /// @param name     of its results
     TableStage(const Options& options, std::string expression, std::string name);
 
-    /// The names that the expression may read have to be defined before it is compiled.
+    /// Names that the expression may read must be defined before it is compiled.
     Calculator& calculator() { return compiled; }
     const std::string& expression() const { return text; }
     const std::string& name() const { return resultName; }
@@ -37,14 +37,14 @@ public:
     void setSources(std::vector<Source> newSources) { sources = std::move(newSources); }
     const std::vector<Source>& readsFrom() const { return sources; }
 
-    /// @param stages  all of them, this one behind those that it reads
+    /// @param stages  all stages, this one after those that it reads
     void evaluate(const TableBatch& batch, const std::deque<TableStage>& stages);
 
-    /// Whether the expression has no value for a row whose cells are in order.
+    /// Whether the expression has no value for a well-formed row.
     bool isRefused(std::size_t row) const;
     const VALTYPE& result(std::size_t row) const { return results[row]; }
 
-    /// Why the expression has no value for a row: what it says when it is computed for this row alone.
+    /// Why the expression has no value for a row: the error of evaluating it for this row alone.
     std::string refusal(const TableBatch& batch, const std::deque<TableStage>& stages, std::size_t row) const;
 
 private:
@@ -63,6 +63,6 @@ private:
     std::vector<std::uint32_t> status;
 };
 
-/// Gives a calculator the names of the host.
-/// @return what went wrong; empty where nothing did
+/// Defines the names of the host in a calculator.
+/// @return an error message; empty on success
 std::string defineHostNames(Calculator& calculator, const Options& options);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableWorker.cpp - rows of a block go through in batches. A batch passes one stage after the other.
+// TableWorker.cpp - computes the rows of a block in batches. Each batch passes all stages in order.
 #include "tools/calc/table/TableWorker.h"
 
 #include "tools/calc/table/CellValue.h"
@@ -21,7 +21,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// Messages have one place in a process.
+/// The message display belongs to the whole process.
 std::mutex messages;
 
 std::string cellsText(std::size_t count)
@@ -90,7 +90,7 @@ TableResult TableWorker::compute(std::string_view rows, std::uint64_t firstLine)
     return result;
 }
 
-/// The row as it stands, with as many cells as the headings have.
+/// The row as it is, with as many cells as there are headings.
 std::string TableWorker::textOfRow(const TableReader& reader) const
 {
     std::string text(reader.rowText());
@@ -104,7 +104,7 @@ std::string TableWorker::textOfRow(const TableReader& reader) const
 }
 
 /// Reads the cells that the expressions use.
-/// @return what is wrong with the row; empty where nothing is
+/// @return what is wrong with the row; empty if nothing is
 std::string TableWorker::readRow(const std::vector<std::string_view>& cells)
 {
     const auto isEmpty = [](std::string_view cell) { return withoutBlanks(cell).empty(); };
@@ -127,7 +127,7 @@ std::string TableWorker::readRow(const std::vector<std::string_view>& cells)
     return {};
 }
 
-/// Evaluates the rows of the batch, writes them, and empties it.
+/// Evaluates the rows of the batch, writes their results, and empties it.
 void TableWorker::finishBatch(TableResult& result)
 {
     for (TableStage& stage : tableStages)
@@ -159,7 +159,7 @@ bool TableWorker::isKept(std::size_t row) const
     return !options.table->where || tableStages.front().result(row).x != 0.0;
 }
 
-/// Why a row has no results; empty where it has, and where it is left out.
+/// Why a row has no results; empty if it has some or is left out.
 std::string TableWorker::complaintOf(std::size_t row) const
 {
     if (batch.isBroken(row))
@@ -206,7 +206,7 @@ void TableWorker::writeJson(std::string& output, std::size_t row, bool isBroken)
     output += line.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
-/// A number needs no quotes: its marks separate nothing.
+/// A number needs no quotes: it contains no separator.
 void TableWorker::writeValue(std::string& output, const VALTYPE& value) const
 {
     const std::uint32_t digits = options.digits.value_or(exactDigits);

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableWorker.h - computes blocks of a table, one after the other: rows in, text and complaints out. Workers share nothing
-// that changes, so that each may have a thread of its own.
+// TableWorker.h - computes blocks of a table one after the other: rows in, text and error messages out. Workers share
+// no mutable state, so each may have its own thread.
 #pragma once
 
 #include "tools/calc/options/Options.h"
@@ -17,39 +17,39 @@
 #include <string_view>
 #include <vector>
 
-/// What all blocks have in common.
+/// Properties that all blocks share.
 struct TableLayout
 {
     char separator = ',';
-    std::size_t headingCells = 0;      ///< Of the line of headings.
-    std::size_t headings = 0;          ///< Without empty ones at its end.
-    std::vector<TableColumn> columns;  ///< That expressions read.
+    std::size_t headingCells = 0;      ///< Number of cells in the line of headings.
+    std::size_t headings = 0;          ///< Number of headings without empty ones at the end.
+    std::vector<TableColumn> columns;  ///< The columns that expressions read.
 };
 
 struct TableResult
 {
     std::string output;
-    std::string complaints;  ///< A line for each broken row.
+    std::string complaints;  ///< One line per broken row.
     std::uint64_t rowCount = 0;
     std::uint64_t brokenCount = 0;
-    bool isLast = false;  ///< Whether a broken row ends the work.
+    bool isLast = false;  ///< Whether a broken row ended the work.
 };
 
 class TableWorker
 {
 public:
-    /// @param options  outlives the worker, as does the layout
-    /// @param stages   one for each expression, that of --where first
+    /// @param options  must outlive the worker, as must the layout
+    /// @param stages   one per expression, that of --where first
     TableWorker(const Options& options, const TableLayout& layout, std::deque<TableStage> stages);
     TableWorker(const TableWorker&) = delete;
     TableWorker& operator=(const TableWorker&) = delete;
-    /// Each stage has put itself in the place of the one before it for messages, which has to be undone in turn.
+    /// Each stage has replaced the message display of the one before it, so they are destroyed in reverse order.
     ~TableWorker();
 
     const std::deque<TableStage>& stages() const { return tableStages; }
 
-    /// @param rows       whole ones
-    /// @param firstLine  on which they begin
+    /// @param rows       whole rows
+    /// @param firstLine  their first line
     TableResult compute(std::string_view rows, std::uint64_t firstLine);
 
 private:

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Interrupt.cpp - Interrupt.h on Windows and on POSIX systems.
+// Interrupt.cpp - Interrupt.h for Windows and for POSIX systems.
 
 #include "tools/calc/terminal/Interrupt.h"
 

@@ -1,20 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Interrupt.h - Ctrl-C as something to ask for, so that work that takes long can end in order.
+// Interrupt.h - makes Ctrl-C a condition to poll, so that long work can end in order.
 #pragma once
 
-/// From now on the first Ctrl-C is only noted, and ends a read from a file or terminal that waits; the second one ends
-/// the program.
+/// From now on, the first Ctrl-C is recorded, and ends a pending read from a file or terminal; the second one ends the
+/// program.
 void noteInterrupts();
 
 bool wasInterrupted();
 
-/// From now on no Ctrl-C ends the program: each is noted for takeInterrupt, and ends a read that waits. Not on Windows.
+/// From now on, Ctrl-C never ends the program: each one is recorded for takeInterrupt, and ends a pending read. Not on
+/// Windows.
 void noteEveryInterrupt();
 
-/// Whether there was a Ctrl-C since the last call.
+/// Whether Ctrl-C was pressed since the last call.
 bool takeInterrupt();
 
-/// From now on writing to a pipe that nobody reads any more fails, instead of ending the program without a word.
+/// From now on, writing to a pipe without a reader fails, instead of ending the program silently.
 void failOnClosedPipes();

@@ -16,19 +16,19 @@ namespace {
 
 #if !defined(_WIN32)
 
-/// @return whether the user has seen it
+/// @return whether the text has been shown
 bool showIn(const char* pager, const std::string& text)
 {
-    // What "less" shows otherwise of colours and of texts that fit is for the user's own LESS to say.
+    // The user's own LESS variable wins, for colours and short texts.
     setenv("LESS", "FRX", 0);                     // NOLINT(concurrency-mt-unsafe): the prompt has one thread
-    failOnClosedPipes();                          // the user may leave the pager early
+    failOnClosedPipes();                          // the user may quit the pager early
     std::FILE* const stream = popen(pager, "w");  // NOLINT(cert-env33-c): the user's own command
     if (stream == nullptr)
     {
         return false;
     }
     std::fwrite(text.data(), 1, text.size(), stream);
-    constexpr int notFound = 127;  // as a shell has it
+    constexpr int notFound = 127;  // exit status of a shell
     const int status = pclose(stream);
     return !WIFEXITED(status) || WEXITSTATUS(status) != notFound;
 }

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Pager.h - long lists on a terminal, a page at a time.
+// Pager.h - shows long lists on a terminal page by page.
 #pragma once
 
 #include <string>
 
-/// Writes the text to standard output. Where that is a terminal with fewer lines, it goes through $PAGER, or else less,
-/// or else as it is.
+/// Writes the text to standard output. If that is a terminal with too few lines, the text goes through $PAGER,
+/// otherwise through less, otherwise directly.
 void showPaged(const std::string& text);

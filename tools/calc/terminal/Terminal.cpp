@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Terminal.cpp - Terminal.h on Windows and on POSIX systems.
+// Terminal.cpp - Terminal.h for Windows and for POSIX systems.
 
 #include "tools/calc/terminal/Terminal.h"
 

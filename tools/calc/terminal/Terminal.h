@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Terminal.h - whether a user sits at the other end, and how much fits on a line there.
+// Terminal.h - whether a stream is a terminal, and the terminal's size.
 #pragma once
 
 #include <cstddef>
@@ -10,8 +10,8 @@ bool standardInputIsTerminal();
 bool standardOutputIsTerminal();
 bool standardErrorIsTerminal();
 
-/// Of the terminal of standard output; 80 where there is none, or where it does not tell.
+/// Columns of the terminal at standard output; 80 if there is none or its width is unknown.
 std::size_t terminalColumns();
 
-/// The same for lines; 24.
+/// Lines of the terminal at standard output; 24 if there is none or its height is unknown.
 std::size_t terminalLines();

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TerminalStyle.cpp - the control sequences that all terminals with colours share.
+// TerminalStyle.cpp - uses control sequences that all colour terminals support.
 #include "tools/calc/terminal/TerminalStyle.h"
 
 #include <cstdlib>

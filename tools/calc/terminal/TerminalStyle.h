@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TerminalStyle.h - what a person sees of answers: how wide lines are, whether they have colours, how many digits values
-// have.
+// TerminalStyle.h - how answers are shown to a person: line width, colours, digits of values.
 #pragma once
 
 #include "tools/calc/text/ValueText.h"
@@ -14,16 +13,16 @@
 
 struct TerminalStyle
 {
-    std::size_t columns = 1000;  ///< Of the terminal; as wide as this, nothing is cut for its sake.
+    std::size_t columns = 1000;  ///< Of the terminal; at the default, nothing is shortened.
     bool coloured = false;
-    bool atPrompt = false;               ///< Whether the prompt's commands can be typed.
-    bool isTerminal = false;             ///< Whether a person reads what is said beside the values.
+    bool atPrompt = false;               ///< Whether prompt commands are available.
+    bool isTerminal = false;             ///< Whether a person reads the notes beside the values.
     std::uint32_t digits = usualDigits;  ///< Of values.
 
-    /// What is wrong, in red.
+    /// Formats an error in red.
     std::string failure(std::string_view text) const;
 };
 
-/// Whether output to a terminal is coloured: not where the user has set NO_COLOR, and not where TERM says that the
-/// terminal is a plain one or does not say anything.
+/// Whether to colour output to a terminal: not if the user has set NO_COLOR, and not if TERM names a plain terminal or
+/// is not set.
 bool coloursWelcome();

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CharacterWidth.cpp - by the tables of utf8proc, which are Unicode's.
+// CharacterWidth.cpp - uses the tables of utf8proc, which come from Unicode.
 #include "tools/calc/text/DisplayWidth.h"
 
 #include <algorithm>

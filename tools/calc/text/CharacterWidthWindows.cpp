@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CharacterWidthWindows.cpp - by the system's own tables, which tell the kind of each UTF-16 unit. Of the characters
-// beyond 16 bits they tell nothing; there, the planes of ideographs and the blocks of emoji are wide.
+// CharacterWidthWindows.cpp - uses the system's tables, which classify UTF-16 units. They do not cover characters
+// beyond 16 bits; of these, the planes of ideographs and the blocks of emoji are wide.
 #include "tools/calc/text/DisplayWidth.h"
 
 #include <windows.h>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DisplayWidth.cpp - the sum over the characters. What a terminal makes of several that join to one picture differs from
-// terminal to terminal, so that the sum is the best guess there is.
+// DisplayWidth.cpp - adds up the widths of the characters. Terminals disagree on characters that join to one image, so
+// the sum is the best available estimate.
 #include "tools/calc/text/DisplayWidth.h"
 
 #include <utf8.h>

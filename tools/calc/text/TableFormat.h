@@ -1,21 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableFormat.h - how a table is written: what stands between its cells.
+// TableFormat.h - the format of a table: separators and quotes.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
 
-/// The separator that the line of headings shows: the comma, semicolon or tabulator that occurs most outside of quotes; a
-/// comma where none does.
+/// Guesses the separator from the headings: the comma, semicolon or tab that occurs most outside quotes; a comma if
+/// there is none.
 char guessSeparator(std::string_view headings);
 
-/// ",", ";" or "tab".
+/// The separator of the option's value ",", ";" or "tab".
 std::optional<char> separatorFrom(std::string_view text);
-/// For people.
+/// The separator's name for messages.
 std::string separatorName(char separator);
 
-/// A cell as RFC 4180 has it: in quotes where it has to be.
+/// Appends a cell in the format of RFC 4180: in quotes if necessary.
 void appendCell(std::string& row, std::string_view cell, char separator);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Utf8.cpp - the conversions, for wide characters of 16 bits (Windows) and of 32.
+// Utf8.cpp - the conversions, for wide characters of 16 bits (Windows) and 32 bits.
 
 #include "tools/calc/text/Utf8.h"
 
@@ -25,7 +25,7 @@ bool isTrailingSurrogate(wchar_t unit)
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-/// Whether a code point can be written as UTF-8 at all.
+/// Whether a code point can be encoded in UTF-8.
 bool isCharacter(char32_t point)
 {
     return point <= 0x10FFFF && (point < 0xD800 || point > 0xDFFF);

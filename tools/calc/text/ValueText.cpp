@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ValueText.cpp - numbers and points as text.
+// ValueText.cpp - formats numbers and points.
 
 #include "tools/calc/text/ValueText.h"
 

@@ -17,8 +17,8 @@ std::string unitAnswer(std::string_view text, std::uint32_t digits)
     {
         return {};
     }
-    // Numbers and conversions alone: whatever the session's names, and without a failure to catch but a divisor of 0,
-    // which answers false.
+    // Contains only numbers and conversions, so the session's names do not matter. The only possible failure is a
+    // divisor of 0, which returns false.
     MathExpression object(false, nullptr);
     const MessageRecorder muffled;
     VALTYPE value;

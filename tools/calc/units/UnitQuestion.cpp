@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// UnitQuestion.cpp - a small grammar of its own: quantities, each a number and a unit, then perhaps "to" and a unit.
+// UnitQuestion.cpp - parses quantities, each a number and a unit, then optionally "to" and a unit.
 #include "tools/calc/units/UnitQuestion.h"
 
 #include "tools/calc/text/Utf8.h"
@@ -17,7 +17,7 @@ namespace {
 constexpr std::string_view digits = "0123456789";
 constexpr std::string_view blanks = " \t";
 
-/// The longest text that is looked at, and the most words in the name of a unit.
+/// Upper bounds on the length of a text, and on the words in the name of a unit.
 constexpr std::size_t maxLength = 200;
 constexpr std::size_t maxWords = 2;
 
@@ -27,7 +27,7 @@ struct Quantity
     const UnitName* unit;
 };
 
-/// Reads the text from its beginning; each function takes what it finds, or leaves everything.
+/// Parses the text from its beginning. Each function consumes what it finds, or nothing.
 class Reader
 {
 public:
@@ -35,7 +35,7 @@ public:
 
     bool isAtEnd() const { return rest.empty(); }
 
-    /// Such as 5, 2.5, 7/8, 6-7/8 and 6 7/8.
+    /// A number such as 5, 2.5, 7/8, 6-7/8 and 6 7/8.
     std::optional<std::string> number()
     {
         const std::string whole = decimal();
@@ -59,7 +59,7 @@ public:
         return whole;
     }
 
-    /// The longest name that the next words are.
+    /// The unit with the longest name that matches the next words.
     const UnitName* unit()
     {
         for (std::size_t count = maxWords; count != 0; --count)
@@ -118,7 +118,7 @@ private:
         return found;
     }
 
-    /// So many words from here on, without blanks behind them. A mark such as ' is a word, and ends the one before it.
+    /// The next words, without blanks after them. A mark such as ' is a word, and ends the word before it.
     std::string_view words(std::size_t count) const
     {
         std::size_t end = 0;
@@ -157,7 +157,7 @@ const UnitName* usualTarget(const UnitName& unit)
     }
 }
 
-/// The marks of feet and inches as a keyboard has them.
+/// Replaces typographic marks of feet and inches by those of the keyboard.
 std::string withPlainMarks(std::string text)
 {
     struct Mark

@@ -1,20 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// UnitQuestion.h - a text that is no expression but says what is wanted, as other calculators understand it, and the
-// expression that computes it here.
+// UnitQuestion.h - recognises questions about units that other calculators understand, and builds the expression that
+// computes them.
 //
 //     3 inch to mm      i2mm(3)                 5'6"         f2mm(5)+i2mm(6)
 //     90 deg to rad     d2r(90)                 11'6-7/8"    f2mm(11)+i2mm(6+7/8)
 //
-// It is a suggestion to the user, who learns the name: nothing is computed in the place of what was typed.
+// The expression is only a suggestion, which teaches the user the function's name: it is not computed instead of what
+// was typed.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
 
-/// Nothing where a word is no unit, where the units measure different things, and where there is nothing to convert.
-/// Without a target, lengths become millimetres, and millimetres inches.
+/// Nothing if a word is not a unit, the units measure different quantities, or there is nothing to convert. Without a
+/// target, lengths are converted to millimetres, and millimetres to inches.
 /// @param text  UTF-8
 std::optional<std::string> expressionForUnits(std::string_view text);

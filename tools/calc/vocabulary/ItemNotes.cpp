@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ItemNotes.cpp - a row for each operator and function but the conversions, whose notes follow from their units.
+// ItemNotes.cpp - one row for each operator and function except conversions, whose notes follow from their units.
 #include "tools/calc/vocabulary/ItemNotes.h"
 
 #include "tools/calc/text/Utf8.h"
@@ -18,8 +18,8 @@ struct Row
     const char* units;
     const char* domain;
     const char* example;
-    const char* refused;  // one expression, or two with a blank between them
-    const char* points;   // expressions with a blank between them
+    const char* refused;  // one expression, or two separated by a blank
+    const char* points;   // expressions separated by blanks
 };
 
 // clang-format off

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ItemNotes.h - what a reader wants to know about an item of the vocabulary beyond its own strings: units, domain and
-// expressions that show it. Only what cannot be computed is written down; what the expressions yield is not.
+// ItemNotes.h - notes on an item of the vocabulary beyond its own strings: units, domain and example expressions.
+// Values of the examples are computed, not stored.
 #pragma once
 
 #include "mathexpr/Vocabulary.h"
@@ -13,14 +13,14 @@
 
 struct ItemNotes
 {
-    std::string units;                  ///< Of the arguments and the result; empty where there are none.
-    std::string domain;                 ///< What the item accepts.
-    std::vector<std::string> examples;  ///< Expressions that work; all texts are UTF-8.
-    std::vector<std::string> refused;   ///< Expressions that the item refuses, one for each message that it shows.
-    std::vector<std::string> points;    ///< The item with points among its arguments.
+    std::string units;                  ///< Of the arguments and the result; empty if there are none.
+    std::string domain;                 ///< Accepted arguments.
+    std::vector<std::string> examples;  ///< Valid expressions; all texts are UTF-8.
+    std::vector<std::string> refused;   ///< Expressions that the item refuses, one per message.
+    std::vector<std::string> points;    ///< Uses of the item with points.
 };
 
 ItemNotes notesOf(const mathexpr::VocabularyItem& item);
 
-/// "Length conversions" and the like.
+/// The title, such as "Length conversions".
 std::string_view familyTitle(mathexpr::VocabularyFamily family);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// UnitNames.h - looks up the units of the vocabulary's conversions, by all that people call them.
+// UnitNames.h - finds the units of the vocabulary's conversions by any of their names.
 #pragma once
 
 #include "mathexpr/VocabularyUnits.h"
@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-/// As mathexpr::VocabularyUnit, in UTF-8.
+/// mathexpr::VocabularyUnit in UTF-8.
 struct UnitName
 {
     mathexpr::VocabularyFamily family;
@@ -23,10 +23,10 @@ struct UnitName
 
 const std::vector<UnitName>& unitNames();
 
-/// The unit that people call so, whatever the case of its letters; null where there is none.
+/// The unit with that name, ignoring case; null if there is none.
 const UnitName* unitCalled(std::string_view name);
 
-/// The unit with that symbol; null where there is none.
+/// The unit with that symbol; null if there is none.
 const UnitName* unitOfSymbol(std::string_view symbol);
 
 /// The units of a conversion function.
@@ -36,11 +36,11 @@ struct Conversion
     const UnitName* to;
 };
 
-/// Nothing where the item is no conversion between two of these units.
+/// Nothing if the item is not a conversion between two of these units.
 std::optional<Conversion> conversionOf(const mathexpr::VocabularyItem& item);
 
-/// Such as "inch to millimetre".
+/// A text such as "inch to millimetre".
 std::string conversionText(const Conversion& conversion);
 
-/// Whether two texts differ in the case of the letters A to Z alone.
+/// Whether two texts are equal, ignoring the case of A to Z.
 bool sameWord(std::string_view left, std::string_view right);

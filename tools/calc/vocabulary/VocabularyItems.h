@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// VocabularyItems.h - the vocabulary as a list, and its families as a user names them.
+// VocabularyItems.h - the vocabulary as a list, and the names of its families.
 #pragma once
 
 #include "mathexpr/Vocabulary.h"
@@ -9,14 +9,14 @@
 #include <string_view>
 #include <vector>
 
-/// In the order in which the items are registered.
+/// In the order of registration.
 const std::vector<mathexpr::VocabularyItem>& vocabularyItems();
 
 struct FamilyName
 {
     mathexpr::VocabularyFamily family;
-    std::string_view name;  ///< One word.
+    std::string_view name;  ///< A single word.
 };
 
-/// In the order in which they are listed.
+/// In the order of listing.
 const std::vector<FamilyName>& familyNames();

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// VocabularyReport.cpp - walks the exported vocabulary and computes the expressions of the notes.
+// VocabularyReport.cpp - prints the exported vocabulary and evaluates the notes' expressions.
 #include "tools/calc/vocabulary/VocabularyReport.h"
 
 #include "mathexpr/Diagnostics.h"
@@ -74,7 +74,7 @@ Json itemJson(const mathexpr::VocabularyItem& item)
             {"constant", item.constant}};
 }
 
-/// How a person would name the item.
+/// The item as a person would write it.
 std::string headOf(const mathexpr::VocabularyItem& item)
 {
     return item.kind == mathexpr::VocabularyKind::Constant ? toUtf8(item.symbol) : toUtf8(item.help);
@@ -85,12 +85,12 @@ std::string tailOf(const mathexpr::VocabularyItem& item)
     return item.kind == mathexpr::VocabularyKind::Constant ? numberText(item.value) : toUtf8(item.description);
 }
 
-/// An expression and what comes of it, in words that hold in both modes of the library.
+/// An expression and its outcome, in words that hold in both modes of the library.
 struct Computed
 {
     std::string expression;
     std::string outcome;  ///< The value, "message 10" or "exception 15".
-    std::string reason;   ///< Why it fails, in the user's language; empty where it does not.
+    std::string reason;   ///< Why it fails, in the user's language; empty on success.
 };
 
 /// @param digits  of the value
@@ -107,7 +107,7 @@ Computed compute(const std::string& expression, std::uint32_t digits)
     }
     catch (const mathexpr::ParsingException&)
     {
-        // The diagnostic tells more.
+        // The diagnostic has more details.
     }
     if (done)
     {
@@ -202,8 +202,7 @@ void printDescription(const mathexpr::VocabularyItem& item)
     printComputed("Points", notes.points);
 }
 
-/// Up to three names that have the most characters at the beginning in common with a name, in the order of the
-/// vocabulary.
+/// Up to three names with the longest common beginning with a name, in the order of the vocabulary.
 std::vector<std::wstring> namesThatBeginAlike(const std::wstring& name)
 {
     std::vector<std::wstring> alike;
@@ -227,7 +226,7 @@ std::vector<std::wstring> namesThatBeginAlike(const std::wstring& name)
     return alike;
 }
 
-/// The names that a misspelt one may mean, as the library suggests them for an unknown name in an expression.
+/// The names that the library suggests for this name if it is unknown in an expression.
 std::vector<std::wstring> nearestNames(const std::wstring& name)
 {
     MathExpression object(true, nullptr);
@@ -272,17 +271,17 @@ void complain(const std::string& name)
     std::cerr << '\n';
 }
 
-/// Lines as wide as the terminal; in a pipe, where programs read them, as wide as they are.
+/// The terminal's width; in a pipe, lines are not wrapped.
 std::size_t lineWidth()
 {
     return standardOutputIsTerminal() ? terminalColumns() : std::string::npos;
 }
 
-/// A line of a list: a text behind what stands in columns, which goes on below its own beginning. On a narrow terminal all
-/// of it stands below the columns.
+/// A line of a list: columns followed by a text, whose further lines are indented below it. On a narrow terminal the
+/// whole text is below the columns.
 std::string listLine(const std::string& columns, std::string_view text)
 {
-    constexpr std::size_t least = 20;  // columns for the text
+    constexpr std::size_t least = 20;  // for the text
     constexpr std::size_t indentation = 6;
     const std::size_t width = lineWidth();
     const std::size_t taken = displayWidth(columns);
@@ -294,8 +293,8 @@ std::string listLine(const std::string& columns, std::string_view text)
     return columns + wrapped(text, taken, taken, width) + '\n';
 }
 
-/// Items as lines of a list, in columns. The units of a conversion stand before its description: some of the
-/// descriptions, which are prescribed, name other units.
+/// Items as lines of a list. A conversion's units precede its description, because some descriptions are fixed and name
+/// other units.
 std::string listLines(const std::vector<mathexpr::VocabularyItem>& items)
 {
     std::size_t unitsWidth = 0;

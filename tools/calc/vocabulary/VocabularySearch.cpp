@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// VocabularySearch.cpp - every word of the question is weighed against every item; an item that lacks one is out.
+// VocabularySearch.cpp - weighs every word of the query against every item; an item must match all words.
 #include "tools/calc/vocabulary/VocabularySearch.h"
 
 #include "tools/calc/text/Utf8.h"
@@ -33,7 +33,7 @@ std::vector<std::string_view> wordsOf(std::string_view text)
     return words;
 }
 
-/// How well a word fits a text; the numbers only order what is found.
+/// How well a word matches a text; only the order of the numbers matters.
 int weightIn(std::string_view text, std::string_view word)
 {
     int weight = 0;
@@ -49,7 +49,7 @@ bool isCalled(const UnitName& unit, std::string_view word)
     return unitCalled(word) == &unit;
 }
 
-/// The weight of a word for an item; 0 where they have nothing in common.
+/// The weight of a word for an item; 0 if it does not match.
 int weightOf(const mathexpr::VocabularyItem& item, std::string_view word)
 {
     const std::string symbol = toUtf8(item.symbol);
@@ -93,7 +93,7 @@ std::vector<FoundGroup> conversionsOf(const UnitName& unit)
     return {from, to};
 }
 
-/// The conversion that a question such as "inch to mm" names.
+/// The conversion named by a query such as "inch to mm".
 std::vector<FoundGroup> conversionBetween(std::string_view question)
 {
     for (const std::string_view preposition : {" to ", " in ", " into "})

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// VocabularySearch.h - finds items of the vocabulary by what people call things: symbols, units in all their spellings, and
-// words of the notes and descriptions.
+// VocabularySearch.h - finds items of the vocabulary by symbols, by all names of units, and by words of notes and
+// descriptions.
 #pragma once
 
 #include "mathexpr/Vocabulary.h"
@@ -17,7 +17,7 @@ struct FoundGroup
     std::vector<mathexpr::VocabularyItem> items;
 };
 
-/// The best first. A unit by itself finds two groups, what comes from it and what goes to it. Several words find what has to
-/// do with all of them. Empty where nothing is found.
+/// The best first. A unit alone finds two groups: conversions from it and conversions to it. An item must match all
+/// words. Empty if nothing is found.
 /// @param words  UTF-8
 std::vector<FoundGroup> searchVocabulary(std::string_view words);
