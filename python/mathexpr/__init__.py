@@ -7,8 +7,8 @@
 >>> mathexpr.evaluate("3*[1,2,0.5]")
 Point(x=3.0, y=6.0, z=1.5)
 
-`evaluate` computes one text. An `Expression` is compiled once and evaluated as often as wanted, for single values or
-with NumPy for whole arrays, and keeps variables. A text that is wrong raises a `MathExprError`, which tells where.
+`evaluate` computes one text. An `Expression` is compiled once and evaluated any number of times, for single values or,
+with NumPy, for whole arrays, and keeps variables. An invalid text raises a `MathExprError` with the position.
 """
 
 from ._editor import Completion, Hover, Token

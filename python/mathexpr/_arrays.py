@@ -3,9 +3,9 @@
 
 """Bulk evaluation over arrays of any kind.
 
-In: a session with a compiled text, names and their values. Out: an array of float64, or the same kind of table or masked
-array as the values are. Arrays of aligned float64 are read and written where they are; others are converted in blocks of
-rows. Everything that an array may not be is told before anything is written.
+Input: a session with a compiled text, names and their values. Output: an array of float64, or a table or masked array if
+the values are of that kind. Aligned arrays of float64 are used in place; others are converted in blocks of rows. Unusable
+arrays raise an exception before anything is written.
 """
 
 from __future__ import annotations
@@ -26,14 +26,14 @@ from ._values import Point
 
 _native.use_arrays(np.ndarray, np.empty)
 
-# Converted at a time: large enough to hide what a block costs, small enough for the cache. Threads divide a block.
+# Rows converted at a time: large enough to hide the cost per block, small enough for the cache. Threads share a block.
 _ROWS_PER_BLOCK = 1 << 15
 
 _SHAPES = "the shape (n,) for numbers or (n, 3) for points"
 
 
 class _Input:
-    """A value of a variable: an array of numbers in whatever form, or one value for all rows."""
+    """The values of a variable: an array-like of numbers, or one value for all rows."""
 
     __slots__ = ("array", "index", "is_masked", "is_point", "mask", "name", "rows", "scalar", "what")
 
@@ -43,7 +43,7 @@ class _Input:
         self.array: Any = None
         self.scalar: Any = None
         self.mask: NDArray[np.bool_] | None = None  #: True where a row has no value.
-        self.is_masked = False  #: The result is to be a masked array.
+        self.is_masked = False  #: The result becomes a masked array.
         self.index: Any = None  #: Of a pandas Series or DataFrame.
         self.rows: tuple[int, ...] = ()  #: The shape without the coordinates of points.
         self.is_point = bool(is_point)
@@ -62,7 +62,7 @@ class _Input:
         self._check(is_point, copy)
 
     def _adopt(self, value: Any) -> None:
-        """Takes an array out of what holds one."""
+        """Extracts the array from a container."""
         pandas = sys.modules.get("pandas")
         if pandas is not None and isinstance(value, (pandas.Series, pandas.DataFrame)):
             self.index = value.index
@@ -105,7 +105,7 @@ class _Input:
             self.mask = self.mask.any(axis=-1)
 
     def spread(self, rows: tuple[int, ...]) -> Any:
-        """The array over all rows, or the one value."""
+        """The array broadcast to all rows, or the one value."""
         if self.array is None:
             return self.scalar
         return np.broadcast_to(self.array, (*rows, 3) if self.is_point else rows)
@@ -115,7 +115,7 @@ _SAY_POINTS = "say which arguments are points with points="
 
 
 def _is_direct(array: Any, rows: tuple[int, ...], is_point: bool) -> bool:
-    """Whether the library takes an array as it is."""
+    """Whether the library accepts an array without conversion."""
     return bool(
         len(rows) == 1
         and array.shape[0] == rows[0]
@@ -145,7 +145,7 @@ def evaluate(
     copy: bool = True,
     what: str = "the argument",
 ) -> Any:
-    """See `Expression.evaluate_arrays` and `Function`. A point of None is one where its array has the shape (n, 3)."""
+    """See `Expression.evaluate_arrays` and `Function`. With None in points, an array of shape (n, 3) holds points."""
     if not isinstance(threads, int) or not 1 <= threads <= 0xFFFFFFFF:
         raise ValueError(f"threads is {threads!r}; it is a whole number from 1 on")
     inputs = [_Input(name, value, point, copy, what) for name, value, point in zip(names, values, points)]
@@ -185,7 +185,7 @@ def _check_out(out: object) -> None:
 
 
 def _common_rows(inputs: list[_Input], out: Any, where: Any, copy: bool) -> tuple[int, ...]:
-    """The shape of the rows, which all arrays are spread over. out has it, or 3 coordinates for each row."""
+    """The common shape of the rows, to which all arrays are broadcast. out has that shape, or 3 coordinates per row."""
     shapes = {input.what: input.rows for input in inputs if input.array is not None}
     if where is not True:
         shapes["where"] = np.shape(where)
@@ -208,7 +208,7 @@ def _common_rows(inputs: list[_Input], out: Any, where: Any, copy: bool) -> tupl
 
 
 def _spread(*shapes: tuple[int, ...]) -> tuple[int, ...] | None:
-    """The shape that arrays are broadcast to; None where there is none."""
+    """The shape to which shapes are broadcast; None if they are incompatible."""
     try:
         return np.broadcast_shapes(*shapes)
     except ValueError:
@@ -233,7 +233,7 @@ def _common_index(inputs: list[_Input]) -> Any:
 
 
 def _common_mask(inputs: list[_Input], rows: tuple[int, ...]) -> NDArray[np.bool_] | None:
-    """Which rows have no value, as an array of all rows; None where no input says so."""
+    """Which rows have a missing value, as an array over all rows; None if no input is masked."""
     masks = [input.mask for input in inputs if input.mask is not None]
     if not masks:
         return None
@@ -244,7 +244,7 @@ def _common_mask(inputs: list[_Input], rows: tuple[int, ...]) -> NDArray[np.bool
 
 
 def _chosen(where: Any, mask: NDArray[np.bool_] | None, rows: tuple[int, ...]) -> NDArray[np.bool_] | None:
-    """Which rows are computed; None for all."""
+    """Which rows to compute; None for all."""
     if where is not True:
         given = np.asarray(where)
         if given.dtype != np.bool_:
@@ -255,7 +255,7 @@ def _chosen(where: Any, mask: NDArray[np.bool_] | None, rows: tuple[int, ...]) -
 
 
 def _as_given(result: Any, rows: tuple[int, ...], index: Any, mask: Any, is_masked: bool) -> Any:
-    """The result as a Series or DataFrame, a masked array, or the array."""
+    """The result as a Series, a DataFrame, a masked array, or an array."""
     if index is not None:
         pandas = sys.modules["pandas"]
         if result.shape != rows:
@@ -272,7 +272,7 @@ def _as_given(result: Any, rows: tuple[int, ...], index: Any, mask: Any, is_mask
 
 
 class _Run:
-    """One evaluation over rows: which failed, and where the values come from."""
+    """One evaluation over rows: its inputs, and the failed rows."""
 
     def __init__(
         self,
@@ -307,7 +307,7 @@ class _Run:
         return out
 
     def chosen_rows(self, out: Any, chosen: NDArray[np.bool_], mask: Any) -> Any:
-        """Computes the rows that are chosen, and leaves the others of out as they are."""
+        """Computes the chosen rows; the others of out are unchanged."""
         columns = [input.spread(self._rows) for input in self._inputs]
         packed = [
             input.scalar if input.array is None else np.ascontiguousarray(column[chosen], np.float64)
@@ -328,7 +328,7 @@ class _Run:
         return out
 
     def flat_columns(self) -> list[Any]:
-        """The columns row by row, for the values of one of them."""
+        """The columns with a flat row index, to look up the values of a row."""
         columns = [input.spread(self._rows) for input in self._inputs]
         return [
             column if input.array is None else _FlatRows(column, self._rows)
@@ -336,7 +336,7 @@ class _Run:
         ]
 
     def _make(self, columns: list[Any], out: Any) -> Any:
-        """The array for the results: of numbers or of points, which a trial of the first rows tells."""
+        """The array for the results. Evaluating the first rows shows whether they are numbers or points."""
         if out is not None:
             return out
         kind = None
@@ -347,7 +347,7 @@ class _Run:
         return np.empty((*self._rows, 3) if kind else self._rows)
 
     def _converted(self, columns: list[Any], block: tuple[Any, ...]) -> tuple[tuple[Any, ...], int]:
-        """A block of rows of the columns, as the library takes them, and how many rows it has."""
+        """A block of the columns in the form that the library accepts, and its number of rows."""
         count = 0
         converted = []
         for input, column in zip(self._inputs, columns):
@@ -378,7 +378,7 @@ class _Run:
         self._done_count += len(out)
 
     def _check_overlap(self, columns: list[Any], out: Any) -> None:
-        """A result may go where its own row's number stands, and nowhere else in a column."""
+        """Raises ValueError unless every result overlaps at most the number of its own row in a column."""
         for input, column in zip(self._inputs, columns):
             if input.array is None or not np.may_share_memory(column, out):
                 continue
@@ -397,7 +397,7 @@ class _Run:
 
 
 class _FlatRows:
-    """Rows of a column by number."""
+    """A column with a flat row index."""
 
     ndim = 1
 
@@ -410,7 +410,7 @@ class _FlatRows:
 
 
 def _blocks(rows: tuple[int, ...], size: int) -> Iterator[tuple[Any, ...]]:
-    """Indices that divide rows of a shape, in their order, into blocks of at most so many.
+    """Indices that divide the rows of a shape, in order, into blocks of at most size rows.
 
     >>> list(_blocks((3, 4), 8))
     [(slice(0, 2, None),), (slice(2, 4, None),)]

@@ -3,8 +3,8 @@
 
 """Editor services: what an edit box needs while its user types an expression.
 
-In: any text, broken or half typed, and a cursor. Out: named tuples whose positions count characters. Nothing in the
-expression changes.
+Input: any text, also an incomplete or invalid one, and a cursor. Output: named tuples whose positions count characters.
+The expression does not change.
 """
 
 from __future__ import annotations
@@ -37,61 +37,61 @@ _VALUE_KINDS = ("unknown", "number", "point", "either")
 
 
 class Token(NamedTuple):
-    """A stretch of a text, as the compiler will take it."""
+    """A token: a span of the text, as the compiler reads it."""
 
     #: "number", "constant", "function", "variable", "host name", "unknown name", "operator", "bracket", "separator",
     #: "assigned name", "assignment sign", "blank", "shorthand" or "other".
     kind: str
     text: str
     start: int
-    depth: int  #: How many brackets are open around it.
-    partner: int | None  #: Of a bracket: the index of the token that it pairs with.
+    depth: int  #: Number of brackets open around the token.
+    partner: int | None  #: Of a bracket: the index of the matching one.
 
 
 class Completion(NamedTuple):
-    """What may be put at a cursor."""
+    """One proposal."""
 
     name: str
     kind: str  #: "constant", "function", "variable" or "host name".
     value_kind: str  #: "number", "point", "either" or "unknown".
     description: str  #: One line.
     value: Value | None  #: Of a constant or variable.
-    start: int  #: The stretch of the text that is replaced.
+    start: int  #: The span of the text to replace.
     length: int
-    replacement: str  #: A function is inserted as a call that works.
-    selection_start: int  #: What to select in the text afterwards: the arguments, to be typed over; else a place.
+    replacement: str  #: The name; of a function, a valid call.
+    selection_start: int  #: What to select after the edit: a call's arguments, otherwise an empty span.
     selection_length: int
 
     def apply(self, text: str) -> str:
-        """The text with the completion."""
+        """The text with the completion inserted."""
         return text[: self.start] + self.replacement + text[self.start + self.length :]
 
 
 class Hover(NamedTuple):
-    """What stands under a cursor. Texts are empty where there is nothing to say."""
+    """The token under a cursor. A text that does not apply is empty."""
 
-    kind: str  #: As of a `Token`.
+    kind: str  #: As in `Token`.
     start: int
     length: int
     name: str
     help: str  #: The usage of an operator or function.
     description: str  #: One line.
-    domain: str  #: The message of an argument that a function is not defined for.
-    unit: str  #: Of a function's argument.
-    example: str  #: A call of a function.
-    example_value: Value | None  #: What the example computes.
-    value: Value | None  #: Of a number, constant or name, of the call of a function, or of what a bracket encloses.
-    value_start: int  #: What has this value.
+    domain: str  #: The function's message for an argument outside its domain.
+    unit: str  #: Unit of a function's argument.
+    example: str  #: A valid call of the function.
+    example_value: Value | None  #: Value of the example.
+    value: Value | None  #: Of a number, a constant, a name, a function call or a bracketed part.
+    value_start: int  #: The part of the text that has this value.
     value_length: int
 
 
 class EditorServices:
-    """What `Expression` offers to an edit box."""
+    """The methods of `Expression` for an edit box."""
 
     _session: Session
 
     def tokens(self, text: str) -> list[Token]:
-        """The tokens of any text, which cover it without a gap.
+        """Splits a text into tokens, which cover it without gaps.
 
         >>> from mathexpr import Expression
         >>> [(token.kind, token.text) for token in Expression().tokens("2*sin(30")]
@@ -106,7 +106,7 @@ class EditorServices:
         return tokens
 
     def format(self, text: str) -> str:
-        """The text with even spacing. It compiles to the same program.
+        """Rewrites a text with uniform spacing. It compiles to the same program.
 
         >>> from mathexpr import Expression
         >>> Expression().format("max( 1,2 )*x+1")
@@ -115,14 +115,14 @@ class EditorServices:
         return self._session.format(text)
 
     def hover(self, text: str, cursor: int, *, ask_resolver: bool = False) -> Hover | None:
-        """What is under a cursor, or None where that is nothing or a blank.
+        """Describes the token under a cursor; None if there is no token, or only a blank.
 
         >>> from mathexpr import Expression
         >>> under = Expression("r", {"r": 2}).hover("2*pi*sqrt(r)", 6)
         >>> under.help, under.value
         ('sqrt(x)', 1.4142135623730951)
 
-        :param ask_resolver: whether names that nothing else knows may be looked up by the resolver
+        :param ask_resolver: whether the resolver may be called for names that are not known otherwise
         """
         found = self._session.hover(text, _byte_of(text, cursor), ask_resolver)
         start, length = _stretches(text)(*found[1:3])
@@ -133,15 +133,15 @@ class EditorServices:
     def complete(
         self, text: str, cursor: int | None = None, *, max_count: int = 200, recent: Iterable[str] = ()
     ) -> list[Completion]:
-        """What may stand at a cursor and would be accepted, the best first.
+        """Proposes items that would be accepted at a cursor, the best first.
 
         >>> from mathexpr import Expression
         >>> first = Expression("1", {"width": 2}).complete("3*wi")[0]
         >>> first.name, first.value, first.apply("3*wi")
         ('width', 2.0, '3*width')
 
-        :param cursor: the end of the text, unless given
-        :param recent: names that the user has chosen lately, the newest first
+        :param cursor: by default the end of the text
+        :param recent: recently chosen names, the newest first
         """
         if not 0 < max_count <= 0xFFFFFFFF:
             raise ValueError(f"max_count is {max_count}; it is a whole number from 1 on")
@@ -158,9 +158,9 @@ class EditorServices:
 
 
     def to_latex(self, text: str | None = None) -> str:
-        r"""A text, or the compiled one, as LaTeX for math mode with the package amsmath, as MathJax and KaTeX take it.
+        r"""Typesets a text, by default the compiled one, for LaTeX math mode with the package amsmath, MathJax or KaTeX.
 
-        What is no expression is set as it was typed, in the letters of a typewriter. A notebook shows an `Expression` so.
+        A text that is not an expression is set verbatim in a monospaced font. Notebooks show an `Expression` this way.
 
         >>> from mathexpr import Expression
         >>> print(Expression().to_latex("p_1/(1+x)^2"))
@@ -169,7 +169,7 @@ class EditorServices:
         return self._session.typeset(self._session.text if text is None else text, _native.MATHEXPR_NOTATION_LATEX)
 
     def to_mathml(self, text: str | None = None) -> str:
-        """The same as presentation MathML, one element ``<math>`` for a web page."""
+        """Typesets a text as presentation MathML: one ``<math>`` element for a web page."""
         return self._session.typeset(self._session.text if text is None else text, _native.MATHEXPR_NOTATION_MATHML)
 
     def _repr_latex_(self) -> str | None:
@@ -177,12 +177,12 @@ class EditorServices:
 
 
 def _byte_of(text: str, position: int) -> int:
-    """A position in the text's UTF-8. Negative ones count from the end, as in slices; those beyond an end are the end."""
+    """Converts a position to bytes of UTF-8. As in slices, negative positions count from the end, and all are clamped."""
     return len(text[:position].encode())
 
 
 def _stretches(text: str) -> Callable[[int, int], tuple[int, int]]:
-    """What turns the start and the length of a stretch in UTF-8 into those in characters."""
+    """Returns a function that converts start and length of a span from bytes of UTF-8 to characters."""
     if text.isascii():
         return lambda start, length: (start, length)
     characters = [index for index, character in enumerate(text) for _ in character.encode()]

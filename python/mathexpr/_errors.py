@@ -3,8 +3,8 @@
 
 """Exceptions.
 
-What is wrong with an expression brings a `MathExprError` with the diagnostic; what is wrong with an argument, such as an
-array of another type, brings Python's own TypeError or ValueError.
+An invalid expression raises a `MathExprError` with the diagnostic; an invalid argument, such as an array of the wrong
+type, raises Python's TypeError or ValueError.
 """
 
 from __future__ import annotations
@@ -20,7 +20,7 @@ _BLANKS = str.maketrans("\t\n\r", "   ")
 
 
 class Fix(NamedTuple):
-    """A correction: what to put in place of a stretch of the text. The text that this makes compiles."""
+    """A correction: replaces a span of the text. The corrected text compiles."""
 
     position: int
     length: int
@@ -36,7 +36,7 @@ class Fix(NamedTuple):
 
 
 class Diagnostic(NamedTuple):
-    """What went wrong, and where in the text. Positions count characters."""
+    """A failure and its position in the text. Positions count characters."""
 
     message: str  #: In the user's language, which the environment tells.
     message_number: int  #: 1 to 19; 0 where the library has no message for it.
@@ -56,7 +56,7 @@ class Diagnostic(NamedTuple):
 
     @property
     def caret(self) -> str:
-        """The text, and below it the mark of what is wrong.
+        """The text with carets below the failed span.
 
         >>> print(Diagnostic("no such function", 5, "1 + sine(30)", 4, 4).caret)
         1 + sine(30)
@@ -66,7 +66,7 @@ class Diagnostic(NamedTuple):
 
 
 class MathExprError(Exception):
-    """An expression that cannot be compiled or evaluated. Its diagnostic's members are its own, too.
+    """An expression cannot be compiled or evaluated. The members of the diagnostic are also members of the exception.
 
     >>> import mathexpr
     >>> try:
@@ -100,7 +100,7 @@ class MathExprError(Exception):
 
 
 class ParsingError(MathExprError):
-    """The text does not compile, or a point stands where a number is needed."""
+    """The text does not compile, or a function got a point for a number."""
 
 
 class DefinitionError(MathExprError):
@@ -116,9 +116,9 @@ class VariableNameError(MathExprError, ValueError):
 
 
 class RowsError(MathExprError):
-    """Rows of arrays that have no value. All others have been computed: nothing is lost.
+    """Some rows of the arrays have no value. All others have been computed.
 
-    ``diagnostic`` tells of the first of them.
+    ``diagnostic`` describes the first failed row.
     """
 
     def __init__(
@@ -142,13 +142,13 @@ _KINDS = (("refused", RefusedError), ("parsing", ParsingError), ("definition", D
 
 
 def _characters(text: str, start: int, length: int) -> tuple[int, int]:
-    """A stretch of the text's UTF-8 in characters."""
+    """Converts a span from bytes of UTF-8 to characters."""
     utf8 = text.encode()
     return len(utf8[:start].decode()), len(utf8[start : start + length].decode())
 
 
 def error_of_diagnostic(text: str, members: dict[str, Any]) -> MathExprError:
-    """The exception for what the library tells of a text, in members of `Diagnostic`; positions count bytes."""
+    """The exception for a diagnostic of the library, given as members of `Diagnostic`; positions count bytes."""
     start, length = _characters(text, members["start"], members["length"])
     kind, exception = _KINDS[members["kind"]]
     position, replaced, replacement = members["fix"]
@@ -183,7 +183,7 @@ def error_of_name(name: str, code: int, start: int, length: int) -> VariableName
 
 
 def error_of_unread_name(name: str, known: Iterable[str], what: str = "the expression") -> TypeError:
-    """The exception for a keyword that is none of the names that are read.
+    """The exception for a keyword argument that the text does not read.
 
     >>> error_of_unread_name("heigth", ["width", "height"])
     TypeError("the expression does not read 'heigth'; did you mean 'height'? It reads width, height")
@@ -204,7 +204,7 @@ _OUT_OF_MEMORY = 40
 
 
 def error_of_status(status: int, text: str) -> Exception:
-    """The exception for a status that no diagnostic tells about."""
+    """The exception for a status without a diagnostic."""
     if status == _OUT_OF_MEMORY:
         return MemoryError(text)
     if status == _ZERO_IN_TEXT:
@@ -228,7 +228,7 @@ _REFUSED_RESULTS = {
 
 
 def error_of_refused_arrays(error: int, column: str | None) -> ValueError:
-    """The exception for arrays that the library does not take."""
+    """The exception for arrays that the library refuses."""
     if error in _REFUSED_RESULTS:
         return ValueError(_REFUSED_RESULTS[error])
     return ValueError(f"the column {column!r} {_REFUSED_COLUMNS.get(error, f'is refused (error {error})')}")

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""`Expression`: compiles a text, evaluates it as often as wanted, and keeps variables from one text to the next."""
+"""`Expression`: compiles a text, evaluates it any number of times, and keeps variables from one text to the next."""
 
 from __future__ import annotations
 
@@ -23,7 +23,7 @@ if TYPE_CHECKING:
 
 Resolver = Callable[[str], Value | None]
 
-Columns = Any  # Mapping[str, ArrayLike | Point], or a DataFrame; what it really is gets checked
+Columns = Any  # Mapping[str, ArrayLike | Point], or a DataFrame; checked at run time
 
 
 class Expression(EditorServices):
@@ -36,15 +36,14 @@ class Expression(EditorServices):
     6.28318530718
     12.56637061436
 
-    An expression is used in one thread at a time; another thread that comes meanwhile gets a RuntimeError. Two
-    expressions share nothing that changes.
+    Use an expression from one thread at a time; a concurrent call raises a RuntimeError. Separate expressions share no
+    mutable state.
 
-    :param text: compiled at once; without it, `compile` or `evaluate` give one later
-    :param variables: set before the text is compiled, since names have to be known then
-    :param resolver: asked, while a text is compiled, for a name that is neither a constant nor a variable; answers a
-        value, or None where it does not know the name. What it answers is a variable from then on. An exception in it
-        comes out of the call as it is.
-    :param names: that the resolver would answer, for suggestions; gone through anew for each failure
+    :param text: compiled at once; if omitted, pass one to `compile` or `evaluate` later
+    :param variables: set before the text is compiled, since names must be known then
+    :param resolver: called while a text is compiled, for a name that is neither a constant nor a variable. It returns a
+        value, which becomes a variable of that name, or None for an unknown name. Its exceptions propagate unchanged.
+    :param names: names that the resolver knows, for suggestions; iterated over for each failure
     :raises MathExprError: if the text does not compile
     """
 
@@ -58,7 +57,7 @@ class Expression(EditorServices):
         limits: Limits | None = None,
     ) -> None:
         self._session = Session(resolver, names)
-        #: The variables, which may be read, set and removed.
+        #: The variables, as a mutable mapping.
         self.variables = Variables(self._session)
         set_limits(self._session, limits)
         if variables is not None:
@@ -67,16 +66,17 @@ class Expression(EditorServices):
             self.compile(text)
 
     def compile(self, text: str) -> None:
-        """Compiles another text. After a failure there is nothing to evaluate; the variables stay.
+        """Compiles another text. After a failure there is nothing to evaluate. The variables are kept in any case.
 
         :raises MathExprError: if it does not compile
         """
         self._session.compile(text)
 
     def evaluate(self, text: str | None = None) -> Value:
-        """The value of the compiled text, or of another one, which is compiled first.
+        """Evaluates the compiled text, or compiles and evaluates another one.
 
-        An assignment such as ``a=2`` is made by the first evaluation that succeeds; one that fails is forgotten.
+        An assignment such as ``a=2`` takes effect at the first successful evaluation. After a failed evaluation it is
+        dropped.
 
         >>> expression = Expression()
         >>> expression.evaluate("width=2.5"), expression.evaluate("width*[1,2,0]")
@@ -85,15 +85,15 @@ class Expression(EditorServices):
         return self._session.evaluate(text)
 
     def evaluate_number(self, text: str | None = None) -> float:
-        """The same for a value that is a number; a TypeError where it is a point."""
+        """Like `evaluate`, for a number; raises a TypeError if the value is a point."""
         return as_number(self._session.evaluate(text))
 
     def evaluate_point(self, text: str | None = None) -> Point:
-        """The same for a value that is a point; a TypeError where it is a number."""
+        """Like `evaluate`, for a point; raises a TypeError if the value is a number."""
         return as_point(self._session.evaluate(text))
 
     def __call__(self, **variables: Value) -> Value:
-        """Sets variables, all of which the text reads, and evaluates.
+        """Sets variables, all of which the text must read, and evaluates.
 
         >>> area = Expression("width*height", {"width": 0, "height": 0})
         >>> area(width=2, height=3), area(height=4)
@@ -143,20 +143,20 @@ class Expression(EditorServices):
         >>> volume.evaluate_arrays({"d": np.array([1.0, 2.0]), "h": 10})
         array([ 7.85398163, 31.41592654])
 
-        :param columns: the values of variables that were known when the text was compiled: anything that NumPy reads as
-            numbers with the shape (n,), or (n, 3) where the variable is a `Point`; or one value for all rows. A DataFrame
-            is the mapping of its columns. Aligned arrays of float64 are read where they are, with any strides; others are
-            converted in blocks.
-        :param out: where the values go, float64, (n,) or (n, 3); else an array is made. It may be the array of a column
-            of numbers, but overlap none in any other way.
-        :param row_status: uint32, (n,): receives 0 for each row that has a value, else the number of the message, 1 to
-            19, or 256 where the value is a point and `out` takes numbers, or the other way round
-        :param threads: how many threads compute; the results do not depend on it
-        :param strict: whether rows that have no value are an error. Otherwise they are NaN, and `row_status` tells.
-        :param copy: False refuses arrays that would have to be converted
-        :returns: `out`, or a new array of float64; a Series for a Series, and a masked array for one
-        :raises RowsError: when rows have no value; all others have been computed
-        :raises TypeError, ValueError: for arrays that cannot be used; nothing has been changed then
+        :param columns: values of variables that existed when the text was compiled: anything that NumPy converts to
+            numbers of shape (n,), or (n, 3) if the variable is a `Point`; or one value for all rows. A DataFrame is the
+            mapping of its columns. Aligned arrays of float64 are read in place, with any strides; others are converted
+            in blocks.
+        :param out: receives the values, float64, (n,) or (n, 3); by default a new array. It may be the array of a column
+            of numbers, but must not overlap columns in any other way.
+        :param row_status: uint32, (n,): receives 0 for each row with a value, otherwise the number of the message, 1 to
+            19, or 256 if the value is a point and `out` holds numbers, or vice versa
+        :param threads: number of threads; the results do not depend on it
+        :param strict: whether rows without a value are an error. Otherwise they are NaN; see `row_status`.
+        :param copy: False refuses arrays that need conversion
+        :returns: `out`, or a new array of float64; a Series for a Series, a masked array for a masked array
+        :raises RowsError: if rows have no value; all others have been computed
+        :raises TypeError, ValueError: for unusable arrays; nothing has been changed
         """
         if out is None and row_status is None and strict and isinstance(columns, dict):
             answer = self._session.compute(tuple(columns), tuple(columns.values()), threads)
@@ -186,12 +186,12 @@ class Expression(EditorServices):
 
     @property
     def text(self) -> str:
-        """The text that was compiled last, whether or not it compiles."""
+        """The last text given to compile, valid or not."""
         return self._session.text
 
     @property
     def used_names(self) -> list[str]:
-        """The variables that the compiled text reads, in the order of first use.
+        """Names of the variables that the compiled text reads, in the order of first use.
 
         >>> Expression("b*a+b", {"a": 1, "b": 2}).used_names
         ['b', 'a']
@@ -200,12 +200,12 @@ class Expression(EditorServices):
 
     @property
     def host_names(self) -> list[str]:
-        """The variables that the resolver has answered."""
+        """Names of the variables that the resolver supplied."""
         return self._session.names(_native.MATHEXPR_NAMES_OF_HOST)
 
     @property
     def limits(self) -> Limits:
-        """The limits, in force from the next text that is compiled.
+        """The limits; changes apply to texts compiled afterwards.
 
         >>> expression = Expression(limits=Limits(max_nesting=3))
         >>> expression.evaluate("1+((((2))))")
@@ -221,7 +221,7 @@ class Expression(EditorServices):
         set_limits(self._session, limits)
 
     def close(self) -> None:
-        """Gives up what the library holds; any later use is a ValueError. Leaving a ``with`` block does the same."""
+        """Releases the library's memory; any later use raises a ValueError. Leaving a ``with`` block does the same."""
         self._session.close()
 
     def __enter__(self) -> Expression:
@@ -245,7 +245,7 @@ def evaluate(
     names: Iterable[str] = (),
     limits: Limits | None = None,
 ) -> Value:
-    """The value of one text. The last 256 texts stay compiled.
+    """Evaluates a text. The last 256 texts stay compiled.
 
     >>> evaluate("[1,2,0]+[3,4,0]")
     Point(x=4.0, y=6.0, z=0.0)
@@ -259,7 +259,7 @@ def evaluate(
         points = tuple([key for key, value in zip(keys, values) if isinstance(value, Point)])
         try:
             function = compiled(text, keys, points, (), limits)
-        except (TypeError, ValueError):  # told below, or a name that no function takes
+        except (TypeError, ValueError):  # raised again below, or a name that a function refuses
             pass
         else:
             return function._value(values)
@@ -275,7 +275,7 @@ def evaluate_number(
     names: Iterable[str] = (),
     limits: Limits | None = None,
 ) -> float:
-    """The value of one text that is a number; a TypeError where it is a point.
+    """Evaluates a text to a number; raises a TypeError if the value is a point.
 
     >>> evaluate_number("2*r", {"r": 1.5})
     3.0
@@ -291,7 +291,7 @@ def evaluate_point(
     names: Iterable[str] = (),
     limits: Limits | None = None,
 ) -> Point:
-    """The value of one text that is a point; a TypeError where it is a number.
+    """Evaluates a text to a point; raises a TypeError if the value is a number.
 
     >>> evaluate_point("[1,2]*2")
     Point(x=2.0, y=4.0, z=0.0)
@@ -300,14 +300,14 @@ def evaluate_point(
 
 
 def as_number(value: Value) -> float:
-    """The value, which is a number."""
+    """Checks that the value is a number."""
     if isinstance(value, Point):
         raise TypeError(f"the value is a point, {value}; evaluate_point answers points")
     return value
 
 
 def as_point(value: Value) -> Point:
-    """The value, which is a point."""
+    """Checks that the value is a point."""
     if not isinstance(value, Point):
         raise TypeError(f"the value is a number, {value}; evaluate_number answers numbers")
     return value
@@ -351,14 +351,14 @@ def evaluate_arrays(
     copy: bool = True,
     limits: Limits | None = None,
 ) -> Any:
-    """The values of one text for each row of arrays, a table or lists; see `Expression.evaluate_arrays`.
+    """Evaluates a text for each row of arrays, a table or lists; see `Expression.evaluate_arrays`.
 
     >>> import numpy as np
     >>> evaluate_arrays("dist(p,[0,0,0])", {"p": np.array([[3.0, 4.0, 0.0], [0.0, 5.0, 12.0]])})
     array([ 5., 13.])
 
-    :param points: which columns are points; without it, those with the shape (n, 3). Of a DataFrame only the columns that
-        the text reads are looked at.
+    :param points: names of the columns of points; by default those of shape (n, 3). Columns of a DataFrame that the text
+        does not read are ignored.
     """
     chosen = None if points is None else frozenset(points)
 
@@ -382,12 +382,12 @@ def evaluate_arrays(
 
 
 def _is_table(columns: object) -> bool:
-    """Whether columns are those of a DataFrame, which may hold any."""
+    """Whether columns is a DataFrame, which may also have columns of other types."""
     return not isinstance(columns, Mapping)
 
 
 def _labels(columns: Any) -> Iterable[str]:
-    """The names of columns; a table's own iterator may go through something else."""
+    """The names of columns; a table's iterator may yield something else."""
     labels: Iterable[str] = columns.columns if _is_table(columns) else columns
     return labels
 
@@ -402,5 +402,5 @@ def _looks_like_points(column: Any) -> bool:
 
 
 def _point_of(column: object) -> bool | None:
-    """What a column for a number is: told by a value, an array of numbers otherwise."""
+    """Whether a column not declared as points holds points: None, as its value shows, for a Point; otherwise False."""
     return None if isinstance(column, Point) else False

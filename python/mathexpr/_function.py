@@ -23,18 +23,18 @@ _OPTIONS = {"out": None, "where": True, "threads": 1, "strict": True, "copy": Tr
 
 
 class Function(_native.Function):
-    """A text as a callable. `function` makes one.
+    """A text as a callable, created by `function`.
 
-    It takes its arguments by position or by name. Numbers give a float or a `Point`; arrays give an array of float64,
-    computed row by row and broadcast as NumPy's universal functions do:
+    Arguments are given by position or by name. Numbers yield a float or a `Point`; arrays yield an array of float64,
+    computed row by row and broadcast like the arguments of NumPy's universal functions:
 
-    - ``out`` receives the results, ``where`` chooses the rows that are computed
-    - ``threads`` is how many threads compute; the results do not depend on it
-    - ``strict=False`` gives NaN for rows that have no value, instead of a RowsError
-    - ``copy=False`` refuses arrays that would have to be converted
+    - ``out`` receives the results, ``where`` selects the rows to compute
+    - ``threads`` is the number of threads; the results do not depend on it
+    - ``strict=False`` yields NaN for rows without a value, instead of raising a RowsError
+    - ``copy=False`` refuses arrays that need conversion
 
-    A function is hashed and compared by its text, arguments and variables, and can be pickled. Any number of threads
-    may call one.
+    Functions are hashed and compared by text, arguments and variables, and can be pickled. Any number of threads may
+    call a function at the same time.
     """
 
     __slots__ = ("__weakref__", "_limits", "_points", "_text", "_variables")
@@ -51,7 +51,7 @@ class Function(_native.Function):
 
     @property
     def points(self) -> tuple[str, ...]:
-        """Which arguments are points."""
+        """Names of the arguments that are points."""
         return self._points
 
     @property
@@ -93,7 +93,7 @@ def function(
     variables: Mapping[str, Value] | None = None,
     limits: Limits | None = None,
 ) -> Function:
-    """A callable of a text, whose arguments are given by position or by name.
+    """Compiles a text to a callable, whose arguments are given by position or by name.
 
     >>> area = function("pi/4*d^2", "d")
     >>> area(2.0), area(d=3)
@@ -102,7 +102,7 @@ def function(
     >>> area(np.array([1.0, 2.0]))
     array([0.78539816, 3.14159265])
 
-    Arguments are numbers, but for those that `points` names. Arrays of points have their coordinates on the last axis:
+    Arguments are numbers, except those in `points`. Arrays of points have their coordinates on the last axis:
 
     >>> distance = function("dist(p,[0,0,0])", "p", points=["p"])
     >>> distance(Point(3, 4)), distance(np.array([[3.0, 4.0, 0.0], [0.0, 5.0, 12.0]]))
@@ -110,8 +110,8 @@ def function(
 
     :param text: compiled at once
     :param arguments: names, by position; the text need not read all of them
-    :param points: which arguments are points
-    :param variables: values of further names, fixed from now on
+    :param points: names of the arguments that are points
+    :param variables: fixed values of other names in the text
     :param limits: upper bounds on the text
     :raises MathExprError: if the text does not compile
     """
@@ -146,17 +146,17 @@ def _make(
     return made
 
 
-# Texts that are evaluated again and again are compiled once. Nothing is kept but the compiled text.
+# Texts that are evaluated repeatedly are compiled once. Only the compiled text is cached.
 compiled = functools.lru_cache(maxsize=256)(_make)
 
 
 def _fold(name: str) -> str:
-    """A name as names are compared."""
+    """A name in the form in which names are compared."""
     return "".join(letter.lower() if letter.isascii() else letter for letter in name)
 
 
 def call(function: Function, positional: tuple[Any, ...], named: dict[str, Any] | None) -> Any:
-    """A call that the native module leaves to Python: with options, arrays that are converted, or a mistake."""
+    """A call that the native module does not handle: with options, arrays that need conversion, or an error."""
     options = {}
     values = dict(zip(function.arguments, positional))
     if len(positional) > len(function.arguments):

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""What notebooks show: values, variables, errors with the text underlined, the vocabulary as a table to search."""
+"""HTML for notebooks: values, variables, errors with the failed span underlined, the vocabulary as a searchable table."""
 
 from __future__ import annotations
 
@@ -15,7 +15,7 @@ if TYPE_CHECKING:
 
 _WRONG = "text-decoration: underline wavy red"
 
-# The rows that hold what is typed stay. Nothing outside the table is touched.
+# Hides the rows that do not contain the typed text. Affects nothing outside the table.
 _SEARCH = (
     "for (const row of this.nextElementSibling.tBodies[0].rows)"
     " row.hidden = !row.textContent.toLowerCase().includes(this.value.toLowerCase())"
@@ -23,7 +23,7 @@ _SEARCH = (
 
 
 def of_diagnostic(diagnostic: Diagnostic) -> str:
-    """The message, the text with what is wrong underlined, and what helps."""
+    """The message, the text with the failed span underlined, and the hints."""
     text, start, end = diagnostic.text, diagnostic.start, diagnostic.start + diagnostic.length
     wrong = text[start:end] or "\N{NO-BREAK SPACE}"
     marked = f'{escape(text[:start])}<span style="{_WRONG}">{escape(wrong)}</span>{escape(text[end:])}'
@@ -37,7 +37,7 @@ def of_variables(variables: Mapping[str, object]) -> str:
 
 
 def of_vocabulary(items: Iterable[VocabularyItem]) -> str:
-    """A table of all items, below a field to search it."""
+    """A search field, and below it a table of all items."""
     rows = ((item.help or item.symbol, item.description, item.family) for item in items)
     field = f'<input type="search" placeholder="search" oninput="{escape(_SEARCH)}">'
     return f"<div>{field}{_table(('usage', 'what it does', 'family'), rows)}</div>"

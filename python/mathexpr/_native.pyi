@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-# The native module, as the package calls it. native/native.h says what each part is.
+# The native module's interface to the package. native/native.h describes its parts.
 
 from collections.abc import Callable, Iterable
 from typing import Any, overload

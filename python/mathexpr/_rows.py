@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Rows that have no value: what went wrong in one, found by evaluating it alone."""
+"""Errors of rows without a value, found by evaluating a row again by itself."""
 
 from __future__ import annotations
 
@@ -19,7 +19,7 @@ if TYPE_CHECKING:
 
 
 def raise_refusal(session: Session, names: Iterable[str], values: Iterable[Value]) -> NoReturn:
-    """Raises what an evaluation with the values raises."""
+    """Evaluates a row's values, and raises the exception."""
     raise _error(session, names, values)
 
 
@@ -30,7 +30,7 @@ def raise_rows(
     out: NDArray[np.float64],
     outcome: tuple[int, int, int],
 ) -> NoReturn:
-    """Raises that rows have no value. Columns are arrays of rows, or values for all rows."""
+    """Raises a RowsError. Columns are arrays of rows, or values for all rows."""
     failed_count, first_failed, first_status = outcome
     if first_status == _native.MATHEXPR_ROW_OTHER_KIND:
         message = "The value is a point and out takes numbers, or the other way round."
@@ -48,4 +48,5 @@ def _error(session: Session, names: Iterable[str], values: Iterable[Value]) -> M
         alone.evaluate()
     except MathExprError as error:
         return error
-    return RefusedError(Diagnostic("An item refused its arguments.", 3, session.text))  # in that row only, by chance
+    # It has succeeded now, since the refusal depends on random numbers.
+    return RefusedError(Diagnostic("An item refused its arguments.", 3, session.text))

@@ -18,7 +18,7 @@ if TYPE_CHECKING:
 
 
 class Point:
-    """A point in space, or a vector. It computes as it does in expressions, and never changes.
+    """An immutable point or vector, with the arithmetic of expressions.
 
     >>> Point(1, 2) + Point(3, 4), Point(1, 2) * 2, -Point(1, 2) / 2
     (Point(x=4.0, y=6.0, z=0.0), Point(x=2.0, y=4.0, z=0.0), Point(x=-0.5, y=-1.0, z=-0.0))
@@ -39,7 +39,7 @@ class Point:
 
     __slots__ = ("x", "y", "z")
     __match_args__ = ("x", "y", "z")
-    __array_ufunc__ = None  # so that a number of NumPy's leaves the computing to the point
+    __array_ufunc__ = None  # makes NumPy's numbers defer to the point's operators
 
     x: float
     y: float
@@ -81,7 +81,7 @@ class Point:
         return f"Point(x={self.x!r}, y={self.y!r}, z={self.z!r})"
 
     def __str__(self) -> str:
-        """The point as an expression has it; see `format_value`."""
+        """The point as expression text; see `format_value`."""
         return format_value(self)
 
     def _repr_html_(self) -> str:
@@ -145,28 +145,28 @@ Value = float | Point
 
 
 def _real(number: object) -> float:
-    # Real is what float() takes without reading text: int, float, Fraction, and NumPy's scalars.
+    # Real covers what float() accepts except text: int, float, Fraction, and NumPy's scalars.
     if not isinstance(number, Real):
         raise TypeError(f"a value is a number or a mathexpr.Point, not {number!r}")
     return float(number)
 
 
 def to_record(value: object) -> float | tuple[float, float, float]:
-    """A number or the coordinates of a point, for the native module; a TypeError for anything else."""
+    """A number or a point's coordinates, for the native module; raises a TypeError for anything else."""
     if isinstance(value, Point):
         return value.x, value.y, value.z
     return _real(value)
 
 
 def format_value(value: Value, digits: int | None = None) -> str:
-    """A value as text that an expression reads back.
+    """Formats a value as text that an expression reads back.
 
     >>> format_value(1e5), format_value(1.5e-7), format_value(3e9), format_value(Point(1, 0.1))
     ('100000', '1.5*10^-7', '3000000000.0', '[1,0.1,0]')
     >>> format_value(0.1 + 0.2), format_value(0.1 + 0.2, 15)
     ('0.30000000000000004', '0.3')
 
-    :param digits: how many significant digits, 1 to 17; without it, as few as read back to the same value
+    :param digits: significant digits, 1 to 17; by default as few as read back to the same value
     :raises ValueError: for any other number of digits
     """
     if digits is None:

@@ -13,7 +13,7 @@ from ._values import Value
 
 
 class Variables(MutableMapping[str, Value]):
-    """The variables of an expression. Names are compared without regard to the case of A to Z.
+    """The variables of an expression. Names ignore the case of A to Z.
 
     >>> import mathexpr
     >>> variables = mathexpr.Expression().variables

@@ -30,7 +30,7 @@ class VocabularyItem(NamedTuple):
 
 
 class Vocabulary(tuple[VocabularyItem, ...]):
-    """All items. A notebook shows them as a table to search."""
+    """All items. Notebooks show them as a searchable table."""
 
     __slots__ = ()
 
@@ -41,7 +41,7 @@ class Vocabulary(tuple[VocabularyItem, ...]):
 
 
 def vocabulary() -> Vocabulary:
-    """All items, in the order in which an expression knows them.
+    """All items, in the order of registration.
 
     >>> [item.help for item in vocabulary() if item.symbol == "min"]
     ['min(x,y)', 'min(x,y,z)', 'min(v1,v2,v3,...)']

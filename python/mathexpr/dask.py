@@ -11,9 +11,9 @@
 0  1  3.0   3.0    6.0
 1  2  4.0   8.0   16.0
 
-Everything is lazy, and partitions stay as they are. What travels to a worker is a text; each partition compiles it anew. A
-worker that dies has its partitions computed again by others; a partition that ends several workers, or a row that has no
-value, is an exception of the computation, so that either all rows are there or none.
+Everything is lazy, and partitions are kept. Workers receive the text and compile it for each partition. If a worker dies,
+others compute its partitions again. A partition that kills several workers, and a row without a value, raise an exception
+in the computation, so the result has either all rows or none.
 """
 
 from __future__ import annotations
@@ -37,13 +37,13 @@ _ASSIGNMENT = re.compile(r"\s*([^\s=<>!()\[\],]+)\s*=(?!=)(.+)", re.DOTALL)
 def evaluate(
     frame: Any, *assignments: str, variables: Mapping[str, Value] | None = None, limits: Limits | None = None
 ) -> Any:
-    """A frame with a column more for each assignment, such as ``"volume=w*h*l"``.
+    """Adds a column to a frame for each assignment, such as ``"volume=w*h*l"``.
 
-    A text reads columns by their names, and those of the assignments before it. One that yields points makes three columns,
+    A text reads columns by name, including those of earlier assignments. If it yields points, it adds three columns:
     ``name_x``, ``name_y`` and ``name_z``.
 
     :param frame: a dask.dataframe.DataFrame
-    :param variables: values of further names, the same for all rows
+    :param variables: values of other names, the same for all rows
     :raises MathExprError: if a text does not compile, before anything is computed
     """
     named = [_split(assignment) for assignment in assignments]
@@ -53,15 +53,15 @@ def evaluate(
 
 
 def map_blocks(function: Function, *arrays: Any, **options: Any) -> Any:
-    """A function of arrays, block by block. Blocks of the arrays go together as those of dask.array.map_blocks do.
+    """Applies a function to arrays block by block, with the arrays' blocks aligned as by dask.array.map_blocks.
 
     >>> import dask.array, mathexpr
     >>> xs = dask.array.arange(6, chunks=2, dtype=float)
     >>> mathexpr.dask.map_blocks(mathexpr.function("x^2+k", "x", "k"), xs, 1).compute()
     array([ 1.,  2.,  5., 10., 17., 26.])
 
-    :param function: made by mathexpr.function, of numbers alone; its results are numbers
-    :param options: of the function: threads, strict
+    :param function: created by mathexpr.function, without points in arguments and results
+    :param options: options of the function: threads, strict
     """
     if function.points:
         raise TypeError("map_blocks takes functions of numbers; compute points by their coordinates")
@@ -79,7 +79,7 @@ def _split(assignment: str) -> tuple[str, str]:
 def _with_columns(
     part: pandas.DataFrame, named: list[tuple[str, str]], variables: dict[str, Value], limits: Limits | None
 ) -> pandas.DataFrame:
-    """A partition with its results."""
+    """Evaluates the assignments over a partition, and adds the results."""
     for name, text in named:
         values = _result(part, text, variables, limits)
         if isinstance(values, pandas.DataFrame):
@@ -98,18 +98,18 @@ def _result(part: pandas.DataFrame, text: str, variables: dict[str, Value], limi
     with expression:
         expression.compile(text)
         columns = {name: part[labels[name]] for name in expression.host_names}
-        if not columns:  # something has to tell how many rows there are
+        if not columns:  # the number of rows must be known
             unread = "_" * (1 + max(map(len, variables), default=0))
             expression.variables[unread] = 0.0
             columns[unread] = pandas.Series(0.0, index=part.index)
         if len(part):
             return expression.evaluate_arrays(columns)
-        # Without rows the kind of the result is that of other rows with the same types.
+        # Without rows, evaluating sample rows of the same types determines the kind of the result.
         expression.evaluate_arrays(columns)
         sample = {name: _sample(column) for name, column in columns.items()}
         return expression.evaluate_arrays(sample, strict=False).iloc[:0].set_axis(part.index)
 
 
 def _sample(column: Any) -> pandas.Series:
-    """Rows for a column that has none."""
+    """Sample rows for a column without rows."""
     return pandas.Series(np.arange(1, 65), dtype=column.dtype)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// bulk.c - Columns: arrays, which the library reads and writes where they are, and values for all rows.
+// bulk.c - Columns: arrays, which the library reads and writes in place, and values for all rows.
 #include "native.h"
 
 #include <string.h>
@@ -11,9 +11,9 @@ PyObject* makeArray;
 
 enum
 {
-    RowsPerCall = 1 << 20,  // between two calls Python notices Ctrl-C
-    RowsPerTrial = 1024,    // tried at a time to find out the kind of the results
-    RowsWithoutGil = 64,    // fewer are computed sooner than the GIL is given up and taken back
+    RowsPerCall = 1 << 20,  // after these Python checks for Ctrl-C
+    RowsPerTrial = 1024,    // evaluated at a time to determine the kind of the results
+    RowsWithoutGil = 64,    // for fewer rows, releasing the GIL costs more than the computation
     Alignment = 8,
 };
 
@@ -57,7 +57,7 @@ static OpenResult openColumn(mathexpr_column_utf8* column, mathexpr_value* const
             memcpy(&constant->x, view->buf, sizeof constant->x);
             column->data = &constant->x;
         }
-        PyBuffer_Release(view);  // a number of NumPy's, or an array without a dimension
+        PyBuffer_Release(view);  // a NumPy scalar, or an array without dimensions
         if (!isNumber && (PyObject*)Py_TYPE(object) == arrayType)
         {
             return OpenUnfit;
@@ -148,7 +148,7 @@ PyObject* outcomeOf(const Columns* columns)
                          columns->outcome.first_status);
 }
 
-/// Evaluates rows from start on. The session has been entered.
+/// Evaluates the rows from start on. The caller has entered the session.
 static bool evaluateRows(Session* session, Columns* self, PyObject* names, Py_ssize_t start, Py_ssize_t rowCount,
                          const mathexpr_results* results, uint32_t threadCount, mathexpr_bulk_outcome* outcome)
 {
@@ -226,7 +226,7 @@ static bool runChunks(Session* session, Columns* self, PyObject* names, const Py
                                 .stride = out->strides[0],
                                 .coordinate_stride = out->ndim == 2 ? out->strides[1] : 0};
     Py_ssize_t start = 0;
-    do  // also without rows: what is wrong with the arrays is told
+    do  // also without rows, so that errors in the arrays are reported
     {
         const Py_ssize_t chunk = rowCount - start < RowsPerCall ? rowCount - start : RowsPerCall;
         results.data = (char*)out->buf + start * out->strides[0];

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// editor.c - editor services: what an edit box needs while its user types. Answers are tuples, which mathexpr._editor makes
-// of named ones. Positions are bytes of UTF-8.
+// editor.c - editor services. Results are tuples, which mathexpr._editor converts to named tuples. Positions are bytes
+// of UTF-8.
 #include "native.h"
 
 #include <mathexpr_editor.h>
 
-/// A text as the library takes it, while the session is entered.
+/// A text in the library's form, while the session is entered.
 typedef struct
 {
     const char* text;
@@ -22,7 +22,7 @@ static bool begin(Session* self, PyObject* text, Encoded* encoded)
     return encoded->text != NULL && enter(self);
 }
 
-/// Whether there is an answer; otherwise an exception is set, that of a callback first.
+/// Whether there is a result; otherwise sets an exception, preferably that of a callback.
 static bool hasAnswer(Session* self, mathexpr_status status)
 {
     Py_CLEAR(self->answeredNames);
@@ -33,7 +33,7 @@ static bool hasAnswer(Session* self, mathexpr_status status)
     return !PyErr_Occurred();
 }
 
-/// A list of what make answers for each element of an array; NULL with an exception.
+/// A list of what make returns for each element of an array; NULL with an exception.
 static PyObject* listOf(const void* elements, size_t count, PyObject* (*make)(const void* elements, size_t index))
 {
     PyObject* list = PyList_New((Py_ssize_t)count);
@@ -76,7 +76,7 @@ PyObject* getTokens(Session* self, PyObject* text)
     return answer;
 }
 
-/// The text that a service has made, or NULL with an exception. The session is left.
+/// The text that a service returned, or NULL with an exception. Leaves the session.
 static PyObject* finishText(Session* self, mathexpr_status status, const mathexpr_text_utf8* made)
 {
     PyObject* answer =
@@ -163,7 +163,7 @@ static PyObject* makeCompletion(const void* completions, size_t index)
                          (Py_ssize_t)item->selection.length);
 }
 
-/// The names of a tuple as C strings, valid as long as the tuple; NULL with an exception.
+/// The names in a tuple as C strings, valid as long as the tuple; NULL with an exception.
 static const char** recentNames(PyObject* names)
 {
     const Py_ssize_t count = PyTuple_Size(names);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// failures.c - statuses and diagnostics -> exceptions, which mathexpr._errors makes.
+// failures.c - converts statuses and diagnostics to exceptions, which mathexpr._errors creates.
 #include "native.h"
 
 PyObject* hook(const char* module, const char* function, const char* arguments, ...)
@@ -47,7 +47,7 @@ static PyObject* namesOf(const char* const* names, size_t count)
     return tuple;
 }
 
-/// The numbers of arguments that are accepted; None is any number.
+/// The accepted argument counts; None is any number.
 static PyObject* countsOf(const mathexpr_diagnostic_utf8* record)
 {
     PyObject* tuple = PyTuple_New((Py_ssize_t)record->accepted_count);
@@ -63,7 +63,7 @@ static PyObject* countsOf(const mathexpr_diagnostic_utf8* record)
     return tuple;
 }
 
-/// The members of the diagnostic by the names that mathexpr._errors gives them. Positions are bytes of UTF-8.
+/// The members of the diagnostic, by their names in mathexpr._errors. Positions are bytes of UTF-8.
 static PyObject* membersOf(const mathexpr_diagnostic_utf8* record)
 {
     return Py_BuildValue("{sIsIsIsnsnsssssssIsIsNsNsNs(nns)}",                                   //

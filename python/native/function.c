@@ -3,28 +3,28 @@
 //
 // function.c - Function: a text as a callable.
 //
-// A call takes the first of these ways that it fits:
+// A call takes the first of these paths that fits:
 //
 //     f(3.0, 4), f(3.0, h=4)    numbers in, a number out: one call of the library
 //     f(xs, ys), f(xs, 2)       aligned arrays of doubles and numbers, by position: one bulk evaluation
-//     anything else             mathexpr._function.call, which converts, and comes back to value or borrow
+//     anything else             mathexpr._function.call, which converts, and calls value or borrow
 //
-// A lane is what one call computes with: a session, and the library's function where all arguments are numbers. A call takes
-// the first lane that no other is in, and makes one where there is none, a copy of what the function was made with. So there
-// are as many as calls have ever been under way at a time. With a GIL, numbers need no lane, since the GIL is kept.
+// A lane is the state that one call needs: a session, and the library's function if all arguments are numbers. A call
+// takes the first free lane; if there is none, it creates one, a copy of the original. So there are as many lanes as
+// there have ever been concurrent calls. With a GIL, numbers need no lane, since the GIL is held.
 #include "native.h"
 
 #include <string.h>
 
 enum
 {
-    MaxPlainArguments = 16,  // with more of them a call goes the general way
+    MaxPlainArguments = 16,  // calls with more arguments take the general path
 };
 
 typedef struct Lane
 {
     Session* session;
-    mathexpr_function* numbers;  ///< NULL where an argument or the value is a point.
+    mathexpr_function* numbers;  ///< NULL if an argument or the value is a point.
     struct Lane* next;
 } Lane;
 
@@ -34,10 +34,10 @@ typedef struct
     PyObject* names;   ///< Tuple of the arguments' names.
     PyObject* points;  ///< Tuple of bool: whether an argument is a point.
     Py_ssize_t count;
-    Session* source;             ///< Has compiled the text; copied for lanes, and never run.
-    mathexpr_function* numbers;  ///< NULL where an argument is a point, or there are too many.
+    Session* source;             ///< Has compiled the text; copied to lanes, never run.
+    mathexpr_function* numbers;  ///< NULL if an argument is a point, or there are too many.
     atomic_int kind;             ///< Whether results are points: 1, 0 or KindUnknown.
-    _Atomic(Lane*) lanes;        ///< The newest one first; NULL in the beginning.
+    _Atomic(Lane*) lanes;        ///< The newest first; NULL at first.
 } Function;
 
 // ----- lanes -----------------------------------------------------------------
@@ -52,7 +52,7 @@ static void destroyLane(Lane* lane)
     }
 }
 
-/// A lane whose session this thread has entered; NULL with an exception.
+/// Returns a lane whose session this thread has entered; NULL with an exception.
 static Lane* takeLane(Function* self)
 {
     Lane* first = atomic_load(&self->lanes);
@@ -88,7 +88,7 @@ static Lane* takeLane(Function* self)
     return lane;
 }
 
-// ----- life ------------------------------------------------------------------
+// ----- creation and destruction ----------------------------------------------
 
 static bool makeNumbers(Function* self, PyObject* text)
 {
@@ -118,7 +118,7 @@ static bool makeNumbers(Function* self, PyObject* text)
     return isDone;
 }
 
-/// Function(session, text, names, points): the session has compiled the text, and is the function's own from now on.
+/// Function(session, text, names, points). The session has compiled the text; the function takes ownership of it.
 static PyObject* newFunction(PyTypeObject* type, PyObject* arguments, PyObject* keywords)
 {
     Session* session = NULL;
@@ -179,7 +179,7 @@ static void dealloc(Function* self)
 
 // ----- calls -----------------------------------------------------------------
 
-/// Reads the arguments of a call, all of them plain numbers. False where it is another call; an exception may be set.
+/// Reads the arguments of a call, if all are plain numbers. False for other calls; an exception may be set.
 static bool readNumbers(const Function* self, PyObject* arguments, PyObject* keywords, double* numbers)
 {
     const Py_ssize_t givenCount = PyTuple_Size(arguments);
@@ -206,7 +206,7 @@ static bool readNumbers(const Function* self, PyObject* arguments, PyObject* key
     return true;
 }
 
-/// Not MATHEXPR_OK, among others, where the value is a point.
+/// Returns a status other than MATHEXPR_OK also if the value is a point.
 static mathexpr_status computeNumber(Function* self, const double* numbers, double* result)
 {
 #if defined(Py_GIL_DISABLED)
@@ -250,7 +250,7 @@ static PyObject* value(Function* self, PyObject* values)
     {
         answer = hook("mathexpr._rows", "raise_refusal", "(OOO)", lane->session, self->names, values);
     }
-    else if (!PyErr_Occurred())  // an array where a value is needed
+    else if (!PyErr_Occurred())  // an array instead of a value
     {
         answer = hook("mathexpr._values", "to_record", "(O)", PyTuple_GetItem(values, (Py_ssize_t)unfit));
     }
@@ -259,7 +259,7 @@ static PyObject* value(Function* self, PyObject* values)
     return answer;
 }
 
-/// Whether arrays of points are there for points, and only there.
+/// Whether arrays of points are given for exactly the arguments that are points.
 static bool haveKinds(const Function* self, const Columns* columns)
 {
     for (size_t index = 0; index < columns->count; ++index)
@@ -273,7 +273,7 @@ static bool haveKinds(const Function* self, const Columns* columns)
     return true;
 }
 
-/// Bulk evaluation of arrays as they are. Py_NotImplemented where one has to be converted first.
+/// Bulk evaluation of arrays without conversion. Py_NotImplemented if one needs conversion.
 static PyObject* callArrays(Function* self, PyObject* arguments)
 {
     Columns columns;
@@ -310,7 +310,7 @@ static PyObject* call(Function* self, PyObject* arguments, PyObject* keywords)
         }
         if (keywords == NULL && !PyErr_Occurred())
         {
-            return value(self, arguments);  // a point, or what refuses its arguments
+            return value(self, arguments);  // a point, or a refusal
         }
     }
     if (PyErr_Occurred())
@@ -329,7 +329,7 @@ static PyObject* call(Function* self, PyObject* arguments, PyObject* keywords)
     return hook("mathexpr._function", "call", "(OOO)", self, arguments, keywords != NULL ? keywords : Py_None);
 }
 
-/// A session for arrays, which this thread has entered and has to leave (__exit__).
+/// Returns a session for arrays, which this thread has entered and must leave (__exit__).
 static PyObject* borrow(Function* self, PyObject* unused)
 {
     (void)unused;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// module.c - the module, its types, and what needs no handle.
+// module.c - the module, its types, and the functions without a handle.
 #include "native.h"
 
 #include <mathexpr_editor.h>
@@ -26,7 +26,7 @@ static PyObject* formatValue(PyObject* module, PyObject* arguments)
     return PyUnicode_FromString(text);
 }
 
-/// An item of the vocabulary as a tuple of the members of VocabularyItem; None from the number of items on.
+/// An item of the vocabulary as a tuple of the members of VocabularyItem; None if there is no such item.
 static PyObject* vocabularyItem(PyObject* module, PyObject* index)
 {
     (void)module;
@@ -53,7 +53,7 @@ static PyObject* vocabularyItem(PyObject* module, PyObject* index)
                          item.value);
 }
 
-/// Hands over numpy.ndarray and numpy.empty.
+/// Receives numpy.ndarray and numpy.empty.
 static PyObject* useArrays(PyObject* module, PyObject* arguments)
 {
     (void)module;
@@ -63,7 +63,7 @@ static PyObject* useArrays(PyObject* module, PyObject* arguments)
     {
         return NULL;
     }
-    if (arrayType == NULL)  // kept as long as the process lives
+    if (arrayType == NULL)  // kept until the process ends
     {
         makeArray = Py_NewRef(maker);
         arrayType = Py_NewRef(type);

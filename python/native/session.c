@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// session.c - Session: one expression of the library, its variables, and what its callbacks raise.
+// session.c - Session: one expression of the library, its variables, and its callbacks.
 //
-// An exception in a callback stays set while the library returns, and comes out of the call as it is.
+// An exception in a callback stays set while the library returns, and propagates out of the call unchanged.
 #include "native.h"
 
 #include <string.h>
 
 PyTypeObject* sessionType;
 
-/// Compiling or evaluating a text of as many bytes takes long enough to let other threads run meanwhile.
+/// Texts of at least this many bytes take long enough to release the GIL.
 enum
 {
     LongText = 10000
@@ -23,7 +23,7 @@ static void replace(PyObject** place, PyObject* object)
     Py_XDECREF(before);
 }
 
-// ----- who may use it --------------------------------------------------------
+// ----- ownership by threads --------------------------------------------------
 
 bool tryEnter(Session* self)
 {
@@ -73,7 +73,7 @@ void leave(Session* self)
     }
 }
 
-/// Gives up the GIL for a long text. Callbacks take it back while they run.
+/// Releases the GIL for a long text. Callbacks acquire it while they run.
 static void suspend(Session* self, Py_ssize_t length)
 {
     if (length >= LongText)
@@ -126,7 +126,7 @@ static int32_t lookUp(void* context, const char* name, size_t length, mathexpr_v
     return result;
 }
 
-/// The names of the host as a list of bytes, gone through anew.
+/// The names of the host as a list of bytes, from a new iteration.
 static PyObject* encodedNames(PyObject* names)
 {
     PyObject* list = PySequence_List(names);
@@ -143,7 +143,7 @@ static PyObject* encodedNames(PyObject* names)
     return list;
 }
 
-/// Called while a diagnostic is made, which gives up no GIL.
+/// Called while a diagnostic is built, with the GIL held.
 static const char* getName(void* context, uint32_t index)
 {
     Session* self = context;
@@ -162,7 +162,7 @@ static const char* getName(void* context, uint32_t index)
     return PyBytes_AsString(PyList_GetItem(self->answeredNames, (Py_ssize_t)index));
 }
 
-// ----- life ------------------------------------------------------------------
+// ----- creation and destruction ----------------------------------------------
 
 static PyObject* newSession(PyTypeObject* type, PyObject* arguments, PyObject* keywords)
 {
@@ -446,7 +446,7 @@ static PyObject* setVariable(Session* self, PyObject* const* arguments, Py_ssize
     return done ? Py_NewRef(Py_None) : NULL;
 }
 
-/// Asks the library about the variable of a name; a KeyError where there is none. Without value it is removed.
+/// Reads a variable; a KeyError if there is none. Without value, removes it.
 static bool findVariable(Session* self, PyObject* name, mathexpr_value* value)
 {
     Py_ssize_t length = 0;
@@ -488,7 +488,7 @@ static PyObject* removeVariable(Session* self, PyObject* name)
     return findVariable(self, name, NULL) ? Py_NewRef(Py_None) : NULL;
 }
 
-/// Whether the program reads all names; otherwise a TypeError tells about the first that it does not.
+/// Whether the program reads all names; otherwise sets a TypeError about the first that it does not read.
 static bool checkNames(Session* self, PyObject* variables)
 {
     PyObject* name = NULL;
@@ -509,7 +509,7 @@ static bool checkNames(Session* self, PyObject* variables)
     return true;
 }
 
-/// Sets the variables of a dictionary, all of which the program has to read, and evaluates.
+/// Sets the variables in a dictionary, all of which the program must read, and evaluates.
 static PyObject* call(Session* self, PyObject* variables)
 {
     if (!enter(self))
@@ -568,7 +568,7 @@ static PyObject* setLimits(Session* self, PyObject* limits)
 
 // ----- copies ----------------------------------------------------------------
 
-/// Copies variables and limits. The source has been entered.
+/// Copies variables and limits. The caller has entered the source.
 static bool copyState(Session* self, Session* copy)
 {
     mathexpr_limits limits = {.size = sizeof limits};
@@ -583,7 +583,7 @@ static bool copyState(Session* self, Session* copy)
     bool done = list != NULL;
     for (Py_ssize_t index = 0; done && index < PyList_Size(list); ++index)
     {
-        mathexpr_value value;  // with the flag of converted numbers, which no value of Python's holds
+        mathexpr_value value;  // including the flag of converted numbers, which Python's values lack
         PyObject* name = PyList_GetItem(list, index);
         done = findVariable(self, name, &value) && setRecord(copy, name, &value);
     }
@@ -598,7 +598,7 @@ Session* copySession(Session* self)
     {
         return NULL;
     }
-    while (!tryEnter(self))  // another thread is copying, too, which takes a few microseconds
+    while (!tryEnter(self))  // another thread is copying, which takes a few microseconds
     {
         Py_BEGIN_ALLOW_THREADS Py_END_ALLOW_THREADS
     }
@@ -629,7 +629,7 @@ static PyObject* copyMethod(Session* self, PyObject* unused)
 
 // ----- arrays ----------------------------------------------------------------
 
-/// Opens columns for a method; an array that does not fit is an exception.
+/// Opens columns for a method; sets an exception if an array needs conversion.
 static bool openForMethod(Columns* columns, PyObject* names, PyObject* values)
 {
     size_t unfit = 0;
@@ -683,7 +683,7 @@ static PyObject* runMethod(Session* self, PyObject* arguments)
     return answer;
 }
 
-/// Whether each column is of a variable, and of points only where the variable is one.
+/// Whether each column belongs to a variable, and holds points only if the variable is a point.
 static bool suitVariables(Session* self, const Columns* columns)
 {
     for (size_t index = 0; index < columns->count; ++index)
@@ -699,7 +699,7 @@ static bool suitVariables(Session* self, const Columns* columns)
     return true;
 }
 
-/// The results of arrays that the library takes as they are; NotImplemented for others, and for what has to be refused.
+/// The results for arrays that need no conversion; NotImplemented for others, and for errors.
 static PyObject* computeMethod(Session* self, PyObject* const* arguments, Py_ssize_t count)
 {
     if (count != 3 || !PyTuple_Check(arguments[0]) || !PyTuple_Check(arguments[1]))

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// values.c - Python values <-> records of the library.
+// values.c - converts between Python values and records of the library.
 #include "native.h"
 
 #include <string.h>
@@ -20,7 +20,7 @@ bool plainNumberOf(PyObject* object, double* number)
     *number = PyLong_AsDouble(object);
     if (*number == -1.0 && PyErr_Occurred())
     {
-        PyErr_Clear();  // too large: whoever reads it next tells
+        PyErr_Clear();  // too large; reported by the next function that reads it
         return false;
     }
     return true;
@@ -33,7 +33,7 @@ bool valueOf(PyObject* object, mathexpr_value* value)
     {
         return true;
     }
-    // Point, and what is a number beside float and int: told in Python.
+    // Points, and numbers other than float and int, are handled in Python.
     PyObject* record = hook("mathexpr._values", "to_record", "(O)", object);
     if (record == NULL)
     {

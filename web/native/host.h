@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// host.h - the functions that the module imports from JavaScript. The context is the number of the expression that asks.
-// None of them throws: JavaScript stores an exception of a callback, and rethrows it when the library's call has returned.
+// host.h - the functions that the module imports from JavaScript. The context is the number of the calling expression.
+// They do not throw: JavaScript stores a callback's exception, and rethrows it after the library's call has returned.
 #pragma once
 
 #include "mathexpr_editor.h"

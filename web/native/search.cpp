@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// search.cpp - exports the search of the calculator's vocabulary and its notes, by index of the item.
+// search.cpp - exports the calculator's search of the vocabulary, and its notes, by index of the item.
 #include "mathexpr.h"
 #include "tools/calc/vocabulary/ItemNotes.h"
 #include "tools/calc/vocabulary/VocabularyItems.h"
@@ -19,17 +19,17 @@ namespace {
 
 using mathexpr::VocabularyItem;
 
-// What the last call has answered.
+// Result of the last call.
 std::vector<std::uint32_t> foundItems;
 std::string notes;
 
-/// What tells an item from all others: overloads share a symbol, and so do the two operators "-".
+/// A unique key: overloads share a symbol, as do the two operators "-".
 auto keyOf(const VocabularyItem& item)
 {
     return std::tuple(item.kind, std::wstring_view(item.symbol), item.nbArgs);
 }
 
-/// Its place in the list of the vocabulary.
+/// Its index in the vocabulary.
 std::uint32_t indexOf(const VocabularyItem& item)
 {
     const std::vector<VocabularyItem>& items = vocabularyItems();
@@ -50,8 +50,8 @@ extern "C"
 {
 
     /// Searches for words in UTF-8.
-    /// @param count  receives how many items are found
-    /// @return their indices; null where memory has run out
+    /// @param count  receives the number of results
+    /// @return indices of the items; null if memory runs out
     const std::uint32_t* web_find(const char* words, std::size_t length, std::size_t* count)
     try
     {
@@ -72,9 +72,9 @@ extern "C"
         return nullptr;
     }
 
-    /// The notes of an item: a line with its units, one with its domain, and a line for each example, in UTF-8.
-    /// @param length  receives that of the text
-    /// @return the text; null where memory has run out, or for an index that no item has
+    /// Returns the notes of an item in UTF-8: a line with its units, one with its domain, and one per example.
+    /// @param length  receives the length of the text
+    /// @return the text; null if memory runs out, or there is no such item
     const char* web_notes(std::uint32_t index, std::size_t* length)
     try
     {
