@@ -7,14 +7,14 @@
 //     await init();
 //     evaluate("3*[1,2,0.5]");  // Point { x: 3, y: 6, z: 1.5 }
 //
-// Texts are JavaScript's strings; positions and lengths count their UTF-16 units. Each function but init() needs the module
-// and throws an Error before init() has ended.
+// Texts are JavaScript strings; positions and lengths count UTF-16 units. All functions except init() throw an Error until
+// init() has completed.
 
 /// <reference lib="esnext.disposable" />
 
 // ----- start ------------------------------------------------------------------
 
-/** Where the WebAssembly module comes from. */
+/** Source of the WebAssembly module. */
 export type ModuleSource =
   | string
   | URL
@@ -25,7 +25,7 @@ export type ModuleSource =
   | PromiseLike<string | URL | Response | ArrayBuffer | ArrayBufferView | WebAssembly.Module>;
 
 export interface InitOptions {
-  /** By default `mathexpr.wasm` beside this file; with `mathexpr/inline`, the one that it carries. */
+  /** By default `mathexpr.wasm` beside this file; with `mathexpr/inline`, the embedded module. */
   wasm?: ModuleSource;
   /** Language of messages and hints, see setLanguage(). By default the browser's or the process's. */
   language?: string;
@@ -37,12 +37,12 @@ export interface InitOptions {
  */
 export function init(options?: InitOptions): Promise<void>;
 
-/** The same at once, for bytes or a compiled module. Browsers may refuse to compile so much outside of a worker. */
+/** Loads the module synchronously, from bytes or a compiled module. Browsers may refuse this outside workers. */
 export function initSync(options: { wasm: ArrayBuffer | ArrayBufferView | WebAssembly.Module; language?: string }): void;
 
 /**
- * Chooses the language of messages and hints: a tag such as "de" or "pt-BR". There are texts in English, German, French, Spanish,
- * Italian, Portuguese, Japanese and simplified Chinese; any other tag gives English.
+ * Selects the language of messages and hints by a tag such as "de" or "pt-BR". There are texts in English, German, French,
+ * Spanish, Italian, Portuguese, Japanese and simplified Chinese; any other tag selects English.
  */
 export function setLanguage(tag: string): void;
 
@@ -58,30 +58,30 @@ export class Point {
   readonly y: number;
   readonly z: number;
   [Symbol.iterator](): Iterator<number>;
-  /** As formatValue() writes it, which an expression reads back. */
+  /** The same as formatValue(), which an expression reads back. */
   toString(): string;
 }
 
 export type Value = number | Point;
 
-/** What a variable can be set to: z is 0 where it is missing. */
+/** A value for a variable; a missing z is 0. */
 export type ValueLike = number | { readonly x: number; readonly y: number; readonly z?: number } | readonly number[];
 
 /**
- * The text of a value, which an expression reads back.
+ * Formats a value as text that an expression reads back.
  * @param digits  significant digits, 1 to 17; by default the fewest that read back to the same bits
  */
 export function formatValue(value: ValueLike, digits?: number): string;
 
 // ----- errors -----------------------------------------------------------------
 
-/** A stretch of a text. */
+/** A span of a text. */
 export interface Span {
   readonly start: number;
   readonly length: number;
 }
 
-/** What to put in place of a stretch of a text. */
+/** Replaces a span of a text. */
 export interface Edit extends Span {
   readonly replacement: string;
 }
@@ -103,11 +103,11 @@ export type Expected =
   | "smaller number"
   | "less";
 
-/** What is wrong with a text, and where. */
+/** A failure and its position. */
 export interface Diagnostic {
   /** The message in the user's language. */
   readonly message: string;
-  /** Number of the message, 1 to 19; 0 for a name that was given by itself and that no variable may have. */
+  /** Number of the message, 1 to 19; 0 for a refused name of a variable. */
   readonly messageNumber: number;
   /** "refused": an item refused its arguments, or an integer literal is too large. */
   readonly kind: "parsing" | "definition" | "refused";
@@ -115,170 +115,172 @@ export interface Diagnostic {
   readonly code: number;
   /** The text that failed. */
   readonly text: string;
-  /** The part of it that is concerned; its length is 0 where none is. */
+  /** Span of the failure; length 0 if it has none. */
   readonly span: Span;
   /** The token, symbol or text concerned. */
   readonly item: string;
   /** What a definition conflicts with. */
   readonly conflict: string;
-  /** What would have been accepted there. */
+  /** What would have been accepted at the failure. */
   readonly expected: readonly Expected[];
   /** Number of arguments given to the item; 0 if unknown. */
   readonly argCount: number;
-  /** The numbers of arguments that the function concerned takes; Infinity is any number. */
+  /** Argument counts of the function concerned; Infinity is any number. */
   readonly acceptedArgCounts: readonly number[];
-  /** For an unknown name: up to three that may be meant, the nearest first. */
+  /** For an unknown name: up to three similar names, the nearest first. */
   readonly suggestions: readonly string[];
-  /** Sentences in the user's language that help further. */
+  /** Sentences in the user's language that help to correct the text. */
   readonly hints: readonly string[];
-  /** The correction that the last hint speaks of, or null. The text that it makes compiles: see applyEdit(). */
+  /** The correction that the last hint describes, or null. The corrected text compiles; see applyEdit(). */
   readonly fix: Edit | null;
 }
 
-/** A text that does not compile, or that has no value. */
+/** A text does not compile, or has no value. */
 export class MathExprError extends Error {}
 export interface MathExprError extends Omit<Diagnostic, "message"> {}
 
-/** Rows of arrays have no value; all others have been computed. */
+/** Some rows of arrays have no value; all others have been computed. */
 export class RowsError extends Error {
   readonly failedCount: number;
   /** Index of the first row without a value. */
   readonly firstFailed: number;
-  /** By row: 0 for a value, the number of a message (1 to 19), or 256 for a value of the other kind. */
+  /** Per row: 0 for a value, a message number (1 to 19), or 256 for a value of the other kind. */
   readonly rowStatus: Uint32Array;
 }
 
-/** The text after an edit. */
+/** Applies an edit to a text. */
 export function applyEdit(text: string, edit: Edit): string;
 
 // ----- expressions ------------------------------------------------------------
 
 /**
- * Answers a name that is neither a constant nor a variable, while a text is compiled; null or undefined where it is unknown.
- * The name is a variable from then on. What it throws comes out of the call that asked. It must not use the expression.
+ * Called while a text is compiled, for a name that is neither a constant nor a variable. Returns its value, which becomes a
+ * variable of that name, or null or undefined if it is unknown. Its exceptions propagate unchanged out of the call that
+ * compiles. It must not use the expression.
  */
 export type Resolver = (name: string) => ValueLike | null | undefined;
 
-/** Upper bounds on a text; 0 or undefined is no limit. */
+/** Upper bounds on an accepted text; 0 or undefined is no limit. */
 export interface Limits {
   /** Unicode characters, blanks included. */
   maxTextLength?: number;
-  /** Values, operators and calls. */
+  /** Values, operators and calls, counted at each use. */
   maxRecords?: number;
-  /** Depth of brackets, and of operators before an operand. */
+  /** Nesting depth of brackets and prefix operators. */
   maxNesting?: number;
 }
 
 export interface ExpressionOptions {
   resolver?: Resolver;
-  /** Names that the resolver would answer, for suggestions and completion; gone through when they are needed. */
+  /** Names that the resolver knows, for suggestions and completion; iterated over when needed. */
   names?: Iterable<string>;
   limits?: Limits;
 }
 
-/** The variables of an expression, by name; the case of the letters A to Z does not matter. Names keep their order. */
+/** The variables of an expression, by name, in the order of definition. Names ignore the case of A to Z. */
 export interface Variables extends Iterable<[string, Value]> {
   readonly size: number;
   get(name: string): Value | undefined;
   has(name: string): boolean;
-  /** Throws a MathExprError for a name that no variable may have. */
+  /** Throws a MathExprError if the name is not allowed for a variable. */
   set(name: string, value: ValueLike): this;
-  /** A compiled text that reads the variable has to be compiled anew. */
+  /** A text that reads the variable must be compiled again. */
   delete(name: string): boolean;
   keys(): IterableIterator<string>;
   values(): IterableIterator<Value>;
   entries(): IterableIterator<[string, Value]>;
 }
 
-/** Where a result or a column of numbers is kept. */
+/** Memory for results, or for a column of numbers. */
 export type NumberArray = Float64Array | MemoryArray;
 
-/** For each row a number, or three for a point; or one value for all rows. */
+/** One number per row, or three for points; or one value for all rows. */
 export type Column = NumberArray | readonly number[] | number | Point;
 
 export interface ArrayOptions<Out extends NumberArray = NumberArray> {
   /** Receives the values, one number per row, or three for points. */
   out?: Out;
-  /** Receives 0 for each row with a value, else the number of a message, or 256. */
+  /** Receives 0 for each row with a value, otherwise a message number or 256. */
   rowStatus?: Uint32Array;
-  /** False: rows without a value are NaN and no RowsError is thrown. */
+  /** False: rows without a value are NaN, and no RowsError is thrown. */
   strict?: boolean;
 }
 
-/** A text and its variables. Use `using`, or free(), to give its memory back early; a finalizer does so late. */
+/** A text and its variables. `using` or free() releases its memory at once; otherwise a finalizer does so later. */
 export class Expression implements Disposable {
   /** @param variables  set before the text is compiled */
   constructor(text?: string, variables?: Readonly<Record<string, ValueLike>>, options?: ExpressionOptions);
 
-  /** Compiles another text. After a failure there is nothing to evaluate; the variables stay. */
+  /** Compiles another text. After a failure there is nothing to evaluate. The variables are kept in any case. */
   compile(text: string): void;
   /**
-   * The value of the compiled text, or of another one, which is compiled first. An assignment such as "a=2" is made by the
-   * first evaluation that succeeds.
+   * Evaluates the compiled text, or compiles and evaluates another one. An assignment such as "a=2" takes effect at the
+   * first successful evaluation.
    */
   evaluate(text?: string): Value;
-  /** The same for a number; a TypeError where the value is a point. */
+  /** Like evaluate(), for a number; throws a TypeError if the value is a point. */
   evaluateNumber(text?: string): number;
-  /** The same for a point; a TypeError where the value is a number. */
+  /** Like evaluate(), for a point; throws a TypeError if the value is a number. */
   evaluatePoint(text?: string): Point;
   /**
-   * Evaluates the compiled text for each row. Columns are variables that were known when the text was compiled: numbers, or for a
-   * variable that is a Point, three numbers per row. Arrays in the module's memory (MemoryArray) are read and written
-   * where they are; others are copied.
+   * Evaluates the compiled text for each row. Columns are the values of variables that existed when the text was compiled:
+   * one number per row, or three if the variable is a Point. Arrays in the module's memory (MemoryArray) are used in place;
+   * others are copied.
    */
   evaluateArrays<Out extends NumberArray = Float64Array>(
     columns: Readonly<Record<string, Column>>,
     options?: ArrayOptions<Out>,
   ): Out;
   /**
-   * A text as a function of numbers by position, the fastest way to compute one number. The names that are no variables
-   * yet become variables. Other variables keep their present values in the function.
+   * Compiles a text to a function of numbers with positional arguments, the fastest way to compute one number. Argument
+   * names that are not variables yet become variables. Other variables keep their present values in the function.
    */
   fn(text: string, ...names: string[]): CompiledFunction;
 
   readonly variables: Variables;
-  /** The text that was compiled last, whether or not it compiles. */
+  /** The last text given to compile, valid or not. */
   readonly text: string;
-  /** Variables that the compiled text reads, in the order of first use. */
+  /** Names of the variables that the compiled text reads, in the order of first use. */
   readonly usedNames: string[];
-  /** Variables that the resolver has answered. */
+  /** Names of the variables that the resolver supplied. */
   readonly hostNames: string[];
   limits: Limits;
 
-  // Editor services: for any text, broken or half typed. They change nothing. A cursor beyond an end is at the end.
+  // Editor services. Any text is accepted, also an incomplete or invalid one. The expression does not change. A cursor
+  // beyond the end means the end.
 
-  /** The tokens of a text, which cover it without a gap. */
+  /** Splits a text into tokens, which cover it without gaps. */
   tokens(text: string): Token[];
-  /** Whether a text would compile, and what is wrong with it. */
+  /** Checks whether a text would compile; if not, returns the failure. */
   diagnose(text: string, options?: AskOptions): Diagnosis;
-  /** What may stand at a cursor and would be accepted, the best first. */
+  /** Proposes items that would be accepted at a cursor, the best first. */
   complete(text: string, cursor?: number, options?: CompletionOptions): Completion[];
-  /** The call that is open around a cursor, or null. */
+  /** The innermost function call that is open at a cursor, or null. */
   signature(text: string, cursor?: number): Signature | null;
-  /** What stands under a cursor, or null for nothing or a blank. */
+  /** Describes the token under a cursor; null if there is none, or only a blank. */
   hover(text: string, cursor: number, options?: AskOptions): Hover | null;
-  /** The text with even spacing; it compiles to the same program. */
+  /** Rewrites a text with uniform spacing; it compiles to the same program. */
   format(text: string): string;
   /**
-   * A text as LaTeX for math mode (what MathJax and KaTeX take), or as presentation MathML: one element <math>. A text that is
-   * no expression is set as it was typed.
+   * Typesets a text for LaTeX math mode (also for MathJax and KaTeX), or as presentation MathML: one element <math>. A text
+   * that is not an expression is set verbatim.
    */
   typeset(text: string, notation: "latex" | "mathml"): string;
-  /** Where a text uses a name. */
+  /** Finds all uses of a name in a text. */
   references(text: string, name: string): Span[];
-  /** What renames a variable wherever a text uses it. */
+  /** Computes the edits that rename a variable at all its uses in a text. */
   rename(text: string, name: string, newName: string): Renaming;
-  /** The numbers and points that are written out, in order; a point stands before its coordinates. */
+  /** Lists the literal numbers and points in order; a point precedes its coordinates. */
   literals(text: string): Literal[];
 
-  /** Gives the memory back. Any later use throws an Error; freeing again has no effect. */
+  /** Releases the memory. Any later use throws an Error; freeing again has no effect. */
   free(): void;
   [Symbol.dispose](): void;
 }
 
-/** A text as a function of numbers by position. */
+/** A text as a function of numbers, with positional arguments. */
 export interface CompiledFunction extends Disposable {
-  /** Throws a MathExprError, without a span, where an item refuses its arguments. */
+  /** Throws a MathExprError, without a span, if an item refuses its arguments. */
   (...args: number[]): number;
   readonly text: string;
   readonly names: readonly string[];
@@ -286,23 +288,23 @@ export interface CompiledFunction extends Disposable {
   [Symbol.dispose](): void;
 }
 
-/** The value of one text. */
+/** Evaluates a text. */
 export function evaluate(
   text: string,
   variables?: Readonly<Record<string, ValueLike>>,
   options?: ExpressionOptions,
 ): Value;
 
-/** A text as a function of numbers: `fn("x^2+y", "x", "y")(3, 1)` is 10. */
+/** Compiles a text to a function of numbers: `fn("x^2+y", "x", "y")(3, 1)` is 10. */
 export function fn(text: string, ...names: string[]): CompiledFunction;
 
-/** Numbers in the module's memory, which evaluateArrays() reads and writes where they are. */
+/** Numbers in the module's memory, which evaluateArrays() uses in place. */
 export class MemoryArray implements Disposable {
-  /** @param source  a number of zeros, or numbers to copy */
+  /** @param source  the number of zeros, or the numbers to copy */
   constructor(source: number | ArrayLike<number>);
   readonly length: number;
   /**
-   * A view of the numbers, for reading and writing. It is detached when the module's memory grows: ask for it again after each
+   * A view of the numbers, for reading and writing. It is detached when the module's memory grows: get it again after every
    * other call of the package.
    */
   readonly values: Float64Array;
@@ -333,25 +335,25 @@ export type ValueKind = "unknown" | "number" | "point" | "either";
 export interface Token extends Span {
   readonly kind: TokenKind;
   readonly text: string;
-  /** How many brackets are open around it. */
+  /** Number of brackets open around the token. */
   readonly depth: number;
-  /** Of a bracket: the index of the token that it pairs with; else null. */
+  /** Of a bracket: index of the matching one; otherwise null. */
   readonly partner: number | null;
 }
 
 export interface AskOptions {
-  /** Whether names that nothing else knows may be looked up by the resolver. */
+  /** Whether the resolver may be called for names that are not known otherwise. */
   askResolver?: boolean;
 }
 
 export interface Diagnosis {
-  /** "unfinished": something has to follow; there is no mistake yet. */
+  /** "unfinished": the text is valid so far, but incomplete. */
   readonly state: "complete" | "unfinished" | "wrong";
-  /** Null where the text compiles. */
+  /** Null if the text compiles. */
   readonly diagnostic: Diagnostic | null;
 }
 
-/** What a host knows of one of its names. */
+/** The host's notes on one of its names. */
 export interface NameNotes {
   description?: string;
   valueKind?: ValueKind;
@@ -360,11 +362,11 @@ export interface NameNotes {
 }
 
 export interface CompletionOptions {
-  /** 200 by default. */
+  /** Upper bound on the number of items; by default 200. */
   maxCount?: number;
-  /** Names that the user has chosen lately, the newest first. */
+  /** Recently chosen names, the newest first. */
   recent?: readonly string[];
-  /** Tells what is known of one of the host's names. */
+  /** Returns the host's notes on one of its names. */
   notes?: (name: string) => NameNotes | null | undefined;
 }
 
@@ -374,13 +376,13 @@ export interface Completion {
   readonly valueKind: ValueKind;
   /** One line. */
   readonly description: string;
-  /** Of a constant or variable; else null. */
+  /** Of a constant or variable; otherwise null. */
   readonly value: Value | null;
-  /** A function is inserted as a call that works. */
+  /** Inserts the name; a function is inserted as a valid call. */
   readonly edit: Edit;
-  /** What to select in the text afterwards: the arguments, to be typed over; else a place. */
+  /** What to select after the edit: a call's arguments, otherwise an empty span. */
   readonly selection: Span;
-  /** Why the host does not want the name here; else empty. */
+  /** Why the host does not want the name used here; otherwise empty. */
   readonly unavailable: string;
 }
 
@@ -388,27 +390,27 @@ export interface Overload {
   /** The usage, such as "min(x,y)". */
   readonly help: string;
   readonly description: string;
-  /** Their names; a last one of "..." repeats. */
+  /** Names of the parameters; a final "..." means that more may follow. */
   readonly parameters: readonly string[];
   readonly parameterKind: ValueKind;
 }
 
 export interface Signature {
   readonly function: string;
-  /** The function's name in the text, or the square bracket. */
+  /** Span of the function's name, or of the square bracket. */
   readonly nameSpan: Span;
-  /** The argument at the cursor, from 0. */
+  /** Index of the argument at the cursor, from 0. */
   readonly argument: number;
-  /** Of the argument, such as "degree"; empty where it has none. */
+  /** Unit of the argument, such as "degree"; empty if it has none. */
   readonly unit: string;
   readonly overloads: readonly Overload[];
-  /** Index of the overload that has this argument. */
+  /** Index of the first overload that has this argument. */
   readonly activeOverload: number;
-  /** What the argument has to be. */
+  /** The required kind of the argument. */
   readonly wanted: ValueKind;
 }
 
-/** Texts are empty where there is nothing to say. */
+/** The token under a cursor. A text that does not apply is empty. */
 export interface Hover {
   readonly kind: TokenKind;
   readonly span: Span;
@@ -416,28 +418,28 @@ export interface Hover {
   /** The usage of an operator or function. */
   readonly help: string;
   readonly description: string;
-  /** The message of an argument that a function is not defined for. */
+  /** The function's message for an argument outside its domain. */
   readonly domain: string;
-  /** Of a function's argument. */
+  /** Unit of a function's argument. */
   readonly unit: string;
-  /** A call of a function. */
+  /** A valid call of the function. */
   readonly example: string;
   readonly exampleValue: Value | null;
-  /** Of a number, constant or name, of the call of a function, or of what a bracket encloses. */
+  /** Of a number, a constant, a name, a function call or a bracketed part. */
   readonly value: Value | null;
-  /** What has this value. */
+  /** The part of the text that has this value. */
   readonly valueSpan: Span;
 }
 
 export interface Renaming {
   readonly refusal: "done" | "not a name" | "name taken" | "read otherwise";
-  /** The use that stands in the way, with the last two refusals. */
+  /** The conflicting use, with the last two refusals. */
   readonly refusedAt: Span;
-  /** In the order of the text; none where the renaming is refused. */
+  /** In text order; none if the renaming is refused. */
   readonly edits: readonly Edit[];
 }
 
-/** A number, with its sign, or a point that is written out. */
+/** A literal number, including its sign, or a literal point. */
 export interface Literal extends Span {
   readonly value: Value;
 }
@@ -454,7 +456,7 @@ export type Family =
   | "geometry"
   | "constants";
 
-/** A constant, operator or function; overloads are items of their own. */
+/** A constant, operator or function. Every overload is a separate item. */
 export interface VocabularyItem {
   readonly kind: "constant" | "operator" | "function";
   readonly family: Family;
@@ -466,15 +468,15 @@ export interface VocabularyItem {
   readonly argCount: number;
   /** Of an operator, 0 to 4; higher binds tighter. */
   readonly precedence: number;
-  /** Whether it is an operator before its operand. */
+  /** Whether it is a prefix operator. */
   readonly unary: boolean;
-  /** Of a constant; else null. */
+  /** Of a constant; otherwise null. */
   readonly value: number | null;
-  /** Units of the arguments and the result; empty where there are none. */
+  /** Units of the arguments and the result; empty if there are none. */
   readonly units: string;
-  /** What the item accepts. */
+  /** Accepted arguments. */
   readonly domain: string;
-  /** Expressions that show it and have a value. */
+  /** Example expressions that have a value. */
   readonly examples: readonly string[];
 }
 
@@ -482,7 +484,7 @@ export interface VocabularyItem {
 export function vocabulary(): VocabularyItem[];
 
 /**
- * Those that have to do with all words, the best first: symbols, units in all their spellings ("inch mm"), words of the notes and
- * descriptions. A unit by itself finds what converts from it, then what converts to it.
+ * Finds the items that match all words, the best first: by symbol, by any name of a unit ("inch mm"), by words of the notes and
+ * descriptions. A unit alone finds the conversions from it, then those to it.
  */
 export function find(words: string): VocabularyItem[];

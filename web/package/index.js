@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// index.js - the package for browsers and workers: the module is loaded from beside this file. Bundlers find it by the
-// expression below, as it is written.
+// index.js - the package for browsers and workers. The module is loaded from the folder of this file; bundlers find it
+// by the exact expression below.
 import { initFrom } from "./lib/start.js";
 
 export * from "./lib/api.js";

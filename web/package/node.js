@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// node.js - the package for Node: the module is read from beside this file.
+// node.js - the package for Node. The module is read from the folder of this file.
 import { readFile } from "node:fs/promises";
 import { pathToFileURL } from "node:url";
 
@@ -9,7 +9,7 @@ import { initFrom } from "./lib/start.js";
 
 export * from "./lib/api.js";
 
-/** A URL, or a path relative to the working folder. */
+/** Reads a URL, or a path relative to the working directory. */
 function read(location) {
   const url = new URL(location, pathToFileURL(`${process.cwd()}/`));
   return url.protocol === "file:" ? readFile(url) : fetch(url);

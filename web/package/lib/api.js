@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// api.js - what every entry of the package exports, beside its init().
+// api.js - the exports that all entries of the package share, besides init().
 import { readBytes, needInstance, u8, wasm } from "./module.js";
 
 export { MemoryArray } from "./arrays.js";

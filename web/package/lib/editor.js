@@ -1,20 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// editor.js - what an edit box needs while its user types: for any text, broken or half typed. Nothing changes.
+// editor.js - editor services, for any text, also an incomplete or invalid one. The expression does not change.
 import * as C from "./layouts.js";
 import { readDiagnostic, readEdit, readSpan } from "./errors.js";
 import { notations, renameRefusals, tokenKinds, typingStates, valueKinds } from "./kinds.js";
 import { checkedText, readArray, readPointer, readText, readTexts, readZeroTerminated, u32, wasm } from "./module.js";
 import { readValue } from "./values.js";
 
-/** Member of a structure that is a number, or the address that a pointer holds. */
+/** A numeric member of a structure, or the address in a pointer member. */
 const member = (address, layout, name) => readPointer(address + layout[name]);
 
-/** Member that is a zero-terminated text. */
+/** A member that points to a zero-terminated text. */
 const textOf = (address, layout, name) => readZeroTerminated(member(address, layout, name));
 
-/** A cursor as the library takes it: within the text. */
+/** A cursor in the form that the library accepts: clamped to the text. */
 const cursorIn = (text, cursor) => Math.min(Math.max(Math.trunc(cursor), 0), text.length);
 
 const noPartner = 0xffffffff; // MATHEXPR_NO_PARTNER
@@ -100,8 +100,8 @@ export class EditorServices {
 
   /**
    * Calls a service.
-   * @param use   calls the library with the handle, the text's address and length, and the answer's
-   * @param read  makes the answer out of its structure
+   * @param use   calls the library with the handle, the text's address and length, and the result's address
+   * @param read  converts the result's structure
    */
   #ask(text, layout, use, read) {
     checkedText(text);

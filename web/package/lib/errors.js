@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// errors.js - diagnostics of the library, and the errors that are made of them.
+// errors.js - diagnostics of the library, and the errors made from them.
 import * as C from "./layouts.js";
 import { expectations, failureKinds } from "./kinds.js";
 import { readPointer, readText, readTexts, u32 } from "./module.js";
@@ -34,18 +34,18 @@ export function applyEdit(text, { start, length, replacement }) {
   return text.slice(0, start) + replacement + text.slice(start + length);
 }
 
-/** A stretch of a text, where the start and the length stand one after the other. */
+/** Reads a span: its start, followed by its length. */
 export function readSpan(address) {
   return { start: u32[address >> 2], length: u32[(address >> 2) + 1] };
 }
 
-/** An edit, as `edit` in layouts.js. */
+/** Reads an edit, as `edit` in layouts.js. */
 export function readEdit(address) {
   const text = readPointer(address + C.edit.replacement);
   return { ...readSpan(address), replacement: readText(text, readPointer(address + C.edit.replacement_length)) };
 }
 
-/** What a structure mathexpr_diagnostic_utf16 holds, of a text; null where nothing has failed. */
+/** Converts a mathexpr_diagnostic_utf16 of a text; null if there is no failure. */
 export function readDiagnostic(address, text) {
   const at = (member) => u32[(address + C.diagnostic[member]) >> 2];
   if (at("message") === 0) return null;
@@ -69,7 +69,7 @@ export function readDiagnostic(address, text) {
   };
 }
 
-/** A number of arguments; any number is Infinity. */
+/** Converts an argument count; any number is Infinity. */
 export function readArgCount(count) {
   return count === 0xffffffff ? Infinity : count;
 }
@@ -81,7 +81,7 @@ const nameReasons = new Map([
   [C.MATHEXPR_DEFINITION_CONTAINS_SYNTAX_CHARACTER, "it holds a character of the syntax"],
 ]);
 
-/** Why a name is not allowed for a variable: of a structure mathexpr_name_refusal, which no message belongs to. */
+/** Converts a mathexpr_name_refusal, which has no message, to a diagnostic. */
 export function nameDiagnostic(name, refusal) {
   const code = u32[(refusal + C.name_refusal.code) >> 2];
   const span = readSpan(refusal + C.name_refusal.start);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// kinds.js - what the numbers of the C interface are called here, in their order.
+// kinds.js - names of the C interface's enumerators in JavaScript, in the order of their numbers.
 
 /** MATHEXPR_TOKEN_... */
 export const tokenKinds = [

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// release.js - gives memory of the module back when the object that owns it is collected and has not been freed.
+// release.js - releases memory of the module when its owner is collected without having been freed.
 
 /**
  * A registry of owners.
- * @param release  takes what was registered beside the owner, which must not refer to it
+ * @param release  called with the value registered with the owner, which must not refer to the owner
  */
 export function releaseWith(release) {
   const registry = new FinalizationRegistry(release);
@@ -15,5 +15,5 @@ export function releaseWith(release) {
   };
 }
 
-/** What `using` calls; browsers that do not know it yet get a symbol of the same name. */
+/** The method that `using` calls; in browsers without it, a symbol of the same name. */
 export const dispose = Symbol.dispose ?? Symbol.for("Symbol.dispose");

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// values.js - numbers and points, as JavaScript has them and as records in the module's memory.
+// values.js - converts between JavaScript's numbers and points and the records in the module's memory.
 import * as C from "./layouts.js";
 import { errorOf, f64, readText, u8, u32, wasm, withFrame } from "./module.js";
 
@@ -29,7 +29,7 @@ export function readValue(address) {
   return u8[address + C.value.type] === C.MATHEXPR_POINT ? new Point(f64[at], f64[at + 1], f64[at + 2]) : f64[at];
 }
 
-/** The coordinates of what stands for a point; null for anything else. */
+/** The coordinates of a point or point-like value; null for anything else. */
 function coordinatesOf(value) {
   if (typeof value !== "object" || value === null) return null;
   const coordinates = Array.isArray(value) ? value : [value.x, value.y, value.z];
@@ -37,7 +37,7 @@ function coordinatesOf(value) {
   return [x, y, z].every((number) => typeof number === "number") && others.length === 0 ? [x, y, z] : null;
 }
 
-/** Writes a record whose bytes may be any. */
+/** Writes a record over uninitialised memory. */
 export function writeValue(address, value) {
   const coordinates = typeof value === "number" ? [value, 0, 0] : coordinatesOf(value);
   if (coordinates === null) {

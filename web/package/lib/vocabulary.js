@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// vocabulary.js - the constants, operators and functions, and the search among them.
+// vocabulary.js - the constants, operators and functions, and their search.
 import * as C from "./layouts.js";
 import { readArgCount } from "./errors.js";
 import { families, itemKinds } from "./kinds.js";
@@ -21,7 +21,7 @@ import {
 
 let items = null;
 
-/** Units of the arguments and the result, what the item accepts, and expressions that show it. */
+/** Reads an item's units, domain and example expressions. */
 function readNotes(index, frame) {
   const length = frame.bytes(4);
   const address = wasm.web_notes(index, length);
