@@ -87,7 +87,7 @@ def one_row(figures):
     rows = [(label(figures, formula), {engine: Mark(times[engine][0] / times[NATIVE][0], times[engine][1] == 0)
                                        for engine in ONE_ROW if engine in times})
             for formula, times in figures.evaluated.items()]
-    return chart("One evaluation", "Time beside native code, compiled with -O2; less is better; a hollow mark is not "
+    return chart("One evaluation", "Time relative to native code compiled with -O2; less is better; a hollow mark is not "
                  "exact to the bit", "x native", ONE_ROW, rows)
 
 
@@ -96,7 +96,7 @@ def many_rows(figures):
     rows = [(label(figures, formula), {way: Mark(times[way] / times[NATIVE], way not in times.get("inexact", ()))
                                        for way in MANY_ROWS if way in times})
             for formula, times in figures.bulk.items()]
-    return chart("Columns of 10,000 rows", "Time beside a native loop, compiled with -O2, on one thread; less is better; "
+    return chart("Columns of 10,000 rows", "Time relative to a native loop compiled with -O2, on one thread; less is better; "
                  "a hollow mark is not exact to the bit", "x native", MANY_ROWS, rows)
 
 

@@ -84,7 +84,7 @@ def evaluation_table(evaluated, titles):
 
 
 def bulk_table(bulk, titles):
-    table = Table("Bulk evaluation, ns for each row",
+    table = Table("Bulk evaluation, ns per row",
                   ["formula", NATIVE, WIDE, OURS, "row by row", *BULK_PEERS, "x native", f"x {WIDE}",
                    "row by row x ours", "1 thread", "2 threads", "1 thread x 2"])
     for formula, times in bulk.items():
@@ -125,7 +125,7 @@ def object_table(compiled, resources, titles):
 
 
 def scale_table(scaled):
-    table = Table("Compile and evaluate once, ns for each term", ["shape, engine", *[f"{t:,}" for t in TERMS]])
+    table = Table("Compile and evaluate once, ns per term", ["shape, engine", *[f"{t:,}" for t in TERMS]])
     for shape in SHAPES:
         for engine, figures in scaled[shape].items():
             cells = [figures.get(t) for t in TERMS]
@@ -147,7 +147,7 @@ PYTHON_ROWS = ["1,000 rows", "1,000,000 rows, 1 thread", "1,000,000 rows, 2 thre
 def python_tables(figures):
     """The Python package: calls beside a lambda, and arrays beside numexpr, NumPy and a plain copy."""
     native = figures["calls"]["lambda(3.0, 4.0)"]
-    calls = Table("Python, a call for single numbers, ns", ["call", "ns", "x lambda"])
+    calls = Table("Python, single calls, ns", ["call", "ns", "x lambda"])
     for call, time in figures["calls"].items():
         calls.rows.append([call, number(time), number(time / native)])
     tables = [calls]
@@ -215,7 +215,7 @@ def summary(evaluated, bulk, compiled, scaled, resources, python):
     row(f"bound function, formulas 3 to 10, worst (formula {worst_function[1]}), x fastest bit-exact peer",
         worst_function[0], 1)
     row(f"evaluate, formulas 1 to 11, worst (formula {worst_peer[1]}), x fastest peer", worst_peer[0], 1)
-    row(f"the same beside bit-exact peers alone (formula {worst_exact[1]})", worst_exact[0], 1)
+    row(f"the same, bit-exact peers only (formula {worst_exact[1]})", worst_exact[0], 1)
     row("evaluate, polynomial, x native", ratio(evaluated[POLYNOMIAL], NATIVE), 6)
     for formula, (title, target) in POINTS_WITH_TARGET.items():
         row(f"evaluate, {title}, x native", ratio(evaluated[formula], NATIVE), target)
@@ -234,7 +234,7 @@ def summary(evaluated, bulk, compiled, scaled, resources, python):
         if any(isinstance(f, str) for f in figures):
             table.rows.append([f"compile, {shape}, 100 to 1,000,000 terms", "fails", "at most 1.5", "no"])
         else:
-            row(f"compile, {shape}, time for each term, slowest x fastest of 100 to 1,000,000 terms",
+            row(f"compile, {shape}, time per term, slowest x fastest of 100 to 1,000,000 terms",
                 max(figures) / min(figures), 1.5)
     row("construct and destroy, full vocabulary, x muparser", ratio(compiled["construct"], "muparser"), 1)
     row("one shot, worst, x muparser",
@@ -242,6 +242,6 @@ def summary(evaluated, bulk, compiled, scaled, resources, python):
     row("allocations in 1000 evaluations", resources["allocations per 1000 evaluations"], 0)
     row("allocations for compiling again", resources["allocations per compile"], 0)
     row("memory of an expression object", resources["bytes of an object"][OURS], 65536, unit=" bytes")
-    row("memory of the compiled ((x*2+y)*3-z)/(a+b*2)", resources["bytes of the program"], 1536, unit=" bytes")
+    row("memory of compiled ((x*2+y)*3-z)/(a+b*2)", resources["bytes of the program"], 1536, unit=" bytes")
     python_targets(row, python)
     return table
