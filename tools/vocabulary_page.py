@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Writes docs/vocabulary.md: every item of the vocabulary, with results that the calculator computes meanwhile.
+"""Writes docs/vocabulary.md: every item of the vocabulary, with results computed by the calculator.
 
 Usage: vocabulary_page.py CALCULATOR PAGE          writes the page
        vocabulary_page.py --check CALCULATOR PAGE  fails when the page is not what would be written
@@ -17,14 +17,14 @@ from pathlib import Path
 INTRODUCTION = """\
 # The vocabulary
 
-Everything that an expression can name, by family. `tools/vocabulary_page.py` writes this page from what the calculator
-answers, so every result on it was computed; do not edit it.
+All constants, operators and functions, by family. `tools/vocabulary_page.py` generates this page with results computed by the
+calculator; do not edit it.
 
-- *Accepts* is what the item computes with. An argument of another kind is refused: *message N* is the message that the
-  user sees (in silent mode `evaluate` or `setExpression` just answers false), *exception 15* is a parsing exception,
-  raised in both modes and never shown.
-- *With points* shows what the item makes of a point among its arguments.
-- A *converted* number, and a distance, carries a second flag, by which `&` tells it from a plain number.
+- *Accepts* lists the valid arguments. Others are refused, with a message or an exception. *Message N* is shown to the user; in silent
+  mode `evaluate` or `setExpression` returns false instead. *Exception 15* is a parsing exception, thrown in both modes and never
+  shown.
+- *With points* shows the results for arguments that are points.
+- A *converted* number, or a distance, has a second flag. `&` treats it differently from a plain number.
 """
 
 PI = Fraction("3.14159265358979323846264338327950288419716939937510")
@@ -137,7 +137,7 @@ def page(calculator):
         ["Name", "Example"],
         [[code(item["symbol"]), computed(item["examples"])] for item in families.pop("Constants")]))
 
-    sections.append("## Operators\n\nThe higher number binds tighter.\n\n" + table(
+    sections.append("## Operators\n\nA higher number binds tighter.\n\n" + table(
         ["Signature", "What it does", "Binds", "Accepts", "Example", "With points", "Otherwise refused"],
         [[code(item["help"]), item["description"].replace("|", "\\|"), str(item["precedence"]), item["domain"],
           computed(item["examples"]), computed(item["points"]), refusals(item)] for item in families.pop("Operators")]))
@@ -154,8 +154,8 @@ def page(calculator):
     survey = float(1 - Fraction(ACRE) / SURVEY_ACRE)
     sections.append(
         "## Conversions between units\n\n"
-        "Each takes one number, any number, and refuses none. Some compute with a number of fewer digits than the true one "
-        f"has. Over {len(ARGUMENTS)} arguments, the largest relative error against the true sizes of the units is\n\n"
+        "Each accepts one number, and refuses none. Some constants have fewer digits than the true sizes of the units. Over "
+        f"{len(ARGUMENTS)} arguments, the maximum relative error is\n\n"
         f"- {told['acre']} between acres and metric areas; those between acres and square feet, inches and yards are exact,\n"
         f"- {told['survey foot']} with survey feet,\n"
         f"- {told['radian']} between degrees and radians,\n"
