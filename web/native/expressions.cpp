@@ -83,6 +83,6 @@ extern "C"
     /// Chooses the language of messages, by the name of a locale such as "pt_BR".
     void web_set_locale(const char* name)
     {
-        setenv("LC_ALL", name, 1);
+        setenv("LC_ALL", name, 1);  // NOLINT(concurrency-mt-unsafe): a module has one thread
     }
 }
