@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Checks.h - inputs for the formulas, and how a result is held against native code's.
+// Checks.h - inputs for the formulas, and the comparison of results with native code.
 #pragma once
 
 #include "benchmarks/Inputs.h"
@@ -11,7 +11,7 @@
 #include <cstdint>
 #include <random>
 
-/// Inputs within which every formula is defined.
+/// Inputs within the domains of all formulas.
 inline Inputs randomInputs(std::mt19937_64& generator)
 {
     const auto draw = [&](double from, double to) {
@@ -35,8 +35,8 @@ inline bool sameBits(double value, double expected)
     return std::bit_cast<std::uint64_t>(value) == std::bit_cast<std::uint64_t>(expected);
 }
 
-/// Whether a value that is not bit-exact is still the same formula's: far more than an engine's own roundings can
-/// amount to, far less than another formula would give.
+/// Whether a value that is not bit-exact still belongs to the same formula. The tolerance is far above an engine's
+/// rounding errors and far below the difference to another formula.
 inline bool isClose(double value, double expected)
 {
     return std::fabs(value - expected) <= 1e-9 * std::fmax(1.0, std::fabs(expected));

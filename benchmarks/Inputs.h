@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Inputs.h - the values that the formulas of the benchmarks read, in one layout for native code and for every engine.
+// Inputs.h - the values that the formulas read, in one layout for native code and all engines.
 #pragma once
 
 #include <array>
@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-/// A point as native code holds it.
+/// A point of native code.
 struct Point
 {
     double x;
@@ -18,7 +18,7 @@ struct Point
     double z;
 };
 
-/// What the formulas name.
+/// The variables of the formulas.
 struct Inputs
 {
     double x;
@@ -31,16 +31,16 @@ struct Inputs
     Point q;
 };
 
-/// The scalars of the inputs, in the order above.
+/// Number of scalars in the inputs.
 inline constexpr std::size_t nbComponents = sizeof(Inputs) / sizeof(double);
 using Scalars = std::array<double, nbComponents>;
 
-/// One scalar among the inputs. Engines without points know a coordinate by the name given here.
+/// A scalar in the inputs. Engines without points use name for a coordinate.
 struct Component
 {
     std::string_view name;
-    char variable;      // the formula's variable that it belongs to
-    std::size_t index;  // among the scalars
+    char variable;      // the formula's variable that contains it
+    std::size_t index;  // index of the scalar in the inputs
 };
 
 inline constexpr std::array<Component, nbComponents> components{{
@@ -63,7 +63,7 @@ inline double valueOf(const Inputs& inputs, const Component& component)
     return std::bit_cast<Scalars>(inputs)[component.index];
 }
 
-/// The components of the variables named in a formula, in the order above.
+/// The components of a formula's variables, in the order above.
 inline std::vector<Component> componentsOf(std::string_view variables)
 {
     std::vector<Component> used;

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Native.cpp - compiled with -O2 and two exceptions. pow is left a call: g++ makes x*x of pow(x, 2), which rounds
-// differently for about one value in a thousand. And nothing is vectorised: reading two coordinates at once that have
-// just been written one by one waits for the memory, and would make the limit slower than it is.
+// Native.cpp - compiled with -O2, with two exceptions. pow is not a built-in: g++ would replace pow(x, 2) by x*x, which
+// rounds differently for about one value in a thousand. And nothing is vectorised: loading two coordinates at once that
+// were just stored one by one stalls, which would make the limit slower than it is.
 #include "benchmarks/Native.h"
 
 #include <cmath>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Native.h - the formulas in C++: the limit that an interpreter can approach, and the values that it has to meet.
+// Native.h - the formulas in C++: the lower bound on an interpreter's time, and the expected values.
 //
-// Each is compiled on its own with g++ -O2 and called through a pointer, as an expression is. Operations stand in the
-// order in which the language states them, and trigonometry takes degrees with the language's eleven decimals of pi.
+// Each function is compiled separately with g++ -O2 and called through a pointer, like an expression. The operations
+// are in the order that the language defines; trigonometry takes degrees, with the language's eleven decimals of pi.
 #pragma once
 
 #include "benchmarks/Inputs.h"
@@ -33,7 +33,7 @@ Point packing(const Inputs& in);
 
 double conversions(const Inputs& in);
 
-/// What the peers make of the trigonometric formula as this language writes it: their angles are radians.
+/// The result of the peers, whose angles are radians, for the trigonometric formula's text.
 double trigonometryInRadians(const Inputs& in);
 
 }

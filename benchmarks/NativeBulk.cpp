@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NativeBulk.cpp - see NativeBulk.h. The columns are read through pointers of their own, as a loop over arrays is
-// written where speed matters.
+// NativeBulk.cpp - see NativeBulk.h. Columns are read through separate pointers, as in performance-critical loops.
 #include "benchmarks/NativeBulk.h"
 
 #include <cmath>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NativeBulk.h - some of the formulas in C++ as loops over columns: the limit of bulk evaluation. Compiled with g++
-// -O2, in a translation unit of their own.
+// NativeBulk.h - some of the formulas in C++ as loops over columns: the lower bound on the time of bulk evaluation.
+// Compiled with g++ -O2, in a separate translation unit.
 #pragma once
 
 #include "benchmarks/Inputs.h"
@@ -10,14 +10,14 @@
 #include <cstddef>
 #include <vector>
 
-/// A column for each of the scalars, and for each of the points.
+/// A column for each scalar and each point.
 struct Columns
 {
     std::vector<double> x, y, z, a, b, r;
     std::vector<Point> p, q;
 };
 
-/// The same source, compiled with -O2, and with -O3 for the processor at hand.
+/// The same source, compiled with -O2, and with -O3 for this processor.
 #define DECLARE_NATIVE_BULK(name)                                                                                      \
     namespace name {                                                                                                   \
     void increment(const Columns& in, double* results, std::size_t nbRows);                                            \

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// bulk.cpp - how long a row takes in bulk evaluation, beside a native loop over the same columns and beside calling
-// evaluate for each row. Times are those of all rows of a run; the counter "items" tells how many there are.
+// bulk.cpp - time per row of bulk evaluation, of a native loop over the same columns, and of calling evaluate for each
+// row. The reported times cover all rows of a run; the counter "items" is their number.
 //
-// Before anything is measured, all results are compared with native code's; the program fails where a bit differs.
+// First, all results are compared with native code; the program fails if a bit differs.
 #include "benchmarks/Checks.h"
 #include "benchmarks/Formulas.h"
 #include "benchmarks/NativeBulk.h"
@@ -23,14 +23,14 @@
 
 namespace {
 
-constexpr std::size_t nbRowsCached = 10'000;     // what the caches nearest to a processor hold
-constexpr std::size_t nbRowsShared = 1'000'000;  // where threads share the work
+constexpr std::size_t nbRowsCached = 10'000;     // fit in the caches nearest to a processor
+constexpr std::size_t nbRowsShared = 1'000'000;  // enough to be shared by threads
 
 using Native = void (*)(const Columns& in, double* results, std::size_t nbRows);
 
 struct BulkFormula
 {
-    std::size_t number;  // among the formulas
+    std::size_t number;  // index of the formula
     Native native;
     Native nativeWide;  // with -O3 for this processor
 };
@@ -66,7 +66,7 @@ Columns makeColumns(std::size_t count)
     return columns;
 }
 
-/// One formula over some rows, in all ways.
+/// One formula over a number of rows, computed in all ways.
 class Candidate
 {
 public:

@@ -1,9 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Draws charts of the figures as SVG: for each formula a line, on it a mark for each engine, on a logarithmic scale.
+"""Draws charts of the figures as SVG: a line per formula with a mark per engine, on a logarithmic scale.
 
-A chart follows the reader's light or dark colour scheme, and needs no font but the reader's own.
+Charts adapt to the reader's light or dark colour scheme, and use the reader's system font.
 """
 import math
 from dataclasses import dataclass
@@ -22,7 +22,7 @@ TITLE_HEIGHT = 54
 AXIS_HEIGHT = 40
 RADIUS = 5
 
-# Colours that are told apart on white and on black, also by those who cannot tell red from green; so are the shapes.
+# Colours that can be distinguished on white and on black, also by colour-blind readers; shapes differ as well.
 STYLE = """
 text { font: 12px system-ui, sans-serif; fill: #1f2328; }
 .title { font-size: 16px; font-weight: 600; }
@@ -51,7 +51,7 @@ SHAPES = {
 
 @dataclass
 class Engine:
-    """What is drawn for an engine."""
+    """Shape and colour of an engine's mark."""
     title: str
     shape: str
     colour: str
@@ -101,14 +101,14 @@ def many_rows(figures):
 
 
 def label(figures, formula):
-    """What stands beside the line of a formula."""
+    """The label of a formula's line."""
     return f"{formula}  {figures.titles[f'formula {formula}']}"
 
 
 def chart(title, subtitle, unit, engines, rows):
     """The text of the SVG file.
 
-    engines: {name: Engine} in the order of the key; rows: [(label, {name: Mark})]. The value 1 has a line of its own.
+    engines: {name: Engine} in the order of the legend; rows: [(label, {name: Mark})]. A line marks the value 1.
     """
     values = [mark.value for _, marks in rows for mark in marks.values()]
     scale = Scale(min([1.0, *values]), max([1.0, *values]))
@@ -130,7 +130,7 @@ def chart(title, subtitle, unit, engines, rows):
         y = top + (index + 0.5) * ROW_HEIGHT
         parts.append(text(MARGIN, y + 4, label))
         parts.append(f'<path class="grid" d="M{scale.left},{y}H{scale.right}"/>')
-        # The first of the key on top of the others.
+        # The first of the legend is drawn on top.
         for name in reversed([name for name in engines if name in marks]):
             told = f"{engines[name].title}: {marks[name].value:.3g}"
             parts.append(drawn(engines[name], scale.place(marks[name].value), y, marks[name].exact, told))
@@ -162,14 +162,14 @@ def text(x, y, content, style=None, anchor=None, identifier=None):
 
 
 def drawn(engine, x, y, exact, told):
-    """A mark; hollow where the results are not exact."""
+    """A mark; hollow if the results are not exact."""
     colour = f'fill="{engine.colour}"' if exact else f'class="paper" stroke="{engine.colour}" stroke-width="2"'
     return (f'<path transform="translate({x},{y})" d="{SHAPES[engine.shape](RADIUS)}" {colour}>'
             f"<title>{escape(told)}</title></path>")
 
 
 def key(engines):
-    """Which mark is whose, in lines below the title."""
+    """The legend, in lines below the title."""
     parts = []
     column = (LABEL_WIDTH + PLOT_WIDTH) // KEYS_PER_LINE
     for index, engine in enumerate(engines.values()):

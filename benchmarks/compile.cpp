@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// compile.cpp - how long compiling takes: a text compiled and evaluated once on an existing object, the same for texts
-// of up to a million terms, an object made and destroyed, and one text computed by a fresh object.
+// compile.cpp - times of: compiling a text and evaluating it once on an existing object; the same for texts of up to a
+// million terms; creating and destroying an object; computing a text with a new object.
 //
-// Compilers allocate, and one that leaves the heap in another state changes what its neighbours pay: each engine is to
-// be measured in a process of its own, chosen by --benchmark_filter. Names are "compile/FORMULA/ENGINE",
-// "scale/SHAPE/TERMS/ENGINE", "construct/ENGINE" and "oneshot/NUMBER/ENGINE".
+// Compilers allocate, and the state in which one leaves the heap affects the others. So each engine must be measured in
+// a separate process, selected with --benchmark_filter. Names are "compile/FORMULA/ENGINE", "scale/SHAPE/TERMS/ENGINE",
+// "construct/ENGINE" and "oneshot/NUMBER/ENGINE".
 #include "benchmarks/Checks.h"
 #include "benchmarks/Formulas.h"
 #include "benchmarks/engines/FparserEngine.h"
@@ -37,7 +37,7 @@ double compileAndEvaluate(Engine& engine, const typename Engine::Text& text)
     return engine.number();
 }
 
-/// Compiles and evaluates for many inputs; returns how many results differ from native code's bit for bit.
+/// Compiles and evaluates for many inputs; returns the number of results that differ from native code in any bit.
 template <class Engine>
 std::size_t countDiffering(Engine& engine, const Formula& formula, const typename Engine::Text& text)
 {
@@ -50,7 +50,7 @@ std::size_t countDiffering(Engine& engine, const Formula& formula, const typenam
         {
             *engine.slot(component) = valueOf(inputs, component);
         }
-        // This library's angles are degrees; what the peers make of the same text is in radians.
+        // This library's angles are degrees; the peers read the same text in radians.
         const auto native = std::is_same_v<Engine, MathexprEngine> ? std::get<Formula::NativeNumber>(formula.native)
                                                                    : formula.sameTextNative;
         const double expected = native(inputs);
@@ -64,7 +64,7 @@ std::size_t countDiffering(Engine& engine, const Formula& formula, const typenam
     return differing;
 }
 
-/// Runs a measurement and reports what it throws as the reason why there is none.
+/// Runs a measurement; an exception is reported as the reason why there is no result.
 template <class Body>
 void guarded(benchmark::State& state, Body body)
 {
@@ -95,7 +95,7 @@ void compileFormula(benchmark::State& state, const Formula& formula)
     });
 }
 
-/// A sum of x, so many terms, in one of the shapes.
+/// A sum of nbTerms times x, in one of the shapes.
 std::string sumOf(std::size_t nbTerms, std::string_view shape)
 {
     std::string text;

@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// editor.cpp - what each editor service costs for a text of 100 and of 1,000 characters, with 600 names of the host's, and
-// with 100,000 in an index.
-// Prints a line for each: the service, the length, microseconds (the median of many calls), and the bound. Fails where a
-// bound is broken: a keystroke has to be answered before the next.
+// editor.cpp - time of each editor service for texts of 100 and of 1,000 characters, with 600 names of the host, and
+// with 100,000 names in an index. Prints one line each: service, length, microseconds (median of many calls), upper
+// bound. Fails if a bound is exceeded: a keystroke must be handled before the next one.
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/Variables.h"
@@ -51,7 +50,7 @@ private:
     std::vector<std::wstring> names;
 };
 
-/// A sum that ends in the middle of a name, with a call around it.
+/// A sum in a call that ends in the middle of a name.
 std::wstring textOf(std::size_t characters)
 {
     const std::wstring tail = L"+dist([0,0,0],[1,2,width*2])+max(1,wid";
@@ -76,7 +75,7 @@ double medianOf(const std::function<void()>& call)
     return times[callCount / 2];
 }
 
-/// @return whether every service answers in time
+/// @return whether all services are within their bounds
 bool measure(const char* heading, const mathexpr::IMathExprNameSource& names)
 {
     std::printf("%s\n", heading);
@@ -113,7 +112,7 @@ bool measure(const char* heading, const mathexpr::IMathExprNameSource& names)
         };
         for (const auto& service : services)
         {
-            service.call();  // makes what the process keeps for good
+            service.call();  // creates what the process then keeps
             const double median = medianOf(service.call);
             isWithin = isWithin && median <= length.bound;
             std::printf("%-30s %5zu characters %9.1f us of %.0f\n", service.service, text.size(), median, length.bound);

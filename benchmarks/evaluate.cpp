@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// evaluate.cpp - how long one evaluation takes, for every formula and every engine.
+// evaluate.cpp - the time of one evaluation, for every formula and every engine.
 //
-// Before anything is measured, every engine's results are compared with native code's. A peer whose bits differ is
-// marked in the counter "differing"; one that computes something else is left out. If this library differs by a single
-// bit, through any of its doors, the program fails.
+// First, every engine's results are compared with native code. A peer whose bits differ is marked in the counter
+// "differing"; one that computes something else is omitted. If any interface of this library differs in a single bit,
+// the program fails.
 #include "benchmarks/Checks.h"
 #include "benchmarks/Formulas.h"
 #include "benchmarks/engines/CInterfaceEngines.h"
@@ -31,9 +31,9 @@
 namespace {
 
 constexpr std::size_t nbChecks = 4096;
-constexpr std::size_t nbRows = 64;  // of inputs that a measurement runs through; a power of two
+constexpr std::size_t nbRows = 64;  // of inputs per measurement; a power of two
 
-/// The values of a formula's components, row after row.
+/// The values of a formula's components, row by row.
 std::vector<double> measurementTable(const std::vector<Component>& used)
 {
     std::mt19937_64 generator(1);
@@ -49,7 +49,7 @@ std::vector<double> measurementTable(const std::vector<Component>& used)
     return table;
 }
 
-/// An engine with one formula prepared, and what the comparison with native code found.
+/// An engine with a prepared formula, and the outcome of the comparison with native code.
 template <class Engine>
 struct Candidate
 {
@@ -124,8 +124,8 @@ std::shared_ptr<Candidate<Engine>> makeCandidate(const Formula& formula)
     return candidate;
 }
 
-/// The loop that is measured. The number of variables is fixed at compile time, so that changing them costs a load and
-/// a store each, in every engine alike.
+/// The measured loop. The number of variables is fixed at compile time, so that changing them costs one load and one
+/// store each, for every engine.
 template <std::size_t nbSlots, bool isPoint, class Engine>
 void measure(benchmark::State& state, Candidate<Engine>& candidate)
 {
@@ -190,7 +190,7 @@ Measure<Engine> measureFor(std::size_t nbSlots, bool isPoint)
     }
 }
 
-/// Registers the measurement of one formula by one engine, named "formula/engine".
+/// Registers the measurement of a formula with an engine, named "formula/engine".
 template <class Engine>
 bool registerEngine(std::size_t number, const Formula& formula)
 {
@@ -207,7 +207,7 @@ bool registerEngine(std::size_t number, const Formula& formula)
         state.counters["differing"] = static_cast<double>(candidate->differing);
     });
 
-    // A bound function of points does not exist.
+    // Bound functions do not return points.
     constexpr bool isFunction = std::is_same_v<Engine, BoundFunctionEngine>;
     constexpr bool isOurs =
         isFunction || std::is_same_v<Engine, MathexprEngine> || std::is_same_v<Engine, CInterfaceEngine>;

@@ -3,9 +3,9 @@
 
 """Runs the benchmark programs and collects their figures: medians in nanoseconds of processor time.
 
-Everything runs pinned to one processor. Evaluation: one process for each formula, in which Google Benchmark interleaves
-the engines at random. Compiling: each engine in a process of its own, in rounds, so that the engines alternate. Long
-texts: a process for each text, which may fail without harm to the others.
+Everything is pinned to one processor. Evaluation: one process per formula, in which Google Benchmark interleaves the
+engines at random. Compilation: a separate process per engine, in rounds, so that the engines alternate. Long texts: one
+process per text, so that a failure does not affect the others.
 """
 import contextlib
 import json
@@ -17,7 +17,7 @@ from pathlib import Path
 
 NATIVE = "native"
 OURS = "mathexpr"
-DOORS = ["C interface", "bound function"]  # of this library, beside evaluate of the class
+DOORS = ["C interface", "bound function"]  # of this library, in addition to the class's evaluate
 PEERS = ["muparser", "muparserx", "fparser", "fparser optimized", "luajit"]
 NB_FORMULAS = 19
 BULK_PEERS = ["numexpr", "numpy"]
@@ -28,14 +28,14 @@ TERMS = [100, 1000, 10_000, 100_000, 1_000_000]
 
 @dataclass
 class Effort:
-    """How much is measured."""
+    """The extent of the measurements."""
     evaluate_rounds: int
     evaluate_seconds: float  # of each repetition
     compile_rounds: int
     compile_seconds: float
     scale_rounds: int
     scale_timeout: float
-    scale_peer_terms: int  # the largest text that peers are given
+    scale_peer_terms: int  # the largest text for peers
 
 
 FULL = Effort(15, 0.01, 9, 0.008, 5, 10.0, 1_000_000)
@@ -43,7 +43,7 @@ QUICK = Effort(5, 0.004, 3, 0.002, 2, 3.0, 1000)
 
 
 class Failed(Exception):
-    """A program that was to report figures did not."""
+    """A benchmark program reported no figures."""
 
 
 class Programs:
@@ -53,7 +53,7 @@ class Programs:
         self.directory = directory
         self.effort = effort
         self.progress = progress
-        self.titles = {}  # of formulas and one-shot texts, as the programs tell them
+        self.titles = {}  # of formulas and one-shot texts, as reported by the programs
 
     def run(self, program, *arguments, timeout=None):
         command = [os.path.join(self.directory, program), *arguments]
@@ -65,7 +65,7 @@ class Programs:
         return json.loads(done.stdout)
 
     def benchmark(self, program, pattern, seconds, repetitions=1, timeout=None):
-        """The rows of single repetitions."""
+        """The results of the single repetitions."""
         report = self.run(program, f"--benchmark_filter={pattern}", f"--benchmark_min_time={seconds}",
                           f"--benchmark_repetitions={repetitions}", "--benchmark_enable_random_interleaving=true",
                           "--benchmark_format=json", timeout=timeout)
@@ -73,7 +73,7 @@ class Programs:
         return [row for row in report["benchmarks"] if row.get("run_type") != "aggregate"]
 
     def evaluate(self, formulas, engines):
-        """{formula: {engine: (ns, differing results)}}; an engine that cannot compute a formula is not in it."""
+        """{formula: {engine: (ns, differing results)}}, without the engines that cannot compute a formula."""
         result = {}
         for formula in formulas:
             self.progress(f"evaluate {formula}")
@@ -83,7 +83,7 @@ class Programs:
         return result
 
     def bulk(self):
-        """{formula: {way: ns for a row}}: processor time on one thread, and elapsed time on one and on two."""
+        """{formula: {way: ns per row}}: processor time on one thread, and elapsed time on one and on two."""
         result = {}
         for formula in BULK_FORMULAS:
             self.progress(f"bulk {formula}")
@@ -100,7 +100,7 @@ class Programs:
         return result
 
     def python(self):
-        """What python_package.py measures, run by the Python of the environment beside the programs."""
+        """The figures of python_package.py, run by the Python of the environment beside the programs."""
         self.progress("the Python package")
         script = Path(__file__).with_name("python_package.py")
         with self.on_all_processors():
@@ -108,7 +108,7 @@ class Programs:
 
     @contextlib.contextmanager
     def on_all_processors(self):
-        """Programs started meanwhile are not pinned."""
+        """Programs started in this context are not pinned."""
         pinned = os.sched_getaffinity(0)
         os.sched_setaffinity(0, range(os.cpu_count()))
         try:
@@ -130,7 +130,7 @@ class Programs:
         return {name: medians(some, lambda name: name[-1]) for name, some in by_measurement.items()}
 
     def scale(self, engines):
-        """{shape: {engine: {terms: ns for each term, or why there is no figure}}}"""
+        """{shape: {engine: {terms: ns per term, or the reason why there is no figure}}}"""
         result = {shape: {engine: {} for engine in engines} for shape in SHAPES}
         for shape in SHAPES:
             for engine in engines:
@@ -158,7 +158,7 @@ class Programs:
         return statistics.median(row["cpu_time"] for row in rows) / terms
 
     def resources(self):
-        """What benchmark_resources prints; the first object's times are medians, since a process has only one."""
+        """The output of benchmark_resources. The times of the first object are medians over several processes."""
         self.progress("resources")
         reports = [self.run("benchmark_resources") for _ in range(self.effort.compile_rounds)]
         first = [report["first object, ns"] for report in reports]
@@ -166,7 +166,7 @@ class Programs:
 
 
 def medians(rows, engine_of, time="cpu_time"):
-    """{engine: (median ns, differing results)} of the rows that are no errors; for each item where items are counted."""
+    """{engine: (median ns, differing results)} without failed rows; per item if items are counted."""
     times, differing = {}, {}
     for row in rows:
         if row.get("error_occurred"):

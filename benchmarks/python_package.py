@@ -4,9 +4,9 @@
 
 """python_package.py ROUNDS - measures the Python package beside Python itself, NumPy and numexpr, and prints the figures as JSON.
 
-It is run by the Python of an environment that holds the package and numexpr. Ways that are compared take turns in each
-round, and a figure is the median of all rounds, in nanoseconds of a call: processor time on one thread, elapsed on two. Before anything is measured, the results
-are compared: this package has to agree with NumPy, bit for bit where only arithmetic is done.
+Run it with the Python of an environment that has the package and numexpr. The compared ways take turns in each round. A
+figure is the median of all rounds, in nanoseconds per call: processor time on one thread, elapsed time on two. First, the
+results are compared: this package must agree with NumPy, bit for bit if only arithmetic is involved.
 """
 
 import json
@@ -22,7 +22,7 @@ import numexpr
 import numpy
 
 ROUNDS = int(sys.argv[1])
-ROUND_SECONDS = 0.01  # for each way, at least one call
+ROUND_SECONDS = 0.01  # per way; at least one call
 
 DEGREE = "3.14159265359/180"
 LENGTH = "(px-qx)*(px-qx)+(py-qy)*(py-qy)+(pz-qz)*(pz-qz)"
@@ -35,7 +35,7 @@ def horner():
     return text
 
 
-# By the number of the formula: the text, its arguments, the text of numexpr, and whether every bit is the same there.
+# By number of the formula: the text, its arguments, the text for numexpr, and whether numexpr's bits are the same.
 FORMULAS = {
     "1 x+1": ("x+1", "x", "x+1", True),
     "4 ((x*2+y)*3-z)/(a+b*2)": ("((x*2+y)*3-z)/(a+b*2)", "xyzab", "((x*2+y)*3-z)/(a+b*2)", True),
@@ -62,7 +62,7 @@ def compare(ways, clock):
 
 
 def calls():
-    """A call for single numbers, beside a lambda of the same formula. A loop of its own, without a lambda around it."""
+    """Calls with single numbers, and of a lambda of the same formula. The loop contains no further lambda."""
     formula = "((x*2+y)*3-x)/(y+x*2)"
     names = {
         "native": eval(f"lambda x, y: {formula}"),
@@ -94,7 +94,7 @@ def calls():
 
 
 def inputs(arguments, row_count):
-    """The columns of a formula by name, for us and for numexpr."""
+    """The columns of a formula by name, for this package and for numexpr."""
     generator = numpy.random.default_rng(1)
     ours, theirs = [], {}
     for name in arguments:
@@ -110,7 +110,7 @@ def inputs(arguments, row_count):
 
 
 def rows(row_count, threads):
-    """{formula: {way: ns of a call}} for arrays; numexpr compiles before."""
+    """{formula: {way: ns per call}} for arrays; numexpr's compilation is not measured."""
     figures = {}
     numexpr.set_num_threads(threads)
     for title, (text, arguments, peer_text, is_exact) in FORMULAS.items():
@@ -135,7 +135,7 @@ def rows(row_count, threads):
     return figures
 
 
-# By the number of the formula: its text and arguments; for NumPy; for numexpr, a text for each coordinate of the result.
+# By number of the formula: its text and arguments; for NumPy; for numexpr, a text per coordinate of the result.
 BULK_FORMULAS = {
     1: ("x+1", "x", "x+1", ["x+1"]),
     4: ("((x*2+y)*3-z)/(a+b*2)", "xyzab", "((x*2+y)*3-z)/(a+b*2)", ["((x*2+y)*3-z)/(a+b*2)"]),
@@ -152,7 +152,8 @@ BULK_FORMULAS = {
 
 
 def bulk_peers(row_count=10_000):
-    """{formula: {peer: ns for a row, "inexact": peers whose bits differ}}: NumPy makes arrays as it goes; numexpr is compiled before, and writes where results are."""
+    """{formula: {peer: ns per row, "inexact": peers whose bits differ}}. NumPy creates intermediate arrays; numexpr's
+    compilation is not measured, and it writes to existing arrays."""
     figures = {}
     numexpr.set_num_threads(1)
     for number, (text, arguments, numpy_text, numexpr_texts) in BULK_FORMULAS.items():
@@ -185,7 +186,7 @@ def bulk_peers(row_count=10_000):
 
 
 def import_time():
-    """Milliseconds of processor time that the import takes in a fresh process; the median."""
+    """Median processor time of the import in a new process, in milliseconds."""
     program = "import time; before = time.process_time(); import mathexpr; print((time.process_time() - before) * 1e3)"
     times = [float(subprocess.run([sys.executable, "-c", program], stdout=subprocess.PIPE, text=True, check=True).stdout)
              for _ in range(max(ROUNDS, 5))]

@@ -1,24 +1,24 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Makes tables of the figures, sets the targets beside them, and writes docs/performance.md."""
+"""Formats the figures as tables, compares them with the targets, and writes docs/performance.md."""
 import statistics
 from dataclasses import dataclass, field
 
 from measure import BULK_PEERS, DOORS, NATIVE, OURS, PEERS, SHAPES, TERMS
 
-MARK = "~"  # a peer whose results are not native code's bit for bit
+MARK = "~"  # a peer whose results differ from native code in some bits
 MEAN_OF = range(1, 12)
 NESTED_ARITHMETIC = 4
 WIDE = "native O3"  # compiled for the processor at hand
 POLYNOMIAL = 10
 POINTS_WITH_TARGET = {14: ("p+q*2", 3.0), 15: ("dist(p,q)", 2.5), 16: ("vec1(p,q)*r", 2.5)}
-CALLS_ALONE = {1, 2, 11}  # so short that what a call costs decides
+CALLS_ALONE = {1, 2, 11}  # so short that the cost of the call dominates
 
 
 @dataclass
 class Figures:
-    """All that was measured, as measure.Programs answers it."""
+    """All figures, as returned by measure.Programs."""
     evaluated: dict
     bulk: dict
     compiled: dict
@@ -61,7 +61,7 @@ def marked(figure):
 
 
 def ratio(figures, other, ours=OURS):
-    """Ours through the other's; None where one is missing."""
+    """Ratio of our figure to the other's; None if one is missing."""
     if ours not in figures or other not in figures:
         return None
     return figures[ours][0] / figures[other][0]
@@ -145,7 +145,7 @@ PYTHON_ROWS = ["1,000 rows", "1,000,000 rows, 1 thread", "1,000,000 rows, 2 thre
 
 
 def python_tables(figures):
-    """The Python package: calls beside a lambda, and arrays beside numexpr, NumPy and a plain copy."""
+    """The Python package: calls compared with a lambda; arrays compared with numexpr, NumPy and a plain copy."""
     native = figures["calls"]["lambda(3.0, 4.0)"]
     calls = Table("Python, single calls, ns", ["call", "ns", "x lambda"])
     for call, time in figures["calls"].items():
@@ -162,7 +162,8 @@ def python_tables(figures):
 
 
 def python_targets(row, figures):
-    """A target of arrays depends on what a plain copy takes: where that is most of numexpr's time, nobody can be faster."""
+    """The target of an array formula depends on the time of a plain copy: if that is most of numexpr's time, no library can
+    be faster."""
     calls = figures["calls"]
     native = calls["lambda(3.0, 4.0)"]
     row("Python, f(3.0, 4.0), x lambda", calls["f(3.0, 4.0)"] / native, 1.5)
@@ -194,7 +195,7 @@ def tables(figures):
 
 
 def summary(evaluated, bulk, compiled, scaled, resources, python):
-    """The targets, each beside its figure. A target is an upper bound unless it is written with "at least"."""
+    """The targets with their figures. A target is an upper bound unless it says "at least"."""
     table = Table("Targets", ["what", "figure", "target", "reached"])
 
     def row(what, figure, target, at_least=False, unit=""):

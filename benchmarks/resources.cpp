@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// resources.cpp - what this library allocates: while evaluating, while compiling, for an expression object and for a
-// compiled program; and how long the first object of a process takes. Prints one JSON object.
+// resources.cpp - allocations of this library during evaluation, during compilation, for an expression object and for a
+// compiled program; and the time to create the first object of a process. Prints one JSON object.
 //
-// Every allocation of the process is counted, in the shared library too: operator new is replaced.
+// Counts every allocation of the process, including those in the shared library, by replacing operator new.
 #include "benchmarks/Formulas.h"
 #include "benchmarks/engines/FparserEngine.h"
 #include "benchmarks/engines/MathexprEngine.h"
@@ -28,7 +28,7 @@ namespace {
 std::size_t nbAllocations = 0;
 std::size_t liveBytes = 0;
 
-/// What the heap spends on a block, its header included.
+/// Heap memory of a block, including its header.
 std::size_t sizeOnHeap(void* block)
 {
     return malloc_usable_size(block) + sizeof(std::size_t);
@@ -88,7 +88,7 @@ void operator delete(void* block, std::size_t, std::align_val_t) noexcept
 
 namespace {
 
-/// Allocations made by the body.
+/// Number of allocations in the body.
 template <class Body>
 std::size_t allocationsOf(Body body)
 {
@@ -127,7 +127,7 @@ std::size_t allocationsPerThousandEvaluations()
     return most;
 }
 
-/// On an object that has compiled each of the formulas once, the most that compiling one of them again allocates.
+/// The greatest number of allocations when a formula is compiled again on an object that has compiled all of them.
 std::size_t allocationsPerCompile()
 {
     MathexprEngine engine;
@@ -145,7 +145,7 @@ std::size_t allocationsPerCompile()
     return most;
 }
 
-/// The heap that an object with its whole vocabulary takes, its own size included.
+/// Heap memory of an object with its whole vocabulary, including its own size.
 template <class Object, class... Args>
 std::size_t bytesOf(Args... args)
 {
@@ -154,7 +154,7 @@ std::size_t bytesOf(Args... args)
     return liveBytes - before;
 }
 
-/// The heap that compiling a text adds to an object that has compiled none.
+/// Heap memory added by compiling a text on an object that has compiled none.
 std::size_t bytesOfProgram(const Formula& formula)
 {
     MathexprEngine engine;
@@ -168,7 +168,7 @@ std::size_t bytesOfProgram(const Formula& formula)
 
 int main()
 {
-    // First of all: what the first object of a process takes, and what it leaves behind for those that follow.
+    // This must come first: time and memory of the first object of a process.
     const std::size_t beforeFirst = liveBytes;
     const double first = nanosecondsOf([] { MathexprEngine::construct(); });
     const std::size_t sharedBytes = liveBytes - beforeFirst;

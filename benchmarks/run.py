@@ -2,9 +2,9 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Runs the benchmarks, prints the tables, and writes the page about performance.
+"""Runs the benchmarks, prints the tables, and writes the page on performance.
 
-./dev bench builds the programs and calls this. While working on the engine, build them once with the preset "bench"
+./dev bench builds the programs and calls this script. While working on the engine, build them once with the preset "bench"
 and call it directly, for example: benchmarks/run.py build/bench/bin --quick --only evaluate --formula 4,10
 """
 import argparse
@@ -15,7 +15,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-sys.dont_write_bytecode = True  # the source folder stays as it is
+sys.dont_write_bytecode = True  # leaves no files in the source folder
 
 import charts
 import measure
@@ -81,7 +81,7 @@ def everything(programs):
 
 
 def write_page(path, figures, tables, machine_text):
-    """The page: pictures, what was measured and how, the figures with the targets first, and the hand-written remarks."""
+    """The page: pictures, method, the targets, the other figures, and the hand-written remarks."""
     template = Path(__file__).with_name("page.md").read_text(encoding="utf-8")
     path.write_text(template.format(machine=machine_text, summary=tables[-1].markdown(),
                                     tables="\n".join(table.markdown() for table in tables[:-1])), encoding="utf-8")

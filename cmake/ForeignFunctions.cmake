@@ -1,10 +1,10 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# The text of mathexpr.h and mathexpr_editor.h for foreign-function interfaces that read declarations of C without a preprocessor, such as
-# LuaJIT's ffi.cdef and cffi: ForeignFunctions.cmake -D INCLUDE=... -D CDEF=...
+# Extracts declarations from mathexpr.h and mathexpr_editor.h for foreign-function interfaces without a preprocessor,
+# such as LuaJIT's ffi.cdef and cffi: ForeignFunctions.cmake -D INCLUDE=... -D CDEF=...
 #
-# Of the headers it keeps the declarations, and each macro that is a plain number becomes a constant of an enumeration.
+# Keeps the declarations, and converts each macro that is a plain number to an enumerator.
 cmake_minimum_required(VERSION 3.25)
 file(READ ${INCLUDE}/mathexpr.h text)
 file(READ ${INCLUDE}/mathexpr_editor.h editor_text)

@@ -1,8 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# What makes a fault in the library or the calculator hard to exploit. For what is shipped, not for tests: mathexpr_hardening
-# compiles it, and hardening_link_options link it, but no host that contains the static library.
+# Options that make faults in the library or the calculator hard to exploit. They are for what is shipped, not for
+# tests: mathexpr_hardening has the compile options, hardening_link_options the link options, which do not propagate to
+# hosts of the static library.
 #
 #   -fstack-protector-strong    a function with an array notices that its return address was overwritten
 #   -fstack-clash-protection    a large frame touches each of its pages, so that it cannot jump over the guard page
@@ -12,7 +13,8 @@
 #   -z relro, -z now            all functions of other libraries are bound at start, in tables that are read-only afterwards
 #   PIE                         the calculator is loaded at random addresses
 #
-# No value changes. The sanitizers check more than this, and fortified functions would hide from them what they check.
+# No value changes. Sanitizer builds leave the options out: sanitizers check more, and fortified functions would hide
+# calls from them.
 option(MATHEXPR_HARDEN "Harden the library and the calculator" ON)
 
 add_library(mathexpr_hardening INTERFACE)
@@ -20,15 +22,16 @@ if(NOT MATHEXPR_HARDEN OR CMAKE_CXX_FLAGS MATCHES "-fsanitize")
   return()
 endif()
 
-if(MINGW)  # The linker's defaults since binutils 2.36. The rest needs a run-time DLL, or has no meaning there.
+if(MINGW)  # These are the linker's defaults since binutils 2.36. The other options need a run-time DLL, or have no
+           # meaning there.
   set(hardening_link_options -Wl,--dynamicbase,--high-entropy-va,--nxcompat)
-elseif(NOT MSVC AND NOT EMSCRIPTEN)  # WebAssembly's memory has no return addresses, and holds no code
+elseif(NOT MSVC AND NOT EMSCRIPTEN)  # WebAssembly's memory contains no return addresses and no code
   include(CheckCXXCompilerFlag)
   include(CheckCXXSourceCompiles)
   include(CheckPIESupported)
   check_pie_supported(LANGUAGES CXX)
 
-  set(CMAKE_REQUIRED_FLAGS -Werror)  # or clang would merely warn that it ignores an option
+  set(CMAKE_REQUIRED_FLAGS -Werror)  # otherwise clang would only warn that it ignores an option
   foreach(option -fstack-protector-strong -fstack-clash-protection -fcf-protection -mbranch-protection=standard)
     string(MAKE_C_IDENTIFIER "MATHEXPR_HAS${option}" has_option)
     check_cxx_compiler_flag(${option} ${has_option})
@@ -37,7 +40,7 @@ elseif(NOT MSVC AND NOT EMSCRIPTEN)  # WebAssembly's memory has no return addres
     endif()
   endforeach()
 
-  # Level 3 knows sizes that are computed at run time. Nothing is fortified where nothing is optimised.
+  # Level 3 also checks sizes computed at run time. Fortification needs optimisation.
   check_cxx_source_compiles("int main(int, char** v) { return __builtin_dynamic_object_size(v, 0) == 1; }"
                             MATHEXPR_HAS_DYNAMIC_OBJECT_SIZE)
   unset(CMAKE_REQUIRED_FLAGS)

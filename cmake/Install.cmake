@@ -1,18 +1,18 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# What cmake --install puts where, in three components:
-#   library      what a program needs that was linked with the library
-#   development  what it takes to compile such a program: headers, CMake package, pkg-config file, documents, examples
+# What cmake --install installs, in three components:
+#   library      needed to run a program that is linked with the library
+#   development  needed to compile such a program: headers, CMake package, pkg-config file, documents, examples
 #   tool         the calculator
 #
-# Nothing that is installed holds a path of the machine that built it: the whole may be moved.
+# Installed files contain no absolute path of the build machine, so the installation can be moved.
 include(CMakePackageConfigHelpers)
 
 set(cmake_folder ${CMAKE_INSTALL_LIBDIR}/cmake/mathexpr)
 set(pkgconfig_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-# One name for each component's folder of documents, which is that of its Debian package as well.
+# The documentation folder of a component has the name of its Debian package.
 set(MATHEXPR_LIBRARY_PACKAGE libmathexpr${PROJECT_VERSION_MAJOR})
 set(MATHEXPR_DEVELOPMENT_PACKAGE libmathexpr-dev)
 set(MATHEXPR_TOOL_PACKAGE mathexpr)
@@ -76,7 +76,7 @@ install(
   DESTINATION ${pkgconfig_folder}
   COMPONENT development)
 
-# The headers' declarations for foreign-function interfaces, and the list of what the library is made of.
+# The declarations for foreign-function interfaces, and the list of components (SBOM).
 set(cdef ${PROJECT_BINARY_DIR}/mathexpr.cdef)
 add_custom_command(
   OUTPUT ${cdef}
@@ -86,7 +86,7 @@ add_custom_command(
           ${CMAKE_CURRENT_LIST_DIR}/ForeignFunctions.cmake
   VERBATIM)
 add_custom_target(mathexpr_cdef ALL DEPENDS ${cdef})
-string(TIMESTAMP MATHEXPR_SBOM_TIME "%Y-%m-%dT%H:%M:%SZ" UTC)  # that of SOURCE_DATE_EPOCH, where it is set
+string(TIMESTAMP MATHEXPR_SBOM_TIME "%Y-%m-%dT%H:%M:%SZ" UTC)  # SOURCE_DATE_EPOCH, if set
 file(STRINGS ${PROJECT_SOURCE_DIR}/LICENSE MATHEXPR_COPYRIGHT REGEX "^Copyright")
 configure_file(${CMAKE_CURRENT_LIST_DIR}/mathexpr.spdx.json.in ${PROJECT_BINARY_DIR}/mathexpr.spdx.json @ONLY)
 foreach(component library development)
@@ -125,7 +125,7 @@ if(MATHEXPR_BUILD_TOOLS)
       DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
       COMPONENT tool)
   endif()
-  # Its options, for the shells that complete them.
+  # Shell completion of its options.
   if(UNIX AND (NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR))
     set(script_for_bash bash-completion/completions/mathexpr)
     set(script_for_zsh zsh/vendor-completions/_mathexpr)
@@ -147,7 +147,7 @@ if(MATHEXPR_BUILD_TOOLS)
       TYPE DATA
       COMPONENT tool)
   endif()
-  # Finds its library wherever the tree is unpacked; in /usr the system looks by itself.
+  # Finds the library relative to itself; in /usr the system finds it.
   if(UNIX AND NOT APPLE AND NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
     file(RELATIVE_PATH library_from_tool /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
     set_target_properties(mathexpr-calc PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_tool}")

@@ -1,10 +1,10 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# The packages that cpack makes: one archive of everything (TGZ), and a Debian package for each component (DEB).
+# The packages that cpack makes: an archive of everything (TGZ), and one Debian package per component (DEB).
 #
-# Debian's are made of a tree that was configured for /usr and its folder of libraries; cmake/packages does so. The folder
-# debian holds what only they need.
+# Debian packages are made from a tree configured for /usr and its library folder; see cmake/packages. The folder debian
+# contains what only they need.
 set(CPACK_PACKAGE_VENDOR "The mathexpr authors")
 set(CPACK_PACKAGE_CONTACT "The mathexpr authors <mathexpr@git.example.com>")
 set(CPACK_PACKAGE_HOMEPAGE_URL "https://git.example.com/mathexpr")
@@ -25,7 +25,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
-string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)  # that of SOURCE_DATE_EPOCH, where it is set
+string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)  # SOURCE_DATE_EPOCH, if set
 set(CPACK_MATHEXPR_DEBIAN ${PROJECT_BINARY_DIR}/debian)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/debian/changelog.in ${CPACK_MATHEXPR_DEBIAN}/changelog @ONLY)
 set(about "It takes a text such as 2*width+0.5, compiles it, and evaluates it to a
@@ -48,7 +48,7 @@ set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
 .
 Headers for C++ and C, the static library, documents and examples.")
 
-# Its own library is found in the build tree, where nothing tells which package it belongs to.
+# The tool's dependency on the library cannot be detected, because the library is in the build tree.
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME ${MATHEXPR_TOOL_PACKAGE})
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION math)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)

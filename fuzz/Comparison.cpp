@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Numbers, points, a name that is refused, and one at which the service throws.
+/// Answers with numbers and points; refuses one name, and throws for another.
 bool answer(const std::wstring& name, VALTYPE& value)
 {
     if (name == L"throws")
@@ -27,7 +27,7 @@ bool answer(const std::wstring& name, VALTYPE& value)
     return true;
 }
 
-/// What the caller's record holds before a call: nothing that an expression yields, so that a write shows.
+/// Content of the caller's record before a call: a value that no expression yields, so that any write is detected.
 constexpr VALTYPE untouched{1, 1, 0x5A5A, 0xA5A5A5A5, 12345.678, -9876.5, 0.03125};
 
 }
@@ -35,7 +35,8 @@ constexpr VALTYPE untouched{1, 1, 0x5A5A, 0xA5A5A5A5, 12345.678, -9876.5, 0.0312
 Comparison::Comparison(bool silent) : library(silent, answer), reference(silent, answer)
 {
     history.reserve(16);
-    // The small generator of the C library: it is seeded twice a call, which takes the usual one thousands of steps.
+    // A small generator of the C library. It is seeded twice per call; seeding the default one takes thousands of
+    // steps.
     static char state[8];
     initstate(1, state, sizeof(state));
 }

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Comparison.h - plays calls on the library and on the reference, and stops the process where a host could tell them
-// apart.
+// Comparison.h - makes the same calls on the library and on the reference, and aborts if a host could observe a
+// difference.
 #pragma once
 
 #include "tests/reference/EngineSession.h"
@@ -22,11 +22,11 @@ public:
     void dropAssignment();
     void changeVariable(const std::wstring& name, const VALTYPE& value);
 
-    /// Whatever happened: its assignment dropped, the object computes 1+1.
+    /// Whatever happened before: after dropping the pending assignment, the object computes 1+1.
     void expectUsable();
 
 private:
-    /// A call and what the library answered, to be told when a later one goes wrong.
+    /// A call and the library's outcome, reported if a later call fails.
     struct Call
     {
         enum class Kind : std::uint8_t
@@ -38,7 +38,7 @@ private:
         };
 
         Kind kind;
-        std::wstring text;  // of the expression, or the variable's name
+        std::wstring text;  // the expression, or the name of the variable
         VALTYPE value;
         reference::Outcome outcome;
     };

@@ -13,9 +13,9 @@
 namespace {
 
 constexpr std::uint8_t firstPiece = 128;
-constexpr std::uint8_t anyFunction = 255;  // followed by a byte that chooses it
+constexpr std::uint8_t anyFunction = 255;  // the next byte selects the function
 
-/// What the vocabulary does not hold.
+/// Pieces that are not in the vocabulary.
 constexpr std::array<const wchar_t*, 34> pieces{
     L"x",  L"y",    L"p",     L"q",       L"throws",   L"unknown",  L"a=",         L"x=",    L"pi=",
     L"pi", L"e",    L"1.5e+", L"[1,2,3]", L"[x,",      L"],",       L"2147483648", L"0.1",   L"1",

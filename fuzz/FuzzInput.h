@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FuzzInput.h - reads decisions and texts from the bytes that a fuzzer makes up.
+// FuzzInput.h - converts a fuzzer's bytes to decisions and texts.
 #pragma once
 
 #include "mathexpr/ValType.h"
@@ -21,17 +21,17 @@ public:
     /// The next byte; 0 at the end.
     std::uint8_t byte() noexcept { return isAtEnd() ? std::uint8_t{0} : bytes[at++]; }
 
-    /// A number below a bound.
+    /// A number less than bound.
     std::uint32_t below(std::uint32_t bound) noexcept { return byte() % bound; }
 
-    /// A text up to the next zero byte: each byte below 128 is that character, each above stands for a piece of the
-    /// language, so that the fuzzer finds its way to long names in one step.
+    /// A text up to the next zero byte. A byte below 128 is that character; a higher one is a piece of the language, so
+    /// that the fuzzer can insert long names in one step.
     std::wstring text();
 
     /// Characters of all kinds up to the next zero byte, for names and symbols.
     std::wstring name();
 
-    /// A number or a point, among them the values at which functions turn.
+    /// A number or a point; includes values at which functions change their behaviour.
     VALTYPE value() noexcept;
 
 private:

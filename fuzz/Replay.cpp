@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Replay.cpp - runs a fuzzer's target on files, without a fuzzer: all files of the directories that are named.
+// Replay.cpp - runs a fuzzer's target on files, without a fuzzer: on all files in the given directories.
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// c_interface_fuzzer.cpp - any bytes as texts and names of the C interface, in both encodings: every call answers with
-// a status, UTF-8 and UTF-16 of one text give one result, a value's text reads back to it, a function gives what an
-// evaluation gives, and the object stays usable.
+// c_interface_fuzzer.cpp - arbitrary bytes as texts and names of the C interface, in both encodings. Every call returns
+// a status; UTF-8 and UTF-16 of a text give the same result; a formatted value reads back; a function returns what an
+// evaluation returns; the object stays usable.
 #include <mathexpr.h>
 
 #include <algorithm>
@@ -95,7 +95,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         first.status = mathexpr_evaluate(expression, &first.value);
     }
     std::string read(utf8, size);
-    read.erase(std::remove(read.begin(), read.end(), ' '), read.end());  // which the language drops, also within names
+    read.erase(std::remove(read.begin(), read.end(), ' '), read.end());  // the language ignores blanks, also in names
     const bool isRandom = read.find("rand") != std::string::npos;
     if (first.status == MATHEXPR_OK)
     {

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// editor_fuzzer.cpp - every editor service for one text, one cursor and one name. What they say has to fit the text and
-// what compiling it says, and the object has to stay as it was.
+// editor_fuzzer.cpp - all editor services for one text, cursor and name. The results must be consistent with the text
+// and with compiling it, and the object must not change.
 #include "MTParserLib/names/MTNameIndex.h"
 #include "fuzz/FuzzInput.h"
 #include "mathexpr/Diagnostics.h"
@@ -56,7 +56,7 @@ bool isWithin(const mathexpr::TextSpan& span, const std::wstring& text)
     return span.start <= text.size() && span.length <= text.size() - span.start;
 }
 
-/// Whether the braces of LaTeX are.
+/// Whether the braces of LaTeX are balanced.
 bool isNested(const std::wstring& latex)
 {
     std::size_t depth = 0;
@@ -65,7 +65,7 @@ bool isNested(const std::wstring& latex)
         switch (latex[at])
         {
         case L'\\':
-            ++at;  // an escaped brace is none
+            ++at;  // an escaped brace does not count
             break;
         case L'{':
             ++depth;
@@ -81,7 +81,7 @@ bool isNested(const std::wstring& latex)
     return depth == 0;
 }
 
-/// Whether each element of MathML is closed by its own end.
+/// Whether the elements of MathML are properly nested.
 bool hasPairedTags(const std::wstring& mathml)
 {
     std::vector<std::wstring> open;
@@ -123,7 +123,7 @@ void checkText(const MathExpression& expression, const std::wstring& text)
     require(hasPairedTags(mathexpr::typesetText(expression, text.c_str(), mathexpr::Notation::MathMl)));
 }
 
-/// What finds a name and what renames it agree, and the renamed text holds the new name where the old one was.
+/// Finding and renaming agree, and the renamed text contains the new name at the position of the old one.
 void checkName(const MathExpression& expression, const std::wstring& text, const std::wstring& name)
 {
     const std::vector<mathexpr::TextSpan> uses = mathexpr::findReferences(expression, text.c_str(), name.c_str());
@@ -167,7 +167,7 @@ void checkCursor(const MathExpression& expression, const std::wstring& text, std
     }
 }
 
-/// An index answers for names as a list does.
+/// An index gives the same results as a list of names.
 void checkIndex(const std::wstring& text, std::uint32_t cursor, const std::wstring& name)
 {
     mathexpr::NameIndex index;

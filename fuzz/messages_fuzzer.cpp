@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// messages_fuzzer.cpp - the table of texts, asked for any number in the language of any locale name.
+// messages_fuzzer.cpp - the table of texts, with any number and any locale name.
 #include "MathExprRes/MessageTexts.h"
 #include "fuzz/FuzzInput.h"
 

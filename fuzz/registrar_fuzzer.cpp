@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// registrar_fuzzer.cpp - any definitions, in any order, under any syntax characters. What was accepted is found, what
-// was refused has changed nothing, and every item is deleted once.
+// registrar_fuzzer.cpp - arbitrary definitions in any order, with any syntax characters. Accepted definitions are
+// found, refused ones change nothing, and every item is deleted once.
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "fuzz/FuzzInput.h"
@@ -14,7 +14,7 @@
 
 void showMessage(Message::Id)
 {
-    std::abort();  // a registrar raises, and never shows anything
+    std::abort();  // a registrar throws, and never shows messages
 }
 
 namespace {
@@ -33,7 +33,7 @@ auto sizesOf(const MTParserRegistrar& registrar)
                       registrar.getNbVariables());
 }
 
-/// Carries out a definition.
+/// Makes a definition.
 /// @return whether it was accepted
 template <class Definition>
 bool define(const MTParserRegistrar& registrar, Definition definition)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// session_fuzzer.cpp - any sequence of calls on one object, or on calculators that are copies of each other.
+// session_fuzzer.cpp - arbitrary calls on one object, or on calculators that are copies of each other.
 #include "fuzz/Comparison.h"
 #include "fuzz/FuzzInput.h"
 
@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Copies share variables and program, so that whichever is asked answers as the one session of the reference; only an
-/// assignment that was refused would stay pending in the one that was asked.
+/// Copies share variables and program, so any of them behaves like the reference's single session. Only a refused
+/// assignment stays pending in the copy that made it.
 void playCalculators(FuzzInput& input)
 {
     constexpr std::size_t mostCopies = 5;

@@ -2,13 +2,13 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""amalgamate.py - makes one source file of the library, for a host whose build system is its own.
+"""amalgamate.py - combines the library into one source file, for hosts with any build system.
 
     amalgamate.py ROOT OUT.zip
 
-The zip holds the headers of HEADERS, and mathexpr.cpp: every source of the library's folders,
-each after the headers that it includes. Nothing is listed here: a source is a .cpp file in one of the folders, and its
-name says whether one system alone has it.
+The zip contains the HEADERS and mathexpr.cpp: all sources in the library's folders, each after the headers that it
+includes. There is no list of sources: every .cpp file in these folders is one. A suffix in its name limits it to a
+system.
 """
 import re
 import sys
@@ -16,9 +16,9 @@ import zipfile
 from pathlib import Path
 
 FOLDERS = ["platform", "MathExprRes", "MTParserLib", "mathexpr"]
-HEADERS = ["mathexpr.h", "mathexpr_editor.h", "mathexpr.hpp", "mathexpr_editor.hpp"]  # each after those that it includes
+HEADERS = ["mathexpr.h", "mathexpr_editor.h", "mathexpr.hpp", "mathexpr_editor.hpp"]  # each after the ones that it includes
 
-# What a source is compiled for, by the end of its name. A DLL's alone are no part of a host's program.
+# The condition under which a source is compiled, by the end of its name. Sources for DLLs only are omitted.
 CONDITIONS = {"Windows.cpp": "defined(_WIN32)", "Posix.cpp": "!defined(_WIN32)"}
 OF_A_DLL = ("StartUpWindows.cpp", "HostBoundaryMinGW.cpp", "RunTimeMinGW.cpp")
 
@@ -26,7 +26,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
 LICENCE_LINES = re.compile(r"\A(?:// SPDX-[^\n]*\n)+(?://)?\n")  # the file as a whole has them
 PRAGMA_ONCE = re.compile(r"^\s*#\s*pragma\s+once\b", re.MULTILINE)
 
-# A number computed in another way is another number. What can be switched off here is; the rest is refused.
+# Inexact arithmetic would change results. What a pragma can switch off is switched off; the rest is an #error.
 EXACTNESS = """\
 #if __cplusplus < 201703L && (!defined(_MSVC_LANG) || _MSVC_LANG < 201703L)
 #error "mathexpr is written in C++17, which this compiler does not take unless it is told: -std=c++17"
@@ -54,13 +54,13 @@ def is_included_once(path):
     return PRAGMA_ONCE.search(path.read_text(encoding="utf-8")) is not None
 
 
-# MinGW's own mathematical functions compute with x87 instructions: pow(10, -2) is not the double nearest to 0.01 with
-# them. In their place the source calls those of Windows, under names of its own, so that a host's calls stay as they are.
+# MinGW's own mathematical functions compute with x87 instructions: their pow(10, -2) is not the double nearest to 0.01. The
+# source calls those of Windows instead, under separate names, so that a host's calls do not change.
 OF_TWO_NUMBERS = ["fmod", "pow"]
 
 
 def system_math(root):
-    """Declarations for the beginning of the source, and definitions for its end, of what the DLL imports as well."""
+    """Declarations for the beginning of the source, and definitions for its end, of the functions that the DLL imports."""
     listed = (root / "cmake/windows/msvcrt_math.def").read_text(encoding="ascii").split("EXPORTS")[1].split()
     declarations = []
     definitions = []
@@ -85,7 +85,7 @@ double mathexpr_system_{name}({parameters})
 
 
 class Amalgamation:
-    """Text with each header of the tree in it once."""
+    """Accumulated text that contains each header of the tree once."""
 
     def __init__(self, root, included=()):
         self.root = root
@@ -99,14 +99,14 @@ class Amalgamation:
         return None
 
     def add_headers(self, path):
-        """Adds what a file includes for its declarations: before the file, so that no condition in it holds for them."""
+        """Adds the headers that a file includes, before the file, so that conditions in the file do not apply to them."""
         for name in INCLUDE.findall(path.read_text(encoding="utf-8")):
             target = self.resolve(path, name)
             if target is not None and is_included_once(target):
                 self.add(target)
 
     def add(self, path):
-        """Adds a file after its headers; a header only the first time. A table is put where its #include stands."""
+        """Adds a file after its headers; a header only once. A table replaces its #include."""
         if path in self.included:
             return
         if is_included_once(path):
@@ -139,7 +139,7 @@ def licence_of(root):
 
 
 def header(root, name):
-    """A header that needs no other file but those before it, the first of which stands for the static library."""
+    """A header that needs no files except the headers before it; the first of them selects the static library."""
     own = root / "include" / name
     before = HEADERS[:HEADERS.index(name)]
     made = Amalgamation(root, {(root / "include" / other).resolve() for other in before})

@@ -4,7 +4,7 @@
 """Writes docs/vocabulary.md: every item of the vocabulary, with results computed by the calculator.
 
 Usage: vocabulary_page.py CALCULATOR PAGE          writes the page
-       vocabulary_page.py --check CALCULATOR PAGE  fails when the page is not what would be written
+       vocabulary_page.py --check CALCULATOR PAGE  fails if the page is out of date
 """
 
 import difflib
@@ -29,7 +29,7 @@ calculator; do not edit it.
 
 PI = Fraction("3.14159265358979323846264338327950288419716939937510")
 SIZES = {
-    # The true sizes, whatever numbers the vocabulary computes with: in arc-seconds, metres, square metres and cubic metres.
+    # The exact sizes, which the vocabulary may round: in arc-seconds, metres, square metres and cubic metres.
     "d": "3600", "r": 648000 / PI, "c": "1296000", "g": "3240", "q": "324000",
     "m": "1", "cm": "0.01", "mm": "0.001", "km": "1000", "f": "0.3048", "i": "0.0254", "y": "0.9144",
     "mile": "1609.344", "su": Fraction(1200, 3937),
@@ -57,7 +57,7 @@ class Calculator:
         return [json.loads(line) for line in done.stdout.splitlines()]
 
     def items(self):
-        """All items, in the order in which they are registered, with their notes and computed expressions."""
+        """All items in the order of registration, with their notes and computed expressions."""
         listed = self.run("--list")[0]
         names = list(dict.fromkeys(item["symbol"] for item in listed))
         described = [item for items in self.run(*(f"--describe={name}" for name in names)) for item in items]
@@ -73,12 +73,12 @@ def is_conversion(item):
 
 
 def is_degrees_and_radians(item):
-    """Conversions among the core mathematics, which compute with the constant pi."""
+    """The conversions in the core mathematics, which use the constant pi."""
     return item["symbol"] in ("d2r", "r2d")
 
 
 def kind_of_error(source, target):
-    """Which of the vocabulary's fixed numbers a conversion computes with."""
+    """The rounded constants of the vocabulary that a conversion uses."""
     if {source, target} == {"d", "r"}:
         return "radian"
     if "su" in (source, target):
@@ -89,7 +89,7 @@ def kind_of_error(source, target):
 
 
 def relative_errors(calculator, items):
-    """The largest relative error of the conversions against the true sizes, and the symbol where it is met, by kind."""
+    """The largest relative error of the conversions against the exact sizes, and the conversion that has it, by kind."""
     conversions = [item for item in items if is_conversion(item) or is_degrees_and_radians(item)]
     calls = [(item, argument) for item in conversions for argument in ARGUMENTS]
     results = calculator.numbers(f"{item['symbol']}({argument})" for item, argument in calls)
@@ -122,7 +122,7 @@ def table(heading, rows):
 
 
 def refusals(item):
-    """What the item refuses, points aside."""
+    """What the item refuses, except points."""
     return computed(item["refused"]) or "nothing"
 
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CInterfaceEngines.h - this library's two other doors behind the interface of an engine: mathexpr_evaluate, and a bound
-// function, which takes its arguments by position.
+// CInterfaceEngines.h - this library's other interfaces as engines: mathexpr_evaluate, and a bound function with
+// positional arguments.
 #pragma once
 
 #include "benchmarks/Formulas.h"
@@ -12,7 +12,7 @@
 #include <stdexcept>
 #include <string>
 
-/// An expression that knows the variables of the formulas.
+/// An expression in which the formulas' variables are defined.
 class CExpression
 {
 public:
@@ -93,7 +93,7 @@ public:
     BoundFunctionEngine& operator=(const BoundFunctionEngine&) = delete;
     ~BoundFunctionEngine() { mathexpr_destroy_function(function); }
 
-    /// The arguments are the variables of the formula, in the order in which their slots are asked for.
+    /// The arguments are the formula's variables, in the order in which their slots are requested.
     double* slot(const Component& component)
     {
         names[nbArguments] = component.name.data();
@@ -118,7 +118,7 @@ public:
         return value;
     }
 
-    /// Never called: a function's value is a number.
+    /// Never called: the value of a function is a number.
     Point point() const { return {}; }
 
 private:

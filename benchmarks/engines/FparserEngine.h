@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FparserEngine.h - fparser, behind the interface of an engine, with and without its optimizer.
+// FparserEngine.h - fparser as an engine, with and without its optimizer.
 #pragma once
 
 #include "benchmarks/Formulas.h"

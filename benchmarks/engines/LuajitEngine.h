@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LuajitEngine.h - LuaJIT, behind the interface of an engine: a formula is a function that reads its variables through
-// a pointer, which its machine code does without a call.
+// LuajitEngine.h - LuaJIT as an engine: a formula is a function that reads its variables through a pointer, which its
+// machine code does without a call.
 #pragma once
 
 #include "benchmarks/Formulas.h"
@@ -55,7 +55,7 @@ public:
         {
             for (const std::string& part : formula.scalar.parts)
             {
-                // In brackets: a call that ends a function would not become machine code.
+                // In brackets, since LuaJIT does not compile a tail call to machine code.
                 text += (&part == &formula.scalar.parts.front() ? "(" : ",(") + part + ")";
             }
         }
@@ -103,7 +103,7 @@ public:
     }
 
 private:
-    /// Reads the variables into locals of their names.
+    /// Code that reads the variables into locals of the same names.
     static std::string variableText(const std::string& variables)
     {
         std::string text;
@@ -114,7 +114,7 @@ private:
         return text;
     }
 
-    /// Runs a chunk; what it returns is all that is left on the stack.
+    /// Runs a chunk; only its return values remain on the stack.
     void run(const std::string& text)
     {
         compile(text);

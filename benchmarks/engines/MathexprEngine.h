@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MathexprEngine.h - this library, behind the interface of an engine.
+// MathexprEngine.h - this library as an engine.
 #pragma once
 
 #include "benchmarks/Formulas.h"
@@ -51,7 +51,7 @@ public:
     static Text textOf(const Formula& formula) { return textOf(formula.text); }
     static Text textOf(const std::string& text) { return Text(text.begin(), text.end()); }
 
-    /// A fresh object computes one text and goes.
+    /// Computes a text with a new object, and destroys it.
     static double oneShot(const Text& text)
     {
         CMathExpr calculator;
@@ -60,7 +60,7 @@ public:
         return result.x;
     }
 
-    /// Makes an object with its whole vocabulary, and destroys it.
+    /// Creates an object with its whole vocabulary, and destroys it.
     static void construct() { MathExpression object(true, nullptr); }
 
     void compile(const Text& text)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MuparserEngine.h - muparser, behind the interface of an engine.
+// MuparserEngine.h - muparser as an engine.
 #pragma once
 
 #include "benchmarks/Formulas.h"
@@ -56,7 +56,7 @@ public:
 
     static void construct() { mu::Parser object; }
 
-    /// Keeps the text only: the first evaluation compiles it.
+    /// Only stores the text: the first evaluation compiles it.
     void compile(const Text& text)
     try
     {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MuparserxEngine.h - muparserx, behind the interface of an engine.
+// MuparserxEngine.h - muparserx as an engine.
 #pragma once
 
 #include "benchmarks/Formulas.h"
@@ -63,7 +63,7 @@ public:
 
     static void construct() { mup::ParserX object(mup::pckALL_NON_COMPLEX); }
 
-    /// Keeps the text only: the first evaluation compiles it.
+    /// Only stores the text: the first evaluation compiles it.
     void compile(const Text& text)
     try
     {
@@ -100,7 +100,7 @@ private:
         double (*function)(double);
     };
 
-    /// An array of the parts, each with the shared value written out.
+    /// An array of the parts, with the shared value written out in each.
     static std::string arrayText(const ScalarText& scalar)
     {
         std::string text;

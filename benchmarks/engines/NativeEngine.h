@@ -1,14 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NativeEngine.h - the formulas in C++, behind the interface of an engine.
+// NativeEngine.h - the formulas in C++ as an engine, and the interface of engines.
 //
-// An engine offers: its name; the type Slot, and slot(component), the address through which a variable is changed;
-// prepare(formula), which throws std::exception where it cannot; number() or point(), which evaluate once.
+// An engine provides: its name; the type Slot, and slot(component), the address of a variable's value;
+// prepare(formula), which throws std::exception if the engine cannot compute it; number() or point(), which evaluate
+// once.
 //
-// The interpreters also offer the type Text and textOf, a formula as it is handed to compile(text); oneShot(text),
-// which makes an object, computes a text without variables and destroys the object; and construct(), which does no more
-// than make and destroy.
+// Interpreters also provide: the type Text and textOf, a formula in the form that compile(text) takes; oneShot(text),
+// which creates an object, computes a text without variables, and destroys the object; and construct(), which only
+// creates and destroys an object.
 #pragma once
 
 #include "benchmarks/Formulas.h"
@@ -19,7 +20,7 @@ public:
     using Slot = double;
     static constexpr const char* name = "native";
 
-    /// Inputs is made of doubles alone.
+    /// Inputs consists of doubles only.
     double* slot(const Component& component) { return reinterpret_cast<double*>(&inputs) + component.index; }
 
     void prepare(const Formula& formula)

@@ -1,9 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# Run by cpack before it makes Debian's packages. Adds to the tree of each what Debian's policy asks for: compressed manual
-# pages and changelogs, without a time in them. Writes the symbols file: the names that the library exports, each as of this
-# version, which is right for the first and careful for later ones.
+# Run by cpack before it makes the Debian packages. Adds to each tree what Debian's policy requires: compressed manual
+# pages and changelogs, without time stamps. Writes the symbols file: the exported names, each as of this version, which
+# is right for the first version and conservative for later ones.
 if(NOT CPACK_GENERATOR STREQUAL "DEB")
   return()
 endif()

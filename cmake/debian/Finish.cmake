@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# Run by cpack on the Debian packages that it has made: removes the scripts with which it calls ldconfig after installation. The
-# trigger does so, once for all packages.
+# Run by cpack on the finished Debian packages. Removes the scripts that call ldconfig after installation; the trigger
+# does so once for all packages.
 foreach(package ${CPACK_PACKAGE_FILES})
   if(package MATCHES "\\.deb$")
     set(folder ${package}.unpacked)

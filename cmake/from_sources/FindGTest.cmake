@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# GoogleTest for a build whose standard library or system is not that of Debian's package: compiled from its sources.
+# GoogleTest for a build with another standard library or system than Debian's package: compiled from its sources.
 if(NOT TARGET GTest::gtest_main)
   add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
   if(NOT TARGET GTest::gtest_main)

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# CLI11 for a cross build: its headers only.
+# CLI11 for a cross build: only its headers.
 include(${CMAKE_CURRENT_LIST_DIR}/StagedHeaders.cmake)
 if(NOT TARGET CLI11::CLI11)
   stage_headers(CLI CLI11_INCLUDE_DIR)

@@ -1,9 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# mathexpr_system_math: the mathematical functions of Windows' own C library, in place of the ones that MinGW links statically.
+# mathexpr_system_math: replaces MinGW's statically linked mathematical functions by those of Windows' own C library.
 #
-# Those compute with x87 instructions: pow(10, -2) is not the double nearest to 0.01 with them, and sines near a multiple
+# MinGW's compute with x87 instructions: their pow(10, -2) is not the double nearest to 0.01, and sines near a multiple
 # of pi lose half of their digits.
 add_library(mathexpr_system_math INTERFACE)
 if(MINGW)

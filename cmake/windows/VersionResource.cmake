@@ -1,7 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# add_version_resource(<target> <description>): gives a Windows module a VERSIONINFO with the project's version.
+# add_version_resource(<target> <description>): adds a VERSIONINFO resource with the project's version to a
+# Windows module.
 set(MATHEXPR_VERSION_TEMPLATE ${CMAKE_CURRENT_LIST_DIR}/VersionInfo.rc.in)
 
 function(add_version_resource target description)
@@ -19,7 +20,7 @@ function(add_version_resource target description)
   endif()
   set(source ${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc)
   configure_file(${MATHEXPR_VERSION_TEMPLATE} ${source} @ONLY)
-  # A library of its own, so that the resource compiler does not see the options of the C++ compiler.
+  # A separate library, so that the resource compiler does not get the options of the C++ compiler.
   add_library(${target}_version OBJECT ${source})
   target_sources(${target} PRIVATE $<TARGET_OBJECTS:${target}_version>)
 endfunction()

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* bulk_in_c.c - one expression over arrays, read and written where they are. */
+/* bulk_in_c.c - one expression over arrays, which are used in place. */
 #include <mathexpr.h>
 
 #include <stdio.h>
@@ -43,7 +43,7 @@ int main(int argc, char** argv)
     if (mathexpr_create_utf8(NULL, &expression) != MATHEXPR_OK)
         return 1;
 
-    /* A name has to be known when a text is compiled; the values of r come from the column. */
+    /* Names must be known when a text is compiled; the values of r come from the column. */
     const mathexpr_value zero = {.type = MATHEXPR_NUMBER};
     const mathexpr_value size = {.type = MATHEXPR_NUMBER, .x = 4};
     mathexpr_status status = mathexpr_set_variable_utf8(expression, "r", MATHEXPR_ZERO_TERMINATED, &zero, NULL);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* calculate_in_c.c - the same library from C: names that the host answers, a variable in a loop, a diagnostic. */
+/* calculate_in_c.c - the library in C: names that the host supplies, a variable in a loop, a diagnostic. */
 #include <mathexpr.h>
 
 #include <stdio.h>
@@ -33,7 +33,7 @@ static void print_value(const char* what, const mathexpr_value* value)
         printf("%s%s\n", what, text);
 }
 
-/* The diagnostic belongs to these statuses alone; with any other it tells of an earlier failure. */
+/* Only these statuses have a diagnostic; with any other status it describes an earlier failure. */
 static void print_failure(mathexpr_expression* expression, mathexpr_status status)
 {
     mathexpr_diagnostic_utf8 diagnostic = {.size = sizeof diagnostic};

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// arrays.cpp - many values at once: a text as a function of numbers, and one over arrays where they are.
+// arrays.cpp - many values at once: a text as a function of numbers, and a text over arrays, in place.
 #include <mathexpr.hpp>
 
 #include <iostream>

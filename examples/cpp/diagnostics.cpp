@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// diagnostics.cpp - shows where a text is wrong, as compilers do: the line, a caret, the sentence, what may be meant.
+// diagnostics.cpp - shows errors as compilers do: the line, a caret, the message, suggestions.
 #include <mathexpr.hpp>
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// How many characters begin in a stretch of UTF-8.
+// Number of characters that begin in a piece of UTF-8.
 std::size_t characters(std::string_view text)
 {
     return static_cast<std::size_t>(
@@ -18,7 +18,7 @@ std::size_t characters(std::string_view text)
 
 void show(std::string_view text, const mathexpr::Error& error)
 {
-    if (error.status() != MATHEXPR_BAD_UTF8)  // which no terminal could show
+    if (error.status() != MATHEXPR_BAD_UTF8)  // no terminal could show ill-formed text
     {
         const std::size_t length = characters(text.substr(error.start(), error.length()));
         std::cout << text << '\n'
@@ -40,7 +40,7 @@ int main(int argc, char** argv)
     expression.variables().set("gr\u00f6\u00dfe", 4);
     for (const std::string& text : texts)
     {
-        // The form that does not throw.
+        // This form does not throw.
         const mathexpr::Result<mathexpr::Value> value = expression.tryEvaluate(text);
         if (value)
             std::cout << *value << '\n';

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// evaluate.cpp - computes numbers and points, and tells them apart.
+// evaluate.cpp - computes numbers and points, and distinguishes them.
 #include <mathexpr.hpp>
 
 #include <iostream>

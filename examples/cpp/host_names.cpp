@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// host_names.cpp - answers names out of the host's own data, here the dimensions of a drawing.
+// host_names.cpp - supplies values for names from the host's own data, here the dimensions of a drawing.
 #include <mathexpr.hpp>
 
 #include <iostream>
@@ -26,7 +26,8 @@ int main(int argc, char** argv)
         mathexpr::Expression expression(argc > 1 ? argv[1] : "corner*length+[0.5,0,0]", {}, options);
         std::cout << expression.evaluate() << '\n';
 
-        // The host is asked once for each name. A dimension that changes is passed on, or removed to be asked for again.
+        // The host is asked once per name. To change a dimension, set the variable, or remove it so that the host is
+        // asked again.
         dimensions["length"] = 10;
         expression.variables().set("length", dimensions["length"]);
         std::cout << expression.evaluate() << '\n';

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// messages.cpp - takes the messages for the user into the host's own hands, here into a list that it prints.
+// messages.cpp - replaces the display of messages, here by a list that the host prints.
 #include <mathexpr.hpp>
 
 #include <iostream>
@@ -28,7 +28,7 @@ int main(int argc, char** argv)
         const mathexpr::Result<mathexpr::Value> value = expression.tryEvaluate(text);
         if (value)
             std::cout << *value << '\n';
-        else if (shown == before)  // a text that is not UTF-8 is the host's affair, and no message
+        else if (shown == before)  // ill-formed UTF-8 is an error of the host, without a message for the user
             std::cout << value.error().what() << '\n';
     }
     std::cout << shown << " messages\n";

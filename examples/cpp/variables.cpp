@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// variables.cpp - compiles once and evaluates often, with other values of the variables.
+// variables.cpp - compiles once and evaluates repeatedly with different values of the variables.
 #include <mathexpr.hpp>
 
 #include <iostream>

@@ -5,19 +5,19 @@
 
     partitioned.py TABLE RESULT EXPRESSION [--scheduler ADDRESS | --workers N]
 
-TABLE is a folder of CSV files with the same headings, whose names the expression reads. RESULT is a folder that may not
-be there yet; it receives the same rows with one column more, `result`, or `result_x`, `result_y` and `result_z` where
+TABLE is a folder of CSV files with the same headings, which are the names in the expression. RESULT is a folder that must
+not exist yet. It receives the same rows with an additional column `result`, or `result_x`, `result_y` and `result_z` if
 the expression yields points.
 
-Either RESULT holds all rows in the end, or it is not there and the exit status is 1. The rows are gathered in a folder
-RESULT.unfinished-..., which takes its name last. When a worker dies, its partitions are computed again by others; a
-partition that has ended several workers ends the run, as does a row for which the expression has no value.
+At the end, either RESULT contains all rows, or it does not exist and the exit status is 1. Rows are first written to a
+folder RESULT.unfinished-..., which is renamed last. If a worker dies, others compute its partitions again. A partition
+that has killed several workers ends the run, as does a row for which the expression has no value.
 
-Without --scheduler the workers are N processes of this machine. With it they are those of a cluster. Then
+Without --scheduler, the workers are N processes on this machine. With it, they are those of a cluster. In that case
 
-- TABLE and RESULT are folders that all machines see, at the same place,
-- the package mathexpr is installed where the workers run; `pip wheel ./python` makes a file that can be handed around,
-- nothing else changes: what travels is the text of the expression, and each partition makes an expression of its own.
+- TABLE and RESULT must be folders that all machines see under the same path,
+- the package mathexpr must be installed where the workers run (`pip wheel ./python` builds a file to distribute),
+- nothing else changes: workers receive the text, and compile it for each partition.
 """
 
 import argparse
@@ -34,12 +34,12 @@ from distributed import Client, LocalCluster
 
 
 def run(client, table, result, text, evaluate=mathexpr.dask.evaluate):
-    """Computes all rows, and answers how many there are. What goes wrong is raised, with no result left behind."""
+    """Computes all rows, and returns their number. Raises an exception on failure, and leaves no result behind."""
     if result.exists():
         raise FileExistsError(f"{result} is there already")
-    # Without round_trip a number may be read as the neighbour of what is written.
+    # Without round_trip, pandas may read a number as a neighbouring double.
     rows = dask.dataframe.read_csv(str(table / "*.csv"), dtype=float, float_precision="round_trip")
-    computed = evaluate(rows, f"result={text}")  # what is wrong with the expression is told before the work begins
+    computed = evaluate(rows, f"result={text}")  # raises errors in the expression before the work begins
 
     unfinished = result.with_name(f"{result.name}.unfinished-{uuid.uuid4().hex}")
     drafts = unfinished / "drafts"
@@ -60,7 +60,7 @@ def run(client, table, result, text, evaluate=mathexpr.dask.evaluate):
 
 
 def remove(folder):
-    """Removes a folder that workers may still be writing to: a file may appear while it is emptied. Once it is gone, writing
+    """Removes a folder to which workers may still write: a file may appear while it is emptied. Once it is removed, writing
     fails."""
     deadline = time.monotonic() + 10
     while folder.exists() and time.monotonic() < deadline:
@@ -68,7 +68,7 @@ def remove(folder):
 
 
 def write(part, drafts, path):
-    """Writes one partition, whole or not at all, whoever else may be writing it, and answers how many rows it has."""
+    """Writes a partition, completely or not at all, even if another worker writes it too. Returns its number of rows."""
     draft = drafts / uuid.uuid4().hex
     part.to_csv(draft, index=False)
     draft.rename(path)

@@ -1,13 +1,13 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-# tour.py [FOLDER] - three drawings, as a notebook: editors and Jupyter open it cell by cell (# %%). Run as a script it
-# writes its pictures into FOLDER, docs/pictures/ unless given.
+# tour.py [FOLDER] - three drawings as a notebook, which editors and Jupyter open cell by cell (# %%). Run as a script, it
+# writes its pictures to FOLDER, by default docs/pictures/.
 
 # %% [markdown]
-# # Drawings that are computed
+# # Computed drawings
 #
-# The formulas are texts, as a user of a CAD program types them; NumPy holds the numbers, and matplotlib draws.
+# The formulas are texts, as users of a CAD program type them; NumPy holds the numbers, and matplotlib draws.
 
 # %%
 import sys
@@ -28,7 +28,7 @@ FOLDER = Path(sys.argv[1]) if len(sys.argv) > 1 else Path(__file__).resolve().pa
 
 
 def keep(figure, name):
-    """Writes a picture that is the same each time."""
+    """Writes a picture reproducibly."""
     figure.savefig(FOLDER / f"{name}.svg", metadata={"Date": None})
     plt.close(figure)
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ExpressionEdit.cpp - see ExpressionEdit.h. Positions of the library count bytes of UTF-8, those of Qt units of UTF-16:
-// unitsIn and byteAt convert. A text that has changed goes through refresh, which asks for tokens, mistakes and the value;
-// then follow opens the list, where a name was typed, and the tip of the call at the cursor.
+// ExpressionEdit.cpp - see ExpressionEdit.h. The library's positions count bytes of UTF-8, Qt's count units of UTF-16;
+// unitsIn and byteAt convert. After a change of the text, refresh gets the tokens, the diagnosis and the value; then
+// follow opens the list, if a name was typed, and the tip of the call at the cursor.
 #include "ExpressionEdit.h"
 
 #include <QCoreApplication>
@@ -24,15 +24,15 @@ using mathexpr::Editor;
 
 namespace {
 
-constexpr std::uint32_t maxRows = 1000;  // all of the vocabulary, and a model's names
+constexpr std::uint32_t maxRows = 1000;  // the whole vocabulary, and a model's names
 constexpr int shownRows = 8;
 constexpr std::uint32_t valueDigits = 8;
 
-// By MATHEXPR_TOKEN_...; -1 is the colour of the text. Numbers are blue, constants violet, functions green-blue, variables
+// By MATHEXPR_TOKEN_...; -1 is the text colour. Numbers are blue, constants violet, functions green-blue, variables
 // brown, names of the model green.
 constexpr std::array<int, 14> hues{210, 280, 175, 30, 110, -1, -1, -1, -1, 30, -1, -1, -1, -1};
 constexpr int mistakeHue = 2;
-constexpr int litHue = 45;  // of brackets
+constexpr int litHue = 45;  // of matching brackets
 
 QColor inkOf(int hue, const QPalette& palette, int onLight = 75, int onDark = 180)
 {
@@ -40,14 +40,14 @@ QColor inkOf(int hue, const QPalette& palette, int onLight = 75, int onDark = 18
     return hue < 0 ? palette.color(QPalette::Text) : QColor::fromHsl(hue, 200, isDark ? onDark : onLight);
 }
 
-/// A text without what would break the line.
+/// Removes what would break the line.
 QString oneLine(QString text)
 {
     static const QRegularExpression breaking(R"([\p{Cc}\x{2028}\x{2029}\x{FDD0}-\x{FDEF}]+)");
     return text.replace(breaking, " ");
 }
 
-/// A part of a tip; none for an empty text.
+/// A part of a tip; empty for an empty text.
 QString part(const std::string& text, const char* pattern = "<br>%1")
 {
     return text.empty() ? QString() : QString(pattern).arg(QString::fromStdString(text).toHtmlEscaped());
@@ -62,7 +62,7 @@ ExpressionEdit::ExpressionEdit(QWidget* parent) : QPlainTextEdit(parent)
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTabChangesFocus(true);
     QTextOption direction = document()->defaultTextOption();
-    direction.setTextDirection(Qt::LeftToRight);  // an expression is read so, whatever its names
+    direction.setTextDirection(Qt::LeftToRight);  // expressions are written left to right, whatever their names
     document()->setDefaultTextOption(direction);
     valueLabel_->setAutoFillBackground(true);
     valueLabel_->setBackgroundRole(QPalette::Base);
@@ -80,7 +80,7 @@ ExpressionEdit::ExpressionEdit(QWidget* parent) : QPlainTextEdit(parent)
     list_->header()->setStretchLastSection(false);
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
-    tip_->setAttribute(Qt::WA_WindowPropagation);  // palette and font of the field
+    tip_->setAttribute(Qt::WA_WindowPropagation);  // the field's palette and font
     list_->setAttribute(Qt::WA_WindowPropagation);
 
     connect(list_, &QTreeWidget::itemClicked, this, &ExpressionEdit::accept);
@@ -120,7 +120,7 @@ void ExpressionEdit::setText(const QString& text)
 void ExpressionEdit::refresh()
 {
     text_ = text();
-    utf8_ = text_.toUtf8().replace('\0', ' ');  // which the library refuses
+    utf8_ = text_.toUtf8().replace('\0', ' ');  // the library refuses zeros
     tokens_ = editor().tokens(utf8());
     value_.reset();
     problem_.clear();
@@ -139,7 +139,7 @@ void ExpressionEdit::refresh()
     emit edited();
 }
 
-/// In an expression of its own, so that an assignment stays without effect and the model is asked anew.
+/// Uses a separate expression, so that an assignment has no effect and the model is asked again.
 mathexpr::Result<mathexpr::Value> ExpressionEdit::evaluate()
 {
     const Editor::Diagnosis diagnosis = editor().diagnose(utf8(), Editor::HostQuestions::Allowed);
@@ -184,7 +184,8 @@ void ExpressionEdit::showOutcome()
     colour();
 }
 
-/// Colours the tokens, lights the brackets at the cursor and underlines the mistake, without a trace in what can be undone.
+/// Colours the tokens, highlights the brackets at the cursor and underlines the error. Leaves the undo history
+/// unchanged.
 void ExpressionEdit::colour()
 {
     const std::size_t cursor = cursorByte();
@@ -193,7 +194,7 @@ void ExpressionEdit::colour()
     };
     QList<QTextLayout::FormatRange> formats;
     int start = 0;
-    for (const Editor::Token& token : tokens_)  // which cover the text without a gap
+    for (const Editor::Token& token : tokens_)  // cover the text without gaps
     {
         formats += {start, unitsIn(token.start, token.length), {}};
         formats.back().format.setForeground(inkOf(hues[token.kind], palette()));
@@ -209,7 +210,7 @@ void ExpressionEdit::colour()
     document()->markContentsDirty(0, document()->characterCount());
 }
 
-/// Makes a change that the user asked for, and lets colours, list and tip follow.
+/// Makes a change requested by the user, and updates colours, list and tip.
 /// @param isOffered  whether the list opens at a name
 void ExpressionEdit::follow(const std::function<void()>& change, bool isOffered)
 {
@@ -244,7 +245,7 @@ void ExpressionEdit::openList()
     const auto isOfModel = [](const Editor::Completion& item) { return item.kind == MATHEXPR_TOKEN_HOST_NAME; };
     std::stable_partition(items_.begin(), items_.end(), isOfModel);
     if (items_.size() == 1 && items_[0].edit.replacement == utf8().substr(items_[0].edit.start, items_[0].edit.length))
-        items_.clear();  // it is there already
+        items_.clear();  // it is already typed
     if (isReadOnly() || items_.empty())
         return;
     for (const Editor::Completion& item : items_)
@@ -294,7 +295,7 @@ void ExpressionEdit::showCallTip()
             call.name.start);
 }
 
-/// What there is to say of the item at a place in the text; empty where there is nothing.
+/// The help for the item at a position in the text; empty if there is none.
 QString ExpressionEdit::help(std::size_t byte)
 {
     const Editor::Hover item = editor().hover(utf8(), byte, Editor::HostQuestions::Allowed);
@@ -305,7 +306,7 @@ QString ExpressionEdit::help(std::size_t byte)
     const std::string valued(utf8().substr(item.valueSpan.start, item.valueSpan.length));
     if (item.value && item.kind != MATHEXPR_TOKEN_NUMBER)
         lines += part(valued + " = " + item.value->text(valueDigits));
-    return lines.mid(4);  // behind the first <br>
+    return lines.mid(4);  // after the first <br>
 }
 
 bool ExpressionEdit::showTip(const QString& html, std::size_t byte)
@@ -313,12 +314,12 @@ bool ExpressionEdit::showTip(const QString& html, std::size_t byte)
     tip_->hide();
     tip_->setText(html);
     tip_->adjustSize();
-    if (!html.isEmpty())  // on the side where the list is not
+    if (!html.isEmpty())  // on the side opposite to the list
         showBeside(tip_, byte, list_->isVisible() && list_->y() < mapToGlobal(QPoint(0, 0)).y());
     return !html.isEmpty();
 }
 
-/// Shows a popup below or above a place in the text, or on the other side of the field where the screen has no room.
+/// Shows a popup below or above a position in the text, or on the other side of the field if the screen lacks space.
 void ExpressionEdit::showBeside(QWidget* popup, std::size_t byte, bool isBelow)
 {
     const QRect space = screen()->availableGeometry();
@@ -333,7 +334,7 @@ void ExpressionEdit::showBeside(QWidget* popup, std::size_t byte, bool isBelow)
 
 bool ExpressionEdit::event(QEvent* event)
 {
-    const auto* key = static_cast<QKeyEvent*>(event);  // where it is one
+    const auto* key = static_cast<QKeyEvent*>(event);  // if it is one
     if (event->type() == QEvent::KeyPress && key->key() == Qt::Key_Tab && list_->isVisible())
     {
         accept(list_->currentItem() != nullptr ? list_->currentItem() : list_->topLevelItem(0));
@@ -347,7 +348,7 @@ bool ExpressionEdit::event(QEvent* event)
         closePopups();
         showOutcome();
     }
-    if (event->type() == QEvent::ShortcutOverride)  // sent before a shortcut of the host's takes the key
+    if (event->type() == QEvent::ShortcutOverride)  // sent before a shortcut of the host takes the key
         event->setAccepted(event->isAccepted() || key->key() == Qt::Key_F1 || key->key() == Qt::Key_Space ||
                            (key->key() == Qt::Key_Escape && (list_->isVisible() || tip_->isVisible())));
     return isDone;
@@ -408,10 +409,10 @@ void ExpressionEdit::inputMethodEvent(QInputMethodEvent* event)
 {
     QInputMethodEvent cleaned(event->preeditString(), event->attributes());
     cleaned.setCommitString(oneLine(event->commitString()), event->replacementStart(), event->replacementLength());
-    list_->hide();  // beside what is being composed it would be in the way
+    list_->hide();  // it would cover the text being composed
     follow([this, &cleaned] { QPlainTextEdit::inputMethodEvent(&cleaned); }, !event->commitString().isEmpty());
     if (event->preeditString().isEmpty())
-        colour();  // what composing has replaced
+        colour();  // for the text replaced by composing
 }
 
 void ExpressionEdit::insertFromMimeData(const QMimeData* source)

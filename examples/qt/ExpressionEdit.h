@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ExpressionEdit.h - a field of a dialog that takes an expression: one line, with colours, a completion list, a call tip,
-// a red line under a mistake, and the value at its right. What the user has typed is never changed unasked, valid or not.
+// ExpressionEdit.h - an edit box for an expression: one line, with colours, a completion list, a call tip, a red line
+// under errors, and the value at the right. It never changes the user's text by itself, valid or not.
 //
 //     Ctrl+Space, Ctrl+Shift+Space   opens the list; opens the call tip
 //     Tab                            accepts the selected row of the list, or else its first
@@ -25,25 +25,25 @@ class ExpressionEdit : public QPlainTextEdit
 public:
     explicit ExpressionEdit(QWidget* parent = nullptr);
 
-    /// Sets the resolver, which answers the names of the model and does not throw, and the list of these names. A limit of
-    /// 5000 characters holds unless the options have another.
+    /// Sets the resolver, which supplies the names of the model and must not throw, and the list of these names. Texts
+    /// are limited to 5000 characters unless the options have another limit.
     void setModel(mathexpr::Options options);
-    /// MATHEXPR_VALUE_NUMBER, _POINT or, at first, _EITHER. A value of another kind is a mistake.
+    /// MATHEXPR_VALUE_NUMBER, _POINT or, initially, _EITHER. A value of another kind is an error.
     void setWanted(std::uint32_t kind) { wanted_ = kind, refresh(); }
-    /// Evaluates the text again; to be called when values of the model have changed.
+    /// Evaluates the text again. Call when values of the model have changed.
     void refresh();
 
-    /// The text as it was typed, to be stored whether or not it is valid.
+    /// The text as typed. Store it whether or not it is valid.
     QString text() const { return document()->toRawText(); }  // toPlainText would replace no-break spaces
-    /// Replaces the text, and forgets what could be undone. Line breaks and control characters become blanks.
+    /// Replaces the text, and clears the undo history. Line breaks and control characters become blanks.
     void setText(const QString& text);
-    /// The value of the text, where it has one of the kind that is wanted.
+    /// The value of the text, if it has one of the wanted kind.
     const std::optional<mathexpr::Value>& value() const { return value_; }
-    /// Why there is none; empty where there is one, and for an empty text.
+    /// Why there is no value; empty if there is one, and for an empty text.
     const QString& problem() const { return problem_; }
 
 signals:
-    /// The text or its value may have changed.
+    /// Emitted when the text or its value may have changed.
     void edited();
 
 protected:
@@ -75,11 +75,11 @@ private:
     void closePopups() { list_->hide(), tip_->hide(); }
 
     mathexpr::Options options_;
-    mathexpr::Expression expression_;  // serves the editor, and never compiles a text
+    mathexpr::Expression expression_;  // for the editor; never compiles a text
     std::uint32_t wanted_ = MATHEXPR_VALUE_EITHER;
 
-    QString text_;     // that was evaluated last, with what came of it
-    QByteArray utf8_;  // the same text
+    QString text_;     // last evaluated text, with its outcome
+    QByteArray utf8_;  // the same in UTF-8
     std::vector<mathexpr::Editor::Token> tokens_;
     std::optional<mathexpr::Value> value_;
     QString problem_;
@@ -88,8 +88,8 @@ private:
 
     QLabel* valueLabel_ = new QLabel(this);
     QLabel* tip_ = new QLabel(this, Qt::ToolTip);
-    bool isTipClosed_ = false;  // by Escape, until the cursor leaves the call
+    bool isTipClosed_ = false;  // with Escape, until the cursor leaves the call
     QTreeWidget* list_ = new QTreeWidget(this);
-    std::vector<mathexpr::Editor::Completion> items_;  // its rows
+    std::vector<mathexpr::Editor::Completion> items_;  // the rows of the list
     bool isTyping_ = false;
 };

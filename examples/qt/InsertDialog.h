@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// InsertDialog.h - asks for the size of a part and for the point where it goes, with the names of a model.
+// InsertDialog.h - a dialog for the size and position of a part, with the names of a model.
 #pragma once
 
 #include "ExpressionEdit.h"
@@ -44,7 +44,7 @@ public:
         }
     }
 
-    // Their texts are stored, valid or not; their values are computed with.
+    // The texts are stored, valid or not; the values are used for computing.
     ExpressionEdit* const width = new ExpressionEdit;
     ExpressionEdit* const height = new ExpressionEdit;
     ExpressionEdit* const insertion = new ExpressionEdit;

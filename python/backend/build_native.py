@@ -1,10 +1,10 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Builds the native module with CMake, and tells which systems it runs on.
+"""Builds the native module with CMake, and determines the systems that it runs on.
 
-In: the package's folder, with the library's sources in `library` (a source distribution) or around it (a checkout), CMake,
-a C++ compiler and Python's headers. Out: one shared object with the library and the C++ run-time library in it.
+Input: the package's folder, with the library's sources in `library` (a source distribution) or around it (a checkout); CMake,
+a C++ compiler and Python's headers. Output: one shared object that contains the library and the C++ run-time library.
 """
 
 import os
@@ -21,12 +21,12 @@ BUILD = PACKAGE / "build" if TREE.parent == PACKAGE else TREE / "build" / "pytho
 FREE_THREADED = bool(sysconfig.get_config_var("Py_GIL_DISABLED"))
 NAME = "_native.so" if FREE_THREADED else "_native.abi3.so"
 
-# The libraries of a system that has the C library; whoever needs another one runs on this system only.
+# Libraries that every system with the C library has. A module that needs others runs only on the system that built it.
 SYSTEM_LIBRARIES = {"libc.so.6", "libm.so.6", "libpthread.so.0", "libdl.so.2", "librt.so.1"}
 
 
 def build():
-    """Builds the native module, and answers where it is. What is built already is built anew only where it changed."""
+    """Builds the native module incrementally, and returns its path."""
     if not (TREE / "CMakeLists.txt").is_file():
         raise SystemExit(f"mathexpr is built from its sources, and {TREE} holds none")
     headers = sysconfig.get_path("include")
@@ -52,7 +52,7 @@ def build():
 
 
 def forget_other_folders():
-    """Removes a build of other folders, which CMake refuses to go on with: a checkout that was moved, or an older layout."""
+    """Removes a build tree with other paths, which CMake refuses: of a moved checkout, or of an older layout."""
     cache = BUILD / "CMakeCache.txt"
     if not cache.is_file():
         return
@@ -63,7 +63,7 @@ def forget_other_folders():
 
 
 def python_tag():
-    """Which versions of Python the module serves: all from 3.11 on, or the one without a GIL that it was built for."""
+    """The versions of Python that the module supports: all from 3.11 on, or only the free-threaded one that built it."""
     if FREE_THREADED:
         version = f"cp{sysconfig.get_config_var('py_version_nodot')}"
         return f"{version}-{version}t"
@@ -71,7 +71,7 @@ def python_tag():
 
 
 def platform_tag(module):
-    """Which systems a module runs on, by the symbols that it really uses: those with this C library or a later one."""
+    """The systems that a module runs on, from the symbols that it uses: those with this version of the C library or later."""
     system = re.sub("[-.]", "_", sysconfig.get_platform())
     if not system.startswith("linux_"):
         return system

@@ -1,11 +1,11 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""The build backend: pip calls it, and gets a wheel, an editable wheel or a source distribution.
+"""The build backend of pip, for wheels, editable wheels and source distributions.
 
-Only the standard library is used, so that an installation fetches nothing. A wheel holds the package, the native module
-and the licence; an editable one refers to the package where it is, beside which the native module is put; a source
-distribution holds the package and, in `library`, the sources of the library.
+It uses only the standard library, so an installation downloads nothing. A wheel contains the package, the native module and
+the licence. An editable wheel refers to the package in the source tree, where the native module is added. A source
+distribution contains the package and, in `library`, the library's sources.
 """
 
 import base64
@@ -27,7 +27,7 @@ OWN = ["CMakeLists.txt", "backend", "mathexpr", "native", "pyproject.toml", "tes
 
 
 def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
-    """What pip calls; answers the name of the wheel."""
+    """Called by pip; returns the file name of the wheel."""
     module = build_native.build()
     files = {f"mathexpr/{path.relative_to(PACKAGE / 'mathexpr').as_posix()}": path.read_bytes()
              for path in sorted((PACKAGE / "mathexpr").rglob("*")) if path.suffix in (".py", ".pyi", ".typed")}
@@ -36,14 +36,14 @@ def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
 
 
 def build_editable(wheel_directory, config_settings=None, metadata_directory=None):
-    """What pip calls for install --editable."""
+    """Called by pip install --editable; returns the file name."""
     module = build_native.build()
     shutil.copy(module, PACKAGE / "mathexpr")
     return write_wheel(wheel_directory, module, {"mathexpr.pth": f"{PACKAGE}\n".encode()})
 
 
 def build_sdist(sdist_directory, config_settings=None):
-    """What pip calls for a source distribution; answers its name."""
+    """Called for a source distribution; returns its file name."""
     base = f"{project()['name']}-{project()['version']}"
     name = f"{base}.tar.gz"
     with tarfile.open(Path(sdist_directory, name), "w:gz", format=tarfile.PAX_FORMAT) as archive:
@@ -57,7 +57,7 @@ def build_sdist(sdist_directory, config_settings=None):
 
 
 def without_leftovers(entry):
-    """Leaves out what Python and editable installations have put beside the sources, and who they belong to."""
+    """Omits files that Python and editable installations add to the sources, and clears the owner."""
     if "__pycache__" in entry.name or entry.name.endswith(".so"):
         return None
     entry.uid = entry.gid = 0
@@ -89,7 +89,7 @@ def metadata():
 
 
 def write_wheel(directory, module, files):
-    """Writes a wheel of the files for the systems that the module runs on, and answers its name."""
+    """Writes a wheel with the files, for the systems that the module runs on; returns its file name."""
     tag = f"{build_native.python_tag()}-{build_native.platform_tag(module)}"
     base = f"{project()['name']}-{project()['version']}"
     information = f"{base}.dist-info"

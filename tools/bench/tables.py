@@ -1,14 +1,14 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Times a formula over a table, with the calculator and with other programs that compute tables, and prints a table of
-Markdown: the time beside mawk's, and the most memory that the program had.
+"""Measures a formula over a table, with the calculator and with other programs that compute tables. Prints a table in
+Markdown: the time relative to mawk's, and the peak memory.
 
 Usage: tables.py CALCULATOR [ROWS [ROUNDS]]
 
-The table has six columns of numbers, and ROWS rows, 5,000,000 unless told otherwise. In each of the ROUNDS (5) every program
-runs once, one after the other, and the shortest of its times counts. All write to a file, and all have to agree on the sum of
-the results. Programs that are not installed are left out; mawk has to be there: apt-get install mawk miller python3-pandas.
+The table has six columns of numbers and ROWS rows, by default 5,000,000. In each of the ROUNDS, by default 5, every program
+runs once, one after the other; the shortest of its times counts. All programs write to a file, and the sums of their results
+must agree. Programs that are not installed are omitted, except mawk: apt-get install mawk miller python3-pandas.
 """
 
 import math
@@ -34,7 +34,7 @@ table.eval("result={FORMULA}")[["result"]].to_csv(sys.stdout, index=False)
 
 
 def programs(calculator, table):
-    """Name, and command, of each program that is installed."""
+    """Name and command of each installed program."""
     calculation = [calculator, "--table", table, FORMULA]
     found = {
         "mawk": ["mawk", "-F,", AWK, table],
@@ -61,7 +61,7 @@ def write_table(path, rows):
 
 
 def watch_memory(running, highest):
-    """Keeps the most memory in KB that the program has had so far, until it ends."""
+    """Tracks the peak memory of the program in KB until it ends."""
     status = Path("/proc", str(running.pid), "status")
     while running.returncode is None:
         try:
@@ -74,7 +74,7 @@ def watch_memory(running, highest):
 
 
 def run(command, output):
-    """The time in seconds, and the most memory in MB."""
+    """The time in seconds, and the peak memory in MB."""
     highest = [0]
     with open(output, "wb") as file:
         begin = time.perf_counter()
