@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ProgramDump.cpp - names each slot by the record that writes it, or by the constant that it holds.
+// ProgramDump.cpp - names each slot by the record that writes it, or by the constant in it.
 #include "tests/program/ProgramDump.h"
 
 #include "mathexpr/IMathFunction.h"

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ProgramDump.h - writes a compiled program as text, a record a line, for comparison with a golden file.
+// ProgramDump.h - writes a compiled program as text, one record per line, for comparison with a golden file.
 //
 //     1 operator + at 1 [#0, 3] -> value
 //
-// reads: record 1 is the operator "+" at position 1; its first argument is written by record 0, its second is 3; its
-// result goes to its own value. An argument that is read where a variable keeps its value bears the variable's name.
+// means: record 1 is the operator "+" at position 1; record 0 writes its first argument, its second argument is 3; the
+// result goes to its own value. An argument that is read in place has the name of its variable.
 #pragma once
 
 #include "MTParserLib/program/MTParserProgram.h"

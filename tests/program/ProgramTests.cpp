@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ProgramTests.cpp - compiles the expressions of the golden files and compares the programs with what stands there.
+// ProgramTests.cpp - compiles the expressions of the golden files and compares the programs.
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
@@ -27,7 +27,7 @@ void showMessage(Message::Id id)
 
 namespace {
 
-/// Answers x, y and z with numbers, and p and q with points.
+/// Supplies numbers for x, y and z, and points for p and q.
 class Host final : public IMathExprService
 {
 public:
@@ -44,7 +44,7 @@ class Factory final : public IMathVariableFactory
 public:
     IMathVariable* create(const wchar_t* name) override;
 
-    std::map<std::wstring, const VALTYPE*> values;  // of the variables made
+    std::map<std::wstring, const VALTYPE*> values;  // of the defined variables
 };
 
 class Variable final : public IMathVariable
@@ -78,7 +78,7 @@ struct GoldenProgram
     std::string dump;
 };
 
-/// The file holds an expression a block: the text, then its program with each line indented; "#" begins a comment.
+/// The file has a block per expression: the text, then its program, indented. "#" begins a comment.
 std::vector<GoldenProgram> readGoldenPrograms(const std::string& path)
 {
     std::ifstream file(path);
@@ -103,7 +103,7 @@ std::vector<GoldenProgram> readGoldenPrograms(const std::string& path)
     return programs;
 }
 
-/// @param inPlace  whether the variables count as the library's own, which are read where their value stands
+/// @param inPlace  whether variables are treated as the library's own, which are read in place
 void compareWithGoldenFile(const std::string& name, bool inPlace)
 {
     Host host;
@@ -137,7 +137,7 @@ TEST(Programs, ReadTheLibrarysOwnVariablesInPlace)
     compareWithGoldenFile("programs_in_place.txt", true);
 }
 
-/// Compiles with variables that count as the library's own.
+/// Compiles with variables that are treated as the library's own.
 struct InPlace
 {
     explicit InPlace(const std::wstring& text)
@@ -160,7 +160,7 @@ struct InPlace
     MTParserCompiler compiler{registrar, compilation, false, &host};
 };
 
-/// Nobody knows what a host's code does to the variables when it runs between two steps.
+/// Code of the host may change any variable when it runs between two steps.
 TEST(Programs, CopyTheirVariablesWhereCodeOfTheHostsCanRun)
 {
     const auto nbSteps = [](auto define) {
@@ -200,7 +200,7 @@ TEST(ScalarCode, IsWhatTheGoldenFileHolds)
     }
 }
 
-// The table of docs/architecture.md, a row per line.
+// One test case per row of the table in docs/architecture.md.
 TEST(RunChoice, FollowsItsTable)
 {
     InPlace compiled(L"p/x");
@@ -243,7 +243,7 @@ TEST(RunChoice, FollowsItsTable)
     EXPECT_EQ(program.choice.getArmed(), nullptr);
 }
 
-// However many numbers wait for their consumer, and also where they have none.
+// Any number of waiting values, including values without a consumer.
 TEST(RunChoice, SpillsNumbersThatWait)
 {
     std::wstring nested = L"x";
@@ -259,7 +259,7 @@ TEST(RunChoice, SpillsNumbersThatWait)
     }
 }
 
-// Where scalar code cannot stand for a program, its steps run, however its inputs change.
+// If scalar code cannot run a program, its steps run, however its inputs change.
 TEST(RunChoice, InterpretsLongPrograms)
 {
     std::wstring endless = L"x";
@@ -276,7 +276,7 @@ TEST(RunChoice, InterpretsLongPrograms)
     EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
 }
 
-// Where the host's code could run, variables are copied, also those that nothing consumes.
+// If code of the host could run, variables are copied, even if nothing consumes the copy.
 TEST(RunChoice, InterpretsCopiesWithoutAConsumer)
 {
     InPlace compiled(L"x");
@@ -291,7 +291,7 @@ TEST(RunChoice, InterpretsCopiesWithoutAConsumer)
     }
 }
 
-// The library makes no other kinds, but a host may.
+// Only a host can create other kinds.
 TEST(RunChoice, InterpretsUnknownKinds)
 {
     InPlace compiled(L"[x,y,2]");
@@ -300,7 +300,7 @@ TEST(RunChoice, InterpretsUnknownKinds)
     EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Interpreted);
 }
 
-/// Whether a program runs over tiles of rows, when a column gives numbers to x.
+/// Whether a program runs in tiles when a column supplies numbers for x.
 bool runsInTiles(const std::wstring& text)
 {
     InPlace compiled(text);

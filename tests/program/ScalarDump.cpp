@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ScalarDump.cpp - finds out what a step does by looking its kernel up among all that there are.
+// ScalarDump.cpp - identifies a step's kernel by comparing it with all kernels.
 #include "tests/program/ScalarDump.h"
 
 #include "MTParserLib/run/MTScalarSteps.h"
@@ -18,12 +18,12 @@ namespace {
 
 constexpr std::size_t maxOperands = 3;
 
-/// What a kernel does, with how many operands in memory.
+/// Description of a kernel, and its number of operands in memory.
 struct KernelText
 {
     bool spills = false;
     std::string before;                 // the operands
-    std::vector<std::string> operands;  // "a", "b", "c" for those in memory
+    std::vector<std::string> operands;  // "a", "b", "c" for operands in memory
     std::string after;
 };
 
@@ -173,7 +173,7 @@ Kernels allKernels(const MTParserRegistrar& registrar)
     return kernels;
 }
 
-/// Names what is at an address.
+/// Names for addresses.
 class Places
 {
 public:

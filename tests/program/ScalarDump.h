@@ -5,9 +5,9 @@
 //
 //     * point number [q, 2] -> slot 0
 //
-// reads: the kernel of "*" for a point and a number; the operands are the variable q and the constant 2; the result, a
-// point, is stored in the slot that record 0 of the program writes. "value" is the last number; "spill slot 0," stores it
-// first.
+// means: the kernel of "*" for a point and a number; the operands are the variable q and the constant 2; the result, a
+// point, is stored in the slot that record 0 of the program writes. "value" is the last number; "spill slot 0," stores
+// it first.
 #pragma once
 
 #include "MTParserLib/MTParserRegistrar.h"
@@ -15,5 +15,5 @@
 
 #include <string>
 
-/// @param registrar  knows the items of the program
+/// @param registrar  has the program's items
 std::string dumpScalarCode(const MTParserProgram& program, const MTParserRegistrar& registrar);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BoundFunctionTests.cpp - functions of numbers, held against the reference: each call against a fresh session.
+// BoundFunctionTests.cpp - compares functions of numbers with the reference: every call with a new session.
 #include "ExpressionGenerator.h"
 #include "ReferenceEvaluator.h"
 #include "Settings.h"
@@ -37,7 +37,7 @@ VALTYPE number(double x)
     return value;
 }
 
-/// A formula of the arguments, of numbers and points; p is a point, k a number.
+/// A formula of the arguments, with numbers and points; p is a point, k a number.
 std::wstring formula(Random& random, std::size_t depth)
 {
     static const std::array<std::wstring, 10> binary = {L"+", L"-", L"*", L"/", L"*", L"&", L"*", L"^", L">", L"|"};
@@ -71,7 +71,7 @@ std::wstring formula(Random& random, std::size_t depth)
                      : L"ill(p," + operand() + L"," + operand() + L",[9,8,7])";
 }
 
-/// What a host answers that knows the arguments, p and k.
+/// A host that knows the arguments, p and k.
 reference::Host hostWith(const std::array<double, 3>& arguments)
 {
     return [=](const std::wstring& name, VALTYPE& value) {
@@ -88,10 +88,10 @@ reference::Host hostWith(const std::array<double, 3>& arguments)
     };
 }
 
-/// A session in which a text has been compiled, and the function made of it.
+/// A session that has compiled a text, and the function made from it.
 struct Bound
 {
-    /// @param hostsVariable  whether a variable may run code of the host's, so that all are copied
+    /// @param hostsVariable  whether a variable may run code of the host, so that all variables are copied
     explicit Bound(const std::wstring& text, bool hostsVariable = false)
     {
         if (hostsVariable)
@@ -131,7 +131,7 @@ struct Bound
     }
 
     MTParser session{false, nullptr};
-    std::unique_ptr<MTBoundFunction> function;  // of a text that compiles
+    std::unique_ptr<MTBoundFunction> function;  // only if the text compiles
 };
 
 bool areSame(double left, double right)
@@ -184,7 +184,7 @@ TEST(BoundFunction, ComputesWhatAFreshSessionDoes)
     EXPECT_GT(nbRefused, count);
 }
 
-// The result may replace an argument, and the array may be another one in each call; also where an item runs on records.
+// The result may overwrite an argument, and each call may pass another array; also if an item runs on records.
 TEST(BoundFunction, ReadsTheArrayOfTheCall)
 {
     for (const wchar_t* text : {L"a-2*b", L"a-m2m(b)"})
@@ -205,7 +205,7 @@ TEST(BoundFunction, ReadsTheArrayOfTheCall)
     }
 }
 
-// Nothing consumes the copy of a, for which scalar code has no step.
+// Nothing consumes the copy of a; scalar code has no step for that.
 TEST(BoundFunction, RunsAProgramThatScalarCodeCannotStandFor)
 {
     const Bound bound(L"-((a),b)", true);
@@ -218,7 +218,7 @@ TEST(BoundFunction, RunsAProgramThatScalarCodeCannotStandFor)
     }
 }
 
-// Scalar code has an upper bound on its steps; beyond it the program itself runs.
+// Longer programs than scalar code supports are interpreted.
 TEST(BoundFunction, ComputesTextsOfAnyLength)
 {
     std::wstring text = L"a";
@@ -236,14 +236,14 @@ TEST(BoundFunction, ComputesTextsOfAnyLength)
     }
 }
 
-// A host may have chosen another rounding direction.
+// The host may have changed the rounding direction.
 TEST(BoundFunction, ComputesWithTheLibrarysFloatingPointWords)
 {
     const Bound bound(L"a/b+c");
     const std::array<double, 3> arguments = {1.0, 3.0, 0.1};
     double expected = 0.0;
     double result = 0.0;
-    // The second call reads the array where it lies, as the next one would.
+    // The second call binds the array, as later calls use it.
     ASSERT_TRUE(bound.function->call(arguments.data(), expected));
     ASSERT_TRUE(bound.function->call(arguments.data(), expected));
     std::fesetround(FE_UPWARD);

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BulkDifferentialTests.cpp - bulk evaluation held against fresh programs: every row is compiled and evaluated anew by an object of
-// its own, and has to come to the same value, bit for bit, or to the same message.
+// BulkDifferentialTests.cpp - compares bulk evaluation with separate evaluations: every row is compiled and evaluated
+// by a new object, and must yield the same value, bit for bit, or the same message.
 #include "ExpressionGenerator.h"
 #include "Settings.h"
 
@@ -33,7 +33,7 @@ namespace {
 using reference::Random;
 using Values = std::map<std::wstring, VALTYPE>;
 
-/// Answers every name, with a value of its own where one is given.
+/// Knows every name; some names have given values.
 class Names final : public IMathExprService
 {
 public:
@@ -50,8 +50,8 @@ public:
     Values values;
 };
 
-/// Bit for bit, except that any NaN equals any other: the sign and payload depend on which of two NaN operands the
-/// compiler has put first.
+/// Bit for bit, except that all NaNs are equal: sign and payload depend on the order in which the compiler puts two NaN
+/// operands.
 bool isSame(const VALTYPE& left, const VALTYPE& right)
 {
     const auto same = [](double a, double b) {
@@ -78,7 +78,7 @@ std::ostream& operator<<(std::ostream& out, const Row& row)
                << ", " << std::hexfloat << row.value.x << ' ' << row.value.y << ' ' << row.value.z;
 }
 
-/// What one row comes to by itself.
+/// The outcome of a row evaluated separately.
 Row evaluateAlone(const std::wstring& text, const Values& values)
 {
     Names names;
@@ -93,7 +93,7 @@ Row evaluateAlone(const std::wstring& text, const Values& values)
     }
     catch (const mathexpr::ParsingException&)
     {}
-    // A name that cannot be assigned is no failure of the value, and bulk evaluation does not assign.
+    // A refused assignment is not a failure of the value, and bulk evaluation does not assign.
     if (!evaluated && mathexpr::getDiagnostic(expression).kind != mathexpr::ExpressionDiagnostic::Kind::Definition)
     {
         row.status = mathexpr::getDiagnostic(expression).message;
@@ -101,7 +101,7 @@ Row evaluateAlone(const std::wstring& text, const Values& values)
     return row;
 }
 
-/// Columns of random values in memory with gaps between them.
+/// Columns of random values with gaps between the rows.
 class Table
 {
 public:
@@ -182,7 +182,7 @@ private:
     {
         bool isPoint;
         bool backwards;
-        bool planes;  // all x, all y, all z
+        bool planes;  // all x, then all y, then all z
         std::size_t gap;
         std::vector<double> data;
     };
@@ -211,7 +211,7 @@ constexpr std::array<std::size_t, 10> rowCounts = {1, 2, 3, 5, 8, 13, 17, 19, 24
 class BulkDifferential : public testing::Test
 {
 protected:
-    /// Compares all rows of a random table; whether the text compiled.
+    /// Compares all rows of a random table; returns whether the text compiled.
     bool compare(Random& random, const std::wstring& text, const Values& known, std::size_t nbRows, bool mayBePoints,
                  std::uint32_t nbThreads)
     {
@@ -281,7 +281,7 @@ protected:
         return true;
     }
 
-    /// Evaluations before bulk evaluation leave values in the slots that must not show in it.
+    /// Leaves values of earlier evaluations in the slots; they must not affect bulk evaluation.
     static void leaveTraces(MathExpression& expression)
     {
         try
@@ -329,7 +329,7 @@ TEST_F(BulkDifferential, AnyExpression)
     EXPECT_GT(nbCompiled, count / 2);
 }
 
-/// A formula of items of the vocabulary, given numbers throughout.
+/// A formula of items of the vocabulary, with numbers as arguments.
 std::wstring numberFormula(Random& random, const std::vector<mathexpr::VocabularyItem>& items, std::size_t depth)
 {
     if (depth == 0 || random.chance(10))
@@ -337,7 +337,7 @@ std::wstring numberFormula(Random& random, const std::vector<mathexpr::Vocabular
         static const std::array<std::wstring, 6> leaves = {L"x", L"y", L"z", L"k", L"2.5", L"3"};
         return random.pick(leaves);
     }
-    // Every other item is one of the arithmetic operators, which stand first.
+    // Half of the items are arithmetic operators, which come first.
     const mathexpr::VocabularyItem& item = items[random.below(random.chance(50) ? 4 : items.size())];
     const auto operand = [&] { return numberFormula(random, items, depth - 1); };
     if (item.kind == mathexpr::VocabularyKind::Operator)
@@ -360,7 +360,7 @@ std::vector<mathexpr::VocabularyItem> numberItems()
     mathexpr::VocabularyItem item;
     for (std::uint32_t index = 0; mathexpr::getVocabularyItem(index, item); ++index)
     {
-        // "rand()" is a function that no expression can call.
+        // No expression can call "rand()".
         if (item.kind != mathexpr::VocabularyKind::Constant && item.family != mathexpr::VocabularyFamily::Geometry &&
             item.nbArgs != 0)
         {
@@ -437,7 +437,7 @@ TEST_F(BulkDifferential, RandomNumbersAreDrawnRowByRow)
     EXPECT_TRUE(compare(random, L"rand(0,x)/y+sqrt(rand(y,x))", {}, 2000, false, 4));
 }
 
-/// A few numbers of which some are refused by a division, a root or a logarithm.
+/// Numbers of which some are refused by divisions, roots or logarithms.
 std::vector<double> numbersToRefuse(Random& random, std::size_t count)
 {
     static constexpr std::array<double, 8> numbers = {0.0, 1.0, -3.0, 2.5, 9.0, 0.3048, 30.0, 1e-9};
@@ -449,7 +449,7 @@ std::vector<double> numbersToRefuse(Random& random, std::size_t count)
     return all;
 }
 
-/// The values of the rows, as bits, and their status. Each NaN is the same.
+/// The values of the rows as bits, and their status. All NaNs are equal.
 struct BulkRows
 {
     std::vector<std::uint64_t> bits;
@@ -458,7 +458,7 @@ struct BulkRows
     bool operator==(const BulkRows&) const = default;
 };
 
-/// Evaluates into an array that may be a column's.
+/// Evaluates into an array, which may be that of a column.
 BulkRows evaluateInto(std::vector<double>& results, MathExpression& expression,
                       const std::vector<mathexpr::BulkColumn>& columns, mathexpr::BulkKind kind, std::size_t nbRows)
 {

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DifferentialTests.cpp - plays generated scripts on the library and on the reference, and compares every call.
+// DifferentialTests.cpp - runs generated scripts on the library and on the reference, and compares every call.
 //
-// Each way of playing sees the same texts. How many, and from which seed, can be told through the environment:
+// Every test uses the same texts. The environment sets their number and seed:
 //
 //     MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1000000 MATHEXPR_DIFFERENTIAL_SEED=7 reference_tests
 //
-// A difference names its script by a seed, which alone shows it again with MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1.
+// A difference is reported with the seed of its script, which reproduces it with MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1.
 #include "EngineSession.h"
 #include "ExpressionGenerator.h"
 #include "ReferenceEvaluator.h"
@@ -35,7 +35,7 @@ std::uint64_t nbScripts()
     return (wanted + expressionsPerScript - 1) / expressionsPerScript;
 }
 
-/// Knows the script's names and the hidden numbers, refuses the others and throws at one of them.
+/// Knows the script's names and the hidden numbers; refuses other names, and throws for one of them.
 reference::Host hostOf(const Script& script)
 {
     return [&known = script.known](const std::wstring& name, VALTYPE& value) {
@@ -53,7 +53,7 @@ reference::Host hostOf(const Script& script)
     };
 }
 
-/// What the caller's record holds before a call: nothing that an expression yields, so that a write shows.
+/// Content of the caller's record before a call: a value that no expression yields, so that any write is detected.
 VALTYPE untouched()
 {
     VALTYPE value;
@@ -105,7 +105,7 @@ std::string shown(const Step& step)
     return {};
 }
 
-/// The script up to a step, with what the reference answers.
+/// The script up to a step, with the reference's results.
 std::string history(const Script& script, std::size_t last, bool silent)
 {
     std::ostringstream lines;
@@ -118,7 +118,7 @@ std::string history(const Script& script, std::size_t last, bool silent)
     return lines.str();
 }
 
-/// The first step whose outcomes differ ends the script: what follows would differ because of it.
+/// Stops at the first step with different outcomes, since the following ones would differ because of it.
 bool playsTheSame(const Script& script, bool silent)
 {
     reference::EngineSession engine(silent, hostOf(script));
@@ -212,7 +212,7 @@ TEST(Differential, Calculator)
     }
 }
 
-// A comparison is worth what its texts reach: every code, every message, and enough that succeeds.
+// The comparison is only as good as its texts: they must reach every code, every message, and enough successes.
 TEST(Generator, TextsReachEveryOutcome)
 {
     std::set<std::uint32_t> codes;

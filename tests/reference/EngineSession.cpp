@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// EngineSession.cpp - calls the library and writes down what a host notices.
+// EngineSession.cpp - calls the library and records what a host can observe.
 #include "EngineSession.h"
 
 #include "mathexpr/SMTDefExcepData.h"
@@ -12,7 +12,7 @@
 namespace reference {
 namespace {
 
-/// What a host's service throws is told apart from the library's own exceptions by this wrapper.
+/// Wraps exceptions of the host's service, to distinguish them from the library's own.
 struct ThrownByHost
 {};
 

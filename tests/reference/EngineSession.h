@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// EngineSession.h - the library behind the calls of the reference's Session, so that one script can be played on both.
+// EngineSession.h - the library with the calls of the reference's Session, so that both can run the same scripts.
 #pragma once
 
 #include "ReferenceEvaluator.h"
@@ -14,7 +14,7 @@
 
 namespace reference {
 
-/// A MathExpression. Only one engine session or calculator may be in use at a time: each records the messages of the
+/// A MathExpression. Only one session or calculator may be in use at a time, because each records the messages of the
 /// whole process.
 class EngineSession
 {
@@ -42,11 +42,12 @@ private:
     MathExpression expression;
 };
 
-/// An item called as an evaluator would; the outcome's value is the result record afterwards, whatever was answered.
+/// Calls an item as an evaluator would. The outcome's value is the result record after the call, even if the item
+/// refused.
 Outcome evaluateItem(const IMathExprItemEvaluator& item, const std::vector<VALTYPE>& args, const VALTYPE& result,
                      bool showMessages);
 
-/// A CMathExpr, or several that are copies of each other.
+/// A CMathExpr, or several copies of one.
 class EngineCalculator
 {
 public:

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ExpressionGenerator.cpp - a small grammar, a list of oddities, mutation, and the scripts made of them.
+// ExpressionGenerator.cpp - a small grammar, a list of odd texts, mutations, and scripts composed from them.
 #include "ExpressionGenerator.h"
 
 #include "ReferenceVocabulary.h"
@@ -33,7 +33,7 @@ const Texts oddLiterals = {L".",
                            L"9007199254740993.0",
                            L"17976931348623157000000000000000.5"};
 
-// Known to every host. v0 to v9 have values of the script's own.
+// Known to every host. v0 to v9 have values that depend on the script.
 const Texts numberNames = {L"x", L"y", L"zero", L"v0", L"v1", L"v2", L"v3", L"v4", L"fx", L"fzero", L"odd"};
 const Texts pointNames = {L"p", L"q", L"origin", L"v5", L"v6", L"v7", L"v8", L"v9", L"fp"};
 const Texts specialNames = {L"nan", L"inf", L"ninf", L"mzero", L"huge", L"tiny", L"np", L"blank"};
@@ -160,8 +160,8 @@ const Texts soupTokens = {L"+",    L"-",    L"*",       L"/",     L"^",     L"%"
 
 const std::wstring mutationCharacters = L"+-*/^%<>=!&|()[],.e 01239xyp\u00e9";
 
-// Puts parts together. A braced list is worked out from left to right, unlike the operands of "+", whose order would
-// make the texts depend on the compiler.
+// Concatenates parts. The elements of a braced list are evaluated from left to right; the operands of "+" are not, so
+// that the texts would depend on the compiler.
 std::wstring joined(std::initializer_list<std::wstring> parts)
 {
     std::wstring text;
@@ -203,7 +203,7 @@ std::map<std::wstring, VALTYPE> commonNames()
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-    VALTYPE odd = pointValue(6.5, 7.0, 8.0);  // a number with coordinates left over
+    VALTYPE odd = pointValue(6.5, 7.0, 8.0);  // a number with stale coordinates
     odd.type = 0;
     return {{L"x", numberValue(2.5)},
             {L"y", numberValue(-3.0)},
@@ -261,7 +261,7 @@ std::wstring ExpressionGenerator::wellFormed()
     return operand(depth, random.chance(35));
 }
 
-// Many terms in a row, or many levels of one kind.
+// Many consecutive terms, or many levels of one kind.
 std::wstring ExpressionGenerator::longText()
 {
     static const Texts openings = {L"(", L"-", L"!", L"sqr(", L"abs(", L"-(", L"sum(1,", L"(,"};
@@ -364,7 +364,7 @@ std::wstring ExpressionGenerator::number(std::size_t depth)
     return numberCall(depth);
 }
 
-// Brackets that hold more than the value: extra arguments, leading separators, nesting.
+// Brackets with more than a value: extra arguments, leading separators, nesting.
 std::wstring ExpressionGenerator::brackets(std::size_t depth)
 {
     std::wstring text = random.chance(20) ? L"(," : L"(";
@@ -399,7 +399,7 @@ std::wstring ExpressionGenerator::numberCall(std::size_t depth)
     const Item* item = &random.pick(functions());
     if (random.chance(40))
     {
-        // The core functions, which come first in the list, as often as the many conversions.
+        // The core functions, first in the list, are chosen as often as the many conversions.
         item = &functions()[random.below(34)];
     }
     const bool any = item->nbArgs == anyNumberOfArguments;

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ExpressionGenerator.h - expressions valid and broken, and scripts of calls around them, all from a seed.
+// ExpressionGenerator.h - generates valid and invalid expressions, and scripts of calls, from a seed.
 //
-// The same seed gives the same scripts on every platform: the engine is std::mt19937_64 and the distributions are this
-// file's own.
+// A seed gives the same scripts on every platform: the engine is std::mt19937_64, and the distributions are implemented
+// here.
 #pragma once
 
 #include "mathexpr/ValType.h"
@@ -17,13 +17,13 @@
 
 namespace reference {
 
-/// Numbers from a seed.
+/// Random numbers from a seed.
 class Random
 {
 public:
     explicit Random(std::uint64_t seed) : engine(seed) {}
 
-    /// 0 to limit - 1.
+    /// A number from 0 to limit - 1.
     std::size_t below(std::size_t limit) { return static_cast<std::size_t>(engine() % limit); }
 
     bool chance(std::size_t percent) { return below(100) < percent; }
@@ -38,8 +38,8 @@ private:
     std::mt19937_64 engine;
 };
 
-/// Texts: well-formed ones, well-formed ones with a few characters changed, known oddities with a few characters
-/// changed, and tokens in no order at all.
+/// Generates texts: well-formed ones, the same with a few characters changed, known oddities with a few characters
+/// changed, and random sequences of tokens.
 class ExpressionGenerator
 {
 public:
@@ -47,10 +47,10 @@ public:
 
     std::wstring any();
 
-    /// Well-formed, but now and then a point where a number belongs or a call with a wrong number of arguments.
+    /// Well-formed, except for occasional points in place of numbers and calls with a wrong number of arguments.
     std::wstring wellFormed();
 
-    /// A number or a point, with special values and flags among them.
+    /// A number or a point, including special values and flags.
     VALTYPE value();
 
 private:
@@ -72,7 +72,7 @@ private:
     double special();
 };
 
-/// One call on an expression object.
+/// A call on an expression object.
 struct Step
 {
     enum class Kind
@@ -88,7 +88,7 @@ struct Step
     VALTYPE value;      // the variable's new value
 };
 
-/// What one expression object goes through, and what its host knows.
+/// The calls on one expression object, and its host's names.
 struct Script
 {
     std::uint64_t seed = 0;
@@ -96,13 +96,13 @@ struct Script
     std::vector<Step> steps;
 };
 
-/// @param nbExpressions  how many texts are set
+/// @param nbExpressions  number of texts
 Script makeScript(std::uint64_t seed, std::size_t nbExpressions);
 
-/// The same calls, with the numbers in the texts hidden from the compiler behind names such as h2_5, which
-/// hiddenNumber reads back.
+/// The same calls, with the numbers in the texts hidden from the compiler behind names such as h2_5, which hiddenNumber
+/// decodes.
 Script withHiddenNumbers(Script script);
 
-/// True, and the value, when the name hides a number.
+/// Returns true and the value if the name hides a number.
 bool hiddenNumber(const std::wstring& name, VALTYPE& value);
 }

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 //
 // ItemDifferentialTests.cpp - calls every operator and function of the library and of the reference with the same
-// arguments and the same stale result, and compares all that they do.
+// arguments and the same stale result, and compares all effects.
 //
-// Expressions cannot show everything: no text gives fact a product to go on with, and few meet the tolerances of the
-// line intersection. MATHEXPR_DIFFERENTIAL_CALLS tells how many calls each item gets, MATHEXPR_DIFFERENTIAL_SEED the
+// Expressions cannot reach everything: no text passes fact a product to continue with, and few reach the tolerances of
+// the line intersection. MATHEXPR_DIFFERENTIAL_CALLS is the number of calls per item, MATHEXPR_DIFFERENTIAL_SEED the
 // seed.
 #include "EngineSession.h"
 #include "ExpressionGenerator.h"
@@ -46,7 +46,7 @@ Outcome evaluateItem(const Item& item, const std::vector<VALTYPE>& args, const V
     return outcome;
 }
 
-/// Makes arguments, and results that hold something already.
+/// Generates arguments and stale results.
 class Arguments
 {
 public:
@@ -69,7 +69,7 @@ public:
         return args;
     }
 
-    /// Four ends of two lines, often such that the lines meet at or near an end, or run in nearly one direction.
+    /// The four endpoints of two lines, which often meet at or near an endpoint, or are nearly parallel.
     std::vector<VALTYPE> lines()
     {
         static constexpr std::array<double, 6> scales = {1.0, 1000.0, 1e6, 1e-5, 1e-11, 1e9};
@@ -84,7 +84,7 @@ public:
         }
         if (random.chance(60))
         {
-            // The second line through, or nearly through, an end of the first, or the other way round.
+            // The second line goes through, or nearly through, an endpoint of the first, or vice versa.
             const std::size_t line = random.below(2);
             const VALTYPE end = nearTo(args[2 * line + random.below(2)]);
             const std::size_t other = 2 - 2 * line;
@@ -114,7 +114,7 @@ public:
         return args;
     }
 
-    /// A result on entry. For the tests of nearness its z is often that of an argument.
+    /// A result on entry. Its z is often that of an argument, for the comparisons with endpoints.
     VALTYPE result(const std::vector<VALTYPE>& args)
     {
         VALTYPE made = value();
@@ -136,13 +136,13 @@ private:
 
     double coordinate() { return static_cast<double>(random.below(2000001)) / 250000.0 - 4.0; }
 
-    /// As the generator's, with magnitudes between that expressions seldom reach.
+    /// As the generator's, with additional magnitudes that expressions seldom reach.
     VALTYPE value()
     {
         VALTYPE made = generator.value();
         if (random.chance(10))
         {
-            made.x = random.chance(50) ? 0.0 : -0.0;  // equal, and yet to be told apart
+            made.x = random.chance(50) ? 0.0 : -0.0;  // equal, but distinguishable
         }
         else if (random.chance(50))
         {
@@ -182,7 +182,7 @@ protected:
     const std::uint64_t calls = reference::fromEnvironment("MATHEXPR_DIFFERENTIAL_CALLS", 1000);
     const std::uint64_t seed = reference::firstSeed();
 
-    /// Stops at the item's first difference.
+    /// Stops at the first difference of an item.
     void compare(const IMathExprItemEvaluator& ofLibrary, const Item& ofReference, std::size_t index)
     {
         Arguments arguments(seed * 1000 + index);

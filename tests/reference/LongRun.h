@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LongRun.h - one text evaluated over and over, by the library and by the reference, while its variables change.
+// LongRun.h - evaluates a text repeatedly with the library and with the reference, while its variables change.
 #pragma once
 
 #include "EngineSession.h"
@@ -14,16 +14,16 @@ namespace reference {
 class LongRun
 {
 public:
-    /// Compiles the text on both sides.
+    /// Compiles the text with both.
     LongRun(const std::wstring& text, bool silent, const Host& host);
 
-    /// Changes a variable on both sides; no evaluation knows of it before it runs.
+    /// Changes a variable of both; the next evaluation uses it.
     void change(const std::wstring& name, const VALTYPE& value);
 
-    /// Evaluates on both sides, unless they have differed already.
+    /// Evaluates with both, unless they have differed already.
     void evaluate();
 
-    /// Everything up to the first difference; empty while there is none.
+    /// The history up to the first difference; empty if there is none.
     std::string difference() const;
 
 private:

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReferenceCompiler.cpp - the one pass over the text, with its operator stack, its bracket levels and the folding walk.
+// ReferenceCompiler.cpp - one pass over the text, with operator stack, bracket levels and folding.
 //
-// Nothing here is improved on: every step stands as the language describes it, so that oddities come out by themselves.
+// Nothing is optimised: every step is written as the language is defined, so that oddities follow by themselves.
 #include "ReferenceCompiler.h"
 
 #include "ReferenceVocabulary.h"
@@ -26,7 +26,7 @@ enum class Token
     Function,
 };
 
-/// One bracket level: the kinds of the last two tokens read in it.
+/// A bracket level: the kinds of the last two tokens read in it.
 struct Level
 {
     Token previous = Token::Nothing;
@@ -39,7 +39,7 @@ struct Level
     }
 };
 
-/// One operator, function or open bracket that waits.
+/// A pending operator, function or open bracket.
 struct Waiting
 {
     enum class Kind
@@ -115,7 +115,7 @@ private:
     std::vector<Level> levels;
     std::wstring token;
 
-    /// Reads what stands at i; the result is the index of the last character read.
+    /// Reads the token at i; returns the index of its last character.
     std::size_t scan(std::size_t i)
     {
         const wchar_t ch = text[i];
@@ -165,7 +165,7 @@ private:
         token.clear();
     }
 
-    /// The top of the stack, or what lies under it when the top is an open bracket; null when there is nothing.
+    /// The top of the stack, or the record below if the top is an open bracket; null if there is none.
     Waiting* nearestFunctionRecord()
     {
         if (stack.empty())
@@ -358,7 +358,7 @@ private:
         const bool integer = token.find(L'.') == std::wstring::npos;
         if (integer && value > static_cast<double>(surroundings.maxInteger))
         {
-            // Shown in silence too.
+            // Shown even in silent mode.
             surroundings.messages.numbers.push_back(19);
             throw Refusal();
         }
@@ -441,7 +441,7 @@ private:
         fold();
     }
 
-    // The folding walk.
+    // Folding.
 
     bool allOperandsConstant = false;
     std::size_t consumed = 0;
@@ -464,7 +464,7 @@ private:
         {
             return;
         }
-        // What was consumed lies just under the root, which is counted too.
+        // The consumed records are just below the root, which is counted too.
         const auto last = program.end() - 1;
         program.erase(last - static_cast<std::ptrdiff_t>(consumed - 1), last);
         root.constant = true;

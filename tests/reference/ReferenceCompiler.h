@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReferenceCompiler.h - turns a text into the reference's program, step by step as the language is described.
+// ReferenceCompiler.h - compiles a text to the reference's program, step by step as the language is defined.
 #pragma once
 
 #include "ReferenceProgram.h"
@@ -14,7 +14,7 @@
 
 namespace reference {
 
-/// What a compilation reads and changes outside itself.
+/// State outside a compilation that it reads and changes.
 struct Surroundings
 {
     const Host& host;
@@ -25,7 +25,7 @@ struct Surroundings
     std::vector<std::wstring>& asked;
 };
 
-/// Removes the blanks: U+0020 and nothing else.
+/// Removes the blanks: U+0020 only.
 std::wstring withoutBlanks(const std::wstring& text);
 
 /// Applies the three shorthands: "[" to "point(", "]" to ")", "e+" to "*10^".
@@ -34,10 +34,10 @@ std::wstring rewritten(std::wstring text);
 /// Name of a variable with the letters A to Z folded.
 std::wstring folded(std::wstring name);
 
-/// Raises the failure of a name that cannot be a new variable.
+/// Throws the failure of a name that cannot be a new variable.
 void requireVariableName(const std::wstring& name);
 
-/// Compiles a text from which the blanks are removed.
+/// Compiles a text without blanks.
 /// @throws Failure, Refusal
 Program compile(const std::wstring& text, Surroundings& surroundings);
 }

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReferenceConversions.cpp - the conversions between units, worked out by a small interpreter from the text that states
-// them, one double operation after another.
+// ReferenceConversions.cpp - the unit conversions, computed by a small interpreter from formula texts, one double
+// operation after the other.
 #include "ReferenceVocabulary.h"
 
 #include "ConversionFormulas.h"

@@ -13,7 +13,7 @@
 namespace reference {
 namespace {
 
-/// Runs a call and puts what it throws into its outcome.
+/// Runs a call, and records its exceptions in the outcome.
 template <class Call>
 Outcome observed(bool silent, Messages& messages, Call call)
 {
@@ -41,7 +41,7 @@ Outcome observed(bool silent, Messages& messages, Call call)
     return outcome;
 }
 
-/// Bit for bit, except that any NaN equals any other.
+/// Bit for bit, except that all NaNs are equal.
 bool sameNumber(double left, double right)
 {
     return (std::isnan(left) && std::isnan(right)) ||

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReferenceEvaluatorTests.cpp - holds the reference itself to outcomes stated by hand, so that a fault common to it and
-// the library cannot pass as agreement.
+// ReferenceEvaluatorTests.cpp - compares the reference with hand-written outcomes, so that an error in both the
+// reference and the library is found.
 #include "ReferenceCompiler.h"
 #include "ReferenceEvaluator.h"
 #include "ReferenceVocabulary.h"
@@ -45,15 +45,15 @@ std::wstring wide(const std::string& text)
     return {text.begin(), text.end()};
 }
 
-/// Compiles and, when that succeeds, evaluates.
+/// Compiles and, if that succeeds, evaluates.
 Outcome calculate(Session& session, const std::string& text)
 {
     const Outcome compiled = session.setExpression(wide(text));
     return compiled.returned ? session.evaluate({}) : compiled;
 }
 
-/// Texts for one object, separated by blanks, and what comes of the last one with messages and in silence; an empty
-/// second expectation is the same as the first.
+/// Texts for one object, separated by blanks, and the outcome of the last one, with messages and in silent mode; an
+/// empty second outcome is the same as the first.
 struct Row
 {
     const char* texts;
@@ -242,7 +242,7 @@ protected:
         return withoutKnownNames(describe(outcome));
     }
 
-    // That x, y, zero and p were asked for is no news.
+    // Removes the look-ups of x, y, zero and p, which are in many rows.
     static std::string withoutKnownNames(std::string line)
     {
         for (const char* name : {", asked x", ", asked y", ", asked zero", ", asked p"})
@@ -266,7 +266,7 @@ TEST_P(ReferenceRow, IsAsStated)
 
 INSTANTIATE_TEST_SUITE_P(Telling, ReferenceRow, testing::ValuesIn(rows));
 
-/// A session with a compiled text, and its values as variables change.
+/// A session with a compiled text, to evaluate while variables change.
 class ReferenceSlots : public testing::Test
 {
 protected:

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReferenceFunctions.cpp - the arithmetic of the core mathematical functions. Each examines the kind of its first
-// argument only, writes type and x, and leaves the rest of the result.
+// ReferenceFunctions.cpp - the core mathematical functions. Each checks the kind of its first argument only, writes
+// type and x, and leaves the rest of the result.
 #include "ReferenceVocabulary.h"
 
 #include <cmath>
@@ -27,7 +27,7 @@ double degrees(double radians)
     return product / shortPi;
 }
 
-// Ten to a power is pow, never a library's own exp10, into which a compiler may turn a constant base.
+// Computed with pow, not exp10, by which a compiler may replace it for a constant base.
 double powerOfTen(double exponent)
 {
     volatile double base = 10.0;
@@ -129,7 +129,8 @@ bool truncate(const Args& args, VALTYPE& result, Messages& messages)
     return number(result, toInteger(args[0].x));
 }
 
-// Multiplies what the result holds already. Once the product is zero, infinite or not a number, no factor changes it.
+// Multiplies the value that the result holds. Once the product is zero, infinite or NaN, further factors do not change
+// it.
 bool factorial(const Args& args, VALTYPE& result, Messages&)
 {
     requireNumber(args[0]);

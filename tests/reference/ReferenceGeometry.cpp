@@ -140,7 +140,7 @@ double interpolatedZ(const VALTYPE& o, const VALTYPE& p, const VALTYPE& q)
     return (q.z - p.z) * f + p.z;
 }
 
-// Parallel and degenerate lines leave o as it is. The tests for nearness see the z that o held before.
+// Parallel and degenerate lines leave o unchanged. The comparisons with endpoints use the previous z of o.
 void intersect(const VALTYPE& p0, const VALTYPE& p1, const VALTYPE& p2, const VALTYPE& p3, VALTYPE& o)
 {
     const double d1x = p1.x - p0.x;

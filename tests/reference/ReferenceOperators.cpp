@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReferenceOperators.cpp - the arithmetic of the 16 operators. Each writes only the fields that it names; what the
-// result holds besides stays.
+// ReferenceOperators.cpp - the 16 operators. Each writes only the fields mentioned; the rest of the result is
+// unchanged.
 #include "ReferenceVocabulary.h"
 
 #include <cmath>
@@ -179,7 +179,7 @@ bool equal(const Args& args, VALTYPE& result, Messages&)
     return true;
 }
 
-// Two plain numbers, or a point with a number, leave the result as it is.
+// For two plain numbers, or a point and a number, the result is unchanged.
 bool logicalAnd(const Args& args, VALTYPE& result, Messages&)
 {
     const VALTYPE& a = args[0];

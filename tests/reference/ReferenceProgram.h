@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReferenceProgram.h - the records that the reference compiles to, and what its stages throw at each other.
+// ReferenceProgram.h - the records of the reference's programs, and the exceptions of its stages.
 #pragma once
 
 #include "ReferenceEvaluator.h"
@@ -13,13 +13,13 @@
 
 namespace reference {
 
-/// The messages of one call. Items refuse their arguments through it.
+/// The messages of one call. Items use it to refuse their arguments.
 struct Messages
 {
     bool shown = true;
     std::vector<std::uint32_t> numbers;
 
-    /// Always false, so that an item can return it.
+    /// Returns false always, so that an item can return the result.
     bool refuse(std::uint32_t number)
     {
         if (shown)
@@ -30,14 +30,14 @@ struct Messages
     }
 };
 
-/// An error that is shown as message, or raised: when there is no message to show, or when the session is silent.
+/// An error that is shown as a message, or raised if it has no message or the session is silent.
 struct Failure
 {
     Raised raised;
     std::uint32_t message = 0;
 };
 
-/// The call answers false; the message, if any, has been recorded.
+/// The call returns false; its message, if any, has been recorded.
 struct Refusal
 {};
 
@@ -51,17 +51,17 @@ struct Item
     std::uint32_t nbArgs = 0;
     std::int32_t precedence = 0;
     bool unary = false;
-    bool constant = true;  // may be folded
+    bool constant = true;  // whether it may be folded
     std::function<bool(const std::vector<VALTYPE>& args, VALTYPE& result, Messages& messages)> evaluate;
 };
 
-/// One record of the program. Records stay where they are in memory, so that a destination may point into one.
+/// A record of the program. Records do not move in memory, since destinations point into them.
 struct Record
 {
     VALTYPE value;
     bool constant = false;
     std::vector<VALTYPE> args;
-    VALTYPE unconsumed;  // receives the result of a record that no other record consumes
+    VALTYPE unconsumed;  // receives the result if no other record consumes it
     VALTYPE* destination = &unconsumed;
     bool visited = false;
     std::uint32_t position = 0;

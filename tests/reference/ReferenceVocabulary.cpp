@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReferenceVocabulary.cpp - the lists of items put together, and the look-ups in them.
+// ReferenceVocabulary.cpp - the combined lists of items, and their look-ups.
 #include "ReferenceVocabulary.h"
 
 #include <algorithm>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReferenceVocabulary.h - what the names and symbols of the expression language mean to the reference.
+// ReferenceVocabulary.h - the names and symbols of the expression language in the reference.
 //
-// Operators, functions and conversions are listed in the sources beside this header, one family each; the look-ups walk
-// the lists from front to back.
+// Operators, functions and conversions are listed in the sources in this folder, one per family; look-ups scan the
+// lists from front to back.
 #pragma once
 
 #include "ReferenceProgram.h"
@@ -21,14 +21,14 @@ const std::vector<Item>& operators();
 /// All functions; overloads share a symbol.
 const std::vector<Item>& functions();
 
-/// The operator symbol that starts at a place of the text: the longest one. Empty when there is none.
+/// The longest operator symbol at a position of the text; empty if there is none.
 std::wstring operatorSymbolAt(const std::wstring& text, std::size_t index);
 
 const Item* findOperator(const std::wstring& symbol, bool unary);
 
 bool isFunction(const std::wstring& name);
 
-/// An exact count wins; a function of any number of arguments needs at least one, but for point.
+/// An exact count wins; a function with any number of arguments needs at least one, except point.
 const Item* findOverload(const std::wstring& name, std::uint32_t nbArgs);
 
 /// pi, PI, e or E.
@@ -43,7 +43,7 @@ void addCoreFunctions(std::vector<Item>& list);
 void addGeometry(std::vector<Item>& list);
 void addConversions(std::vector<Item>& list);
 
-/// Raises the exception of a function that is given a point where it needs a number.
+/// Raises the exception of a function that gets a point instead of a number.
 void requireNumber(const VALTYPE& value);
 
 /// Truncated toward zero to 32 bits; a NaN or a value out of range is -2147483648.

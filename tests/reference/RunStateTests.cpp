@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// RunStateTests.cpp - what a run leaves behind in the slots, held against the reference.
+// RunStateTests.cpp - compares what runs leave in the slots with the reference.
 //
-// Items write only some fields of their result, and some read what the result held before: a later run sees what an
-// earlier one has left, also one that was refused half way. So one program is evaluated over and over here, with
-// variables whose values change often and whose kinds change now and then, and every outcome is compared.
+// Items write only some fields of their result, and some read its previous content. So a run depends on earlier runs,
+// even on those that were refused half-way. These tests evaluate one program repeatedly, with variables whose values
+// change often and whose kinds change occasionally, and compare every outcome.
 #include "ExpressionGenerator.h"
 #include "LongRun.h"
 #include "Settings.h"
@@ -37,14 +37,14 @@ VALTYPE point(double x, double y, double z)
     return {1, 0, 0, 0, x, y, z};
 }
 
-/// Of each variable of the formulas below, what it begins with.
+/// The initial value of each variable of the formulas below.
 bool answerAny(const std::wstring& name, VALTYPE& value)
 {
     value = name == L"p" ? point(1.0, 2.0, 3.0) : name == L"q" ? point(4.0, 5.0, 6.0) : number(2.0);
     return true;
 }
 
-/// What a run comes to, in one line each.
+/// The outcomes of the runs, one line each.
 std::vector<std::string> outcomesWithDivisor(const std::wstring& text, const std::vector<double>& divisors)
 {
     reference::EngineSession session(false, answerAny);
@@ -58,7 +58,7 @@ std::vector<std::string> outcomesWithDivisor(const std::wstring& text, const std
     return outcomes;
 }
 
-// The dot product is added onto what its slot holds, also in the run that a later item refuses.
+// The dot product is added to the slot's content, even in a run that a later item refuses.
 TEST(RunState, ARefusedRunIsFinal)
 {
     using Lines = std::vector<std::string>;
@@ -69,7 +69,7 @@ TEST(RunState, ARefusedRunIsFinal)
     EXPECT_EQ(outcomesWithDivisor(L"sqrt(w)+p*q", {1.0, 0.0, 1.0}), (Lines{"33", "false, message 12", "65"}));
 }
 
-/// A call or an operation of an item on the first of the names.
+/// A text that uses an item with the first names as operands.
 std::wstring textOf(const mathexpr::VocabularyItem& item, std::size_t nbArgs, const std::vector<std::wstring>& names)
 {
     if (item.kind == mathexpr::VocabularyKind::Operator)
@@ -84,7 +84,7 @@ std::wstring textOf(const mathexpr::VocabularyItem& item, std::size_t nbArgs, co
     return text + L")";
 }
 
-/// Gives each of the variables a value of the kind that its bit tells, different in each round.
+/// Gives each variable a value whose kind is the variable's bit in kinds, with different values in every round.
 void setKinds(LongRun& run, const std::vector<std::wstring>& names, std::size_t kinds, std::size_t round)
 {
     for (std::size_t j = 0; j < names.size(); ++j)
@@ -94,7 +94,7 @@ void setKinds(LongRun& run, const std::vector<std::wstring>& names, std::size_t 
     }
 }
 
-// Each place of each item gets numbers and points in turn, with runs that are refused after the item in between.
+// Every operand of every item gets numbers and points in turn, with runs between them that are refused after the item.
 TEST(RunState, EveryItemWithEveryKindInEveryPlace)
 {
     const std::vector<std::wstring> names = {L"x", L"y", L"z", L"u"};
@@ -129,7 +129,7 @@ TEST(RunState, EveryItemWithEveryKindInEveryPlace)
     }
 }
 
-// Only one of them is another kind at a time.
+// Only one input at a time changes its kind.
 TEST(RunState, EachOfManyInputsMayChange)
 {
     const std::vector<std::wstring> names = {L"x", L"y", L"z", L"u", L"v", L"w"};
@@ -165,7 +165,7 @@ std::wstring leaf(Random& random)
     return random.chance(15) ? L"[1,2.5,-3]" : std::to_wstring(random.below(4)) + L".5";
 }
 
-/// A formula of points and numbers, mostly of items that leave something behind.
+/// A formula of points and numbers, mostly of items that read their slots.
 std::wstring formula(Random& random, std::size_t depth)
 {
     static const std::array<std::wstring, 12> binary = {L"+", L"-", L"*", L"/", L"*", L"+",
@@ -213,13 +213,13 @@ double someNumber(Random& random)
     return random.pick(numbers);
 }
 
-/// Of the two values of a type or a flag.
+/// The other one of the two values of a type or flag.
 std::uint8_t otherOf(std::uint8_t value)
 {
     return value == 0 ? 1 : 0;
 }
 
-// Kinds and flags change so seldom that most runs of a program meet the kinds of the run before.
+// Kinds and flags change so seldom that most runs have the kinds of the previous run.
 TEST(RunState, OfRandomPrograms)
 {
     const std::uint64_t first = reference::firstSeed();
@@ -254,7 +254,7 @@ TEST(RunState, OfRandomPrograms)
     }
 }
 
-// Two sets of kinds in turn, so that nothing that was settled for one may serve the other.
+// Two sets of kinds alternate, so that nothing prepared for one may be used for the other.
 TEST(RunState, OfKindsThatAlternate)
 {
     const std::uint64_t first = reference::firstSeed();

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ScalarCodeDifferentialTests.cpp - long runs of one program over variables that turn from numbers to points and back.
+// ScalarCodeDifferentialTests.cpp - long runs of a program whose variables change from numbers to points and back.
 //
-// While everything is a number, scalar code runs in the program's place. Formulas made of what it knows are evaluated
-// many times over, with refusals (a zero divisor, a root of a negative number) and points thrown in, and compared with
-// the reference evaluator after every step: the value, what a slot kept from an earlier evaluation, and every message.
+// While everything is a number, scalar code replaces the program. Formulas that it supports are evaluated many times,
+// with occasional refusals (a zero divisor, a root of a negative number) and points. After every step the value, what a
+// slot kept from an earlier evaluation, and every message are compared with the reference.
 #include "tests/reference/LongRun.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ private:
     std::mt19937_64 engine;
 };
 
-/// A formula of items that scalar code knows; now and then of one that it does not.
+/// A formula of items that scalar code supports, occasionally with one that it does not.
 std::wstring formula(Chance& chance, std::size_t depth)
 {
     static const std::array<std::wstring, 14> binary = {L"+", L"-", L"*", L"/", L"+", L"-",  L"*",
@@ -73,8 +73,8 @@ VALTYPE someValue(Chance& chance)
     return value;
 }
 
-/// Evaluates one formula many times on both sides; the text of the first difference, or nothing.
-/// @param firstType  1 where all variables begin as points
+/// Evaluates a formula many times with both; returns the first difference, or nothing.
+/// @param firstType  1 if all variables are initially points
 std::string firstDifference(std::uint64_t seed, const std::wstring& text, std::uint8_t firstType = 0)
 {
     Chance chance(seed);
@@ -106,7 +106,7 @@ TEST(ScalarCode, FollowsThePrograms)
     }
 }
 
-// A product keeps its last number in its slot; points that come later are added to it.
+// A product keeps its last number in its slot; the dot product of later points is added to it.
 TEST(ScalarCode, StoresProductsForTheDotProductsThatFollow)
 {
     for (const wchar_t* text :
@@ -119,7 +119,8 @@ TEST(ScalarCode, StoresProductsForTheDotProductsThatFollow)
     }
 }
 
-// The product of two points is a number. When the variable is one later, too, all slots are numbers but the constant's.
+// The product of two points is a number. When the variable becomes one too, all slots are numbers except the
+// constant's.
 TEST(ScalarCode, DoesNotTakeAConstantPointForANumber)
 {
     for (const wchar_t* text : {L"[2,3,4]*x", L"x*[2,3,4]", L"1+[2,3,4]*x", L"(x*[2,3,4]-5)/2"})
@@ -142,7 +143,7 @@ TEST(ScalarCode, ComputesResultsWithoutAConsumer)
     }
 }
 
-// In a build that is not optimised it has room for 128 steps in all.
+// Without optimisation, scalar code has at most 128 steps.
 TEST(ScalarCode, SpillsAnyNumberOfResultsThatWait)
 {
     for (const std::size_t depth : {1U, 2U, 40U, 64U, 128U, 300U})

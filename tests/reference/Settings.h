@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Settings.h - what a longer run of the comparison tells through the environment.
+// Settings.h - environment variables for longer runs of the comparison.
 #pragma once
 
 #include <cstdint>

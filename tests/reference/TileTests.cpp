@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TileTests.cpp - tiles of each instruction set that the processor has, held against the same rows evaluated one by one:
-// every bit of the values, the status of each row, and what is left where a row has none.
+// TileTests.cpp - compares tiles of every instruction set of the processor with separate evaluations of the same rows:
+// every bit of the values, the status of every row, and the results of rows without a value.
 #include "ExpressionGenerator.h"
 #include "Settings.h"
 
@@ -48,7 +48,7 @@ private:
     VALTYPE value;
 };
 
-/// Texts whose operands are of the kinds that their items take, with most items of the vocabulary.
+/// Generates texts with operands of accepted kinds; covers most items of the vocabulary.
 class Formulas
 {
 public:
@@ -142,7 +142,7 @@ private:
     Random& random;
 };
 
-/// The bits of all results, and the status of each row. Each NaN is the same.
+/// The bits of all results, and the status of every row. All NaNs are equal.
 struct Rows
 {
     std::vector<std::uint64_t> bits;
@@ -180,7 +180,7 @@ protected:
         }
     }
 
-    /// @return false where constants are refused while compiling
+    /// @return false if constants are refused at compile time
     bool compile(const std::wstring& text)
     {
         std::wstring assignTarget;
@@ -196,7 +196,7 @@ protected:
 
     bool isConstant() const { return compilation.program.isConstant(); }
 
-    /// Numbers to compute with, of which a few are refused by this item or that.
+    /// Random numbers, a few of which are refused by some items.
     static std::vector<double> someNumbers(Random& random, std::size_t count, std::size_t percentSpecial)
     {
         static constexpr std::array<double, 10> special = {0.0, -0.0, -1.0,     1e300,     1e-310,
@@ -227,7 +227,7 @@ protected:
         return columns;
     }
 
-    /// Evaluates rows of columns, whose numbers stand so far apart, into results likewise.
+    /// Evaluates rows of columns with a gap between the rows, into results with the same gap.
     Rows evaluate(const MTTileSet* set, std::size_t nbRows, BulkKind kind, std::ptrdiff_t gap)
     {
         const std::vector<MTBoundColumn> columns = makeColumns(gap);
@@ -245,7 +245,7 @@ protected:
         return rows;
     }
 
-    /// What each row comes to by itself, tiles of every set are to come to.
+    /// Tiles of every set must yield the same as separate evaluations of the rows.
     void expectRowsOfAllSets(const std::wstring& text, std::size_t nbRows, BulkKind kind)
     {
         ASSERT_TRUE(compile(text)) << narrow(text);
@@ -405,7 +405,7 @@ TEST_F(Tiles, ReadAndWritePointsWhoseCoordinatesAreApart)
     const auto apart = static_cast<std::ptrdiff_t>(nbRows * sizeof(double) * 3);
     for (MTBoundColumn& column : columns)
     {
-        column.column.coordinateStride = apart;  // between the x of two rows are 16 bytes of nothing
+        column.column.coordinateStride = apart;  // with 16 unused bytes between the x of two rows
     }
     const auto evaluated = [&](const MTTileSet* set) {
         std::vector<double> results(9 * nbRows, 77.0);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Compiles.h - whether an object takes a text, where the reason does not matter.
+// Compiles.h - whether an object accepts a text.
 #pragma once
 
 #include "mathexpr/MathExpression.h"
@@ -10,7 +10,7 @@
 
 #include <string>
 
-/// What is raised in place of an answer counts as a refusal.
+/// An exception counts as a refusal.
 inline bool compiles(MathExpression& expression, const std::wstring& text)
 {
     try

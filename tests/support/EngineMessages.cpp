@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// EngineMessages.cpp - the engine's one outside function, for programs without the shared library: it records.
+// EngineMessages.cpp - implements showMessage for programs without the shared library: records the message.
 #include "MTParserLib/MTMessage.h"
 #include "tests/support/MessageRecorder.h"
 

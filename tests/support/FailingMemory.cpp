@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FailingMemory.cpp - the global operator new. Worker threads allocate as well, so that the counts are atomic.
+// FailingMemory.cpp - replaces the global operator new. The counts are atomic, since worker threads allocate as well.
 #include "tests/support/FailingMemory.h"
 
 #include <atomic>

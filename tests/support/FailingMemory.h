@@ -1,23 +1,23 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FailingMemory.h - counts the allocations of this program and of the shared library, and lets chosen ones fail.
+// FailingMemory.h - counts the allocations of the program and the shared library, and makes chosen ones fail.
 //
-// The global operator new is the program's for every library that it links, except for a DLL.
+// The program's global operator new is used by all libraries that it is linked with, except DLLs.
 #pragma once
 
 #include <cstddef>
 
 namespace memory {
 
-/// Which allocations fail, counted from 1 on.
+/// The allocations that fail, counted from 1.
 enum class Failing
 {
-    Once,        ///< The n-th alone.
-    FromThenOn,  ///< The n-th and all after it.
+    Once,        ///< Only the n-th.
+    FromThenOn,  ///< The n-th and all later ones.
 };
 
-/// While one lives, allocations fail as it was told.
+/// While an object of this class exists, the chosen allocations fail.
 class Shortage
 {
 public:
@@ -30,10 +30,10 @@ public:
     bool wasFelt() const noexcept;
 };
 
-/// How many allocations there have been.
+/// Number of allocations so far.
 std::size_t madeCount() noexcept;
 
-/// How many allocations have not been released.
+/// Number of allocations that have not been released.
 std::size_t aliveCount() noexcept;
 
 }

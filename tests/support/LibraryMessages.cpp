@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LibraryMessages.cpp - records what the shared library shows: takes the place of the process's message display.
+// LibraryMessages.cpp - records what the shared library shows, by replacing the process's message display.
 #include "mathexpr/MessageDisplay.h"
 #include "tests/support/MessageRecorder.h"
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MessageRecorder.h - keeps the messages that are shown while it lives, instead of showing them.
+// MessageRecorder.h - records messages during its lifetime, instead of showing them.
 //
-// The innermost recorder records; at its end the one before it goes on. Where messages come from is chosen by linking
-// LibraryMessages.cpp (the shared library's display) or EngineMessages.cpp (the engine without the library around it).
+// The innermost recorder records; after its destruction, the enclosing one continues. The source of the messages is
+// chosen by linking LibraryMessages.cpp (the shared library) or EngineMessages.cpp (the engine alone).
 #pragma once
 
 #include <cstdint>
@@ -32,13 +32,13 @@ public:
     /// Whether every message so far had a text.
     bool allHadText() const { return everyTextPresent; }
 
-    /// What was shown since the last take().
+    /// Numbers of the messages shown since the last take().
     std::vector<std::uint32_t> ids;
     std::vector<std::wstring> texts;
 
-    struct Source;  // of the messages; takes the recorder's place in what shows them
+    struct Source;  // of the messages; sets the recorder's function for showing them
 
-    /// Called when a message is shown, as a user would act at a message box.
+    /// Called when a message is shown; tests use it to act like a user.
     std::function<void()> whileShown;
 
     void record(std::uint32_t id, const wchar_t* text)

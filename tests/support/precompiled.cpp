@@ -1,4 +1,4 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// precompiled.cpp - nothing of its own: the target that this source is of makes the test programs' precompiled header.
+// precompiled.cpp - empty; the source of the target that builds the test programs' precompiled header.

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BulkItemsTests.cpp - bulk evaluation of programs with items and variables of the host's own classes: they see the rows
-// one after the other, on the thread that asked.
+// BulkItemsTests.cpp - bulk evaluation of programs with items and variables of the host's classes: they are called row
+// by row, on the calling thread.
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
@@ -19,7 +19,7 @@
 
 namespace {
 
-/// Doubles its argument, and remembers it. Refuses negative ones, and gives no reason.
+/// Doubles its argument and records it. Refuses negative arguments without a reason.
 class Watch final : public IMathFunction
 {
 public:
@@ -42,7 +42,7 @@ private:
     const std::thread::id home = std::this_thread::get_id();
 };
 
-/// Refuses every argument, after another item has refused one for a reason of its own.
+/// Refuses every argument, after another item has refused one with a message.
 class Divider final : public IMathFunction
 {
 public:
@@ -57,7 +57,7 @@ public:
     std::uint32_t getNbArgs() const override { return 1; }
 };
 
-/// Yields how often it has been asked.
+/// Its value is the number of evaluations.
 class Count final : public IMathVariable
 {
 public:
@@ -84,7 +84,7 @@ protected:
         registrar.defineVariable(x, true);
     }
 
-    /// Evaluates a text for numbers of x.
+    /// Evaluates a text with numbers for x.
     std::vector<double> evaluate(const wchar_t* text, const std::vector<double>& numbers, std::uint32_t nbThreads)
     {
         std::wstring assignTarget;

@@ -101,7 +101,7 @@ TEST(Copy, AssignsWhatItWasItselfAsked)
     CMathExpr source;
     CMathExpr copy(source);
     VALTYPE value;
-    // The name stays pending in the object that was asked, whatever the other one does in between.
+    // The assignment stays pending in the object that made it, whatever the other object does meanwhile.
     EXPECT_FALSE(source.Calculate(L"a=1/0", value, anyInteger));
     EXPECT_EQ(valueOf(copy, L"5"), 5.0);
     EXPECT_FALSE(copy.Calculate(L"a", value, anyInteger));

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DepthTests.cpp - texts that are long, or nested as deep as they are long: compiled, evaluated and destroyed without
-// recursion, and in time that grows with their length only.
+// DepthTests.cpp - long and deeply nested texts are compiled, evaluated and destroyed without recursion, in linear
+// time.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "tests/unit/Hosts.h"
@@ -26,7 +26,7 @@ std::wstring repeated(const std::wstring& part, std::size_t count = depth)
     return text;
 }
 
-/// Compiles on an object of its own, evaluates twice, and destroys it.
+/// Compiles with a new object, evaluates twice, and destroys the object.
 VALTYPE valueOf(const std::wstring& text)
 {
     const AnsweringHost host({{L"x", number(1.0)}});

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// EngineItems.h - items with whatever symbol a test needs, which tell when they are deleted.
+// EngineItems.h - items with any symbol, which record their deletion.
 #pragma once
 
 #include "mathexpr/IMathFunction.h"
@@ -11,7 +11,7 @@
 #include <string>
 #include <utility>
 
-/// Counts deletions where a test asks for it.
+/// Counts deletions if a test needs it.
 class DeletionCounter
 {
 public:
@@ -55,7 +55,7 @@ private:
     DeletionCounter deletions;
 };
 
-/// Yields the number of its arguments.
+/// Its value is the number of its arguments.
 class TestFunction final : public IMathFunction
 {
 public:
@@ -100,7 +100,7 @@ private:
     DeletionCounter deletions;
 };
 
-/// A variable without a record for its value.
+/// A variable without a value slot.
 class SlotlessVariable final : public IMathVariable
 {
 public:
@@ -128,7 +128,7 @@ private:
     int* deletions;
 };
 
-/// Makes test variables, or none.
+/// Creates test variables, or none.
 class TestFactory final : public IMathVariableFactory
 {
 public:

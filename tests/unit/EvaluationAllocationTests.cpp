@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// EvaluationAllocationTests.cpp - evaluating allocates nothing, except for a new variable.
+// EvaluationAllocationTests.cpp - evaluation allocates nothing, except when it defines a variable.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "tests/support/FailingMemory.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// How many allocations an evaluation makes.
+/// Number of allocations during an evaluation.
 std::size_t allocationsOf(MathExpression& expression, bool succeeds = true)
 {
     VALTYPE value;

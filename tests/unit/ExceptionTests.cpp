@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ExceptionTests.cpp - the list of entries that an exception carries, and what the compiler puts into one.
+// ExceptionTests.cpp - the entries of an exception, and the contents of the compiler's exceptions.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTDefExcepData.h"
 #include "mathexpr/SMTParsingExcepData.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FusedItemsTests.cpp - which items scalar code fuses, and how it fuses the factors of conversions.
+// FusedItemsTests.cpp - items that scalar code fuses, and the factors of conversions.
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "MTParserLib/run/MTScalarCode.h"
@@ -41,7 +41,7 @@ TEST(FusedItems, AreTheArithmetic)
     }
 }
 
-// Conversions have their factors in twos, in any order of multiplication and division.
+// The factors of conversions are fused in pairs, in any order of multiplication and division.
 TEST(FusedItems, AreFactorsOfConversionsInTwos)
 {
     const ConversionFormula x;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HostServiceTests.cpp - what the library does with a host that answers, refuses, throws, or calls back.
+// HostServiceTests.cpp - hosts whose service supplies a value, refuses, throws, or calls the library.
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/MathExpression.h"
@@ -76,7 +76,7 @@ TEST(HostService, IsAskedOnceForANameThatItKnows)
     EXPECT_EQ(valueOf(expression, L"x"), 1.0);
     EXPECT_EQ(valueOf(expression, L"x+X"), 2.0);
     EXPECT_EQ(nbAsked, 1);
-    // Another object asks for itself.
+    // Another object looks the name up again.
     MathExpression other(true, &host);
     EXPECT_EQ(valueOf(other, L"x"), 2.0);
 }
@@ -133,7 +133,7 @@ TEST(HostService, MayThrow)
         {
             EXPECT_EQ(failure.code, 42);
         }
-        // Nothing is left to evaluate, and the object goes on.
+        // There is nothing to evaluate, and the object stays usable.
         VALTYPE value = untouched;
         EXPECT_FALSE(expression.evaluate(value));
         EXPECT_TRUE(isUntouched(value));
@@ -142,7 +142,7 @@ TEST(HostService, MayThrow)
     }
 }
 
-/// Throws what it was made with for any name.
+/// Throws a given exception for every name.
 template <class Exception>
 class ThrowingHost final : public IMathExprService
 {
@@ -155,7 +155,7 @@ private:
     Exception exception;
 };
 
-/// What is done with an engine's exception of the host's own, in both modes.
+/// How an engine exception thrown by the host is handled, in both modes.
 template <class Data>
 void expectPassedOn(const Data& data, mathexpr::ExpressionDiagnostic::Kind kind)
 {
@@ -286,7 +286,7 @@ TEST(HostService, MayUseAnotherObject)
     EXPECT_EQ(valueOf(expression, L"x*2"), 10.0);
 }
 
-/// A message display that calls a function of the test's.
+/// A message display that calls a function of the test.
 class CallingDisplay
 {
 public:

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HostVariableTests.cpp - expression objects that make variables of unknown names, or have the host's factory make them.
+// HostVariableTests.cpp - expression objects that define unknown names as variables, of their own or from the host's
+// factory.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/EngineAccess.h"
@@ -18,7 +19,7 @@
 
 namespace {
 
-/// Refuses to be evaluated: with false, or with an exception.
+/// Refuses to be evaluated, by returning false or with an exception.
 class StubbornVariable final : public IMathVariable
 {
 public:

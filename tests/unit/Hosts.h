@@ -33,7 +33,7 @@ private:
     std::map<std::wstring, VALTYPE> known;
 };
 
-/// Does whatever a test has in mind.
+/// Calls a function of the test.
 class CallingHost final : public IMathExprService
 {
 public:

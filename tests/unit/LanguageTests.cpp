@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LanguageTests.cpp - the language of the messages where the locale variables of the environment choose it.
+// LanguageTests.cpp - selection of the language by environment variables.
 
 #include "MathExprRes/MessageTexts.h"
 
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// The variables that choose, in the order in which they do. What they were is put back at the end.
+/// The variables, in the order of their priority. Their values are restored at the end.
 class Environment : public testing::Test
 {
 protected:
@@ -78,11 +78,11 @@ constexpr LocaleCase localeCases[] = {
     {"ja_JP.eucJP",       Language::Japanese},
     {"zh_CN.GB18030",     Language::SimplifiedChinese},
     {"zh_SG.UTF-8",       Language::SimplifiedChinese},
-    {"zh_TW.UTF-8",       Language::English},            // in traditional characters
+    {"zh_TW.UTF-8",       Language::English},            // has traditional characters
     {"zh_HK.UTF-8",       Language::English},
-    {"sv_SE.UTF-8",       Language::English},            // no texts
-    {"den",               Language::English},            // no German, though it begins so
-    {"DE_DE",             Language::English},            // locale names are written in small letters
+    {"sv_SE.UTF-8",       Language::English},            // no such texts
+    {"den",               Language::English},            // not German, despite its beginning
+    {"DE_DE",             Language::English},            // locale names are in lower case
     {"C",                 Language::English},
     {"C.UTF-8",           Language::English},
     {"POSIX",             Language::English},

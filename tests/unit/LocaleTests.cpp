@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LocaleTests.cpp - a host that sets a locale of its own changes nothing.
+// LocaleTests.cpp - the host's locale has no effect.
 //
-// Where the C library is glibc, the build makes locales of several kinds, and the tests look for them in LOCPATH: a
-// decimal comma, Turkish letters, 8-bit and multibyte characters, digits that are none of ASCII's. Those of the system
-// are tried, too.
+// With glibc, the build creates locales of several kinds, which the tests find through LOCPATH: a decimal comma,
+// Turkish letters, 8-bit and multibyte characters, non-ASCII digits. The system's locales are tried as well.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
 
@@ -36,7 +35,7 @@ void expectTheSameLanguage()
     EXPECT_EQ(value.x, 1.0);
     EXPECT_THROW(expression.setExpression(L"1,5"), mathexpr::ParsingException);
 
-    // Names fold A to Z and nothing else: neither the dotless i nor a letter with an accent.
+    // Names fold A to Z only: neither the dotless i nor letters with an accent.
     ASSERT_TRUE(expression.setExpression(L"Idle=4"));
     ASSERT_TRUE(expression.evaluate(value));
     EXPECT_TRUE(expression.setExpression(L"iDLE"));
@@ -48,7 +47,7 @@ void expectTheSameLanguage()
     EXPECT_THROW(expression.setExpression(L"\u00e9"), mathexpr::ParsingException);
 }
 
-/// Sets a locale of the C library while it lives.
+/// Sets a locale of the C library during its lifetime.
 class CLocale
 {
 public:
@@ -73,7 +72,7 @@ private:
     bool set = false;
 };
 
-/// Skips a test, but not where the build makes the locale.
+/// Skips a test, unless the build creates the locale.
 #ifdef __GLIBC__
 #define SKIP_WITHOUT_LOCALE FAIL() << "the locale could not be made; the package 'locales' has what it takes"
 #else
@@ -104,7 +103,7 @@ TEST(Locale, OfTheCLibraryInTurkishChangesNothing)
 }
 
 #ifdef __GLIBC__
-/// What a shell command prints, by lines.
+/// The output of a shell command, by lines.
 std::vector<std::string> linesOf(const char* command)
 {
     std::vector<std::string> lines;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MathExpressionTests.cpp - the life of an expression object: nothing compiled, one-shot assignment, constants.
+// MathExpressionTests.cpp - states of an expression object: nothing compiled, pending assignments, constants.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Variables.h"

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MessageDisplayTests.cpp - which display a message goes to, and those without a text.
+// MessageDisplayTests.cpp - selection of the message display, and messages without a text.
 //
-// The display is compiled into this program, because the library shows no numbers but its own.
+// The display is compiled into this program, because the library shows its own numbers only.
 #include "mathexpr/MessageDisplay.h"
 
 #include "MTParserLib/MTMessage.h"
@@ -44,7 +44,7 @@ TEST_F(Displays, ShowNothingWhereThereIsNoText)
     EXPECT_EQ(processes, Ids{Message::DivisionByZero});
 }
 
-// Not a box: these tests run where nobody sits before a screen.
+// Not a message box: these tests run without a user.
 TEST_F(Displays, AreLeftToTheSystemWhereNoneIsSet)
 {
     mathexpr::setMessageDisplay({});

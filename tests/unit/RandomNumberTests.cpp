@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// RandomNumberTests.cpp - random numbers come from the process's own generator, which the host may seed when it likes.
+// RandomNumberTests.cpp - random numbers come from the process's own generator, which the host may seed at any time.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/Variables.h"
 
@@ -52,7 +52,7 @@ TEST(RandomNumbers, FollowTheHostsSeed)
     EXPECT_NE(first[0], first[1]);
 }
 
-// Each run draws as often as its items come to be computed, and a run that is refused later has drawn.
+// A run draws one number per evaluated item, even if it is refused later.
 TEST(RandomNumbers, ARefusedRunHasDrawn)
 {
     constexpr unsigned seed = 5;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// RegistrarDefinitionTests.cpp - every way in which the registrar refuses a definition: code, items, entries, the order
-// of its checks, and that nothing is stored.
+// RegistrarDefinitionTests.cpp - every reason for which the registrar refuses a definition: code, items, entries, order
+// of the checks; and that nothing is stored.
 #include "MTParserLib/MTParserRegistrar.h"
 #include "tests/unit/EngineItems.h"
 
@@ -16,7 +16,7 @@ namespace {
 
 constexpr const wchar_t* registrarFile = L"MTParserLib/MTParserRegistrar";
 
-/// What a call raises.
+/// The exception that a call raises.
 std::optional<mathexpr::DefinitionException> raisedBy(const std::function<void()>& call)
 {
     try
@@ -59,7 +59,7 @@ protected:
         std::size_t nbEntries;
     };
 
-    /// Expects the whole record, in every entry, and that the registrar stays as it was.
+    /// Expects the whole record in every entry, and an unchanged registrar.
     void expectRefused(const Refusal& expected, const std::function<void()>& definition)
     {
         SCOPED_TRACE(expected.exID);
@@ -103,7 +103,7 @@ TEST_F(Registrar, RefusesSyntaxCharactersThatAreTheSame)
     expectRefused({1, L"]", L"]", 1}, [&] { registrar.setSyntax({L'.', L']', L'[', L']'}); });
     expectRefused({2, L"", L"", 1}, [&] { registrar.setSyntax({L'[', L',', L'[', L']'}); });
     expectRefused({2, L"", L"", 1}, [&] { registrar.setSyntax({L']', L',', L'[', L']'}); });
-    // The first check that fails raises.
+    // The first failing check raises the exception.
     expectRefused({0, L"[", L"[", 1}, [&] { registrar.setSyntax({L'[', L'[', L'[', L']'}); });
 }
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// RegistrarLookupTests.cpp - how symbols and names are found.
+// RegistrarLookupTests.cpp - look-ups of symbols and names.
 #include "MTParserLib/MTParserRegistrar.h"
 #include "MTParserLib/names/MTNameIndex.h"
 #include "tests/unit/EngineItems.h"
@@ -204,7 +204,7 @@ TEST_F(Lookup, FindsVariablesWithoutRegardToTheCaseOfAToZ)
     EXPECT_EQ(registrar.findVariable(L"length_2"), nullptr);
     EXPECT_EQ(registrar.findVariable(L"length"), nullptr);
 
-    // Beyond A to Z nothing is folded, neither accents nor the neighbours of the letters.
+    // Only A to Z are folded, neither accented letters nor characters next to the letters.
     const auto accented = new TestVariable(L"\u00c9");
     registrar.defineVariable(accented);
     EXPECT_EQ(registrar.findVariable(L"\u00e9"), nullptr);
@@ -225,7 +225,7 @@ TEST_F(Lookup, FindsConstantsBeyondAscii)
     EXPECT_EQ(registrar.getConstantValue(0).x, 3.5);
 }
 
-// Each pair has one hash, and so meets in the index.
+// Both names of a pair have the same hash, so they collide in the index.
 TEST_F(Lookup, TellsNamesOfOneHashApart)
 {
     ASSERT_EQ(MTNameIndex::hash(L"declinate"), MTNameIndex::hash(L"macallums"));
@@ -274,7 +274,7 @@ TEST_F(Lookup, FindsEachOfManyVariables)
     EXPECT_EQ(registrar.findVariable(L"v1000"), nullptr);
 }
 
-// What the compiler passes over without a look-up.
+// Characters that the compiler skips without a look-up.
 TEST_F(Lookup, KnowsTheCharactersThatCanOnlyBePartOfANameOrNumber)
 {
     defineOperator(L"<=");

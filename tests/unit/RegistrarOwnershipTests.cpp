@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// RegistrarOwnershipTests.cpp - which items the registrar deletes, and when.
+// RegistrarOwnershipTests.cpp - the items that the registrar deletes, and when it does.
 #include "MTParserLib/MTParserRegistrar.h"
 #include "tests/unit/EngineItems.h"
 

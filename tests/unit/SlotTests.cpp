@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// SlotTests.cpp - the order of the virtual operations, which is part of the interface, and what they answer by default.
+// SlotTests.cpp - the order of the virtual functions, which is part of the interface, and their default results.
 #include "mathexpr/IMathExprService.h"
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/IMathOperator.h"
@@ -108,8 +108,8 @@ TEST(MemoryVariable, StartsWithItsInitialValue)
 
 #if defined(__GNUC__) && defined(__x86_64__) && !defined(_WIN32)
 
-/// The slot of a virtual operation. In this ABI a pointer to one holds 1 plus its offset in the table, where the
-/// destructor, slot 0, takes two entries.
+/// The slot of a virtual function. In this ABI, a pointer to it is 1 plus its offset in the table, in which the
+/// destructor, slot 0, has two entries.
 template <class Operation>
 std::size_t slotOf(Operation operation)
 {

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// SyntaxTests.cpp - the compiler with other characters, operators and functions than an expression object has.
+// SyntaxTests.cpp - the compiler with other characters, operators and functions than those of an expression object.
 //
-// The texts are constant, so that what compiling leaves behind is their value.
+// The texts are constant, so the compiled program contains their value.
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "tests/support/MessageRecorder.h"
@@ -31,7 +31,7 @@ protected:
         registrar.defineFunction(new TestFunction(L"one", 1), true);
     }
 
-    /// The value of a constant text; nothing where it does not compile.
+    /// The value of a constant text; nothing if it does not compile.
     std::optional<double> valueOf(const wchar_t* text)
     {
         if (!compiler.compile(text, limits, assignTarget))
@@ -52,7 +52,7 @@ protected:
     std::wstring assignTarget;
 };
 
-// Also below -1: an open bracket has no precedence.
+// Also below -1, since an open bracket has no precedence.
 TEST_F(Syntax, KeepsOperatorsOfAnyPrecedenceWithinTheirBrackets)
 {
     registrar.setSyntax({L'.', L',', L'[', L']'});
@@ -86,7 +86,7 @@ TEST_F(Syntax, TakesOperatorsThatAreWords)
     EXPECT_EQ(valueOf(L"2plus-3"), -1.0);
     EXPECT_EQ(valueOf(L"2plus"), std::nullopt);
     EXPECT_EQ(messages.take(), Ids{3});
-    // A name may begin as they do.
+    // A name may begin with their symbols.
     registrar.defineFunction(new TestFunction(L"pair", 2), true);
     EXPECT_EQ(valueOf(L"pair(4,5)plus3"), 5.0);
 }
@@ -240,7 +240,7 @@ TEST_F(Syntax, StoresTheNameAssignedTo)
     registrar.setSyntax({L'.', L',', L'[', L']'});
     EXPECT_EQ(valueOf(L"a=2+3"), 5.0);
     EXPECT_EQ(assignTarget, L"a");
-    // Another text leaves the name alone, unless it has a name of its own.
+    // Another text leaves the target unchanged, unless it assigns too.
     EXPECT_EQ(valueOf(L"2+3"), 5.0);
     EXPECT_EQ(assignTarget, L"a");
     EXPECT_EQ(valueOf(L"b=c=2+"), std::nullopt);
