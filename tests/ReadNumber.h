@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReadNumber.h - std::from_chars, also of doubles where the standard library has it for integers only.
+// ReadNumber.h - std::from_chars for doubles, also if the standard library has it for integers only.
 #pragma once
 
 #include <charconv>

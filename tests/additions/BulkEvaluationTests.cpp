@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BulkEvaluationTests.cpp - bulk evaluation as a host meets it: arrays in and out, rows that fail, input that is refused, and an
-// object that is afterwards what it was. That values are those of single evaluations is for tests/reference.
+// BulkEvaluationTests.cpp - bulk evaluation from a host's view: arrays in and out, failed rows, refused input, and an
+// unchanged object. tests/reference compares the values with those of single evaluations.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"
@@ -63,7 +63,7 @@ protected:
         return results;
     }
 
-    /// Why nothing was evaluated.
+    /// The reason why nothing was evaluated.
     mathexpr::BulkError refusal(const std::vector<mathexpr::BulkColumn>& columns, const mathexpr::BulkResults& results,
                                 std::size_t nbRows = 2)
     {
@@ -326,7 +326,7 @@ TEST_F(BulkTest, RefusesResultsThatCannotBeWritten)
     EXPECT_EQ(refusal(columns, {data, 0, mathexpr::BulkKind::Point, 8}), mathexpr::BulkError::ResultsOverlap);
     EXPECT_EQ(refusal(columns, {data, 8, mathexpr::BulkKind::Point, 16}, 3), mathexpr::BulkError::ResultsOverlap);
     EXPECT_EQ(target, Numbers(24, 99));
-    // Every other row of two, and a single row, whose distance to the next means nothing.
+    // Every other row of two; and a single row, whose stride is ignored.
     EXPECT_TRUE(run(columns, 3, {data, 16, mathexpr::BulkKind::Point, 40}));
     EXPECT_TRUE(run(columns, 1, {data, 0, mathexpr::BulkKind::Point, 8}));
     EXPECT_TRUE(run(columns, 1, {data, 0}));
@@ -360,7 +360,7 @@ TEST_F(BulkTest, RefusesWhileACallWaitsForTheHost)
 
 TEST_F(BulkTest, TheObjectIsAfterwardsWhatItWas)
 {
-    // The dot product is added onto what its slot holds: a trace that every evaluation leaves for the next.
+    // The dot product is added to the content of its slot, which later evaluations can observe.
     mathexpr::setVariable(session.expression, L"p", point(1, 2, 3));
     mathexpr::setVariable(session.expression, L"q", point(1, 0, 0));
     compile(L"p*q");
@@ -440,7 +440,7 @@ TEST_F(BulkTest, ThreadsComeToTheSame)
 
 TEST_F(BulkTest, DeepExpressions)
 {
-    // So many results wait at once that there are not enough buffers for them.
+    // More pending results than there are buffers.
     std::wstring nested = L"x";
     std::wstring flat = L"x";
     for (int level = 0; level < 2000; ++level)
@@ -455,11 +455,11 @@ TEST_F(BulkTest, DeepExpressions)
     EXPECT_EQ(numbers({numbersOf(L"x", x)}, 3), (Numbers{2001, 4002, 6003}));
 }
 
-/// Columns, variables without a column, kinds of results and texts may change from one call to the next.
+/// Columns, variables without a column, kinds of results and texts may change between calls.
 class BulkTestOfCalls : public BulkTest
 {
 protected:
-    /// The rows that an object computes which has never evaluated in bulk.
+    /// The rows computed by an object without earlier bulk evaluations.
     Numbers freshly(const wchar_t* text, const std::vector<mathexpr::BulkColumn>& columns, std::size_t nbRows)
     {
         Session fresh(true);
@@ -569,7 +569,7 @@ TEST_F(BulkTestOfCalls, AnotherTextIsAnotherProgram)
     mathexpr::ExpressionLimits limits;
     limits.maxTextLength = 3;
     mathexpr::setLimits(session.expression, limits);
-    EXPECT_EQ(numbers(columns, 4), (Numbers{-2, -3, -4, -5}));  // in force from the next text on
+    EXPECT_EQ(numbers(columns, 4), (Numbers{-2, -3, -4, -5}));  // applies to the next text
     EXPECT_THROW(session.expression.setExpression(L"x-10"), mathexpr::ParsingException);
     EXPECT_EQ(refusal(columns, {Numbers(4).data()}), mathexpr::BulkError::NoProgram);
     compile(L"x-2");

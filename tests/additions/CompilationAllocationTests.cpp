@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CompilationAllocationTests.cpp - what is kept for a host that may ask later costs no memory while nothing fails.
+// CompilationAllocationTests.cpp - data kept for later calls of the host allocates nothing as long as nothing fails.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"
@@ -39,7 +39,7 @@ TEST(Allocations, AreMadeByTheFirstCompilationOnly)
     }
 }
 
-// Once it is prepared, bulk evaluation takes no memory, by blocks and by rows, also where rows fail.
+// After the preparations, bulk evaluation allocates nothing, in blocks and row by row, even if rows fail.
 TEST(Allocations, AreNotMadeForRows)
 {
     Session session(true);
@@ -69,7 +69,7 @@ TEST(Allocations, AreNotMadeForRows)
     }
 }
 
-// The tile code of a text and the memory of its worker are kept until another text is compiled.
+// The tile code of a text and its worker's memory are kept until another text is compiled.
 TEST(Allocations, AreNotMadeAgainForTheSameColumns)
 {
     Session session(true);

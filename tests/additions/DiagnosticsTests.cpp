@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DiagnosticsTests.cpp - the record of every failure: what it says, and which characters of the typed text it
+// DiagnosticsTests.cpp - the diagnostic of every failure: its contents, and the characters of the typed text that it
 // underlines.
 //
-// The underlines are written by eye, under the text.
+// The underlines are written by hand, below the text.
 #include "mathexpr/Variables.h"
 #include "tests/additions/Session.h"
 
@@ -257,7 +257,7 @@ const Row rows[] = {
 };
 // clang-format on
 
-/// The columns that an underline marks.
+/// The columns that an underline covers.
 std::pair<std::uint32_t, std::uint32_t> spanOf(const std::string& underline)
 {
     const std::size_t begin = underline.find('^');
@@ -303,7 +303,7 @@ TEST_P(EveryFailure, IsShownAndRecorded)
     EXPECT_FALSE(diagnostic.text.empty());
     if (outcome.parsing)
     {
-        // Raised in both modes, and never shown.
+        // Raised in both modes, never shown.
         EXPECT_TRUE(row.code == mathexpr::ParsingError::OperatorMisplaced ||
                     row.code == mathexpr::ParsingError::ArgumentKind);
         EXPECT_EQ(outcome.parsing->exID, row.code);
@@ -353,7 +353,7 @@ TEST_P(EveryFailure, IsRaisedAndRecordedInSilence)
     EXPECT_EQ(outcome.messages, shownInSilence);
 }
 
-/// After a failure the same object goes on, and a success clears the record.
+/// After a failure the object stays usable, and a success clears the diagnostic.
 TEST_P(EveryFailure, IsForgottenAfterASuccess)
 {
     Session session(true);

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FailureTests.cpp - what hosts cannot reach: the way from the rewritten text back to the typed one, over all texts,
-// and failures of items that are not of the vocabulary.
+// FailureTests.cpp - what hosts cannot reach: mapping spans of the rewritten text to the typed text, for all spans, and
+// failures of items outside the vocabulary.
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
@@ -63,7 +63,7 @@ TEST(TypedSpans, OfLongerStretchesIncludeTheBlanksWithin)
     EXPECT_EQ(span(0, 17), std::wstring(typed));
 }
 
-/// The rewritten text is what the pieces that stand for its characters are rewritten to.
+/// A span of the rewritten text maps to the typed characters that it was rewritten from.
 TEST(TypedSpans, CoverTheTextInOrder)
 {
     std::mt19937 generator(20);
@@ -95,7 +95,7 @@ TEST(TypedSpans, CoverTheTextInOrder)
     }
 }
 
-/// A function of one number that does as it is told.
+/// A function of one number that accepts or refuses as told by the test.
 class Told final : public IMathFunction
 {
 public:

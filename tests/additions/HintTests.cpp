@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HintTests.cpp - what is said below the message of a failure, and the corrections: each is applied, compiles, and has the
-// value that a reader of it expects.
+// HintTests.cpp - hints below the message of a failure, and corrections: each one is applied, compiles, and has the
+// value that a reader expects.
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"
@@ -362,7 +362,7 @@ TEST(Hints, CountAReadingOnlyIfItCompiles)
     EXPECT_EQ(diagnostic.fix->replacement, L"1.500");
 }
 
-/// Offers a name that no expression can use.
+/// Offers a name that cannot be used in an expression.
 class Unusable final : public mathexpr::IMathExprNameSource
 {
 public:

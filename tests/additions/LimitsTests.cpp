@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LimitsTests.cpp - bounds that a host sets: what they count, and that nothing is done beyond them.
+// LimitsTests.cpp - the host's limits: what they count, and that nothing is done if they are exceeded.
 //
-// The underlines are written by eye, under the text.
+// The underlines are written by hand, below the text.
 #include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"
 #include "tests/additions/Session.h"
@@ -18,8 +18,8 @@ namespace {
 struct Row
 {
     const wchar_t* text;
-    std::uint32_t count;  ///< The smallest limit under which the text is accepted.
-    const char* excess;   ///< What is underlined under a limit of one less.
+    std::uint32_t count;  ///< The smallest limit that accepts the text.
+    const char* excess;   ///< The underline if the limit is one less.
 };
 
 std::uint32_t beginOf(const std::string& underline)

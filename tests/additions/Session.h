@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Session.h - one expression object under test, with a host that answers a few names, and all that a text makes it do.
+// Session.h - an expression object under test, with a host that knows a few names, and a record of all effects.
 #pragma once
 
 #include "mathexpr/Diagnostics.h"
@@ -27,7 +27,7 @@ public:
     mutable std::vector<std::wstring> asked;
 };
 
-/// What became of one text.
+/// The outcome of a text.
 struct Outcome
 {
     bool compiled = false;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// SuggestionsTests.cpp - what an unknown name may have meant.
+// SuggestionsTests.cpp - suggestions for unknown names.
 #include "mathexpr/Variables.h"
 #include "tests/additions/Session.h"
 
@@ -75,7 +75,7 @@ TEST(Suggestions, ForAName)
     mathexpr::setVariable(session.expression, L"k", number(1));
     EXPECT_EQ(suggested(session, L"wdith*2"), Names{L"width"});
     EXPECT_EQ(suggested(session, L"heigth*2"), Names{L"height"});
-    EXPECT_EQ(suggested(session, L"kw+2"), Names{});  // nothing would be left of "k"
+    EXPECT_EQ(suggested(session, L"kw+2"), Names{});  // nothing of "k" would be left
 }
 
 TEST(Suggestions, BeforeABracketAreFunctionsOnly)
@@ -118,7 +118,7 @@ TEST(Suggestions, WhatTheHostThrowsPasses)
     EXPECT_TRUE(session.run(L"1+1").evaluated);
 }
 
-/// Comparing each character of one with each of the other would take hours.
+/// Comparing every character of one with every character of the other would take hours.
 TEST(Suggestions, OfLongNamesTakeLinearTime)
 {
     Session session(true);

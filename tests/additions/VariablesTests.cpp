@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// VariablesTests.cpp - variables listed, read, set and removed from outside.
+// VariablesTests.cpp - hosts list, read, set and remove variables.
 #include "mathexpr/Variables.h"
 #include "tests/additions/Session.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// VocabularyListTests.cpp - the vocabulary as hosts see it.
+// VocabularyListTests.cpp - the vocabulary from a host's view.
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
@@ -42,7 +42,7 @@ TEST(VocabularyList, HoldsConstantsThenOperatorsThenFunctions)
     }
 }
 
-/// The unit of that symbol; null where there is none.
+/// The unit with that symbol; null if there is none.
 const mathexpr::VocabularyUnit* unitOf(const std::wstring& symbol)
 {
     const auto* const found = std::find_if(std::begin(mathexpr::vocabularyUnits), std::end(mathexpr::vocabularyUnits),
@@ -134,7 +134,7 @@ TEST(VocabularyList, TellsOperatorsAndFunctions)
     EXPECT_EQ(items.at(L"dist").family, mathexpr::VocabularyFamily::Geometry);
 }
 
-/// Answers every name with a number.
+/// Supplies a number for every name.
 class AnyNumber final : public IMathExprService
 {
 public:
@@ -145,7 +145,7 @@ public:
     }
 };
 
-// Only "rand()" is out of reach: empty brackets are refused whatever stands before them.
+// Except "rand()": empty brackets are always refused.
 TEST(VocabularyList, HoldsNothingThatAnExpressionCannotSay)
 {
     const AnyNumber host;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// powers.cpp - a host in C++ whose values show whose pow computes them: with MinGW's own, powers of ten are off.
+// powers.cpp - a host in C++ whose values show which pow is used: MinGW's own is inexact for powers of ten.
 #include "mathexpr.hpp"
 
 #include <iostream>

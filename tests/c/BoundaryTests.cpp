@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BoundaryTests.cpp - whatever is thrown becomes a status at the boundary of the C interface.
+// BoundaryTests.cpp - every exception becomes a status at the boundary of the C interface.
 #include "mathexpr/c/Boundary.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HandleMemoryTests.cpp - every function of the C interface that needs memory, with memory running out at each of its
-// allocations in turn: the status says so, nothing leaks, and the same call succeeds when there is memory again.
+// HandleMemoryTests.cpp - every allocating function of the C interface, with each of its allocations failing in turn:
+// the status reports it, nothing leaks, and the same call succeeds with enough memory.
 #include "tests/support/FailingMemory.h"
 
 #include <mathexpr_editor.h>
@@ -40,7 +40,7 @@ mathexpr_options_utf8 options(std::uint32_t kind)
     return made;
 }
 
-/// Makes a call, with memory for its first allocations only.
+/// Makes a call in which only the first allocations succeed.
 template <class Call>
 mathexpr_status callWith(std::size_t allocations, Call call)
 {
@@ -48,7 +48,7 @@ mathexpr_status callWith(std::size_t allocations, Call call)
     return call();
 }
 
-/// Makes a call on an expression of its own with memory for no allocation, for one, and so on until it succeeds.
+/// Makes a call on a new expression in which no allocation succeeds, then one, and so on until the call succeeds.
 template <class Call>
 void runOutOfMemory(std::uint32_t kind, const char* text, Call call)
 {
@@ -219,13 +219,13 @@ TEST(Memory, RunsOutDuringBulkEvaluation)
     });
 }
 
-// What somebody types, and a name in it.
+// A typed text, and a name in it.
 const char* const typed = "1+min(2pi, an_unknown_name_that_is_too_long_to_be_held_in_place";
 const char16_t* const typed16 = u"1+min(2pi, an_unknown_name_that_is_too_long_to_be_held_in_place";
 const char* const typedName = "an_unknown_name_that_is_too_long_to_be_held_in_place";
 const char16_t* const typedName16 = u"an_unknown_name_that_is_too_long_to_be_held_in_place";
 
-/// Asks a service for an answer with memory running out.
+/// Calls a service while memory runs out.
 template <class Answer, class Service>
 void runOutInService(Service service)
 {
@@ -328,7 +328,7 @@ TEST(Memory, RunsOutWhileNamesAreIndexed)
     });
 }
 
-// Last, because the texts are converted once in the life of the library.
+// Last, because the texts are converted once per process.
 TEST(Memory, RunsOutWhileTheVocabularyIsConverted)
 {
     mathexpr_vocabulary_item_utf8 item{};

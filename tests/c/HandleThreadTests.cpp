@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HandleThreadTests.cpp - expressions of different threads do not meet: neither their handles nor where their messages go
-// nor what the editor services answer.
+// HandleThreadTests.cpp - expressions on different threads are independent: their handles, the displays of their
+// messages, and the results of the editor services.
 #include <mathexpr_editor.h>
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ void countMessage(void* context, std::uint32_t, const char*, std::size_t)
     ++*static_cast<int*>(context);
 }
 
-/// @return how many of the values and messages were right
+/// @return number of correct values and messages
 int useExpressions(int thread)
 {
     int nbRight = 0;
@@ -48,7 +48,7 @@ int useExpressions(int thread)
     return nbRight;
 }
 
-/// @return how many of the services' answers were right
+/// @return number of correct results of the services
 int editTexts(int thread)
 {
     constexpr std::size_t zt = MATHEXPR_ZERO_TERMINATED;
@@ -81,7 +81,7 @@ int editTexts(int thread)
     return nbRight;
 }
 
-/// What each of many threads returns that work at the same time.
+/// Runs work on many threads at once; returns the result of each.
 template <class Work>
 std::vector<int> onThreads(Work work)
 {
@@ -108,7 +108,7 @@ TEST(Threads, EditTextsOfTheirOwn)
     EXPECT_EQ(onThreads(editTexts), std::vector<int>(nbThreads, 20));
 }
 
-/// @return how many of the values were right
+/// @return number of correct values
 int callAndDestroy(mathexpr_function* function, int thread)
 {
     int nbRight = 0;
@@ -122,7 +122,7 @@ int callAndDestroy(mathexpr_function* function, int thread)
                            mathexpr_destroy_function(function) == MATHEXPR_OK
                        ? 1
                        : 0;
-        function = copy;  // so that copies of one function are made and destroyed in all threads at once
+        function = copy;  // so that copies of one function are created and destroyed on all threads at once
     }
     mathexpr_destroy_function(function);
     return nbRight;
@@ -136,7 +136,7 @@ TEST(Threads, ShareTheProgramOfOneFunction)
     mathexpr_set_variable_utf8(expression, "a", MATHEXPR_ZERO_TERMINATED, &value, nullptr);
     mathexpr_set_variable_utf8(expression, "b", MATHEXPR_ZERO_TERMINATED, &value, nullptr);
     const char* const arguments[] = {"a", "b"};
-    // Numbers alone, and points among them: each kind of program runs in its own way.
+    // Numbers only, and with points: different engines run these programs.
     for (const char* const text : {"a*2+b", "dist([0,0,0],[a*2,0,0])+b"})
     {
         mathexpr_function* function = nullptr;

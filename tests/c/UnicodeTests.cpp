@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// UnicodeTests.cpp - conversions between encodings, for every code point there is.
+// UnicodeTests.cpp - conversions between encodings, for every code point.
 #include "platform/Unicode.h"
 
 #include <gtest/gtest.h>

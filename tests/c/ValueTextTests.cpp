@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ValueTextTests.cpp - the text of a value is read back by the language: to the same bits where it is exact, to the nearest
-// digits where it is rounded.
+// ValueTextTests.cpp - formatted values read back: exact texts to the same bits, rounded ones to the nearest digits.
 #include <mathexpr.h>
 
 #include <gtest/gtest.h>
@@ -37,7 +36,7 @@ protected:
     ValueText(const ValueText&) = delete;
     ValueText& operator=(const ValueText&) = delete;
 
-    /// What the language makes of a text; NaN where it takes no number from it.
+    /// The value that the language reads from a text; NaN if it is not a number.
     double read(const std::string& text) const
     {
         mathexpr_value value{};
@@ -134,7 +133,7 @@ TEST_F(ValueText, isReadBackExactly)
             expectExact(number);
         }
     }
-    // Next to none needs the hundreds of digits that a plain decimal of its magnitude has.
+    // Hardly any number needs the hundreds of digits of a plain decimal.
     EXPECT_LT(nbLong, 200);
 }
 

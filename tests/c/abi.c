@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* abi.c - the numbers and layouts of the interface, frozen: a line here may be added, none may be changed. The layouts
+/* abi.c - the numbers and layouts of the interface. They are frozen: lines may be added, but never changed. The layouts
  * are those of 64-bit platforms.
  */
 #include "tests/c/check.h"

@@ -25,8 +25,8 @@ struct answers
     mathexpr_completions_utf16 completions16;
 };
 
-/** Each with its size, and bytes of 0xEE behind it. */
+/** Sets the size of each, and fills the rest with bytes of 0xEE. */
 void prepare_answers(struct answers* answers);
 
-/** Gives all of them one size. */
+/** Sets all sizes. */
 void set_sizes(struct answers* answers, uint32_t size);

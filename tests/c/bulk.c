@@ -76,7 +76,7 @@ void test_bulk(void)
             CHECK_EQUAL(status[row], MATHEXPR_ROW_DONE);
         }
     }
-    /* The last row first, from one array into the other. */
+    /* In reverse order, from one array into the other. */
     wider.size = sizeof(wider);
     wider.name = wide("step");
     wider.name_length = ZT;
@@ -85,7 +85,7 @@ void test_bulk(void)
     CHECK_OK(mathexpr_evaluate_bulk_utf16(expression, &wider, 1, NB_ROWS, &results, 1, NULL));
     CHECK_NUMBER(found[0], NB_ROWS);
     CHECK_NUMBER(found[NB_ROWS - 1], 1.0);
-    /* No columns: each row is what an evaluation gives. */
+    /* Without columns, every row has the value of a single evaluation. */
     CHECK_OK(mathexpr_evaluate_bulk_utf8(expression, NULL, 0, 2, &results, 1, &outcome));
     CHECK_NUMBER(found[1], 2.0);
     CHECK_NUMBER(found[2], NB_ROWS - 2);

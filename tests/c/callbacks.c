@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* callbacks.c - what a host's callbacks are asked, what they may answer, and what becomes of it when they do not. */
+/* callbacks.c - arguments of a host's callbacks, their valid results, and the outcome of invalid ones. */
 #include "tests/c/check.h"
 #include "tests/c/throwing_host.h"
 
 #include <string.h>
 
-/* A host that answers one value for every name, and notes what it was asked. */
+/* A host that supplies one value for every name, and records the look-ups. */
 struct host
 {
     int32_t answer;
@@ -75,7 +75,7 @@ void test_lookup(void)
     CHECK_EQUAL(value.type, MATHEXPR_POINT);
     CHECK_NUMBER(value.z, 6.0);
 
-    /* A name that the host knows, but that cannot be a variable. */
+    /* The host knows the name, but it cannot be a variable. */
     CHECK_STATUS(mathexpr_evaluate_text_utf8(expression, "1+a.b", ZT, &value), MATHEXPR_DEFINITION_ERROR);
     CHECK_TEXT(host.last, "a.b");
     host.answer = MATHEXPR_LOOKUP_NOT_KNOWN;
@@ -133,7 +133,7 @@ void test_refused_lookup(void)
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "a", ZT), MATHEXPR_HOST_CALLBACK_BAD_ANSWER);
     CHECK_STATUS(mathexpr_get_variable_utf8(expression, "a", ZT, &value), MATHEXPR_NOT_FOUND);
 
-    /* What stands in the value does not matter where the name is not known. */
+    /* The value is ignored if the name is not known. */
     host.answer = MATHEXPR_LOOKUP_NOT_KNOWN;
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "a", ZT), MATHEXPR_PARSING_ERROR);
     host.answer = MATHEXPR_LOOKUP_FOUND;
@@ -143,7 +143,7 @@ void test_refused_lookup(void)
     CHECK_OK(mathexpr_destroy(expression));
 }
 
-/* What a user has been shown. */
+/* The messages shown to a user. */
 struct screen
 {
     mathexpr_expression* expression;
@@ -163,12 +163,12 @@ static void show(void* context, uint32_t id, const char* text, size_t length)
     {
         memcpy(screen->last, text, length + 1);
     }
-    /* It may be asked for, but need not be there yet. */
+    /* It may be requested, but need not be complete yet. */
     diagnostic.size = sizeof(diagnostic);
     CHECK_OK(mathexpr_get_diagnostic_utf8(screen->expression, &diagnostic));
 }
 
-/* The record tells the same as the message did. */
+/* The diagnostic agrees with the message. */
 static void check_told(const struct screen* screen, size_t start)
 {
     mathexpr_diagnostic_utf8 diagnostic = {0};
@@ -208,7 +208,7 @@ void test_messages(void)
     check_told(&screen, 0);
     CHECK_OK(mathexpr_destroy(screen.expression));
 
-    /* Without the flag only the integer that is too large is shown. */
+    /* Without the flag, only message 19 is shown. */
     options.flags = 0;
     screen.message_count = 0;
     CHECK_OK(mathexpr_create_utf8(&options, &screen.expression));
@@ -336,7 +336,7 @@ void test_exceptions(void)
     CHECK_OK(mathexpr_evaluate_text_utf8(expression, "1+1", ZT, &value));
     CHECK_OK(mathexpr_destroy(expression));
 
-    /* What the library itself throws for lack of memory is told apart from a callback that does. */
+    /* The library's own std::bad_alloc is distinguished from that of a callback. */
     options16.size = sizeof(options16);
     options16.lookup = throwing_lookup16;
     CHECK_OK(mathexpr_create_utf16(&options16, &expression));
@@ -365,7 +365,7 @@ void test_exceptions(void)
     CHECK_OK(mathexpr_destroy(expression));
 }
 
-/* Everything that a callback may not do with the expression that waits for it, and what it may. */
+/* What a callback may do with the expression that called it, and what it may not. */
 static int meddled_count = 0;
 
 static void meddle(mathexpr_expression* expression)
@@ -492,7 +492,7 @@ static int32_t lookup_elsewhere(void* context, const char* name, size_t length, 
 {
     (void)name;
     (void)length;
-    /* Another expression may be used; its messages are its own. */
+    /* Another expression may be used; its messages go to its own display. */
     CHECK_STATUS(mathexpr_set_expression_utf8((mathexpr_expression*)context, "(1", ZT), MATHEXPR_PARSING_ERROR);
     CHECK_OK(mathexpr_evaluate_text_utf8((mathexpr_expression*)context, "20+1", ZT, value));
     return MATHEXPR_LOOKUP_FOUND;

@@ -10,7 +10,7 @@
 
 static int failed_count = 0;
 
-/* Where a test that skips itself goes. */
+/* The target of a skipped test. */
 static jmp_buf after_test;
 
 static int failed(const char* file, int line, const char* what)
@@ -138,7 +138,7 @@ static const struct
 #undef TEST_CASE
 };
 
-/* Whether a test has passed; what fails in it has been told. */
+/* Runs a test; returns whether it passed. Failures have been printed. */
 static int passes(size_t index)
 {
     const int failed_before = failed_count;

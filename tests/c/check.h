@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* check.h - what the tests of the C interface say what they expect with. A failed check is told and counted, and the
- * test goes on.
+/* check.h - expectations for the tests of the C interface. A failed check is printed and counted, and the test
+ * continues.
  */
 #pragma once
 
@@ -26,13 +26,13 @@ void check_text16(const mathexpr_char16* actual, const char* expected, const cha
 /** Bit for bit. */
 #define CHECK_NUMBER(actual, expected) check_number(actual, expected, #actual, __FILE__, __LINE__)
 #define CHECK_TEXT(actual, expected) check_text(actual, expected, #actual, __FILE__, __LINE__)
-/** UTF-16, expected to be the ASCII text. */
+/** Expects UTF-16 that equals the ASCII text. */
 #define CHECK_TEXT16(actual, expected) check_text16(actual, expected, #actual, __FILE__, __LINE__)
 
 /** The text ends at its zero. */
 #define ZT MATHEXPR_ZERO_TERMINATED
 
-/** An ASCII text in UTF-16, valid until the eighth call from now on. */
+/** An ASCII text in UTF-16, valid until the eighth call after this one. */
 const mathexpr_char16* wide(const char* ascii);
 
 mathexpr_value number(double x);
@@ -41,10 +41,10 @@ mathexpr_value point(double x, double y, double z);
 /** A plain silent expression without callbacks. */
 mathexpr_expression* plain(void);
 
-/** Ends a test that says nothing in this build. */
+/** Ends a test that does not apply to this build. */
 void skip(const char* why);
 
-/* The tests. One that is not in the list is no prototype's function, which the compiler refuses. */
+/* The tests. The compiler refuses a test that is not in the list, because it has no prototype. */
 #define TEST_CASE(name) void test_##name(void);
 #include "tests/c/cases.def"
 #undef TEST_CASE

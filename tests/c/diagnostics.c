@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* diagnostics.c - what went wrong, and where, in the units of each encoding. */
+/* diagnostics.c - contents and positions of diagnostics, in the units of each encoding. */
 #include "tests/c/check.h"
 
 #include <string.h>
@@ -181,7 +181,7 @@ void test_diagnostic_lifetime(void)
     CHECK_STATUS(mathexpr_set_expression_utf16(expression, face, ZT), MATHEXPR_PARSING_ERROR);
     first = diagnostic8(expression);
     CHECK_TEXT(first.item, FACE);
-    /* Neither another text nor a diagnostic in the other encoding takes it away. */
+    /* It outlives another text, and a diagnostic in the other encoding. */
     CHECK_OK(mathexpr_set_expression_utf8(expression, "1+1", ZT));
     other = diagnostic16(expression);
     CHECK_EQUAL(other.message, 0);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* editor.c - the editor services: positions in the units of each encoding, answers and their lifetime, refusals. */
+/* editor.c - the editor services: positions in the units of each encoding, results and their lifetime, refusals. */
 #include "tests/c/answers.h"
 #include "tests/c/check.h"
 #include "tests/c/throwing_host.h"
@@ -169,7 +169,7 @@ void test_editor_help(void)
     CHECK_EQUAL(signature.overloads[1].parameter_count, 3);
     CHECK_TEXT(signature.overloads[1].parameters[2], "z");
     CHECK_EQUAL(signature.overloads[1].parameter_kind, MATHEXPR_VALUE_NUMBER);
-    /* Within a character counts as before it. */
+    /* A cursor inside a character means its start. */
     CHECK_OK(mathexpr_get_signature_utf8(expression, "min(" UMLAUT ",2", ZT, 5, &signature));
     CHECK_EQUAL(signature.argument, 0);
     memset(&signature16, 0xEE, sizeof(signature16));
@@ -242,7 +242,7 @@ void test_editor_completion(void)
     CHECK_EQUAL(completions16.item_count, 1);
     CHECK_EQUAL(completions16.items[0].edit.start, 3);
     CHECK_EQUAL(completions16.items[0].selection.start, 5);
-    /* Between the two units of a character. */
+    /* A cursor between the two units of a character. */
     CHECK_OK(mathexpr_get_completions_utf16(expression, text16, ZT, 1, NULL, &completions16));
 
     options.recent = NULL;
@@ -255,7 +255,7 @@ void test_editor_completion(void)
     CHECK_OK(mathexpr_destroy(expression));
 }
 
-/* A host that offers three names, and knows more of two of them. */
+/* A host that offers three names, with notes on two of them. */
 static const char* offer_three(void* context, uint32_t index)
 {
     static const char* const names[] = {"depth_unknown", "depth_point", "depth_cyclic"};
@@ -322,7 +322,7 @@ void test_editor_name_notes(void)
     CHECK_TEXT(completions.items[2].name, "depth_unknown");
     CHECK_EQUAL(completions.items[2].value_kind, MATHEXPR_VALUE_UNKNOWN);
     CHECK_TEXT(completions.items[2].description, "");
-    /* Where only a number is taken, what is known to be a point is not offered. */
+    /* Where a number is required, names of points are not proposed. */
     CHECK_OK(mathexpr_get_completions_utf8(expression, "sin(depth", ZT, 9, &options, &completions));
     CHECK_EQUAL(completions.item_count, 2);
     CHECK_TEXT(completions.items[0].name, "depth_cyclic");
@@ -389,7 +389,7 @@ void test_editor_name_index(void)
     CHECK_STATUS(mathexpr_add_indexed_name_utf8(index, "d", ZT, &notes), MATHEXPR_BAD_OPTION);
     notes.size = 3;
     CHECK_STATUS(mathexpr_add_indexed_name_utf8(index, "d", ZT, &notes), MATHEXPR_BAD_SIZE);
-    /* An earlier version's notes had no texts: what stands there is not read. */
+    /* An earlier version's notes had no texts: those members are not read. */
     notes.size = offsetof(mathexpr_name_notes_utf8, description);
     notes.value_kind = MATHEXPR_VALUE_NUMBER;
     notes.description = "\xFF";
@@ -442,7 +442,7 @@ void test_editor_empty_answers(void)
     CHECK_OK(mathexpr_destroy(expression));
 }
 
-/* What every function refuses, before it writes anything. */
+/* Every function refuses invalid arguments before it writes anything. */
 void test_editor_refuses(void)
 {
     mathexpr_expression* const expression = plain();
@@ -490,7 +490,7 @@ void test_editor_refuses(void)
     }
 }
 
-/* A host that offers "depth", knows that it is 7, and calls back. */
+/* A host that offers "depth" with the value 7, and calls the library in its callbacks. */
 struct editing_host
 {
     mathexpr_expression* expression;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* editor_sizes.c - structures of the editor services as earlier and later versions have them. */
+/* editor_sizes.c - structures of the editor services with the sizes of earlier and later versions. */
 #include "tests/c/answers.h"
 #include "tests/c/sizes.h"
 
@@ -66,7 +66,7 @@ void test_editor_options_of_other_sizes(void)
     mathexpr_completions_utf16 completions16 = {sizeof(completions16), 0, NULL, 0};
     mathexpr_name_index* index = NULL;
 
-    /* An earlier version's options had no names that were chosen lately: what stands there is not read. */
+    /* An earlier version's options had no member recent: it is not read. */
     memset(&options, 0xEE, sizeof(options));
     options.size = offsetof(mathexpr_completion_options_utf16, recent);
     options.max_count = 1;

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* evaluation.c - expressions and calculators made, computed with, copied and destroyed. */
+/* evaluation.c - creates, evaluates, copies and destroys expressions and calculators. */
 #include "tests/c/check.h"
 
 #include <string.h>
 
-/* Counts messages, so that none reaches the tester. */
+/* Counts messages instead of showing them. */
 static void count_message(void* context, uint32_t id, const char* text, size_t length)
 {
     CHECK(id >= 1 && id <= 19);
@@ -147,7 +147,7 @@ void test_failed_evaluation(void)
     CHECK_OK(mathexpr_destroy(expression));
 }
 
-/* Gives w a value and evaluates, three times. */
+/* Sets w and evaluates, three times. */
 static void check_thrice(mathexpr_expression* expression, mathexpr_value w, mathexpr_status status, double expected)
 {
     int round;
@@ -160,7 +160,7 @@ static void check_thrice(mathexpr_expression* expression, mathexpr_value w, math
     }
 }
 
-/* What was settled for one value does not serve another of which an item wants nothing. */
+/* Preparations for one value are not used for another that an item refuses. */
 void test_repeated_evaluation(void)
 {
     mathexpr_expression* const expression = plain();
@@ -183,7 +183,7 @@ void test_repeated_evaluation(void)
     CHECK_OK(mathexpr_destroy(expression));
 }
 
-/* The same, written in place: nothing tells the library that the value has changed. */
+/* The same with values written in place: the library is not notified of the change. */
 void test_repeated_evaluation_in_place(void)
 {
     mathexpr_expression* const expression = plain();
@@ -339,7 +339,7 @@ void test_limits(void)
     CHECK_STATUS(mathexpr_set_expression_utf8(expression, "(((1)))", ZT), MATHEXPR_PARSING_ERROR);
     CHECK_OK(mathexpr_get_diagnostic_utf8(expression, &diagnostic));
     CHECK_EQUAL(diagnostic.code, MATHEXPR_PARSING_NESTED_TOO_DEEP);
-    /* Characters are counted, not bytes: twelve that take two bytes each are not too many. */
+    /* The limit counts characters, not bytes: twelve characters of two bytes each are accepted. */
     CHECK_STATUS(mathexpr_set_expression_utf8(expression,
                                               "\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4"
                                               "\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4",

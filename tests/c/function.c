@@ -51,7 +51,7 @@ void test_function(void)
     check_call(function, 1, 2, 0);
     check_call(function, -1, 0.5, 1);
 
-    /* The function goes on without the expression, and with the value that k had. */
+    /* The function does not depend on the expression, and keeps the former value of k. */
     set(expression, "k", 4);
     set(expression, "a", 5);
     check_call(function, 1, 2, 0);
@@ -75,7 +75,7 @@ void test_function_calls_are_fresh(void)
     mathexpr_function* const last = made(expression, "(a+1,b*2)");
     mathexpr_function* const settled = made(expression, "(a/b,7)");
     mathexpr_value value = number(0);
-    /* A dot product is added to what its place in the program held. */
+    /* A dot product is added to the content of its slot. */
     check_call(grows, 2, 3, 7);
     check_call(grows, 2, 3, 7);
     check_call(assigns, 2, 3, 6);
@@ -138,7 +138,7 @@ void test_function_refuses(void)
     check_no_value(expression, "ln(a)", -1, MATHEXPR_REFUSED);
     check_no_value(expression, "sin([a,b])", 1, MATHEXPR_REFUSED);
     check_no_value(expression, "(a+1,sqrt(b-1))", 1, MATHEXPR_REFUSED);
-    /* A refused call leaves nothing behind. */
+    /* A refused call does not affect later ones. */
     function = made(expression, "[b,0]*[b,0]/a");
     {
         const double zero[2] = {0, 4};

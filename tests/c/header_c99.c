@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* header_c99.c - the headers alone, as C99, with warnings as errors; twice, as hosts include it. */
+/* header_c99.c - the headers alone, as C99, with warnings as errors; included twice. */
 #include <mathexpr_editor.h>
 
 #include <mathexpr.h>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* null.c - NULL for every pointer that is needed: its own status, and nothing written. */
+/* null.c - NULL for every required pointer: MATHEXPR_NULL_ARGUMENT, and nothing written. */
 #include "tests/c/check.h"
 
 #define REFUSES(call) CHECK_STATUS(call, MATHEXPR_NULL_ARGUMENT)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* sizes.c - structures of earlier and later versions, and sizes that none can have. */
+/* sizes.c - structures of earlier and later versions, and invalid sizes. */
 #include "tests/c/sizes.h"
 
 static int shown_count = 0;
@@ -22,7 +22,7 @@ void test_options_of_other_sizes(void)
     mathexpr_expression* expression = NULL;
     mathexpr_value value = number(77);
 
-    /* An earlier version: what it did not have is as if it were 0, whatever stands there. */
+    /* An earlier version: members that it lacks read as 0, whatever the memory contains. */
     memset(&options, 0xEE, sizeof(options));
     options.size = offsetof(mathexpr_options_utf8, flags);
     options.kind = MATHEXPR_EXPRESSION;

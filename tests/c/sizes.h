@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* sizes.h - structures as other versions of the library have them. */
+/* sizes.h - structures with the sizes of other versions of the library. */
 #pragma once
 
 #include "tests/c/check.h"
@@ -9,7 +9,7 @@
 #include <stddef.h>
 #include <string.h>
 
-/* As a later version may be: with one member more. */
+/* A structure of a later version, with one more member. */
 #define LATER(structure)                                                                                               \
     struct                                                                                                             \
     {                                                                                                                  \
@@ -17,7 +17,7 @@
         uint64_t later;                                                                                                \
     }
 
-/* Asks for a structure as an earlier and as a later version has it, and looks at what was written and what not. */
+/* Calls with the structure of an earlier and of a later version, and checks what was written and what was not. */
 #define CHECK_WRITTEN(structure, call, first, filled)                                                                  \
     do                                                                                                                 \
     {                                                                                                                  \

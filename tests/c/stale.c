@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* stale.c - handles that were destroyed or never made, in libraries that recognise them. */
+/* stale.c - destroyed and invalid handles, in builds that detect them. */
 #include "tests/c/check.h"
 
 #define REFUSES(call) CHECK_STATUS(call, MATHEXPR_STALE_HANDLE)
@@ -100,7 +100,7 @@ void test_stale_handles_stay_stale(void)
         CHECK_OK(mathexpr_evaluate_text_utf8(other, "1", ZT, &value));
         CHECK_OK(mathexpr_destroy(other));
     }
-    /* More than are kept apart from the living. */
+    /* More than the registry keeps before it frees them. */
     for (index = 0; index < 1000; ++index)
     {
         CHECK_OK(mathexpr_destroy(plain()));

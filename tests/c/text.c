@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* text.c - which texts the library takes, and where it finds fault with the others. */
+/* text.c - the texts that the library accepts, and the reported positions in the others. */
 #include "tests/c/check.h"
 
 enum
@@ -37,7 +37,7 @@ static const struct
     {"a\xED\xA0\x80", 4, MATHEXPR_BAD_UTF8, 1},
     {"a\xED\xBF\xBF", 4, MATHEXPR_BAD_UTF8, 1},
     {"a\xF4\x90\x80\x80", 5, MATHEXPR_BAD_UTF8, 1},
-    /* an end in the middle, and a character that goes on with another one */
+    /* a truncated character, and one that is interrupted by another */
     {"a\xC3", 2, MATHEXPR_BAD_UTF8, 1},
     {"a\xE2\x82", 3, MATHEXPR_BAD_UTF8, 1},
     {"a\xF0\x9F\x98", 4, MATHEXPR_BAD_UTF8, 1},
@@ -45,7 +45,7 @@ static const struct
     {"a\xE2\x82\x41", 4, MATHEXPR_BAD_UTF8, 1},
     {"a\xE2\x82\xAC\xF0\x9F\x98\xC0", 8, MATHEXPR_BAD_UTF8, 4},
     {"a\xC3\xA4", 2, MATHEXPR_BAD_UTF8, 1},
-    /* zeros; what stands first counts */
+    /* zeros; the first fault counts */
     {"1\0+2", 4, MATHEXPR_ZERO_IN_TEXT, 1},
     {"\0", 1, MATHEXPR_ZERO_IN_TEXT, 0},
     {"1\0\xFF", 3, MATHEXPR_ZERO_IN_TEXT, 1},
@@ -110,7 +110,7 @@ void test_utf16(void)
     CHECK_EQUAL(offset, UNTOUCHED);
 }
 
-/* Program, variables and diagnostic are what they were. */
+/* Program, variables and diagnostic are unchanged. */
 static void check_unchanged(mathexpr_expression* expression)
 {
     mathexpr_value value = number(0);

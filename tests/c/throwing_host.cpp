@@ -8,7 +8,7 @@
 #include <new>
 #include <stdexcept>
 
-// One throws what the library throws itself, the others what it does not know.
+// One throws an exception type of the library, the others unknown types.
 
 std::int32_t throwing_lookup(void*, const char*, std::size_t, mathexpr_value*)
 {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* throwing_host.h - callbacks that end by a C++ exception, which only C++ can write. The context is not used. */
+/* throwing_host.h - callbacks that throw C++ exceptions. Their context is not used. */
 #pragma once
 
 #include <mathexpr_editor.h>

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* value_text.c - values as text, in both encodings; where the text goes, and what is refused. ValueTextTests.cpp reads the
- * texts back.
+/* value_text.c - values as text in both encodings: buffers and refusals. ValueTextTests.cpp reads the texts back.
  */
 #include "tests/c/check.h"
 

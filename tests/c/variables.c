@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* variables.c - variables listed, read, set, removed, and changed in place. */
+/* variables.c - lists, reads, sets, removes variables, and changes them in place. */
 #include "tests/c/check.h"
 
 #include <string.h>
@@ -64,7 +64,7 @@ void test_names(void)
     CHECK_EQUAL(names.name_count, 1);
     CHECK_TEXT(names.names[0], "Host");
 
-    /* A list stays as it was answered. */
+    /* A returned list does not change. */
     CHECK_OK(mathexpr_remove_variable_utf8(expression, "Host", ZT));
     CHECK_TEXT(names.names[0], "Host");
     CHECK_EQUAL(names8(expression, MATHEXPR_NAMES_USED).name_count, 0);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* version.c - what the library tells of itself. */
+/* version.c - version numbers and status texts. */
 #include "tests/c/check.h"
 
 #include <string.h>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* vocabulary.c - the vocabulary, walked in both encodings. */
+/* vocabulary.c - lists the vocabulary in both encodings. */
 #include "tests/c/check.h"
 
 #include <string.h>
@@ -67,6 +67,6 @@ void test_vocabulary(void)
     CHECK(counts[MATHEXPR_ITEM_CONSTANT] > 0);
     CHECK_EQUAL(counts[MATHEXPR_ITEM_OPERATOR], 16);
     CHECK_EQUAL(counts[MATHEXPR_ITEM_FUNCTION], 257);
-    /* A refused index leaves the last item as it was. */
+    /* With an invalid index, the item is unchanged. */
     CHECK_EQUAL(item.kind, MATHEXPR_ITEM_FUNCTION);
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HostEditorTests.cpp - the editor services as a C++ host has them: values that stay, positions in bytes, failures.
+// HostEditorTests.cpp - the editor services of a C++ host: results own their memory, positions in bytes, failures.
 #include <mathexpr_editor.hpp>
 
 #include <gtest/gtest.h>
@@ -100,7 +100,7 @@ TEST_F(HostEditor, DiagnosesWhileTyping)
     ASSERT_TRUE(unfinished.failure);
     EXPECT_EQ(unfinished.failure->status(), MATHEXPR_PARSING_ERROR);
 
-    // The failure is the one that compiling gives.
+    // The failure is the same as when compiling.
     for (const char* const text : {"1+2pi", "99999999999", "a=", "sin(1"})
     {
         const Editor::Diagnosis diagnosis = editor.diagnose(text);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HostExpressionTests.cpp - expressions: their texts, variables and names from the host.
+// HostExpressionTests.cpp - expressions: texts, variables and names of the host.
 #include <mathexpr.hpp>
 
 #include <gtest/gtest.h>
@@ -142,7 +142,7 @@ TEST(HostExpression, ShowsMessages)
     ASSERT_EQ(shown.size(), 1u);
     EXPECT_EQ(shown[0].first, 2u);
     EXPECT_FALSE(shown[0].second.empty());
-    // Without a display even the message that is otherwise always shown is not.
+    // Without a display, not even message 19 is shown.
     EXPECT_FALSE(mathexpr::tryEvaluate("3000000000"));
 }
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HostFailureTests.cpp - what an error tells, and what the host's own callables throw.
+// HostFailureTests.cpp - the contents of errors, and exceptions of the host's callables.
 #include <mathexpr.hpp>
 
 #include <gtest/gtest.h>

@@ -88,7 +88,7 @@ TEST(HostFunction, IsNotMadeOfWhatDoesNotCompile)
 
 TEST(HostFunction, IsClonedForAThread)
 {
-    Function function("[x,1]*[x,1]", {"x"});  // a dot product, which would grow
+    Function function("[x,1]*[x,1]", {"x"});  // a dot product, which would accumulate
     Function clone = function.clone();
     double sum = 0;
     std::thread thread([&] {

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// beside_the_classes.cpp - mathexpr.hpp, mathexpr_editor.hpp and the headers of the classes share a namespace, and no name in it.
+// beside_the_classes.cpp - mathexpr.hpp, mathexpr_editor.hpp and the headers of the classes can be included together:
+// they share a namespace, but no names.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// header_alone.cpp - the headers compile by themselves, and the templates in them, too.
+// header_alone.cpp - the headers and their templates compile by themselves.
 #include <mathexpr_editor.hpp>
 
 std::size_t useTemplates(const std::vector<mathexpr::Point>& corners, std::vector<double>& lengths)

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CompletionGuaranteeTests.cpp - what is offered can be evaluated, and nothing that could be is left out: with every name
-// after short texts, with some after each beginning of the language tests' texts.
+// CompletionGuaranteeTests.cpp - everything that is proposed can be evaluated, and nothing that could be is missing:
+// all names after short texts, and some names after each beginning of the language tests' texts.
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/SMTDefExcepData.h"
@@ -23,8 +23,8 @@ namespace {
 using mathexpr::CompletionItem;
 using mathexpr::TokenKind;
 
-/// What a text can be closed with: each call that is open with an argument list of numbers or of points. Nothing where
-/// more than three brackets are open.
+/// The ways to close a text: every open call with a list of numbers or of points. Empty if more than three brackets are
+/// open.
 std::vector<std::wstring> closings(const MathExpression& expression, const std::wstring& text)
 {
     std::vector<std::wstring> all{L""};
@@ -59,7 +59,7 @@ std::vector<std::wstring> closings(const MathExpression& expression, const std::
     return depth > 3 ? std::vector<std::wstring>() : all;
 }
 
-/// Whether an item has refused a value that it is not defined for, so that another may do.
+/// Whether an item refused a value outside its domain, so that another value may be accepted.
 bool failsByValue(const MathExpression& expression)
 {
     const mathexpr::ExpressionDiagnostic diagnostic = mathexpr::getDiagnostic(expression);
@@ -70,11 +70,11 @@ bool failsByValue(const MathExpression& expression)
 enum class Verdict
 {
     Refused,
-    DependsOnValues,  ///< An item is not defined for a value in it; more may be wrong behind that.
+    DependsOnValues,  ///< An item refuses one of its values; there may be further errors after it.
     Works,
 };
 
-/// In an object of its own: what the text assigns is not known to the next.
+/// With a new object, which does not know variables of earlier texts.
 Verdict verdictOnClosed(const Bindings& known, const std::wstring& text)
 {
     EditedExpression edited(known);
@@ -87,7 +87,7 @@ Verdict verdictOnClosed(const Bindings& known, const std::wstring& text)
     }
     if (text.find(L"rand(") != std::wstring::npos)
     {
-        return Verdict::DependsOnValues;  // completion draws no random numbers: it cannot know more
+        return Verdict::DependsOnValues;  // completion draws no random numbers, so it cannot know more
     }
     try
     {
@@ -104,7 +104,7 @@ Verdict verdictOnClosed(const Bindings& known, const std::wstring& text)
     }
 }
 
-/// By each name that stands for a value, what can be inserted for it: a function's calls with numbers and with points.
+/// For each name of a value, what can be inserted for it: for a function, its calls with numbers and with points.
 using Continuations = std::map<std::wstring, std::vector<std::wstring>>;
 
 const Continuations& continuations()
@@ -139,16 +139,16 @@ const Continuations& continuations()
     return made;
 }
 
-/// "i2mm" and its like, two hundred functions that differ in their numbers alone.
+/// "i2mm" and the like: two hundred functions that differ only in their numbers.
 bool isConversion(const std::wstring& name)
 {
     return name.find(L'2') != std::wstring::npos;
 }
 
-/// A text with an object that knows the variables in it.
+/// A text, and an object that knows its variables.
 struct Typed
 {
-    /// @param host  the names that the text may use
+    /// @param host  names that the text may use
     Typed(std::wstring given, const Bindings& host) : known(host), text(std::move(given))
     {
         known[L"width"] = number(5);
@@ -185,7 +185,7 @@ struct Typed
         return completed.replace(item.edit.span.start, item.edit.span.length, item.edit.replacement);
     }
 
-    /// The best that the text comes to when it is closed.
+    /// The best verdict over all ways to close the text.
     Verdict verdictOn(const std::wstring& continued) const
     {
         Verdict best = Verdict::Refused;
@@ -196,7 +196,7 @@ struct Typed
         return best;
     }
 
-    /// Of the name in place of the word at the end, which it begins with.
+    /// The verdict if the name replaces the word at the end, with which it begins.
     Verdict verdictWith(const Continuations::value_type& continuation) const
     {
         const std::wstring before = text.substr(0, text.size() - word().size());
@@ -219,7 +219,7 @@ struct Typed
 
     Bindings known;
     EditedExpression edited;
-    bool isKnown = true;  // whether each of them is a variable of the object
+    bool isKnown = true;  // whether all of them are variables of the object
     const std::wstring text;
     std::vector<CompletionItem> items;
 };
@@ -241,7 +241,7 @@ TEST(Completions, AreAllThatWorkAfterShortTexts)
         std::transform(parts.begin(), parts.end(), std::back_inserter(texts),
                        [&](const std::wstring& second) { return part + second; });
     }
-    constexpr std::size_t conversionsLeftOut = 29;  // between two that are tried, after texts of two parts
+    constexpr std::size_t conversionsLeftOut = 29;  // between two tried ones, after texts of two parts
     std::size_t turn = 0;
     std::size_t offered = 0;
     std::size_t refused = 0;
@@ -269,7 +269,7 @@ TEST(Completions, WorkAfterEveryTextWhichLeavesNoneOut)
 {
     constexpr std::size_t triedAfterEach = 3;
     const MessageRecorder shown;
-    std::size_t next = 0;  // what is tried after one text is not what is tried after the one before
+    std::size_t next = 0;  // continues after the previous text's candidates
     std::size_t offered = 0;
     std::size_t missing = 0;
     forEachBeginning([&](const TypedText& row) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CompletionTests.cpp - what is offered in chosen places, in which order, and as what edit.
+// CompletionTests.cpp - the proposals at chosen positions, their order and edits.
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"
@@ -54,7 +54,7 @@ public:
         mathexpr::setVariable(edited.expression, L"origin", point(1, 2, 3));
     }
 
-    /// @param text  with "|" where the cursor is
+    /// @param text  with "|" at the cursor
     std::vector<CompletionItem> items(std::wstring text, const CompletionOptions& options = {}) const
     {
         const std::size_t cursor = text.find(L'|');
@@ -130,7 +130,7 @@ TEST_F(Completing, OffersWhatIsAcceptedThere)
     EXPECT_FALSE(names(L"dist(|").count(L"sin"));
     EXPECT_TRUE(names(L"sin(|").count(L"width"));
     EXPECT_FALSE(names(L"sin(|").count(L"origin"));
-    EXPECT_TRUE(names(L"asin(|").count(L"pi"));  // not defined for pi, but for other values
+    EXPECT_TRUE(names(L"asin(|").count(L"pi"));  // pi is outside the domain, other values are not
     EXPECT_TRUE(names(L"|").count(L"sin"));
     EXPECT_TRUE(names(L"|").count(L"depth"));
     EXPECT_FALSE(names(L"|").count(L"a.b"));
@@ -152,11 +152,11 @@ TEST_F(Completing, MatchesBeginningsThenWordsThenUnits)
     EXPECT_EQ(first(L"(siz|"), L"(size<>");
     mathexpr::setVariable(edited.expression, L"outer_Wall", number(1));
     mathexpr::setVariable(edited.expression, L"innerWall", number(1));
-    mathexpr::setVariable(edited.expression, L"floor2floor", number(1));  // no conversion
+    mathexpr::setVariable(edited.expression, L"floor2floor", number(1));  // not a conversion
     EXPECT_EQ(names(L"wal|"), (std::set<std::wstring>{L"outer_Wall", L"innerWall"}));
 }
 
-/// The conversions from or to one of the units with these symbols.
+/// The conversions from or to units with these symbols.
 std::set<std::wstring> conversionsOf(const std::set<std::wstring>& symbols)
 {
     std::set<std::wstring> found;
@@ -182,7 +182,7 @@ TEST_F(Completing, MatchesWhatPeopleCallAUnit)
     EXPECT_EQ(names(L"feet|"), feet);  // also of survey, square and cubic feet
     EXPECT_EQ(names(L"FEE|"), feet);
     std::set<std::wstring> foot = feet;
-    foot.insert({L"cm2i", L"mile2i"});  // whose descriptions speak of a foot
+    foot.insert({L"cm2i", L"mile2i"});  // their descriptions mention a foot
     EXPECT_EQ(names(L"foot|"), foot);
     EXPECT_EQ(first(L"feet|"), L"m2f(<2>)");
     EXPECT_TRUE(names(L"ft|").count(L"i2f"));
@@ -190,11 +190,11 @@ TEST_F(Completing, MatchesWhatPeopleCallAUnit)
     EXPECT_EQ(names(L"meters|"), names(L"metres|"));
     EXPECT_EQ(names(L"acre|"), conversionsOf({L"sa"}));
     EXPECT_EQ(names(L"revolution|"), conversionsOf({L"c"}));
-    EXPECT_EQ(names(L"cubic foo|"), conversionsOf({L"vf"}));  // blanks in a token do not count
+    EXPECT_EQ(names(L"cubic foo|"), conversionsOf({L"vf"}));  // blanks in a token are ignored
     EXPECT_EQ(names(L"feets|"), std::set<std::wstring>{});
-    EXPECT_TRUE(names(L"square ro|").count(L"sqrt"));  // of a description, either
+    EXPECT_TRUE(names(L"square ro|").count(L"sqrt"));  // also in a description
     mathexpr::setVariable(edited.expression, L"m2i", number(1));
-    EXPECT_EQ(items(L"inch|").front().kind, TokenKind::Function);  // a variable converts nothing
+    EXPECT_EQ(items(L"inch|").front().kind, TokenKind::Function);  // variables convert nothing
 }
 
 TEST_F(Completing, OrdersByKindUseAndLength)
@@ -209,7 +209,7 @@ TEST_F(Completing, OrdersByKindUseAndLength)
     EXPECT_EQ(items(L"sqr|", recent)[0].name, L"sqrt");
     EXPECT_EQ(items(L"sqr|")[0].name, L"sqr");
     EXPECT_EQ(items(L"|").size(), 200U);
-    EXPECT_EQ(items(L"|").back().valueKind == ValueKind::Unknown, false);  // those of unknown kind come last
+    EXPECT_EQ(items(L"|").back().valueKind == ValueKind::Unknown, false);  // unknown kinds come last
 }
 
 TEST_F(Completing, KnowsWhatTheHostSaysOfItsNames)
@@ -227,13 +227,13 @@ TEST_F(Completing, KnowsWhatTheHostSaysOfItsNames)
     EXPECT_EQ(items(L"circ|", options).back().unavailable, L"depends on this one");
     EXPECT_EQ(items(L"circ|", options).back().name, L"circular");
     EXPECT_TRUE(edited.compiles(L"depth"));
-    EXPECT_EQ(items(L"dep|").size(), 1U);  // a variable now, and not offered twice
+    EXPECT_EQ(items(L"dep|").size(), 1U);  // now a variable, and not proposed twice
     EXPECT_EQ(items(L"dep|").front().kind, TokenKind::HostName);
 }
 
 TEST_F(Completing, TakesNamesInTheTextForWhatTheyAre)
 {
-    EXPECT_TRUE(names(L"dist(corner,|").count(L"origin"));  // of unknown kind, and may be a point
+    EXPECT_TRUE(names(L"dist(corner,|").count(L"origin"));  // unknown kind: may be a point
     EXPECT_FALSE(names(L"dist(corner,|").count(L"width"));
     EXPECT_TRUE(names(L"dist(corner,corner+depth*|").count(L"width"));
     EXPECT_TRUE(names(L"sin(corner+|").count(L"width"));  // or a number
@@ -244,14 +244,14 @@ TEST_F(Completing, TakesNamesInTheTextForWhatTheyAre)
     options.notes = &notes;
     EXPECT_EQ(first(L"dist(corner,or|", options), L"dist(corner,origin<>");
     EXPECT_TRUE(items(L"sin(corner+|", options).empty());
-    EXPECT_EQ(first(L"sin(|corner", options), first(L"sin(|"));  // it stands behind
+    EXPECT_EQ(first(L"sin(|corner", options), first(L"sin(|"));  // it follows the cursor
     EXPECT_EQ(first(L"sin(circular+wid|", options), L"sin(circular+width<>");
     EXPECT_TRUE(items(L"dist(circular,|", options).empty());
-    EXPECT_EQ(first(L"dist(depth,or|", options), L"dist(depth,origin<>");  // which may be either
+    EXPECT_EQ(first(L"dist(depth,or|", options), L"dist(depth,origin<>");  // which may be a point, too
     EXPECT_EQ(edited.host.lookupCount, 0U);
 }
 
-/// A host that changes the object while it is asked.
+/// A host that changes the object in its callback.
 class RestlessNotes final : public mathexpr::IMathExprNameNotes
 {
 public:

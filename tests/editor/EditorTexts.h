@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// EditorTexts.h - the texts that every editor service is tried with, and the host beside them.
+// EditorTexts.h - the texts with which every editor service is tested, and their host.
 #pragma once
 
 #include "mathexpr/Diagnostics.h"
@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-/// Answers names, offers them, and counts what it is asked for.
+/// Supplies names, lists them, and counts its calls.
 class EditorHost final : public IMathExprService, public mathexpr::IMathExprNameSource
 {
 public:
@@ -36,7 +36,7 @@ class EditedExpression
 public:
     explicit EditedExpression(Bindings bindings = {});
 
-    /// Whether a text compiles; what is raised instead does not count.
+    /// Whether a text compiles; an exception counts as no.
     bool compiles(const std::wstring& text);
 
     EditorHost host;
@@ -47,13 +47,13 @@ struct TypedText
 {
     std::wstring text;
     Bindings host;
-    std::string where;  ///< For a failing test.
+    std::string where;  ///< For the message of a failing test.
 };
 
 /// The texts of all rows of the language tests.
 const std::vector<TypedText>& languageTexts();
 
-/// Calls work with each of them and with each of its beginnings, the empty one included; of a very long text with some.
+/// Calls work with each text and each of its beginnings, including the empty one; for a very long text only with some.
 void forEachBeginning(const std::function<void(const TypedText&)>& work);
 
 /// The texts of the golden programs.

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FormatTests.cpp - even spacing, and what it must leave alone.
+// FormatTests.cpp - uniform spacing, and what it must not change.
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/Limits.h"
@@ -64,7 +64,7 @@ TEST(Format, ChangesNothingButBlanksAndIsIdempotent)
     });
 }
 
-/// What the text compiles to; empty where it does not.
+/// The compiled program as text; empty if the text does not compile.
 std::string programOf(EditedExpression& edited, const std::wstring& text)
 {
     return edited.compiles(text) ? dumpProgram(mathexpr::EngineAccess::parserOf(edited.expression).getProgram())

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LiteralTests.cpp - numbers and points that are written out.
+// LiteralTests.cpp - literal numbers and points.
 #include "mathexpr/EditorServices.h"
 #include "tests/editor/EditorTexts.h"
 #include "tests/language/Values.h"
@@ -73,7 +73,7 @@ TEST(Literals, AreNoPointsThatAreComputed)
     EXPECT_EQ(literals(L"[1*"), Found{at(1, 1, 1)});
     EXPECT_EQ(literals(L"[-]+[]"), Found{});
     EXPECT_EQ(literals(L"point"), Found{});
-    EXPECT_EQ(literals(L"[2147483648]"), Found{at(1, 10, 2147483648.0)});  // no text may hold it
+    EXPECT_EQ(literals(L"[2147483648]"), Found{at(1, 10, 2147483648.0)});  // no text accepts it
 }
 
 TEST(Literals, HaveTheValueOfTheirText)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NameIndexTests.cpp - the services find the names of an index as they find those of a list, and walk through none.
+// NameIndexTests.cpp - the services find names of an index like those of a list, without enumerating them.
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/Variables.h"
@@ -120,7 +120,7 @@ TEST_F(NameIndex, KnowsNamesInEveryService)
     EXPECT_EQ(misspelt.failure.fix->replacement, L"quill_depth");
 }
 
-/// Lists one name, beside an index.
+/// Lists one name in addition to an index.
 class ListAndIndex final : public mathexpr::IMathExprNameSource
 {
 public:

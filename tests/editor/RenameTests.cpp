@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// RenameTests.cpp - uses of a name, and renaming them without changing what a text means.
+// RenameTests.cpp - uses of a name, and renaming that does not change the meaning of a text.
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/Variables.h"
 #include "tests/MadeValues.h"
@@ -88,7 +88,7 @@ TEST(Rename, RefusesANameThatTheTextUses)
 TEST(Rename, RefusesWhatWouldBeReadOtherwise)
 {
     EXPECT_EQ(renamed(L"2*w + 1", L"w", L"size"), L"3 at 2+1");
-    EXPECT_EQ(renamed(L"w*2+w e+1", L"we", L"w"), L"w*2+w e+1");  // no use of it
+    EXPECT_EQ(renamed(L"w*2+w e+1", L"we", L"w"), L"w*2+w e+1");  // has no use of it
     EXPECT_EQ(renamed(L"w-1+w", L"w", L"size"), L"size-1+size");
     EXPECT_EQ(renamed(L"w-1+w+w", L"w", L"size"), L"3 at 4+1");
 }

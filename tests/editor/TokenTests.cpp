@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TokenTests.cpp - tokens cover every text, and say of it what the compiler says.
+// TokenTests.cpp - tokens cover every text and agree with the compiler.
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/MTExceptions.h"
@@ -21,7 +21,7 @@ namespace {
 using mathexpr::TextToken;
 using mathexpr::TokenKind;
 
-/// Number, Constant and so on, each by one letter; the blank is itself.
+/// The kinds as letters; a blank is itself.
 constexpr std::wstring_view letters = L"ncfvhuo(,a= s?";
 
 std::wstring kinds(const MathExpression& expression, const wchar_t* text)
@@ -95,7 +95,7 @@ TEST(Tokens, PairBrackets)
     const std::vector<TextToken> tokens = mathexpr::getTokens(edited.expression, L"(1*[2,(3))+ 4)");
     ASSERT_EQ(tokens.size(), 14U);
     EXPECT_EQ(tokens[0].partner, 13U);
-    EXPECT_EQ(tokens[3].partner, 9U);  // a square one and a round one
+    EXPECT_EQ(tokens[3].partner, 9U);  // "[" and ")"
     EXPECT_EQ(tokens[6].partner, 8U);
     EXPECT_EQ(tokens[8].partner, 6U);
     EXPECT_EQ(tokens[9].partner, 3U);
@@ -122,7 +122,7 @@ TEST(Tokens, OfATextBeyondTheLimitAreOne)
     EXPECT_EQ(kinds(edited.expression, L"1+222"), L"?");
 }
 
-/// What the tokens of a text say is held against what its compilation says.
+/// Compares the tokens of a text with the outcome of compiling it.
 void expectAgreement(const TypedText& typed)
 {
     EditedExpression edited(typed.host);
@@ -191,7 +191,7 @@ void expectAgreement(const TypedText& typed)
 
 TEST(Tokens, CoverEveryTextAndAgreeWithTheCompiler)
 {
-    const MessageRecorder shown;  // message 19 is, also when silent
+    const MessageRecorder shown;  // message 19 is shown even in silent mode
     std::size_t count = 0;
     forEachBeginning([&](const TypedText& typed) {
         ++count;

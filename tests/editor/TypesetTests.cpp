@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TypesetTests.cpp - what is set for chosen texts (typeset.txt), and what holds for all: XML that parses, braces that
-// balance, and MathML that reads back to the same program.
+// TypesetTests.cpp - the output for chosen texts (typeset.txt), and properties of all output: XML that parses, balanced
+// braces, and MathML that reads back to the same program.
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/Limits.h"
@@ -37,7 +37,7 @@ std::wstring mathMlOf(const MathExpression& expression, const std::wstring& text
     return mathexpr::typesetText(expression, text.c_str(), Notation::MathMl);
 }
 
-/// Without the element around the whole.
+/// Removes the outermost element.
 std::wstring bodyOf(const std::wstring& mathMl)
 {
     const std::wstring begin = L"<math xmlns=\"http://www.w3.org/1998/Math/MathML\">";
@@ -142,7 +142,7 @@ struct Element
     std::vector<Element> children;
 };
 
-/// Reads XML: elements, attributes, the five entities. What is not well-formed fails the test.
+/// Parses XML: elements, attributes, the five entities. Ill-formed XML fails the test.
 class XmlReader
 {
 public:
@@ -273,7 +273,7 @@ std::wstring rowOf(const std::vector<Element>& parts)
     return L'(' + joined(parts) + L')';
 }
 
-/// The text that an element sets, with brackets around everything.
+/// The text of an element, with brackets around everything.
 std::wstring expressionOf(const Element& element)
 {
     const auto part = [&](std::size_t index) { return L'(' + expressionOf(element.children[index]) + L')'; };
@@ -321,7 +321,7 @@ std::string programOf(MathExpression& expression)
 
 TEST(Typeset, ReadsBackToTheSameProgram)
 {
-    const MessageRecorder shown;  // message 19 is, also when silent
+    const MessageRecorder shown;  // message 19 is shown even in silent mode
     std::size_t count = 0;
     for (const TypedText& typed : languageTexts())
     {
@@ -349,7 +349,7 @@ bool isNested(const std::wstring& latex)
     {
         if (latex[at] == L'\\')
         {
-            ++at;  // an escaped brace is none
+            ++at;  // an escaped brace does not count
         }
         else if (latex[at] == L'{')
         {
@@ -363,7 +363,7 @@ bool isNested(const std::wstring& latex)
     return depth == 0;
 }
 
-/// Whether a comma stands in brackets that are no call's, as in "(1,2)": no notation has such a thing.
+/// Whether a comma is in brackets that are not a call's, as in "(1,2)"; no notation has this.
 bool hasStrayComma(const MathExpression& expression, const std::wstring& text)
 {
     std::vector<bool> isCall;
@@ -391,7 +391,7 @@ bool hasStrayComma(const MathExpression& expression, const std::wstring& text)
     return false;
 }
 
-/// Whether an assignment has no name, as in "=5", or stands behind something, as in "(1)x=2".
+/// Whether an assignment has no name, as in "=5", or follows something, as in "(1)x=2".
 bool assignsOddly(const MathExpression& expression, const std::wstring& text)
 {
     using mathexpr::TokenKind;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TypingTests.cpp - what is wrong with a text, how to mend it, the call around a cursor, and the item under it.
+// TypingTests.cpp - the failure of a text, its correction, the call at a cursor, and the item under it.
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/Limits.h"
@@ -26,7 +26,7 @@ using mathexpr::TokenKind;
 using mathexpr::TypingState;
 using mathexpr::ValueKind;
 
-/// An object that has the number width, the point origin, and a host that offers depth and knows 5.
+/// An object with the number width and the point origin, and a host that offers depth with the value 5.
 class Typing : public testing::Test
 {
 public:
@@ -86,7 +86,7 @@ TEST_F(Typing, KeepsTheLimitsAndTheGreatestInteger)
 {
     mathexpr::setLimits(edited.expression, {1, 0, 0});
     EXPECT_EQ(state(L""), TypingState::Unfinished);
-    EXPECT_EQ(state(L"-"), TypingState::Wrong);  // there is no room for what would have to follow
+    EXPECT_EQ(state(L"-"), TypingState::Wrong);  // nothing that could follow is accepted
     mathexpr::setLimits(edited.expression, {10, 3, 1});
     EXPECT_EQ(mathexpr::diagnoseText(edited.expression, L"1+2+3+4+5+6").failure.code,
               mathexpr::ParsingError::TextTooLong);
@@ -135,7 +135,7 @@ TEST(TypingDiagnostics, HaveFixesThatCompile)
     EXPECT_GT(count, 100U);
 }
 
-/// The diagnostic is the one that compiling into an object gives, and the object stays as it was.
+/// The diagnostic is the same as when compiling, and the object does not change.
 TEST(TypingDiagnostics, AreThoseOfCompiling)
 {
     const MessageRecorder shown;
@@ -173,7 +173,7 @@ TEST(TypingDiagnostics, CallNoBeginningOfAGoodTextWrong)
     {
         EditedExpression edited(whole.host);
         VALTYPE value;
-        const bool assignsLate = whole.text.find(L")x=") != std::wstring::npos;  // which needs a sign behind it
+        const bool assignsLate = whole.text.find(L")x=") != std::wstring::npos;  // needs an assignment sign after it
         if (whole.text.size() > 40 || assignsLate || !edited.compiles(whole.text))
         {
             continue;
@@ -331,7 +331,7 @@ TEST_F(Typing, ExplainsAndSignsEveryText)
     });
 }
 
-/// An item of the host's own, as an engine test may define it: nothing may run it to look at a value.
+/// An item of the host, which must not be called to show a value.
 class HostItem final : public IMathFunction
 {
 public:
@@ -342,7 +342,7 @@ public:
         ADD_FAILURE() << "the host's code has run";
         return true;
     }
-    std::wstring getSymbol() const override { return L"hosts2x"; }  // which is no conversion
+    std::wstring getSymbol() const override { return L"hosts2x"; }  // not a conversion
     std::uint32_t getNbArgs() const override { return 1; }
 };
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FloatingPointTests.cpp - a host with floating-point control words of its own sees no trap, the usual values, and its
-// words again after every call, every callback and every exception.
+// FloatingPointTests.cpp - a host with its own floating-point control words gets no trap and the usual values, and
+// finds its words unchanged after every call, every callback and every exception.
 
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
@@ -25,7 +25,7 @@
 
 namespace {
 
-/// Runs work with the words of a host, and answers the words that it left.
+/// Runs work with the words of a host, and returns the words afterwards.
 template <class Work>
 Words wordsAfter(const Words& words, Work work)
 {
@@ -38,7 +38,7 @@ Words wordsAfter(const Words& words, Work work)
     return Words::current();
 }
 
-/// The hosts, with the bits that this processor has.
+/// The hosts, with the bits that this processor supports.
 std::vector<Words> hostsHere()
 {
     std::vector<Words> words;
@@ -49,7 +49,7 @@ std::vector<Words> hostsHere()
     return words;
 }
 
-/// What a host with these words computes by itself.
+/// The result of a host with these words.
 double quotient(const Words& words, double dividend, double divisor)
 {
     volatile double numerator = dividend;
@@ -59,7 +59,7 @@ double quotient(const Words& words, double dividend, double divisor)
     return result;
 }
 
-/// A NaN with a sign and a payload, which arithmetic hands on.
+/// A NaN with a sign and a payload, which arithmetic propagates.
 double tellingNaN()
 {
     constexpr std::uint64_t bits = 0xFFF8'0000'0000'0123;
@@ -115,7 +115,7 @@ class ControlWords : public testing::TestWithParam<Words>
 protected:
     void SetUp() override
     {
-        // Messages are of no interest here, but that they are shown with the host's words in force.
+        // Checks only that messages are shown with the host's words in force.
         before = mathexpr::setMessageDisplay({[](void* context, std::uint32_t, const wchar_t*) {
                                                   static_cast<ControlWords*>(context)->whileShowing = Words::current();
                                               },
@@ -169,7 +169,7 @@ TEST_P(ControlWords, NeitherTrapNorChangeAValueThatIsNotFolded)
         VALTYPE found;
         ASSERT_TRUE(plain.setExpression(text) && guarded.setExpression(text));
         const bool expectedOk = plain.evaluate(expected);
-        // By the interpreter, by scalar code, and where the fast path would be free.
+        // With the interpreter, with scalar code, and on the fast path.
         for (int run = 0; run < 3; ++run)
         {
             bool foundOk = false;
@@ -195,7 +195,7 @@ TEST_P(ControlWords, AreTheHostsInItsService)
             VALTYPE result;
             inner.setExpression(L"1/3+exp(1000)") && inner.evaluate(result);
             seenAfterwards = Words::current();
-            fromCallback.set();  // what the service changes ends with its call
+            fromCallback.set();  // changes by the service end with its call
             value.x = 3;
             return true;
         }
@@ -230,7 +230,7 @@ TEST_P(ControlWords, AreTheHostsInItsNameSource)
             VALTYPE result;
             inner.setExpression(L"1/3+exp(1000)") && inner.evaluate(result);
             seen.push_back(Words::current());
-            fromCallback.set();  // what the name source changes ends with its call
+            fromCallback.set();  // changes by the name source end with its call
             return index < 2 ? L"width" : nullptr;
         }
     } names;
@@ -314,7 +314,7 @@ TEST_P(ControlWords, AreTheHostsWhileAMessageIsShown)
 
 INSTANTIATE_TEST_SUITE_P(Hosts, ControlWords, testing::ValuesIn(hostsHere()));
 
-// Otherwise the tests above would show nothing.
+// Otherwise the tests above would prove nothing.
 TEST(HostsWords, ChangeWhatTheHostComputes)
 {
     EXPECT_GT(quotient(roundsUp, 1.0, 3.0), quotient(librarys, 1.0, 3.0));
@@ -327,10 +327,10 @@ TEST(HostsWords, ChangeWhatTheHostComputes)
 #endif
 }
 
-#if !defined(__aarch64__)  // which keeps them in another register
+#if !defined(__aarch64__)  // which has them in another register
 TEST(StatusFlags, OfTheHostAreKeptWhereItsWordsDiffer)
 {
-    // Division by zero has happened, and will not be seen to have happened by an expression alone.
+    // The division by zero of an expression does not become visible in the host's flags.
     CMathExpr calculator;
     VALTYPE result;
     _mm_setcsr(0x1F80 | 0x4000 | 0x04);

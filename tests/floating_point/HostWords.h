@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HostWords.h - the floating-point control words that hosts may have, by architecture: how to set them and which to try.
+// HostWords.h - floating-point control words of hosts, by architecture: how to set them, and which ones to try.
 #pragma once
 
 #include "platform/FloatingPointGuard.h"
@@ -12,7 +12,7 @@
 #if defined(__x86_64__) || defined(_M_X64)
 #define HOST_WORDS_KNOWN
 
-/// Control words, without what has happened.
+/// Control words, without exception flags.
 struct Words
 {
     std::uint32_t mxcsr;
@@ -44,7 +44,7 @@ constexpr Words librarys{0x1F80, 0x037F};
 constexpr Words fromCallback{0x1F00, 0x037E};
 
 // Exceptions: invalid, denormal, division by zero, overflow, underflow, precision, from bit 0 of the x87 word and from
-// bit 7 of the other. A bit that is set masks.
+// bit 7 of the other. A set bit masks the exception.
 constexpr Words hosts[] = {
     {0x1F80, 0x037F},  // the library's own
     {0x1F80, 0x027F},  // 53 bits of precision in x87 registers
@@ -79,8 +79,9 @@ inline std::ostream& operator<<(std::ostream& out, const Words& words)
 constexpr Words librarys{0};
 constexpr Words fromCallback{0x0080'0000};  // rounds down
 
-// Bits 8 to 12 let invalid, division by zero, overflow, underflow and inexact trap, bit 15 denormal operands. Processors
-// that cannot trap, and QEMU, read them as zero. Bits 22 and 23: rounding; 24: flush to zero; 25: default NaN.
+// Bits 8 to 12 enable traps for invalid, division by zero, overflow, underflow and inexact, bit 15 for denormal
+// operands. Processors without traps, and QEMU, read them as zero. Bits 22 and 23: rounding; 24: flush to zero; 25:
+// default NaN.
 constexpr Words hosts[] = {
     {0},            // the library's own
     {0x0000'0700},  // invalid, division by zero, overflow trap

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// host_with_own_names.h - a host that has its own things under names that namespace mathexpr has as well.
+// host_with_own_names.h - a host with global names that also exist in namespace mathexpr.
 enum class RowStatus
 {
     Hidden,

@@ -18,7 +18,7 @@ bool isBoundary(wchar_t character)
     return boundaries.find(character) != std::wstring_view::npos;
 }
 
-/// The value of digits with at most one decimal point; nothing for any other token.
+/// The value of digits with at most one decimal point; nothing for other tokens.
 std::optional<double> numberOf(std::wstring_view token)
 {
     std::string digits;
@@ -49,7 +49,7 @@ std::size_t tokenEnd(std::wstring_view text, std::size_t start)
     return std::min(text.find_first_of(boundaries, start), text.size());
 }
 
-/// Whether the text after a token makes more of it than a value: a call, or a name to assign to.
+/// Whether the text after a token makes it a call or an assignment.
 bool continues(std::wstring_view rest)
 {
     return !rest.empty() && (rest[0] == L'(' || rest[0] == L'[' || (rest[0] == L'=' && rest.substr(0, 2) != L"=="));
@@ -83,7 +83,7 @@ std::wstring hideNumbers(std::wstring_view text, Bindings& host)
     return hidden;
 }
 
-/// Reads "[number,number,number]", each with or without a minus, where a point literal begins.
+/// Reads "[number,number,number]" with optional signs, if a point literal begins here.
 std::optional<VALTYPE> pointAt(std::wstring_view text, std::size_t& end)
 {
     VALTYPE value;

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Hiding.h - the same expression with its operands where the compiler cannot see them.
+// Hiding.h - rewrites an expression so that its operands are hidden from the compiler.
 //
-// A literal becomes a name that the host answers with the same value, so that nothing of it can be folded and every
-// item runs in the evaluator.
+// A literal becomes a name for which the host supplies the same value, so nothing is folded and every item runs in the
+// evaluator.
 #pragma once
 
 #include "tests/language/Row.h"
@@ -13,10 +13,10 @@
 
 enum class Hidden
 {
-    Numbers,  ///< Every numeric literal, those in point brackets too.
-    Points,   ///< Every point of three literals in point brackets, as a whole.
+    Numbers,  ///< Every numeric literal, including those in point brackets.
+    Points,   ///< Every point of three literals in brackets, as a whole.
 };
 
-/// Replaces what is to be hidden in a text, blanks removed.
-/// @param host  receives the names made and their values; names already there are not made again
+/// Replaces the literals of a text; blanks are removed.
+/// @param host  receives the new names and their values; existing names are reused
 std::wstring hideOperands(const std::wstring& text, Hidden what, Bindings& host);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// RecordingService.h - a host that answers from a list and keeps every name that it is asked for.
+// RecordingService.h - a host that knows the names of a list, and records every look-up.
 #pragma once
 
 #include "mathexpr/IMathExprService.h"
@@ -32,7 +32,7 @@ public:
         return true;
     }
 
-    /// The names asked for since the last call, in order.
+    /// The names looked up since the last call, in order.
     std::vector<std::wstring> takeAsked() { return std::exchange(asked, {}); }
 
     bool hasAnswered() const { return everAnswered; }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Row.h - one line of a data file: what to type, and what to expect of it. FORMAT.md tells how a row is written.
+// Row.h - a line of a data file: what to type, and the expected outcome. FORMAT.md describes the format.
 #pragma once
 
 #include "tests/language/Values.h"
@@ -15,7 +15,7 @@
 #include <variant>
 #include <vector>
 
-/// Names and their values. A name without a value is one that the host knows without writing a value.
+/// Names and their values. The host knows a name without a value, but writes no value for it.
 using Bindings = std::map<std::wstring, std::optional<VALTYPE>>;
 
 enum class Stage
@@ -24,7 +24,7 @@ enum class Stage
     Evaluate,
 };
 
-/// The newest entry of an exception, and how many entries there are.
+/// The newest entry of an exception, and the number of entries.
 struct ExpectedRecord
 {
     enum class Kind
@@ -44,25 +44,25 @@ struct ExpectedRecord
     bool operator==(const ExpectedRecord&) const = default;
 };
 
-/// A number anywhere between two bounds, which belong to it.
+/// Inclusive bounds on a number.
 struct ExpectedRange
 {
     double least = 0.0;
     double greatest = 0.0;
 };
 
-/// A refusal. With messages on, the message is shown and the answer is false; with messages off, the record is raised,
-/// or the answer is false where there is no record.
+/// A refusal. With messages, the message is shown and the call returns false; without, the exception is raised, or the
+/// call returns false if there is no exception.
 struct ExpectedFailure
 {
     Stage stage = Stage::Compile;
     std::optional<std::uint32_t> message;
-    bool messageAlways = false;  // shown with messages off, too
+    bool messageAlways = false;  // shown even without messages
     std::optional<ExpectedRecord> record;
-    bool raisedAlways = false;  // raised with messages on, too
+    bool raisedAlways = false;  // raised even with messages
 };
 
-/// What one evaluation is to give, after variables were changed in place.
+/// The expected outcome of an evaluation, after variables were changed in place.
 struct Outcome
 {
     Bindings changes;
@@ -70,7 +70,7 @@ struct Outcome
     std::string source;
 };
 
-/// A text to type, or one of the commands that a row may hold between texts.
+/// A text to type, or a command between texts.
 struct Step
 {
     enum class Kind
@@ -83,9 +83,9 @@ struct Step
     Kind kind = Kind::Expression;
     std::wstring text;
     std::uint32_t limit = 0;
-    std::vector<Outcome> written;                    // one: the same at every evaluation
-    std::optional<std::vector<Outcome>> hidden;      // with operands hidden; none: no such form
-    std::optional<std::vector<std::wstring>> asked;  // names that the host is asked for; none: any
+    std::vector<Outcome> written;                    // a single one: the same at every evaluation
+    std::optional<std::vector<Outcome>> hidden;      // with hidden operands; absent: there is no such form
+    std::optional<std::vector<std::wstring>> asked;  // names looked up in the host; absent: any
 };
 
 struct Row
@@ -93,11 +93,11 @@ struct Row
     int line = 0;
     std::string source;
     Bindings host;
-    std::optional<std::uint32_t> limit;  // of integer literals; only CMathExpr can be given one
+    std::optional<std::uint32_t> limit;  // on integer literals; only CMathExpr has one
     std::vector<Step> steps;
 };
 
-/// A line that is not a row: where, and what is wrong with it.
+/// A line that is not a row: its position, and what is wrong with it.
 struct RowError
 {
     int line = 0;

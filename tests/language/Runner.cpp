@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Runner.cpp - see Runner.h. A path is run step by step; the first step that differs ends it.
+// Runner.cpp - see Runner.h. A path runs step by step, and ends at the first difference.
 #include "tests/language/Runner.h"
 
 #include "mathexpr/CMathExpr.h"
@@ -19,7 +19,7 @@
 
 namespace {
 
-/// Nothing writes this value, so a result that still holds it was left alone.
+/// A value that no evaluation writes, so that an unchanged result is detected.
 constexpr VALTYPE untouched{0xA5, 0x5A, 0xA55A, 0xA5A5A5A5, -12345.678, 1e-300, 1e300};
 
 bool sameBytes(const VALTYPE& a, const VALTYPE& b)
@@ -46,7 +46,7 @@ std::string describe(const ExpectedRecord& record)
     return text.str();
 }
 
-/// What one call on an object did.
+/// The effects of a call on an object.
 struct Observed
 {
     Stage stage = Stage::Compile;
@@ -54,7 +54,7 @@ struct Observed
     VALTYPE value = untouched;
     std::vector<std::uint32_t> messages;
     std::optional<ExpectedRecord> raised;
-    std::string misplaced;  // a field of the exception that is never to be set, or a file that is not the raiser's
+    std::string misplaced;  // an exception's field that must not be set, or an unexpected file
 };
 
 std::string describe(const Observed& observed)
@@ -100,7 +100,7 @@ std::string misplacedIn(const MTExceptions<Data>& exception, const wchar_t* file
     return misplaced;
 }
 
-/// Calls, and keeps what came of it.
+/// Makes a call, and records its outcome.
 template <class Call>
 Observed observe(Stage stage, MessageRecorder& recorder, Call call)
 {
@@ -136,7 +136,7 @@ Observed observe(Stage stage, MessageRecorder& recorder, Call call)
     return observed;
 }
 
-/// A way through the library.
+/// A path through the library.
 struct Path
 {
     std::string name;
@@ -180,13 +180,13 @@ bool fits(const Outcome& outcome, const Observed& observed, bool silent, bool an
     return observed.messages == messages && observed.raised == (raises ? failure->record : std::nullopt);
 }
 
-/// Runs the steps of one row on one object, and keeps the first difference.
+/// Runs the steps of a row on one object, and records the first difference.
 class PathRun
 {
 public:
     PathRun(const Row& row, const Path& path, RowReport& report) : row(row), path(path), report(report) {}
 
-    /// @return whether the host answered a name
+    /// @return whether the host supplied a name
     bool throughMathExpression()
     {
         ++report.nbPaths;
@@ -306,7 +306,7 @@ private:
         return true;
     }
 
-    /// After a text that does not compile there is nothing to evaluate.
+    /// After a text that does not compile, there is nothing to evaluate.
     bool staysEmpty(const std::wstring& text, MathExpression& expression)
     {
         const Observed observed =
@@ -319,7 +319,7 @@ private:
         return true;
     }
 
-    /// Leaves traces of every kind that a later text must not see.
+    /// Leaves every kind of state that must not affect later texts.
     void useBefore(MathExpression& expression)
     {
         for (const wchar_t* const text : {L"[1,2,3]*7+[4,5,6]", L"1+2*(3", L"1/0", L"sin(30)+rand(0,1)", L"((2+3)*4,"})
@@ -370,7 +370,7 @@ bool holdsKind(const Row& row, Step::Kind kind)
     return false;
 }
 
-/// Whether CMathExpr can show all that the row expects: it compiles anew at every call.
+/// Whether CMathExpr can show everything that the row expects: it compiles again at every call.
 bool suitsOneShot(const Row& row)
 {
     for (const Step& step : row.steps)

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Runner.h - drives one row through every path in which it has a meaning.
+// Runner.h - runs a row through every path that applies to it.
 //
-// As written, where what is constant is folded; with its numbers hidden in host variables; with its points hidden; with
-// messages and silent; on a new object and on one that compiled and failed before; through MathExpression, and through
-// CMathExpr where the host has nothing to answer. Every program is evaluated at least twice.
+// The paths: as written, with constants folded; with numbers hidden in host variables; with points hidden; with
+// messages and silent; on a new object and on one with an earlier program and failure; with MathExpression, and with
+// CMathExpr if the host supplies nothing. Every program is evaluated at least twice.
 #pragma once
 
 #include "tests/language/Row.h"
@@ -15,8 +15,8 @@
 
 struct RowReport
 {
-    std::vector<std::string> failures;  // each: path, text, expected, got
-    std::size_t nbPaths = 0;            // through which the row was driven
+    std::vector<std::string> failures;  // each with path, text, expected and actual outcome
+    std::size_t nbPaths = 0;            // number of paths taken
 };
 
 RowReport runRow(const Row& row);

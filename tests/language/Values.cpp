@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Values.cpp - see Values.h. Numbers are read and written by <charconv>, so that no locale has a say.
+// Values.cpp - see Values.h. Reads and writes numbers with <charconv>, which is independent of the locale.
 #include "tests/language/Values.h"
 
 #include "tests/ReadNumber.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Values.h - values as the data files write them.
+// Values.h - values in the notation of the data files.
 //
 //     2.5  -0  inf  -inf  nan        a number, to the bit; nan is any NaN
 //     0x400921fb54442eea             a number by its 64 bits
@@ -17,17 +17,17 @@
 #include <string>
 #include <string_view>
 
-/// A value to compare with: every byte counts, but for the coordinates that may be any NaN.
+/// An expected value: every byte counts, except coordinates that may be any NaN.
 struct ExpectedValue
 {
     VALTYPE record;
     std::array<bool, 3> anyNan{};
 };
 
-/// Nothing when the text is not a value.
+/// Nothing if the text is not a value.
 std::optional<ExpectedValue> parseValue(std::string_view text);
 
 bool matches(const ExpectedValue& expected, const VALTYPE& actual);
 
-/// All of a record, so that two records which differ print differently.
+/// The whole record, so that different records print differently.
 std::string describe(const VALTYPE& value);

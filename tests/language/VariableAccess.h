@@ -3,9 +3,9 @@
 //
 // VariableAccess.h - changes a variable of an expression object in place, between two evaluations of one program.
 //
-// A host cannot do that (compiling an assignment would replace the program), while items that keep what their result
-// record held show themselves only there. The engine's session is private to the expression object; an explicit
-// instantiation may name a private member, and hands it out here.
+// Compiling an assignment would replace the program; only a change in place shows items that read the previous content
+// of their result. The engine's session is private to the expression object. An explicit instantiation may name a
+// private member, which gives access here.
 #pragma once
 
 #include "MTParserLib/MTParser.h"
@@ -29,7 +29,7 @@ inline MTParserRegistrar& registrarOf(MathExpression& expression)
     return parserOf(expression)->getRegistrar();
 }
 
-/// Writes the value where the variable holds it. The variable has to exist.
+/// Writes the value to the variable, which must exist.
 inline void setVariable(MathExpression& expression, std::wstring_view name, const VALTYPE& value)
 {
     *registrarOf(expression).getVariableValuePtr(name) = value;

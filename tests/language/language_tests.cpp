@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// language_tests.cpp - every data file is a test: each of its rows goes through every path.
+// language_tests.cpp - every data file is a test, which runs each row through every path.
 #include "tests/language/Runner.h"
 
 #include <gtest/gtest.h>

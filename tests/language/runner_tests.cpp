@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// runner_tests.cpp - the runner itself: it must notice every kind of difference, and refuse what is not a row.
+// runner_tests.cpp - tests of the runner: it must detect every kind of difference, and refuse lines that are not rows.
 #include "tests/language/Hiding.h"
 #include "tests/language/Runner.h"
 
@@ -24,7 +24,7 @@ std::size_t nbFailures(const std::string& text)
 
 TEST(Runner, DrivesARowThroughEveryPath)
 {
-    // Written and hidden, each with and without messages, on a new object and a used one, and twice CMathExpr.
+    // Written and hidden, each with and without messages, on a new and a used object; and two with CMathExpr.
     EXPECT_EQ(run("2+3 => 5").nbPaths, 4u + 4u + 2u);
     EXPECT_EQ(run("[1,2,3]*2 => [2,4,6]").nbPaths, 4u + 4u + 4u + 2u);
     EXPECT_EQ(run("@host x=1\nx => 1").nbPaths, 4u);
@@ -58,7 +58,7 @@ TEST(Runner, NoticesEveryDifferenceOnEveryPath)
 
 TEST(Runner, NoticesTheMessageWhereThereIsOne)
 {
-    // Half of the paths but CMathExpr's are silent.
+    // Half of the paths, except CMathExpr's, are silent.
     EXPECT_EQ(nbFailures("1/0 => !message 10"), 0u);
     EXPECT_EQ(nbFailures("1/0 => !message 11"), 6u);
     EXPECT_EQ(nbFailures("1/0 => !false"), 6u);
@@ -68,7 +68,7 @@ TEST(Runner, NoticesTheMessageWhereThereIsOne)
 TEST(Runner, NoticesEveryFieldOfAnException)
 {
     EXPECT_EQ(nbFailures("1+sin(1,2) => !message 3 parsing 7 pos=3 item=sin nbArgs=2"), 0u);
-    // The fields show where the object is silent, the message where it is not.
+    // The fields are visible if the object is silent, the message if it is not.
     EXPECT_EQ(nbFailures("1+sin(1,2) => !message 3 parsing 8 pos=3 item=sin nbArgs=2"), 2u);
     EXPECT_EQ(nbFailures("1+sin(1,2) => !message 3 parsing 7 pos=2 item=sin nbArgs=2"), 2u);
     EXPECT_EQ(nbFailures("1+sin(1,2) => !message 3 parsing 7 pos=3 item=cos nbArgs=2"), 2u);
@@ -77,7 +77,7 @@ TEST(Runner, NoticesEveryFieldOfAnException)
     EXPECT_EQ(nbFailures("1+sin(1,2) => !message 3 ~> none"), 2u);
     EXPECT_EQ(nbFailures("1+sin(1,2) => !message 4 parsing 7 pos=3 item=sin nbArgs=2"), 4u);
     EXPECT_EQ(nbFailures("1+sin(1,2) => !message 3 always parsing 7 pos=3 item=sin nbArgs=2"), 2u);
-    // At the right stage only; CMathExpr has but one.
+    // Only at the right stage; CMathExpr has a single stage.
     EXPECT_EQ(nbFailures("1+sin(1,2) => !message 3 at evaluate parsing 7 pos=3 item=sin nbArgs=2"), 4u);
 }
 

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PlatformMathTests.cpp - how far the platform's sin, pow and so on are from the true values (reference.py), in units
-// in the last place.
+// PlatformMathTests.cpp - the difference between the platform's sin, pow and so on and the true values (reference.py),
+// in units in the last place.
 //
-// Arithmetic and square roots are exact everywhere. These functions are not: they are those of the C library, or on
-// Windows of msvcrt.dll, and may round differently from one system to another. What the tests hold is how differently.
+// Arithmetic and square roots are exact everywhere. These functions are not: they belong to the C library, or on
+// Windows to msvcrt.dll, and may round differently on each system. The tests bound the difference.
 
 #include "mathexpr/MathExpression.h"
 
@@ -24,7 +24,7 @@
 
 namespace {
 
-/// Answers x and y.
+/// Supplies x and y.
 class Arguments : public IMathExprService
 {
 public:
@@ -42,7 +42,7 @@ double doubleOf(const std::string& digits)
     return std::bit_cast<double>(static_cast<std::uint64_t>(std::stoull(digits, nullptr, 16)));
 }
 
-/// How many doubles lie from one to the other, both finite.
+/// Number of doubles between two finite ones.
 std::uint64_t unitsBetween(double left, double right)
 {
     const auto place = [](double value) {
@@ -75,7 +75,7 @@ std::map<std::string, Distance> distances()
             numbers.push_back(doubleOf(digits));
         }
         std::copy(numbers.begin(), numbers.end() - 1, host.values);
-        MathExpression expression(true, &host);  // a new one: it would not ask for x again
+        MathExpression expression(true, &host);  // a new one, since it looks x up only once
         VALTYPE result;
         if (!expression.setExpression(std::wstring(text.begin(), text.end()).c_str()) || !expression.evaluate(result) ||
             !std::isfinite(result.x))
@@ -98,8 +98,7 @@ struct Bound
     std::uint64_t units;
 };
 
-// A function may be two doubles from the nearest one; what is multiplied by 180 and divided by pi afterwards widens
-// that by up to two more.
+// A function may be off by two doubles. A following multiplication by 180 and division by pi adds up to two more.
 // clang-format off
 constexpr Bound bounds[] = {
     {"sin(x)",   2},

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CommandTests.cpp - how the prompt reads its commands.
+// CommandTests.cpp - parsing of the prompt's commands.
 #include "tools/calc/prompt/PromptCommands.h"
 
 #include <gtest/gtest.h>

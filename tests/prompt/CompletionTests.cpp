@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CompletionTests.cpp - what the prompt offers, beside what the library accepts.
+// CompletionTests.cpp - the prompt's completions, compared with what the library accepts.
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/IMathFunction.h"
@@ -27,8 +27,8 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-/// A session with a number, a point and a number that many items refuse, whose host offers a number, a point and a name
-/// that no text can hold.
+/// A session with a number, a point, and a number that many items refuse. Its host offers a number, a point, and a name
+/// that no text can contain.
 class EditedSession
 {
 public:
@@ -76,7 +76,7 @@ bool offers(const std::string& before, const std::string& word)
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-/// Whether the library takes the text, but for values that an item is not defined for.
+/// Whether the library accepts the text, ignoring values outside an item's domain.
 bool isAccepted(const std::string& text)
 {
     MathExpression object(true, nullptr);
@@ -96,7 +96,7 @@ bool isAccepted(const std::string& text)
     }
 }
 
-/// A call of the function with as many arguments as one of its overloads takes.
+/// A call of the function for each of its overloads.
 Words callsOf(const std::string& symbol)
 {
     Words calls;
@@ -162,7 +162,7 @@ TEST(Completion, OffersWhatCanFollowAnAssignment)
     EXPECT_TRUE(offers("a=wi", "width"));
     EXPECT_TRUE(offers("width=p", "place"));
     EXPECT_TRUE(offers("a=b=p", "place"));
-    EXPECT_TRUE(offers("b = 2e+wi", "width"));  // a power of ten
+    EXPECT_TRUE(offers("b = 2e+wi", "width"));  // "2e+" is a power of ten
 }
 
 TEST(Completion, OffersPointsWherePointsAreNeededAndNumbersWhereNumbersAre)
@@ -229,7 +229,7 @@ TEST(Completion, HeedsTheLimitForWholeNumbers)
     EXPECT_EQ(complete(mathexpr::expressionOf(calculator), nullptr, "10+wi", "").candidates, Words());
 }
 
-// Every function at every place: what is offered there is accepted there, and what is not is refused.
+// For every function and position: it is offered if and only if it is accepted.
 TEST(Completion, OffersAFunctionWhereTheLibraryAcceptsACallOfIt)
 {
     struct Place

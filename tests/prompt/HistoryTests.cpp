@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HistoryTests.cpp - the file that keeps the lines of earlier sessions.
+// HistoryTests.cpp - the file with the lines of earlier sessions.
 #include "tools/calc/prompt/PromptHistory.h"
 
 #include <gtest/gtest.h>
@@ -64,8 +64,8 @@ TEST_F(History, IsKeptForItsOwnerAlone)
         EXPECT_EQ(history.takeTrouble(), "");
         EXPECT_EQ(history.lines(), Lines());
         history.add("1+2");
-        EXPECT_EQ(content(), "1+2\n");  // at once
-        history.add("1+2");             // not twice in a row
+        EXPECT_EQ(content(), "1+2\n");  // written at once
+        history.add("1+2");             // no consecutive duplicates
         history.add("h\xC3\xB6he=2");
     }
     EXPECT_EQ(modeOf(file), 0600U);
@@ -90,7 +90,7 @@ TEST_F(History, SkipsWhatIsNoText)
     write(std::string("1\n\xFF\xFE\nx\0y\n\n2\x1b\n3", 14));
     PromptHistory history(file);
     EXPECT_EQ(history.lines(), (Lines{"1", "3"}));
-    history.add("4");  // on a line of its own, though the last one had no end
+    history.add("4");  // on a new line, though the last one was incomplete
     EXPECT_EQ(PromptHistory(file).lines(), (Lines{"1", "3", "4"}));
 }
 
@@ -113,7 +113,7 @@ TEST_F(History, IsShortenedToTheNewestLines)
 
 TEST_F(History, ThatCannotBeReadOrWrittenGivesOneReason)
 {
-    std::filesystem::create_directories(file);  // a folder in its place
+    std::filesystem::create_directories(file);  // a folder instead of the file
     PromptHistory history(file);
     EXPECT_EQ(history.takeTrouble(), file + ": Is a directory");
     EXPECT_EQ(history.takeTrouble(), "");
@@ -150,7 +150,7 @@ TEST_F(History, HasItsUsualPlaceBelowTheUsersFolders)
     setenv("HOME", "/home/somebody", 1);
     setenv("XDG_STATE_HOME", "/state", 1);
     EXPECT_EQ(PromptHistory::usualFile(), "/state/mathexpr/history");
-    setenv("XDG_STATE_HOME", "relative", 1);  // which the standard says to ignore
+    setenv("XDG_STATE_HOME", "relative", 1);  // must be ignored, according to the standard
     EXPECT_EQ(PromptHistory::usualFile(), "/home/somebody/.local/state/mathexpr/history");
     unsetenv("XDG_STATE_HOME");
     EXPECT_EQ(PromptHistory::usualFile(), "/home/somebody/.local/state/mathexpr/history");

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// NoteTests.cpp - what is said beside a value, words of other programs, and text that is shown safely.
+// NoteTests.cpp - notes below values, words of other programs, and safe display of text.
 #include "tools/calc/report/AnswerNotes.h"
 #include "tools/calc/text/Displayable.h"
 #include "tools/calc/text/Wrapped.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// SessionTests.cpp - what lines do at the prompt, wherever they come from.
+// SessionTests.cpp - lines at the prompt, typed or loaded.
 #include "tools/calc/Calculator.h"
 #include "tools/calc/prompt/PromptSession.h"
 
@@ -18,7 +18,7 @@ namespace {
 
 using Next = PromptSession::Next;
 
-/// What was printed since it was made.
+/// Records what is printed during its lifetime.
 class Captured
 {
 public:
@@ -64,7 +64,7 @@ protected:
         session.emplace(options, *calculator);
     }
 
-    /// Standard output of one line, and then standard error.
+    /// Standard output of one line, followed by standard error.
     std::string run(const std::string& line)
     {
         if (!session)
@@ -97,7 +97,7 @@ const std::string unknownName = "A name is not known: check its spelling, or giv
 
 TEST_F(Session, KeepsTheLastValueAsAns)
 {
-    EXPECT_EQ(run("ans").substr(0, unknownName.size()), unknownName);  // not before the first value
+    EXPECT_EQ(run("ans").substr(0, unknownName.size()), unknownName);  // undefined before the first value
     EXPECT_EQ(run("2*3"), "6\n");
     EXPECT_EQ(run("ans+1"), "7\n");
     EXPECT_EQ(run("1/0").substr(0, 9), "The divis");
@@ -200,7 +200,7 @@ TEST_F(Session, ListsFamilies)
 TEST_F(Session, RunsTheLinesOfAFile)
 {
     const std::string name = file("lines.txt", "\xEF\xBB\xBF"
-                                               "a=2\r\n\n  \na*foo\n:vars\nans+1");  // the last one has no end
+                                               "a=2\r\n\n  \na*foo\n:vars\nans+1");  // the last line has no line end
     EXPECT_EQ(run(":load " + name), "2\na = 2\nans = 2\n3\n" + name + ":4: " + unknownName + "  a*foo\n    ^^^\n");
     EXPECT_EQ(run("a"), "2\n");
 }
@@ -313,7 +313,7 @@ TEST_F(Session, SavesTheLinesThatHadAValue)
     start({});
     EXPECT_EQ(run(":load " + name), "2\n6\n7\n");
     EXPECT_EQ(run(":vars"), vars);
-    EXPECT_EQ(run(":save " + name), "");  // it may be written again
+    EXPECT_EQ(run(":save " + name), "");  // it may overwrite its own file
     const std::string other = file("other.txt", "a=1\n");
     EXPECT_EQ(run(":save " + other), other + ": there is a file of that name, which :save has not written\n");
     EXPECT_NE(run(":save " + (folder / "nowhere" / "x").generic_string()), "");

@@ -14,7 +14,7 @@ namespace {
 struct Call
 {
     const char* typed;
-    const char* shown;  // with the current parameter between < and >; "none" outside of calls
+    const char* shown;  // with the current parameter between < and >; "none" outside calls
 };
 
 void PrintTo(const Call& call, std::ostream* out)
@@ -55,7 +55,7 @@ constexpr Call calls[] = {
     {")", "none"},
     {"2(", "none"},
     {"[1,2]", "none"},
-    {"sin(\xFF", "none"},  // no text
+    {"sin(\xFF", "none"},  // ill-formed text
 };
 
 class SignatureAt : public testing::TestWithParam<Call>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// UnitTests.cpp - questions about units, the names of units, and the search for them.
+// UnitTests.cpp - questions about units, names of units, and their search.
 #include "tools/calc/units/UnitAnswer.h"
 #include "tools/calc/units/UnitQuestion.h"
 #include "tools/calc/vocabulary/UnitNames.h"
@@ -50,7 +50,7 @@ constexpr Question questions[] = {
     {"-3 in to mm", "i2mm(-3) = -76.2"},
     {"3 in =mm", "i2mm(3) = 76.2"},
     {"3 in = mm", "i2mm(3) = 76.2"},
-    // Nothing is asked, or not with units that fit:
+    // No question, or units that do not match:
     {"", ""},
     {"3", ""},
     {"inch", ""},
@@ -93,7 +93,7 @@ TEST(Units, HaveNamesOfTheirOwn)
     }
 }
 
-/// The symbols of each group that is found, behind its title.
+/// The symbols of each group found, after its title.
 std::string found(const std::string& words)
 {
     std::string text;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ExpressionEditTests.cpp - the field of examples/qt, driven by keys, pointer and input method without a screen.
+// ExpressionEditTests.cpp - drives the edit box of examples/qt with keys, pointer and input method, without a screen.
 #include "InsertDialog.h"
 
 #include <QApplication>
@@ -19,7 +19,7 @@ namespace {
 const Model model{
     {"wall", 240}, {"door_width", 885}, {"corner", mathexpr::Point{1200, 800, 0}}, {"h\u00f6ha", 2}, {"\U0001D465", 7}};
 
-/// The formats that the field shows its text in, one for each unit of it.
+/// The formats of the field's text, one per code unit.
 QList<QTextCharFormat> formatsOf(const ExpressionEdit& edit)
 {
     QList<QTextCharFormat> formats(edit.text().size());
@@ -29,7 +29,7 @@ QList<QTextCharFormat> formatsOf(const ExpressionEdit& edit)
     return formats;
 }
 
-/// A letter for each unit: u where it is underlined.
+/// A letter per code unit: u if it is underlined.
 QString underlinesOf(const ExpressionEdit& edit)
 {
     QString marks;
@@ -38,7 +38,7 @@ QString underlinesOf(const ExpressionEdit& edit)
     return marks;
 }
 
-/// The same: b where the background is lit.
+/// The same: b if its background is highlighted.
 QString litOf(const ExpressionEdit& edit)
 {
     QString marks;
@@ -287,7 +287,7 @@ private slots:
             palette.setColor(QPalette::Base, base);
             palette.setColor(QPalette::Text, base.lightness() < 128 ? Qt::white : Qt::black);
             dialog->setPalette(palette);
-            for (const QTextCharFormat& format : formatsOf(*edit))  // all of it stands off the background
+            for (const QTextCharFormat& format : formatsOf(*edit))  // all text contrasts with the background
                 QVERIFY(std::abs(format.foreground().color().lightness() - base.lightness()) > 100);
             QCOMPARE(list->palette().color(QPalette::Base), base);
         }
@@ -319,7 +319,7 @@ private slots:
         QCOMPARE(list->topLevelItem(0)->text(1), "240");
         QVERIFY(list->geometry().top() > edit->mapToGlobal(QPoint(0, edit->height() - 1)).y());
         QTest::keyClicks(edit, "ll");
-        QVERIFY(!list->isVisible());  // nothing is left to complete
+        QVERIFY(!list->isVisible());  // nothing to complete
     }
 
     void does_not_open_for_a_number()
@@ -490,7 +490,7 @@ private slots:
     void opens_above_where_the_screen_ends()
     {
         const QRect screen = dialog->screen()->availableGeometry();
-        const int room = 3 * edit->height();  // for the tip, not for the list
+        const int room = 3 * edit->height();  // enough for the tip, not for the list
         dialog->move(0, screen.bottom() - room - edit->mapTo(dialog.get(), QPoint(0, edit->height())).y());
         QTest::keyClicks(edit, "sin(s");
         QVERIFY(list->isVisible() && tip->isVisible());
@@ -632,7 +632,7 @@ private slots:
     }
 
 private:
-    /// Rests the pointer on a character.
+    /// Moves the pointer over a character.
     void hover(int position)
     {
         QTextCursor cursor = edit->textCursor();

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// pictures.cpp - qt_pictures FOLDER REFERENCES - takes the pictures of the dialog of examples/qt that docs/embedding.md
-// shows: as it is filled in, with a mistake, and with the list and the tip open; light and dark. Each has to look like the
+// pictures.cpp - qt_pictures FOLDER REFERENCES - renders the pictures of the dialog of examples/qt for
+// docs/embedding.md: filled in, with an error, with the list and the tip open; light and dark. Each is compared with
+// the picture of that name in REFERENCES; a difference is reported and fails.
 // one of its name in REFERENCES; where one does not, it says so and fails.
 #include "InsertDialog.h"
 
@@ -18,8 +19,8 @@
 
 namespace {
 
-/// Whether two pictures show the same. Another version of the font or of Qt moves the edges of letters, which are few of
-/// the pixels; a colour, a text or a place that has changed is more of them.
+/// Whether two pictures show the same. Another version of the font or of Qt changes the edges of letters, which are few
+/// pixels; a changed colour, text or position affects more.
 bool isAlike(const QImage& one, const QImage& other)
 {
     if (one.size() != other.size())
@@ -54,7 +55,7 @@ QPalette paletteOf(bool isDark)
     return palette;
 }
 
-/// The dialog with what is open around it, on a desktop of one colour.
+/// The dialog and its open popups, on a plain background.
 QImage pictureOf(InsertDialog& dialog, bool isDark)
 {
     QList<QWidget*> shown{&dialog};

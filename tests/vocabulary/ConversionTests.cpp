@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ConversionTests.cpp - the unit conversions against conversions_reference.py, bit by bit, and against exact
+// ConversionTests.cpp - compares the unit conversions with conversions_reference.py, bit for bit, and with exact
 // arithmetic.
 #include "Items.h"
 
@@ -21,14 +21,14 @@ struct Value
 {
     double argument, result;
     bool hasExact;
-    double exactHigh, exactLow;  // the exact result is their sum
+    double exactHigh, exactLow;  // their sum is the exact result
 };
 
 struct Expectation
 {
     std::string kind;
-    double rounding;  // the relative error that rounding can cause
-    double mismatch;  // how far the constants of the formula are from the units' sizes
+    double rounding;  // bound on the relative error from rounding
+    double mismatch;  // relative error of the formula's constants
     std::vector<Value> values;
 };
 
@@ -70,7 +70,7 @@ std::map<std::string, Expectation> readExpectations()
     return expectations;
 }
 
-/// Every conversion with what is expected of it.
+/// Every conversion with its expected values.
 class Conversions : public testing::Test
 {
 protected:
@@ -172,7 +172,7 @@ TEST_F(Conversions, KindsAreAsRequired)
     });
 }
 
-/// The largest relative error met, and where.
+/// The largest relative error, and its conversion.
 struct Worst
 {
     double error = 0.0;
@@ -188,7 +188,7 @@ struct Worst
     }
 };
 
-// The acre is a literal of its own, and the conversions between it and the imperial areas count square feet instead.
+// The acre has a separate literal; the conversions between it and the imperial areas count square feet.
 const std::set<std::string> acreByCount{"sa2sf", "sa2si", "sa2sy", "sf2sa", "si2sa", "sy2sa"};
 
 TEST_F(Conversions, AreExactUpToRounding)

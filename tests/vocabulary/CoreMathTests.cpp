@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CoreMathTests.cpp - what the core functions compute, which fields they write, what they refuse and raise.
+// CoreMathTests.cpp - the core functions: results, written fields, refusals and exceptions.
 #include "MTParserLib/vocabulary/CoreMath.h"
 
 #include "Items.h"
@@ -159,7 +159,7 @@ TEST(Exp10Fct, IsPowToTheLastBit)
     {
         EXPECT_TRUE(yields(Exp10Fct{}, {number(x)}, withNumber(std::pow(opaque(10.0), opaque(x)))));
     }
-    // An exp10 of the standard library is one unit off at both.
+    // The standard library's exp10 is off by one unit for both.
     EXPECT_TRUE(yields(Exp10Fct{}, {number(-48)}, withNumber(std::pow(opaque(10.0), -48))));
     EXPECT_TRUE(yields(Exp10Fct{}, {number(-49.25)}, withNumber(std::pow(opaque(10.0), -49.25))));
 }
@@ -224,7 +224,7 @@ TEST(FactorialFct, MultipliesWhatTheResultHolds)
     EXPECT_TRUE(yields(FactorialFct{}, {number(2)}, withNumber(stale().x)));
     EXPECT_TRUE(yields(FactorialFct{}, {number(3)}, withNumber(stale().x * 2)));
     EXPECT_TRUE(yields(FactorialFct{}, {number(5)}, number(-0.0), number(-0.0)));
-    // The factors run downward, which shows in the last bits.
+    // The factors are multiplied in descending order, which affects the last bits.
     double product = 0.1;
     for (double factor = 29; factor >= 2; --factor)
     {

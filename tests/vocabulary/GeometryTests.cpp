@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// GeometryTests.cpp - what the geometry functions compute, which fields they write, what they refuse.
+// GeometryTests.cpp - the geometry functions: results, written fields, refusals.
 #include "MTParserLib/vocabulary/Geometry.h"
 
 #include "Items.h"
@@ -49,7 +49,7 @@ TEST(dist, IsTheDistance)
 
 TEST(dist, SumsTheSquaresInOrder)
 {
-    // 1e16 + 1 is 1e16, so the order decides whether the ones are lost.
+    // 1e16 + 1 is 1e16, so the order of summation matters.
     EXPECT_TRUE(yields(dist{}, {origin, point(1e8, 1, 1)}, withConverted(std::sqrt(opaque(1e16)))));
     EXPECT_TRUE(yields(dist{}, {origin, point(1, 1, 1e8)}, withConverted(std::sqrt(opaque(1e16 + 2)))));
 }

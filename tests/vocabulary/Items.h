@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Items.h - how the tests call an item, and what they expect of the record that it fills.
+// Items.h - calls items, and compares the records that they fill.
 //
-// An item writes the fields that it means to set and no others. So every call gets a result record in which each byte
-// holds something, and the whole record is compared: an expectation is that record with the named fields changed.
+// An item writes only the fields that it sets. So every call gets a result record without zero bytes, and the whole
+// record is compared: an expectation is that record with the named fields changed.
 #pragma once
 
 #include "MTParserLib/MTParserDefFuncs.h"
@@ -25,7 +25,7 @@
 inline constexpr double infinity = std::numeric_limits<double>::infinity();
 inline constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// The value, out of the compiler's sight: it cannot compute with it before the program runs.
+/// Returns the value, hidden from the compiler, so that it cannot compute with it at compile time.
 double opaque(double value);
 
 inline std::uint64_t bitsOf(double value)
@@ -33,13 +33,13 @@ inline std::uint64_t bitsOf(double value)
     return std::bit_cast<std::uint64_t>(value);
 }
 
-/// A number with the second flag, as a conversion yields it.
+/// A number with the second flag, as from a conversion.
 VALTYPE converted(double x);
 
-/// A record that a call has left behind: no byte is zero, and type is neither number nor point.
+/// A stale record: no byte is zero, and type is neither number nor point.
 VALTYPE stale();
 
-// What an item leaves of a stale record.
+// A stale record after an item has written some fields.
 VALTYPE withX(double x);
 VALTYPE withNumber(double x);
 VALTYPE withConverted(double x);
@@ -54,7 +54,7 @@ void PrintTo(const VALTYPE& value, std::ostream* out);
 testing::AssertionResult yields(const IMathExprItemEvaluator& item, const std::vector<VALTYPE>& args,
                                 const VALTYPE& expected, const VALTYPE& onEntry = stale());
 
-/// Whether the item refuses the arguments, with exactly that message or without one, and leaves the record alone.
+/// Whether the item refuses the arguments, with exactly that message or without one, and leaves the record unchanged.
 testing::AssertionResult refuses(const IMathExprItemEvaluator& item, const std::vector<VALTYPE>& args,
                                  std::uint32_t message);
 
@@ -63,10 +63,10 @@ testing::AssertionResult refuses(const IMathExprItemEvaluator& item, const std::
 testing::AssertionResult raises(const IMathExprItemEvaluator& item, const std::vector<VALTYPE>& args,
                                 std::uint32_t line);
 
-/// The line of the exception that the item raises for these arguments; 0 when it raises none.
+/// The line in the exception that the item raises for these arguments; 0 if it raises none.
 std::uint32_t raisedLine(const IMathExprItemEvaluator& item, const std::vector<VALTYPE>& args);
 
-/// The vocabulary as a registrar holds it.
+/// The vocabulary in a registrar.
 class RegisteredVocabulary
 {
 public:
@@ -80,5 +80,5 @@ private:
     MTParserRegistrar registrar;
 };
 
-/// For messages of the tests; the texts of the vocabulary are ASCII.
+/// For test messages; the texts of the vocabulary are ASCII.
 std::string narrow(const std::wstring& text);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LineIntersectionTests.cpp - the bounds and the codes of the line intersection, each from both sides.
+// LineIntersectionTests.cpp - the tolerances and codes of the line intersection, from both sides.
 #include "MTParserLib/vocabulary/LineIntersection.h"
 
 #include "Items.h"
@@ -21,7 +21,7 @@ struct Outcome
     VALTYPE meeting;
 };
 
-/// On entry the record holds z, which the routine compares with the z of the endpoints.
+/// On entry the record contains z, which is compared with the z of the endpoints.
 Outcome intersect(const Line& first, const Line& second, double z = 0.0)
 {
     Outcome outcome{Intersection::None, stale()};
@@ -66,7 +66,7 @@ TEST(LineIntersection, SteepAndFlatLinesTradePlaces)
     EXPECT_TRUE(meetsAt(intersect(upward, {point(-1, 6, 100), point(1, 6, 200)}), Intersection::OnSecond, 0, 6, 150));
 }
 
-// Where a segment is as high as it is wide, z goes by x. By y it would round otherwise here.
+// If a segment is as high as wide, z is interpolated along x. Along y, rounding would differ here.
 TEST(LineIntersection, ZOfADiagonalGoesByX)
 {
     const Line diagonal{point(30.5, -9.4, 0), point(7.4, -32.5, 7)};
@@ -98,7 +98,7 @@ TEST(LineIntersection, ParallelLines)
 
 TEST(LineIntersection, DeterminantWithinTheToleranceIsZero)
 {
-    // Powers of two apart, so that the determinant is the tolerance itself.
+    // Lengths are powers of two, so that the determinant equals the tolerance.
     const Line small{point(0, 0, 0), point(1.0 / 1024, 0, 0)};
     EXPECT_TRUE(meetsNowhere(small, {point(0, 0, 0), point(0, 1e-11 * 1024, 0)}));
     const double beyond = std::nextafter(1e-11, 1.0);
@@ -107,7 +107,7 @@ TEST(LineIntersection, DeterminantWithinTheToleranceIsZero)
 
 TEST(LineIntersection, EndpointsThatCoincide)
 {
-    // Long enough for a determinant beyond the tolerance, and yet relatively at one place.
+    // Long enough for a determinant above the tolerance, but relatively at the same place.
     const Line far{point(0, 0, 0), point(0, 1e6, 0)};
     EXPECT_TRUE(meetsNowhere({point(1e6, 0, 0), point(1e6 + 1e-6, 0, 0)}, far));
     EXPECT_TRUE(meetsNowhere(far, {point(1e6, 0, 0), point(1e6 + 1e-6, 0, 0)}));
@@ -118,7 +118,7 @@ TEST(LineIntersection, EndpointsThatCoincide)
 
 TEST(LineIntersection, RelativeBoundBelongsToApart)
 {
-    // 2 * 1e-11 is exactly the difference, so the bound itself counts as apart; half of it does not.
+    // The difference is exactly 2 * 1e-11; at that bound the points are distinct, at half of it they are not.
     const double bound = 2.0 * 1e-11;
     const double reference = 2.0;
     const double at = reference - bound;
@@ -151,13 +151,13 @@ TEST(LineIntersection, SlopesWithinTheTolerance)
 
 TEST(LineIntersection, SlopeOfATinyLineIsZero)
 {
-    // Apart for the endpoint test, but of no direction for the slope, which then is that of an upward line.
+    // Distinct for the endpoint test, but without a direction for the slope, which is then that of an upward line.
     EXPECT_TRUE(meetsNowhere({point(1e-4, 0, 0), point(1e-4 + 1e-12, 0, 0)}, {point(0, 0, 0), point(0, 1000, 0)}));
 }
 
 TEST(LineIntersection, SlopeOfAFlatLineIsHuge)
 {
-    // Both rise by less than the tolerance, so both slopes count as one, although the determinant is not zero.
+    // Both rise by less than the tolerance, so both slopes count as equal, although the determinant is not zero.
     EXPECT_TRUE(meetsNowhere({point(0, 0, 0), point(1e6, 0, 0)}, {point(0, 0, 0), point(1e6, 9e-12, 0)}));
     EXPECT_NE(intersect({point(0, 0, 0), point(1e6, 0, 0)}, {point(0, 0, 0), point(1e6, 1e-11, 0)}).code,
               Intersection::None)
@@ -184,7 +184,7 @@ TEST(LineIntersection, TheBoundBeyondTheEndIsOn)
 
 TEST(LineIntersection, EndpointTestReadsZOnEntry)
 {
-    // Beyond the end by more than the product allows, and yet relatively at the endpoint, if its z is.
+    // Beyond the end by more than the product allows, but relatively at the endpoint, if its z is.
     const Line longLine{point(0, 0, 0), point(1e6, 0, 5)};
     const double x = 1e6 + 1e-6;
     const Line beside{point(x, 1, 9), point(x, 2, 11)};

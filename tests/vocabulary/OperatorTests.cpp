@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// OperatorTests.cpp - what the sixteen operators compute, which fields they write, what they refuse.
+// OperatorTests.cpp - the sixteen operators: results, written fields, refusals.
 #include "MTParserLib/vocabulary/Operators.h"
 
 #include "Items.h"
@@ -186,7 +186,7 @@ TEST(ModuloOp, ReadsXOfPoints)
 struct Comparison
 {
     const IMathOperator& item;
-    double below, equal, above;  // what it yields for 1 and 2, for 1 and 1, for 2 and 1
+    double below, equal, above;  // results for 1 and 2, for 1 and 1, for 2 and 1
     double withNan;
 };
 

@@ -3,8 +3,8 @@
 //
 // VocabularyTests.cpp - names, strings, counts and order of the whole vocabulary, and the lines of its exceptions.
 //
-// The classes hold their strings in full. Here the same strings are stated a second time, those of the conversions as
-// rules with exceptions, so that a slip in either shows.
+// The classes contain their strings in full. The same strings are stated a second time here, those of the conversions
+// as rules with exceptions, so that a typing error in either is found.
 #include "Items.h"
 
 #include "MTParserLib/vocabulary/Conversions.h"
@@ -102,7 +102,7 @@ const std::vector<ExpectedFunction> lastFunctions{
 
 using Words = std::map<std::wstring, std::wstring>;
 
-/// A family of conversions: which units are converted into which, in the order of registration.
+/// A family of conversions: its units, in the order of registration.
 struct Family
 {
     std::vector<std::pair<std::wstring, std::vector<std::wstring>>> targetsBySource;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// standard_library.h - what test programs take from C++20's standard library and emscripten's, of LLVM 13, does not have.
-// It is included before everything else, for WebAssembly only.
+// standard_library.h - parts of C++20's standard library that test programs use and that emscripten's, of LLVM 13,
+// lacks. Included before everything else, for WebAssembly only.
 #pragma once
 
 #if defined(__cplusplus)
@@ -30,7 +30,7 @@ inline from_chars_result from_chars(const char* first, const char* last, double&
     return {result.ptr, result.ec};
 }
 
-/// As many digits as tell any two numbers apart, for messages.
+/// As many digits as distinguish any two numbers, for messages.
 inline to_chars_result to_chars(char* first, char* last, double value)
 {
     return {first + snprintf(first, static_cast<size_t>(last - first), "%.17g", value), errc()};

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BoxReport.h - what the watching process tells the test about a message box, in memory that both share.
+// BoxReport.h - data about message boxes, from the watcher process to the test, in shared memory.
 #pragma once
 
 #include <string>
@@ -10,12 +10,12 @@
 
 struct BoxReport
 {
-    volatile LONG watching;  // set by the watcher once it looks
-    volatile LONG stop;      // set by the test when it no longer waits for a box
-    LONG found;              // how many boxes were seen and dismissed
+    volatile LONG watching;  // set by the watcher when it starts
+    volatile LONG stop;      // set by the test when it expects no more boxes
+    LONG found;              // number of boxes seen and dismissed
     LONG buttons;            // of the last box
-    LONG ownerDisabled;      // whether its owner took no input while it was shown
-    LONG exclamationMark;    // whether it showed an icon
+    LONG ownerDisabled;      // whether its owner was disabled while it was shown
+    LONG exclamationMark;    // whether it had an icon
     ULONG_PTR owner;         // window handle, 0: none
     wchar_t text[512];
     wchar_t title[256];

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BoxWatch.h - watches, from another process, for the message boxes of this one or of a given one. Boxes are read and
+// BoxWatch.h - watches for message boxes of this process or of a given one, from another process. Boxes are read and
 // dismissed.
 #pragma once
 
@@ -48,13 +48,13 @@ public:
         CloseHandle(memory);
     }
 
-    /// How many boxes have been seen so far. A box is counted before it is dismissed, so none is missed.
+    /// Number of boxes so far. A box is counted before it is dismissed, so none is missed.
     LONG count() const { return report->found; }
 
-    /// What the last box showed.
+    /// The last box.
     const BoxReport& last() const { return *report; }
 
-    /// Forgets what has been seen.
+    /// Discards what has been recorded.
     void clear()
     {
         report->found = 0;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// InterfaceTests.cpp - text in UTF-16, names as Windows compares them, and objects in several threads.
+// InterfaceTests.cpp - UTF-16 text, names as Windows compares them, and objects on several threads.
 
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/SMTDefExcepData.h"
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Answers every name with 5, and keeps the names.
+/// Supplies 5 for every name, and records the names.
 class Recorder : public IMathExprService
 {
 public:
@@ -86,7 +86,7 @@ TEST(Names, OfConstantsAndFunctionsAreComparedAsWindowsDoes)
 {
     const Recorder host;
     MathExpression expression(true, &host);
-    // A joiner of width zero means nothing to the comparison.
+    // The comparison ignores a zero-width joiner.
     EXPECT_EQ(valueOf(expression, L"p\u200Di"), 3.14159265359);
     EXPECT_EQ(valueOf(expression, L"sq\u200Drt(16)"), 4);
     EXPECT_TRUE(host.names.empty());
@@ -101,7 +101,7 @@ TEST(Names, OfVariablesFoldTheLettersAToZOnly)
     EXPECT_EQ(valueOf(expression, L"width*2"), 14);
     EXPECT_EQ(valueOf(expression, L"\u00C4=8"), 8);
     EXPECT_THROW(expression.setExpression(L"\u00E4*2"), mathexpr::ParsingException);
-    // A letter with its accent, as one character and as two, are two variables.
+    // A letter with its accent, as one character and as two, names two variables.
     EXPECT_EQ(valueOf(expression, L"\u00E9=9"), 9);
     EXPECT_THROW(expression.setExpression(L"e\u0301*2"), mathexpr::ParsingException);
 }

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LibraryMemoryTests.cpp - memory that runs out inside the DLL: std::bad_alloc arrives at the host, whose count of exceptions
+// LibraryMemoryTests.cpp - memory runs out inside the DLL: std::bad_alloc reaches the host, whose count of exceptions
 // stays right.
 //
-// The DLL has an operator new of its own. What it asks the system's C library for memory with is an entry in its table
-// of imports, and the tests put a function of their own there.
+// The DLL has its own operator new. It allocates through an entry in its import table, which the tests replace by a
+// function of their own.
 
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
@@ -49,7 +49,7 @@ void* limitedCalloc(std::size_t count, std::size_t size)
     return memory == nullptr ? nullptr : std::memset(memory, 0, count * size);
 }
 
-/// While one lives, the DLL's memory can be limited.
+/// Limits the DLL's memory during its lifetime.
 struct LimitedMemory
 {
     ReplacedImport malloc{L"mathexpr.dll", "malloc", &limitedMalloc};
@@ -65,7 +65,7 @@ protected:
     }
     void TearDown() override { mathexpr::setMessageDisplay(before); }
 
-    /// Makes ready, and calls work with no memory, with one block, with two... until it gets through.
+    /// Calls prepare, then work with no memory, with one block, with two... until work succeeds.
     template <class Prepare, class Work>
     void expectBadAlloc(Prepare prepare, Work work)
     {
@@ -127,7 +127,7 @@ TEST_F(Memory, RunsOutWhileACalculatorIsCopied)
 {
     const auto pending = [] {
         auto subject = newSubject();
-        // What waits to be assigned is copied, too, and the name is too long for the text to hold it itself.
+        // The pending assignment is copied, too; its name is too long for the string's internal buffer.
         subject->calculator.Calculate(L"a_name_of_many_letters.b=3", subject->result, 2147483647);
         return subject;
     };
@@ -185,7 +185,7 @@ TEST_F(Memory, RunsOutInBulkEvaluation)
     });
 }
 
-// What is kept of a thread's exceptions is made when the thread meets its first.
+// A thread's exception state is allocated at its first exception.
 TEST_F(Memory, RunsOutForAThreadsFirstException)
 {
     const LimitedMemory limited;
@@ -207,8 +207,8 @@ TEST_F(Memory, RunsOutForAThreadsFirstException)
     EXPECT_GE(nbRefused, 2);
 }
 
-/// Holds so many exceptions at once, each of which left the library when there was no memory. There is some again soon
-/// after the last one was asked for.
+/// Holds depth exceptions at once, each of which left the library while there was no memory. Memory becomes available
+/// soon after the last one was requested.
 int nbHeld(int depth)
 {
     std::thread relief;
@@ -236,14 +236,14 @@ int nbHeld(int depth)
     return held;
 }
 
-// Memory for 16 exceptions is kept ready. The seventeenth waits.
+// The reserve holds 16 exceptions. The seventeenth waits.
 TEST_F(Memory, RunsOutForMoreExceptionsThanAreKeptReady)
 {
     const LimitedMemory limited;
     EXPECT_EQ(nbHeld(16 + 1), 16 + 1);
     allowed = unlimited;
     EXPECT_EQ(std::uncaught_exceptions(), 0);
-    EXPECT_EQ(nbHeld(16 + 1), 16 + 1);  // all have been given back
+    EXPECT_EQ(nbHeld(16 + 1), 16 + 1);  // all have been released
     allowed = unlimited;
 }
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LoadedLibrary.h - the library as a host that loads it at run time sees it.
+// LoadedLibrary.h - the library, loaded at run time.
 #pragma once
 
 #include "mathexpr/CMathExpr.h"
@@ -15,7 +15,7 @@
 class LoadedLibrary
 {
 public:
-    /// @param path  full path of mathexpr.dll, whose folder is searched for what it needs
+    /// @param path  full path of mathexpr.dll; its folder is searched for its dependencies
     explicit LoadedLibrary(const std::wstring& path)
         : module(LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH))
     {}
@@ -31,7 +31,7 @@ public:
 
     explicit operator bool() const { return module != nullptr; }
 
-    /// Computes one text with a calculator that lives for this call.
+    /// Computes a text with a new calculator.
     bool calculate(const wchar_t* text, VALTYPE& result) const
     {
         const mathexpr::HostRuntime host;

@@ -21,7 +21,7 @@
 
 namespace {
 
-/// A copy of the library in a folder of its own, without its resource library.
+/// A copy of the library in a separate folder, without its resource library.
 class LibraryCopy
 {
 public:
@@ -41,7 +41,7 @@ private:
 
 TEST(Loading, IsRefusedWithoutTheResourceLibrary)
 {
-    // One stands in the folder of the program, which is also the current directory and on the search path.
+    // There is one in the program's folder, which is also the current directory and on the search path.
     SetCurrentDirectoryW(programFolder().c_str());
     ASSERT_NE(GetFileAttributesW(L"MathExprRes.dll"), INVALID_FILE_ATTRIBUTES);
     const std::wstring searchPath = programFolder();
@@ -78,7 +78,7 @@ TEST(Loading, SucceedsWithTheResourceLibraryBesideIt)
     EXPECT_EQ(watch.count(), 0);
 }
 
-// The vocabulary is made by the first call. It is so slow here that the second one comes meanwhile.
+// The first call creates the vocabulary. It is slowed down so that the second call arrives meanwhile.
 TEST(Loading, MakesTheVocabularyOnceForTwoThreads)
 {
     LibraryCopy copy;
@@ -131,14 +131,14 @@ TEST(Loading, LeavesNothingBehindAThousandTimes)
         const LoadedLibrary library(copy.path());
         VALTYPE result;
         ASSERT_TRUE(library && library.calculate(L"a=sin(30)+[1,2,3]*[4,5,6]", result));
-        // A thread that computes and ends while the library is loaded, and an exception that leaves it.
+        // A thread that computes and ends while the library is loaded, and an exception that leaves the library.
         std::thread([&library] {
             VALTYPE point;
             EXPECT_TRUE(library.calculate(L"[1,2,3]*2", point));
         }).join();
         EXPECT_THROW(library.calculate(L"sin([1,2,3])", result), mathexpr::ParsingException);
     };
-    // Wine does not count handles, but it hands out the lowest number that is free, as Windows does.
+    // Wine does not count handles, but it assigns the lowest free number, as Windows does.
     const auto measure = [](ULONG_PTR& handles, SIZE_T& memory) {
         HANDLE next = CreateEventW(nullptr, FALSE, FALSE, nullptr);
         handles = reinterpret_cast<ULONG_PTR>(next) / 4;
@@ -164,10 +164,10 @@ TEST(Loading, LeavesNothingBehindAThousandTimes)
     std::printf("handles %llu -> %llu, working set %llu -> %llu bytes\n",
                 static_cast<unsigned long long>(handlesBefore), static_cast<unsigned long long>(handlesAfter),
                 static_cast<unsigned long long>(memoryBefore), static_cast<unsigned long long>(memoryAfter));
-    // The lowest free number goes up and down by some handles that Wine itself keeps or has not closed yet, such as
-    // those of threads that end. A leak of one handle a load would be 1,000.
+    // The lowest free number varies by some handles that Wine itself keeps or has not closed yet, such as those of
+    // ended threads. A leak of one handle per load would be 1,000.
     EXPECT_LE(handlesAfter, handlesBefore + 100);
-    // A leak of one mapping of the resource library alone would be 28 MB.
+    // A leak of a single mapping of the resource library per load would be 28 MB.
     EXPECT_LE(memoryAfter, memoryBefore + 1024 * 1024);
     EXPECT_EQ(GetModuleHandleW(L"mathexpr.dll"), nullptr);
 }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MessageBoxTests.cpp - every message in its real box, found and dismissed by another process.
+// MessageBoxTests.cpp - every message in its real box, which another process finds and dismisses.
 
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/MessageDisplay.h"
@@ -93,7 +93,7 @@ TEST(MessageBoxes, AreNotShownWhenSilentButForTheIntegerLimit)
         catch (const mathexpr::ParsingException&)
         {}
         EXPECT_FALSE(compiled);
-        Sleep(40);  // several looks of the watching process
+        Sleep(40);  // several polls of the watcher
         EXPECT_EQ(watch.count(), message == 19 ? 1 : 0);
     }
     EXPECT_EQ(watch.last().text, textOfResource(19));

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// PackageTests.cpp - the samples of the unpacked package, as programs that a German user starts.
+// PackageTests.cpp - the samples of the unpacked package, run as a German user would.
 //
-// MATHEXPR_PACKAGE names the folder, MATHEXPR_SAMPLES the one with the samples' programs. The user's language is that
+// MATHEXPR_PACKAGE is the package's folder, MATHEXPR_SAMPLES that of the samples' programs. The user's language is that
 // of the session.
 
 #include "MathExprRes/MessageTexts.h"
@@ -28,7 +28,7 @@ struct Outcome
     std::wstring text;
 };
 
-/// Runs a program in the package's bin, while its boxes are watched.
+/// Runs a program in the package's bin, with its boxes watched.
 Outcome run(const std::wstring& program, const std::wstring& arguments)
 {
     const std::wstring path = environment(L"MATHEXPR_SAMPLES") + L"\\" + program;

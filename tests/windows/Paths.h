@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Paths.h - where this program is, and a folder of its own to put copies of libraries into.
+// Paths.h - this program's path, and a temporary folder for copies of libraries.
 #pragma once
 
 #include <stdexcept>
@@ -18,7 +18,7 @@ inline std::wstring programFolder()
     return text.substr(0, text.find_last_of(L'\\') + 1);
 }
 
-/// The name of this program without its ending.
+/// The name of this program without extension.
 inline std::wstring programTitle()
 {
     wchar_t path[1024];
@@ -28,7 +28,7 @@ inline std::wstring programTitle()
     return text.substr(0, text.find_last_of(L'.'));
 }
 
-/// A folder for copies of libraries, removed with them at the end.
+/// A folder for copies of libraries, removed with its contents at the end.
 class ScratchFolder
 {
 public:
@@ -60,7 +60,7 @@ public:
         RemoveDirectoryW(folder.c_str());
     }
 
-    /// Copies a file of the program's folder here.
+    /// Copies a file from the program's folder.
     void copy(const std::wstring& name, const std::wstring& as = {})
     {
         if (!CopyFileW((programFolder() + name).c_str(), (folder + (as.empty() ? name : as)).c_str(), FALSE))

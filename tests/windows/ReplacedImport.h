@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReplacedImport.h - puts a function of the tests' in the place of one that a library imports.
+// ReplacedImport.h - replaces a function that a library imports by one of the tests.
 #pragma once
 
 #include <cstring>
@@ -10,7 +10,7 @@
 
 #include <windows.h>
 
-/// The entry of a module's table of imports that holds the address of a function; null when it has none.
+/// The entry in a module's import table for a function; null if there is none.
 inline void** importedFunction(HMODULE module, const char* name)
 {
     auto* const base = reinterpret_cast<unsigned char*>(module);
@@ -35,7 +35,7 @@ inline void** importedFunction(HMODULE module, const char* name)
     return nullptr;
 }
 
-/// While one lives, a module calls another function than the one that it imports.
+/// During its lifetime, a module calls another function instead of the imported one.
 class ReplacedImport
 {
 public:

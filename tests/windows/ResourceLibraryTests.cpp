@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ResourceLibraryTests.cpp - TarnUInfo opens what stands beside its caller, which is this program, and nothing else.
+// ResourceLibraryTests.cpp - TarnUInfo opens files in the folder of its caller, which is this program, and no others.
 
 #include "TarnUInfo/TarnUInfo.h"
 #include "tests/windows/Paths.h"
@@ -38,7 +38,7 @@ TEST(ResourceLibrary, IsOpenedForItsResourcesOnly)
 {
     HMODULE library = LoadResourceDll(L"MathExprRes.dll");
     ASSERT_NE(library, nullptr);
-    // The system marks such a handle in its low bits, and does not count the library among the modules.
+    // The system marks such a handle in its low bits, and does not list the library as a module.
     EXPECT_NE(reinterpret_cast<std::uintptr_t>(library) & 3U, 0U);
     EXPECT_EQ(GetModuleHandleW(L"MathExprRes.dll"), nullptr);
 }
@@ -70,7 +70,7 @@ TEST(ResourceLibrary, HasAPlainName)
     EXPECT_EQ(LoadResourceDll(std::wstring(40000, L'a').c_str()), nullptr);
 }
 
-// Code that some program has made for itself stands beside nothing.
+// Generated code does not belong to a module, so it has no folder.
 TEST(ResourceLibrary, IsNotGivenToCodeOutsideOfModules)
 {
     // sub rsp, 40; call rdx; add rsp, 40; ret: calls its second argument with its first.

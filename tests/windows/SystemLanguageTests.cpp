@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// SystemLanguageTests.cpp - the texts in the language of the user, as Windows chooses it.
+// SystemLanguageTests.cpp - the texts in the user's language, as selected by Windows.
 
 #include "MathExprRes/MessageTexts.h"
 #include "mathexpr/CMathExpr.h"
@@ -16,8 +16,7 @@
 
 namespace {
 
-/// Makes a language that of the thread's user interface. Windows goes by the user-interface language, Wine by the
-/// thread's locale.
+/// Sets the thread's user-interface language. Windows uses the user-interface language, Wine the thread's locale.
 class ThreadLanguage
 {
 public:
@@ -45,7 +44,7 @@ struct Shown
     std::wstring text;
 };
 
-/// What the library shows for an expression.
+/// The message for an expression.
 Shown shownFor(const wchar_t* expression)
 {
     Shown shown;
@@ -70,17 +69,17 @@ struct LanguageCase
 // clang-format off
 constexpr LanguageCase languageCases[] = {
     {0x0409, Language::English},
-    {0x0809, Language::English},            // of the United Kingdom
+    {0x0809, Language::English},            // United Kingdom
     {0x0407, Language::German},
     {0x040C, Language::French},
     {0x0C0A, Language::Spanish},
     {0x0410, Language::Italian},
-    {0x0416, Language::Portuguese},         // of Brazil
-    {0x0816, Language::Portuguese},         // of Portugal
+    {0x0416, Language::Portuguese},         // Brazil
+    {0x0816, Language::Portuguese},         // Portugal
     {0x0411, Language::Japanese},
     {0x0804, Language::SimplifiedChinese},
-    {0x0404, Language::English},            // Chinese in traditional characters
-    {0x041D, Language::English},            // Swedish, which has no texts
+    {0x0404, Language::English},            // traditional Chinese
+    {0x041D, Language::English},            // Swedish, without texts
 };
 // clang-format on
 

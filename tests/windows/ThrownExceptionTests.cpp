@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ThrownExceptionTests.cpp - exceptions that cross the library's boundary: caught by type, and counted rightly on both sides.
+// ThrownExceptionTests.cpp - exceptions that cross the library's boundary are caught by type, and counted correctly on
+// both sides.
 //
 // Compiled twice: with a run-time library inside this program, and with the compiler's run-time DLLs.
 
@@ -84,7 +85,7 @@ TEST_F(Exceptions, AreCaughtByTypeWhileEvaluating)
     }
 }
 
-/// Records what the scope guards of a host see.
+/// Records what a host's scope guards observe.
 struct ScopeGuard
 {
     int& seen;
@@ -110,7 +111,7 @@ TEST_F(Exceptions, AreCountedWhileTheyAreUnderWay)
     EXPECT_EQ(seen, 0);
 }
 
-/// A destructor that uses the library while an exception of the library's is under way.
+/// A destructor that uses the library while one of its exceptions is in flight.
 struct UsesTheLibrary
 {
     MathExpression& expression;
@@ -168,7 +169,7 @@ TEST_F(Exceptions, OfTheHostsServiceThatEndInTheLibraryAreSettled)
         throw mathexpr::DefinitionException(1, 0, L"host",
                                             SMTDefExcepData{mathexpr::DefinitionError::VariableNameIsNumber, L"x", {}});
     });
-    // With messages the exception becomes a message; in silent mode it passes on with an entry of the library's.
+    // With messages, the exception becomes a message; in silent mode it is rethrown with an entry of the library.
     static int messages;
     messages = 0;
     const mathexpr::ProcessMessageDisplay before =

@@ -5,8 +5,7 @@
 //
 //     box_watcher PROCESS-ID
 //
-// It tells what it saw in the shared memory of that process (BoxReport.h), and ends when it is told to stop, or after a
-// minute.
+// It reports through the shared memory of that process (BoxReport.h), and ends on request or after a minute.
 
 #include "tests/windows/BoxReport.h"
 

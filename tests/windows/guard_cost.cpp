@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// guard_cost.cpp - measures what the floating-point guard costs an evaluation: prints nanoseconds, the least of several
-// rounds. No test: the figures belong to the machine.
+// guard_cost.cpp - measures the cost of the floating-point guard per evaluation: prints nanoseconds, the minimum of
+// several rounds. Not a test: the figures depend on the machine.
 
 #include "mathexpr/MathExpression.h"
 #include "platform/FloatingPointGuard.h"
@@ -16,7 +16,7 @@ namespace {
 constexpr int nbRounds = 50;
 constexpr int nbCalls = 100000;
 
-/// Nanoseconds for one call of work.
+/// Nanoseconds per call of work.
 template <class Work>
 double nanoseconds(Work work)
 {

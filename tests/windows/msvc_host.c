@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// msvc_host.c - a host of another compiler: built for the ABI of Microsoft's, linked with the package's mathexpr.lib,
-// and without any run-time library. test_package.sh builds and runs it.
+// msvc_host.c - a host built by another compiler for Microsoft's ABI, linked with the package's mathexpr.lib, without a
+// run-time library. test_package.sh builds and runs it.
 //
-// The exit status is 0, or the number of the first step that went wrong.
+// The exit status is 0, or the number of the first failed step.
 
 #include <mathexpr.h>
 
 __declspec(dllimport) void __stdcall ExitProcess(unsigned status);
 
-/// What that compiler asks a run-time library for where numbers are used.
+/// A symbol that this compiler's run-time library provides for floating point.
 int _fltused = 0;
 
 static int32_t lookUp(void* context, const mathexpr_char16* name, size_t length, mathexpr_value* value)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// afxwin.h - stands in for the header of Microsoft's framework of this name; see FrameworkBoxTests.cpp.
+// afxwin.h - a stub of the header of this name in Microsoft's framework; see FrameworkBoxTests.cpp.
 #pragma once
 
 #include <windows.h>
