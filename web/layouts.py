@@ -2,10 +2,10 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""layouts.py INCLUDE JAVASCRIPT CHECK - tells JavaScript the numbers and layouts of the C interface, out of its headers.
+"""layouts.py INCLUDE JAVASCRIPT CHECK - extracts enumerators and layouts for JavaScript from the headers of the C interface.
 
-Writes a module of JavaScript with the enumerators and, for each structure, its size and the offsets of its members, as
-they are on WebAssembly with 32 bits; and a source of C++ that compiles only where these are the compiler's own.
+Writes a JavaScript module with the enumerators and, for each structure, its size and the offsets of its members in 32-bit
+WebAssembly; and a C++ source that compiles only if the compiler's layouts are the same.
 """
 import re
 import sys
@@ -22,12 +22,12 @@ ENUM = re.compile(r"\benum\s*\{([^}]*)\}")
 STRUCT = re.compile(r"\btypedef struct (\w+)\s*\{([^}]*)\}\s*\1;")
 SIZES = {"uint8_t": 1, "uint16_t": 2, "uint32_t": 4, "int32_t": 4, "size_t": 4, "ptrdiff_t": 4, "double": 8}
 POINTER = 4
-# Types of callbacks, which are pointers, too.
+# Types of callbacks, which are pointers.
 CALLBACK = re.compile(r"mathexpr_(lookup|show_message|get_name|get_name_notes)_utf16")
 
 
 def constants(text):
-    """Yields name and number of each enumerator, and of each macro that is a plain number."""
+    """Yields name and value of each enumerator, and of each macro that is a plain number."""
     for name, number in MACRO.findall(text):
         yield name, int(number)
     for body in ENUM.findall(text):

@@ -2,10 +2,10 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""pack.py WASM FOLDER - makes the package of npm: its sources, and what is made for it.
+"""pack.py WASM FOLDER - makes the npm package from its sources and generated files.
 
-WASM is the folder where the module was built. The module is carried inside one more time, for mathexpr/inline, in base64 and
-compressed with what every browser unpacks.
+WASM is the folder where the module was built. The package contains the module a second time, for mathexpr/inline, in base64
+and compressed in a format that every browser can decompress.
 """
 import base64
 import shutil

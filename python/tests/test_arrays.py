@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Arrays: computed where they are, and refused with nothing changed where they cannot be used."""
+"""Arrays: used in place; unusable arrays are refused, with nothing changed."""
 
 import os
 import signal
@@ -70,7 +70,7 @@ def test_the_results_go_where_they_should():
     mathexpr.evaluate_arrays("[x,2*x,3*x]", {"x": NUMBERS}, out=table[::-1, 1:])
     assert table.tolist() == [[0, 3, 6, 9], [0, 2, 4, 6], [0, 1, 2, 3]]
     table[:, 0] = NUMBERS
-    two_times().evaluate_arrays({"x": table[:, 0]}, out=table[:, 2])  # interwoven, and without a common byte
+    two_times().evaluate_arrays({"x": table[:, 0]}, out=table[:, 2])  # interleaved, without a common byte
     assert table[:, 2].tolist() == [2, 4, 6]
 
 
@@ -84,7 +84,7 @@ def test_nothing_is_copied():
     xs, out, status = np.linspace(0, 1, row_count), np.empty(row_count), np.empty(row_count, np.uint32)
     before = out.__array_interface__["data"][0]
     expression = two_times()
-    expression.evaluate_arrays({"x": xs[:10]}, out=out[:10])  # what is imported late is there now
+    expression.evaluate_arrays({"x": xs[:10]}, out=out[:10])  # completes lazy imports
     tracemalloc.start()
     try:
         result = expression.evaluate_arrays({"x": xs}, out=out, row_status=status, threads=2)
@@ -141,7 +141,7 @@ def test_the_kind_of_result_is_that_of_any_row_with_a_value():
     xs[-1] = 4
     values = mathexpr.evaluate_arrays("[1,2,3]/x", {"x": xs}, strict=False)
     assert values.shape == (3000, 3) and values[-1].tolist() == [0.25, 0.5, 0.75] and np.isnan(values[:-1]).all()
-    assert mathexpr.evaluate_arrays("[1,2,3]/x", {"x": xs[:5]}, strict=False).shape == (5,)  # no row tells
+    assert mathexpr.evaluate_arrays("[1,2,3]/x", {"x": xs[:5]}, strict=False).shape == (5,)  # no row has a value
 
 
 def test_points_where_numbers_are_wanted():
@@ -284,7 +284,7 @@ def test_an_interrupt_ends_a_long_evaluation_between_two_calls():
         interrupt.join()
     finally:
         signal.signal(signal.SIGINT, before)
-    assert out[-1] == 7  # it has not gone to the end
+    assert out[-1] == 7  # the last row was not computed
     assert long(x=90) == 8
 
 

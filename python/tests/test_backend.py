@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""The build backend: what it does with an earlier build. That it builds is shown by what is installed."""
+"""The build backend with an earlier build. The installed package shows that it builds."""
 
 import sys
 from pathlib import Path
@@ -14,7 +14,7 @@ import build_native
 
 @pytest.fixture
 def cached(tmp_path, monkeypatch):
-    """A build whose cache tells of these folders."""
+    """A build tree whose cache contains these folders."""
     build = tmp_path / "build"
     build.mkdir()
     monkeypatch.setattr(build_native, "BUILD", build)

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""What users have is taken: other types of numbers, lists, tables, masked arrays, whatever holds an array."""
+"""Accepted inputs: other types of numbers, lists, tables, masked arrays, containers of arrays."""
 
 import array
 import tracemalloc
@@ -28,7 +28,7 @@ class HasArray:
 
 
 class Polars:
-    """As a column of polars looks from outside."""
+    """Behaves like a column of polars."""
 
     def __init__(self, values, nulls=0):
         self.values, self.nulls = values, nulls
@@ -126,7 +126,7 @@ def test_a_frame_is_the_mapping_of_its_columns():
 
 
 class PolarsFrame:
-    """As a table of polars looks from outside: it iterates over its columns, not over their names."""
+    """Behaves like a table of polars: iterates over its columns, not over their names."""
 
     columns = ["width", "name"]
 

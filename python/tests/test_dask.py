@@ -1,10 +1,10 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""The example of a partitioned table: all rows or a clear failure, also when workers die, and on its command line.
+"""The example of a partitioned table: all rows or a clear failure, also if workers die, and its command line.
 
-A worker that dies in the middle is one that this process kills while it computes; the closures that wait for that are
-sent to the workers with their code.
+Workers die because this process kills them while they compute. The closures that wait for it are sent to the workers with
+their code.
 """
 
 import os
@@ -64,7 +64,7 @@ def rows_of(folder):
 
 
 def check(result, table, column="result", value=lambda rows: rows.width * rows.height):
-    """The result has all rows of the table, in their order, with the right values."""
+    """Checks that the result has all rows of the table, in order, with the right values."""
     computed, rows = rows_of(result), rows_of(table)
     assert len(computed) == NB_PARTS * ROWS_PER_PART
     assert (computed[["width", "height"]] == rows).all(axis=None) and (computed[column] == value(rows)).all()
@@ -75,7 +75,7 @@ def left_behind(folder):
 
 
 def after(step):
-    """An evaluation of partitions that have gone through another step on the same worker."""
+    """Evaluates partitions that have passed another step on the same worker."""
 
     def evaluate(frame, assignment):
         return mathexpr.dask.evaluate(frame.map_partitions(step, meta=frame._meta), assignment)
@@ -129,7 +129,7 @@ def test_a_partition_that_kills_every_worker(client, table, tmp_path):
 
     with pytest.raises(KilledWorker):
         partitioned.run(client, table, tmp_path / "result", "width*height", after(die))
-    assert deaths.read_text() == "xx"  # once more than is allowed
+    assert deaths.read_text() == "xx"  # one more than allowed
     assert left_behind(tmp_path) == ["deaths", "table"]
 
 
@@ -139,7 +139,7 @@ def test_nothing_is_left_of_what_a_worker_writes_meanwhile(tmp_path, monkeypatch
     remove_all = shutil.rmtree
 
     def lose_the_race(folder, ignore_errors):
-        """Leaves what a removal leaves if a file appears after the folder has been listed."""
+        """Leaves a folder as if a file had appeared after the folder was listed for removal."""
         (folder / "drafts" / "late").write_text("1")
         assert ignore_errors
         monkeypatch.setattr(shutil, "rmtree", remove_all)

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Editor services: what they answer is checked in C++; here, that it reaches Python whole, in characters."""
+"""Editor services: the C++ tests check the results; these tests check that Python gets all of them, in characters."""
 
 import threading
 from pathlib import Path
@@ -17,7 +17,7 @@ VARIABLES = {"x": 2.5, "p": Point(1, 2, 3), "breite": 4, "h\u00f6he": 5, "\u9ad8
 
 
 def texts_of_the_language():
-    """The texts of the language tests, as far as they are written without escapes."""
+    """The texts of the language tests that contain no escapes."""
     lines = [line for path in sorted(DATA.glob("*.txt")) for line in path.read_text(encoding="utf-8").splitlines()]
     texts = [line.split(" => ")[0].strip('"') for line in lines if " => " in line and line[0] not in "#@!"]
     return [text for text in texts if "\\" not in text]
@@ -84,7 +84,7 @@ def test_what_is_offered_compiles(expression):
                                        if t.text in ("(", "[") and t.partner is None)
             try:
                 Expression(closed, VARIABLES)
-            except MathExprError as error:  # arguments are still missing, or the function is not defined for them
+            except MathExprError as error:  # arguments are missing, or outside the function's domain
                 told = error.diagnostic
                 missing = any(count is None or told.arg_count < count for count in told.accepted_arg_counts)
                 assert missing or told.message_number > 10, (text, completion)

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""What an exception tells, and that it survives the way to another process."""
+"""The contents of exceptions, and their transfer to another process."""
 
 import pickle
 

@@ -130,7 +130,7 @@ def test_a_converted_number_stays_one_in_the_expression():
     expression = Expression()
     expression.evaluate("a=m2cm(2)")
     assert expression.evaluate("a & a") == 1
-    expression.variables["a"] = expression.variables["a"]  # a float knows nothing of it
+    expression.variables["a"] = expression.variables["a"]  # a float has no flag
     assert expression.evaluate("a & a") == 0
 
 

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Functions: numbers and arrays, by position and by name, as universal functions broadcast; threads; mistakes."""
+"""Functions: numbers and arrays, by position and by name, broadcasting as in universal functions; threads; errors."""
 
 import gc
 import inspect
@@ -240,7 +240,7 @@ def test_a_function_that_is_called_by_its_own_call():
     values = []
 
     class Number:
-        """Calls the function while it is converted."""
+        """Calls the function during its conversion."""
 
         def __array__(self, dtype=None, copy=None):
             values.append(double(np.arange(3.0)).tolist())

@@ -1,11 +1,10 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Texts from strangers: published attacks on packages that evaluate Python do nothing here but fail.
+"""Untrusted texts: published attacks on packages that evaluate Python have no effect except an error.
 
-They are of the kinds that the advisories and the tests of such packages tell: imports, attributes of attributes up to
-object and its subclasses, format strings, comprehensions and lambdas, walruses, decorators, and texts that eat up memory
-or time.
+They are taken from the advisories and tests of such packages: imports, chains of attributes up to object and its
+subclasses, format strings, comprehensions and lambdas, walruses, decorators, and texts that exhaust memory or time.
 """
 
 import os
@@ -105,7 +104,7 @@ def test_what_eats_up_time_elsewhere_ends_soon(text):
         assert isinstance(mathexpr.evaluate(text), float)
     except mathexpr.MathExprError:
         pass
-    assert time.monotonic() - start < 20  # a quarter of a second by itself; the machine may have other things to do
+    assert time.monotonic() - start < 20  # a quarter of a second on an idle machine
 
 
 @pytest.mark.parametrize("text", [text for text in BOMBS.values() if len(text) > 1000])

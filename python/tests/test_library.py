@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""The native module: what it needs, what it shows, and that values need nothing else."""
+"""The native module: its dependencies and exports; values need nothing else."""
 
 import pickle
 import pydoc
@@ -13,10 +13,10 @@ from importlib import metadata
 import mathexpr
 from mathexpr import _native
 
-# Of the C library and of Python alone; no other library has to be there.
+# Only parts of the C library; no other library is needed.
 SYSTEM_LIBRARIES = {"libc.so.6", "libm.so.6", "libpthread.so.0", "libdl.so.2", "librt.so.1"}
 
-# What the macros of Python's headers stand for.
+# Functions behind the macros of Python's headers.
 STABLE_IN_SPITE_OF_THEIR_NAMES = {
     "_PyArg_ParseTupleAndKeywords_SizeT",
     "_PyArg_ParseTuple_SizeT",

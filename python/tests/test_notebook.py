@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""What notebooks show is well-formed and escaped; the example draws the pictures that the pages show."""
+"""Notebook output is well-formed and escaped; the example draws the pictures in the documentation."""
 
 import subprocess
 import sys
@@ -16,7 +16,7 @@ TREE = Path(__file__).resolve().parents[2]
 
 
 def html(value):
-    """The tree of what a notebook shows. It is XML, but for the field to search, which has no end."""
+    """Parses notebook output. It is XML, except the search field, which has no end tag."""
     return ElementTree.fromstring(value._repr_html_().replace("includes(this.value.toLowerCase())\">", "\"/>"))
 
 

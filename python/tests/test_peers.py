@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""What the page for those who come from elsewhere says of eval, simpleeval, asteval and numexpr, row by row, with these."""
+"""Checks the page on migration from eval, simpleeval, asteval and numexpr, row by row, with these packages."""
 
 import math
 import re
@@ -43,7 +43,7 @@ def theirs(text, **more):
     if "math." not in text:
         interpreter = asteval.Interpreter(symtable={**values, "sin": math.sin, "round": round}, use_numpy=False)
         assert interpreter(text) == value and not interpreter.error
-        if "//" not in text and "," not in text:  # which simpleeval does not know
+        if "//" not in text and "," not in text:  # not supported by simpleeval
             peer = simpleeval.SimpleEval(names=values, functions={"sin": math.sin, "round": round})
             assert peer.eval(text) == value
     return value
@@ -78,7 +78,7 @@ def test_numexpr_takes_names_from_the_caller():
         mathexpr.evaluate("2*w")
 
 
-# The rows whose cells are compared as they stand: what both compute, or what each says that it computes.
+# The rows whose cells are compared literally: both compute, or each has its documented result.
 COMPARED = {
     "x**2", "2**3**2", "-2**2", "1e-3", "-7 % 3", "7 // 2", "0.0**0", "a and b", "1 < x < 3", "x if c else y", "math.log(x)",
     "round(2.5)",

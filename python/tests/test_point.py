@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""A Point computes as expressions do, and is no tuple."""
+"""A Point has the arithmetic of expressions, and is not a tuple."""
 
 import pickle
 

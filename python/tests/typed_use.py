@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Uses of the package for a type checker, which sees whether what is answered has the type that is promised. Never run."""
+"""Uses of the package for a type checker, which checks the types of the results. Never run."""
 
 from typing import assert_type
 

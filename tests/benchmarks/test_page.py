@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Makes the page about performance and its charts of figures that nobody measured."""
+"""Tests the page on performance and its charts, with made-up figures."""
 import sys
 import tempfile
 import unittest
@@ -21,7 +21,7 @@ INTERPRETERS = [measure.OURS, *measure.PEERS]
 
 
 def figures():
-    """Every engine takes as many nanoseconds as its place in the list; fparser is not exact, and muparserx knows no formula 9."""
+    """Figures: every engine takes as many nanoseconds as its index; fparser is inexact, and muparserx lacks formula 9."""
     times = {engine: (float(place + 1), 7 if engine == "fparser" else 0) for place, engine in enumerate(ENGINES)}
     evaluated = {formula: dict(times) for formula in range(1, measure.NB_FORMULAS + 1)}
     del evaluated[9]["muparserx"]
@@ -44,7 +44,7 @@ def figures():
 
 
 def marks(picture):
-    """[(x, y, is hollow, what a pointer is told)] of all marks of a chart."""
+    """[(x, y, is hollow, tooltip)] of all marks in a chart."""
     return [(*map(float, path.get("transform")[len("translate("):-1].split(",")), path.get("fill") is None,
              path.find(SVG + "title").text)
             for path in xml.etree.ElementTree.fromstring(picture).iter(SVG + "path") if path.get("transform")]
@@ -83,7 +83,7 @@ class Charts(unittest.TestCase):
         self.assertIn("1  text<1>", texts)
         for engine in charts.ONE_ROW.values():
             self.assertIn(engine.title, texts)
-        expected = len(charts.ONE_ROW) * (measure.NB_FORMULAS + 1) - 1  # the key; one engine knows one formula less
+        expected = len(charts.ONE_ROW) * (measure.NB_FORMULAS + 1) - 1  # the legend counts; one engine lacks a formula
         self.assertEqual(len(marks(picture)), expected)
         self.assertEqual({mark[3] for mark in marks(picture) if mark[2]}, {"fparser: 7"})
 

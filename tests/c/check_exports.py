@@ -1,13 +1,13 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""check_exports.py - the names of the C interface: declared, exported and tested are the same ones.
+"""check_exports.py - checks that the declared, exported and tested names of the C interface are the same.
 
     check_exports.py EXPORTS HEADERS TEST-DIRECTORY [NM LIBRARY]
 
-EXPORTS is the golden list. Each of its names has to be declared by one of HEADERS, a folder's mathexpr*.h, and called in a C
-file of TEST-DIRECTORY; they may declare no others. With NM and LIBRARY, a shared library of the ELF format, that library has to export them, no
-other name that begins like them, and besides only names of C++.
+EXPORTS is the golden list. HEADERS, a folder's mathexpr*.h, must declare exactly these names, and a C file in TEST-DIRECTORY
+must call each of them. With NM and an ELF shared LIBRARY, the library must export these names, no others with the same
+prefix, and otherwise only names of C++.
 """
 import re
 import subprocess

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Tests of the calculator as its user meets it: a process with arguments, streams and an exit status.
+"""Tests of the calculator from its user's view: a process with arguments, streams and an exit status.
 
 Usage: test_calculator.py CALCULATOR [unittest argument]...
 """
@@ -40,8 +40,8 @@ class CalculatorTest(unittest.TestCase):
         return subprocess.run([CALCULATOR, *arguments], input=stdin, capture_output=True, timeout=60, check=False)
 
     def expect(self, arguments, status, out, err, stdin=b""):
-        """The outcome: status, standard output and standard error, as lists of lines. The indented lines that show
-        where an expression failed are not among them."""
+        """The outcome: status, standard output and standard error, as lists of lines, without the indented lines that show
+        where an expression failed."""
         done = self.run_calculator(*arguments, stdin=stdin)
         told = [line for line in done.stderr.decode().splitlines() if not line.startswith(" ")]
         self.assertEqual((done.returncode, done.stdout.decode().splitlines(), told), (status, out, err))
@@ -476,7 +476,7 @@ class WhereItFailed(CalculatorTest):
 
     @staticmethod
     def columns(text):
-        """The columns that a text takes, by the tables of Python."""
+        """The columns of a text, according to Python's tables."""
         return sum(0 if unicodedata.combining(character) else
                    2 if unicodedata.east_asian_width(character) in "WF" else 1 for character in text)
 
@@ -576,7 +576,7 @@ class Vocabulary(CalculatorTest):
         self.expect_usage_error(["--find", "inch", "1"], "--find computes no expressions")
 
     def lines_at_a_terminal(self, columns, *arguments):
-        """Standard output as a terminal of so many columns receives it."""
+        """Standard output at a terminal with this number of columns."""
         user, terminal = pty.openpty()
         fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 1000, columns, 0, 0))
         with subprocess.Popen([CALCULATOR, *arguments], stdin=subprocess.DEVNULL, stdout=terminal) as process:
@@ -585,7 +585,7 @@ class Vocabulary(CalculatorTest):
             while select.select([user], [], [], 60)[0]:
                 try:
                     shown += os.read(user, 100_000)
-                except OSError:  # all of it has been read
+                except OSError:  # end of the output
                     break
             self.assertEqual(process.wait(timeout=60), 0)
         os.close(user)
@@ -707,13 +707,13 @@ class StandardInput(CalculatorTest):
 
 class Terminal(CalculatorTest):
     def converse(self, *arguments, typed, answers):
-        """Types lines at a terminal, each when the prompt shows; returns standard error as the terminal showed it."""
+        """Types lines at a terminal, each at a prompt; returns standard error as the terminal showed it."""
         user, terminal = pty.openpty()
         with subprocess.Popen([CALCULATOR, *arguments], stdin=terminal, stdout=subprocess.PIPE,
                               stderr=subprocess.PIPE) as process:
             shown = b""
             deadline = time.monotonic() + 60
-            for line in [*typed, b"\x04"]:  # the last one ends the input
+            for line in [*typed, b"\x04"]:  # Ctrl-D ends the input
                 while not shown.endswith(b"> ") and time.monotonic() < deadline:
                     shown += os.read(process.stderr.fileno(), 1)
                 os.write(user, line)
@@ -744,10 +744,10 @@ class Terminal(CalculatorTest):
                               check=False)
         os.close(terminal)
         shown = b""
-        while select.select([user], [], [], 60)[0]:  # a terminal hands over what was written piece by piece
+        while select.select([user], [], [], 60)[0]:  # a terminal delivers the output in pieces
             try:
                 shown += os.read(user, 1000)
-            except OSError:  # all of it has been read
+            except OSError:  # end of the output
                 break
         os.close(user)
         self.assertEqual((done.returncode, shown), (1, DIVISION_BY_ZERO.encode() + b"\r\n  1/0\r\n   ^\r\n"))

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Holds the completion scripts: each parses in its shell, and offers every option that --help names.
+"""Tests the completion scripts: each parses in its shell, and offers every option in --help.
 
 Usage: test_completion.py CALCULATOR [unittest argument]...
 """
@@ -34,7 +34,7 @@ class Completion(unittest.TestCase):
     def offered_by_bash(self, *words):
         line = " ".join(f"'{word}'" for word in words)
         command = f"COMP_WORDS=({line}); COMP_CWORD={len(words) - 1}; _mathexpr; printf '%s\\n' \"${{COMPREPLY[@]}}\""
-        # compopt speaks to the line editor, which is not there.
+        # compopt needs the line editor, which is not running.
         done = run("bash", "--norc", "-s", given=f"compopt() {{ :; }}\n{script_for('bash')}\n{command}\n")
         self.assertEqual(done.stderr, "")
         return sorted(done.stdout.split())

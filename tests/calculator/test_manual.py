@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Holds the manual page beside the program: its options, its examples, and its form.
+"""Compares the manual page with the program: options and examples; and checks its form.
 
 Usage: test_manual.py CALCULATOR PAGE MANDOC [unittest argument]...
 """

@@ -32,8 +32,8 @@ class TableTest(unittest.TestCase):
                               timeout=60, check=False)
 
     def expect(self, table, arguments, status, out, err=()):
-        """The outcome: status, and the lines of standard output and standard error. The name before the complaint is the
-        same in all of them, and left out here; that of a row, such as "-:2", stands as "line 2"."""
+        """The outcome: status, and the lines of standard output and standard error. The common name before the messages is
+        omitted; a row's, such as "-:2", becomes "line 2"."""
         done = self.run_table(table, *arguments)
         told = [re.sub("^mathexpr: -:([0-9]+): ", r"line \1: ", line).replace("mathexpr: standard input: ", "")
                 for line in done.stderr.decode().splitlines()]
@@ -123,7 +123,7 @@ class Results(TableTest):
 
 
 class Sheets(TableTest):
-    """What spreadsheets export, and what is asked of them."""
+    """Exports of spreadsheets."""
     GUESSED = "cells are taken to be separated by {}, which --separator can change"
 
     def test_the_headings_show_the_separator(self):
@@ -187,7 +187,7 @@ class Sheets(TableTest):
 
 
 class Threads(TableTest):
-    """Whatever the number of threads, rows keep their order, and the first broken row ends the work."""
+    """With any number of threads, rows keep their order, and the first broken row ends the work."""
     ROWS = 120000
 
     def outcomes(self, table, *arguments):
@@ -236,7 +236,7 @@ class Threads(TableTest):
             running.stdin.flush()
             time.sleep(0.5)  # until it waits for more
             running.send_signal(signal.SIGINT)
-            running.wait(timeout=60)  # though its input goes on
+            running.wait(timeout=60)  # although its input has not ended
             out, err = running.communicate(timeout=60)
         self.assertEqual((running.returncode, out), (130, b"result\n" + b"1\n" * 100))
         self.assertEqual(err, b"mathexpr: interrupted: the result is not complete, it ends after 100 rows\n")

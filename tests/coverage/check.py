@@ -2,25 +2,24 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Checks that a run of the tests has met every line of the sources, and taken every branch both ways.
+"""Checks that a run of the tests reached every line of the sources, and took every branch both ways.
 
 Usage: check.py ROOT REPORT SOURCES...
 
-REPORT is what `llvm-cov export --skip-functions` prints, or a folder of what `gcov --json-format` writes. SOURCES are
-folders and files below ROOT. Every .cpp of theirs has to be in the report, but those for another system.
+REPORT is the output of `llvm-cov export --skip-functions`, or a folder with that of `gcov --json-format`. SOURCES are
+folders and files below ROOT. Every .cpp file in them must be in the report, except those for another system.
 
-A branch is a condition, or a part of one, at one place of a source. A template or an inline function is compiled many
-times; its place counts as taken when some copy has taken it. No branches are: what macros expand to; constants, as of
-`if constexpr`; the way past all cases of a `switch` without a default, which the compilers' warnings see to naming all
-values; and, in a report of gcov, the ways that exceptions take.
+A branch is a condition, or a part of one, at one position in a source. Templates and inline functions are compiled many
+times; a branch counts as taken if any copy took it. Not counted as branches: expansions of macros; constants, as in
+`if constexpr`; leaving a `switch` without a default by none of its cases, since compiler warnings ensure that it names all
+values; and, in a report of gcov, the branches of exceptions.
 
-What no test can reach says so, on the line or in a comment of its own above it:
+A line that no test can reach says so, on the line or in a separate comment above it:
 
     // not covered: REASON
 
-It holds on for the lines below that are not reached either, as far as no blank line and no smaller indentation ends
-the block. Such lines are counted and printed. A reason at a line that the tests do reach is an error, lest reasons
-outlive what they explain.
+The reason also applies to the lines below that are not reached, up to a blank line or a smaller indentation. Such lines are
+counted and printed. A reason at a line that the tests do reach is an error, so that no reason becomes stale.
 """
 
 import collections
@@ -35,7 +34,7 @@ OTHER_SYSTEM = {"llvm": re.compile(r"(Windows|MinGW)\.cpp$"), "gcov": re.compile
 
 
 class Coverage:
-    """How often lines and branches have been met, summed over everything that was compiled."""
+    """Execution counts of lines and branches, summed over all compiled copies."""
 
     def __init__(self):
         self.lines = collections.defaultdict(collections.Counter)  # path: {line: count}
@@ -43,11 +42,11 @@ class Coverage:
 
 
 def llvm_line_counts(segments):
-    """What llvm-cov reports of each line, from the places where the count changes."""
+    """The count of each line, from the positions at which llvm-cov's count changes."""
     by_line = collections.defaultdict(list)
     for line, _, count, has_count, is_entry, is_gap in segments:
         by_line[line].append((count, has_count, is_entry, is_gap))
-    wrapped = None  # what the line before ends with
+    wrapped = None  # the count at the end of the line before
     for line in range(segments[0][0], segments[-1][0] + 1) if segments else ():
         here = by_line[line]
         entries = [count for count, has_count, is_entry, is_gap in here if has_count and is_entry and not is_gap]
@@ -59,7 +58,7 @@ def llvm_line_counts(segments):
 
 
 def is_switch(source, line, column):
-    """Whether a branch is the one that llvm-cov counts for leaving a switch by none of its cases."""
+    """Whether a branch is the one of llvm-cov for leaving a switch by none of its cases."""
     return source[line - 1][:column - 1].endswith("switch (")
 
 
@@ -82,8 +81,8 @@ def read_llvm(report, relative):
 
 
 def drop_constants(branches):
-    """A condition that was never asked stands in a line, or behind a condition, that is reported itself; else it is
-    constant."""
+    """Whether a condition that was never evaluated is constant. Otherwise its line, or the condition before it, is reported
+    as missed."""
     for line, column, _ in [key for key in branches if key[2] == "true"]:
         ways = [(line, column, way) for way in ("true", "false")]
         if not any(branches[way] for way in ways):
@@ -108,7 +107,7 @@ def read_gcov(reports, relative):
 
 
 def read_report(path, relative):
-    """Answers the kind of a report and its coverage."""
+    """Returns the kind of a report, and its coverage."""
     if path.is_dir():
         texts = (gzip.decompress(file.read_bytes()) for file in sorted(path.rglob("*.gcov.json.gz")))
         return "gcov", read_gcov((json.loads(text) for text in texts), relative)
@@ -120,7 +119,7 @@ def indentation(line):
 
 
 def reasons_of(source):
-    """Lines that say why they are not covered, with the reason."""
+    """The lines with a reason for not being covered, and the reason."""
     reasons = {}
     for number, line in enumerate(source, 1):
         match = REASON.match(line)
@@ -130,7 +129,7 @@ def reasons_of(source):
 
 
 def block_from(source, first, missed, counted):
-    """The missed lines that a reason at the first one holds for."""
+    """The missed lines to which a reason at the first one applies."""
     for number in range(first, len(source) + 1):
         line = source[number - 1]
         if not line.strip() or indentation(line) < indentation(source[first - 1]):
@@ -142,7 +141,7 @@ def block_from(source, first, missed, counted):
 
 
 def sources_below(root, names, kind):
-    """The sources that have to be in a report."""
+    """The sources that must be in a report."""
     for name in names:
         for file in sorted((root / name).rglob("*.cpp")) if (root / name).is_dir() else [root / name]:
             if not OTHER_SYSTEM[kind].search(file.name):

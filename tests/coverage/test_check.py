@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Shows that check.py passes what is covered, finds what is not, and takes no reason that is none."""
+"""Tests check.py: it accepts covered sources, finds lines that are not covered, and refuses stale reasons."""
 
 import gzip
 import json
@@ -23,7 +23,7 @@ SOURCE = """int sign(int x)
 
 
 def segments(negative, positive):
-    """As llvm-cov writes them of SOURCE; a count each of the lines that answer."""
+    """A report of llvm-cov on SOURCE, with a count for each of the returning lines."""
     return [[2, 1, negative + positive, True, True, False], [3, 9, negative + positive, True, True, False],
             [3, 14, negative + positive, True, False, False], [3, 15, negative, True, True, True],
             [4, 5, negative, True, True, False],
@@ -55,7 +55,7 @@ class Check(unittest.TestCase):
         return str(self.root / "lib" / name)
 
     def check_llvm(self, *copies):
-        """Checks a report of the counts (negative, positive) of each copy that was compiled."""
+        """Checks a report with the counts (negative, positive) of each compiled copy."""
         name = str(self.root / "lib" / "sign.cpp")
         branches = [[3, 9, 3, 14, negative, positive, 0, 0, 4] for negative, positive in copies]
         sums = [sum(copy[way] for copy in copies) for way in (0, 1)]

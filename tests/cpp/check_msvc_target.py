@@ -1,14 +1,14 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""check_msvc_target.py - mathexpr.hpp and mathexpr_editor.hpp compile for the target of Microsoft's compiler, as far
-as that can be tried without it.
+"""check_msvc_target.py - compiles mathexpr.hpp and mathexpr_editor.hpp for the target of Microsoft's compiler, as far as
+this is possible without that compiler.
 
     check_msvc_target.py CLANG INCLUDE SOURCE
 
-Clang compiles SOURCE for that target's layouts, calling conventions and exceptions. Microsoft's standard library is not to be
-had outside Windows, so that libc++ and the headers of this system's C library stand in for it. Of that mixture one
-declaration of libc++'s asks for an alignment that the target does not have; no other message may come.
+Clang compiles SOURCE with that target's layouts, calling conventions and exceptions. Microsoft's standard library is not
+available outside Windows, so libc++ and the headers of this system's C library replace it. With this combination, one
+declaration of libc++ requests an alignment that the target lacks; that is the only message allowed.
 """
 import re
 import subprocess

@@ -1,13 +1,13 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""check_names.py - the names of the interface in C, C++ and Python are those of the table in docs/embedding.md.
+"""check_names.py - compares the names of the interface in C, C++ and Python with the table in docs/embedding.md.
 
     check_names.py ROOT
 
-Of C the table names every function, without _utf8 and _utf16; of C++ every class and function of mathexpr*.hpp, and the
-functions of the classes in CPP_CLASSES, without the try forms; of Python what the package exports, and the members of the
-classes in PYTHON_CLASSES. What the table names is there, and what is there the table names.
+The table must list exactly: for C, every function, without _utf8 and _utf16; for C++, every class and function of
+mathexpr*.hpp, and the functions of the classes in CPP_CLASSES, without the try forms; for Python, the exports of the package,
+and the members of the classes in PYTHON_CLASSES.
 """
 import ast
 import re
@@ -24,7 +24,7 @@ CPP_CONSTANT = re.compile(r"^inline constexpr [\w:]+ (\w+) =", re.MULTILINE)
 CPP_FUNCTION = re.compile(r"^inline (?!constexpr)[\w:<>]+ (\w+)\(", re.MULTILINE)
 CPP_METHOD = re.compile(r"^    (?!return\b|explicit\b)(?:static |const )*[\w:]+(?:<[^()\n]*>)?&? (\w+)\(", re.MULTILINE)
 CPP_CLASSES = {"Editor", "Error", "Expression", "Function", "Value", "Variables"}
-# A constructor's try form, the way to the C interface, and what a language construct calls.
+# A constructor's try form, access to the C interface, and functions called by language constructs.
 CPP_OTHERS = {"create", "record", "operator", "begin", "end"}
 PYTHON_CLASSES = ("Expression", "MathExprError", "RowsError")
 
@@ -62,7 +62,7 @@ def python_names(root):
     classes = {node.name: node for file in package.glob("*.py") for node in ast.parse(file.read_text()).body
                if isinstance(node, ast.ClassDef)}
     for name in PYTHON_CLASSES:
-        # A base that is not exported is a part of the class.
+        # Members of a base that is not exported count as the class's own.
         parts = [classes[name], *(classes[base.id] for base in classes[name].bases if base.id in classes.keys() - names)]
         members = {item.name for part in parts for item in part.body if isinstance(item, ast.FunctionDef)}
         members |= {item.attr for part in parts for item in ast.walk(part)

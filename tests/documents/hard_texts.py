@@ -1,14 +1,14 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""hard_texts.py - what a user may type breaks no program that the documents show.
+"""hard_texts.py - tests the programs in the documents with any text that a user might type.
 
     hard_texts.py MESSAGES PROGRAM...
 
-Each PROGRAM takes expressions as arguments, knows a name with letters beyond ASCII, and prints values and messages. It is
-given good text and bad, in English, German and Japanese. It may not end by a signal, has to print well-formed UTF-8, the
-value where there is one, and otherwise the message of that very text, in the user's language: MESSAGES is the table of
-them. Nor may a text that is not UTF-8 bring an earlier message again.
+Each PROGRAM takes expressions as arguments, knows a name with non-ASCII letters, and prints values and messages. It gets
+valid and invalid text, in English, German and Japanese. It must not die by a signal, and must print well-formed UTF-8: the
+value, or the message for that text in the user's language. MESSAGES is the table of messages. Ill-formed UTF-8 must not print
+an earlier message again.
 """
 import os
 import re
@@ -34,7 +34,7 @@ def message_texts(table):
 
 
 def make_locales(folder):
-    """Locales of the test's own, since a machine need not have them."""
+    """Creates the locales, since the machine may lack them."""
     for name in LANGUAGES:
         language, _, charset = name.partition(".")
         if charset:
@@ -43,7 +43,7 @@ def make_locales(folder):
 
 
 def check(program, locale, locales, arguments, expected, unexpected=()):
-    """Yields what is wrong with the answer to some texts; a message is expected once."""
+    """Yields errors in the output for some texts; a message is expected once."""
     environment = {**os.environ, "LC_ALL": locale, "LANGUAGE": "", "LOCPATH": locales}
     done = subprocess.run([program, *arguments], env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                           stderr=subprocess.STDOUT, timeout=60, check=False)

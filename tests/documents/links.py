@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""links.py - every link within the documentation leads to a file that is there, and to a heading that is in it.
+"""links.py - checks that every link within the documentation leads to an existing file and heading.
 
     links.py PAGE...
 """
@@ -15,7 +15,7 @@ HEADING = re.compile(r"^#+ (.*)$", re.MULTILINE)
 
 
 def anchors(page):
-    """What a code host calls the headings of a page."""
+    """The anchors that a code host gives to the headings of a page."""
     headings = HEADING.findall(FENCE.sub("", page.read_text(encoding="utf-8")))
     return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in headings}
 

@@ -1,22 +1,21 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""pages.py - does what the pages tell their readers to do, and compares what comes of it with what they say.
+"""pages.py - runs the instructions in the pages, and compares the output with the pages.
 
     pages.py FOLDER CHECKOUT CALCULATOR PAGE...
 
-Each page is followed in a folder of its own in FOLDER, in which `mathexpr` is the CHECKOUT, from its first line to its
-last:
+Each page is run from first to last line in a separate folder in FOLDER, in which `mathexpr` is the CHECKOUT:
 
 - A fenced block below a line that ends in "as `NAME`:" is a file, and is saved under that name.
-- A block of sh is run, after the lines of earlier ones that begin with export. The block of text that follows it, if
-  there is one, is what it prints. The command mathexpr is the CALCULATOR, unless the page installs another one.
-- A block of python that is no file is a session, with >>> before what is typed. Those of a page are one session, which
-  the Python of the page's `.venv` runs, or else the one that runs this.
-- In a table whose first column is Expression, the CALCULATOR is given the expressions of a row, one after the other. The
-  second column is the last value, as code, or the words with which the message begins.
+- A block of sh is run, after the lines of earlier blocks that begin with export. If a block of text follows, it is the
+  expected output. The command mathexpr is the CALCULATOR, unless the page installs another one.
+- A block of python that is not a file is a session, with >>> before the input. All such blocks of a page are one session,
+  run by the Python of the page's `.venv`, otherwise by the one that runs this script.
+- In a table whose first column is Expression, the CALCULATOR gets the expressions of each row, one after the other. The
+  second column is the last value, as code, or the beginning of the message.
 
-A fence of another kind, and a page of which nothing was tried, are mistakes.
+A fence of another kind, and a page with nothing to run, are errors.
 """
 import os
 import re
@@ -50,7 +49,7 @@ class Page:
             print(f"{self.path.name}: {what.strip()}\ngives\n{found.rstrip()}\ninstead of\n{expected.rstrip()}\n")
 
     def run(self, command, what):
-        """What a command prints, with no terminal around it; a failure is told."""
+        """The output of a command without a terminal; reports its failure."""
         path = os.pathsep.join([os.environ["PATH"], os.path.dirname(self.calculator)])
         done = subprocess.run(command, cwd=self.folder, env={**os.environ, "PATH": path}, stdin=subprocess.DEVNULL,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, encoding="utf-8", check=False)

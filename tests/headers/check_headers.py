@@ -1,16 +1,15 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""check_headers.py - what a host may ask of the public headers.
+"""check_headers.py - checks that hosts can include the public headers.
 
     check_headers.py alone INCLUDE-DIRECTORY COMPILER...
     check_headers.py names INCLUDE-DIRECTORY
     check_headers.py together INCLUDE-DIRECTORY HOST COMPILER...
 
-alone: each header compiles by itself, as C++17, without a warning. names: the C++ headers put into the global namespace no
-other names than those that were given. together: all of them in one source, in both orders, around a host's own
-declarations, HOST, of names that namespace mathexpr has as well; in one order as later C++, too. Headers are found, not
-listed.
+alone: each header compiles by itself, as C++17, without warnings. names: the C++ headers declare no names in the global
+namespace except the given ones. together: all headers compile in one source, in both orders, around the host's declarations
+in HOST of names that namespace mathexpr has as well; in one order also as later C++. Headers are found, not listed.
 """
 import re
 import subprocess
@@ -20,9 +19,9 @@ from pathlib import Path
 WARNINGS = ["-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wsign-conversion", "-Wshadow", "-Werror"]
 
 OLDEST = "c++17"
-LATER = ["c++20", "c++2b"]  # the second is C++23, by the name that older compilers know, too
+LATER = ["c++20", "c++2b"]  # C++23, under the name that older compilers know
 
-# The classes and records of the interface as it was given, and the engine's three that a private member points at.
+# The classes and records of the given interface, and the engine's three that private members point to.
 GIVEN = {
     "CMathExpr", "IMathExprItemEvaluator", "IMathExprService", "IMathFunction", "IMathOperator", "IMathVariable",
     "IMathVariableFactory", "MTExceptions", "MTParser", "MTParserProgram", "MTParserRegistrar", "MathExpression",
@@ -42,7 +41,7 @@ def headers(include):
 
 
 def compile_host(compiler, include, source, standard=OLDEST):
-    """The compiler's messages; empty where there is nothing to say."""
+    """The compiler's messages; empty if there are none."""
     run = subprocess.run([compiler, f"-std={standard}", *WARNINGS, "-I", include, "-fsyntax-only", "-x", "c++", "-"],
                          input=source, capture_output=True, text=True)
     return run.stderr if run.returncode != 0 or run.stderr else ""
@@ -74,7 +73,7 @@ def check_alone(include, compilers):
 def check_names(include):
     for header in headers(include):
         text = (include / header).read_text(encoding="utf-8")
-        if header in ("mathexpr.h", "mathexpr_editor.h"):  # all of their names begin alike
+        if header in ("mathexpr.h", "mathexpr_editor.h"):  # all their names have a prefix
             continue
         for name in sorted(set(global_names(text)) - GIVEN - {"mathexpr"}):
             yield f"{header}: {name} belongs into namespace mathexpr"

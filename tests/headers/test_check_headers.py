@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""test_check_headers.py - check_headers.py notices what it is there for."""
+"""test_check_headers.py - tests that check_headers.py finds the errors that it checks for."""
 import pathlib
 import sys
 import tempfile

@@ -1,9 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""cdef.py CDEF INCLUDE - the declarations for foreign-function interfaces are what the preprocessor makes of the headers.
+"""cdef.py CDEF INCLUDE - compares the declarations for foreign-function interfaces with the preprocessed headers.
 
-Beside them stand the headers' macros that are plain numbers, as constants.
+In addition they contain the headers' macros that are plain numbers, as constants.
 """
 import re
 import subprocess
@@ -17,7 +17,7 @@ MACRO = re.compile(r"^#define (MATHEXPR_\w+) (\d+)$", re.MULTILINE)
 
 
 def preprocessed(header):
-    """What a compiler of C reads of a header itself, without what it includes."""
+    """The preprocessed text of a header, without the headers that it includes."""
     lines = subprocess.run(["cc", "-E", "-std=c99", "-DMATHEXPR_STATIC", str(header)], check=True, capture_output=True,
                            text=True).stdout.splitlines()
     own = False

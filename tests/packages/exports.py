@@ -1,14 +1,13 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""exports.py - what a shared library exports is the interface, and nothing else.
+"""exports.py - checks that a shared library exports the interface, and nothing else.
 
     exports.py GOLDEN HEADERS LIBRARY
 
-GOLDEN is the list of the C++ interface, a demangled name a line, and the files mathexpr*.h in
-the folder HEADERS declare the functions of the C interface.
-LIBRARY is of the ELF format. Constructors and destructors are exported twice, for whole objects and for bases; demangled the
-two are one name.
+GOLDEN lists the C++ interface, one demangled name per line; the files mathexpr*.h in the folder HEADERS declare the C
+interface. LIBRARY is an ELF file. Constructors and destructors are exported twice, for complete objects and for bases, with
+the same demangled name.
 """
 import re
 import subprocess

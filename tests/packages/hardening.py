@@ -1,16 +1,16 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""hardening.py PREFIX FILE... - each file, a program or a shared library, is hardened as cmake/Hardening.cmake says.
+"""hardening.py PREFIX FILE... - checks that each FILE, a program or shared library, is hardened as in cmake/Hardening.cmake.
 
-PREFIX begins the names of binutils' programs: empty for this machine's own, aarch64-linux-gnu- for 64-bit ARM.
+PREFIX is the prefix of the binutils: empty for this machine's own, aarch64-linux-gnu- for 64-bit ARM.
 """
 import re
 import subprocess
 import sys
 
-# What the compiler writes where it protects: a mark that an indirect call may lead to, and the touch of a frame's page. The
-# few marks of the C library's start-up code show nothing.
+# Traces of the compiler's protection: marks of valid targets of indirect calls, and touches of a frame's pages. The few marks
+# in the C library's start-up code prove nothing.
 MARKS_OF_START_UP = 10
 INSTRUCTIONS = {
     "X86-64": (r"\bendbr64\b", r"\bor[ql]\s+\$0x0,(?:0x[0-9a-f]+)?\(%rsp"),

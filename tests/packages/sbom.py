@@ -3,7 +3,7 @@
 
 """sbom.py SBOM LIBRARY - the list of what the library is made of has the form of SPDX 2.3, and is true.
 
-It says that the library depends on nothing; so LIBRARY may need only what a compiler and the system bring along.
+It states that the library has no dependencies, so LIBRARY may need only libraries of the compiler and the system.
 """
 import json
 import re

@@ -1,17 +1,16 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""snippets.py - a document's code blocks do what the document says they do.
+"""snippets.py - runs the code blocks in a document, and compares their output with the document.
 
     snippets.py DOCUMENT FOLDER CHECKOUT [PREFIX]
 
-Every fenced block has to be of a kind that is known here. A block of C++ or C is a whole program, kept in FOLDER as host.cpp
-or host.c. It is compiled and linked with what pkg-config says, and the text block that follows is what it prints, on
-standard output and standard error in their order. A block of sh is a list of commands for the folder, and one of cmake is
-the CMakeLists.txt of the program before it; either is followed by what it, or the program that it builds, prints.
-A block whose kind is followed by qt is tried by tests/qt/run.
-CHECKOUT is what stands where a project fetches the sources, or has them as third_party/mathexpr; PREFIX, where an
-unpacked archive is.
+Every fenced block must be of a known kind. A block of C++ or C is a complete program, saved in FOLDER as host.cpp or host.c,
+and compiled and linked with the flags of pkg-config. The text block after it is its expected output, standard output and
+standard error in order. A block of sh contains commands to run in the folder; a block of cmake is the CMakeLists.txt of the
+program before it. Either is followed by the expected output, of the commands or of the program. A block whose kind is
+followed by qt is tested by tests/qt/run.
+CHECKOUT replaces the sources that a project fetches, or has in third_party/mathexpr; PREFIX the folder of an unpacked archive.
 """
 import os
 import re
@@ -27,7 +26,7 @@ COMPILERS = {"cpp": ["c++", "-std=c++17"], "c": ["cc", "-std=c99"]}
 
 
 def run(command, folder):
-    """What a command prints, with no terminal around it."""
+    """The output of a command without a terminal."""
     done = subprocess.run(command, cwd=folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                           stderr=subprocess.STDOUT, text=True, encoding="utf-8", check=False)
     if done.returncode != 0:

@@ -2,13 +2,13 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Computes what the platform's mathematical functions should yield: the double nearest to the true value.
+"""Computes the exact results of the platform's mathematical functions: the double nearest to the true value.
 
     reference.py OUTPUT
 
-OUTPUT gets lines EXPRESSION ARGUMENT [ARGUMENT] RESULT, the numbers as the bits of doubles, which PlatformMathTests.cpp
-reads. The argument is that of the expression; what the library multiplies before and after the platform's function is
-one double operation after another here, too.
+OUTPUT gets lines EXPRESSION ARGUMENT [ARGUMENT] RESULT, with numbers as the bits of doubles, which PlatformMathTests.cpp
+reads. The argument is that of the expression. The library's multiplications before and after the platform's function are
+double operations here, too.
 """
 import math
 import random
@@ -27,7 +27,7 @@ def bits(value):
 
 
 def series(first, following):
-    """The sum of terms that shrink quickly, each made from the one before it."""
+    """The sum of quickly decreasing terms, each computed from the previous one."""
     total, term, index = Decimal(0), first, 0
     while abs(term) > NEGLIGIBLE:
         total += term
@@ -49,7 +49,7 @@ def cos(x):
 def atan(x):
     if abs(x) > 1:
         return (PI / 2).copy_sign(x) - atan(1 / x)
-    for _ in range(4):  # half the angle each time, so that the series is short
+    for _ in range(4):  # halves the angle, to shorten the series
         x = x / (1 + (1 + x * x).sqrt())
     power = series_of_atan(x)
     return 16 * power
@@ -73,7 +73,7 @@ def acos(x):
 
 
 def sinh(x):
-    if abs(x) < 1:  # the difference would lose what is small
+    if abs(x) < 1:  # the difference would lose precision
         return series(x, lambda term, n: term * x * x / (2 * n * (2 * n + 1)))
     return (x.exp() - (-x).exp()) / 2
 
@@ -117,7 +117,7 @@ FUNCTIONS = {
     "x^y": (plain(power), "power", 300),
 }
 
-# Where implementations are weak: near multiples of a right angle, near 1, tiny, large.
+# Difficult arguments: near multiples of a right angle, near 1, tiny, large.
 SPECIAL = {
     "angle": [30.0, 45.0, 60.0, 89.9999, 90.0, 120.0, 179.99999, 180.0, 270.0, 360.0, 720.0, 1e-9, -1e-5, 1e5, -36000.5],
     "ratio": [0.5, -0.5, 1.0, -1.0, 0.999999999, 1e-9, -0.70710678118654757],

@@ -3,8 +3,7 @@
 
 """A program at a real terminal: tmux is the terminal, keys are sent to it, and its screen is read.
 
-Nothing here waits for a fixed time: what is expected on the screen is looked for again and again until it is there, for a
-minute at most.
+Nothing here waits for a fixed time: the screen is polled until it has the expected content, for at most a minute.
 """
 
 import os
@@ -19,10 +18,10 @@ PATIENCE = 60
 
 
 class Terminal:
-    """One terminal with one command in it. Use it in a with statement."""
+    """A terminal that runs a command. Use it in a with statement."""
 
     def __init__(self, command, environment, columns=80, lines=24):
-        """The environment is all that the command sees, beside what tmux says of the terminal."""
+        """The command gets this environment, and tmux's variables for the terminal."""
         self.folder = tempfile.mkdtemp(prefix="terminal.")
         settings = pathlib.Path(self.folder, "settings")
         settings.write_text("set -g remain-on-exit on\nset -g history-limit 50000\nset -g status off\nset -s escape-time 0\n")
@@ -32,7 +31,7 @@ class Terminal:
         words = ["env", "-i", *(f"{name}={value}" for name, value in {**kept, **environment}.items())]
         if "TERM" not in environment:
             words.append("TERM=screen")
-        # tmux itself misses the end of a command now and then.
+        # tmux sometimes misses the end of a command.
         self.status = pathlib.Path(self.folder, "status")
         told = ["/bin/sh", "-c", 'trap : INT; "$@"; echo $? >"$0"', str(self.status)]
         self.tmux("-f", str(settings), "new-session", "-d", "-x", str(columns), "-y", str(lines), "--",
@@ -53,11 +52,11 @@ class Terminal:
         self.tmux("send-keys", "-l", "--", text)
 
     def press(self, *keys):
-        """Keys by tmux's names, such as Enter, C-c and Tab."""
+        """Presses keys, by tmux's names such as Enter, C-c and Tab."""
         self.tmux("send-keys", *keys)
 
     def resize(self, columns, lines=24):
-        """Returns when the command can see its new size."""
+        """Resizes the terminal; returns when the command can observe the new size."""
         self.tmux("resize-window", "-x", str(columns), "-y", str(lines))
         device = self.tmux("display-message", "-p", "#{pane_tty}").strip()
         self.wait_for(lambda _: self.size_of(device) == (columns, lines), f"{columns} columns")
@@ -68,12 +67,12 @@ class Terminal:
             return os.get_terminal_size(terminal.fileno())
 
     def screen(self, coloured=False):
-        """Everything since the start, as lines of the terminal without blanks at their ends."""
+        """Everything since the start, as lines of the terminal without trailing blanks."""
         shown = self.tmux("capture-pane", "-p", "-S", "-", *(["-e"] if coloured else []))
         return "\n".join(line.rstrip() for line in shown.rstrip("\n").split("\n")).rstrip("\n")
 
     def visible(self):
-        """What a user sees now, without blanks at the end."""
+        """The visible screen, without trailing blanks."""
         return self.tmux("capture-pane", "-p").rstrip()
 
     def wait_for(self, condition, expectation):

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Tests of the prompt as its user meets it: at a real terminal.
+"""Tests of the prompt at a real terminal.
 
 Usage: test_prompt.py CALCULATOR [unittest argument]...
 """
@@ -40,7 +40,7 @@ class PromptTest(unittest.TestCase):
         self.history = pathlib.Path(self.folder, ".local/state/mathexpr/history")
 
     def start(self, *options, columns=80, lines=24, command=(), without=(), **environment):
-        """A prompt that waits for its first line."""
+        """Starts a prompt, and waits until it reads its first line."""
         known = {name: value for name, value in self.environment.items() if name not in without}
         terminal = Terminal(command or [CALCULATOR, *options], {**known, **environment}, columns, lines)
         self.addCleanup(terminal.__exit__)
@@ -48,7 +48,7 @@ class PromptTest(unittest.TestCase):
         return terminal
 
     def compute(self, terminal, line, answer):
-        """Types a line, and waits for what it prints and for the next prompt."""
+        """Types a line, and waits for its output and the next prompt."""
         terminal.type(line)
         terminal.press("Enter")
         terminal.expect(f"> {line}\n{answer}\n>")
@@ -78,7 +78,7 @@ class Lines(PromptTest):
                                          "  2*(3+)\n       ^\n  Expected a value.")
         self.compute(terminal, "\u5e45=2", "2")
         self.compute(terminal, "\u5e45*\u5bbd+1", f"{UNKNOWN_NAME}\n  \u5e45*\u5bbd+1\n     ^^")
-        terminal.type("o\u0308*b")  # the line editor does not show what combines
+        terminal.type("o\u0308*b")  # the line editor does not show combining characters
         terminal.press("Enter")
         terminal.expect(f"{UNKNOWN_NAME}\n  o\u0308*b\n  ^\n>")
 
@@ -108,7 +108,7 @@ class Lines(PromptTest):
         terminal.expect("> 1+dist(2^C\n> ^C\n>")
         self.compute(terminal, "5", "5")
         terminal.press("Up", "Up")
-        terminal.expect("\n> 5")  # what was dropped is no line of the history
+        terminal.expect("\n> 5")  # a discarded line is not in the history
 
     def test_ctrl_d_leaves_where_the_line_is_empty(self):
         terminal = self.start()
@@ -155,7 +155,7 @@ class EndOfInput(PromptTest):
         self.assertEqual(terminal.ended(), 0)
 
     def test_a_line_is_not_lost_with_its_terminal(self):
-        """The terminal goes away in the middle of a line, for a program that is meant to survive this."""
+        """Closes the terminal in the middle of a line, with a program that should survive this."""
         user, terminal = pty.openpty()
         environment = {"PATH": os.environ["PATH"], "TERM": "screen", **self.environment}
         with subprocess.Popen([CALCULATOR], stdin=terminal, stdout=terminal, stderr=terminal, env=environment,
@@ -197,7 +197,7 @@ class Completion(PromptTest):
         terminal.press("Tab")
         terminal.expect("> 2+sqr\nsqr(   sqrt(\n> 2+sqr")
         terminal.type("(3)")
-        terminal.press("Left", "Left", "Left", "Left", "Tab")  # in the middle: what follows is "r(3)"
+        terminal.press("Left", "Left", "Left", "Left", "Tab")  # in the middle, before "r(3)"
         terminal.press("C-e", "Enter")
         terminal.expect("> 2+sqr(3)\n11\n>")
 
@@ -266,7 +266,7 @@ class Signature(PromptTest):
         terminal.expect("\n>")
 
     def test_resizing_near_the_top_leaves_no_pieces_on_the_screen(self):
-        """What tmux moves above its screen while it breaks longer lines is out of every program's reach."""
+        """No program can reach what tmux moves above its screen while it rewraps lines."""
         for lines_before in (0, 2):
             for sizes in ((45, 80), (30,), (45, 100, 50), (41, 40, 39, 38, 80)):
                 with self.subTest(lines_before=lines_before, sizes=sizes):
@@ -278,13 +278,13 @@ class Signature(PromptTest):
                     for columns in sizes:
                         terminal.resize(columns)
                         terminal.wait_for(lambda _: "point" not in terminal.visible(), "no signature")
-                        terminal.press("Left", "Right")  # the line is shown anew
+                        terminal.press("Left", "Right")  # redraws the line
                         terminal.wait_for(lambda _: re.search(r"<point y>\)?\Z", terminal.visible()), "a signature")
                         self.assertEqual(terminal.visible().count("point y"), 1, terminal.visible())
 
     def test_resizing_leaves_no_pieces(self):
         terminal = self.start()
-        # At the top of its screen, tmux itself loses the row of the cursor when lines become longer than the screen.
+        # At the top of its screen, tmux loses the cursor's row when lines become longer than the screen.
         terminal.press(*["Enter"] * 30)
         terminal.expect("\n>" * 31)
         terminal.type("dist([1,2],")
@@ -292,7 +292,7 @@ class Signature(PromptTest):
         for columns in (50, 100, 45, 80):
             terminal.resize(columns)
             terminal.expect("\n>\n> dist([1,2],")
-            terminal.press("Left", "Right")  # the line is shown anew
+            terminal.press("Left", "Right")  # redraws the line
             terminal.expect_match(r"\n>\n> dist\(\[1,2\], +dist\(point x, <point y>\)\Z")
         terminal.type("[4,6])")
         terminal.press("Enter")
@@ -397,7 +397,7 @@ class Commands(PromptTest):
         self.compute(terminal, "1+1", "2")
 
     def test_load(self):
-        name = self.write("lines", "a=4\nfoo\na*2")  # the last line has no end
+        name = self.write("lines", "a=4\nfoo\na*2")  # the last line has no line end
         terminal = self.start(columns=200)
         self.compute(terminal, f":load {name}", f"4\n{name}:2: {UNKNOWN_NAME}\n  foo\n  ^^^\n8")
         self.compute(terminal, ":load /no/such/file", "/no/such/file: No such file or directory")
@@ -446,7 +446,7 @@ class History(PromptTest):
         second.press("C-c")
 
     def expect_warning(self, reason, **settings):
-        """One warning, and a prompt that goes on all the same."""
+        """Expects a single warning, and a prompt that continues."""
         terminal = self.start(columns=200, **settings)
         terminal.expect(f"{BANNER}\nmathexpr: the history is not kept: {reason}\n>")
         self.compute(terminal, "1+1", "2")
@@ -482,7 +482,7 @@ class Colours(PromptTest):
 
     def test_a_mistake_is_red(self):
         self.assertIn(RED + "A name is not known", self.mistake())
-        self.assertIn(RED + "A name is not known", self.mistake(NO_COLOR=""))  # as good as not set
+        self.assertIn(RED + "A name is not known", self.mistake(NO_COLOR=""))  # the same as not set
 
     def test_not_where_they_are_unwelcome(self):
         self.assertNotIn("\x1b[", self.mistake(NO_COLOR="1"))

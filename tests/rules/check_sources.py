@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Holds the rules of the sources that a compiler does not hold; prints each breach and fails when there is one.
+"""Checks rules for the sources that compilers do not check. Prints each violation, and fails if there is one.
 
 Usage: check_sources.py ROOT
 """
@@ -10,8 +10,8 @@ import pathlib
 import re
 import sys
 
-# Each layer and the layers that it may include from, beside itself. Of two layers that hold a file, the inner one counts;
-# whoever may include from the outer one may include from both. A layer may be a single file.
+# Each layer and the layers that it may include from, in addition to itself. If two layers contain a file, the inner one counts;
+# permission to include from the outer one covers both. A layer may be a single file.
 LAYERS = {
     "include": [],
     "platform": [],
@@ -25,13 +25,12 @@ LAYERS = {
     "examples": ["include"],
 }
 
-# What the library is made of, and where in it the operating system may be spoken to: on two layers, and in a source that
-# bears the system's name.
+# The library's layers; and where it may call the operating system: in two layers, and in sources named after a system.
 LIBRARY = ["include", "platform", "MathExprRes", "TarnUInfo", "MTParserLib", "mathexpr"]
 SYSTEM_LAYERS = ["platform", "TarnUInfo"]
 SYSTEM_SOURCES = ("Windows.cpp", "MinGW.cpp", "Posix.cpp")
 
-# One type passes from the compiler to the evaluator, in a header that knows neither of them.
+# A single type passes from the compiler to the evaluator, in a header that includes neither of them.
 FORBIDDEN_INCLUDES = {
     "MTParserLib/program/MTParserProgram.h": ["MTParserLib/MTParserCompiler.h", "MTParserLib/run/MTParserEvaluator.h"],
     "MTParserLib/MTParserCompiler.h": ["MTParserLib/run/MTParserEvaluator.h"],
@@ -43,7 +42,7 @@ SOURCE_SUFFIXES = CPP_SUFFIXES | {".c", ".py", ".cmake", ".sh"}
 SKIPPED_FOLDERS = {"build", "dist", "node_modules", ".git"}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
-# Beside the standard library's: its ABI, and the vectors of processors, which compilers bring along.
+# Headers of the standard library; and of its ABI and of the processor's vectors, which belong to compilers.
 STANDARD_HEADER = re.compile(r"(?:[a-z_]+|std(?:def|int)\.h|cxxabi\.h|immintrin\.h)\Z")
 OUTPUT = re.compile(r"\b(?:std::(?:w?cout|w?cerr|w?clog)|f?w?printf|f?put[sc]|f?putw[sc]|putchar|fwrite|perror)\b")
 ABORT = re.compile(r"\b(?:abort|exit|_Exit|quick_exit|terminate|assert)\s*\(")
@@ -51,12 +50,12 @@ COMMENT = re.compile(r"//[^\n]*")
 
 
 def is_in(path, folder):
-    """Whether a path is a folder's, or a file itself."""
+    """Whether a path is in a folder, or is the file itself."""
     return f"{path}/".startswith(f"{folder}/")
 
 
 def layer_of(path):
-    """The layer of a path relative to the root, or None for what is on no layer, such as the tests."""
+    """The layer of a path relative to the root; None for files without a layer, such as tests."""
     return max((layer for layer in LAYERS if is_in(path, layer)), key=len, default=None)
 
 
@@ -65,7 +64,7 @@ def is_library(layer):
 
 
 def resolve(root, including, included):
-    """The path, relative to the root, of an included file of this project; None when it is none of its files."""
+    """The path, relative to the root, of an included file of this project; None for other files."""
     for candidate in (root / "include" / included, root / included, (root / including).parent / included):
         if candidate.is_file():
             return candidate.resolve().relative_to(root.resolve()).as_posix()
@@ -103,7 +102,7 @@ def check_ascii(path, data):
 
 
 def check(root):
-    """Yields a line for every breach below the root."""
+    """Yields a line for every violation below the root."""
     for file in sorted(root.rglob("*")):
         path = file.relative_to(root).as_posix()
         if SKIPPED_FOLDERS & set(path.split("/")) or not file.is_file():

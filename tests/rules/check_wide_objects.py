@@ -2,14 +2,14 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Checks that an object file compiled for a wide instruction set runs nowhere else.
+"""Checks that the code of an object file compiled for a wide instruction set runs only if that set is chosen.
 
 Usage: check_wide_objects.py NM OBJDUMP LANES OBJECT...
 
-Of an inline function that several object files hold, the linker keeps one, whatever it was compiled for. So each
-function that such an object shows has vectors of LANES doubles in its name, which no other set has. Nor may anything in
-it run before its set is chosen: it has no initialisers. And what goes back to other code leaves the upper halves of the
-registers clean, or that code is many times slower.
+If several object files contain an inline function, the linker keeps any one of them, whatever it was compiled for. So each
+visible function of such an object must have vectors of LANES doubles in its name, which no other set has. Nothing in it may
+run before its set is chosen: it must have no initialisers. Functions that return to other code must clear the upper halves of
+the registers, otherwise that code is many times slower.
 """
 import re
 import subprocess
@@ -20,11 +20,11 @@ CODE = re.compile(r"[TWi]\Z")  # nm's letters for functions that other files see
 COMPILER = re.compile(r"__")  # begins the names of what sanitizers and profiles add
 INITIALISER = re.compile(r"_GLOBAL__sub_I|__cxx_global_var_init")
 LEAVING = re.compile(r"_GLOBAL__N_1L?(?:3run|4call)E")
-CLEANING = re.compile(r"vzeroupper|leaveWideRegisters")  # by itself, or in a build that puts nothing inline
+CLEANING = re.compile(r"vzeroupper|leaveWideRegisters")  # the instruction, or the function in a build without inlining
 
 
 def dirty(disassembly):
-    """The functions that lead out of the kernels and leave the registers as they are."""
+    """The functions that return from the kernels without clearing the registers."""
     for function in disassembly.split("\n\n"):
         name = re.search(r"<(\S+)>:", function)
         if name and LEAVING.search(name.group(1)) and not CLEANING.search(function):

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Shows that check_sources.py finds every kind of breach, and nothing where there is none."""
+"""Tests that check_sources.py finds every kind of violation, and nothing else."""
 
 import pathlib
 import tempfile

@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Computes what the unit conversions have to yield, one plain double operation after another.
+"""Computes the expected results of the unit conversions, with one plain double operation after another.
 
     conversions_reference.py FORMULAS OUTPUT
 
@@ -104,7 +104,7 @@ class Conversion:
         return x
 
     def constants(self):
-        """Each constant as written and as it is meant: the radian's stands for a number without an end."""
+        """Each constant as written, and its exact value: the radian's is irrational."""
         for operator, literal in self.steps:
             meant = exact("648000/pi") if literal == "206264.80624709636" else Fraction(literal)
             yield operator, literal, meant

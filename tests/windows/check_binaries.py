@@ -1,13 +1,13 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""check_binaries.py - what a Windows module needs, shows and says of itself.
+"""check_binaries.py - checks the dependencies, exports and version of a Windows module.
 
     check_binaries.py OBJDUMP VERSION EXPORTS MODULE...
 
-Each module must be relocatable and refuse to run data, must need nothing but the system's own DLLs and the project's,
-and must carry VERSION. The names that mathexpr.dll and TarnUInfo.dll export are compared with the file EXPORTS; with
-UPDATE_EXPORTS=1 in the environment the file is written anew.
+Each module must be relocatable, must not execute data, must depend only on DLLs of the system and of the project, and must
+have VERSION. The exports of mathexpr.dll and TarnUInfo.dll are compared with the file EXPORTS; with UPDATE_EXPORTS=1 in the
+environment the file is written.
 """
 import os
 import re

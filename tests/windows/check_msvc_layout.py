@@ -1,12 +1,12 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""check_msvc_layout.py - the interface as a compiler of Microsoft's ABI lays it out.
+"""check_msvc_layout.py - checks the layout of the interface in Microsoft's ABI.
 
     check_msvc_layout.py CLANG INCLUDE-DIRECTORY STAND-INS
 
-Clang lays records and virtual tables out for that ABI without its headers: the few standard types that the interface
-headers name are declared by STAND-INS, in the sizes that they have there, since no size of theirs is looked at.
+Clang computes the layouts of records and virtual tables in that ABI without its headers: STAND-INS declares the few standard
+types that the interface headers use; their sizes are not checked.
 """
 import re
 import subprocess
@@ -21,7 +21,7 @@ SOURCE = """
 #include "mathexpr/IMathVariableFactory.h"
 """
 
-# A class of the test's own overrides nothing but what is abstract, so that every table is laid out.
+# These classes override only the abstract functions, so that every table is laid out.
 DERIVED = """
 struct Operator : IMathOperator {
     std::wstring getHelpString() const override; std::wstring getDescription() const override;
