@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# test_package.sh ZIP BUILD-DIRECTORY - unpacks the package elsewhere, builds its samples as somebody would who has only
-# the package, and runs them for a German user; and a host for the ABI of Microsoft's compiler.
+# test_package.sh ZIP BUILD-DIRECTORY - unpacks the package to another folder, builds its samples with the package alone, and
+# runs them for a German user; and builds and runs a host for the ABI of Microsoft's compiler.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 zip=$1

@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# test_static.sh BUILD-DIRECTORY OPTIONS... - builds a host in C with the library as a static part of it, and runs it. The
-# options are for CMake.
+# test_static.sh BUILD-DIRECTORY OPTIONS... - builds a host in C that links the static library, and runs it. The options are
+# for CMake.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 source=$(cd "$here/../.." && pwd)
