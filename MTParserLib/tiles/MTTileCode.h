@@ -104,7 +104,7 @@ enum class MTTileControl : std::uint8_t
 struct MTTileSet
 {
     std::size_t nbRows;  // of a tile
-    /// A root that copies a variable has a flag and coordinates of its own, which tiles do not hold.
+    /// By index among tiles::VectorFormulas; null if the formula does not accept such operands.
     MTTileKernel (*findKernel)(std::uint8_t formula, MTTileOperands operands);
     /// For two formulas: second(value, first(a, b)), with numbers in places. By index among tiles::JoinedFormulas.
     MTTileKernel (*findJoined)(std::uint8_t first, std::uint8_t second);
