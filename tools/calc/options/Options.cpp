@@ -153,12 +153,12 @@ ExitStatus usageError(const std::string& what)
 std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
 {
     Options options;
-    CLI::App app("Computes expressions: numbers, points, units, names.\n"
-                 "Without an EXPRESSION, opens a prompt on a terminal, or else reads expressions\n"
+    CLI::App app("Evaluates expressions: numbers, points, units, names.\n"
+                 "Without an EXPRESSION, opens a prompt on a terminal; otherwise reads expressions\n"
                  "from standard input, one per line (UTF-8).\n");
     app.formatter(std::make_shared<HelpFormatter>());
-    app.set_help_flag("--help", "Show this text and end");
-    app.set_version_flag("--version", "mathexpr " MATHEXPR_VERSION, "Show the version and end");
+    app.set_help_flag("--help", "Print this text and exit");
+    app.set_version_flag("--version", "mathexpr " MATHEXPR_VERSION, "Print the version and exit");
     app.add_flag("--json", options.json, "Print one JSON object per line")->disable_flag_override();
     auto* const silent =
         app.add_flag("--silent", options.silent, "Show no messages; failures are exceptions")->disable_flag_override();
@@ -171,7 +171,7 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
                        return hostName("--set", "NAME=EXPRESSION", text);
                    });
                },
-               "Answer NAME, when asked, with the value of EXPRESSION (repeatable)")
+               "Supply the value of EXPRESSION for NAME, as a host would (repeatable)")
             ->type_name("NAME=EXPRESSION")
             ->expected(1)
             ->allow_extra_args(false)
@@ -185,7 +185,7 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
                    throw CLI::ValidationError("--digits", "neither a whole number from 1 to 17 nor exact: " + text);
                }
            },
-           "Show values in N significant digits, 1 to 17 (15), or \"exact\"")
+           "Print values with N significant digits, 1 to 17 (15), or \"exact\"")
         ->type_name("N");
     app.add_option_function<std::string>(
            "--repeat", [&](const std::string& text) { options.repeat = wholeNumber("--repeat", text, 1, maxRepeat); },
@@ -196,35 +196,35 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
            [&](const std::string& text) {
                options.maxInteger = wholeNumber("--max-integer", text, 0, std::numeric_limits<std::uint32_t>::max());
            },
-           "Refuse whole numbers greater than N, without a host for names")
+           "Refuse whole numbers greater than N; not with --set or --silent")
         ->type_name("N")
         ->excludes(set, silent);
-    auto* const list = app.add_flag("--list", options.list, "List all constants, operators and functions and end")
+    auto* const list = app.add_flag("--list", options.list, "List all constants, operators and functions and exit")
                            ->disable_flag_override()
                            ->excludes(set, silent);
-    app.add_option("--describe", options.described, "Tell about the item NAME and end (repeatable)")
+    app.add_option("--describe", options.described, "Explain NAME with computed examples and exit (repeatable)")
         ->type_name("NAME")
         ->expected(1)
         ->allow_extra_args(false)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->excludes(list, set, silent);
     auto* const find =
-        app.add_option("--find", options.wanted, "Find what has to do with a unit or with words, and end")
+        app.add_option("--find", options.wanted, "List the functions for a unit or matching words, and exit")
             ->type_name("WORDS")
             ->excludes(list, set, silent);
     Options::Table table;
     auto* const tableFile = app.add_option("--table", table.file,
-                                           "Compute the expressions for each row of a table, whose headings are "
-                                           "names (-: standard input)")
+                                           "Evaluate the expressions for each row of a CSV table, whose headings "
+                                           "are names (-: standard input)")
                                 ->type_name("FILE")
                                 ->excludes(list, find, "--fresh", "--repeat", "--max-integer", "--describe");
-    app.add_flag("--skip-broken", table.skipBroken, "Leave the results of a broken row empty and go on")
+    app.add_flag("--skip-broken", table.skipBroken, "Leave the results of broken rows empty and continue")
         ->disable_flag_override()
         ->needs(tableFile);
-    app.add_flag("--append", table.append, "Write each row, and its results behind it")
+    app.add_flag("--append", table.append, "Write each row unchanged, followed by its results")
         ->disable_flag_override()
         ->needs(tableFile);
-    app.add_option("--where", table.where, "Leave out rows for which this is 0")
+    app.add_option("--where", table.where, "Omit rows for which EXPRESSION is 0")
         ->type_name("EXPRESSION")
         ->needs(tableFile);
     app.add_option_function<std::vector<std::string>>(
@@ -236,7 +236,7 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
                    table.names.push_back({renamed.name, renamed.expression});
                }
            },
-           "Call the column with that heading NAME (repeatable)")
+           "Rename the column HEADING to NAME (repeatable)")
         ->type_name("NAME=HEADING")
         ->expected(1)
         ->allow_extra_args(false)
@@ -251,10 +251,10 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
                    throw CLI::ValidationError("--separator", R"(none of ",", ";" and "tab": )" + text);
                }
            },
-           R"(What stands between cells: ",", ";" or "tab"; otherwise the headings show it)")
+           R"(Separate cells by ",", ";" or "tab"; default: guessed from the headings)")
         ->type_name("C")
         ->needs(tableFile);
-    app.add_flag("--decimal-comma", table.decimalComma, "Numbers have a decimal comma")
+    app.add_flag("--decimal-comma", table.decimalComma, "Read and write numbers with a decimal comma")
         ->disable_flag_override()
         ->needs(tableFile);
     app.add_option_function<std::string>(
@@ -265,11 +265,11 @@ std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv)
         ->needs(tableFile);
     std::string completedShell;
     app.add_option("--completion", completedShell,
-                   "Print the script that completes options in bash, zsh or fish and end")
+                   "Print the script that completes options in bash, zsh or fish and exit")
         ->type_name("SHELL");
-    app.footer("Failures are told on standard error. Exit status: 0 all computed,\n"
-               "1 an expression failed, 2 usage, 130 Ctrl-C.");
-    constexpr const char* telling = "Instead of computing";
+    app.footer("Failures go to standard error. Exit status: 0 all evaluated,\n"
+               "1 an expression failed, 2 an option is wrong, 130 Ctrl-C.");
+    constexpr const char* telling = "Instead of evaluating";
     constexpr const char* ofTables = "Tables";
     for (const char* const name : {"--help", "--version", "--list", "--find", "--describe", "--completion"})
     {

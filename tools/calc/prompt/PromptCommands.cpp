@@ -97,15 +97,15 @@ const std::vector<PromptCommandNote>& promptCommands()
     static const std::vector<PromptCommandNote> commands = {
     //   command                name       argument    description
     //   ---------------------- ---------- ----------- -------------------------------------------------
-        {PromptCommand::Help,   ":help",   "[NAME]",   "tells about the prompt, or about a name or a unit"},
-        {PromptCommand::Find,   ":find",   "WORDS",    "finds what has to do with a unit or with words"},
+        {PromptCommand::Help,   ":help",   "[NAME]",   "explains the prompt, a name or a unit"},
+        {PromptCommand::Find,   ":find",   "WORDS",    "lists functions for a unit or matching words"},
         {PromptCommand::Vars,   ":vars",   "",         "lists the names that have a value"},
         {PromptCommand::List,   ":list",   "[FAMILY]", "lists a family of the vocabulary, or the families"},
         {PromptCommand::Load,   ":load",   "FILE",     "runs the lines of a file as if typed"},
-        {PromptCommand::Save,   ":save",   "FILE",     "writes the lines that had a value, for :load"},
-        {PromptCommand::Digits, ":digits", "[N]",      "shows values in N digits, 1 to 17, or \"exact\""},
-        {PromptCommand::Set,    ":set",    "[NAME N]", "sets what is remembered, or shows it"},
-        {PromptCommand::Quit,   ":quit",   "",         "leaves, as Ctrl-D does"},
+        {PromptCommand::Save,   ":save",   "FILE",     "writes the lines that have a value, for :load"},
+        {PromptCommand::Digits, ":digits", "[N]",      "shows values with N digits, 1 to 17, or \"exact\""},
+        {PromptCommand::Set,    ":set",    "[NAME N]", "changes a stored setting, or shows all"},
+        {PromptCommand::Quit,   ":quit",   "",         "leaves the prompt, as Ctrl-D does"},
     };
     // clang-format on
     return commands;

@@ -42,11 +42,10 @@ void printCommands()
 void printHelp()
 {
     std::cout << "An expression, such as 2*sin(30) or dist([0,0],[3,4]), prints its value,\n"
-                 "which the name ans keeps. width=2.5 gives a name a value.\n";
+                 "which is also the variable ans. width=2.5 defines a variable.\n";
     printCommands();
-    std::cout << "Tab completes a name, Up brings earlier lines back, and first of all the\n"
-                 "correction of a line that failed. Ctrl-C drops the line. A line that begins\n"
-                 "with # is a comment.\n";
+    std::cout << "Tab completes a name. Up recalls earlier lines; after a line that failed, its\n"
+                 "correction. Ctrl-C clears the line. A line that begins with # is a comment.\n";
 }
 
 /// The family that a word names or abbreviates.
