@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// linked_host.cpp - a host that is linked with the library, and answers names of its own drawing.
+// linked_host.cpp - a host that is linked with the library, and supplies names of its drawing.
 //
 //     linked_host EXPRESSION
 

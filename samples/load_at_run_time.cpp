@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// load_at_run_time.cpp - a host that goes on without the library when it cannot be loaded.
+// load_at_run_time.cpp - a host that continues without the library if it cannot be loaded.
 //
 //     load_at_run_time FOLDER EXPRESSION
 //
@@ -61,7 +61,7 @@ int wmain(int count, wchar_t** arguments)
         std::printf("load_at_run_time FOLDER EXPRESSION\n");
         return 2;
     }
-    // Only the folder of the library and the system's own are searched for what the library needs.
+    // Only the library's folder and the system's folders are searched for its dependencies.
     const std::wstring path = std::wstring(arguments[1]) + L"\\mathexpr.dll";
     HMODULE library =
         LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Evaluates a variable that has to be copied.
+/// Evaluates a step that copies a variable.
 Message::Id copyValue(const MTProgramStep& step, const MTFrame& frame, bool)
 {
     copyRecent(frame.slots[step.result], frame[step.first]);

@@ -12,7 +12,7 @@
 // without a stack.
 //
 // Constants and variables need no steps: a constant is stored in a slot at compile time, and a variable's value is read
-// where the variable keeps it. Exception: a variable is copied by a step of its own if its consumer needs adjacent
+// where the variable keeps it. Exception: a variable is copied by a separate step if its consumer needs adjacent
 // arguments, or if code of the host may run in the program and change variables in between.
 #pragma once
 

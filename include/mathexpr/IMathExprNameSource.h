@@ -22,7 +22,7 @@ public:
     /// @return a name, zero-terminated and valid until the next call; null after the last one
     virtual const wchar_t* getName(std::uint32_t index) const = 0;
 
-    /// Slot 2: names beside these that the library looks up instead of asking for all of them.
+    /// Slot 2: an index of further names, which the library searches instead of enumerating it; null for none.
     virtual const NameIndex* getIndex() const { return nullptr; }
 };
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FastEvaluation.cpp - mathexpr_evaluate, which jumps into scalar code whenever it can. It is a source file of its own
+// FastEvaluation.cpp - mathexpr_evaluate, which jumps into scalar code whenever it can. It is a separate source file
 // so that the compiler cannot inline the slow path, whose registers every call would then save.
 #include "mathexpr/c/Evaluation.h"
 

@@ -38,21 +38,21 @@ class Fix(NamedTuple):
 class Diagnostic(NamedTuple):
     """A failure and its position in the text. Positions count characters."""
 
-    message: str  #: In the user's language, which the environment tells.
-    message_number: int  #: 1 to 19; 0 where the library has no message for it.
-    text: str  #: The expression, or the name, as it was given.
+    message: str  #: In the user's language, from the environment.
+    message_number: int  #: 1 to 19; 0 if the library has no message for the failure.
+    text: str  #: The expression or name, as given.
     start: int = 0
-    length: int = 0  #: 0 where nothing in the text stands for the failure.
+    length: int = 0  #: 0 if the failure has no span.
     kind: str = "refused"  #: "parsing", "definition" or "refused".
     code: int = 0  #: MATHEXPR_PARSING_... or MATHEXPR_DEFINITION_... of mathexpr.h.
     item: str = ""  #: The token, symbol or text concerned.
-    conflict: str = ""  #: What stands in the way of a definition.
+    conflict: str = ""  #: What a definition conflicts with.
     expected: int = 0  #: What would have been accepted: bits of MATHEXPR_EXPECTED_... of mathexpr.h.
-    arg_count: int = 0  #: How many arguments the item was given.
-    accepted_arg_counts: tuple[int | None, ...] = ()  #: How many it takes, by overload; None is any number.
-    suggestions: tuple[str, ...] = ()  #: For an unknown name: what may be meant, the nearest first.
-    hints: tuple[str, ...] = ()  #: What helps along, as sentences in the user's language.
-    fix: Fix | None = None  #: The correction that the last hint speaks of, where there is one that is plain.
+    arg_count: int = 0  #: Number of arguments given to the item.
+    accepted_arg_counts: tuple[int | None, ...] = ()  #: Argument counts of its overloads; None is any number.
+    suggestions: tuple[str, ...] = ()  #: For an unknown name: similar names, the nearest first.
+    hints: tuple[str, ...] = ()  #: Sentences in the user's language that help to correct the text.
+    fix: Fix | None = None  #: The correction that the last hint describes, if it is unambiguous.
 
     @property
     def caret(self) -> str:
@@ -108,7 +108,7 @@ class DefinitionError(MathExprError):
 
 
 class RefusedError(MathExprError):
-    """An item refused its arguments, as ``ln`` does with -1."""
+    """An item refused its arguments, for example ``ln(-1)``."""
 
 
 class VariableNameError(MathExprError, ValueError):
@@ -125,7 +125,7 @@ class RowsError(MathExprError):
         self, diagnostic: Diagnostic, values: NDArray[np.float64], failed_count: int, first_failed: int
     ) -> None:
         super().__init__(diagnostic)
-        self.values = values  #: All results, NaN where there is none.
+        self.values = values  #: All results; NaN for failed rows.
         self.failed_count = failed_count
         self.first_failed = first_failed  #: The first failed row, from 0.
 

@@ -14,8 +14,8 @@ class Limits(NamedTuple):
     """Upper bounds on an accepted text; 0 is no limit."""
 
     max_text_length: int = 0  #: Characters as typed.
-    max_records: int = 0  #: Values, operators and function calls, each as often as it stands in the text.
-    max_nesting: int = 0  #: Nesting depth: brackets, and operators before an operand.
+    max_records: int = 0  #: Values, operators and function calls, counted at each use.
+    max_nesting: int = 0  #: Nesting depth of brackets and prefix operators.
 
 
 def set_limits(session: Session, limits: Limits | None) -> None:

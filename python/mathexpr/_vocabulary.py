@@ -23,9 +23,9 @@ class VocabularyItem(NamedTuple):
     help: str  #: The usage, such as "sin(x)"; empty for a constant.
     description: str  #: One line; empty for a constant.
     arg_count: int | None  #: Arguments or operands; None for any number.
-    precedence: int  #: Of an operator, 0 to 4, the higher one binding tighter.
-    unary: bool  #: An operator written before its one operand.
-    pure: bool  #: The result depends on the arguments alone.
+    precedence: int  #: Of an operator, 0 to 4; higher binds tighter.
+    unary: bool  #: Whether it is a prefix operator.
+    pure: bool  #: Whether the result depends only on the arguments.
     value: float  #: Of a constant.
 
 

@@ -11,6 +11,6 @@
 ///
 /// A row is broken if it has too few or too many cells, if a cell that an expression reads is neither a number nor a
 /// point, or if an expression has no value for it. Each broken row is reported with its line. The first one ends the
-/// work, after the rows before it have been written, unless broken rows are to be skipped: these have empty results.
+/// work, after the rows before it have been written, unless broken rows are skipped: these have empty results.
 /// @return the exit status of the program
 int computeTable(const Options& options);
