@@ -119,7 +119,7 @@ def rows(row_count, threads):
         expected = eval(peer_text, {"sin": numpy.sin, "cos": numpy.cos, "sqrt": numpy.sqrt}, theirs)
         values = function(*ours, threads=threads)
         if is_exact and values.tobytes() != expected.tobytes() or not numpy.allclose(values, expected, rtol=1e-12):
-            sys.exit(f"{title}: the results are not NumPy's")
+            sys.exit(f"{title}: the results differ from NumPy's")
         numpy.testing.assert_allclose(numexpr.evaluate(peer_text, local_dict=theirs), expected, rtol=1e-12)
         only = next(iter(theirs.values()))
         ways = {

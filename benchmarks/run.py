@@ -41,7 +41,7 @@ def main():
         sys.exit(f"a benchmark program failed: {failure}")
     progress("")
     print("\n".join(table.text() for table in tables))
-    print(f"{report.MARK}: not native code's results bit for bit; -: cannot compute the formula")
+    print(f"{report.MARK}: results differ from native code in some bits; -: cannot compute the formula")
     if arguments.page and not arguments.quick and not arguments.only:
         write_page(Path(arguments.page), figures, tables, machine(arguments.cpu))
 

@@ -149,7 +149,7 @@ TEST_F(BulkTest, WritesRecordsWithTypeAndFlag)
     EXPECT_EQ(records[1].z, 3);
 }
 
-TEST_F(BulkTest, AResultMayStandWhereItsRowsNumberStands)
+TEST_F(BulkTest, AResultMayOverwriteTheNumberOfItsRow)
 {
     compile(L"1/x+x");
     Numbers x = {1, 0, 4, 0.5};

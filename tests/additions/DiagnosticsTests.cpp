@@ -396,7 +396,7 @@ TEST(Failures, CountsOfArgumentsAreThoseOfAllOverloads)
     EXPECT_EQ(session.diagnostic().acceptedArgCounts, std::vector<std::uint32_t>{});
 }
 
-TEST(Failures, ConflictIsTold)
+TEST(Failures, ReportTheConflict)
 {
     Session session(true);
     session.run(L"pi=3");
@@ -426,7 +426,7 @@ TEST(Failures, ANewObjectHasNone)
     EXPECT_FALSE(mathexpr::hasFailed(session.expression));
 }
 
-TEST(Failures, EvaluatingNothingStillTellsWhyThereIsNothing)
+TEST(Failures, EvaluatingWithoutAProgramKeepsTheDiagnostic)
 {
     Session session(true);
     session.run(L"1+");
@@ -469,7 +469,7 @@ TEST(Failures, EachEvaluationHasItsOwn)
     EXPECT_EQ(session.diagnostic().message, 11U);
 }
 
-TEST(Failures, MayBeAskedWhileTheMessageIsShown)
+TEST(Failures, CanBeReadWhileTheMessageIsShown)
 {
     Session session(false);
     std::uint32_t code = 0;
@@ -488,7 +488,7 @@ TEST(Failures, OfAnotherObjectWhileTheMessageIsShownDoNotMix)
     EXPECT_EQ(mathexpr::getDiagnostic(other).message, 12U);
 }
 
-TEST(Failures, WhatTheHostThrowsLeavesNone)
+TEST(Failures, ExceptionsOfTheHostLeaveNoDiagnostic)
 {
     class Throwing final : public IMathExprService
     {

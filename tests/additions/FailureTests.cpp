@@ -156,7 +156,7 @@ TEST_F(ForeignItem, ThatRefusesWithoutAReasonHasTheGeneralMessage)
     EXPECT_EQ(compilation.failure.span.end, 6U);
 }
 
-TEST_F(ForeignItem, ThatRaisesACodeOfItsOwnIsNotedWithIt)
+TEST_F(ForeignItem, ThatRaisesAnotherCodeIsRecordedWithIt)
 {
     define(Told::What::RaiseOwnCode);
     EXPECT_THROW(compiler->compile(L"told(2)", {}, assignTarget), mathexpr::ParsingException);

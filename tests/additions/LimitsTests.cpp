@@ -195,7 +195,7 @@ TEST(Limits, ATextTooLongIsNotReadToItsEnd)
     EXPECT_EQ(session.diagnostic().itemName, L"");
 }
 
-TEST(Limits, OfTwoBrokenAtOnePlaceTheFirstIsTold)
+TEST(Limits, OfTwoExceededAtOnePositionReportTheFirst)
 {
     Session session(true);
     mathexpr::setLimits(session.expression, {0, 1, 1});
@@ -217,7 +217,7 @@ TEST(Limits, UnbalancedTextsAreCountedToo)
     }
 }
 
-TEST(Limits, TextsThatFailLaterAreCountedAsTheyStand)
+TEST(Limits, TextsThatWouldNotCompileAreCountedToo)
 {
     const struct
     {

@@ -82,7 +82,7 @@ TEST_F(VariablesTest, AHostsNameStaysTheHostsUntilItIsRemoved)
     EXPECT_EQ(mathexpr::getHostNames(session.expression), Names{});
 }
 
-TEST_F(VariablesTest, GetReadsTheWholeValue)
+TEST_F(VariablesTest, GetReadsAllFields)
 {
     session.run(L"p=[1,2,3]");
     VALTYPE value;

@@ -80,7 +80,7 @@ TEST(VocabularyList, EndsWithoutTouchingTheRecord)
     EXPECT_EQ(item.nbArgs, 77U);
 }
 
-TEST(VocabularyList, TellsTheConstants)
+TEST(VocabularyList, ListsTheConstants)
 {
     const std::vector<mathexpr::VocabularyItem> items = allItems();
     const std::vector<std::pair<std::wstring, double>> expected{
@@ -104,7 +104,7 @@ TEST(VocabularyList, TellsTheConstants)
     }
 }
 
-TEST(VocabularyList, TellsOperatorsAndFunctions)
+TEST(VocabularyList, ListsOperatorsAndFunctions)
 {
     std::map<std::wstring, mathexpr::VocabularyItem> items;
     for (const mathexpr::VocabularyItem& item : allItems())

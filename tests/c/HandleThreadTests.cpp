@@ -98,12 +98,12 @@ std::vector<int> onThreads(Work work)
     return results;
 }
 
-TEST(Threads, UseExpressionsOfTheirOwn)
+TEST(Threads, UseSeparateExpressions)
 {
     EXPECT_EQ(onThreads(useExpressions), std::vector<int>(nbThreads, 200));
 }
 
-TEST(Threads, EditTextsOfTheirOwn)
+TEST(Threads, EditSeparateTexts)
 {
     EXPECT_EQ(onThreads(editTexts), std::vector<int>(nbThreads, 20));
 }

@@ -31,7 +31,7 @@ std::size_t utf8Size(char32_t point)
     return point < 0x80 ? 1 : point < 0x800 ? 2 : point < 0x10000 ? 3 : 4;
 }
 
-TEST(Unicode, EveryCodePointComesBack)
+TEST(Unicode, EveryCodePointRoundTrips)
 {
     for (char32_t point = 0; point <= 0x10FFFF; ++point)
     {

@@ -66,8 +66,8 @@ TEST_F(ValueText, hasTheFormOfItsMagnitude)
     EXPECT_EQ(textOf(9007199254740992), "9007199254740992.0");
     EXPECT_EQ(textOf(9007199254740994), "9.007199254740994e+15");
     EXPECT_EQ(textOf(1e300), "1e+300");
-    EXPECT_EQ(textOf(0x1.fc0148ee4b364p-428).size(), 146) << "no power of ten nearby has a mantissa for it";
-    EXPECT_EQ(textOf(1e23), "0.9999999999999998e+23") << "the language reads 1e+23 as its neighbour";
+    EXPECT_EQ(textOf(0x1.fc0148ee4b364p-428).size(), 146) << "no mantissa with a nearby power of ten yields it";
+    EXPECT_EQ(textOf(1e23), "0.9999999999999998e+23") << "the language reads 1e+23 as the neighbouring double";
     EXPECT_EQ(textOf(-1e-300), "-1*10^-300");
 }
 

@@ -59,7 +59,7 @@ TEST(HostArrays, HoldNumbersOrPoints)
     EXPECT_EQ(doubled[1], (Point{0, 10, 24}));
 }
 
-TEST(HostArrays, TellWhichRowsFailAndWhy)
+TEST(HostArrays, ReportFailedRowsAndReasons)
 {
     const std::vector<double> xs{1, -1, 4, 0};
     std::vector<double> values(4);

@@ -116,7 +116,7 @@ TEST_F(HostEditor, DiagnosesWhileTyping)
     EXPECT_EQ(editor.diagnose("1+2pi").failure->fix()->replacement, "2*pi");
 }
 
-TEST_F(HostEditor, TellsTheCallAroundTheCursor)
+TEST_F(HostEditor, FindsTheCallAroundTheCursor)
 {
     const Editor::Signature signature = editor.signature("w\xC3\xA4+min(1,2", 10);
     EXPECT_EQ(signature.function, "min");
@@ -205,7 +205,7 @@ TEST(HostEditorNames, AsksTheHostOnlyWhereAllowed)
     EXPECT_EQ(editor.hover("model_depth", 0, Editor::HostQuestions::Allowed).value, std::optional<Value>(7.0));
 }
 
-TEST(HostEditorNames, TellsWhatTheHostKnowsOfThem)
+TEST(HostEditorNames, HaveTheHostsNotes)
 {
     int askedCount = 0;
     Expression expression(modelOptions(askedCount));

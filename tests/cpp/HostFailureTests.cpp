@@ -25,7 +25,7 @@ Error errorOf(std::string_view text)
     return result.error();
 }
 
-TEST(HostFailure, TellsWhereAndWhy)
+TEST(HostFailure, ReportsPositionAndReason)
 {
     const Error error = errorOf("1 + sine(30)");
     EXPECT_EQ(error.status(), MATHEXPR_PARSING_ERROR);
@@ -75,7 +75,7 @@ TEST(HostFailure, IsThrownAsItIsAnswered)
     EXPECT_STRNE(errorOf("1/0").what(), errorOf("ln(-1)").what());
 }
 
-TEST(HostFailure, OfATextThatIsNotTakenTellsWhereItBegins)
+TEST(HostFailure, OfIllFormedTextReportsThePosition)
 {
     const Error illFormed = errorOf("1+\xFF");
     EXPECT_EQ(illFormed.status(), MATHEXPR_BAD_UTF8);
@@ -97,7 +97,7 @@ TEST(HostFailure, IsNeverAnEarlierOne)
     EXPECT_TRUE(expression.tryEvaluate("1"));
 }
 
-TEST(HostFailure, OfANameTellsWhichPart)
+TEST(HostFailure, OfANameReportsTheOffendingPart)
 {
     Expression expression;
     const auto refused = expression.variables().trySet("a+b", 1);
@@ -112,7 +112,7 @@ TEST(HostFailure, OfANameTellsWhichPart)
     EXPECT_EQ(expression.variables().trySet("\xFF", 1).error().status(), MATHEXPR_BAD_UTF8);
 }
 
-TEST(HostFailure, OfAResolverComesOutAsItIs)
+TEST(HostFailure, OfAResolverPropagatesUnchanged)
 {
     Options options;
     options.resolver = [](std::string_view name) -> std::optional<Value> {
@@ -140,7 +140,7 @@ TEST(HostFailure, OfAResolverComesOutAsItIs)
     EXPECT_EQ(expression.evaluate("one*3"), 3.0);
 }
 
-TEST(HostFailure, OfAMessageDisplayComesOutAsItIs)
+TEST(HostFailure, OfAMessageDisplayPropagatesUnchanged)
 {
     Options options;
     options.showMessage = [](std::uint32_t id, std::string_view) { throw HostFailure{static_cast<int>(id)}; };

@@ -47,7 +47,7 @@ TEST(HostFunction, KeepsWhatItReadsBesideItsArguments)
     EXPECT_EQ(scaled(2), 20.5);
 }
 
-TEST(HostFunction, TellsWhyItHasNoValue)
+TEST(HostFunction, ReportsWhyItHasNoValue)
 {
     Function logarithm("1+ln(x*k)", {"x"}, {{"k", 2}});
     EXPECT_EQ(logarithm(0.5), 1.0);

@@ -46,7 +46,7 @@ class Page:
         self.tried_count += 1
         if found != expected:
             self.failures += 1
-            print(f"{self.path.name}: {what.strip()}\ngives\n{found.rstrip()}\ninstead of\n{expected.rstrip()}\n")
+            print(f"{self.path.name}: {what.strip()}\nprints\n{found.rstrip()}\ninstead of\n{expected.rstrip()}\n")
 
     def run(self, command, what):
         """The output of a command without a terminal; reports its failure."""
@@ -123,7 +123,7 @@ def main():
         start = time.monotonic()
         page.follow()
         failures += page.failures
-        print(f"{path.name}: {page.tried_count} tried in {time.monotonic() - start:.0f} s, {page.failures} not as told")
+        print(f"{path.name}: {page.tried_count} blocks and rows in {time.monotonic() - start:.0f} s, {page.failures} differ from the page")
     return 1 if failures else 0
 
 

@@ -265,7 +265,7 @@ TEST(Completions, AreAllThatWorkAfterShortTexts)
     EXPECT_GT(refused, 3000U);
 }
 
-TEST(Completions, WorkAfterEveryTextWhichLeavesNoneOut)
+TEST(Completions, AreCompleteAfterEveryText)
 {
     constexpr std::size_t triedAfterEach = 3;
     const MessageRecorder shown;

@@ -106,7 +106,7 @@ TEST_F(Completing, ReplacesTheWordAtTheCursor)
     EXPECT_EQ(items(L"dis|").front().description, L"Distance between two endpoints");
 }
 
-TEST_F(Completing, LeavesWhatFollowsAlone)
+TEST_F(Completing, DoesNotChangeTheTextAfterTheWord)
 {
     EXPECT_EQ(first(L"sqr|(4)"), L"sqr<>(4)");
     EXPECT_EQ(first(L"sq|x(4)"), L"sqr<>(4)");
@@ -212,7 +212,7 @@ TEST_F(Completing, OrdersByKindUseAndLength)
     EXPECT_EQ(items(L"|").back().valueKind == ValueKind::Unknown, false);  // unknown kinds come last
 }
 
-TEST_F(Completing, KnowsWhatTheHostSaysOfItsNames)
+TEST_F(Completing, UsesTheHostsNotes)
 {
     EXPECT_EQ(items(L"dep|").front().kind, TokenKind::HostName);
     EXPECT_EQ(items(L"dep|").front().valueKind, ValueKind::Unknown);

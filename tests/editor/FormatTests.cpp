@@ -30,7 +30,7 @@ TEST(Format, SpacesEvenly)
     EXPECT_EQ(formatted(nullptr), L"");
 }
 
-TEST(Format, LeavesShorthandsAndOddNamesAlone)
+TEST(Format, DoesNotChangeShorthandsAndOddNames)
 {
     EXPECT_EQ(formatted(L"1.5 e + 3*2"), L"1.5e+3 * 2");
     EXPECT_EQ(formatted(L"1e+-3"), L"1e+-3");

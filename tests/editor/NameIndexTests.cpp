@@ -77,7 +77,7 @@ TEST_F(NameIndex, IsUpdatedByName)
     EXPECT_EQ(names.getName(0), nullptr);
 }
 
-TEST_F(NameIndex, TellsKindsAndReasons)
+TEST_F(NameIndex, SuppliesKindsAndReasons)
 {
     names.add(L"quill_p", {ValueKind::Point, L"", L""});
     names.add(L"quill_q");
@@ -99,7 +99,7 @@ TEST_F(NameIndex, TellsKindsAndReasons)
     EXPECT_EQ(completed(L"quill", options).size(), 4U);
 }
 
-TEST_F(NameIndex, GivesWayToVariablesAndConstants)
+TEST_F(NameIndex, YieldsToVariablesAndConstants)
 {
     names.add(L"quill");
     names.add(L"pi");
@@ -108,7 +108,7 @@ TEST_F(NameIndex, GivesWayToVariablesAndConstants)
     EXPECT_TRUE(completed(L"pi").empty());
 }
 
-TEST_F(NameIndex, KnowsNamesInEveryService)
+TEST_F(NameIndex, SuppliesNamesToEveryService)
 {
     names.add(L"quill_depth");
     EXPECT_EQ(mathexpr::getTokens(expression, L"quill_depth")[0].kind, mathexpr::TokenKind::HostName);

@@ -45,7 +45,7 @@ std::wstring pieces(const MathExpression& expression, const std::wstring& text)
     return all;
 }
 
-TEST(Tokens, TellWhatTheCompilerTakesANameFor)
+TEST(Tokens, HaveTheKindThatTheCompilerGivesAName)
 {
     EditedExpression edited({{L"depth", std::nullopt}, {L"d.p", std::nullopt}});
     mathexpr::setVariable(edited.expression, L"width", number(5));
@@ -72,7 +72,7 @@ TEST(Tokens, KeepTheBlanksWithinThem)
     EXPECT_TRUE(mathexpr::getTokens(edited.expression, nullptr).empty());
 }
 
-TEST(Tokens, TellAssignments)
+TEST(Tokens, RecogniseAssignments)
 {
     const EditedExpression edited;
     EXPECT_EQ(kinds(edited.expression, L"a=2"), L"a=n");
@@ -103,7 +103,7 @@ TEST(Tokens, PairBrackets)
     EXPECT_EQ(tokens[10].partner, mathexpr::noPartner);
 }
 
-TEST(Tokens, TellTheDepth)
+TEST(Tokens, HaveTheirNestingDepth)
 {
     const EditedExpression edited;
     std::vector<std::uint32_t> depths;

@@ -104,7 +104,7 @@ TEST(Typeset, TakesWhatIsNoCharacter)
     EXPECT_EQ(latexOf(nullptr), L"\\mathtt{}");
 }
 
-TEST(Typeset, LeavesATextBeyondTheLimitAlone)
+TEST(Typeset, SetsATextBeyondTheLimitVerbatim)
 {
     EditedExpression edited;
     mathexpr::setLimits(edited.expression, {3, 0, 0});

@@ -204,7 +204,7 @@ TEST(TypingDiagnostics, CallNoBeginningOfAGoodTextWrong)
     EXPECT_GT(count, 1000U);
 }
 
-TEST_F(Typing, TellsTheSignatureAroundTheCursor)
+TEST_F(Typing, FindsTheSignatureAroundTheCursor)
 {
     const CallSignature signature = mathexpr::getSignature(edited.expression, L"1+dist([1,2],si n(3), x", 23);
     EXPECT_EQ(signature.function, L"dist");

@@ -81,7 +81,7 @@ TEST(Runner, NoticesEveryFieldOfAnException)
     EXPECT_EQ(nbFailures("1+sin(1,2) => !message 3 at evaluate parsing 7 pos=3 item=sin nbArgs=2"), 4u);
 }
 
-TEST(Runner, NoticesWhatTheHostIsAsked)
+TEST(Runner, ChecksTheNamesLookedUpInTheHost)
 {
     EXPECT_EQ(nbFailures("@host x=1\nx+x => 2 asked x"), 0u);
     EXPECT_EQ(nbFailures("@host x=1\nx+x => 2 asked x x"), 4u);
@@ -142,7 +142,7 @@ TEST(DataFiles, RefuseWhatIsNotARow)
     EXPECT_FALSE(readDataFile("no such file").errors.empty());
 }
 
-TEST(Hiding, LeavesNamesCallsAndAssignmentsAlone)
+TEST(Hiding, DoesNotChangeNamesCallsAndAssignments)
 {
     const auto hidden = [](const wchar_t* text, Hidden what) {
         Bindings host;

@@ -28,7 +28,7 @@ def main():
     interface = set(Path(golden).read_text().splitlines()) | declared
     found = exported(library)
     for name in sorted(found - interface):
-        print(f"exported, and no part of the interface: {name}")
+        print(f"exported, but not part of the interface: {name}")
     for name in sorted(interface - found):
         print(f"not exported: {name}")
     return found != interface

@@ -81,7 +81,7 @@ def main():
         if found != expected:
             failures += 1
             print(f"block {number} ({kind}) of {os.path.basename(document)} prints\n{found}instead of\n{expected}")
-    print(f"{len(blocks) // 2} blocks, {failures} print something else")
+    print(f"{len(blocks) // 2} blocks, {failures} with other output")
     return 1 if failures else 0
 
 

@@ -213,7 +213,7 @@ TEST(Completion, OffersWhatHasToDoWithTheWordWhereNothingBeginsSo)
     EXPECT_TRUE(offers("milli", "mm2i("));
 }
 
-TEST(Completion, KnowsNoFunctionThatCannotBeCalledAndNoNameThatCannotBeWritten)
+TEST(Completion, OmitsFunctionsThatCannotBeCalledAndNamesThatCannotBeWritten)
 {
     EXPECT_EQ(offered("ran"), Words{"rand("});
     EXPECT_FALSE(offers("a", "a b"));

@@ -75,7 +75,7 @@ TEST_F(History, IsKeptForItsOwnerAlone)
     EXPECT_EQ(again.lines(), (Lines{"1+2", "h\xC3\xB6he=2"}));
 }
 
-TEST_F(History, OfTwoSessionsGoesIntoOneFile)
+TEST_F(History, OfTwoSessionsIsInOneFile)
 {
     PromptHistory one(file);
     PromptHistory other(file);

@@ -31,7 +31,7 @@ Notes notes(const std::string& expression, const std::vector<double>& numbers = 
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
-TEST(Notes, TellOfAssignments)
+TEST(Notes, MentionAssignments)
 {
     EXPECT_EQ(notes("a=4"), Notes{});
     EXPECT_EQ(notes("a==4"), Notes{});
@@ -43,7 +43,7 @@ TEST(Notes, TellOfAssignments)
     EXPECT_EQ(notes("a\"=4"), Notes{"The variable is called \"a\"\": a line makes one assignment."});
 }
 
-TEST(Notes, TellOfWhatDoesNotComputeWhatItsNameSays)
+TEST(Notes, ExplainSurprisingValues)
 {
     EXPECT_EQ(notes("fact(5)"), Notes{"fact does not compute a factorial: it yields 0."});
     EXPECT_EQ(notes("artefact(5)"), Notes{});
@@ -53,7 +53,7 @@ TEST(Notes, TellOfWhatDoesNotComputeWhatItsNameSays)
     EXPECT_EQ(notes("rand(1,2)", {1, 2}), Notes{});
 }
 
-TEST(Notes, TellWhyThereIsNoNumber)
+TEST(Notes, ExplainWhyThereIsNoNumber)
 {
     const Notes power{"nan is not a number: a negative number has no power with a fraction for its exponent."};
     EXPECT_EQ(notes("(-8)^(1/3)", {nan}), power);

@@ -148,7 +148,7 @@ TEST_F(Session, HasAnsWithALimitForWholeNumbersAndNoneWhenAllIsForgotten)
     EXPECT_EQ(run(":vars"), "No name has a value yet: width=2.5 gives one.\n");
 }
 
-TEST_F(Session, PrintsJsonWhereThatIsAskedFor)
+TEST_F(Session, PrintsJsonOnRequest)
 {
     Options json;
     json.json = true;
@@ -214,7 +214,7 @@ TEST_F(Session, ComplainsOfAFileThatCannotBeLoaded)
     EXPECT_EQ(run("1"), "1\n");
 }
 
-TEST_F(Session, TellsTheLineOfWhatIsWrongInAFile)
+TEST_F(Session, ReportsTheLineOfAnErrorInAFile)
 {
     const std::string inner = file("inner", ":nonsense\n\xFF\n");
     const std::string outer = file("outer", "1\n:load " + inner + "\n:load missing file\n:list x\n2\n");
@@ -329,7 +329,7 @@ TEST_F(Session, FindsUnits)
               "Nothing is known of xyzzy. :list names the families of the vocabulary, :help units the units.\n");
 }
 
-TEST_F(Session, SaysWhatToTypeAndWhatComputesAQuestion)
+TEST_F(Session, SuggestsWhatToTypeAndTheExpressionForAQuestion)
 {
     start({});
     TerminalStyle style;

@@ -80,7 +80,7 @@ TEST(Units, LongTextsAreNoQuestions)
     EXPECT_EQ(unitAnswer("3 inch to mm" + std::string(200, ' '), 15), "");
 }
 
-TEST(Units, HaveNamesOfTheirOwn)
+TEST(Units, AreFoundByAllTheirNames)
 {
     for (const UnitName& unit : unitNames())
     {

@@ -206,7 +206,7 @@ TEST(BoundFunction, ReadsTheArrayOfTheCall)
 }
 
 // Nothing consumes the copy of a; scalar code has no step for that.
-TEST(BoundFunction, RunsAProgramThatScalarCodeCannotStandFor)
+TEST(BoundFunction, InterpretsAProgramThatScalarCodeCannotRun)
 {
     const Bound bound(L"-((a),b)", true);
     for (const double b : {2.0, 3.0})

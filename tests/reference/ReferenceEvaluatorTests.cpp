@@ -297,7 +297,7 @@ TEST_F(ReferenceSlots, SumKeepsThePoint)
     EXPECT_EQ(value(), "[11,7,9]");
 }
 
-TEST_F(ReferenceSlots, SineGoesOnRefusingTheStalePoint)
+TEST_F(ReferenceSlots, SineKeepsRefusingTheStalePoint)
 {
     compile("sin(a+b)", point(1, 2, 3), point(4, 5, 6));
     EXPECT_EQ(value(), "raised parsing 15 at 0");
@@ -347,7 +347,7 @@ TEST(ReferenceItems, PointOfFourKeepsTheCoordinates)
     EXPECT_EQ(reference::describe(result), "[3,0,0]");
 }
 
-TEST_F(ReferenceSlots, FailureLeavesTheRecordOfTheCaller)
+TEST_F(ReferenceSlots, FailureDoesNotChangeTheCallersRecord)
 {
     compile("a/b", number(1), number(0));
     const Outcome outcome = session.evaluate(number(77));
@@ -380,7 +380,7 @@ TEST(ReferenceSession, LimitCountsTheRewrittenText)
     EXPECT_EQ(describe(session.calculate(L"2+3", {}, 0)), "false, message 19");
 }
 
-TEST(ReferenceSession, HostIsAskedOnceForANameThatItKnows)
+TEST(ReferenceSession, HostIsCalledOnceForANameThatItKnows)
 {
     Session session(false, answer);
     EXPECT_EQ(describe(session.setExpression(L"x+x")), "0, asked x");

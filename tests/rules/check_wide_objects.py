@@ -48,11 +48,11 @@ def main():
         symbols = subprocess.run([nm, "--defined-only", path], check=True, capture_output=True, text=True).stdout
         lines = symbols.splitlines()
         if not any(OWN.match(line.split()[-1]) for line in lines):
-            print(f"{path}: holds no set of kernels")
+            print(f"{path}: contains no set of kernels")
             found += 1
         code = subprocess.run([objdump, "-d", path], check=True, capture_output=True, text=True).stdout
         if not LEAVING.search(code):
-            print(f"{path}: nothing leads out of it")
+            print(f"{path}: no kernel returns to other code")
             found += 1
         for fault in [*faults(lines, lanes), *dirty(code)]:
             print(f"{path}: {fault}")

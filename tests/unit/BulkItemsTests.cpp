@@ -134,7 +134,7 @@ TEST_F(BulkItems, DoNotRefuseForTheReasonOfAnotherItem)
     EXPECT_EQ(tally.firstStatus, std::uint32_t{mathexpr::RowStatus::ArgumentsRefused});
 }
 
-TEST_F(BulkItems, VariablesAreAskedForEveryRow)
+TEST_F(BulkItems, VariablesAreEvaluatedForEveryRow)
 {
     registrar.defineVariable(new Count);
     EXPECT_EQ(evaluate(L"x*10+count", {1, 2, 3}, 4), (std::vector<double>{11, 22, 33}));

@@ -95,7 +95,7 @@ TEST(Copy, SharesVariables)
     EXPECT_EQ(valueOf(source, L"a"), 3.0);
 }
 
-TEST(Copy, AssignsWhatItWasItselfAsked)
+TEST(Copy, MakesOnlyItsOwnAssignments)
 {
     MessageRecorder recorder;
     CMathExpr source;
@@ -124,7 +124,7 @@ TEST(Copy, TakesAPendingNameAlong)
     EXPECT_EQ(recorder.take(), Ids{10});
 }
 
-TEST(Copy, ByAssignmentLeavesWhatWasHeldBefore)
+TEST(Copy, ByAssignmentKeepsTheFormerStateForOtherCopies)
 {
     CMathExpr source;
     valueOf(source, L"a=2");

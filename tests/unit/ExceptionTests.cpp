@@ -151,7 +151,7 @@ TEST(Exceptions, OfTheCompilerCarryWhatIsAtFault)
     }
 }
 
-TEST(Exceptions, OfAVariableThatIsSetTellTheOutermostLayerOnly)
+TEST(Exceptions, OfAVariableThatIsSetHaveAnEntryOfTheOutermostLayerOnly)
 {
     MathExpression expression(true, nullptr);
     try
@@ -171,7 +171,7 @@ TEST(Exceptions, OfAVariableThatIsSetTellTheOutermostLayerOnly)
     }
 }
 
-TEST(Exceptions, OfANameThatCannotBeAVariableTellEveryLayer)
+TEST(Exceptions, OfANameThatCannotBeAVariableHaveAnEntryOfEveryLayer)
 {
     const AnsweringHost host({{L"a.b", VALTYPE{}}});
     MathExpression expression(true, &host);

@@ -42,7 +42,7 @@ double valueOf(MathExpression& expression, const wchar_t* text)
     return value.x;
 }
 
-TEST(HostService, IsAskedWithTheNameAsWrittenAndAFreshValue)
+TEST(HostService, IsCalledWithTheNameAsWrittenAndAFreshValue)
 {
     CallingHost host;
     std::wstring asked;
@@ -64,7 +64,7 @@ TEST(HostService, IsAskedWithTheNameAsWrittenAndAFreshValue)
     EXPECT_EQ(value.z, 6.0);
 }
 
-TEST(HostService, IsAskedOnceForANameThatItKnows)
+TEST(HostService, IsCalledOnceForANameThatItKnows)
 {
     CallingHost host;
     int nbAsked = 0;

@@ -103,14 +103,14 @@ TEST_F(Environment, NamesALanguageInEachVariable)
     }
 }
 
-TEST_F(Environment, ChoosesEnglishWhereItSaysNothing)
+TEST_F(Environment, SelectsEnglishByDefault)
 {
     EXPECT_EQ(languageOfUser(), Language::English);
     set("", "", "");
     EXPECT_EQ(languageOfUser(), Language::English);
 }
 
-TEST_F(Environment, IsAskedInTheUsualOrder)
+TEST_F(Environment, IsReadInTheUsualOrder)
 {
     set("fr_FR", "it_IT", "de_DE");
     EXPECT_EQ(languageOfUser(), Language::French);

@@ -22,7 +22,7 @@ std::vector<int> drawn()
     return numbers;
 }
 
-TEST(RandomNumbers, TheHostsSequenceIsItsOwn)
+TEST(RandomNumbers, TheHostsSequenceIsNotDisturbed)
 {
     std::srand(3);
     const std::vector<int> undisturbed = drawn();

@@ -99,7 +99,7 @@ TEST_F(Lookup, KeepsOperatorsByLengthAndThenInTheirOrder)
     }
 }
 
-TEST_F(Lookup, TellsBinaryFromUnaryOperators)
+TEST_F(Lookup, DistinguishesBinaryFromUnaryOperators)
 {
     defineOperator(L"-");
     defineOperator(L"-", true);
@@ -116,7 +116,7 @@ TEST_F(Lookup, TellsBinaryFromUnaryOperators)
     EXPECT_EQ(registrar.findOperator(L"", true), notFound);
 }
 
-TEST_F(Lookup, TellsOperatorsOfOneLengthAndBeginningApart)
+TEST_F(Lookup, DistinguishesOperatorsOfTheSameLengthAndBeginning)
 {
     for (const wchar_t* const symbol : {L"<=", L"<>", L"<"})
     {
@@ -179,7 +179,7 @@ TEST_F(Lookup, KeepsFunctionsInTheirOrder)
     }
 }
 
-TEST_F(Lookup, TellsConstantsApartByCase)
+TEST_F(Lookup, DistinguishesConstantsByCase)
 {
     VALTYPE value;
     value.x = 3.0;
@@ -226,7 +226,7 @@ TEST_F(Lookup, FindsConstantsBeyondAscii)
 }
 
 // Both names of a pair have the same hash, so they collide in the index.
-TEST_F(Lookup, TellsNamesOfOneHashApart)
+TEST_F(Lookup, DistinguishesNamesWithTheSameHash)
 {
     ASSERT_EQ(MTNameIndex::hash(L"declinate"), MTNameIndex::hash(L"macallums"));
     ASSERT_EQ(MTNameIndex::hash(L"costarring"), MTNameIndex::hash(L"liquid"));
@@ -250,7 +250,7 @@ TEST_F(Lookup, TellsNamesOfOneHashApart)
     }
 }
 
-TEST_F(Lookup, TellsConstantsOfOneHashApart)
+TEST_F(Lookup, DistinguishesConstantsWithTheSameHash)
 {
     registrar.defineConstant(L"arjtra", VALTYPE{});
     EXPECT_EQ(registrar.findConstant(L"ahikxw"), notFound);

@@ -81,7 +81,7 @@ TEST(MemoryVariable, IsTheNumberZeroWhenMadeByTheFactory)
     EXPECT_EQ(std::memcmp(&value, &zero, sizeof(VALTYPE)), 0);
 }
 
-TEST(MemoryVariable, YieldsWhatStandsAtItsAddressWhateverTheArguments)
+TEST(MemoryVariable, YieldsTheValueAtItsAddressWhateverTheArguments)
 {
     MathExpression::MemVariableFactory factory;
     const std::unique_ptr<IMathVariable> variable(factory.create(L"p"));

@@ -237,7 +237,7 @@ TEST_F(Conversions, ThereAndBackIsExactUpToRounding)
     EXPECT_LT(worst.error, 1e-15);
 }
 
-TEST_F(Conversions, TellingValues)
+TEST_F(Conversions, ChosenValues)
 {
     EXPECT_EQ(convert("d2g", 90), 100);
     EXPECT_EQ(convert("g2d", 100), 90);

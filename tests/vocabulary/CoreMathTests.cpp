@@ -391,7 +391,7 @@ TEST(RandFct, AloneIsNotConstant)
     EXPECT_FALSE(RandMinMaxFct{}.isConstant());
 }
 
-TEST(PointArgument, ComesBeforeTheDomain)
+TEST(PointArgument, IsCheckedBeforeTheDomain)
 {
     EXPECT_TRUE(raises(ArcSinFct{}, {point(2, 0, 0)}, ArcSinFct::text.line));
     EXPECT_TRUE(raises(ArcCosFct{}, {point(2, 0, 0)}, ArcCosFct::text.line));

@@ -132,7 +132,7 @@ testing::AssertionResult refuses(const IMathExprItemEvaluator& item, const std::
         const std::vector<std::uint32_t> expected(showMessages ? 1 : 0, message);
         if (const std::vector<std::uint32_t> shown = messages.take(); shown != expected)
         {
-            return testing::AssertionFailure() << "shown are " << testing::PrintToString(shown) << " instead of "
+            return testing::AssertionFailure() << "shows " << testing::PrintToString(shown) << " instead of "
                                                << testing::PrintToString(expected);
         }
         if (!sameRecord(result, stale()))
@@ -153,7 +153,7 @@ testing::AssertionResult raises(const IMathExprItemEvaluator& item, const std::v
         try
         {
             item.evaluate(static_cast<std::uint32_t>(args.size()), args.data(), result, showMessages);
-            return testing::AssertionFailure() << "nothing is raised";
+            return testing::AssertionFailure() << "raises no exception";
         }
         catch (const mathexpr::ParsingException& exception)
         {

@@ -49,7 +49,7 @@ testing::AssertionResult meetsNowhere(const Line& first, const Line& second)
     return meetsAt(intersect(first, second, 0.25), Intersection::None, stale().x, stale().y, 0.25);
 }
 
-TEST(LineIntersection, CodeTellsTheSegmentsAndZFollowsIt)
+TEST(LineIntersection, CodeNamesTheSegmentsAndDeterminesZ)
 {
     const Line along{point(0, 0, 10), point(4, 0, 14)};
     EXPECT_TRUE(meetsAt(intersect(along, {point(1, -1, 100), point(1, 1, 200)}), Intersection::OnBoth, 1, 0, 150));
@@ -67,7 +67,7 @@ TEST(LineIntersection, SteepAndFlatLinesTradePlaces)
 }
 
 // If a segment is as high as wide, z is interpolated along x. Along y, rounding would differ here.
-TEST(LineIntersection, ZOfADiagonalGoesByX)
+TEST(LineIntersection, ZOfADiagonalIsInterpolatedAlongX)
 {
     const Line diagonal{point(30.5, -9.4, 0), point(7.4, -32.5, 7)};
     const Outcome outcome = intersect(diagonal, {point(-73.937, -16.637, 0), point(24.263, -14.637, 0)});

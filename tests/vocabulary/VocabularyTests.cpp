@@ -376,7 +376,7 @@ TEST(Vocabulary, ItemsAreNothingButTheirInterface)
     EXPECT_EQ(sizeof(M2cmFct), sizeof(void*));
 }
 
-TEST(Vocabulary, APointRaisesAtALineOfTheClassesOwn)
+TEST(Vocabulary, EveryClassReportsAPointWithAUniqueLine)
 {
     const RegisteredVocabulary registered;
     const std::set<std::wstring> neverRaise{L"AbsFct", L"RandFct", L"Point", L"dist", L"nor", L"vec", L"vec1", L"ill"};

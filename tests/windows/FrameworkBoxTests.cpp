@@ -24,7 +24,7 @@ struct Request
 Request last;
 int requests = 0;
 
-TEST(FrameworkBox, IsAskedForWithoutStyleAndHelp)
+TEST(FrameworkBox, IsRequestedWithoutStyleAndHelp)
 {
     platform::showMessageBox(L"Division by zero");
     EXPECT_EQ(requests, 1);
@@ -33,7 +33,7 @@ TEST(FrameworkBox, IsAskedForWithoutStyleAndHelp)
     EXPECT_EQ(last.helpId, 0U);
 }
 
-TEST(FrameworkBox, LeavesTheComparisonOfNamesAsItIs)
+TEST(FrameworkBox, DoesNotAffectTheComparisonOfNames)
 {
     EXPECT_TRUE(platform::isSameName(L"p\u200Di", L"pi"));
     EXPECT_FALSE(platform::isSameName(L"Pi", L"pi"));

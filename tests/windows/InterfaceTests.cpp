@@ -106,7 +106,7 @@ TEST(Names, OfVariablesFoldTheLettersAToZOnly)
     EXPECT_THROW(expression.setExpression(L"e\u0301*2"), mathexpr::ParsingException);
 }
 
-TEST(Threads, EachWithAnObjectOfItsOwnDoNotMeet)
+TEST(Threads, WithSeparateObjectsAreIndependent)
 {
     const auto work = [](double start, bool& allRight) {
         MathExpression expression(true, nullptr);

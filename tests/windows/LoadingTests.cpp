@@ -104,7 +104,7 @@ TEST(Loading, MakesTheVocabularyOnceForTwoThreads)
     EXPECT_TRUE(done[1]);
     EXPECT_EQ(results[0].x, 6.0);
     EXPECT_EQ(results[1].x, 2.0);
-    EXPECT_LT(nbAllocations, 900) << "the vocabulary has been made twice";
+    EXPECT_LT(nbAllocations, 900) << "the vocabulary was created twice";
 }
 
 TEST(Loading, ShowsNothingForAStringThatIsMissing)

@@ -99,7 +99,7 @@ TEST(MessageBoxes, AreNotShownWhenSilentButForTheIntegerLimit)
     EXPECT_EQ(watch.last().text, textOfResource(19));
 }
 
-TEST(MessageBoxes, GiveWayToTheHostsDisplay)
+TEST(MessageBoxes, AreReplacedByTheHostsDisplay)
 {
     BoxWatch watch;
     std::uint32_t shown = 0;

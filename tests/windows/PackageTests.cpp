@@ -89,7 +89,7 @@ TEST(Package, LoadingSampleComputes)
     EXPECT_EQ(outcome.boxes, 0);
 }
 
-TEST(Package, LoadingSampleGoesOnWithoutTheLibrary)
+TEST(Package, LoadingSampleContinuesWithoutTheLibrary)
 {
     const Outcome outcome = run(L"load_at_run_time.exe", L"\"C:\\no such folder\" 1+2");
     EXPECT_EQ(outcome.exitCode, 3U);

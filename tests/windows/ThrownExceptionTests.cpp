@@ -92,7 +92,7 @@ struct ScopeGuard
     ~ScopeGuard() { seen = std::uncaught_exceptions(); }
 };
 
-TEST_F(Exceptions, AreCountedWhileTheyAreUnderWay)
+TEST_F(Exceptions, AreCountedWhileInFlight)
 {
     MathExpression expression(true, nullptr);
     int seen = -1;
@@ -129,7 +129,7 @@ struct UsesTheLibrary
     }
 };
 
-TEST_F(Exceptions, MayBeRaisedWhileAnotherIsUnderWay)
+TEST_F(Exceptions, MayBeRaisedWhileAnotherIsInFlight)
 {
     MathExpression expression(true, nullptr);
     MathExpression another(true, nullptr);

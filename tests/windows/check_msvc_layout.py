@@ -81,7 +81,7 @@ def main():
     for name, expected in SLOTS.items():
         if slots(run.stdout, name) != expected:
             failures.append(f"{name}: {slots(run.stdout, name)} instead of {expected}")
-    print("\n".join(failures) or f"VALTYPE and {len(SLOTS)} virtual tables are as the interface says")
+    print("\n".join(failures) or f"VALTYPE and {len(SLOTS)} virtual tables have the layout of the interface")
     return 1 if failures else 0
 
 
