@@ -64,8 +64,7 @@ struct mathexpr_function
     {}
 
 #if defined(MATHEXPR_CHECK_HANDLES)
-    // NOLINTNEXTLINE(cert-dcl54-cpp): the global operator new allocates the memory, and it is released to its
-    // counterpart
+    // NOLINTNEXTLINE(cert-dcl54-cpp): the global operator new allocates, and its counterpart frees in the end
     static void operator delete(void* memory) noexcept
     {
         HandleRegistry::retire(memory);
