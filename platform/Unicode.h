@@ -15,8 +15,8 @@ namespace platform {
 
 inline constexpr std::size_t wellFormed = static_cast<std::size_t>(-1);
 
-/// Index of the first unit that is not part of a character; wellFormed if there is none. Not a character are, in UTF-8,
-/// also overlong forms, encoded surrogates and numbers above 0x10FFFF; in UTF-16, lone surrogates.
+/// Index of the first ill-formed unit; wellFormed if there is none. Ill-formed are, in UTF-8, also overlong forms, encoded
+/// surrogates and numbers above 0x10FFFF; in UTF-16, lone surrogates.
 std::size_t findIllFormed(std::string_view text) noexcept;
 std::size_t findIllFormed(std::u16string_view text) noexcept;
 

@@ -11,7 +11,7 @@
 
 namespace mathexpr {
 
-/// What would have been accepted at the failed place: a set of these bits. The numbers are part of the interface.
+/// What would have been accepted at the failure: a set of these bits. The numbers are part of the interface.
 namespace Expected {
 enum : std::uint32_t
 {

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// References.cpp - finds the uses of a name and renames them. The renamed text is read again to check that it is read
-// alike.
+// References.cpp - finds the uses of a name and renames them. The renamed text is read again, to check that every renamed
+// use is a use of the new name.
 #include "MTParserLib/names/MTNameIndex.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
