@@ -48,9 +48,9 @@ def main():
 
 def parse_arguments():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("directory", help="where the benchmark programs are")
+    parser.add_argument("directory", help="folder of the benchmark programs")
     parser.add_argument("--quick", action="store_true", help="within a minute, with more noise")
-    parser.add_argument("--only", choices=["evaluate", "bulk", "python"], help="measure one of these alone")
+    parser.add_argument("--only", choices=["evaluate", "bulk", "python"], help="measure only one of these")
     parser.add_argument("--formula", type=lambda text: [int(n) for n in text.split(",")],
                         default=list(range(1, measure.NB_FORMULAS + 1)), help="with --only evaluate: numbers, such as 1,4")
     parser.add_argument("--cpu", type=int, default=max(os.sched_getaffinity(0)), help="the processor to run on")

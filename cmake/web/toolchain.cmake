@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 #
 # Cross-builds for WebAssembly with Debian's emscripten, and runs test programs under Node.
-set(MATHEXPR_EMSCRIPTEN /usr/share/emscripten CACHE PATH "Where emcc and its folder cmake/ are")
+set(MATHEXPR_EMSCRIPTEN /usr/share/emscripten CACHE PATH "Folder of emcc and of its folder cmake/")
 include(${MATHEXPR_EMSCRIPTEN}/cmake/Modules/Platform/Emscripten.cmake)
 
 # Its own look at the linker needs acorn, which Debian keeps outside of emscripten's tree.

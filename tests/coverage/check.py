@@ -184,7 +184,7 @@ def check(root, report, names):
             if block:
                 excluded.append(f"  {path}:{first}: {reason}")
             elif first in lines:
-                faults.append(f"{path}:{first}: is covered, but says that it is not")
+                faults.append(f"{path}:{first}: marked as not covered, but covered")
         for number in sorted(missed):
             fate = "excluded" if number in explained else "missed"
             totals[fate + "_lines"] += missed[number].count("line")

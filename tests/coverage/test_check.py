@@ -120,7 +120,7 @@ class Check(unittest.TestCase):
             "not covered, with a reason, in 1 places:", "  lib/sign.cpp:5: nobody asks"])
         self.write(SOURCE.replace("{\n    if", "{  // not covered: nobody asks\n    if"))
         self.assertEqual(self.check_llvm((0, 2))[:2], [
-            "lib/sign.cpp:2: is covered, but says that it is not",
+            "lib/sign.cpp:2: marked as not covered, but covered",
             "lib/sign.cpp:3: branch never true (column 9) not covered"])
 
     def test_a_reason_above_a_block(self):
@@ -140,7 +140,7 @@ class Check(unittest.TestCase):
     def test_a_reason_that_outlived_its_line(self):
         self.write(SOURCE.replace("return -1;", "return -1;  // not covered: nobody asks"))
         self.assertEqual([self.check_llvm((1, 2))[at] for at in (0, -1)], [
-            "lib/sign.cpp:5: is covered, but says that it is not", "NOT COVERED"])
+            "lib/sign.cpp:5: marked as not covered, but covered", "NOT COVERED"])
 
     def test_what_was_not_measured(self):
         self.write("int other() { return 0; }\n", "other.cpp")

@@ -27,9 +27,9 @@ def breaches(page):
         target, _, anchor = link.partition("#")
         file = page.parent / target if target else page
         if not file.exists():
-            yield f"{page}: {link} leads to no file"
+            yield f"{page}: {link}: no such file"
         elif anchor and anchor not in anchors(file):
-            yield f"{page}: {link} leads to no heading"
+            yield f"{page}: {link}: no such heading"
 
 
 def main():

@@ -76,7 +76,7 @@ def check_names(include):
         if header in ("mathexpr.h", "mathexpr_editor.h"):  # all their names have a prefix
             continue
         for name in sorted(set(global_names(text)) - GIVEN - {"mathexpr"}):
-            yield f"{header}: {name} belongs into namespace mathexpr"
+            yield f"{header}: {name} must be in namespace mathexpr"
 
 
 def check_together(include, host, compilers):

@@ -35,7 +35,7 @@ class Names(unittest.TestCase):
             self.assertEqual(list(check_headers.check_names(include)), [])
             (include / "Header7.h").write_text("struct Outside;\n")
             self.assertEqual(list(check_headers.check_names(include)),
-                             ["Header7.h: Outside belongs into namespace mathexpr"])
+                             ["Header7.h: Outside must be in namespace mathexpr"])
 
 
 if __name__ == "__main__":

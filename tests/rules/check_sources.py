@@ -78,9 +78,9 @@ def check_includes(root, path, text):
         target = resolve(root, path, quoted or angled)
         if target is None:
             if quoted:
-                yield f"{path}: includes {quoted}, which is not there"
+                yield f"{path}: includes {quoted}, which does not exist"
             elif standard_only and not STANDARD_HEADER.match(angled):
-                yield f"{path}: includes <{angled}>, which is not of the standard library"
+                yield f"{path}: includes <{angled}>, which is not in the standard library"
         elif target in FORBIDDEN_INCLUDES.get(path, []):
             yield f"{path}: must not include {target}"
         elif not any(is_in(target, below) for below in [layer, *LAYERS[layer]]):
@@ -90,9 +90,9 @@ def check_includes(root, path, text):
 def check_library(path, text):
     code = COMMENT.sub("", text)
     for match in ABORT.finditer(code):
-        yield f"{path}: the library never ends the process: {match.group()}"
+        yield f"{path}: the library must not end the process: {match.group()}"
     for match in OUTPUT.finditer(code):
-        yield f"{path}: the library writes to no stream: {match.group()}"
+        yield f"{path}: the library must not write to streams: {match.group()}"
 
 
 def check_ascii(path, data):

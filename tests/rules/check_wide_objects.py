@@ -38,7 +38,7 @@ def faults(symbols, lanes):
         if INITIALISER.search(name):
             yield f"{name}: runs when the library is loaded"
         elif CODE.match(kind) and not COMPILER.match(name) and vector not in name:
-            yield f"{name}: could take the place of the baseline's"
+            yield f"{name}: could replace the baseline's function"
 
 
 def main():

@@ -64,9 +64,9 @@ class CheckSources(unittest.TestCase):
     def test_headers_that_are_not_there_or_not_standard(self):
         self.assertEqual(
             self.breaches({"mathexpr/Shell.cpp": '#include "gone.h"\n#include <unistd.h>\n#include <gtest/gtest.h>\n'}),
-            ["mathexpr/Shell.cpp: includes gone.h, which is not there",
-             "mathexpr/Shell.cpp: includes <unistd.h>, which is not of the standard library",
-             "mathexpr/Shell.cpp: includes <gtest/gtest.h>, which is not of the standard library"])
+            ["mathexpr/Shell.cpp: includes gone.h, which does not exist",
+             "mathexpr/Shell.cpp: includes <unistd.h>, which is not in the standard library",
+             "mathexpr/Shell.cpp: includes <gtest/gtest.h>, which is not in the standard library"])
 
     def test_output_and_end_of_the_process(self):
         for path in ("MTParserLib/Engine.cpp", "MTParserLib/vocabulary/Items.h"):

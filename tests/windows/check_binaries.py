@@ -45,7 +45,7 @@ def complaints(objdump, version, module):
         yield f"needs {', '.join(sorted(imported - SYSTEM_DLLS - PROJECT_DLLS))}"
     found = file_version(Path(module).read_bytes())
     if found != version:
-        yield f"says it is version {found}, not {version}"
+        yield f"has version {found}, not {version}"
 
 
 def main():
