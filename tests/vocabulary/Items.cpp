@@ -132,8 +132,8 @@ testing::AssertionResult refuses(const IMathExprItemEvaluator& item, const std::
         const std::vector<std::uint32_t> expected(showMessages ? 1 : 0, message);
         if (const std::vector<std::uint32_t> shown = messages.take(); shown != expected)
         {
-            return testing::AssertionFailure() << "shows " << testing::PrintToString(shown) << " instead of "
-                                               << testing::PrintToString(expected);
+            return testing::AssertionFailure()
+                   << "shows " << testing::PrintToString(shown) << " instead of " << testing::PrintToString(expected);
         }
         if (!sameRecord(result, stale()))
         {
