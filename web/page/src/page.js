@@ -8,6 +8,7 @@ import { Engine } from "./engine/client.js";
 import { latest } from "./latest.js";
 import { showPoints } from "./picture/points-table.js";
 import { Picture } from "./picture/picture.js";
+import { drawnAlike } from "./picture/scene.js";
 import { example } from "./sheet/example.js";
 import { save, textOf } from "./sheet/files.js";
 import { fragmentOf, holdsSheet, sheetOf } from "./sheet/link.js";
@@ -45,8 +46,8 @@ const editor = new SheetEditor(byId("editor"), {
   language: settings.language,
   ask: (kind, parameters) => engine.ask(kind, parameters),
   onChange: () => {
-    store("sheet", editor.text);
     evaluation.start();
+    store("sheet", editor.text);
   },
   onTooLong: () => notify(texts.tooLong),
   onCursor: () => help.start(),
@@ -60,10 +61,13 @@ const picture = new Picture(byId("canvas"), byId("gaps"), {
 const vocabulary = new VocabularyPanel(engine, (line) => editor.append(line));
 
 const evaluation = latest(async () => {
+  const before = results;
   results = await engine.evaluate(editor.lines);
   editor.showResults(results);
-  picture.show(results);
-  showPoints(byId("points"), results);
+  if (!drawnAlike(before, results)) {
+    picture.show(results);
+    showPoints(byId("points"), results);
+  }
   const { line, text, hasFocus } = editor.cursor;
   if (hasFocus && results[line]?.source === text) announcer.announce(results[line], line, settings.language);
 });
@@ -87,8 +91,7 @@ useSettings(settings, {
     editor.typeset = typeset;
   },
   picture: (options) => {
-    Object.assign(picture.options, options);
-    picture.draw();
+    picture.options = options;
   },
 });
 

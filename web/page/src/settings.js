@@ -26,6 +26,7 @@ const usual = {
   typeset: true,
   grid: true,
   vectors: false,
+  space: false,
   unit: "",
 };
 
@@ -62,7 +63,7 @@ export function useSettings(settings, on) {
     }),
   );
   const paint = () => document.documentElement.style.setProperty("color-scheme", settings.colours);
-  const pictureOptions = () => on.picture({ grid: settings.grid, vectors: settings.vectors, unit: settings.unit });
+  const pictureOptions = () => on.picture({ grid: settings.grid, vectors: settings.vectors, space: settings.space, unit: settings.unit });
   const bind = (name, act, read, write) => {
     write(field(name), settings[name]);
     field(name).addEventListener("input", () => {
@@ -81,6 +82,7 @@ export function useSettings(settings, on) {
   bindCheck("typeset", on.typeset);
   bindCheck("grid", pictureOptions);
   bindCheck("vectors", pictureOptions);
+  bindCheck("space", pictureOptions);
   paint();
   pictureOptions();
 }

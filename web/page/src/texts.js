@@ -11,7 +11,7 @@ export const texts = {
   empty: "Lines with a point, such as A=[3,4], or with a free x, such as x^2, are drawn here.",
   picture: "Picture of the sheet",
   movable: "movable point",
-  pointAt: (label, x, y) => `${label} at ${x}, ${y}`,
+  pointAt: (label, ...coordinates) => `${label} at ${coordinates.join(", ")}`,
   jump: "no value",
   gapAt: (label, place, reason) => `${label}: open at x = ${place}: ${reason}`,
   gapBetween: (label, from, to, reason) => `${label}: open from x = ${from} to ${to}: ${reason}`,

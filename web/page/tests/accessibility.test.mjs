@@ -43,6 +43,14 @@ const states = {
     sheet: "a=2\n1/(x-1)\nsqrt(x)*a\n5*sin(60*x)\n",
     act: (page) => page.locator("#gaps li").nth(1).waitFor(),
   },
+  space: {
+    sheet: "A=[0,0]\nB=[40,0,10]\nC=[40,30,20]\nD=[0,30,5]\ndist(A,C)\n# terrain\n[0,0,3]\n[10,10,4]\n[20,15,12]\n[35,12,6]\n",
+    act: async (page) => {
+      await page.locator("#canvas .dimension").waitFor();
+      await page.check("#space");
+      await page.mouse.move(0, 0);
+    },
+  },
   points: { act: (page) => page.click("#tab-points") },
   vocabulary: {
     act: async (page) => {

@@ -12,7 +12,10 @@ import { addressOf, serve } from "../serve.mjs";
 export const built = process.env.MATHEXPR_PAGE;
 
 /** What the tests but those of the budget ask of the server. */
-const quickCompression = 4;
+export const quickCompression = 4;
+
+/** Milliseconds that something may take that has to come: other work may keep the machine busy. */
+const patience = 30_000;
 
 let browser;
 let server;
@@ -51,7 +54,7 @@ export async function openPage(t, { sheet, fragment = "", at = address(), prepar
     // Only where nothing is kept yet, so that a reload finds what the page has kept.
     await context.addInitScript((text) => localStorage.getItem("mathexpr.sheet") ?? localStorage.setItem("mathexpr.sheet", text), sheet);
   }
-  context.setDefaultTimeout(10_000);
+  context.setDefaultTimeout(patience);
   const page = await context.newPage();
   const said = [];
   page.on("console", (message) => said.push(`${message.type()}: ${message.text()}`));
@@ -98,9 +101,9 @@ export async function expectValues(page, expected) {
 /** The text of the sheet, as the browser keeps it. */
 export const keptSheet = (page) => page.evaluate(() => localStorage.getItem("mathexpr.sheet"));
 
-/** Asks until the answer is as expected, for some seconds. */
+/** Asks until the answer is as expected. */
 export async function eventually(ask, expected) {
-  const end = Date.now() + 10_000;
+  const end = Date.now() + patience;
   for (;;) {
     const answer = await ask();
     try {

@@ -142,6 +142,99 @@ test("pan and zoom by mouse and by keys, and back to all", async (t) => {
   assert.ok((await box()).x !== first.x);
 });
 
+test("the picture is turned in space by mouse and by keys, and back to the plan", async (t) => {
+  const page = await openPage(t, { sheet: "A=[0,0]\nB=[10,0]\nC=[0,0,10]\n" });
+  const at = async (label) => {
+    const { x, y } = await centre(point(page, label));
+    return [x, y];
+  };
+  const all = async () => [await at("A"), await at("B"), await at("C")];
+  const plan = await all();
+  assert.deepEqual(plan[0], plan[2], "in plan C lies on A");
+  await page.check("#space");
+  const [a, b, c] = await all();
+  assert.ok(Math.abs(a[0] - c[0]) < 0.1 && c[1] < a[1] - 50, "z is up");
+  assert.ok(b[0] > a[0] + 50, "x is to the right");
+  assert.deepEqual(await page.locator("#canvas .tripod text").allTextContents(), ["x", "y", "z"]);
+  assert.equal(await page.locator("#canvas .stem").count(), 1);
+  assert.equal(await point(page, "C").getAttribute("aria-label"), "C at 0, 0, 10");
+
+  const box = await page.locator("#canvas").boundingBox();
+  const drag = async () => {
+    await page.mouse.move(box.x + 60, box.y + 60);
+    await page.mouse.down();
+    await page.mouse.move(box.x + 110, box.y + 80, { steps: 4 });
+    await page.mouse.up();
+  };
+  const apart = ([one, other]) => [other[0] - one[0], other[1] - one[1]];
+  await drag();
+  const turned = await all();
+  assert.notDeepEqual(apart(turned), apart([a, b]), "the background turns");
+  await page.keyboard.down("Shift");
+  await drag();
+  await page.keyboard.up("Shift");
+  const panned = await all();
+  const moves = panned.map(([x, y], index) => [Math.round(x - turned[index][0]), Math.round(y - turned[index][1])]);
+  assert.deepEqual(moves, [[50, 20], [50, 20], [50, 20]]);
+
+  await page.locator("#canvas svg").focus();
+  await page.keyboard.press("ArrowLeft");
+  await page.keyboard.press("ArrowUp");
+  assert.notDeepEqual(apart(await all()), apart(panned));
+  await page.uncheck("#space");
+  assert.deepEqual(await all(), plan);
+  assert.equal(await page.locator("#canvas .tripod").count(), 0);
+});
+
+test("in space a point is dragged on its level, and raised by keys", async (t) => {
+  const page = await openPage(t, { sheet: "A=[0,0]\nB=[10,10,7]\nC=[20,0]\n" });
+  await page.check("#space");
+  const { x, y } = await centre(point(page, "B"));
+  await page.mouse.move(x, y);
+  await page.mouse.down();
+  await page.mouse.move(x + 40, y - 10, { steps: 4 });
+  await page.mouse.up();
+  const line = async (index) => (await keptSheet(page)).split("\n")[index];
+  await eventually(async () => /^B=\[1\d(\.\d+)?,\d+(\.\d+)?,7\]$/.test(await line(1)) && (await line(1)) !== "B=[10,10,7]", true);
+  await eventually(async () => Math.abs((await centre(point(page, "B"))).x - (x + 40)) < 3, true);
+  await point(page, "C").focus();
+  await page.keyboard.press("Shift+PageUp");
+  await eventually(async () => /^C=\[20,0,[125]0?\]$/.test(await line(2)), true);
+  await page.keyboard.press("Shift+PageDown");
+  await eventually(() => line(2), "C=[20,0,0]");
+});
+
+test("columns that are pasted from a spreadsheet are a polyline, whose corners move", async (t) => {
+  const page = await openPage(t, { sheet: "a=1", browser: { permissions: ["clipboard-read", "clipboard-write"] } });
+  await page.evaluate(() => navigator.clipboard.writeText("x\ty\r\n0\t0\r\n10\t2.5\r\n20\t0.5\r\n"));
+  await page.click(".cm-content");
+  await page.keyboard.press("Control+End");
+  await page.keyboard.press("Control+v");
+  const pasted = "a=1\n# x, y\n[0,0]\n[10,2.5]\n[20,0.5]";
+  await eventually(() => keptSheet(page), pasted);
+  const polyline = page.getByRole("img", { name: "Line 3–5" });
+  await polyline.waitFor();
+  assert.equal((await polyline.getAttribute("d")).match(/L/g).length, 2);
+  await eventually(() => labels(page), ["Line 3 at 0, 0", "Line 4 at 10, 2.5", "Line 5 at 20, 0.5"]);
+  await point(page, "Line 4").focus();
+  await page.keyboard.press("Shift+ArrowUp");
+  await eventually(async () => /^a=1\n# x, y\n\[0,0\]\n\[10,[3-9](\.\d+)?\]\n\[20,0\.5\]$/.test(await keptSheet(page)), true);
+  await page.click(".cm-content");
+  for (let step = 0; step < 5 && (await keptSheet(page)) !== "a=1"; ++step) await page.keyboard.press("Control+z");
+  await eventually(() => keptSheet(page), "a=1");
+  await page.locator("#canvas .polyline").waitFor({ state: "detached" });
+});
+
+test("columns that are pasted within a line stand on lines of their own", async (t) => {
+  const page = await openPage(t, { sheet: "1+2", browser: { permissions: ["clipboard-read", "clipboard-write"] } });
+  await page.evaluate(() => navigator.clipboard.writeText("0\t0\n1\t2"));
+  await page.click(".cm-content");
+  await page.keyboard.press("Home");
+  await page.keyboard.press("ArrowRight");
+  await page.keyboard.press("Control+v");
+  await eventually(() => keptSheet(page), "1\n[0,0]\n[1,2]\n+2");
+});
+
 test("the picture is taken away as an SVG that stands alone", async (t) => {
   const page = await openPage(t, { sheet: "A=[0,0]\ndist(A,[3,4])\nx^2\n" });
   await page.locator("#canvas .curve").waitFor();

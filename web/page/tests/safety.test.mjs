@@ -9,7 +9,7 @@ import path from "node:path";
 import { test } from "node:test";
 import { deflateRawSync } from "node:zlib";
 import { addressOf, serve } from "../serve.mjs";
-import { address, built, eventually, expectValues, keptSheet, openPage, type } from "./browser.mjs";
+import { address, built, eventually, expectValues, keptSheet, openPage, quickCompression, type } from "./browser.mjs";
 
 const fragmentOf = (bytes) => `#sheet=${deflateRawSync(bytes).toString("base64url")}`;
 const notice = (page) => page.textContent("#notice span");
@@ -139,7 +139,7 @@ test("an old page beside a new deployment keeps its files, and the next visit ha
   const folder = await mkdtemp(path.join(tmpdir(), "mathexpr-page-"));
   t.after(() => rm(folder, { recursive: true }));
   await cp(built, folder, { recursive: true });
-  const server = await serve(folder);
+  const server = await serve(folder, 0, quickCompression);
   t.after(() => {
     server.closeAllConnections();
     server.close();

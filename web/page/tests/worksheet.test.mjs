@@ -127,6 +127,15 @@ test("a line is typeset where the cursor is elsewhere", async (t) => {
   assert.equal(await page.locator(".typeset").count(), 0);
 });
 
+test("a point is typeset in one row", async (t) => {
+  const page = await openPage(t, { sheet: "w=2\nA=[w+1,2,3]\n" });
+  await page.locator(".typeset math").nth(1).waitFor();
+  assert.equal(await page.locator(".typeset").nth(1).textContent(), "A:=(w+1,2,3)");
+  assert.equal(await page.locator(".typeset mtable").count(), 0);
+  const heights = await page.locator(".cm-line").evaluateAll((lines) => lines.map((line) => line.getBoundingClientRect().height));
+  assert.ok(heights[1] < 1.3 * heights[0], heights.join());
+});
+
 test("the sheet is kept between visits, and opened and saved as a file", async (t) => {
   const page = await openPage(t);
   await type(page, "r=3\npi*r^2");

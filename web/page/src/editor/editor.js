@@ -10,6 +10,7 @@ import { lintKeymap, linter } from "@codemirror/lint";
 import { Compartment, EditorState } from "@codemirror/state";
 import { EditorView, drawSelection, highlightActiveLine, highlightActiveLineGutter, keymap, lineNumbers } from "@codemirror/view";
 import { maxLines, maxSheetLength } from "../engine/limits.js";
+import { linesOfColumns } from "../sheet/columns.js";
 import { texts } from "../texts.js";
 import { acceptFirst, completion, explanation } from "./assistance.js";
 import { display, typesetting } from "./display.js";
@@ -19,6 +20,8 @@ import { theme } from "./theme.js";
 
 export class SheetEditor {
   #view;
+  /** The text as it is, or is about to be shown. */
+  #doc;
   #typesetting = new Compartment();
   #language = new Compartment();
   #extensions;
@@ -49,6 +52,7 @@ export class SheetEditor {
         if (!isShort) onTooLong();
         return isShort;
       }),
+      EditorView.clipboardInputFilter.of(pastedText),
       resultsField,
       display,
       problems,
@@ -66,11 +70,19 @@ export class SheetEditor {
         ...defaultKeymap,
       ]),
       EditorView.updateListener.of((update) => {
-        if (update.docChanged) onChange();
         if (update.docChanged || update.selectionSet || update.focusChanged) onCursor();
       }),
     ];
-    this.#view = new EditorView({ state: this.#stateOf(text), parent: root, root });
+    const state = this.#stateOf(text);
+    this.#doc = state.doc;
+    // The worker computes a change while the view shows it.
+    const dispatchTransactions = (transactions, view) => {
+      const isChanged = transactions.some(({ docChanged }) => docChanged);
+      this.#doc = transactions.at(-1)?.newDoc ?? this.#doc;
+      if (isChanged) onChange();
+      view.update(transactions);
+    };
+    this.#view = new EditorView({ state, parent: root, root, dispatchTransactions });
   }
 
   #stateOf(text) {
@@ -78,7 +90,7 @@ export class SheetEditor {
   }
 
   get text() {
-    return this.#view.state.doc.toString();
+    return this.#doc.toString();
   }
 
   get lines() {
@@ -132,4 +144,15 @@ export class SheetEditor {
   set language(language) {
     this.#view.dispatch({ effects: this.#language.reconfigure(messageLanguage.of(language)) });
   }
+}
+
+/** Columns of a spreadsheet become points, on lines of their own. */
+function pastedText(text, state) {
+  const lines = linesOfColumns(text);
+  if (!lines) return text;
+  const { from, to } = state.selection.main;
+  const [first, last] = [state.doc.lineAt(from), state.doc.lineAt(to)];
+  const before = state.sliceDoc(first.from, from).trim() ? [""] : [];
+  const after = state.sliceDoc(to, last.to).trim() ? [""] : [];
+  return [...before, ...lines, ...after].join("\n");
 }

@@ -69,13 +69,13 @@ const overseer = ViewPlugin.fromClass(
         ({ line, problem }) => line.number !== this.active || (this.shownOnActive && (!problem.unfinished || problem.fix)),
       );
       if (this.active && currentResult(state, state.doc.line(this.active))?.problem === null) this.shownOnActive = false;
+      if (found.length === 0 && state.field(problemsField).size === 0) return;
       const language = state.facet(messageLanguage);
       const applyFix = (problem) => fixProblem(this.view, problem);
       const blocks = found.map(({ line, problem }) =>
         Decoration.widget({ widget: new ProblemWidget(problem, language, applyFix), block: true, side: 2 }).range(line.to),
       );
-      this.view.dispatch({ effects: showProblems.of(Decoration.set(blocks)) });
-      this.view.dispatch(setDiagnostics(this.view.state, found.flatMap(underlines)));
+      this.view.dispatch({ effects: showProblems.of(Decoration.set(blocks)) }, setDiagnostics(state, found.flatMap(underlines)));
     }
 
     destroy() {

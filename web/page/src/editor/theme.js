@@ -98,7 +98,14 @@ export const theme = EditorView.theme({
 
   "@container (max-width: 30rem)": {
     ".cm-line:has(.value)": { paddingRight: "0.75rem" },
-    ".value": { position: "static", display: "inline-block", width: "100%", maxWidth: "none", textAlign: "right" },
+    ".value": {
+      position: "static",
+      display: "inline-block",
+      width: "100%",
+      maxWidth: "none",
+      textAlign: "right",
+      verticalAlign: "top", // on the baseline of its last line it would leave room for descenders below
+    },
     ".cm-lineNumbers .cm-gutterElement": { minWidth: "1.6rem" },
   },
   "@media print": {

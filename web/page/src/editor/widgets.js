@@ -67,7 +67,32 @@ function mathOf(source) {
   const { documentElement } = new DOMParser().parseFromString(source, "application/xml");
   const elements = [documentElement, ...documentElement.querySelectorAll("*")];
   if (elements.some(({ namespaceURI }) => namespaceURI !== mathMl)) throw new Error("no MathML");
-  return document.importNode(documentElement, true);
+  const math = document.importNode(documentElement, true);
+  for (const column of math.querySelectorAll("mtable")) column.replaceWith(rowOf(column));
+  for (const sign of math.querySelectorAll("mo")) {
+    if (/^[()]$/.test(sign.textContent) && !sign.parentElement.querySelector(tall)) sign.setAttribute("stretchy", "false");
+  }
+  return math;
+}
+
+/** What brackets grow with; around a mere descender some fonts' brackets grow to two lines. */
+const tall = "mfrac, msqrt, mroot, msup, msub, msubsup, munder, mover";
+
+/** A point's coordinates side by side: a column would take a line of the sheet for each. */
+function rowOf(column) {
+  const row = document.createElementNS(mathMl, "mrow");
+  for (const { firstElementChild: cell } of column.children) {
+    if (row.childElementCount) row.append(separator());
+    row.append(...cell.childNodes);
+  }
+  return row;
+}
+
+function separator() {
+  const comma = document.createElementNS(mathMl, "mo");
+  comma.setAttribute("separator", "true");
+  comma.textContent = ",";
+  return comma;
 }
 
 /** The message below a line that has no value, its hints, and the button of its fix. */

@@ -40,7 +40,7 @@ export function constructionsOf(source, tokens, evaluate) {
     const end = tokens[close].start + tokens[close].length;
     const value = evaluate(textBetween(token.start, end));
     if (value === undefined) return;
-    found.push({ kind, at, text: formatValue(value, digits), whole: isWhole(tokens, index, close) });
+    found.push({ kind, at, text: formatValue(value, digits), whole: isWhole(tokens, token.start, end) });
   });
   return found;
 }
@@ -66,10 +66,10 @@ function argumentsOf(tokens, open, close) {
   return [...stretches, [start, tokens[close].start]];
 }
 
-/** Whether nothing but an assignment stands around a call. */
-function isWhole(tokens, first, last) {
+/** Whether nothing but an assignment stands around a stretch of a line. */
+export function isWhole(tokens, start, end) {
   const around = ["blank", "assigned name", "assignment sign"];
-  return tokens.every(({ kind }, index) => (index >= first && index <= last) || around.includes(kind));
+  return tokens.every((token) => (token.start >= start && token.start < end) || around.includes(token.kind));
 }
 
 function coordinates(value) {

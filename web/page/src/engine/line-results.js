@@ -18,12 +18,13 @@
  * @property {number} start
  * @property {number} length
  * @property {Coordinates} at
+ * @property {boolean} whole  nothing but an assignment stands around it
  *
  * @typedef {object} Construction  a call whose arguments are drawn
  * @property {"dist" | "vec" | "ill"} kind
  * @property {Coordinates[]} at  its arguments
  * @property {string} text  its value, where it has one
- * @property {boolean} whole  the line's value is that of this call
+ * @property {boolean} whole  nothing but an assignment stands around it
  *
  * @typedef {object} LineResult
  * @property {string} source

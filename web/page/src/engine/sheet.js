@@ -8,7 +8,7 @@
  * depends on. A line is computed again only where its text or one of the answers has changed.
  */
 import { Expression, MathExprError, evaluate, formatValue } from "mathexpr";
-import { constructionsOf } from "./constructions.js";
+import { constructionsOf, isWhole } from "./constructions.js";
 import { maxColouredLength, maxLineLength, maxTypesetLength } from "./limits.js";
 
 /** The name that is free in a line that is plotted. */
@@ -163,7 +163,7 @@ export class Sheet {
       name: assignedName(tokens),
       point: typeof value === "number" ? null : [value.x, value.y, value.z],
       mathml: typeset(expression, source),
-      handles: handlesOf(expression, source),
+      handles: handlesOf(expression, source, tokens),
       constructions: constructionsOf(source, tokens, (text) => valueOrNothing(text, resolver)),
     };
   }
@@ -257,11 +257,16 @@ function assignedName(tokens) {
   return tokens.find(({ kind }) => kind === "assigned name")?.text.replace(/\s/g, "") ?? "";
 }
 
-function handlesOf(expression, source) {
+function handlesOf(expression, source, tokens) {
   return expression
     .literals(source)
     .filter(({ value }) => typeof value !== "number")
-    .map(({ start, length, value }) => ({ start, length, at: [value.x, value.y, value.z] }));
+    .map(({ start, length, value }) => ({
+      start,
+      length,
+      at: [value.x, value.y, value.z],
+      whole: isWhole(tokens, start, start + length),
+    }));
 }
 
 /** @returns {import("./line-results.js").Problem} */

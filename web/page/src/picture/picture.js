@@ -2,18 +2,47 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * picture.js - the sheet in plan. It pans and zooms by mouse, fingers and keys; a point that is written out in a line is dragged, or
- * moved by the arrow keys, and its line changes.
+ * picture.js - the sheet in plan, or turned in space. It pans, zooms and turns by mouse, fingers and keys; a point that is written
+ * out in a line is dragged, or moved by keys, and its line changes.
  */
 import { texts } from "../texts.js";
 import { Curves } from "./curves.js";
 import { pointText, sceneOf } from "./scene.js";
-import { axisText, curveOf, dimensionOf, gapOf, gridOf, lineOf, pointOf, scaleOf, svg, vectorOf } from "./shapes.js";
+import {
+  axisText,
+  curveOf,
+  dimensionOf,
+  gapOf,
+  groundOf,
+  lineOf,
+  pointOf,
+  polylineOf,
+  scaleOf,
+  stemOf,
+  svg,
+  vectorOf,
+} from "./shapes.js";
 import { View, decimalsOf } from "./view.js";
 
 const colours = 6;
 const zoomStep = 1.25;
 const curveRange = [-10, 10];
+const flat = [0, 0];
+
+/** Pixels that a press of an arrow key pans, and degrees that it turns. */
+const panStep = 40;
+const turnStep = 10;
+const degreesPerPixel = 0.4;
+
+/** What a key changes, to the right, up and in height. */
+const directions = {
+  ArrowLeft: [-1, 0, 0],
+  ArrowRight: [1, 0, 0],
+  ArrowUp: [0, 1, 0],
+  ArrowDown: [0, -1, 0],
+  PageUp: [0, 0, 1],
+  PageDown: [0, 0, -1],
+};
 
 export class Picture {
   #host;
@@ -33,7 +62,7 @@ export class Picture {
   #dragged = "";
   /** A move that waits until the line's result has come. */
   #waiting = null;
-  options = { grid: true, vectors: false, unit: "" };
+  #options = { grid: true, vectors: false, space: false, unit: "" };
 
   /**
    * @param {HTMLElement} host
@@ -70,6 +99,17 @@ export class Picture {
     if (this.#waiting) this.#movePoint(this.#waiting);
   }
 
+  /** @param {{grid: boolean, vectors: boolean, space: boolean, unit: string}} options */
+  set options(options) {
+    this.#options = options;
+    if (options.space === this.#view.isSpace) {
+      this.#draw();
+    } else {
+      this.#view.isSpace = options.space;
+      this.fit();
+    }
+  }
+
   /** Shows all there is. */
   fit() {
     this.#isChosen = false;
@@ -86,9 +126,9 @@ export class Picture {
   zoomIn = () => this.zoom(zoomStep);
   zoomOut = () => this.zoom(1 / zoomStep);
 
-  draw() {
-    const { points, dimensions, vectors, lines, curves } = this.#scene;
-    const { grid, unit } = this.options;
+  #draw() {
+    const { points, dimensions, vectors, lines, curves, polylines } = this.#scene;
+    const { grid, unit } = this.#options;
     const view = this.#view;
     const colourOf = (index) => (index % colours) + 1;
     const drawnCurves = curves.flatMap((curve, index) => {
@@ -97,12 +137,14 @@ export class Picture {
       const places = known.gaps.filter(({ place }) => place !== null);
       return [...places.map((gap) => gapOf(view, gap)), ...curveOf(view, known, colourOf(index), curve.label)];
     });
-    const fromOrigin = this.options.vectors ? points.filter(({ label }) => label) : [];
+    const fromOrigin = this.#options.vectors ? points.filter(({ label }) => label) : [];
     const focused = document.activeElement?.getAttribute?.("data-key");
     this.#svg.setAttribute("viewBox", `0 0 ${view.width} ${view.height}`);
     this.#svg.replaceChildren(
-      ...gridOf(view, grid),
+      ...groundOf(view, grid),
       ...drawnCurves,
+      ...polylines.map((polyline) => polylineOf(view, polyline)),
+      ...(view.isSpace ? points.filter(({ at }) => at[2] !== 0).map((point) => stemOf(view, point)) : []),
       ...lines.map((line) => lineOf(view, line)),
       ...fromOrigin.map(({ at }) => vectorOf(view, { from: [0, 0, 0], to: at, text: "" })),
       ...vectors.map((vector) => vectorOf(view, vector)),
@@ -116,30 +158,31 @@ export class Picture {
 
   /** What is seen or shown has changed. */
   #change() {
-    this.draw();
+    this.#draw();
     if (this.#scene.curves.length || this.#gaps.childElementCount) this.#curves.compute(this.#scene.curves, this.#view);
   }
 
   #curvesCame() {
     if (this.#needsFit && !this.#isChosen) this.#fitCurves();
-    this.draw();
+    this.#draw();
     this.#listGaps();
   }
 
   #fit() {
-    const { points, dimensions, vectors, lines, curves } = this.#scene;
+    const { points, dimensions, vectors, lines, curves, polylines } = this.#scene;
     const places = [
       ...points.map(({ at }) => at),
+      ...polylines.flatMap(({ at }) => at),
       ...[...dimensions, ...vectors, ...lines].flatMap(({ from, to }) => [from, to]),
     ].filter((place) => place.every(Number.isFinite));
-    if (this.options.vectors && points.length) places.push([0, 0, 0]);
+    if (this.#options.vectors && points.length) places.push([0, 0, 0]);
     this.#needsFit = places.length === 0 && curves.length > 0;
     if (places.length) {
-      this.#view.fit(extent(places.map(([x]) => x)), extent(places.map(([, y]) => y)), true);
+      this.#view.fit([0, 1, 2].map((axis) => extent(places.map((place) => place[axis]))), true);
     } else if (curves.length === 0) {
-      this.#view.fit(curveRange, [0, 0], true);
+      this.#view.fit([curveRange, flat, flat], true);
     } else if (this.#view.range(0)[0] !== curveRange[0]) {
-      this.#view.fit(curveRange, curveRange, false);
+      this.#view.fit([curveRange, curveRange, flat], false);
     }
   }
 
@@ -155,7 +198,7 @@ export class Picture {
     if (values.length === 0) return;
     const at = (share) => values[Math.round(share * (values.length - 1))];
     const [low, high] = [at(0.02), at(0.98)];
-    this.#view.fit(curveRange, low === high ? [low - 1, high + 1] : [low, high], false);
+    this.#view.fit([curveRange, low === high ? [low - 1, high + 1] : [low, high], flat], false);
     this.#curves.compute(this.#scene.curves, this.#view);
   }
 
@@ -227,14 +270,27 @@ export class Picture {
     const spreadBefore = this.#pointers.size === 2 ? spread() : 0;
     this.#pointers.set(event.pointerId, now);
     if (this.#dragged) {
-      this.#movePoint({ key: this.#dragged, place: this.#view.toPlan(...now), step: 1 / this.#view.scale[0] });
-    } else {
-      this.#isChosen = true;
-      const share = 1 / this.#pointers.size;
-      this.#view.pan((now[0] - before[0]) * share, (now[1] - before[1]) * share);
-      if (spreadBefore > 0) this.#view.zoom(spread() / spreadBefore, ...now);
-      this.#change();
+      const { at } = this.#point(this.#dragged);
+      const [x, y] = this.#view.toLevel(...now, at[2]);
+      this.#movePoint({ key: this.#dragged, place: [x, y, at[2]], step: 1 / this.#view.scale[0] });
+      return;
     }
+    const [right, down] = [now[0] - before[0], now[1] - before[1]];
+    if (this.#view.isSpace && this.#pointers.size === 1 && !event.shiftKey) {
+      this.#orbit(right * degreesPerPixel, -down * degreesPerPixel);
+      return;
+    }
+    this.#isChosen = true;
+    const share = 1 / this.#pointers.size;
+    this.#view.pan(right * share, down * share);
+    if (spreadBefore > 0) this.#view.zoom(spread() / spreadBefore, ...now);
+    this.#change();
+  }
+
+  #orbit(turn, tilt) {
+    this.#isChosen = true;
+    this.#view.orbit(turn, tilt);
+    this.#draw();
   }
 
   #release(event) {
@@ -243,15 +299,18 @@ export class Picture {
   }
 
   #key(event) {
-    const direction = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, 1], ArrowDown: [0, -1] }[event.key];
+    const direction = directions[event.key];
     const key = event.target.getAttribute("data-key");
-    if (direction && key) {
+    const isHeight = direction?.[2];
+    if (direction && key && (this.#view.isSpace || !isHeight)) {
       const step = this.#view.gridStep(0) / (event.shiftKey ? 1 : 10);
-      const [x, y] = this.#waiting?.place ?? this.#point(key).at;
-      this.#movePoint({ key, place: [x + direction[0] * step, y + direction[1] * step], step });
-    } else if (direction) {
+      const place = this.#waiting?.place ?? this.#point(key).at;
+      this.#movePoint({ key, place: place.map((value, axis) => value + direction[axis] * step), step });
+    } else if (direction && !isHeight && this.#view.isSpace && !event.shiftKey) {
+      this.#orbit(-direction[0] * turnStep, -direction[1] * turnStep);
+    } else if (direction && !isHeight) {
       this.#isChosen = true;
-      this.#view.pan(-direction[0] * 40, direction[1] * 40);
+      this.#view.pan(-direction[0] * panStep, direction[1] * panStep);
       this.#change();
     } else if (event.key === "+" || event.key === "-") {
       this.zoom(event.key === "+" ? zoomStep : 1 / zoomStep);
@@ -273,7 +332,7 @@ export class Picture {
     const point = this.#point(move.key);
     if (!point?.handle) return;
     const { source } = this.#results[point.line];
-    const text = pointText(source, point.handle, ...move.place, decimalsOf(move.step));
+    const text = pointText(source, point.handle, move.place, decimalsOf(move.step));
     if (!this.#onMove(point.line, source, point.handle, text)) this.#waiting = move;
   }
 }

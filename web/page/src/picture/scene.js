@@ -9,6 +9,8 @@
  *     ill(a,b,c,d)       the intersection, and both lines
  *     vec(a,b)           an arrow from a to b
  *     x^2                a curve
+ *     [1,2]              lines that are nothing but a written point, one below the other: a polyline
+ *     [3,4]
  *
  * @typedef {import("../engine/line-results.js").Coordinates} Coordinates
  * @typedef {import("../engine/line-results.js").Handle} Handle
@@ -31,8 +33,11 @@
  * @property {Segment[]} vectors
  * @property {Segment[]} lines
  * @property {{line: number, source: string, label: string}[]} curves
+ * @property {{label: string, at: Coordinates[]}[]} polylines
  */
+import { literalOf } from "../sheet/literal.js";
 import { texts } from "../texts.js";
+import { maxDecimals } from "./view.js";
 
 /**
  * @param {import("../engine/line-results.js").LineResult[]} results
@@ -40,16 +45,54 @@ import { texts } from "../texts.js";
  */
 export function sceneOf(results) {
   /** @type {Scene} */
-  const scene = { points: [], dimensions: [], vectors: [], lines: [], curves: [] };
+  const scene = { points: [], dimensions: [], vectors: [], lines: [], curves: [], polylines: [] };
+  const runs = runsOf(results);
+  for (const run of runs) addPolyline(scene, results, run);
+  const inRun = new Set(runs.flatMap(({ first, end }) => Array.from({ length: end - first }, (_, index) => first + index)));
   results.forEach((result, line) => {
+    if (inRun.has(line)) return;
     if (result.kind === "curve") scene.curves.push({ line, source: result.source, label: labelOf(result, line) });
     if (result.kind === "value") addValue(scene, result, line);
   });
   return scene;
 }
 
+/** Whether two lists of results make one scene: each line that is drawn has the result that it had. */
+export function drawnAlike(before, after) {
+  const isAlike = (result, line) => result === before[line] || !(isDrawn(result) || isDrawn(before[line]));
+  return before.length === after.length && after.every(isAlike);
+}
+
+const isDrawn = ({ kind, point, handles, constructions }) =>
+  kind === "curve" || point !== null || handles.length > 0 || constructions.length > 0;
+
 export function labelOf({ name }, line) {
   return name || texts.line(line + 1);
+}
+
+/** So few corners of a polyline can be moved one by one; each is a stop of the Tab key. */
+const maxMovableCorners = 50;
+
+/** Two or more lines, one below the other, of nothing but a written point without a name. */
+function runsOf(results) {
+  const runs = [];
+  results.forEach((result, line) => {
+    if (result.kind !== "value" || result.name || !wholeHandle(result)) return;
+    const last = runs.at(-1);
+    if (last?.end === line) ++last.end;
+    else runs.push({ first: line, end: line + 1 });
+  });
+  return runs.filter(({ first, end }) => end - first > 1);
+}
+
+function addPolyline(scene, results, { first, end }) {
+  const corners = results.slice(first, end);
+  scene.polylines.push({ label: texts.line(`${first + 1}–${end}`), at: corners.map(({ point }) => point) });
+  if (corners.length > maxMovableCorners) return;
+  corners.forEach((result, index) => {
+    const line = first + index;
+    scene.points.push({ line, key: `${line}`, label: "", at: result.point, handle: wholeHandle(result) });
+  });
 }
 
 function addValue(scene, result, line) {
@@ -60,33 +103,23 @@ function addValue(scene, result, line) {
     if (kind === "vec") scene.vectors.push({ from, to, text: whole ? result.name : "" });
     if (kind === "ill") scene.lines.push({ from, to, text: "" }, { from: at[2], to: at[3], text: "" });
   }
-  const whole = handles.find((handle) => isWhole(result.source, handle));
+  const whole = wholeHandle(result);
   if (point && !constructions.some(({ kind, whole: isAll }) => kind === "vec" && isAll)) {
-    scene.points.push({ line, key: `${line}`, label: labelOf(result, line), at: point, handle: whole ?? null });
+    scene.points.push({ line, key: `${line}`, label: labelOf(result, line), at: point, handle: whole });
   }
   handles.forEach((handle, index) => {
     if (handle !== whole) scene.points.push({ line, key: `${line}.${index}`, label: "", at: handle.at, handle });
   });
 }
 
-/** Whether nothing but an assignment stands before a written point, and nothing behind it. */
-function isWhole(source, { start, length }) {
-  return /^\s*([^=]*=)?\s*$/.test(source.slice(0, start)) && /^\s*$/.test(source.slice(start + length));
-}
+/** The written point that is the line's value; null where there is none. */
+const wholeHandle = ({ handles }) => handles.find(({ whole }) => whole) ?? null;
 
 /** The text of a point that takes the place of a written one. */
-export function pointText(source, { start, length, at }, x, y, decimals) {
-  const hasZ = source.slice(start, start + length).split(",").length > 2;
-  const [, , z] = at;
-  return `[${[x, y].map((value) => coordinateText(value, decimals)).join(",")}${hasZ ? `,${coordinateText(z, 12)}` : ""}]`;
+export function pointText(source, { start, length, at }, [x, y, z], decimals) {
+  const hasZ = source.slice(start, start + length).split(",").length > 2 || z !== at[2];
+  const height = coordinateText(z, z === at[2] ? maxDecimals : decimals);
+  return `[${[x, y].map((value) => coordinateText(value, decimals)).join(",")}${hasZ ? `,${height}` : ""}]`;
 }
 
-const greatestWholeLiteral = 2_147_483_647;
-
-/** A number as the language reads it: without exponent, and with a decimal point where it is large. */
-export function coordinateText(value, decimals) {
-  const fixed = value.toFixed(decimals);
-  const text = fixed.includes(".") ? fixed.replace(/\.?0+$/, "") : fixed;
-  if (/^-?0$/.test(text)) return "0";
-  return Math.abs(value) > greatestWholeLiteral && !text.includes(".") ? `${text}.0` : text;
-}
+const coordinateText = (value, decimals) => literalOf(Number(value.toFixed(decimals)));

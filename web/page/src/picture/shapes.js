@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** shapes.js - the elements of the picture: grid, scale, curves, lines, arrows, dimension lines, points. */
+/** shapes.js - the elements of the picture: grid, axes, scale, curves, lines, polylines, arrows, dimension lines, points. */
 import { texts } from "../texts.js";
 import { decimalsOf } from "./view.js";
 
@@ -25,8 +25,11 @@ const near = ([left, top]) => [left, top].map((value) => Math.min(farAway, Math.
 /** A number beside an axis. */
 export const axisText = (value, step) => String(Number(value.toFixed(decimalsOf(step))));
 
+/** The grid, and the axes with their numbers. */
+export const groundOf = (view, withGrid) => (view.isSpace ? groundInSpace(view, withGrid) : groundInPlan(view, withGrid));
+
 /** @param {import("./view.js").View} view */
-export function gridOf(view, withGrid) {
+function groundInPlan(view, withGrid) {
   const grid = svg("g", { class: "grid", "aria-hidden": "true" });
   const axes = svg("g", { class: "axes", "aria-hidden": "true" });
   const [left, top] = view.toScreen([0, 0]);
@@ -47,6 +50,59 @@ export function gridOf(view, withGrid) {
     }
   }
   return [grid, axes];
+}
+
+const axisNames = ["x", "y", "z"];
+
+/** Pixels between two numbers of an axis, below which it has none. */
+const minNumberPixels = 24;
+
+/** The grid lies on the level of height 0. */
+function groundInSpace(view, withGrid) {
+  const grid = svg("g", { class: "grid", "aria-hidden": "true" });
+  const axes = svg("g", { class: "axes", "aria-hidden": "true" });
+  const along = (axis, value, other = 0) => near(view.toScreen(axisNames.map((_, index) => (index === axis ? value : index === 1 - axis ? other : 0))));
+  for (const axis of [0, 1, 2]) {
+    const step = view.gridStep(axis);
+    const [from, to] = view.range(axis);
+    const [start, end] = [from, to].map((value) => along(axis, value));
+    axes.append(segment(start, end));
+    const hasNumbers = Math.hypot(...view.direction(axis)) * step * Math.min(...view.scale) >= minNumberPixels;
+    for (let index = Math.ceil(from / step); index * step <= to; ++index) {
+      if (index === 0) continue;
+      if (withGrid && axis < 2) grid.append(segment(...view.range(1 - axis).map((other) => along(axis, index * step, other))));
+      if (!hasNumbers) continue;
+      const [left, top] = along(axis, index * step);
+      axes.append(svg("text", { x: left + 4, y: top + (axis < 2 ? 13 : 4) }, axisText(index * step, step)));
+    }
+  }
+  return [grid, axes, tripodOf(view)];
+}
+
+const segment = ([x1, y1], [x2, y2], look = "") => svg("line", { ...(look && { class: look }), x1, y1, x2, y2 });
+
+/** Where the axes point to, in a corner. */
+function tripodOf(view) {
+  const [left, top, length] = [52, view.height - 52, 30];
+  const at = (axis, factor) => {
+    const [right, up] = view.direction(axis).map((part) => part * length * factor);
+    return [left + right, top - up];
+  };
+  const arms = axisNames.flatMap((name, axis) => {
+    const [x, y] = at(axis, 1.35);
+    return [segment([left, top], at(axis, 1)), svg("text", { x, y: y + 4, "text-anchor": "middle" }, name)];
+  });
+  return svg("g", { class: "tripod", "aria-hidden": "true" }, ...arms);
+}
+
+/** From a point of space to its place on the level of height 0. */
+export function stemOf(view, { at: [x, y, z] }) {
+  return segment(near(view.toScreen([x, y, z])), near(view.toScreen([x, y, 0])), "stem");
+}
+
+export function polylineOf(view, { label, at }) {
+  const d = path(...at.map((place) => near(view.toScreen(place))));
+  return svg("path", { class: "polyline", d, role: "img", "aria-label": label });
 }
 
 /** A bar of one step of the grid, with its length in the user's unit. */
@@ -79,8 +135,8 @@ const labelRoom = 56;
 
 /** A mark where a curve is left open at one place. */
 export function gapOf(view, { place }) {
-  const [left] = view.toScreen([place, 0]);
-  return svg("line", { class: "open", x1: left, x2: left, y1: 0, y2: view.height });
+  const [start, end] = view.range(1).map((y) => near(view.toScreen([place, y])));
+  return segment(start, end, "open");
 }
 
 /** A straight line through two points, from edge to edge. */
@@ -90,8 +146,7 @@ export function lineOf(view, { from, to }) {
   if (length === 0) return svg("g");
   const reach = (view.width + view.height + Math.hypot(...a)) / length;
   const at = (factor) => [a[0] + (b[0] - a[0]) * factor, a[1] + (b[1] - a[1]) * factor];
-  const [[x1, y1], [x2, y2]] = [at(-reach), at(1 + reach)].map(near);
-  return svg("line", { class: "line", x1, y1, x2, y2 });
+  return segment(near(at(-reach)), near(at(1 + reach)), "line");
 }
 
 function arrowHead([x, y], angle, size = 9) {
@@ -128,7 +183,8 @@ export function dimensionOf(view, { from, to, text }, unit) {
 export function pointOf(view, { key, label, line, at, handle }) {
   const [x, y] = near(view.toScreen(at));
   const step = view.gridStep(0) / 100;
-  const said = texts.pointAt(label || texts.line(line + 1), axisText(at[0], step), axisText(at[1], step));
+  const coordinates = at[2] === 0 ? at.slice(0, 2) : at;
+  const said = texts.pointAt(label || texts.line(line + 1), ...coordinates.map((value) => axisText(value, step)));
   const movable = { role: "button", tabindex: 0, "aria-roledescription": texts.movable };
   const group = svg(
     "g",

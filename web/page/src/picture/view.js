@@ -2,7 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * view.js - which part of the plan is seen, and where on the screen. Both axes have one scale, unless only curves are shown.
+ * view.js - which part of the sheet is seen, where on the screen, and from where: in plan, or turned in space, without perspective.
+ * All axes have one scale, unless only curves are shown.
+ *
+ *     turn 0, tilt 0      plan: x to the right, y up, z towards the eye
+ *     turn 0, tilt 90     from the front: x to the right, z up
  */
 const margin = 48;
 const minScale = 1e-9;
@@ -11,68 +15,149 @@ const maxScale = 1e12;
 /** Steps of a grid, in units: 1, 2 or 5 times a power of ten, of at least so many pixels. */
 const minGridPixels = 56;
 
+/** Degrees. Beyond it a level would be a line, in which no place can be pointed at. */
+const maxTilt = 85;
+
+/** How space is seen at first, in degrees. */
+const usualTurn = 30;
+const usualTilt = 60;
+
+const degree = Math.PI / 180;
+
 export class View {
   width = 1;
   height = 1;
-  center = [0, 0];
+  /** The place in the middle of the screen. */
+  center = [0, 0, 0];
+  /** Pixels per unit of x and y; a unit of z takes the smaller one. */
   scale = [40, 40];
+  #turn = 0;
+  #tilt = 0;
+  #isSpace = false;
 
-  toScreen([x, y]) {
-    return [this.width / 2 + (x - this.center[0]) * this.scale[0], this.height / 2 - (y - this.center[1]) * this.scale[1]];
+  get isSpace() {
+    return this.#isSpace;
   }
 
-  toPlan(left, top) {
-    return [
-      this.center[0] + (left - this.width / 2) / this.scale[0],
-      this.center[1] - (top - this.height / 2) / this.scale[1],
-    ];
+  /** Leads from the plan to space, seen as at first, and back. */
+  set isSpace(isSpace) {
+    this.#isSpace = isSpace;
+    this.#turn = isSpace ? usualTurn : 0;
+    this.#tilt = isSpace ? usualTilt : 0;
   }
 
-  /** What is seen: [from, to] of an axis, 0 or 1. */
+  /** Turns what is seen around the middle of the screen, by degrees. */
+  orbit(turn, tilt) {
+    this.#turn = (this.#turn + turn) % 360;
+    this.#tilt = Math.min(maxTilt, Math.max(0, this.#tilt + tilt));
+  }
+
+  toScreen([x, y, z = 0]) {
+    const [right, up] = this.#rotate(this.#pixels([x, y, z]));
+    return [this.width / 2 + right, this.height / 2 - up];
+  }
+
+  /** The place that is seen at a place of the screen, on the level of a height. */
+  toLevel(left, top, z = this.center[2]) {
+    const { sin, cos } = this.#angles();
+    const height = this.#pixels([0, 0, z])[2];
+    const along = (this.height / 2 - top - height * sin.tilt) / cos.tilt;
+    const right = left - this.width / 2;
+    return this.#units([right * cos.turn + along * sin.turn, along * cos.turn - right * sin.turn, height]);
+  }
+
+  /** What is seen: [from, to] of an axis; in space at least that. */
   range(axis) {
-    const half = (axis ? this.height : this.width) / 2 / this.scale[axis];
+    const size = this.#isSpace ? Math.hypot(this.width, this.height) : [this.width, this.height][axis];
+    const half = size / 2 / this.#scaleOf(axis);
     return [this.center[axis] - half, this.center[axis] + half];
   }
 
   pan(left, top) {
-    this.center = [this.center[0] - left / this.scale[0], this.center[1] + top / this.scale[1]];
+    this.center = this.#onScreen(-left, top);
   }
 
   /** Zooms around a place of the screen, which stays where it is. */
   zoom(factor, left = this.width / 2, top = this.height / 2) {
-    const before = this.toPlan(left, top);
+    const [right, up] = [left - this.width / 2, this.height / 2 - top];
+    const before = this.#onScreen(right, up);
     this.scale = this.scale.map((scale) => Math.min(maxScale, Math.max(minScale, scale * factor)));
-    const after = this.toPlan(left, top);
+    const after = this.#onScreen(right, up);
     this.center = this.center.map((center, axis) => center + before[axis] - after[axis]);
   }
 
   /**
-   * Shows a rectangle.
-   * @param {[number, number]} xs
-   * @param {[number, number]} ys
-   * @param {boolean} isPlan  one scale for both axes
+   * Shows a box: [from, to] of each axis.
+   * @param {[number, number][]} box
+   * @param {boolean} hasOneScale  for all axes
    */
-  fit(xs, ys, isPlan) {
-    this.center = [(xs[0] + xs[1]) / 2, (ys[0] + ys[1]) / 2];
+  fit(box, hasOneScale) {
+    this.center = box.map(([from, to]) => (from + to) / 2);
     const room = [Math.max(this.width - 2 * margin, 40), Math.max(this.height - 2 * margin, 40)];
-    const sizes = [xs[1] - xs[0], ys[1] - ys[0]];
+    this.scale = [1, 1];
+    const corners = [0, 1, 2, 3, 4, 5, 6, 7].map((corner) => box.map((range, axis) => range[(corner >> axis) & 1]));
+    const seen = corners.map((corner) => this.#rotate(this.#pixels(corner)));
+    const sizes = hasOneScale
+      ? [0, 1].map((axis) => 2 * Math.max(...seen.map((place) => place[axis])))
+      : box.slice(0, 2).map(([from, to]) => to - from);
     const scales = sizes.map((size, axis) => (size > 0 ? room[axis] / size : Infinity));
     const least = Math.min(...scales);
     this.scale = scales.map((scale) => {
-      const chosen = isPlan || scale === Infinity ? least : scale;
+      const chosen = hasOneScale || scale === Infinity ? least : scale;
       return Number.isFinite(chosen) ? Math.min(maxScale, Math.max(minScale, chosen)) : 40;
     });
   }
 
   /** Units between two lines of the grid. */
   gridStep(axis) {
-    const least = minGridPixels / this.scale[axis];
+    const least = minGridPixels / this.#scaleOf(axis);
     const power = 10 ** Math.floor(Math.log10(least));
     return [1, 2, 5, 10].map((factor) => factor * power).find((step) => step >= least * (1 - 1e-12));
   }
+
+  /** The place on the plane of the screen through its middle that is seen so many pixels from there. */
+  #onScreen(right, up) {
+    const { sin, cos } = this.#angles();
+    const along = up * cos.tilt;
+    return this.#units([right * cos.turn + along * sin.turn, along * cos.turn - right * sin.turn, up * sin.tilt]);
+  }
+
+  /** Where an axis points to on the screen: [right, up], shorter where it points towards the eye or away. */
+  direction(axis) {
+    return this.#rotate([0, 1, 2].map((other) => Number(other === axis)));
+  }
+
+  /** From units to pixels from the middle, along the axes of the sheet. */
+  #pixels(place) {
+    return place.map((value, axis) => (value - this.center[axis]) * this.#scaleOf(axis));
+  }
+
+  #units(pixels) {
+    return pixels.map((value, axis) => this.center[axis] + value / this.#scaleOf(axis));
+  }
+
+  #scaleOf(axis) {
+    return axis === 2 ? Math.min(...this.scale) : this.scale[axis];
+  }
+
+  /** Pixels to the right and up. */
+  #rotate([x, y, z]) {
+    const { sin, cos } = this.#angles();
+    return [x * cos.turn - y * sin.turn, (x * sin.turn + y * cos.turn) * cos.tilt + z * sin.tilt];
+  }
+
+  #angles() {
+    const [turn, tilt] = [this.#turn * degree, this.#tilt * degree];
+    return {
+      sin: { turn: Math.sin(turn), tilt: Math.sin(tilt) },
+      cos: { turn: Math.cos(turn), tilt: Math.cos(tilt) },
+    };
+  }
 }
+
+export const maxDecimals = 12;
 
 /** Decimals that tell two numbers apart that differ by a step. */
 export function decimalsOf(step) {
-  return Math.min(12, Math.max(0, Math.ceil(-Math.log10(step) - 1e-9)));
+  return Math.min(maxDecimals, Math.max(0, Math.ceil(-Math.log10(step) - 1e-9)));
 }
