@@ -4,14 +4,14 @@
 
 """Changes one operator, constant or condition of the library at a time, and counts which changes the tests notice.
 
-Usage: mutate.py [--seed N] [--jobs N] [--again | --resume] [--only PREFIX] FOLDER [COUNT]
+Usage: mutate.py [--seed N] [--jobs N] [--again | --resume] [--only PREFIX]... FOLDER [COUNT]
 
-Of all places where one of RULES applies, a seed chooses COUNT (560 unless given). Each is changed alone, in a copy of the
-working tree in FOLDER; what depends on it is built again, and the tests run until one fails, crashes, or exceeds its time
-or its memory. A change that does not compile is no mutant. FOLDER/results.txt tells what became of each; --resume goes on
-with those that it does not name yet, and --again tries its survivors once more. survivors.txt beside this script holds those
-that are accepted, each with the reason; --again does not try them. Fails when less than 95 % of the mutants are noticed,
-and when one survives that is not listed.
+Of all places where one of RULES applies, a seed chooses COUNT (560 unless given), in the files of any PREFIX. Each is changed
+alone, in a copy of the working tree in FOLDER; what depends on it is built again, and the tests run until one fails, crashes,
+or exceeds its time or its memory. Those that noticed the last mutants of the same folder run first. A change that does not
+compile is no mutant. FOLDER/results.txt lists the outcomes; --resume continues with mutants that it does not contain, and
+--again also tries its survivors again. survivors.txt beside this script lists accepted survivors with their reasons; --again
+does not try them. Fails if less than 95 % of the mutants are noticed, or if one survives that is not listed.
 """
 
 import argparse
@@ -189,6 +189,7 @@ class Copy:
                                 CCACHE_BASEDIR=str(folder), CCACHE_NOHASHDIR="1")  # shared by the copies
         self.seconds = {}  # of processor time that a test may take
         self.changed = None
+        self.noticing = collections.defaultdict(lambda: list((*PROGRAMS, OTHERS)))  # by folder, what noticed last first
 
     def prepare(self):
         """Copies the tree, and builds it."""
@@ -260,11 +261,13 @@ class Copy:
 
     def fate(self, mutant):
         self.put(mutant.path, mutant.apply((ROOT / mutant.path).read_text("ascii")))
-        for test in (*PROGRAMS, OTHERS):
+        tests = self.noticing[os.path.dirname(mutant.path)]
+        for place, test in enumerate(tests):
             if not self.built("all" if test == OTHERS else test):
                 return "not compiled"
             outcome = self.outcome_of(test, self.seconds[test])
             if outcome is not None:
+                tests.insert(0, tests.pop(place))
                 return f"noticed, {'the others' if test == OTHERS else test} {outcome}:"
         return "survived"
 
@@ -306,7 +309,7 @@ def main():
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--again", action="store_true", help="as --resume, and try what survived once more")
     parser.add_argument("--resume", action="store_true", help="go on with what FOLDER/results.txt does not name yet")
-    parser.add_argument("--only", default="", metavar="PREFIX", help="only in files whose path begins so")
+    parser.add_argument("--only", action="append", metavar="PREFIX", help="only in files whose path begins so")
     parser.add_argument("folder", type=pathlib.Path)
     parser.add_argument("count", type=int, nargs="?", default=560)
     options = parser.parse_args()
@@ -318,7 +321,7 @@ def main():
     accepted = accepted_survivors()
     for key in accepted.keys() - {mutant.key() for mutant in mutants}:
         raise SystemExit("mutate: survivors.txt holds a change that cannot be made any more:\n{}\n- {}\n+ {}".format(*key))
-    mutants = [mutant for mutant in mutants if mutant.path.startswith(options.only)]
+    mutants = [mutant for mutant in mutants if mutant.path.startswith(tuple(options.only or [""]))]
     choice = chosen(mutants, options.count, options.seed)
     known = earlier_fates(results) if options.resume or options.again else {}
     fates = {mutant: known[mutant.key()] for mutant in choice if mutant.key() in known}
