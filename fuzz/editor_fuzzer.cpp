@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// editor_fuzzer.cpp - all editor services for one text, cursor and name. The results must be consistent with the text
-// and with compiling it, and the object must not change.
+// editor_fuzzer.cpp - one editor service, chosen by the input, for one text, cursor and name. The result must be
+// consistent with the text and with compiling it. All inputs use the same objects, which must not change.
 #include "MTParserLib/names/MTNameIndex.h"
 #include "fuzz/FuzzInput.h"
 #include "mathexpr/Diagnostics.h"
@@ -12,30 +12,14 @@
 #include "tests/support/MessageRecorder.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
-
-class Host final : public IMathExprService, public mathexpr::IMathExprNameSource
-{
-public:
-    bool lookupValue(const wchar_t* name, VALTYPE& value) const override
-    {
-        value.type = name[0] == L'p' ? 1 : 0;
-        return std::any_of(std::begin(names), std::end(names),
-                           [name](const wchar_t* each) { return each == std::wstring_view(name); });
-    }
-
-    const wchar_t* getName(std::uint32_t index) const override
-    {
-        return index < std::size(names) ? names[index] : nullptr;
-    }
-
-private:
-    static constexpr const wchar_t* names[] = {L"x", L"size", L"p", L"a.b", L"1"};
-};
 
 void require(bool holds)
 {
@@ -44,6 +28,52 @@ void require(bool holds)
         std::abort();
     }
 }
+
+/// Knows some names, and lists them or has an index of them. Names that begin with "p" are points.
+class Host final : public IMathExprService, public mathexpr::IMathExprNameSource
+{
+public:
+    explicit Host(bool givesIndex) : index(givesIndex ? std::make_unique<mathexpr::NameIndex>() : nullptr) {}
+
+    /// Replaces the known names.
+    void know(const std::vector<std::wstring>& others)
+    {
+        if (others == names)
+        {
+            return;
+        }
+        for (const std::wstring& name : std::exchange(names, others))
+        {
+            require(index == nullptr || index->remove(name.c_str()));
+        }
+        for (const std::wstring& name : names)
+        {
+            if (index != nullptr)
+            {
+                const bool isPoint = name[0] == L'p';
+                index->add(name.c_str(),
+                           {isPoint ? mathexpr::ValueKind::Point : mathexpr::ValueKind::Number, L"number", L""});
+            }
+        }
+    }
+
+    bool lookupValue(const wchar_t* name, VALTYPE& value) const override
+    {
+        value.type = name[0] == L'p' ? 1 : 0;
+        return std::find(names.begin(), names.end(), name) != names.end();
+    }
+
+    const wchar_t* getName(std::uint32_t position) const override
+    {
+        return index == nullptr && position < names.size() ? names[position].c_str() : nullptr;
+    }
+
+    const mathexpr::NameIndex* getIndex() const override { return index.get(); }
+
+private:
+    std::vector<std::wstring> names;
+    const std::unique_ptr<mathexpr::NameIndex> index;
+};
 
 std::wstring withoutBlanks(std::wstring text)
 {
@@ -103,28 +133,49 @@ bool hasPairedTags(const std::wstring& mathml)
     return open.empty();
 }
 
-void checkText(const MathExpression& expression, const std::wstring& text)
+/// The arguments of a service, made from an input.
+struct Question
+{
+    std::uint32_t cursor;
+    mathexpr::HostQuestions questions;
+    std::wstring text;
+    std::wstring name;
+};
+
+void checkTokens(const MathExpression& expression, const Question& asked)
 {
     std::size_t end = 0;
-    for (const mathexpr::TextToken& token : mathexpr::getTokens(expression, text.c_str()))
+    for (const mathexpr::TextToken& token : mathexpr::getTokens(expression, asked.text.c_str()))
     {
         require(token.start == end && token.length != 0);
         end += token.length;
     }
-    require(end == text.size());
-    const std::wstring formatted = mathexpr::formatText(expression, text.c_str());
-    require(withoutBlanks(formatted) == withoutBlanks(text));
+    require(end == asked.text.size());
+}
+
+void checkFormat(const MathExpression& expression, const Question& asked)
+{
+    const std::wstring formatted = mathexpr::formatText(expression, asked.text.c_str());
+    require(withoutBlanks(formatted) == withoutBlanks(asked.text));
     require(mathexpr::formatText(expression, formatted.c_str()) == formatted);
-    for (const mathexpr::TextLiteral& literal : mathexpr::getLiterals(expression, text.c_str()))
+}
+
+void checkLiterals(const MathExpression& expression, const Question& asked)
+{
+    for (const mathexpr::TextLiteral& literal : mathexpr::getLiterals(expression, asked.text.c_str()))
     {
-        require(isWithin(literal.span, text));
+        require(isWithin(literal.span, asked.text));
     }
-    require(isNested(mathexpr::typesetText(expression, text.c_str(), mathexpr::Notation::Latex)));
-    require(hasPairedTags(mathexpr::typesetText(expression, text.c_str(), mathexpr::Notation::MathMl)));
+}
+
+void checkTypesetting(const MathExpression& expression, const Question& asked)
+{
+    require(isNested(mathexpr::typesetText(expression, asked.text.c_str(), mathexpr::Notation::Latex)));
+    require(hasPairedTags(mathexpr::typesetText(expression, asked.text.c_str(), mathexpr::Notation::MathMl)));
 }
 
 /// Finding and renaming agree, and the renamed text contains the new name at the position of the old one.
-void checkName(const MathExpression& expression, const std::wstring& text, const std::wstring& name)
+void checkRenaming(const MathExpression& expression, const std::wstring& text, const std::wstring& name)
 {
     const std::vector<mathexpr::TextSpan> uses = mathexpr::findReferences(expression, text.c_str(), name.c_str());
     std::size_t end = 0;
@@ -151,69 +202,127 @@ void checkName(const MathExpression& expression, const std::wstring& text, const
     }
 }
 
-void checkCursor(const MathExpression& expression, const std::wstring& text, std::uint32_t cursor,
-                 mathexpr::HostQuestions questions)
+void checkRenamingOfX(const MathExpression& expression, const Question& asked)
 {
-    const mathexpr::HoverInfo hover = mathexpr::getHover(expression, text.c_str(), cursor, questions);
-    require(isWithin(hover.span, text) && isWithin(hover.valueSpan, text));
-    const mathexpr::CallSignature signature = mathexpr::getSignature(expression, text.c_str(), cursor);
-    require(isWithin(signature.name, text) && signature.function.empty() == signature.overloads.empty());
-    for (const mathexpr::CompletionItem& item : mathexpr::getCompletions(expression, text.c_str(), cursor))
+    checkRenaming(expression, asked.text, L"x");
+}
+
+void checkRenamingOfTheName(const MathExpression& expression, const Question& asked)
+{
+    checkRenaming(expression, asked.text, asked.name);
+}
+
+void checkHover(const MathExpression& expression, const Question& asked)
+{
+    const mathexpr::HoverInfo hover = mathexpr::getHover(expression, asked.text.c_str(), asked.cursor, asked.questions);
+    require(isWithin(hover.span, asked.text) && isWithin(hover.valueSpan, asked.text));
+}
+
+void checkSignature(const MathExpression& expression, const Question& asked)
+{
+    const mathexpr::CallSignature signature = mathexpr::getSignature(expression, asked.text.c_str(), asked.cursor);
+    require(isWithin(signature.name, asked.text) && signature.function.empty() == signature.overloads.empty());
+}
+
+void checkCompletions(const MathExpression& expression, const Question& asked)
+{
+    for (const mathexpr::CompletionItem& item : mathexpr::getCompletions(expression, asked.text.c_str(), asked.cursor))
     {
-        require(isWithin(item.edit.span, text));
-        std::wstring completed = text;
-        completed.replace(item.edit.span.start, item.edit.span.length, item.edit.replacement);
-        require(isWithin(item.selection, completed));
+        require(isWithin(item.edit.span, asked.text));
+        const std::size_t length = asked.text.size() - item.edit.span.length + item.edit.replacement.size();
+        require(item.selection.start <= length && item.selection.length <= length - item.selection.start);
     }
 }
 
-/// An index gives the same results as a list of names.
-void checkIndex(const std::wstring& text, std::uint32_t cursor, const std::wstring& name)
+void checkFixes(const MathExpression& expression, const Question& asked)
 {
-    mathexpr::NameIndex index;
-    index.add(name.c_str(), {mathexpr::ValueKind::Number, L"number", L""});
-    index.add(L"innerWall_depth");
-    MathExpression expression(true, nullptr);
-    mathexpr::setNameSource(expression, &index);
-    checkText(expression, text);
-    checkCursor(expression, text, cursor, mathexpr::HostQuestions::Forbidden);
-    mathexpr::diagnoseText(expression, text.c_str());
-    require(index.remove(name.c_str()) == !name.empty());
-    require(!index.remove(name.c_str()));
+    for (const mathexpr::TextFix& fix : mathexpr::getFixes(expression, asked.text.c_str()))
+    {
+        require(isWithin(fix.edit.span, asked.text) && !fix.title.empty());
+        std::wstring fixed = asked.text;
+        fixed.replace(fix.edit.span.start, fix.edit.span.length, fix.edit.replacement);
+        require(mathexpr::diagnoseText(expression, fixed.c_str()).state == mathexpr::TypingState::Complete);
+    }
 }
+
+constexpr std::array checks{
+    checkTokens, checkFormat,    checkLiterals,    checkTypesetting, checkRenamingOfX, checkRenamingOfTheName,
+    checkHover,  checkSignature, checkCompletions, checkFixes};
+
+/// An object that all inputs use, and its host.
+class Subject
+{
+public:
+    explicit Subject(bool givesIndex) : host(givesIndex), expression(makeExpression()) {}
+    Subject(const Subject&) = delete;
+    Subject& operator=(const Subject&) = delete;
+
+    /// @param service  index of a check; the last one is the diagnosis
+    void check(std::size_t service, const Question& asked)
+    {
+        const MessageRecorder shown;
+        tellNames(asked.name);
+        if (service < checks.size())
+        {
+            checks[service](*expression, asked);
+        }
+        else
+        {
+            checkDiagnostic(asked);
+        }
+        require(shown.ids.empty() && !mathexpr::hasFailed(*expression));
+        require(mathexpr::getVariableNames(*expression) == std::vector<std::wstring>{variable});
+    }
+
+private:
+    static constexpr const wchar_t* variable = L"width";
+
+    std::unique_ptr<MathExpression> makeExpression() const
+    {
+        auto made = std::make_unique<MathExpression>(true, &host);
+        mathexpr::setNameSource(*made, &host);
+        mathexpr::setVariable(*made, variable, VALTYPE());
+        return made;
+    }
+
+    void tellNames(const std::wstring& name)
+    {
+        std::vector<std::wstring> names{L"x", L"size", L"p", L"a.b", L"1"};
+        if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end())
+        {
+            names.push_back(name);
+        }
+        host.know(names);
+    }
+
+    /// The diagnosis while typing equals that of compiling.
+    void checkDiagnostic(const Question& asked) const
+    {
+        const mathexpr::TypingDiagnostic diagnostic =
+            mathexpr::diagnoseText(*expression, asked.text.c_str(), asked.questions);
+        const std::unique_ptr<MathExpression> fresh = makeExpression();
+        const MessageRecorder compiling;  // which shows a message about an integer that is too large
+        require(compiles(*fresh, asked.text) == (diagnostic.state == mathexpr::TypingState::Complete));
+        require(mathexpr::getDiagnostic(*fresh).code == diagnostic.failure.code);
+    }
+
+    Host host;
+    const std::unique_ptr<MathExpression> expression;
+};
 
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const Host host;
+    constexpr std::size_t serviceCount = checks.size() + 1;
+    static std::array<Subject, 2> subjects{Subject(false), Subject(true)};
     FuzzInput input(data, size);
-    const std::uint32_t cursor = input.byte();
-    const auto questions = static_cast<mathexpr::HostQuestions>(input.below(2));
-    const std::wstring text = input.text();
-    const std::wstring name = input.name();
-
-    const MessageRecorder shown;
-    MathExpression expression(true, &host);
-    mathexpr::setNameSource(expression, &host);
-    mathexpr::setVariable(expression, L"width", VALTYPE());
-    checkText(expression, text);
-    checkCursor(expression, text, cursor, questions);
-    checkName(expression, text, L"x");
-    checkName(expression, text, name);
-    checkIndex(text, cursor, name);
-    const mathexpr::TypingDiagnostic diagnostic = mathexpr::diagnoseText(expression, text.c_str(), questions);
-    for (const mathexpr::TextFix& fix : mathexpr::getFixes(expression, text.c_str()))
-    {
-        require(isWithin(fix.edit.span, text) && !fix.title.empty());
-        std::wstring fixed = text;
-        fixed.replace(fix.edit.span.start, fix.edit.span.length, fix.edit.replacement);
-        require(mathexpr::diagnoseText(expression, fixed.c_str()).state == mathexpr::TypingState::Complete);
-    }
-
-    require(shown.ids.empty() && !mathexpr::hasFailed(expression));
-    require(mathexpr::getVariableNames(expression).size() == 1);
-    require(compiles(expression, text) == (diagnostic.state == mathexpr::TypingState::Complete));
-    require(mathexpr::getDiagnostic(expression).code == diagnostic.failure.code);
+    const std::size_t chosen = input.byte();
+    Question asked{};
+    asked.cursor = input.byte();
+    asked.questions = static_cast<mathexpr::HostQuestions>(input.below(2));
+    asked.text = input.text();
+    asked.name = input.name();
+    subjects[chosen / serviceCount % subjects.size()].check(chosen % serviceCount, asked);
     return 0;
 }
