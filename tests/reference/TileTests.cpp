@@ -278,7 +278,9 @@ TEST_F(Tiles, ComeToWhatEachRowDoesByItself)
 {
     const std::uint64_t first = reference::firstSeed();
     const std::uint64_t count = reference::fromEnvironment("MATHEXPR_DIFFERENTIAL_COUNT", 4000);
+    const auto mostRows = static_cast<std::size_t>(reference::fromEnvironment("MATHEXPR_DIFFERENTIAL_ROWS", 200));
     std::size_t nbInTiles = 0;
+    std::uint64_t nbCompared = 0;
     for (std::uint64_t seed = first; seed < first + count; ++seed)
     {
         Random random(seed);
@@ -289,7 +291,7 @@ TEST_F(Tiles, ComeToWhatEachRowDoesByItself)
         {
             continue;
         }
-        const std::size_t nbRows = 1 + random.below(200);
+        const std::size_t nbRows = 1 + random.below(mostRows);
         makeData(random, nbRows, random.pick(std::array<std::size_t, 3>{0, 2, 20}));
         const BulkKind kind = random.chance(30) ? BulkKind::Record : isPoint ? BulkKind::Point : BulkKind::Number;
         const std::ptrdiff_t gap = random.chance(70) ? 0 : 1;
@@ -298,11 +300,13 @@ TEST_F(Tiles, ComeToWhatEachRowDoesByItself)
         {
             EXPECT_EQ(evaluate(set, nbRows, kind, gap), expected) << set->nbRows << " rows of a tile";
         }
+        nbCompared += nbRows;
         nbInTiles +=
             !isConstant() && MTTileProgram::build(compilation.program, makeColumns(gap), baselineTiles) ? 1U : 0U;
         ASSERT_FALSE(HasFailure()) << "seed " << seed << ": " << narrow(text) << ", " << nbRows << " rows";
     }
     EXPECT_GT(nbInTiles, count / 2);
+    RecordProperty("rows", std::to_string(nbCompared));  // by each instruction set
 }
 
 TEST_F(Tiles, TakeProgramsThatDifferFromRowToRowOnlyByValue)
