@@ -36,24 +36,24 @@ SURVIVORS = pathlib.Path(__file__).with_name("survivors.txt")
 QUICK = pathlib.Path(__file__).with_name("QuickToBuild.cmake")
 MUTATED = ("MTParserLib/**/*.cpp", "MTParserLib/**/*.h", "mathexpr/**/*.cpp")
 SKIPPED = ("Windows.cpp", "MinGW.cpp")  # not built here
-SHARE = 0.08  # of the mutants, at most this part in one file: the table of conversions holds hundreds of constants
+SHARE = 0.08  # upper bound on the part of the mutants in one file: the table of conversions has hundreds of constants
 ENOUGH = 0.95
 
-# Quick to build and to run. What is measured here is whether the tests notice, not what an optimiser makes of the change.
+# Quick to build and to run: this measures whether the tests notice, not how a change is optimised.
 CONFIGURATION = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O1", "-DCMAKE_CXX_FLAGS=-w -D_GLIBCXX_ASSERTIONS",
                  "-DCMAKE_C_COMPILER=clang", "-DCMAKE_CXX_COMPILER=clang++", "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld",
                  "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld", "-DMATHEXPR_CHECK_HANDLES=ON")
 
-# Programs of tests, in an order that notices early; each is built only when those before it have noticed nothing.
+# Test programs, in an order that notices mutants early; each is built only if those before it noticed nothing.
 PROGRAMS = ("language_tests", "program_tests", "additions_tests", "engine_tests", "unit_tests", "failure_tests",
             "floating_point_tests", "robustness_tests", "registrar_shortage_tests", "message_display_tests",
             "memory_tests", "boundary_tests", "unicode_tests", "reference_tests", "vocabulary_tests",
             "c_thread_tests", "thread_tests", "value_text_tests", "end_of_process_tests", "unloading_tests",
             "cpp_host_tests", "editor_tests")
-# What CTest runs beside them. Left out are the longest texts, for their time, and what tests the tools.
+# Other tests of CTest. The longest texts are omitted, for their time, and so are tests of tools.
 OTHERS = "^(c_tests|exported_names|calculator|fuzz|initialized_bytes|readme_host|vocabulary_page)"
 
-# How much of what is generated is compared with the reference; as much as in ./dev test would take too long.
+# Numbers of generated texts to compare with the reference; those of ./dev test would take too long.
 COMPARISONS = {"MATHEXPR_DIFFERENTIAL_EXPRESSIONS": "2000", "MATHEXPR_DIFFERENTIAL_COUNT": "1000",
                "MATHEXPR_DIFFERENTIAL_CALLS": "200"}
 MEMORY = 6 << 30    # bytes of address space of a test
@@ -97,7 +97,7 @@ class Mutant:
     start: int
     end: int
     after: str
-    old: str  # the line as it stands, and as it is changed
+    old: str  # the line before and after the change
     new: str
     occurrence: int  # 1 unless the same change can be made to an equal line before it
 
@@ -105,7 +105,7 @@ class Mutant:
         return self.path if self.occurrence == 1 else f"{self.path}#{self.occurrence}"
 
     def key(self):
-        """Tells it from all others, also after the file has changed elsewhere."""
+        """A unique key, which is stable when the file changes elsewhere."""
         return self.place(), self.old, self.new
 
     def apply(self, text):
@@ -116,14 +116,14 @@ class Mutant:
 
 
 def masked(text):
-    """The text with blanks for what is no code, or none that runs."""
+    """The text with blanks in place of everything that is not code, or never runs."""
     for hidden in (NOT_COVERED, COMMENT_OR_TEXT):
         text = hidden.sub(lambda match: re.sub(r"[^\n]", "\0", match[0]), text)
     return text
 
 
 def closing(text, opening):
-    """Where the bracket that opens at a place is closed."""
+    """Position at which the bracket opened at a position is closed."""
     depth = 0
     for place in range(opening, len(text)):
         depth += {"(": 1, ")": -1}.get(text[place], 0)
@@ -155,8 +155,8 @@ def all_mutants():
 
 
 def chosen(mutants, count, seed):
-    """As many of the mutants as wanted, none of the files with more than its share. The order is that of a hash, so that
-    the choice hardly changes when a source does, and --resume and --again find most of it tried already."""
+    """Chooses mutants, with no file above its share. They are ordered by a hash, so that the choice hardly changes when a
+    source does, and --resume and --again find most of it tried already."""
     mutants = sorted(mutants, key=lambda mutant: hashlib.sha256(f"{seed} {mutant.key()}".encode()).digest())
     taken = collections.Counter()
     choice = []
@@ -168,7 +168,7 @@ def chosen(mutants, count, seed):
 
 
 def earlier_fates(results):
-    """What became of mutants in an earlier run, by their keys."""
+    """The outcomes of mutants in an earlier run, by their keys."""
     blocks = re.findall(r"^(.*) (\S+):\d+\n- (.*)\n\+ (.*)$", results.read_text(), re.MULTILINE)
     return {(path, old, new): fate for fate, path, old, new in blocks}
 
@@ -180,14 +180,14 @@ def accepted_survivors():
 
 
 class Copy:
-    """A copy of the working tree, built, in which one mutant after the other is tried."""
+    """A built copy of the working tree, in which mutants are tried one after the other."""
 
     def __init__(self, folder):
         self.tree = folder / "tree"
         self.build = folder / "build"
         self.environment = dict(os.environ, **COMPARISONS, LOCPATH=str(self.build / "tests/unit/locales"),
                                 CCACHE_BASEDIR=str(folder), CCACHE_NOHASHDIR="1")  # shared by the copies
-        self.seconds = {}  # of processor time that a test may take
+        self.seconds = {}  # upper bound on the processor time of a test
         self.changed = None
         self.noticing = collections.defaultdict(lambda: list((*PROGRAMS, OTHERS)))  # by folder, what noticed last first
 
@@ -207,10 +207,10 @@ class Copy:
                        stdout=subprocess.DEVNULL)
         if not self.built("all", os.cpu_count()):
             raise SystemExit("mutate: the tree does not build")
-        self.environment["CCACHE_DISABLE"] = "1"  # no mutant is met twice
+        self.environment["CCACHE_DISABLE"] = "1"  # no mutant is compiled twice
 
     def measure(self):
-        """Runs all tests unchanged: they have to pass, and show the time that they take."""
+        """Runs all tests on the unchanged tree: they must pass, and their times are recorded."""
         for test in (*PROGRAMS, OTHERS):
             before = resource.getrusage(resource.RUSAGE_CHILDREN)
             outcome = self.outcome_of(test, 3600)
@@ -224,18 +224,18 @@ class Copy:
         return self.exit_code(command, BUILD_SECONDS * jobs) == 0
 
     def outcome_of(self, test, seconds):
-        """How a test has failed; None when it has passed."""
+        """How a test failed; None if it passed."""
         if test == OTHERS:
             command = ["ctest", "--test-dir", self.build, "--stop-on-failure", "-R", OTHERS]
         else:
             command = [self.build / "bin" / test, "--gtest_brief=1", "--gtest_fail_fast",
-                       "--gtest_filter=-Generator.*"]  # which tests a part of the tests
+                       "--gtest_filter=-Generator.*"]  # a test of the tests themselves
         code = self.exit_code(command, WALL_SECONDS, seconds)
         return {0: None, None: "waited", -signal.SIGXCPU: "hung", -signal.SIGKILL: "hung"}.get(
             code, "failed" if code is None or code > 0 else "crashed")  # fmt: skip
 
     def exit_code(self, command, wall_seconds, seconds=None):
-        """None when the time is over."""
+        """None if the time is exceeded."""
         def limit():
             resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
             if seconds is not None:
@@ -253,7 +253,7 @@ class Copy:
             return None
 
     def put(self, path, text):
-        """Writes a mutant's file; the one before it gets its own text back."""
+        """Writes the mutant's file, and restores that of the previous mutant."""
         if self.changed not in (None, path):
             (self.tree / self.changed).write_text((ROOT / self.changed).read_text("ascii"), "ascii")
         (self.tree / path).write_text(text, "ascii")
@@ -273,7 +273,7 @@ class Copy:
 
 
 def tried(copies, mutants, report):
-    """Each mutant's fate. Those of one file follow one another, so that fewer files are compiled again."""
+    """Yields the outcome of each mutant. Mutants of a file are consecutive, so that fewer files are compiled again."""
     portions = queue.Queue()
     mutants = sorted(mutants)
     for first in range(0, len(mutants), 12):
@@ -307,9 +307,9 @@ def main():
     parser = argparse.ArgumentParser(description="Counts which changes of the library the tests notice.")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--jobs", type=int, default=2)
-    parser.add_argument("--again", action="store_true", help="as --resume, and try what survived once more")
-    parser.add_argument("--resume", action="store_true", help="go on with what FOLDER/results.txt does not name yet")
-    parser.add_argument("--only", action="append", metavar="PREFIX", help="only in files whose path begins so")
+    parser.add_argument("--again", action="store_true", help="as --resume, and try the survivors again")
+    parser.add_argument("--resume", action="store_true", help="continue with mutants that FOLDER/results.txt does not contain")
+    parser.add_argument("--only", action="append", metavar="PREFIX", help="only in files whose path begins with PREFIX")
     parser.add_argument("folder", type=pathlib.Path)
     parser.add_argument("count", type=int, nargs="?", default=560)
     options = parser.parse_args()

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// AllocationFailureTests.cpp - memory runs out at every moment of every operation, once or for good.
+// AllocationFailureTests.cpp - memory runs out at every allocation of every operation, once or permanently.
 //
-// Each operation is repeated with its first allocation failing, then its second, and so on until none of them fails any
-// more. After each try nothing is left behind, and the same object computes 1+1.
+// Each operation is repeated with its first allocation failing, then its second, and so on until no allocation fails.
+// After each attempt nothing has leaked, and the same object computes 1+1.
 #include "MTParserLib/run/MTBulkRun.h"
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
@@ -34,7 +34,7 @@ namespace {
 
 using memory::Failing;
 
-/// Answers without allocating: names that begin with "n" are numbers, with "p" points, and nothing else is known.
+/// Answers without allocating: names that begin with "n" are numbers, with "p" points; no other name is known.
 class ThriftyHost final : public IMathExprService
 {
 public:
@@ -53,7 +53,7 @@ public:
 
 const ThriftyHost host;
 
-/// What an operation is done to.
+/// The objects of an operation.
 struct Subject
 {
     explicit Subject(bool silent) : expression(silent, &host) {}
@@ -62,22 +62,22 @@ struct Subject
     CMathExpr calculator;
 };
 
-/// An operation, and what it needs to have been done before with memory to spare.
+/// An operation, and its preparations, which do not run out of memory.
 struct Operation
 {
     std::string name;
     std::function<void(Subject&)> prepare;
-    /// Answers a value where there is one to compare.
+    /// Returns a value, if there is one to compare.
     std::function<std::optional<VALTYPE>(Subject&)> run;
 };
 
-/// How GoogleTest shows an operation.
+/// Prints an operation for GoogleTest.
 void PrintTo(const Operation& operation, std::ostream* out)
 {
     *out << operation.name;
 }
 
-/// What came of an operation.
+/// The outcome of an operation.
 struct Outcome
 {
     std::optional<VALTYPE> value;
@@ -90,7 +90,7 @@ Outcome outcomeOf(const Operation& operation, Subject& subject)
     Outcome outcome;
     try
     {
-        // Not assigned directly: g++ 12 was seen to leave a value behind then where the operation throws.
+        // Not assigned directly: g++ 12 left a value behind when the operation threw.
         const std::optional<VALTYPE> value = operation.run(subject);
         outcome.value = value;
     }
@@ -126,7 +126,7 @@ void expectUsable(Subject& subject)
     EXPECT_EQ(value.x, 2.0);
 }
 
-/// The operation with memory to spare, which also makes what the process keeps for good.
+/// Runs the operation with enough memory, which also creates what the process then keeps.
 Outcome rehearse(const Operation& operation, bool silent)
 {
     Subject subject(silent);
@@ -152,7 +152,7 @@ void sweep(const Operation& operation, bool silent, Failing failing)
                 outcome = outcomeOf(operation, subject);
                 felt = shortage.wasFelt();
             }
-            // A shortage is reported, or it does no harm.
+            // A shortage is reported, or has no effect.
             if (!outcome.outOfMemory)
             {
                 EXPECT_EQ(outcome.raised, rehearsed.raised);
@@ -188,7 +188,7 @@ Operation computing(const std::wstring& text)
             }};
 }
 
-/// Evaluates a text that was compiled before.
+/// Evaluates a text that has been compiled.
 Operation evaluating(const std::wstring& text)
 {
     return {"evaluating " + std::string(text.begin(), text.end()),
@@ -196,7 +196,7 @@ Operation evaluating(const std::wstring& text)
             [](Subject& subject) { return valueOf(subject.expression); }};
 }
 
-/// Lets a text fail with memory to spare, and then asks for the diagnostic.
+/// Lets a text fail with enough memory, then requests the diagnostic.
 Operation diagnosing(const std::wstring& text)
 {
     return {"diagnosing " + std::string(text.begin(), text.end()),
@@ -212,7 +212,7 @@ Operation diagnosing(const std::wstring& text)
             }};
 }
 
-/// Does something with the variables of a compiled width*height.
+/// Works with the variables of a compiled width*height.
 Operation withVariables(const std::string& name, std::function<double(MathExpression&)> work)
 {
     return {name,
@@ -230,7 +230,7 @@ std::wstring typeset(const MathExpression& expression, const std::wstring& text)
            mathexpr::typesetText(expression, text.c_str(), mathexpr::Notation::MathMl);
 }
 
-/// Asks every editor service about a text.
+/// Calls every editor service for a text.
 Operation editing(const std::wstring& text)
 {
     return {"editing " + std::string(text.begin(), text.end()),
@@ -256,7 +256,7 @@ Operation editing(const std::wstring& text)
             }};
 }
 
-/// Builds an index of names and completes with it.
+/// Builds a name index and completes with it.
 Operation indexing()
 {
     return {"indexing", [](Subject&) {},
@@ -287,7 +287,7 @@ Operation inBulk(const std::wstring& text, std::uint32_t nbThreads, std::size_t 
             }};
 }
 
-/// A bulk evaluation after one with packed arrays, now with gaps, which take more memory to move.
+/// A bulk evaluation with gaps after one with packed arrays: it needs more memory to copy rows.
 Operation inBulkAgain(const std::wstring& text)
 {
     Operation operation = inBulk(text, 1, 100);
@@ -418,7 +418,7 @@ const std::vector<Operation>& operations()
     return all;
 }
 
-/// Keeps messages from the screen.
+/// Suppresses the messages.
 class Shortages : public testing::TestWithParam<Operation>
 {
 protected:
@@ -447,7 +447,7 @@ TEST_P(Shortages, AreReportedOrHarmless)
 
 INSTANTIATE_TEST_SUITE_P(Every, Shortages, testing::ValuesIn(operations()));
 
-/// How many allocations the evaluation of so many rows takes.
+/// Number of allocations of a bulk evaluation.
 std::size_t nbMadeInBulk(std::size_t nbRows, std::uint32_t nbThreads)
 {
     const AnsweringHost answering({{L"n", number(1)}});
@@ -462,13 +462,13 @@ std::size_t nbMadeInBulk(std::size_t nbRows, std::uint32_t nbThreads)
     return memory::madeCount() - before;
 }
 
-// Each thread takes memory for its start and for its results.
+// Every thread allocates for its start and for its results.
 TEST(BulkMemory, IsTakenForAsManyThreadsAsHavePortionsToDo)
 {
     const auto takeAlike = [](std::size_t nbRows, std::uint32_t first, std::uint32_t second) {
         return nbMadeInBulk(nbRows, first) == nbMadeInBulk(nbRows, second);
     };
-    nbMadeInBulk(1, 1);  // the first makes what the process keeps for good
+    nbMadeInBulk(1, 1);  // the first one creates what the process then keeps
     EXPECT_TRUE(takeAlike(1, 1, 4));
     EXPECT_TRUE(takeAlike(portionRows, 1, 4));
     EXPECT_FALSE(takeAlike(portionRows + 1, 1, 2));
@@ -479,7 +479,7 @@ TEST(BulkMemory, IsTakenForAsManyThreadsAsHavePortionsToDo)
     EXPECT_TRUE(takeAlike(2 * portionRows + 1, 3, 300));
 }
 
-// The last memory that a compilation takes is for the fast form of a program, which stands already then.
+// The last allocation of a compilation is for scalar code, when the program is otherwise complete.
 TEST(CompilationShortages, LeaveNothingToEvaluate)
 {
     for (const wchar_t* text : {L"1+2*3", L"n1*n2+n1", L"[1,n1,0]+[3,4,n2]*2"})

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CountedMemory.cpp - the global operator new of the program. It is meant for one thread at a time.
+// CountedMemory.cpp - replaces the program's global operator new. For one thread at a time.
 #include "tests/robustness/CountedMemory.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr std::size_t sizeRoom = alignof(std::max_align_t);  // before each block stands its size
+constexpr std::size_t sizeRoom = alignof(std::max_align_t);  // each block is preceded by its size
 
 std::size_t inUse = 0;
 std::size_t inUseBefore = 0;

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// EndOfProcessTests.cpp - whoever computes while the process ends: the destructor of a global, an atexit handler, and a
-// thread that goes on while main ends. Each runs in a process of its own, which reports what came out on standard error.
+// EndOfProcessTests.cpp - code that computes while the process ends: the destructor of a global, an atexit handler, and
+// a thread that continues while main ends. Each runs in a separate process, which reports the outcome on standard
+// error.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
@@ -23,7 +24,7 @@
 
 namespace {
 
-/// Uses everything that the library makes on first use. @return whether all of it was right
+/// Uses everything that the library creates on first use. @return whether all results were right
 using Work = bool (*)();
 
 bool computeThroughClasses()
@@ -73,7 +74,7 @@ void report(bool right)
     std::fputs(right ? "computed\n" : "wrong\n", stderr);
 }
 
-/// Its destructor runs after that of whatever the library has made since main began.
+/// Its destructor runs after those of everything that the library has created since main began.
 struct Global
 {
     ~Global()
@@ -121,7 +122,8 @@ TEST_P(EndOfProcess, ExitHandlerComputes)
     EXPECT_EXIT(end(), testing::ExitedWithCode(0), "^computed");
 }
 
-// The handler runs after that of whatever the library has made, and lets the thread compute some rounds more.
+// The handler runs after those of everything that the library has created, and lets the thread compute some more
+// rounds.
 TEST_P(EndOfProcess, ThreadGoesOnComputing)
 {
     const auto end = [work = GetParam()] {
@@ -151,8 +153,8 @@ TEST_P(EndOfProcess, ThreadGoesOnComputing)
     EXPECT_EXIT(end(), testing::ExitedWithCode(0), "^computed");
 }
 
-#if !defined(_WIN32)  // which ends threads first, whatever locks of the system they hold
-// Nobody waits for anybody: the process ends in the middle of what sixteen threads compute.
+#if !defined(_WIN32)  // Windows ends the threads first, whatever locks of the system they hold
+// No synchronisation: the process ends while sixteen threads compute.
 TEST_P(EndOfProcess, IsRacedByManyThreads)
 {
     const auto end = [work = GetParam()] {

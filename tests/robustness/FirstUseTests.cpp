@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FirstUseTests.cpp - sixty-four threads are the first to use the library, all at the same moment: what the process keeps for all,
-// the vocabulary above all, is made once and is whole for each. Each race runs in a process of its own.
+// FirstUseTests.cpp - sixty-four threads use the library for the first time, all at the same moment: what the process
+// shares, in particular the vocabulary, is created once and is complete for every thread. Each race runs in a separate
+// process.
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/EditorServices.h"
@@ -26,7 +27,7 @@ namespace {
 constexpr int nbThreads = 64;
 constexpr int nbRaces = 8;
 
-/// One of the ways to be the first. @return whether the answer was right
+/// A way to use the library first. @return whether the result was right
 using FirstUse = bool (*)();
 
 bool computes()
@@ -78,7 +79,7 @@ bool computesThroughC()
 
 constexpr FirstUse uses[] = {computes, listsTheVocabulary, suggests, completes, computesThroughC};
 
-/// Ends the process with 0 if each thread was answered rightly.
+/// Ends the process with 0 if all threads got right results.
 [[noreturn]] void race()
 {
     std::atomic<int> nbWaiting = 0;

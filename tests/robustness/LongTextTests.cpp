@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LongTextTests.cpp - texts of ten million characters, on a thread with 64 KiB of stack: the value that is expected, or
-// all of the failure that is expected, and an object that can be used again.
+// LongTextTests.cpp - texts of ten million characters, on a thread with 64 KiB of stack: the expected value or complete
+// failure, and an object that stays usable.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "mathexpr/Variables.h"
@@ -15,7 +15,7 @@
 
 #include <ostream>
 
-/// How GoogleTest shows a shape.
+/// Prints a shape for GoogleTest.
 static void PrintTo(const LongText& text, std::ostream* out)
 {
     *out << text.name;
@@ -25,7 +25,7 @@ namespace {
 
 constexpr std::size_t characters = isInstrumented ? 100000 : 10000000;
 
-/// What comes of a text: the one or the other, and the rest as it is made.
+/// The outcome of a text: the value or the failure; the other one is default-constructed.
 struct Answer
 {
     VALTYPE value;
@@ -91,7 +91,7 @@ TEST_P(LongTexts, CompileAndEvaluateOnASmallStack)
     EXPECT_EQ(afterwards.x, 2.0);
 }
 
-// What is expected of a length is what the reference, which recurses, answers of a short text.
+// The expectations for long texts are those of the reference, which is recursive, for short ones.
 TEST_P(LongTexts, AreExpectedToDoWhatShortOnesDo)
 {
     const LongText& shape = GetParam();

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LongTexts.h - texts of any length, each a part repeated before and behind a middle, and what has to come of them.
+// LongTexts.h - texts of any length, with a part repeated before and after a middle, and their expected outcome.
 #pragma once
 
 #include "mathexpr/ValType.h"
@@ -14,7 +14,7 @@
 /// A shape of texts: head, n times opening, middle, n times closing.
 struct LongText
 {
-    /// A number that grows with the text.
+    /// A linear function of n.
     struct Line
     {
         double first = 0.0;
@@ -31,11 +31,11 @@ struct LongText
     const wchar_t* middle;
     const wchar_t* closing;
     std::uint32_t code;    // of the failure, or compiles
-    Line expected;         // the value where x is 1, or the position of the failure
-    bool isPoint = false;  // the value is a point
-    bool isNamed = false;  // the failure names all of the openings
+    Line expected;         // the value for x = 1, or the position of the failure
+    bool isPoint = false;  // whether the value is a point
+    bool isNamed = false;  // whether the failure names all of the openings
 
-    /// How many parts a text of about so many characters has: an even number.
+    /// The number of parts of a text of about this length: an even number.
     std::size_t partsOf(std::size_t characters) const;
 
     std::wstring make(std::size_t parts) const;

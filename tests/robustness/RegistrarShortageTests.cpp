@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// RegistrarShortageTests.cpp - memory runs out at every moment of a definition. It is then as if nobody had defined
-// anything, and the same definition succeeds afterwards.
+// RegistrarShortageTests.cpp - memory runs out at every allocation of a definition. Then nothing is defined, and the
+// same definition succeeds afterwards.
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "tests/support/FailingMemory.h"
@@ -19,7 +19,7 @@ namespace {
 
 using memory::Failing;
 
-/// A kind of definition. The index makes another name each time.
+/// A kind of definition. Every index gives another name.
 struct Definition
 {
     const char* kind;
@@ -35,7 +35,7 @@ std::wstring nameOf(int index)
     return L"a_name_so_long_that_its_string_takes_memory_" + std::to_wstring(index);
 }
 
-/// Of characters that stand in no other name.
+/// Of characters that are in no other name.
 std::wstring symbolOf(int index)
 {
     return std::wstring(20, static_cast<wchar_t>(0x3041 + index));
@@ -78,7 +78,7 @@ const Definition definitions[] = {
      [](const MTParserRegistrar& registrar) { return registrar.getNbVariables(); }},
 };
 
-/// Makes one definition again and again, with its first allocation failing, then its second, until it succeeds.
+/// Repeats a definition with its first allocation failing, then its second, until it succeeds.
 void defineWithShortages(const Definition& definition, MTParserRegistrar& registrar, int index)
 {
     const std::size_t countBefore = definition.count(registrar);
@@ -105,10 +105,10 @@ void defineWithShortages(const Definition& definition, MTParserRegistrar& regist
 class RegistrarShortages : public testing::TestWithParam<Definition>
 {};
 
-// So many definitions that whatever grows has to grow several times.
-TEST_P(RegistrarShortages, LeaveNothingDefinedByHalves)
+// So many definitions that every container grows several times.
+TEST_P(RegistrarShortages, DefineNothingPartially)
 {
-    SCOPED_TRACE(GetParam());  // the first trace takes memory for good
+    SCOPED_TRACE(GetParam());  // the first trace allocates permanently
     const std::size_t aliveBefore = memory::aliveCount();
     {
         MTParserRegistrar registrar;

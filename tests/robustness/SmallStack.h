@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// SmallStack.h - runs code where a recursion as deep as a text is long would end the process.
+// SmallStack.h - runs code on a small stack, so that a recursion as deep as a text is long would crash.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 #include <pthread.h>
 
-/// A host's thread with little room. Sanitizers need more of it for the same calls.
+/// Stack size of the host's thread. Sanitizers need more for the same calls.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 inline constexpr bool isInstrumented = true;
 #elif defined(__has_feature)

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ThreadTests.cpp - sixteen threads, each with objects of its own, do all that a host does: none sees anything of
-// another, and ThreadSanitizer sees nothing that two of them touch.
+// ThreadTests.cpp - sixteen threads with separate objects do all that a host does: no thread observes another, and
+// ThreadSanitizer finds no shared access.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
@@ -35,13 +35,13 @@ void countHere(void*, std::uint32_t, const wchar_t* text)
     nbShown += text != nullptr && *text != L'\0' ? 1 : 0;
 }
 
-/// Computes, fails and starts anew, as the thread's number says.
+/// Computes, fails and starts again, depending on the thread's number.
 class Worker
 {
 public:
     explicit Worker(int number) : own(number) {}
 
-    /// @return how many answers were wrong
+    /// @return number of wrong results
     int work()
     {
         evaluate();
@@ -153,7 +153,7 @@ private:
                outcome.failedCount == 0);
         expect(results.front() == 2.0 * own + 1.0 && results.back() == 2.0 * xs.back() + 1.0);
 
-        // One row after the other in each thread, since points are among it.
+        // Row by row on each thread, since there are points.
         expect(expression.setExpression(L"[x,1,2]*[2,1,0]"));
         expect(mathexpr::evaluateBulk(expression, &column, 1, nbRows, {results.data()}, 2, outcome) &&
                outcome.failedCount == 0);
@@ -186,8 +186,8 @@ TEST(Threads, WorkOnObjectsOfTheirOwn)
     EXPECT_EQ(nbWrong, 0);
 }
 
-/// The first of them makes what the process keeps for all.
-TEST(Threads, EditTextsOfTheirOwn)
+/// The first thread creates what the process shares.
+TEST(Threads, EditSeparateTexts)
 {
     std::atomic<int> nbWrong = 0;
     std::vector<std::thread> threads;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// UnloadingTests.cpp - a host that loads and unloads the library as often as it likes. This program is not linked with
-// the library; under AddressSanitizer, what an unloaded library has left behind is reported as a leak.
+// UnloadingTests.cpp - a host that loads and unloads the library repeatedly. This program is not linked with the
+// library. Under AddressSanitizer, memory that an unloaded library has not freed is reported as a leak.
 #include <mathexpr.h>
 
 #include <cstddef>
@@ -43,7 +43,7 @@ private:
 
 #define ENTRY(library, function) library.entry(static_cast<decltype(&function)>(nullptr), #function)
 
-/// Makes everything that the library makes on first use.
+/// Creates everything that the library creates on first use.
 void use(const LoadedLibrary& library)
 {
     mathexpr_expression* expression = nullptr;

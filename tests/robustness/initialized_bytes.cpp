@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// initialized_bytes.cpp - reads every byte of every value that the library hands out, of all operators and functions.
+// initialized_bytes.cpp - reads every byte of every value that the library returns, for all operators and functions.
 //
-// Meant to run under Memcheck, which tells where something depends on a byte that nothing has written. With --forget
-// it leaves one byte of a record unwritten, to show that this is noticed. Ends with 1 when an item gave no value.
+// Run it under Memcheck, which reports branches that depend on uninitialised bytes. With --forget, it leaves one byte
+// of a record uninitialised, to show that this is detected. The exit status is 1 if an item yielded no value.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/IMathFunction.h"
@@ -28,7 +28,7 @@ namespace {
 constexpr std::size_t mostArguments = 4;
 volatile std::size_t nbZeros = 0;
 
-/// Lets the way that the program takes depend on each byte.
+/// Makes the program's branches depend on each byte.
 void readBytes(const void* data, std::size_t size)
 {
     const auto* const bytes = static_cast<const unsigned char*>(data);
@@ -41,7 +41,7 @@ void readBytes(const void* data, std::size_t size)
     }
 }
 
-/// Memory that nothing has written, in the place of a caller's record.
+/// Uninitialised memory in place of a caller's record.
 template <class Record>
 class Unwritten
 {
@@ -77,8 +77,8 @@ bool evaluate(MathExpression& expression, VALTYPE& value)
     }
 }
 
-/// Reads what a text gives in every way that a value leaves the library.
-/// @return whether it gave one
+/// Reads the value of a text through every function that returns values.
+/// @return whether the text has a value
 bool readValuesOf(const std::wstring& text)
 {
     const AnsweringHost host({{L"x", number(0.5)},
@@ -126,7 +126,7 @@ bool readValuesOf(const std::wstring& text)
     return outcome.failedCount == 0;
 }
 
-/// One argument: a number or a point, written out or as a variable, each place with values of its own.
+/// An argument: a number or a point, as a literal or a variable, with different values at each position.
 const wchar_t* argument(std::size_t place, bool isPoint, bool isVariable)
 {
     static constexpr std::array<const wchar_t*, mostArguments> numbers{L"0.5", L"0.75", L"0.25", L"2"};
@@ -150,7 +150,7 @@ std::wstring textOf(const mathexpr::VocabularyItem& item, std::size_t nbArgs, st
     return text + L')';
 }
 
-/// @return whether the item gave a value for arguments of some kind
+/// @return whether the item yielded a value for some kind of arguments
 bool readValuesOf(const mathexpr::VocabularyItem& item)
 {
     if (item.kind == mathexpr::VocabularyKind::Constant)
@@ -226,7 +226,7 @@ int main(int count, char** arguments)
     {
         if (item.kind == mathexpr::VocabularyKind::Function && item.nbArgs == 0)
         {
-            continue;  // no text can say it: empty brackets are refused
+            continue;  // no text can contain it: empty brackets are refused
         }
         ++nbItems;
         if (!readValuesOf(item))

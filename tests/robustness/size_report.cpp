@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// size_report.cpp - what a character of a text costs, in time and memory, from ten thousand characters to ten million.
+// size_report.cpp - time and memory per character of a text, from ten thousand to ten million characters.
 //
-// Each text is compiled and evaluated by an object of its own, on a thread with a small stack. Prints a table and ends
-// with 1 when a character costs more than twice as much in some longer text as in the shortest.
+// Each text is compiled and evaluated by a new object, on a thread with a small stack. Prints a table; the exit status
+// is 1 if a character in some longer text costs more than twice as much as in the shortest.
 //
-// The process holds all the memory that is needed from the start on. Otherwise most of what a long text costs is the
-// system's time for pages that are touched for the first time, which a short text never asks for.
+// The process allocates all memory at its start. Otherwise the system's time for first touching pages would dominate
+// for long texts, and not occur for short ones.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "tests/robustness/CountedMemory.h"
@@ -26,7 +26,7 @@
 namespace {
 
 constexpr std::array<std::size_t, 4> sizes{10000, 100000, 1000000, 10000000};
-constexpr int repetitions = 3;  // the fastest counts
+constexpr int repetitions = 3;  // the fastest one counts
 constexpr double greatestGrowth = 2.0;
 constexpr std::size_t enoughMemory = std::size_t{4} << 30;
 
@@ -40,7 +40,7 @@ double processorTime()
 struct Cost
 {
     double time = std::numeric_limits<double>::infinity();  // ns
-    std::size_t memory = 0;                                 // bytes, the text itself left out
+    std::size_t memory = 0;                                 // bytes, without the text itself
 };
 
 Cost costOf(const std::wstring& text)
@@ -56,12 +56,12 @@ Cost costOf(const std::wstring& text)
             VALTYPE value;
             if (!expression.setExpression(text.c_str()) || !expression.evaluate(value))
             {
-                std::abort();  // the tests say what comes of each text
+                std::abort();  // the tests check the outcomes
             }
         }
         catch (const mathexpr::ParsingException&)
         {
-            // of those, too
+            // the tests check these outcomes, too
         }
         cost.time = processorTime() - start;
         cost.memory = memory::mostInUse();
