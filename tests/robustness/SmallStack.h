@@ -4,24 +4,14 @@
 // SmallStack.h - runs code on a small stack, so that a recursion as deep as a text is long would crash.
 #pragma once
 
+#include "tests/support/Instrumented.h"
+
 #include <cstddef>
 #include <stdexcept>
 
 #include <pthread.h>
 
 /// Stack size of the host's thread. Sanitizers need more for the same calls.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-inline constexpr bool isInstrumented = true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-inline constexpr bool isInstrumented = true;
-#else
-inline constexpr bool isInstrumented = false;
-#endif
-#else
-inline constexpr bool isInstrumented = false;
-#endif
-
 inline constexpr std::size_t smallStack = isInstrumented ? 512 * 1024 : 64 * 1024;
 
 /// Runs code on a thread with a small stack, and waits for it.
