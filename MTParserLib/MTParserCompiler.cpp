@@ -8,6 +8,7 @@
 #include "MTParserLib/text/MTParserPreprocessing.h"
 #include "platform/FloatingPointGuard.h"
 
+#include <limits>
 #include <string>
 
 namespace {
@@ -48,13 +49,19 @@ bool MTParserCompiler::compile(const wchar_t* given, const MTLimits& limits, std
 
     const wchar_t* const typed = given != nullptr ? given : L"";
     compiled.typedText.clear();
-    if (!checkLimits(typed, limits))
+    compiled.text = {};
+    compiled.assignSpan = {};
+    if (!limits.areNone() && !checkLimits(typed, limits))
     {
         return false;
     }
     compiled.typedText = typed;
-    preprocess(compiled.typedText, text);
-    compiled.assignSpan = {};
+    const bool isRewritten = needsRewriting(compiled.typedText);
+    if (isRewritten)
+    {
+        preprocess(compiled.typedText, compiled.rewrittenText);
+    }
+    compiled.text = isRewritten ? compiled.rewrittenText : compiled.typedText;
     stack.clear();
     levels.assign(1, BracketLevel{});
     if (!compileRewritten(assignTarget) || !compileEnd())
@@ -87,14 +94,10 @@ bool MTParserCompiler::compileRewritten(std::wstring& assignTarget)
     const MTPlainCharacters& plainCharacters = registrar.getPlainCharacters();
 
     std::size_t tokenStart = 0;
-    for (std::size_t i = 0; i < all.size(); ++i)
+    for (std::size_t i = plainCharacters.skip(all, 0); i < all.size(); i = plainCharacters.skip(all, i + 1))
     {
         const wchar_t character = all[i];
-        if (plainCharacters.contains(character))
-        {
-            continue;
-        }
-        const wchar_t next = text[i + 1];  // a zero follows the last character
+        const wchar_t next = i + 1 < all.size() ? all[i + 1] : L'\0';
         const auto position = static_cast<std::uint32_t>(i);
 
         if (character == L')' && next == L'(')
@@ -153,8 +156,7 @@ bool MTParserCompiler::compileEnd()
 {
     while (!stack.empty())
     {
-        const StackRecord record = stack.back();
-        stack.pop_back();
+        const StackRecord& record = stack.back();
         if (record.kind == StackRecord::Kind::OpenBracket)
         {
             return fail(CompileError::bracketNotClosed, __LINE__, record.position, spanOf(record));
@@ -163,7 +165,81 @@ bool MTParserCompiler::compileEnd()
         {
             return false;
         }
+        stack.pop_back();
     }
+    return true;
+}
+
+/// Pushes a record that is filled in place.
+inline MTParserCompiler::StackRecord& MTParserCompiler::push(StackRecord::Kind kind, std::uint32_t position)
+{
+    StackRecord& record = stack.emplace_back();
+    record.kind = kind;
+    record.position = position;
+    return record;
+}
+
+inline void MTParserCompiler::setKind(Token kind) noexcept
+{
+    BracketLevel& level = levels.back();
+    level.previous = level.current;
+    level.current = kind;
+}
+
+inline MTParserCompiler::StackRecord* MTParserCompiler::nearestRecord() noexcept
+{
+    StackRecord* const bottom = stack.data();
+    StackRecord* end = bottom + stack.size();
+    if (end != bottom && end[-1].kind == StackRecord::Kind::OpenBracket)
+    {
+        --end;
+    }
+    return end == bottom ? nullptr : end - 1;
+}
+
+inline void MTParserCompiler::markPending() noexcept
+{
+    if (StackRecord* nearest = nearestRecord())
+    {
+        nearest->argumentPending = true;
+    }
+}
+
+void MTParserCompiler::noteUse(MTVariableDefinition& variable)
+{
+    program.usedVariables.push_back(variable.item.get());
+    if (variable.valueInPlace != nullptr)
+    {
+        variable.input = firstInput + static_cast<MTPlace>(program.inputs.size());
+        program.inputs.push_back(variable.valueInPlace);
+    }
+    variable.lastUse = compilation;
+}
+
+inline void MTParserCompiler::emitVariable(MTVariableDefinition& variable, std::uint32_t position)
+{
+    if (!hasUsed(variable))
+    {
+        noteUse(variable);
+    }
+    emitter.emitVariable(*variable.item, variable.input, position);
+}
+
+inline bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t position)
+{
+    const std::uint32_t hash = MTNameIndex::hash(token);
+    const std::size_t constant = registrar.findConstant(token, hash);
+    if (constant != MTParserRegistrar::notFound)
+    {
+        emitter.emitConstant(registrar.getConstantValue(constant), position);
+        return true;
+    }
+    MTVariableDefinition* const variable = registrar.findVariableDefinition(token, hash);
+    if (variable == nullptr)
+    {
+        return compileUnknownName(token, hash, position);
+    }
+    emitVariable(*variable, position);
     return true;
 }
 
@@ -196,16 +272,17 @@ bool MTParserCompiler::compileFunctionName(std::wstring_view token, std::uint32_
     }
     markPending();
     setKind(Token::Function);
-    stack.push_back({StackRecord::Kind::Function, functionPrecedence, position, firstOverload});
+    StackRecord& record = push(StackRecord::Kind::Function, position);
+    record.precedence = functionPrecedence;
+    record.definition = static_cast<std::uint32_t>(firstOverload);
     return true;
 }
 
 bool MTParserCompiler::compileNumber(std::wstring_view token, std::uint32_t position)
 {
     const wchar_t decimalPoint = registrar.getSyntax().decimalPoint;
-    VALTYPE value;
-    value.x = readNumber(token, decimalPoint, digits);
-    if (value.x > maxInteger && token.find(decimalPoint) == std::wstring_view::npos)
+    const double number = readNumber(token, decimalPoint, digits);
+    if (number > maxInteger && token.find(decimalPoint) == std::wstring_view::npos)
     {
         // Shown even in silent mode, and never an exception.
         failure.note(Message::IntegerTooLarge, mathexpr::Expected::SmallerNumber, spanOfToken(token, position), token,
@@ -213,23 +290,16 @@ bool MTParserCompiler::compileNumber(std::wstring_view token, std::uint32_t posi
         showMessage(Message::IntegerTooLarge);
         return false;
     }
-    emitter.emitConstant(value, position);
+    emitter.emitNumber(number, position);
     return true;
 }
 
-bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t position)
+bool MTParserCompiler::compileUnknownName(std::wstring_view token, std::uint32_t hash, std::uint32_t position)
 {
-    const std::uint32_t hash = MTNameIndex::hash(token);
-    const std::size_t constant = registrar.findConstant(token, hash);
-    if (constant != MTParserRegistrar::notFound)
-    {
-        emitter.emitConstant(registrar.getConstantValue(constant), position);
-        return true;
-    }
     MTVariableDefinition* variable = nullptr;
     try
     {
-        variable = resolveVariable(token, hash);
+        variable = resolveUnknown(token, hash);
     }
     catch (mathexpr::DefinitionException& exception)
     {
@@ -247,17 +317,7 @@ bool MTParserCompiler::compileName(std::wstring_view token, std::uint32_t positi
     {
         return fail(CompileError::unknownName, __LINE__, position, spanOfToken(token, position), token);
     }
-    if (!hasUsed(*variable))
-    {
-        program.usedVariables.push_back(variable->item.get());
-        if (variable->valueInPlace != nullptr)
-        {
-            variable->input = firstInput + static_cast<MTPlace>(program.inputs.size());
-            program.inputs.push_back(variable->valueInPlace);
-        }
-        variable->lastUse = compilation;
-    }
-    emitter.emitVariable(*variable->item, variable->input, position);
+    emitVariable(*variable, position);
     return true;
 }
 
@@ -287,13 +347,10 @@ bool MTParserCompiler::askHost(std::wstring_view name, VALTYPE& answer) const
     return service->lookupValue(terminated.c_str(), answer);
 }
 
-MTVariableDefinition* MTParserCompiler::resolveVariable(std::wstring_view name, std::uint32_t hash)
+/// Defines a variable that the host answers, or that is defined automatically.
+/// @return null if there is none
+MTVariableDefinition* MTParserCompiler::resolveUnknown(std::wstring_view name, std::uint32_t hash)
 {
-    MTVariableDefinition* variable = registrar.findVariableDefinition(name, hash);
-    if (variable != nullptr)
-    {
-        return variable;
-    }
     VALTYPE answer;
     const bool answered = askHost(name, answer);
     if (!answered && !automaticVariables)
@@ -301,7 +358,7 @@ MTVariableDefinition* MTParserCompiler::resolveVariable(std::wstring_view name, 
         return nullptr;
     }
     registrar.defineVariable(name);
-    variable = registrar.findVariableDefinition(name, hash);
+    MTVariableDefinition* const variable = registrar.findVariableDefinition(name, hash);
     if (answered && variable != nullptr)
     {
         *variable->item->getValuePtr() = answer;
@@ -320,7 +377,7 @@ bool MTParserCompiler::openBracket(std::uint32_t position, wchar_t next)
     {
         nearest->argumentPending = false;
     }
-    stack.push_back({StackRecord::Kind::OpenBracket, 0, position});
+    push(StackRecord::Kind::OpenBracket, position);
     if (levels.back().current == Token::Function)
     {
         emitter.emitPlaceholder(position);
@@ -348,7 +405,7 @@ bool MTParserCompiler::endArgument(std::uint32_t position, wchar_t character, wc
     }
 
     std::size_t nbEmitted = 0;
-    if (!emitWhile([](const StackRecord&) { return true; }, nbEmitted))
+    if (!emitDownTo(std::numeric_limits<std::int32_t>::min(), nbEmitted))
     {
         return false;
     }
@@ -418,34 +475,32 @@ bool MTParserCompiler::compileOperator(std::size_t first, std::uint32_t position
     const std::int32_t precedence = registrar.getOperatorDefinition(index).precedence;
     // A waiting unary operator stays if an operator of the same precedence follows: the latter is part of its operand.
     const bool staysUnderEqual = !stack.empty() && stack.back().kind == StackRecord::Kind::Operator &&
-                                 stack.back().precedence == precedence &&
-                                 registrar.getOperatorDefinition(stack.back().definition).unary;
-    const auto leaves = [=](const StackRecord& top) {
-        return precedence < top.precedence || (precedence == top.precedence && !staysUnderEqual);
-    };
+                                 stack.back().precedence == precedence && stack.back().nbArgs == 1;
     std::size_t nbEmitted = 0;
-    if (!emitWhile(leaves, nbEmitted))
+    if (!emitDownTo(staysUnderEqual ? precedence + 1 : precedence, nbEmitted))
     {
         return false;
     }
 
-    stack.push_back({StackRecord::Kind::Operator, precedence, position, index, unary ? 1U : 2U});
+    StackRecord& record = push(StackRecord::Kind::Operator, position);
+    record.precedence = precedence;
+    record.definition = static_cast<std::uint32_t>(index);
+    record.nbArgs = unary ? 1 : 2;
     return true;
 }
 
-/// Stops at an open bracket.
-template <class Leaves>
-bool MTParserCompiler::emitWhile(Leaves leaves, std::size_t& nbEmitted)
+/// Emits the records on top that bind at least as tightly. Stops at an open bracket.
+bool MTParserCompiler::emitDownTo(std::int32_t precedence, std::size_t& nbEmitted)
 {
-    while (!stack.empty() && stack.back().kind != StackRecord::Kind::OpenBracket && leaves(stack.back()))
+    while (!stack.empty() && stack.back().kind != StackRecord::Kind::OpenBracket &&
+           stack.back().precedence >= precedence)
     {
-        const StackRecord record = stack.back();
-        stack.pop_back();
-        ++nbEmitted;
-        if (!emit(record))
+        if (!emit(stack.back()))
         {
             return false;
         }
+        stack.pop_back();
+        ++nbEmitted;
     }
     return true;
 }
@@ -464,7 +519,7 @@ bool MTParserCompiler::emit(const StackRecord& record)
         function = &registrar.getFunctionDefinition(overload);
     }
 
-    MTEmission emission;
+    MTEmission emission{};
     try
     {
         if (function != nullptr)
@@ -482,38 +537,17 @@ bool MTParserCompiler::emit(const StackRecord& record)
         failure.noteRaised(exception, spanOf(record), record.nbArgs);
         throw;
     }
-    if (emission.outcome == MTEmission::Outcome::OperandMissing)
+    if (emission == MTEmission::OperandMissing)
     {
-        return fail(CompileError::programBroken, __LINE__, emission.position, spanOf(record));
+        return fail(CompileError::programBroken, __LINE__, emitter.getPositionFound(), spanOf(record));
     }
-    if (emission.outcome == MTEmission::Outcome::Refused)
+    if (emission == MTEmission::Refused)
     {
         // The item itself has shown the message.
-        failure.noteRefusal(emission.refusal, spanOf(record), record.nbArgs);
+        failure.noteRefusal(emitter.getRefusal(), spanOf(record), record.nbArgs);
         return false;
     }
     return true;
-}
-
-void MTParserCompiler::setKind(Token kind) noexcept
-{
-    BracketLevel& level = levels.back();
-    level.previous = level.current;
-    level.current = kind;
-}
-
-MTParserCompiler::StackRecord* MTParserCompiler::nearestRecord() noexcept
-{
-    const std::size_t depth = !stack.empty() && stack.back().kind == StackRecord::Kind::OpenBracket ? 2 : 1;
-    return stack.size() < depth ? nullptr : &stack[stack.size() - depth];
-}
-
-void MTParserCompiler::markPending() noexcept
-{
-    if (StackRecord* nearest = nearestRecord())
-    {
-        nearest->argumentPending = true;
-    }
 }
 
 MTSpan MTParserCompiler::spanOf(const StackRecord& record) const noexcept

@@ -84,6 +84,7 @@ private:
         Token current = Token::Nothing;
     };
 
+    /// All but kind and position are 0 at first.
     struct StackRecord
     {
         enum class Kind : std::uint8_t
@@ -93,11 +94,11 @@ private:
             Function,
         };
         Kind kind;
-        std::int32_t precedence{};
+        bool argumentPending;
+        std::int32_t precedence;
         std::uint32_t position;
-        std::size_t definition{};  // the operator's, or that of the function's first overload
-        std::uint32_t nbArgs{};    // of a function: grows as its arguments are read
-        bool argumentPending{};
+        std::uint32_t definition;  // the operator's, or that of the function's first overload
+        std::uint32_t nbArgs;      // of a function: grows as its arguments are read
     };
 
     bool checkLimits(const wchar_t* typed, const MTLimits& limits);
@@ -108,7 +109,11 @@ private:
     bool compileFunctionName(std::wstring_view token, std::uint32_t position);
     bool compileNumber(std::wstring_view token, std::uint32_t position);
     bool compileName(std::wstring_view token, std::uint32_t position);
-    MTVariableDefinition* resolveVariable(std::wstring_view name, std::uint32_t hash);
+    bool compileUnknownName(std::wstring_view token, std::uint32_t hash, std::uint32_t position);
+    MTVariableDefinition* resolveUnknown(std::wstring_view name, std::uint32_t hash);
+    void emitVariable(MTVariableDefinition& variable, std::uint32_t position);
+    void noteUse(MTVariableDefinition& variable);
+    StackRecord& push(StackRecord::Kind kind, std::uint32_t position);
     bool askHost(std::wstring_view name, VALTYPE& answer) const;
 
     bool openBracket(std::uint32_t position, wchar_t next);
@@ -116,8 +121,7 @@ private:
     bool takeArgument();
     bool compileOperator(std::size_t first, std::uint32_t position);
 
-    template <class Leaves>
-    bool emitWhile(Leaves leaves, std::size_t& nbEmitted);
+    bool emitDownTo(std::int32_t precedence, std::size_t& nbEmitted);
     bool emit(const StackRecord& record);
 
     void setKind(Token kind) noexcept;
@@ -142,7 +146,7 @@ private:
     MTParserRegistrar& registrar;
     MTCompilation& compiled;
     MTParserProgram& program;  // of the compilation, like text and failure
-    std::wstring& text;
+    const std::wstring_view& text;
     MTFailure& failure;
     const bool showMessages;
     const IMathExprService* const service;

@@ -9,12 +9,14 @@
 #include "MTParserLib/text/MTSpan.h"
 
 #include <string>
+#include <string_view>
 
 struct MTCompilation
 {
-    std::wstring typedText;  ///< The text compiled last, as typed; empty if it exceeded the length limit.
-    std::wstring text;       ///< The rewritten text; all positions refer to it.
-    MTSpan assignSpan;       ///< The span in text of the name that is assigned to.
+    std::wstring typedText;      ///< The text compiled last, as typed; empty if it exceeded the length limit.
+    std::wstring rewrittenText;  ///< The rewritten text, if it differs.
+    std::wstring_view text;      ///< The one of the two that is compiled; all positions refer to it.
+    MTSpan assignSpan;           ///< The span in text of the name that is assigned to.
     MTParserProgram program;
     MTFailure failure;  ///< Failure of the compilation, or of the program's last run.
 };

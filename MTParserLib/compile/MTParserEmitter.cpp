@@ -41,139 +41,157 @@ void MTParserEmitter::begin(bool readsInPlace) noexcept
     program.clear();
 }
 
-void MTParserEmitter::pushResult(const MTProgramStep& step)
+inline MTProgramStep& MTParserEmitter::pushResult(const IMathExprItemEvaluator& item, const MTItemKernels& kernels,
+                                                  std::uint32_t position)
 {
-    waiting.push_back({Kind::Result, step.position, {program.steps.size()}, noPlace});
-    program.steps.push_back(step);
+    push(Kind::Result, position).index = program.steps.size();
+    MTProgramStep& step = program.steps.emplace_back();
+    step.kernels = &kernels;
+    step.item = &item;
+    step.first = step.second = step.result = noPlace;
+    step.position = position;
+    return step;
 }
 
-void MTParserEmitter::emitConstant(const VALTYPE& value, std::uint32_t position)
-{
-    waiting.push_back({Kind::Constant, position, {constants.size()}, noPlace});
-    constants.push_back(value);
-}
-
-void MTParserEmitter::emitVariable(const IMathExprItemEvaluator& variable, MTPlace input, std::uint32_t position)
-{
-    if (variablesInPlace)
-    {
-        Operand operand{Kind::Variable, position, {}, input};
-        operand.variable = &variable;
-        waiting.push_back(operand);
-    }
-    else if (input != noPlace)
-    {
-        pushResult(copyingStep(&variable, input, position));
-    }
-    else
-    {
-        pushResult({&virtualKernels, &variable, noPlace, noPlace, noPlace, 0, position});
-    }
-}
-
-void MTParserEmitter::emitPlaceholder(std::uint32_t position)
-{
-    waiting.push_back({Kind::Placeholder, position, {}, noPlace});
-}
-
-MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
-                                 std::uint32_t position, bool isCall)
-{
-    std::uint32_t nbConstants = 0;
-    std::size_t end = waiting.size();
-    for (std::uint32_t j = 0; j < nbArgs; ++j)
-    {
-        if (end == 0 || waiting[end - 1].kind == Kind::Placeholder)
-        {
-            return operandMissing(end);
-        }
-        --end;
-        nbConstants += waiting[end].kind == Kind::Constant ? 1U : 0U;
-    }
-
-    const Operand* const operands = waiting.data() + end;
-    MTProgramStep step{&kernels, &item, noPlace, noPlace, noPlace, nbArgs, position};
-    const bool foldable = nbConstants == nbArgs && item.isConstant();
-    if (foldable)
-    {
-        // The constants are its frame: its operands are adjacent on top of them. Its result is zero on entry. The item
-        // is evaluated before the start of the call is looked for, since a refusal takes precedence over a missing
-        // operand.
-        constants.emplace_back();
-        step.result = static_cast<MTPlace>(constants.size() - 1);
-        step.first = step.result - nbArgs;
-        step.second = step.first + 1;
-        const Message::Id refusal = step.evaluate({constants.data(), nullptr}, showMessages);
-        if (refusal != Message::None)
-        {
-            return {MTEmission::Outcome::Refused, position, refusal};
-        }
-        constants[step.first] = constants[step.result];
-    }
-    else
-    {
-        setOperands(step, operands);
-    }
-    if (isCall)
-    {
-        if (end == 0 || waiting[end - 1].kind != Kind::Placeholder)  // not covered: there is one below all operands
-        {
-            return operandMissing(end);
-        }
-        --end;
-    }
-
-    truncate(waiting, end);
-    truncate(constants, constants.size() - nbConstants);
-    if (foldable)
-    {
-        waiting.push_back({Kind::Constant, position, {step.first}, noPlace});
-    }
-    else
-    {
-        pushResult(step);
-    }
-    return {};
-}
-
-MTEmission MTParserEmitter::operandMissing(std::size_t end) const
-{
-    const std::uint32_t position = end == 0 ? MTEmission::noRecord : waiting[end - 1].position;
-    return {MTEmission::Outcome::OperandMissing, position, Message::None};
-}
-
-void MTParserEmitter::setOperands(MTProgramStep& step, const Operand* operands)
-{
-    if (step.kernels->readsInPlace)
-    {
-        step.first = placeOf(operands[0]);
-        step.second = step.nbArgs > 1 ? placeOf(operands[1]) : noPlace;
-        return;
-    }
-    step.first = static_cast<MTPlace>(program.slots.size());
-    step.second = step.first + 1;
-    program.slots.resize(program.slots.size() + step.nbArgs);
-    for (std::uint32_t j = 0; j < step.nbArgs; ++j)
-    {
-        bring(operands[j], step.first + j);
-    }
-}
-
-MTPlace MTParserEmitter::addSlot()
+inline MTPlace MTParserEmitter::addSlot()
 {
     program.slots.emplace_back();
     return static_cast<MTPlace>(program.slots.size() - 1);
 }
 
-MTPlace MTParserEmitter::placeOf(const Operand& operand)
+inline MTPlace MTParserEmitter::placeOf(const Operand& operand)
 {
     if (operand.kind == Kind::Variable)
     {
         return operand.input;
     }
     const MTPlace slot = addSlot();
-    bring(operand, slot);
+    if (operand.kind == Kind::Constant)
+    {
+        program.slots[slot] = constants[operand.index];
+    }
+    else
+    {
+        program.steps[operand.index].result = slot;
+    }
     return slot;
+}
+
+void MTParserEmitter::emitCopy(const IMathExprItemEvaluator& variable, MTPlace input, std::uint32_t position)
+{
+    pushResult(variable, input != noPlace ? copyingKernels : virtualKernels, position).first = input;
+}
+
+MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
+                                 std::uint32_t position, bool isCall)
+{
+    const std::size_t end = waiting.size();
+    std::uint32_t nbConstants = 0;
+    for (std::size_t index = end; index > 0 && end - index < nbArgs; --index)
+    {
+        if (waiting[index - 1].kind == Kind::Placeholder)
+        {
+            return operandMissing(index);
+        }
+        nbConstants += waiting[index - 1].kind == Kind::Constant ? 1U : 0U;
+    }
+    if (end < nbArgs)
+    {
+        return operandMissing(0);
+    }
+    if (nbConstants == nbArgs && item.isConstant())
+    {
+        return fold(item, kernels, nbArgs, position, isCall);
+    }
+
+    const std::size_t begin = end - nbArgs;
+    MTPlace first = noPlace;
+    MTPlace second = noPlace;
+    if (kernels.readsInPlace)
+    {
+        first = placeOf(waiting[begin]);
+        second = nbArgs > 1 ? placeOf(waiting[begin + 1]) : noPlace;
+    }
+    else
+    {
+        first = collectOperands(begin, nbArgs);
+        second = first + 1;
+    }
+    if (!popOperands(begin, isCall))
+    {
+        return operandMissing(begin);
+    }
+    if (nbConstants != 0)
+    {
+        truncate(constants, constants.size() - nbConstants);
+    }
+    MTProgramStep& step = pushResult(item, kernels, position);
+    step.first = first;
+    step.second = second;
+    step.nbArgs = nbArgs;
+    return MTEmission::Done;
+}
+
+/// Evaluates an item whose operands are constant, and replaces them by its result.
+MTEmission MTParserEmitter::fold(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
+                                 std::uint32_t position, bool isCall)
+{
+    // The constants are its frame: its operands are adjacent on top of them. Its result is zero on entry. The item
+    // is evaluated before the start of the call is looked for, since a refusal takes precedence over a missing
+    // operand.
+    constants.emplace_back();
+    const auto result = static_cast<MTPlace>(constants.size() - 1);
+    const MTPlace first = result - nbArgs;
+    const MTProgramStep step{&kernels, &item, first, first + 1, result, nbArgs, position};
+    refusal = step.evaluate({constants.data(), nullptr}, showMessages);
+    if (refusal != Message::None)
+    {
+        return MTEmission::Refused;
+    }
+    const std::size_t begin = waiting.size() - nbArgs;
+    if (!popOperands(begin, isCall))
+    {
+        return operandMissing(begin);
+    }
+    constants[first] = constants[result];
+    truncate(constants, first + std::size_t{1});
+    push(Kind::Constant, position).index = first;
+    return MTEmission::Done;
+}
+
+/// Pops operands, and the placeholder below those of a call.
+/// @return false if that is missing
+bool MTParserEmitter::popOperands(std::size_t begin, bool isCall)
+{
+    if (isCall)
+    {
+        if (begin == 0 || waiting[begin - 1].kind != Kind::Placeholder)  // not covered: there is one below all operands
+        {
+            return false;
+        }
+        --begin;
+    }
+    truncate(waiting, begin);
+    return true;
+}
+
+MTEmission MTParserEmitter::operandMissing(std::size_t end)
+{
+    positionFound = end == 0 ? noRecord : waiting[end - 1].position;
+    return MTEmission::OperandMissing;
+}
+
+/// Collects the operands of an item in adjacent slots.
+/// @return the first of the slots
+MTPlace MTParserEmitter::collectOperands(std::size_t begin, std::uint32_t nbArgs)
+{
+    const auto first = static_cast<MTPlace>(program.slots.size());
+    program.slots.resize(program.slots.size() + nbArgs);
+    for (std::uint32_t j = 0; j < nbArgs; ++j)
+    {
+        bring(waiting[begin + j], first + j);
+    }
+    return first;
 }
 
 /// Makes sure that the operand is in a slot when its consumer runs.

@@ -17,21 +17,11 @@
 #include <vector>
 
 /// Outcome of emitting a record.
-struct MTEmission
+enum class MTEmission : std::uint8_t
 {
-    enum class Outcome : std::uint8_t
-    {
-        Done,
-        Refused,         ///< The item refused its constant arguments, and showed its message if allowed.
-        OperandMissing,  ///< An operand, or the start of a call, is missing.
-    };
-
-    /// There is no record at all.
-    static constexpr std::uint32_t noRecord = std::numeric_limits<std::uint32_t>::max();
-
-    Outcome outcome = Outcome::Done;
-    std::uint32_t position = 0;           ///< With OperandMissing: position of the record found instead, or noRecord.
-    Message::Id refusal = Message::None;  ///< With Refused: the reason.
+    Done,
+    Refused,         ///< The item refused its constant arguments, and showed its message if allowed.
+    OperandMissing,  ///< An operand, or the start of a call, is missing.
 };
 
 class MTParserEmitter
@@ -45,18 +35,48 @@ public:
     /// @param readsInPlace  whether variables may be read by their consumers: no code of the host runs between
     void begin(bool readsInPlace) noexcept;
 
-    void emitConstant(const VALTYPE& value, std::uint32_t position);
+    void emitConstant(const VALTYPE& value, std::uint32_t position)
+    {
+        pushConstant(position);
+        constants.push_back(value);
+    }
+
+    void emitNumber(double number, std::uint32_t position)
+    {
+        pushConstant(position);
+        constants.emplace_back().x = number;
+    }
 
     /// @param input  the variable's value, if evaluating it only copies that value; otherwise noPlace
-    void emitVariable(const IMathExprItemEvaluator& variable, MTPlace input, std::uint32_t position);
+    void emitVariable(const IMathExprItemEvaluator& variable, MTPlace input, std::uint32_t position)
+    {
+        if (variablesInPlace)
+        {
+            Operand& operand = push(Kind::Variable, position);
+            operand.variable = &variable;
+            operand.input = input;
+        }
+        else
+        {
+            emitCopy(variable, input, position);
+        }
+    }
 
     /// Marks the start of a call's arguments.
-    void emitPlaceholder(std::uint32_t position);
+    void emitPlaceholder(std::uint32_t position) { push(Kind::Placeholder, position); }
 
     /// Appends an operator or a function call, whose operands were emitted before it.
     /// @param isCall  a placeholder was emitted before its arguments
     MTEmission emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
                     std::uint32_t position, bool isCall);
+
+    /// After Refused: the reason.
+    Message::Id getRefusal() const noexcept { return refusal; }
+
+    /// There is no record at all.
+    static constexpr std::uint32_t noRecord = std::numeric_limits<std::uint32_t>::max();
+    /// After OperandMissing: the position of the record found instead, or noRecord.
+    std::uint32_t getPositionFound() const noexcept { return positionFound; }
 
     /// Completes the program. Unconsumed results get slots of their own; the last record is the root.
     /// @return false if nothing was emitted; the program stays empty
@@ -76,24 +96,41 @@ private:
     {
         Kind kind;
         std::uint32_t position;
+        MTPlace input;  // the variable's, for Variable
         union
         {
             std::size_t index;  // of a result: its step; of a constant: its index in constants
             const IMathExprItemEvaluator* variable;
         };
-        MTPlace input;  // the variable's, for Variable
     };
 
-    MTEmission operandMissing(std::size_t end) const;
-    void setOperands(MTProgramStep& step, const Operand* operands);
+    /// Pushes an operand that is filled in place: copying what was written a moment ago would stall.
+    Operand& push(Kind kind, std::uint32_t position)
+    {
+        Operand& operand = waiting.emplace_back();
+        operand.kind = kind;
+        operand.position = position;
+        return operand;
+    }
+    /// The next of the constants.
+    void pushConstant(std::uint32_t position) { push(Kind::Constant, position).index = constants.size(); }
+    MTProgramStep& pushResult(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t position);
+
+    void emitCopy(const IMathExprItemEvaluator& variable, MTPlace input, std::uint32_t position);
+    MTEmission fold(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
+                    std::uint32_t position, bool isCall);
+    bool popOperands(std::size_t begin, bool isCall);
+    MTEmission operandMissing(std::size_t end);
+    MTPlace collectOperands(std::size_t begin, std::uint32_t nbArgs);
     MTPlace addSlot();
     MTPlace placeOf(const Operand& operand);
     void bring(const Operand& operand, MTPlace slot);
-    void pushResult(const MTProgramStep& step);
 
     MTParserProgram& program;
     const bool showMessages;
     bool variablesInPlace = false;
+    Message::Id refusal = Message::None;
+    std::uint32_t positionFound = 0;
     std::vector<Operand> waiting;
     std::vector<VALTYPE> constants;  // of waiting operands
 };

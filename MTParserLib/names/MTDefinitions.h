@@ -70,6 +70,16 @@ public:
         return code < ascii ? plain[code] : plainBeyondAscii;
     }
 
+    /// @return the index of the first character from an index on that is not plain; the text's size if there is none
+    std::size_t skip(std::wstring_view text, std::size_t at) const noexcept
+    {
+        while (at < text.size() && contains(text[at]))
+        {
+            ++at;
+        }
+        return at;
+    }
+
     void set(wchar_t character, bool isPlain) noexcept
     {
         const auto code = static_cast<std::size_t>(character);

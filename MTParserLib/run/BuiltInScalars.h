@@ -215,7 +215,8 @@ constexpr void addKernels(MTScalarKernels& item, MTOperandKinds kinds)  // not c
         };
         constexpr std::size_t nbOthers = sizeof...(Others);
         add(Form::Memory, runItem<Item, Form::Memory, First, Others...>);
-        if constexpr (!yieldsPoint<Item, First, Others...>())
+        // A point leaves the last number alone, which may be one of three operands, though.
+        if constexpr (!yieldsPoint<Item, First, Others...>() || nbOthers == 2)
         {
             add(Form::SpillMemory, runItem<Item, Form::SpillMemory, First, Others...>);
         }

@@ -23,23 +23,33 @@ constexpr std::size_t mostSteps = 4096;
 constexpr std::size_t mostSteps = 128;
 #endif
 
+/// Heads that inputs may have: numbers and points, flagged or not.
+constexpr std::size_t nbHeads = 4;
+
 /// Operands that are not given read this 0.
 constexpr double zero = 0.0;
 
-/// Number of steps that compute items, excluding those that move operands; 0 if scalar code cannot run the program.
-std::size_t countComputations(const std::vector<MTProgramStep>& program) noexcept
+/// What the steps of a program become at most.
+struct StepCounts
 {
-    std::size_t count = 0;
+    std::size_t scalar = 0;  // 0 if scalar code cannot run the program
+    std::size_t copies = 0;  // of variables
+};
+
+StepCounts countSteps(const std::vector<MTProgramStep>& program) noexcept
+{
+    StepCounts counts;
     for (const MTProgramStep& step : program)
     {
         const ConversionFormula* const formula = step.kernels->formula;
-        count += formula != nullptr ? countScalingSteps(*formula) : 1;
-        if (isHostItem(*step.kernels) || count > mostSteps)
+        counts.scalar += formula != nullptr ? countScalingSteps(*formula) : 1;
+        counts.copies += step.isCopy() ? 1U : 0U;
+        if (isHostItem(*step.kernels) || counts.scalar > mostSteps)
         {
-            return 0;
+            return {};
         }
     }
-    return count;
+    return counts;
 }
 
 /// Location of a step's operand.
@@ -123,7 +133,7 @@ public:
     /// @return false if scalar code cannot run the program
     bool addSteps()
     {
-        if (countComputations(program.steps) == 0)
+        if (countSteps(program.steps).scalar == 0)
         {
             return false;
         }
@@ -234,46 +244,48 @@ private:
         return {Operand::Place::Memory, &frame[place].x};
     }
 
-    /// Appends an item that runs on records, after steps that store its operands.
+    /// Appends an item that runs on records, after steps that copy its operands. It spills the last number if that is
+    /// one of them.
     void addRecord(const MTProgramStep& step)
     {
+        MTScalarKernel kernel = scalarkernels::runRecord<false>;
         for (std::uint32_t j = step.nbArgs; j-- > 0;)
         {
             const Operand operand = takeOperand(step.operand(j));
             if (operand.copying != nullptr)
             {
-                appendRecord(*operand.copying);
+                appendRecord(scalarkernels::runRecord<false>, *operand.copying);
             }
-            else
+            else if (operand.place == Operand::Place::Value)
             {
-                store(operand);
+                spillSlot = slotAt(step.operand(j));
+                kernel = scalarkernels::runRecord<true>;
             }
         }
         if (fresh)
         {
             append(scalarkernels::clearSlot, {}, resultOf(step));
         }
-        appendRecord(step);
+        appendRecord(kernel, step);
     }
 
     void addItemOfThree(const MTProgramStep& step)
     {
         Memory memory = {&zero, &zero, &zero};
-        bool takesValue = false;
+        std::uint32_t indexOfValue = step.nbArgs;
         for (std::uint32_t j = step.nbArgs; j-- > 0;)
         {
             const Operand operand = takeOperand(step.operand(j));
             memory[j] = operand.memory;
-            if (j == 2 && operand.place == Operand::Place::Value)
+            if (operand.place == Operand::Place::Value)
             {
-                takesValue = true;
-            }
-            else
-            {
-                store(operand);
+                indexOfValue = j;
+                spillSlot = slotAt(step.operand(j));
             }
         }
-        const MTOperandForm form = takesValue ? MTOperandForm::MemoryValue : memoryForm(step);
+        const MTOperandForm form = indexOfValue == step.nbArgs ? memoryForm(step)
+                                   : indexOfValue == 2         ? MTOperandForm::MemoryValue
+                                                               : MTOperandForm::SpillMemory;
         append(kernelsOf(step).find(MTOperandKinds::Numbers, form), memory, resultOf(step));
         addResult(step);
     }
@@ -344,20 +356,11 @@ private:
         lastIndex = MTScalarKernels::notFused;
     }
 
-    void appendRecord(const MTProgramStep& step)
+    void appendRecord(MTScalarKernel kernel, const MTProgramStep& step)
     {
-        append(scalarkernels::runRecord, {}, resultOf(step));
+        append(kernel, {}, resultOf(step));
         steps.back().frame = &frame;
         steps.back().record = &step;
-    }
-
-    /// Stores the last number in its slot.
-    void store(const Operand& operand)
-    {
-        if (operand.place == Operand::Place::Value)
-        {
-            append(scalarkernels::storeValue, {}, const_cast<double*>(operand.memory));
-        }
     }
 
     void appendItem(const MTScalarKernels& item, MTOperandKinds kinds, MTOperandForm form, const Memory& memory,
@@ -411,15 +414,17 @@ private:
 
 void MTScalarCode::reserve(const MTParserProgram& program)
 {
-    const std::size_t nbComputations = countComputations(program.steps);
-    if (nbComputations == 0)
+    const StepCounts counts = countSteps(program.steps);
+    if (counts.scalar == 0)
     {
         return;
     }
-    // One step per item, one that moves its result, the checks of the kinds of inputs, and the end.
-    const std::size_t nbChecks = program.inputs.size() / scalarkernels::maxChecked + 4;
-    steps.reserve(nbComputations + program.steps.size() + nbChecks + 1);
-    copies.reserve(program.steps.size());
+    // One step per item, the checks of the inputs, of which each head has its own, and the end.
+    const std::size_t nbInputs = program.inputs.size();
+    const std::size_t nbChecks =
+        std::min(nbInputs, (nbInputs + nbHeads * (scalarkernels::maxChecked - 1)) / scalarkernels::maxChecked);
+    steps.reserve(counts.scalar + nbChecks + 1);
+    copies.reserve(counts.copies);
 }
 
 bool MTScalarCode::build(const MTParserProgram& program)
@@ -439,8 +444,9 @@ bool MTScalarCode::buildForDouble(const MTParserProgram& program, const MTFrame&
 
 bool MTScalarCode::runsRecords() const noexcept
 {
-    return std::any_of(steps.begin(), steps.end(),
-                       [](const MTScalarStep& step) { return step.kernel == scalarkernels::runRecord; });
+    return std::any_of(steps.begin(), steps.end(), [](const MTScalarStep& step) {
+        return step.kernel == scalarkernels::runRecord<false> || step.kernel == scalarkernels::runRecord<true>;
+    });
 }
 
 void MTScalarCode::findReads(const double* x, std::vector<const double**>& operands)

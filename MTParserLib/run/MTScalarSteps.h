@@ -51,13 +51,6 @@ bool checkHeads(const MTScalarStep* step, double value, void* result, const MTSc
     return haveHead<head, count>(*step) ? runNext(step, value, result, owner, self) : owner->changedKinds(self, result);
 }
 
-/// Stores the last number in its slot.
-inline bool storeValue(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
-{
-    *step->result = value;
-    return runNext(step, value, result, owner, self);
-}
-
 /// Resets the coordinates of a slot to their state before the first run.
 inline bool clearSlot(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
@@ -65,9 +58,14 @@ inline bool clearSlot(const MTScalarStep* step, double value, void* result, cons
     return runNext(step, value, result, owner, self);
 }
 
-/// Runs a step of the program on records.
-inline bool runRecord(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
+/// Runs a step of the program on records. If the last number is one of its operands, stores it in its slot first.
+template <bool spills>
+bool runRecord(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
+    if constexpr (spills)
+    {
+        *step->spillSlot = value;
+    }
     const Message::Id refusal = step->record->evaluate(*step->frame, false);
     return refusal == Message::None ? runNext(step, value, result, owner, self)
                                     : owner->refused(self, step->result, refusal);

@@ -19,6 +19,8 @@ struct MTLimits
     std::uint32_t textLength = 0;
     std::uint32_t records = 0;
     std::uint32_t nesting = 0;
+
+    bool areNone() const noexcept { return (textLength | records | nesting) == 0; }
 };
 
 /// A limit that a text exceeds, and the span of the typed text that exceeds it.

@@ -16,6 +16,18 @@ constexpr std::wstring_view power = L"*10^";
 
 }
 
+bool needsRewriting(std::wstring_view typed) noexcept
+{
+    // Without a jump for each character, so that a compiler can look at several at once.
+    unsigned int found = 0;
+    for (const wchar_t character : typed)
+    {
+        found |= static_cast<unsigned int>(character == L' ') | static_cast<unsigned int>(character == L'[') |
+                 static_cast<unsigned int>(character == L']');
+    }
+    return found != 0 || typed.find(L"e+") != std::wstring_view::npos;
+}
+
 void preprocess(std::wstring_view typed, std::wstring& rewritten)
 {
     std::size_t length = 0;

@@ -12,6 +12,9 @@
 #include <string>
 #include <string_view>
 
+/// Whether rewriting changes a text. Most texts have neither blanks nor shorthands.
+bool needsRewriting(std::wstring_view typed) noexcept;
+
 /// Rewrites a text.
 /// @param rewritten  receives the result; its old content is discarded, its memory reused
 void preprocess(std::wstring_view typed, std::wstring& rewritten);

@@ -162,9 +162,9 @@ Kernels allKernels(const MTParserRegistrar& registrar)
     addChecks<0x001>(kernels, "points");
     addChecks<0x100>(kernels, "flagged numbers");
     addChecks<0x101>(kernels, "flagged points");
-    kernels[scalarkernels::storeValue] = {false, "store", {"value"}, ""};
     kernels[scalarkernels::clearSlot] = {false, "clear", {}, ""};
-    kernels[scalarkernels::runRecord] = {false, "record", {}, ""};
+    kernels[scalarkernels::runRecord<false>] = {false, "record", {}, ""};
+    kernels[scalarkernels::runRecord<true>] = {true, "record", {}, ""};
     kernels[scalarkernels::endWithValue] = {false, "end with value", {}, ""};
     kernels[scalarkernels::endWithRecord] = {false, "end with record", {"a"}, ""};
     kernels[scalarkernels::endWithDouble] = {false, "end with double", {"value"}, ""};
@@ -250,7 +250,7 @@ std::string dumpScalarCode(const MTParserProgram& program, const MTParserRegistr
         {
             dump << ' ' << step.record - program.steps.data() << " -> " << places.name(step.result);
         }
-        else if (verb == "store" || verb == "clear")
+        else if (verb == "clear")
         {
             dump << " -> " << places.name(step.result);
         }
