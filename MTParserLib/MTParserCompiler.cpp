@@ -347,7 +347,7 @@ bool MTParserCompiler::askHost(std::wstring_view name, VALTYPE& answer) const
     return service->lookupValue(terminated.c_str(), answer);
 }
 
-/// Defines a variable that the host answers, or that is defined automatically.
+/// Defines a variable that the host supplies, or that is defined automatically.
 /// @return null if there is none
 MTVariableDefinition* MTParserCompiler::resolveUnknown(std::wstring_view name, std::uint32_t hash)
 {

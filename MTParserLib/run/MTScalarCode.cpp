@@ -29,7 +29,7 @@ constexpr std::size_t nbHeads = 4;
 /// Operands that are not given read this 0.
 constexpr double zero = 0.0;
 
-/// What the steps of a program become at most.
+/// Upper bounds on the steps of scalar code for a program.
 struct StepCounts
 {
     std::size_t scalar = 0;  // 0 if scalar code cannot run the program
