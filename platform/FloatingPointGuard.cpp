@@ -61,6 +61,14 @@ void setLibrarysWords() noexcept
     set({0});
 }
 
+#elif defined(__wasm__)
+
+void set(const FloatingPointWords&) noexcept {}
+
+void clearX87() noexcept {}
+
+void setLibrarysWords() noexcept {}
+
 #else
 
 void set(const FloatingPointWords& words) noexcept

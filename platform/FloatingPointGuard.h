@@ -16,7 +16,7 @@
 
 #if defined(__x86_64__) || defined(_M_X64)
 #include <xmmintrin.h>
-#elif !defined(__aarch64__)
+#elif !defined(__aarch64__) && !defined(__wasm__)
 #include <cfenv>
 #endif
 
@@ -89,6 +89,21 @@ struct FloatingPointWords
 inline bool computesAsTheLibrary() noexcept
 {
     return FloatingPointWords::current().areTheLibrarys();
+}
+
+#elif defined(__wasm__)
+
+/// WebAssembly has no such words: it rounds to nearest, keeps denormal numbers, and nothing traps.
+struct FloatingPointWords
+{
+    static constexpr FloatingPointWords current() noexcept { return {}; }
+    static constexpr bool areTheLibrarys() noexcept { return true; }
+    static constexpr bool areAs(const FloatingPointWords&) noexcept { return true; }
+};
+
+constexpr bool computesAsTheLibrary() noexcept
+{
+    return true;
 }
 
 #else

@@ -61,7 +61,11 @@ private:
 
 #else
 
+#if defined(__wasm__)  // a module has one thread, and its linker takes thread_local only where there may be more
+#define PLATFORM_THREAD_SLOT(Value, name) platform::ThreadSlot<Value> name
+#else
 #define PLATFORM_THREAD_SLOT(Value, name) thread_local platform::ThreadSlot<Value> name
+#endif
 
 namespace platform {
 

@@ -4,18 +4,21 @@
 // benchmark.mjs - the package beside mathjs and beside loops in JavaScript, in one run; prints tables for docs/web.md. It
 // runs in the folder that tests/run has made, where both are installed.
 //
-// Each figure is the median of rounds in which all of them take turns, so that a disturbance meets all.
+// Each figure is the best of many short rounds in which all of them take turns: other work on the machine only adds to some.
 import { all, create } from "mathjs";
 import { performance } from "node:perf_hooks";
 
 const begin = performance.now();
+const processorBegin = process.cpuUsage();
 const { Expression, MemoryArray, fn, init } = await import("mathexpr");
 await init();
 const readyAfter = performance.now() - begin;
+const { user, system } = process.cpuUsage(processorBegin);
 
 const mathjs = create(all);
-const rounds = 15;
-const secondsPerRound = 0.01;
+const rounds = 100;
+const secondsPerRound = 0.001;
+const warmUpMilliseconds = 100;
 
 const polynomial = Array.from({ length: 15 }, (_, index) => (15 - index) / 100).reduce(
   (text, coefficient) => `(${text})*x+${coefficient}`,
@@ -24,21 +27,21 @@ const polynomial = Array.from({ length: 15 }, (_, index) => (15 - index) / 100).
 const values = { x: 12.5, y: -48.25, z: 101.75, a: 2.5, b: 7.25, r: 4.5 };
 const radians = (degrees) => (degrees * 3.14159265359) / 180;
 
-/** Text, its text for mathjs where that differs, and the closure that computes it. */
+/** Text, its text for mathjs where that differs, and the closure that computes it from the values in the order of above. */
 const formulas = [
-  ["x+1", null, ({ x }) => x + 1],
-  ["a*b+r", null, ({ a, b, r }) => a * b + r],
-  ["(x+y)*(x-y)/2", null, ({ x, y }) => ((x + y) * (x - y)) / 2],
-  ["((x*2+y)*3-z)/(a+b*2)", null, ({ x, y, z, a, b }) => ((x * 2 + y) * 3 - z) / (a + b * 2)],
-  ["sqrt(x^2+y^2+z^2)", null, ({ x, y, z }) => Math.sqrt(x ** 2 + y ** 2 + z ** 2)],
-  ["sqrt(x*x+y*y+z*z)", null, ({ x, y, z }) => Math.sqrt(x * x + y * y + z * z)],
+  ["x+1", null, (x) => x + 1],
+  ["a*b+r", null, (a, b, r) => a * b + r],
+  ["(x+y)*(x-y)/2", null, (x, y) => ((x + y) * (x - y)) / 2],
+  ["((x*2+y)*3-z)/(a+b*2)", null, (x, y, z, a, b) => ((x * 2 + y) * 3 - z) / (a + b * 2)],
+  ["sqrt(x^2+y^2+z^2)", null, (x, y, z) => Math.sqrt(x ** 2 + y ** 2 + z ** 2)],
+  ["sqrt(x*x+y*y+z*z)", null, (x, y, z) => Math.sqrt(x * x + y * y + z * z)],
   [
     "sin(x)*r+cos(y)*r",
     "sin(x*3.14159265359/180)*r+cos(y*3.14159265359/180)*r",
-    ({ x, y, r }) => Math.sin(radians(x)) * r + Math.cos(radians(y)) * r,
+    (x, y, r) => Math.sin(radians(x)) * r + Math.cos(radians(y)) * r,
   ],
-  ["min(a,b)*max(x,y)+abs(z)", null, ({ a, b, x, y, z }) => Math.min(a, b) * Math.max(x, y) + Math.abs(z)],
-  ["(x>y)*a+(x<=y)*b", null, ({ x, y, a, b }) => Number(x > y) * a + Number(x <= y) * b],
+  ["min(a,b)*max(x,y)+abs(z)", null, (x, y, z, a, b) => Math.min(a, b) * Math.max(x, y) + Math.abs(z)],
+  ["(x>y)*a+(x<=y)*b", null, (x, y, a, b) => Number(x > y) * a + Number(x <= y) * b],
   [polynomial, null, hornerOf(polynomial)],
   ["2*3+4*5-6/7", null, () => 2 * 3 + 4 * 5 - 6 / 7],
 ];
@@ -47,7 +50,7 @@ const formulas = [
 function hornerOf(text) {
   const coefficients = text.match(/[\d.]+/g).map(Number);
   const [first, ...others] = coefficients;
-  return ({ x }) => others.reduce((sum, coefficient) => sum * x + coefficient, first);
+  return (x) => others.reduce((sum, coefficient) => sum * x + coefficient, first);
 }
 
 /** Seconds that a call takes. */
@@ -57,16 +60,20 @@ function timeOf(call, count) {
   return (performance.now() - start) / 1000 / count;
 }
 
-const median = (numbers) => numbers.sort((one, other) => one - other)[numbers.length >> 1];
+/** Calls until the engine has compiled for speed what is called. */
+function warmUp(call) {
+  for (const end = performance.now() + warmUpMilliseconds; performance.now() < end; ) timeOf(call, 20);
+}
 
-/** Medians of contestants that take turns. */
+/** The best times of contestants that take turns. */
 function measure(contestants) {
+  contestants.forEach(warmUp);
   const counts = contestants.map((call) => Math.max(1, Math.round(secondsPerRound / timeOf(call, 20))));
-  const times = contestants.map(() => []);
+  const times = contestants.map(() => Infinity);
   for (let round = 0; round < rounds; round++) {
-    contestants.forEach((call, index) => times[index].push(timeOf(call, counts[index])));
+    contestants.forEach((call, index) => (times[index] = Math.min(times[index], timeOf(call, counts[index]))));
   }
-  return times.map(median);
+  return times;
 }
 
 const nanoseconds = (seconds) => (seconds * 1e9).toFixed(seconds < 1e-7 ? 1 : 0);
@@ -74,7 +81,8 @@ const row = (...cells) => console.log(`| ${cells.join(" | ")} |`);
 const isClose = (one, other) => Math.abs(one - other) <= 1e-9 * Math.max(1, Math.abs(other));
 let sink = 0;
 
-console.log(`ready ${readyAfter.toFixed(1)} ms after the import begins\n`);
+const processorTime = ((user + system) / 1000).toFixed(1);
+console.log(`ready ${readyAfter.toFixed(1)} ms after the import begins, and ${processorTime} ms of a processor's time\n`);
 row("Formula", "compile and evaluate, ns", "mathjs", "times", "call, ns", "closure", "times");
 row("---", "---:", "---:", "---:", "---:", "---:", "---:");
 for (const [text, textOfMathjs, closure] of formulas) {
@@ -84,7 +92,7 @@ for (const [text, textOfMathjs, closure] of formulas) {
   const names = Object.keys(values).filter((name) => new RegExp(`\\b${name}\\b`).test(text));
   const compiled = fn(text, ...names);
   const positional = names.map((name) => values[name]);
-  const expected = closure(values);
+  const expected = closure(...positional);
   for (const value of [expression.evaluate(text), Number(mathjs.evaluate(peer, scope)), compiled(...positional)]) {
     if (!isClose(value, expected)) throw new Error(`${text} is ${value}, and ${expected} is expected`);
   }
@@ -92,7 +100,7 @@ for (const [text, textOfMathjs, closure] of formulas) {
     () => (sink += expression.evaluate(text)),
     () => (sink += Number(mathjs.compile(peer).evaluate(scope))),
   ]);
-  const [call, plain] = measure(callsOf(compiled, closure, names.length, positional));
+  const [call, plain] = measure([compiled, closure].map((called) => callOf(called, positional)));
   row(
     text === polynomial ? "polynomial of degree 15" : `\`${text}\``,
     ...[nanoseconds(own), nanoseconds(others), (others / own).toFixed(1)],
@@ -102,25 +110,16 @@ for (const [text, textOfMathjs, closure] of formulas) {
   expression.free();
 }
 
-/** Calls of a function and of a closure, with numbers that change. */
-function callsOf(compiled, closure, count, [a, b, c, d, e]) {
-  const given = { ...values };
-  const calls = [
-    () => compiled(),
-    (i) => compiled(a + i),
-    (i) => compiled(a + i, b),
-    (i) => compiled(a + i, b, c),
-    (i) => compiled(a + i, b, c, d),
-    (i) => compiled(a + i, b, c, d, e),
-  ];
-  const call = calls[count];
+/** A call with numbers by position, of which the first changes. */
+function callOf(called, [a, b, c, d, e]) {
   return [
-    (i) => (sink += call(i)),
-    (i) => {
-      given.x = a + i;
-      sink += closure(given);
-    },
-  ];
+    () => (sink += called()),
+    (i) => (sink += called(a + i)),
+    (i) => (sink += called(a + i, b)),
+    (i) => (sink += called(a + i, b, c)),
+    (i) => (sink += called(a + i, b, c, d)),
+    (i) => (sink += called(a + i, b, c, d, e)),
+  ][called.length];
 }
 
 const rows = 100000;

@@ -5,11 +5,14 @@
 """pack.py WASM FOLDER - makes the npm package from its sources and generated files.
 
 WASM is the folder where the module was built. The package contains the module a second time, for mathexpr/inline, in base64
-and compressed in a format that every browser can decompress.
+and compressed in a format that every browser can decompress. esbuild joins the scripts: one file per entry and one that the
+entries share load sooner than twenty, of which each is requested only when another has been read.
 """
 import base64
 import shutil
+import subprocess
 import sys
+import tempfile
 import zlib
 from pathlib import Path
 
@@ -30,16 +33,30 @@ export async function bytes() {{
 """
 
 
+ENTRIES = ("index.js", "inline.js", "node.js")
+
+
+def join_scripts(sources, folder):
+    """Joins the scripts. `node:` imports, and the URL by which bundlers find the module, stay as they are."""
+    subprocess.run(["esbuild", *ENTRIES, "--bundle", "--splitting", "--format=esm", "--platform=neutral",
+                    "--target=es2022", "--external:node:*", "--chunk-names=lib/[name]-[hash]",
+                    f"--outdir={folder.resolve()}", "--log-level=warning"], check=True, cwd=sources)
+
+
 def main():
     wasm, folder = map(Path, sys.argv[1:])
     shutil.rmtree(folder, ignore_errors=True)
-    shutil.copytree(WEB / "package", folder)
+    shutil.copytree(WEB / "package", folder, ignore=shutil.ignore_patterns("lib", *ENTRIES))
     shutil.copy(WEB.parent / "LICENSE", folder)
-    shutil.copy(wasm / "web/layouts.js", folder / "lib")
     module = (wasm / "bin/mathexpr.wasm").read_bytes()
     (folder / "mathexpr.wasm").write_bytes(module)
     packed = base64.b64encode(zlib.compress(module, 9)).decode()
-    (folder / "lib/inlined.js").write_text(INLINED.format(packed), encoding="ascii")
+    with tempfile.TemporaryDirectory() as sources:
+        scripts = Path(sources) / "package"
+        shutil.copytree(WEB / "package", scripts)
+        shutil.copy(wasm / "web/layouts.js", scripts / "lib")
+        (scripts / "lib/inlined.js").write_text(INLINED.format(packed), encoding="ascii")
+        join_scripts(scripts, folder)
 
 
 if __name__ == "__main__":

@@ -17,7 +17,7 @@ namespace {
 
 /// Programs with more steps are interpreted. Their scalar code would take too much memory; and a compiler that does not
 /// optimise, or whose target has no tail jumps, compiles the jumps from step to step as nested calls.
-#if defined(__OPTIMIZE__) && !defined(__wasm__)
+#if defined(__OPTIMIZE__) && (!defined(__wasm__) || defined(__wasm_tail_call__))
 constexpr std::size_t mostSteps = 4096;
 #else
 constexpr std::size_t mostSteps = 128;

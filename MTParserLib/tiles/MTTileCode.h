@@ -32,7 +32,11 @@ struct MTTileContext;
 struct MTTileRecordCall;
 struct MTTileStep;
 
+#if defined(__wasm__)
+inline constexpr std::size_t vectorsPerTile = 32;  // in memory: TileKernels.cpp
+#else
 inline constexpr std::size_t vectorsPerTile = 8;
+#endif
 
 /// MTItemKernels::tileFormula of an item whose formula has no vector kernels.
 inline constexpr std::uint8_t noTileFormula = 255;

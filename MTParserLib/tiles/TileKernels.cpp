@@ -4,6 +4,9 @@
 // TileKernels.cpp - the tile kernels. Compiled once per instruction set, with its options and with MATHEXPR_TILE_SET as
 // the name of its set. Vectors are as wide as the options allow; a tile has eight.
 //
+// In WebAssembly a call by address costs as much as computing some vectors, and only few vectors are passed in registers.
+// There a tile has more vectors, and the value is in memory.
+//
 // Everything is private to the object file, and nothing of the standard library is used: a function compiled for a wide
 // instruction set must not replace one that runs on every processor.
 #include "MTParserLib/tiles/MTTileCode.h"
@@ -56,11 +59,29 @@ typedef signed char SignedBytes __attribute__((vector_size(16)));  // NOLINT(mod
 #define MATHEXPR_TILE_SQUARE_ROOT(x) (V{__builtin_sqrt((x)[0]), __builtin_sqrt((x)[1])})
 #endif
 
+// The value: a fresh one, as parameters, as arguments, one of its vectors, and what is to be done with each of them.
+#if defined(__wasm__)
+#define MATHEXPR_TILE_FRESH_LANES V values[nbVectors] = {}
+#define MATHEXPR_TILE_LANES V* values
+#define MATHEXPR_TILE_UNUSED_LANES V*
+#define MATHEXPR_TILE_PASSED_LANES values
+#define MATHEXPR_TILE_V(i) values[i]
+#define MATHEXPR_TILE_EACH(DO)                                                                                         \
+    for (std::ptrdiff_t vector = 0; vector < nbVectors; ++vector)                                                      \
+    {                                                                                                                  \
+        DO(vector)                                                                                                     \
+    }
+#else
+#define MATHEXPR_TILE_FRESH_LANES const V v0 = {}, v1 = {}, v2 = {}, v3 = {}, v4 = {}, v5 = {}, v6 = {}, v7 = {}
 #define MATHEXPR_TILE_LANES V v0, V v1, V v2, V v3, V v4, V v5, V v6, V v7
+#define MATHEXPR_TILE_UNUSED_LANES V, V, V, V, V, V, V, V
+#define MATHEXPR_TILE_PASSED_LANES v0, v1, v2, v3, v4, v5, v6, v7
+#define MATHEXPR_TILE_V(i) v##i
 #define MATHEXPR_TILE_EACH(DO) DO(0) DO(1) DO(2) DO(3) DO(4) DO(5) DO(6) DO(7)
+#endif
 /// Compiled to a jump, if it is the last action of a kernel.
 #define MATHEXPR_TILE_NEXT                                                                                             \
-    return reinterpret_cast<Kernel>(step[1].kernel)(step + 1, context, v0, v1, v2, v3, v4, v5, v6, v7)
+    return reinterpret_cast<Kernel>(step[1].kernel)(step + 1, context, MATHEXPR_TILE_PASSED_LANES)
 
 namespace tilekernels {
 namespace {
@@ -296,7 +317,8 @@ const MTTileStep* MATHEXPR_TILE_ABI computeNumber(const MTTileStep* step, MTTile
     [[maybe_unused]] const double* const a = context->places[step->a];
     Condition refused{};
 #define MATHEXPR_TILE_LANE(i)                                                                                          \
-    v##i = compute<Formula>(refused, operands == MTTileOperands::Value ? v##i : load(a + width * (i)));
+    MATHEXPR_TILE_V(i) =                                                                                               \
+        compute<Formula>(refused, operands == MTTileOperands::Value ? MATHEXPR_TILE_V(i) : load(a + width * (i)));
     MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
 #undef MATHEXPR_TILE_LANE
     noteRefusal<Formula, V>(refused, *context);
@@ -316,13 +338,13 @@ const MTTileStep* MATHEXPR_TILE_ABI computeNumbers(const MTTileStep* step, MTTil
     [[maybe_unused]] const V uniform = load(isFirstUniform ? a : b);
     Condition refused{};
 #define MATHEXPR_TILE_LANE(i)                                                                                          \
-    v##i = compute<Formula>(refused,                                                                                   \
-                            isFirstValue     ? v##i                                                                    \
-                            : isFirstUniform ? uniform                                                                 \
-                                             : load(a + width * (i)),                                                  \
-                            isSecondValue     ? v##i                                                                   \
-                            : isSecondUniform ? uniform                                                                \
-                                              : load(b + width * (i)));
+    MATHEXPR_TILE_V(i) = compute<Formula>(refused,                                                                     \
+                                          isFirstValue     ? MATHEXPR_TILE_V(i)                                        \
+                                          : isFirstUniform ? uniform                                                   \
+                                                           : load(a + width * (i)),                                    \
+                                          isSecondValue     ? MATHEXPR_TILE_V(i)                                       \
+                                          : isSecondUniform ? uniform                                                  \
+                                                            : load(b + width * (i)));
     MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
 #undef MATHEXPR_TILE_LANE
     noteRefusal<Formula, V, V>(refused, *context);
@@ -335,7 +357,8 @@ const MTTileStep* MATHEXPR_TILE_ABI computeJoined(const MTTileStep* step, MTTile
 {
     const double* const a = context->places[step->a];
     const double* const b = context->places[step->b];
-#define MATHEXPR_TILE_LANE(i) v##i = Second::of(v##i, First::of(load(a + width * (i)), load(b + width * (i))));
+#define MATHEXPR_TILE_LANE(i)                                                                                          \
+    MATHEXPR_TILE_V(i) = Second::of(MATHEXPR_TILE_V(i), First::of(load(a + width * (i)), load(b + width * (i))));
     MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
 #undef MATHEXPR_TILE_LANE
     MATHEXPR_TILE_NEXT;
@@ -351,7 +374,7 @@ const MTTileStep* MATHEXPR_TILE_ABI makePoints(const MTTileStep* step, MTTileCon
 #define MATHEXPR_TILE_LANE(i)                                                                                          \
     putTogether(result + 3 * width * (i),                                                                              \
                 Formula::of(load(a + width * (i)), load(b + width * (i)),                                              \
-                            operands == MTTileOperands::TwoAndValue ? v##i : load(c + width * (i))));
+                            operands == MTTileOperands::TwoAndValue ? MATHEXPR_TILE_V(i) : load(c + width * (i))));
     MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
 #undef MATHEXPR_TILE_LANE
     MATHEXPR_TILE_NEXT;
@@ -382,7 +405,7 @@ const MTTileStep* MATHEXPR_TILE_ABI computeFromPoints(const MTTileStep* step, MT
             }
         }
     };
-#define MATHEXPR_TILE_LANE(i) v##i = number(i);
+#define MATHEXPR_TILE_LANE(i) MATHEXPR_TILE_V(i) = number(i);
     MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
 #undef MATHEXPR_TILE_LANE
     MATHEXPR_TILE_NEXT;
@@ -462,7 +485,7 @@ const MTTileStep* MATHEXPR_TILE_ABI scalePoints(const MTTileStep* step, MTTileCo
         store(result + i + width, second);
         store(result + i + 2 * width, third);
     };
-#define MATHEXPR_TILE_LANE(i) scaleAll(3 * width * (i), isValue ? v##i : load(numbers + width * (i)));
+#define MATHEXPR_TILE_LANE(i) scaleAll(3 * width * (i), isValue ? MATHEXPR_TILE_V(i) : load(numbers + width * (i)));
     MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
 #undef MATHEXPR_TILE_LANE
     noteRefusal<Formula, V, V>(refused, *context);
@@ -480,14 +503,14 @@ void leaveWideRegisters()
 
 void storeValue(double* result, MATHEXPR_TILE_LANES)
 {
-#define MATHEXPR_TILE_LANE(i) store(result + width * (i), v##i);
+#define MATHEXPR_TILE_LANE(i) store(result + width * (i), MATHEXPR_TILE_V(i));
     MATHEXPR_TILE_EACH(MATHEXPR_TILE_LANE)
 #undef MATHEXPR_TILE_LANE
 }
 
 const MTTileStep* MATHEXPR_TILE_ABI push(const MTTileStep* step, MTTileContext* context, MATHEXPR_TILE_LANES)
 {
-    storeValue(context->places[step->result], v0, v1, v2, v3, v4, v5, v6, v7);
+    storeValue(context->places[step->result], MATHEXPR_TILE_PASSED_LANES);
     MATHEXPR_TILE_NEXT;
 }
 
@@ -498,11 +521,13 @@ const MTTileStep* MATHEXPR_TILE_ABI call(const MTTileStep* step, MTTileContext* 
     {
         context->refused = true;
     }
+#if !defined(__wasm__)
     v0 = v1 = v2 = v3 = v4 = v5 = v6 = v7 = V{};  // allows the compiler to drop them during the call: no step uses them
+#endif
     MATHEXPR_TILE_NEXT;
 }
 
-const MTTileStep* MATHEXPR_TILE_ABI pauseChain(const MTTileStep* step, MTTileContext*, V, V, V, V, V, V, V, V)
+const MTTileStep* MATHEXPR_TILE_ABI pauseChain(const MTTileStep* step, MTTileContext*, MATHEXPR_TILE_UNUSED_LANES)
 {
     return step + 1;
 }
@@ -511,13 +536,14 @@ const MTTileStep* MATHEXPR_TILE_ABI end(const MTTileStep* step, MTTileContext* c
 {
     if (!context->refused)
     {
-        storeValue(context->places[step->result], v0, v1, v2, v3, v4, v5, v6, v7);
+        storeValue(context->places[step->result], MATHEXPR_TILE_PASSED_LANES);
     }
     return nullptr;
 }
 
 template <int numbersPerRow>
-const MTTileStep* MATHEXPR_TILE_ABI endCopying(const MTTileStep* step, MTTileContext* context, V, V, V, V, V, V, V, V)
+const MTTileStep* MATHEXPR_TILE_ABI endCopying(const MTTileStep* step, MTTileContext* context,
+                                               MATHEXPR_TILE_UNUSED_LANES)
 {
     const double* const a = context->places[step->a];
     double* const result = context->places[step->result];
@@ -528,7 +554,7 @@ const MTTileStep* MATHEXPR_TILE_ABI endCopying(const MTTileStep* step, MTTileCon
     return nullptr;
 }
 
-const MTTileStep* MATHEXPR_TILE_ABI stop(const MTTileStep*, MTTileContext*, V, V, V, V, V, V, V, V)
+const MTTileStep* MATHEXPR_TILE_ABI stop(const MTTileStep*, MTTileContext*, MATHEXPR_TILE_UNUSED_LANES)
 {
     return nullptr;
 }
@@ -681,15 +707,14 @@ MTTileKernel findControl(MTTileControl control)
 std::size_t run(const MTTileStep* first, MTTileContext& context, const std::size_t* distances, std::size_t nbMoved,
                 std::size_t nbTiles)
 {
-    const V none{};
+    MATHEXPR_TILE_FRESH_LANES;
     std::size_t tile = 0;
     for (; tile < nbTiles && !context.refused; ++tile)
     {
         const MTTileStep* step = first;
         do
         {
-            step =
-                reinterpret_cast<Kernel>(step->kernel)(step, &context, none, none, none, none, none, none, none, none);
+            step = reinterpret_cast<Kernel>(step->kernel)(step, &context, MATHEXPR_TILE_PASSED_LANES);
         } while (step != nullptr);
         for (std::size_t j = 0; j < nbMoved; ++j)
         {

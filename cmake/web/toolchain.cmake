@@ -8,8 +8,11 @@ include(${MATHEXPR_EMSCRIPTEN}/cmake/Modules/Platform/Emscripten.cmake)
 # Its own look at the linker needs acorn, which Debian keeps outside of emscripten's tree.
 set(ENV{NODE_PATH} /usr/share/nodejs)
 
-# Exceptions are WebAssembly's own: those that emscripten makes of JavaScript would cost each call.
-set(CMAKE_CXX_FLAGS_INIT "-fwasm-exceptions")
+# Exceptions are WebAssembly's own: those that emscripten makes of JavaScript would cost each call. Engines that know them
+# know the instructions of the last three options, which make the module smaller. Where emscripten compiles for size it
+# inlines nothing, not even what is smaller than its call, unless it is told to.
+set(CMAKE_CXX_FLAGS_INIT
+    "-fwasm-exceptions -finline-functions -fno-rtti -mbulk-memory -mnontrapping-fptoint -msign-ext")
 
 # Whatever the sources are compiled for: a link for the smallest size would take a smaller pow, which rounds worse.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-Os")

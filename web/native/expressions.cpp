@@ -73,6 +73,16 @@ extern "C"
         const double arguments[] = {a, b, c, d};
         return web_call_many(function, arguments);
     }
+    double web_call_5(mathexpr_function* function, double a, double b, double c, double d, double e)
+    {
+        const double arguments[] = {a, b, c, d, e};
+        return web_call_many(function, arguments);
+    }
+    double web_call_6(mathexpr_function* function, double a, double b, double c, double d, double e, double f)
+    {
+        const double arguments[] = {a, b, c, d, e, f};
+        return web_call_many(function, arguments);
+    }
 
     /// Status of the last of these calls.
     mathexpr_status web_call_status()

@@ -169,9 +169,8 @@ export function evaluateRows(session, sources, { out, rowStatus, strict = true }
     const run = new RowRun(session, frame, columns, rows);
     const destination = out ?? new Float64Array(rows * (rows === 0 ? 1 : widthOfResults(run)));
     checkDestination(destination, rows, rowStatus);
-    const statuses = rowStatus ?? new Uint32Array(rows);
     const width = destination.length > rows ? 3 : 1;
-    const failedCount = computeAll(run, frame, destination, width, statuses);
+    const { failedCount, statuses } = computeAll(run, frame, destination, width, rowStatus);
     if (strict && failedCount !== 0) {
       throw new RowsError(failedCount, statuses.findIndex((status) => status !== C.MATHEXPR_ROW_DONE), statuses);
     }
@@ -179,18 +178,22 @@ export function evaluateRows(session, sources, { out, rowStatus, strict = true }
   });
 }
 
-function computeAll(run, frame, destination, width, statuses) {
+/** Tells the status of each row where a row has failed, or the caller wants to know. */
+function computeAll(run, frame, destination, width, rowStatus) {
   const isInMemory = destination instanceof MemoryArray;
   const most = Math.max(1, run.isInMemory && isInMemory ? run.rows : Math.min(rowsOfBlock, run.rows));
   const block = isInMemory ? 0 : frame.bytes(8 * width * most);
   const status = frame.bytes(4 * most);
   let failedCount = 0;
+  let statuses = rowStatus;
   for (let first = 0; first < run.rows; first += most) {
     const count = Math.min(most, run.rows - first);
     const values = isInMemory ? destination.address + 8 * width * first : block;
-    failedCount += run.compute(first, count, width, values, status);
+    const failed = run.compute(first, count, width, values, status);
+    failedCount += failed;
     if (!isInMemory) destination.set(f64.subarray(values >> 3, (values >> 3) + width * count), width * first);
-    statuses.set(u32.subarray(status >> 2, (status >> 2) + count), first);
+    if (failed !== 0) statuses ??= new Uint32Array(run.rows);
+    statuses?.set(u32.subarray(status >> 2, (status >> 2) + count), first);
   }
-  return failedCount;
+  return { failedCount, statuses };
 }

@@ -36,8 +36,9 @@ export class Expression extends EditorServices {
   }
 
   evaluate(text) {
-    if (text !== undefined) this.compile(text);
-    return this.#session.evaluate(this.#text);
+    if (text === undefined) return this.#session.evaluate(this.#text);
+    this.#text = checkedText(text);
+    return this.#session.evaluateText(text);
   }
 
   evaluateNumber(text) {

@@ -4,7 +4,7 @@
 // function.js - texts as functions of numbers by position.
 //
 // A call passes its numbers to an export of the module and looks at nothing else unless the result is NaN: one call in
-// WebAssembly, no memory touched from here.
+// WebAssembly, no memory touched from here, and no array of arguments, which would take longer than the call.
 import * as C from "./layouts.js";
 import { checkedText, errorOf, f64, u32, wasm, withFrame } from "./module.js";
 import { MathExprError } from "./errors.js";
@@ -89,6 +89,22 @@ const callables = [
       return result === result ? result : checked(result, owned, arguments);
     };
   },
+  (owned) => {
+    const call = wasm.web_call_5;
+    return function (a, b, c, d, e) {
+      if (arguments.length !== 5) checkCount(arguments, owned.names);
+      const result = call(owned.handle, a, b, c, d, e);
+      return result === result ? result : checked(result, owned, arguments);
+    };
+  },
+  (owned) => {
+    const call = wasm.web_call_6;
+    return function (a, b, c, d, e, f) {
+      if (arguments.length !== 6) checkCount(arguments, owned.names);
+      const result = call(owned.handle, a, b, c, d, e, f);
+      return result === result ? result : checked(result, owned, arguments);
+    };
+  },
 ];
 
 function callableOfMany(owned) {
@@ -97,7 +113,8 @@ function callableOfMany(owned) {
     return withFrame((frame) => {
       const numbers = frame.bytes(8 * given.length);
       f64.set(given, numbers >> 3);
-      return checked(wasm.web_call_many(owned.handle, numbers), owned, given);
+      const result = wasm.web_call_many(owned.handle, numbers);
+      return result === result ? result : checked(result, owned, given);
     });
   };
 }

@@ -28,7 +28,7 @@ export class Host {
       return call();
     } finally {
       current = outer;
-      for (const text of this.texts.splice(0)) wasm.free(text);
+      while (this.texts.length !== 0) wasm.free(this.texts.pop());
       this.iterator = null;
       if (this.thrown !== null) {
         const { error } = this.thrown;

@@ -126,13 +126,13 @@ const bytesOnStack = 16384;
 /** Memory for one call. */
 class Frame {
   #stack = wasm.stackSave();
-  #blocks = [];
+  #blocks = null;
 
   /** Memory that nothing has been written to. */
   bytes(count) {
     if (count <= bytesOnStack) return wasm.stackAlloc(count);
     const block = allocate(count);
-    this.#blocks.push(block);
+    (this.#blocks ??= []).push(block);
     return block;
   }
 
@@ -162,7 +162,7 @@ class Frame {
 
   end() {
     wasm.stackRestore(this.#stack);
-    for (const block of this.#blocks) wasm.free(block);
+    this.#blocks?.forEach((block) => wasm.free(block));
   }
 }
 

@@ -99,14 +99,27 @@ export class Session {
 
   /** @param compiled  the text that was compiled last */
   evaluate(compiled) {
+    return this.#value((_, handle, record) => wasm.mathexpr_evaluate(handle, record), compiled);
+  }
+
+  /** Compiles a text, and evaluates it. */
+  evaluateText(text) {
+    return this.#value(
+      (frame, handle, record) => wasm.mathexpr_evaluate_text_utf16(handle, frame.text(text), text.length, record),
+      text,
+    );
+  }
+
+  /** @param compute  writes the value of a text to a record */
+  #value(compute, text) {
     return this.withoutAssignment(() => {
       let value;
       this.call((frame, handle) => {
         const record = frame.bytes(C.value.bytes);
-        const status = wasm.mathexpr_evaluate(handle, record);
+        const status = compute(frame, handle, record);
         if (status === C.MATHEXPR_OK) value = readValue(record);
         return status;
-      }, compiled);
+      }, text);
       return value;
     });
   }

@@ -25,8 +25,9 @@ async function compile(source, read) {
     : WebAssembly.compile(loaded);
 }
 
+/** Of all that tell the default language, rules for plurals are made soonest: those for dates and numbers take milliseconds. */
 function languageOfUser() {
-  return globalThis.navigator?.language ?? new Intl.DateTimeFormat().resolvedOptions().locale;
+  return globalThis.navigator?.language ?? new Intl.PluralRules().resolvedOptions().locale;
 }
 
 /**
