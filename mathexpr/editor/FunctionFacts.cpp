@@ -138,7 +138,6 @@ FunctionFacts factsOf(const MTFunctionDefinition& function)
                         {},
                         unitOfArgument(function.symbol),
                         unitOfResult(function.symbol)};
-    facts.help.erase(0, facts.help.find_first_not_of(L' '));
     facts.description.erase(0, facts.description.find_first_not_of(L' '));
     facts.parameters = parametersOf(facts.help);
     const std::uint32_t count = function.nbArgs == NB_ARGS_UNDEFINED ? argumentsOfAny : function.nbArgs;

@@ -81,24 +81,34 @@ void test_stale_handles(void)
     check_stale((mathexpr_expression*)(void*)&never_made);
 }
 
+/* Nearly as many destroyed handles as the registry keeps. */
+#define KEPT_HANDLES 250
+
 void test_stale_handles_stay_stale(void)
 {
-    mathexpr_expression* destroyed[100];
+    mathexpr_expression* destroyed[KEPT_HANDLES];
+    mathexpr_expression* others[KEPT_HANDLES];
     mathexpr_value value = number(77);
     int index = 0;
 
     need_checks();
-    for (index = 0; index < 100; ++index)
+    for (index = 0; index < KEPT_HANDLES; ++index)
     {
         destroyed[index] = plain();
         CHECK_OK(mathexpr_destroy(destroyed[index]));
     }
-    for (index = 0; index < 100; ++index)
+    for (index = 0; index < KEPT_HANDLES; ++index)
     {
-        mathexpr_expression* const other = plain();
+        others[index] = plain();
+    }
+    for (index = 0; index < KEPT_HANDLES; ++index)
+    {
         REFUSES(mathexpr_evaluate(destroyed[index], &value));
-        CHECK_OK(mathexpr_evaluate_text_utf8(other, "1", ZT, &value));
-        CHECK_OK(mathexpr_destroy(other));
+        CHECK_OK(mathexpr_evaluate_text_utf8(others[index], "1", ZT, &value));
+    }
+    for (index = 0; index < KEPT_HANDLES; ++index)
+    {
+        CHECK_OK(mathexpr_destroy(others[index]));
     }
     /* More than the registry keeps before it frees them. */
     for (index = 0; index < 1000; ++index)

@@ -298,6 +298,7 @@ TEST_F(Typing, ExplainsBrokenTexts)
     EXPECT_FALSE(hover(L"min(1,(2),3,4", 0).value);
     EXPECT_FALSE(hover(L"min(1", 3).value);
     EXPECT_EQ(hover(L"min(1,max(2,3,4))", 0).help, L"min(x,y)");
+    EXPECT_EQ(hover(L"min(1,2)+min(3,4,5)", 9).help, L"min(x,y,z)");
     EXPECT_EQ(hover(L"2*( 1+2)", 2).value->x, 3.0);
     EXPECT_EQ(hover(L"2* ( 1+2)", 3).valueSpan.start, 3U);
     EXPECT_EQ(hover(L"[1,2]", 4).value->type, 1);
