@@ -93,7 +93,7 @@ inline bool computesAsTheLibrary() noexcept
 
 #elif defined(__wasm__)
 
-/// WebAssembly has no such words: it rounds to nearest, keeps denormal numbers, and nothing traps.
+/// WebAssembly has no control words: it rounds to nearest, keeps denormals, and does not trap.
 struct FloatingPointWords
 {
     static constexpr FloatingPointWords current() noexcept { return {}; }

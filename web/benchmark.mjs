@@ -4,7 +4,8 @@
 // benchmark.mjs - the package beside mathjs and beside loops in JavaScript, in one run; prints tables for docs/web.md. It
 // runs in the folder that tests/run has made, where both are installed.
 //
-// Each figure is the best of many short rounds in which all of them take turns: other work on the machine only adds to some.
+// Each figure is the minimum of many short rounds in which all contestants take turns, since other work on the machine can only
+// add to a time.
 import { all, create } from "mathjs";
 import { performance } from "node:perf_hooks";
 
@@ -27,7 +28,7 @@ const polynomial = Array.from({ length: 15 }, (_, index) => (15 - index) / 100).
 const values = { x: 12.5, y: -48.25, z: 101.75, a: 2.5, b: 7.25, r: 4.5 };
 const radians = (degrees) => (degrees * 3.14159265359) / 180;
 
-/** Text, its text for mathjs where that differs, and the closure that computes it from the values in the order of above. */
+/** Text, its text for mathjs if that differs, and a closure that computes it from the values in the above order. */
 const formulas = [
   ["x+1", null, (x) => x + 1],
   ["a*b+r", null, (a, b, r) => a * b + r],
@@ -60,7 +61,7 @@ function timeOf(call, count) {
   return (performance.now() - start) / 1000 / count;
 }
 
-/** Calls until the engine has compiled for speed what is called. */
+/** Calls until the engine has optimised the called code. */
 function warmUp(call) {
   for (const end = performance.now() + warmUpMilliseconds; performance.now() < end; ) timeOf(call, 20);
 }
@@ -110,7 +111,7 @@ for (const [text, textOfMathjs, closure] of formulas) {
   expression.free();
 }
 
-/** A call with numbers by position, of which the first changes. */
+/** A call with positional numbers, the first of which changes. */
 function callOf(called, [a, b, c, d, e]) {
   return [
     () => (sink += called()),

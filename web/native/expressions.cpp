@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// expressions.cpp - exports beside the C interface: where that takes function pointers, which JavaScript cannot make, and
-// where a call through memory would cost more than the call itself.
+// expressions.cpp - exports in addition to the C interface: for functions that take function pointers, which JavaScript cannot
+// create, and for calls whose arguments would take longer to pass through memory than to compute.
 #include "host.h"
 
 #include <cmath>
@@ -14,7 +14,7 @@ namespace {
 
 mathexpr_status callStatus = MATHEXPR_OK;
 
-/// Message 19 would be shown even by a silent expression. Its error tells it.
+/// Suppresses message 19, which even a silent expression would show. JavaScript's error contains it.
 void showNothing(void*, std::uint32_t, const mathexpr_char16*, std::size_t) {}
 
 }
@@ -22,7 +22,7 @@ void showNothing(void*, std::uint32_t, const mathexpr_char16*, std::size_t) {}
 extern "C"
 {
 
-    /// Creates an expression whose callbacks are JavaScript's.
+    /// Creates an expression with callbacks in JavaScript.
     mathexpr_status web_create(void* context, mathexpr_expression** expression)
     {
         const mathexpr_options_utf16 options{sizeof(options), MATHEXPR_EXPRESSION, 0,           0,
@@ -30,7 +30,7 @@ extern "C"
         return mathexpr_create_utf16(&options, expression);
     }
 
-    /// Completes with the notes of JavaScript's.
+    /// Completes with notes from JavaScript.
     mathexpr_status web_complete(mathexpr_expression* expression, const mathexpr_char16* text, std::size_t length,
                                  std::size_t cursor, std::uint32_t maxCount, const mathexpr_char16* const* recent,
                                  std::size_t recentCount, void* context, mathexpr_completions_utf16* completions)
@@ -40,7 +40,7 @@ extern "C"
         return mathexpr_get_completions_utf16(expression, text, length, cursor, &options, completions);
     }
 
-    // A function's value, or NaN; why it has none is asked for only then.
+    // These return a function's value, or NaN; the caller then checks the status.
 
     double web_call_many(mathexpr_function* function, const double* arguments)
     {
@@ -84,13 +84,13 @@ extern "C"
         return web_call_many(function, arguments);
     }
 
-    /// Status of the last of these calls.
+    /// Status of the last call of a function.
     mathexpr_status web_call_status()
     {
         return callStatus;
     }
 
-    /// Chooses the language of messages, by the name of a locale such as "pt_BR".
+    /// Selects the language of messages by a locale name such as "pt_BR".
     void web_set_locale(const char* name)
     {
         setenv("LC_ALL", name, 1);  // NOLINT(concurrency-mt-unsafe): a module has one thread

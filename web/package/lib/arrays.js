@@ -3,8 +3,8 @@
 //
 // arrays.js - evaluation over arrays: columns of numbers or points in, a value for each row out.
 //
-// What lies in the module's memory is computed with where it is. Other arrays pass through it in blocks, so that the
-// memory does not grow with them and a block stays in the processor's cache.
+// Arrays in the module's memory are used in place. Other arrays are copied through it in blocks, so that the memory does not
+// grow with them, and a block stays in the processor's cache.
 import * as C from "./layouts.js";
 import { RowsError } from "./errors.js";
 import { allocate, f64, i32, needInstance, u32, wasm, withFrame } from "./module.js";
@@ -53,7 +53,7 @@ export class MemoryArray {
   }
 }
 
-/** What a column is made of: numbers per row, and either an array or one value for all rows. */
+/** Checks a column: its numbers per row, and either an array or one value for all rows. */
 function columnOf(name, source, variable) {
   if (variable === undefined) throw new TypeError(`mathexpr: the column '${name}' is no variable of the expression`);
   const width = variable instanceof Point ? 3 : 1;
@@ -81,7 +81,7 @@ function countRows(columns) {
   return rows;
 }
 
-/** A call of the library for some rows at a time, with blocks for what is not in its memory. */
+/** Evaluates some rows at a time, with blocks for arrays outside the module's memory. */
 class RowRun {
   constructor(session, frame, columns, rows) {
     this.session = session;
@@ -101,7 +101,7 @@ class RowRun {
     this.outcome = frame.structure(C.bulk_outcome);
   }
 
-  /** Describes the columns from a row on, and copies what has to be copied. */
+  /** Describes the columns from a row on, and copies those outside the module's memory. */
   #describe(first, count) {
     this.columns.forEach(({ name, width, array }, index) => {
       let data = this.blocks[index];
@@ -118,7 +118,7 @@ class RowRun {
     });
   }
 
-  /** Computes rows. The values and the status of each go to addresses. Answers how many have none. */
+  /** Computes rows, and writes their values and statuses to addresses. Returns the number of failed rows. */
   compute(first, count, width, values, status) {
     this.#describe(first, count);
     const at = this.results >> 2;
@@ -137,7 +137,7 @@ class RowRun {
 
 const sliceOf = (array, begin, end) => (array.subarray ? array.subarray(begin, end) : array.slice(begin, end));
 
-/** How many numbers a value of the program has, found out by computing rows until one has a value. */
+/** The numbers per value, determined by computing rows until one has a value. */
 function widthOfResults(run) {
   return withFrame((frame) => {
     const count = Math.min(run.rows, rowsOfBlock);
@@ -178,7 +178,7 @@ export function evaluateRows(session, sources, { out, rowStatus, strict = true }
   });
 }
 
-/** Tells the status of each row where a row has failed, or the caller wants to know. */
+/** Computes all rows. Returns their statuses if a row failed or the caller requested them. */
 function computeAll(run, frame, destination, width, rowStatus) {
   const isInMemory = destination instanceof MemoryArray;
   const most = Math.max(1, run.isInMemory && isInMemory ? run.rows : Math.min(rowsOfBlock, run.rows));

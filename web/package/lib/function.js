@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// function.js - texts as functions of numbers by position.
+// function.js - texts as functions of numbers, with positional arguments.
 //
 // A call passes its numbers to an export of the module and looks at nothing else unless the result is NaN: one call in
 // WebAssembly, no memory touched from here, and no array of arguments, which would take longer than the call.
@@ -15,7 +15,7 @@ const functions = releaseWith((owned) => {
   wasm.mathexpr_destroy_function(owned.handle);
 });
 
-/** The status of a call whose result is NaN; throws for one that failed. */
+/** Checks a call whose result is NaN; throws if it failed. */
 function checked(result, owned, given) {
   if (owned.handle === 0) throw new Error("mathexpr: the function has been freed");
   const status = wasm.web_call_status();
@@ -24,7 +24,7 @@ function checked(result, owned, given) {
   throw errorOf(status);
 }
 
-/** Evaluates once more, in an expression, which can tell why. */
+/** Evaluates again in an expression, to get the diagnostic. */
 function refusalOf({ text, names, variables }, given) {
   const session = new Session();
   try {
@@ -47,7 +47,7 @@ function checkCount(given, names) {
   }
 }
 
-/** The callables by their number of arguments; a last one for any. */
+/** The callables, indexed by number of arguments; the last one takes any number. */
 const callables = [
   (owned) => {
     const call = wasm.web_call_0;
@@ -119,7 +119,7 @@ function callableOfMany(owned) {
   };
 }
 
-/** @param session  whose variables that are no arguments keep their present values in the function */
+/** @param session  its variables that are not arguments keep their present values in the function */
 export function compileFunction(session, text, names) {
   for (const name of names) {
     if (session.getVariable(checkedText(name, "a name")) === undefined) session.setVariable(name, 0);

@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// host.js - the callbacks of the library: they ask the host of the call that runs, and keep what it throws until that
-// call has returned. No exception passes through the module.
+// host.js - the callbacks of the library. They call the host of the running call, and store its exceptions until that call has
+// returned. No exception propagates through the module.
 import * as C from "./layouts.js";
 import { allocateText, readText, u32, wasm } from "./module.js";
 import { valueKinds } from "./kinds.js";
 import { writeValue } from "./values.js";
 
-/** What a host answers. */
+/** The callbacks of a host. */
 export class Host {
-  /** @param names  an iterable of the names that the resolver would answer */
+  /** @param names  an iterable of the names that the resolver knows */
   constructor(resolver, names) {
     this.resolver = resolver;
     this.names = names;
@@ -20,7 +20,7 @@ export class Host {
     this.thrown = null;
   }
 
-  /** Calls the library for this host, and throws what a callback has thrown. */
+  /** Calls the library for this host, and rethrows the exception of a callback. */
   during(call) {
     const outer = current;
     current = this;
@@ -38,7 +38,7 @@ export class Host {
     }
   }
 
-  /** Asks, and answers `otherwise` where that throws. */
+  /** Calls the host; returns `otherwise` if that throws. */
   ask(question, otherwise) {
     try {
       return question();
@@ -48,7 +48,7 @@ export class Host {
     }
   }
 
-  /** A text that lasts as long as the call. */
+  /** Allocates a text that lives as long as the call. */
   keep(text) {
     const address = allocateText(text);
     this.texts.push(address);
@@ -56,7 +56,7 @@ export class Host {
   }
 }
 
-/** Of the innermost call. */
+/** The host of the innermost call. */
 let current = null;
 
 /** The imports of the module, see host.h. */

@@ -3,7 +3,7 @@
 //
 // module.js - the instance of the WebAssembly module: its memory, texts and structures in it, and its imports.
 //
-// Whatever a call passes by address stands in a Frame, which gives the memory back when the call ends.
+// Everything that a call passes by address is in a Frame, which releases the memory when the call ends.
 import * as C from "./layouts.js";
 
 /** Exports of the instance, empty until there is one. */
@@ -23,7 +23,7 @@ function renewViews() {
 
 const errnoNotSupported = 58;
 
-/** What the module may ask for. `callbacks` are those of the import module "host". */
+/** The imports of the module. `callbacks` are those of the import module "host". */
 function importsOf(callbacks) {
   return {
     host: callbacks,
@@ -35,7 +35,7 @@ function importsOf(callbacks) {
         return 0;
       },
       environ_get: () => 0,
-      // The library reads and writes no stream; what its run-time library says before it gives up is not heard.
+      // The library uses no streams; output of its run-time library before it aborts is discarded.
       fd_read: () => errnoNotSupported,
       fd_write: () => errnoNotSupported,
       fd_fdstat_get: () => errnoNotSupported,
@@ -69,7 +69,7 @@ export function needInstance() {
 
 const unitsAtOnce = 8192;
 
-/** The text of so many UTF-16 units. */
+/** Reads a text of UTF-16 units. */
 export function readText(address, length) {
   const begin = address >> 1;
   if (length <= unitsAtOnce) return String.fromCharCode.apply(null, u16.subarray(begin, begin + length));
@@ -80,7 +80,7 @@ export function readText(address, length) {
   return text;
 }
 
-/** A zero-terminated text; the empty one for a null pointer. */
+/** Reads a zero-terminated text; empty for a null pointer. */
 export function readZeroTerminated(address) {
   if (address === 0) return "";
   return readText(address, u16.indexOf(0, address >> 1) - (address >> 1));
@@ -92,26 +92,26 @@ function writeUnits(address, text) {
   u16[begin + text.length] = 0;
 }
 
-/** Items of an array in memory. */
+/** Reads the items of an array in memory. */
 export function readArray(address, count, bytes, read) {
   return Array.from({ length: count }, (_, index) => read(address + index * bytes));
 }
 
 export const readPointer = (address) => u32[address >> 2];
 
-/** An array of pointers to zero-terminated texts. */
+/** Reads an array of pointers to zero-terminated texts. */
 export function readTexts(address, count) {
   return readArray(address, count, 4, (at) => readZeroTerminated(readPointer(at)));
 }
 
-/** Memory of the heap, which the caller frees. */
+/** Allocates memory on the heap, which the caller frees. */
 export function allocate(bytes) {
   const address = wasm.malloc(bytes);
   if (address === 0) throw new RangeError("mathexpr: out of memory");
   return address;
 }
 
-/** A zero-terminated text on the heap. */
+/** Allocates a zero-terminated text on the heap, which the caller frees. */
 export function allocateText(text) {
   const address = allocate(2 * text.length + 2);
   writeUnits(address, text);
@@ -120,7 +120,7 @@ export function allocateText(text) {
 
 // ----- frames -----------------------------------------------------------------
 
-/** What is larger goes to the heap. */
+/** Larger blocks are allocated on the heap. */
 const bytesOnStack = 16384;
 
 /** Memory for one call. */
@@ -128,7 +128,7 @@ class Frame {
   #stack = wasm.stackSave();
   #blocks = null;
 
-  /** Memory that nothing has been written to. */
+  /** Uninitialised memory. */
   bytes(count) {
     if (count <= bytesOnStack) return wasm.stackAlloc(count);
     const block = allocate(count);
@@ -136,14 +136,14 @@ class Frame {
     return block;
   }
 
-  /** A text; zero-terminated, too. Its length is that of the string. */
+  /** A text of the string's length, followed by a zero. */
   text(text) {
     const address = this.bytes(2 * text.length + 2);
     writeUnits(address, text);
     return address;
   }
 
-  /** A structure of zeros that begins with its size, or a record without one. */
+  /** A zeroed structure with its size set, or a zeroed record without a size. */
   structure(layout) {
     const address = this.bytes(layout.bytes);
     u8.fill(0, address, address + layout.bytes);
@@ -151,7 +151,7 @@ class Frame {
     return address;
   }
 
-  /** An array of pointers to texts; null where there are none. */
+  /** An array of pointers to texts; null if there are none. */
   texts(texts) {
     if (texts.length === 0) return 0;
     const addresses = texts.map((text) => this.text(text));
@@ -166,7 +166,7 @@ class Frame {
   }
 }
 
-/** Calls a function with a frame, which ends with it. */
+/** Calls a function with a frame, and releases the frame. */
 export function withFrame(use) {
   needInstance();
   const frame = new Frame();
@@ -177,7 +177,7 @@ export function withFrame(use) {
   }
 }
 
-/** A text argument as a string that the library takes. */
+/** Checks that a text argument is a string. */
 export function checkedText(text, what = "the text") {
   if (typeof text !== "string") throw new TypeError(`mathexpr: ${what} has to be a string, not ${typeof text}`);
   return text;
@@ -189,12 +189,12 @@ export function statusText(status) {
   return readBytes(address, u8.indexOf(0, address) - address);
 }
 
-/** A text in UTF-8. */
+/** Reads a text in UTF-8. */
 export function readBytes(address, length) {
   return new TextDecoder().decode(u8.subarray(address, address + length));
 }
 
-/** Writes a text in UTF-8, zero-terminated, into a frame, and tells its address and length. */
+/** Writes a text in UTF-8, zero-terminated, to a frame. Returns its address and length. */
 export function writeBytes(frame, text) {
   const bytes = new TextEncoder().encode(text);
   const address = frame.bytes(bytes.length + 1);
@@ -203,7 +203,7 @@ export function writeBytes(frame, text) {
   return { address, length: bytes.length };
 }
 
-/** The error of a status that is no failure of a text. */
+/** The error for a status that is not a failure of a text. */
 export function errorOf(status) {
   const message = `mathexpr: ${statusText(status)}`;
   switch (status) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// session.js - an expression of the C interface: its handle, its host, and what becomes of a status.
+// session.js - an expression of the C interface: its handle, its host, and the conversion of statuses to errors.
 import * as C from "./layouts.js";
 import { errorOf, readTexts, u32, wasm, withFrame } from "./module.js";
 import { MathExprError, nameDiagnostic, readDiagnostic } from "./errors.js";
@@ -16,7 +16,7 @@ const handles = releaseWith(({ handle }) => {
 });
 
 export class Session {
-  /** What is owned, apart from this object, so that its finalizer can free it. */
+  /** Owned resources, separate from this object, so that its finalizer can free them. */
   #owned = { handle: 0 };
   host;
 
@@ -47,7 +47,7 @@ export class Session {
 
   /**
    * Calls the library with a frame and the handle, for its host.
-   * @param text  what a failure is about
+   * @param text  the text that a failure refers to
    */
   call(use, text) {
     const { handle } = this;
@@ -78,7 +78,7 @@ export class Session {
     );
   }
 
-  /** Forgets the assignment of a text that failed. */
+  /** Drops the pending assignment of a failed text. */
   withoutAssignment(attempt) {
     try {
       return attempt();
@@ -97,7 +97,7 @@ export class Session {
     );
   }
 
-  /** @param compiled  the text that was compiled last */
+  /** @param compiled  the last compiled text */
   evaluate(compiled) {
     return this.#value((_, handle, record) => wasm.mathexpr_evaluate(handle, record), compiled);
   }
@@ -132,7 +132,7 @@ export class Session {
     );
   }
 
-  /** Undefined where there is none. */
+  /** Undefined if there is no such variable. */
   getVariable(name) {
     return withFrame((frame) => {
       const record = frame.bytes(C.value.bytes);

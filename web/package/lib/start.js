@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// start.js - loads the module, once: from where a host says, or from where an entry of the package knows it.
+// start.js - loads the module once, from the host's source or from the default source of an entry.
 import { callbacks } from "./host.js";
 import { instantiate, instantiateSync, wasm, withFrame, writeBytes } from "./module.js";
 
 let started = null;
 
-/** The response's module. Compiles while it loads, where the server names the right type. */
+/** Compiles the module of a response; while it loads, if the server sends the right type. */
 async function compileResponse(response) {
   if (!response.ok) throw new Error(`mathexpr: ${response.url} answered ${response.status} ${response.statusText}`);
   const type = response.headers.get("Content-Type")?.split(";")[0].trim().toLowerCase();
@@ -15,7 +15,7 @@ async function compileResponse(response) {
   return WebAssembly.compile(await response.arrayBuffer());
 }
 
-/** @param read  answers a Response or bytes for a URL or path */
+/** @param read  returns a Response or bytes for a URL or path */
 async function compile(source, read) {
   const given = await source;
   if (given instanceof WebAssembly.Module) return given;
@@ -25,14 +25,14 @@ async function compile(source, read) {
     : WebAssembly.compile(loaded);
 }
 
-/** Of all that tell the default language, rules for plurals are made soonest: those for dates and numbers take milliseconds. */
+/** The browser's language, otherwise that of PluralRules: formatters of dates and numbers take milliseconds to create. */
 function languageOfUser() {
   return globalThis.navigator?.language ?? new Intl.PluralRules().resolvedOptions().locale;
 }
 
 /**
- * What init() of an entry does.
- * @param defaultSource  answers the module where the host names none
+ * Performs init() of an entry.
+ * @param defaultSource  returns the module if the host specifies none
  */
 export function initFrom(defaultSource, read, { wasm: source, language } = {}) {
   started ??= compile(source ?? defaultSource(), read)
