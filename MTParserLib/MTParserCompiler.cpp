@@ -188,13 +188,12 @@ inline void MTParserCompiler::setKind(Token kind) noexcept
 
 inline MTParserCompiler::StackRecord* MTParserCompiler::nearestRecord() noexcept
 {
-    StackRecord* const bottom = stack.data();
-    StackRecord* end = bottom + stack.size();
-    if (end != bottom && end[-1].kind == StackRecord::Kind::OpenBracket)
+    auto end = stack.end();
+    if (end != stack.begin() && end[-1].kind == StackRecord::Kind::OpenBracket)
     {
         --end;
     }
-    return end == bottom ? nullptr : end - 1;
+    return end == stack.begin() ? nullptr : &end[-1];
 }
 
 inline void MTParserCompiler::markPending() noexcept

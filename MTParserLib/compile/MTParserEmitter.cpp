@@ -19,18 +19,6 @@ Message::Id copyValue(const MTProgramStep& step, const MTFrame& frame, bool)
 
 constexpr MTItemKernels copyingKernels{copyValue};
 
-/// Pops everything above a height.
-template <class Element>
-void truncate(std::vector<Element>& stack, std::size_t height)
-{
-    stack.erase(stack.begin() + static_cast<std::ptrdiff_t>(height), stack.end());
-}
-
-MTProgramStep copyingStep(const IMathExprItemEvaluator* variable, MTPlace input, std::uint32_t position)
-{
-    return {&copyingKernels, variable, input, noPlace, noPlace, 0, position};
-}
-
 }
 
 void MTParserEmitter::begin(bool readsInPlace) noexcept
@@ -44,7 +32,7 @@ void MTParserEmitter::begin(bool readsInPlace) noexcept
 inline MTProgramStep& MTParserEmitter::pushResult(const IMathExprItemEvaluator& item, const MTItemKernels& kernels,
                                                   std::uint32_t position)
 {
-    push(Kind::Result, position).index = program.steps.size();
+    push(Kind::Result, position, program.steps.size());
     MTProgramStep& step = program.steps.emplace_back();
     step.kernels = &kernels;
     step.item = &item;
@@ -63,7 +51,7 @@ inline MTPlace MTParserEmitter::placeOf(const Operand& operand)
 {
     if (operand.kind == Kind::Variable)
     {
-        return operand.input;
+        return static_cast<MTPlace>(operand.index);
     }
     const MTPlace slot = addSlot();
     if (operand.kind == Kind::Constant)
@@ -85,45 +73,41 @@ void MTParserEmitter::emitCopy(const IMathExprItemEvaluator& variable, MTPlace i
 MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
                                  std::uint32_t position, bool isCall)
 {
-    const std::size_t end = waiting.size();
+    Operands operands = waiting.cend();
     std::uint32_t nbConstants = 0;
-    for (std::size_t index = end; index > 0 && end - index < nbArgs; --index)
+    for (std::uint32_t j = 0; j < nbArgs; ++j)
     {
-        if (waiting[index - 1].kind == Kind::Placeholder)
+        if (operands == waiting.cbegin() || operands[-1].kind == Kind::Placeholder)
         {
-            return operandMissing(index);
+            return operandMissing(operands);
         }
-        nbConstants += waiting[index - 1].kind == Kind::Constant ? 1U : 0U;
-    }
-    if (end < nbArgs)
-    {
-        return operandMissing(0);
+        --operands;
+        nbConstants += operands->kind == Kind::Constant ? 1U : 0U;
     }
     if (nbConstants == nbArgs && item.isConstant())
     {
         return fold(item, kernels, nbArgs, position, isCall);
     }
 
-    const std::size_t begin = end - nbArgs;
     MTPlace first = noPlace;
     MTPlace second = noPlace;
     if (kernels.readsInPlace)
     {
-        first = placeOf(waiting[begin]);
-        second = nbArgs > 1 ? placeOf(waiting[begin + 1]) : noPlace;
+        first = placeOf(operands[0]);
+        second = nbArgs > 1 ? placeOf(operands[1]) : noPlace;
     }
     else
     {
-        first = collectOperands(begin, nbArgs);
+        first = collectOperands(operands, nbArgs);
         second = first + 1;
     }
-    if (!popOperands(begin, isCall))
+    if (!popOperands(operands, isCall))
     {
-        return operandMissing(begin);
+        return operandMissing(operands);
     }
     if (nbConstants != 0)
     {
-        truncate(constants, constants.size() - nbConstants);
+        constants.resize(constants.size() - nbConstants);
     }
     MTProgramStep& step = pushResult(item, kernels, position);
     step.first = first;
@@ -148,48 +132,49 @@ MTEmission MTParserEmitter::fold(const IMathExprItemEvaluator& item, const MTIte
     {
         return MTEmission::Refused;
     }
-    const std::size_t begin = waiting.size() - nbArgs;
-    if (!popOperands(begin, isCall))
+    const Operands operands = waiting.cend() - nbArgs;
+    if (!popOperands(operands, isCall))
     {
-        return operandMissing(begin);
+        return operandMissing(operands);
     }
     constants[first] = constants[result];
-    truncate(constants, first + std::size_t{1});
-    push(Kind::Constant, position).index = first;
+    constants.resize(first + std::size_t{1});
+    push(Kind::Constant, position, first);
     return MTEmission::Done;
 }
 
 /// Pops operands, and the placeholder below those of a call.
 /// @return false if that is missing
-bool MTParserEmitter::popOperands(std::size_t begin, bool isCall)
+inline bool MTParserEmitter::popOperands(Operands begin, bool isCall)
 {
     if (isCall)
     {
-        if (begin == 0 || waiting[begin - 1].kind != Kind::Placeholder)  // not covered: there is one below all operands
+        // not covered: there is one below all operands
+        if (begin == waiting.cbegin() || begin[-1].kind != Kind::Placeholder)
         {
             return false;
         }
         --begin;
     }
-    truncate(waiting, begin);
+    waiting.erase(begin, waiting.cend());
     return true;
 }
 
-MTEmission MTParserEmitter::operandMissing(std::size_t end)
+MTEmission MTParserEmitter::operandMissing(Operands end)
 {
-    positionFound = end == 0 ? noRecord : waiting[end - 1].position;
+    positionFound = end == waiting.cbegin() ? noRecord : end[-1].position;
     return MTEmission::OperandMissing;
 }
 
 /// Collects the operands of an item in adjacent slots.
 /// @return the first of the slots
-MTPlace MTParserEmitter::collectOperands(std::size_t begin, std::uint32_t nbArgs)
+MTPlace MTParserEmitter::collectOperands(Operands begin, std::uint32_t nbArgs)
 {
     const auto first = static_cast<MTPlace>(program.slots.size());
     program.slots.resize(program.slots.size() + nbArgs);
     for (std::uint32_t j = 0; j < nbArgs; ++j)
     {
-        bring(waiting[begin + j], first + j);
+        bring(begin[j], first + j);
     }
     return first;
 }
@@ -202,10 +187,13 @@ void MTParserEmitter::bring(const Operand& operand, MTPlace slot)
     case Kind::Constant:
         program.slots[slot] = constants[operand.index];
         break;
-    case Kind::Variable:
-        program.steps.push_back(copyingStep(operand.variable, operand.input, operand.position));
-        program.steps.back().result = slot;
+    case Kind::Variable: {
+        const auto input = static_cast<MTPlace>(operand.index);
+        // All variables of such a program are read in place, so they have the order of the inputs.
+        const IMathExprItemEvaluator* const variable = program.usedVariables[input - firstInput];
+        program.steps.push_back({&copyingKernels, variable, input, noPlace, slot, 0, operand.position});
         break;
+    }
     case Kind::Result:
         program.steps[operand.index].result = slot;
         break;

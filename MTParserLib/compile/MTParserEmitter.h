@@ -52,9 +52,7 @@ public:
     {
         if (variablesInPlace)
         {
-            Operand& operand = push(Kind::Variable, position);
-            operand.variable = &variable;
-            operand.input = input;
+            push(Kind::Variable, position, input);
         }
         else
         {
@@ -63,7 +61,7 @@ public:
     }
 
     /// Marks the start of a call's arguments.
-    void emitPlaceholder(std::uint32_t position) { push(Kind::Placeholder, position); }
+    void emitPlaceholder(std::uint32_t position) { push(Kind::Placeholder, position, 0); }
 
     /// Appends an operator or a function call, whose operands were emitted before it.
     /// @param isCall  a placeholder was emitted before its arguments
@@ -96,32 +94,28 @@ private:
     {
         Kind kind;
         std::uint32_t position;
-        MTPlace input;  // the variable's, for Variable
-        union
-        {
-            std::size_t index;  // of a result: its step; of a constant: its index in constants
-            const IMathExprItemEvaluator* variable;
-        };
+        std::size_t index;  // of a result: its step; of a constant: its index in constants; of a variable: its input
     };
+    using Operands = std::vector<Operand>::const_iterator;
 
-    /// Pushes an operand that is filled in place: copying what was written a moment ago would stall.
-    Operand& push(Kind kind, std::uint32_t position)
+    /// Writes the operand where it stays: copying what was written a moment ago would stall.
+    void push(Kind kind, std::uint32_t position, std::size_t index)
     {
         Operand& operand = waiting.emplace_back();
         operand.kind = kind;
         operand.position = position;
-        return operand;
+        operand.index = index;
     }
     /// The next of the constants.
-    void pushConstant(std::uint32_t position) { push(Kind::Constant, position).index = constants.size(); }
+    void pushConstant(std::uint32_t position) { push(Kind::Constant, position, constants.size()); }
     MTProgramStep& pushResult(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t position);
 
     void emitCopy(const IMathExprItemEvaluator& variable, MTPlace input, std::uint32_t position);
     MTEmission fold(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
                     std::uint32_t position, bool isCall);
-    bool popOperands(std::size_t begin, bool isCall);
-    MTEmission operandMissing(std::size_t end);
-    MTPlace collectOperands(std::size_t begin, std::uint32_t nbArgs);
+    bool popOperands(Operands begin, bool isCall);
+    MTEmission operandMissing(Operands end);
+    MTPlace collectOperands(Operands begin, std::uint32_t nbArgs);
     MTPlace addSlot();
     MTPlace placeOf(const Operand& operand);
     void bring(const Operand& operand, MTPlace slot);
