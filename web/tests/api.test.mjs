@@ -203,12 +203,16 @@ describe("with the module", () => {
     assert.equal(area.text, "x^2+y");
     assert.deepEqual(area.names, ["x", "y"]);
     assert.throws(() => area(3), { name: "TypeError", message: /takes 2 numbers, not 1/ });
-    const names = ["a", "b", "c", "d", "f", "g"];
+    const names = ["a", "b", "c", "d", "f", "g", "p", "q"]; // more than there are parameters in the module
     for (let count = 0; count <= names.length; count++) {
       const used = names.slice(0, count);
       const sum = fn(["1", ...used].join("+"), ...used);
-      assert.equal(sum(...used.map((_, index) => 10 ** index)), Number("1".repeat(count) || 0) + 1);
+      const given = used.map((_, index) => 10 ** index);
+      assert.equal(sum(...given), Number("1".repeat(count) || 0) + 1);
+      const message = `mathexpr: the function takes ${count} numbers, not ${count + 1}`;
+      assert.throws(() => sum(...given, 1), { name: "TypeError", message });
       sum.free();
+      assert.throws(() => sum(...given), { name: "Error", message: "mathexpr: the function has been freed" });
     }
     const quotient = fn("1/(x-1)", "x");
     assert.equal(quotient(3), 0.5);
@@ -267,6 +271,15 @@ describe("with the module", () => {
       assert.deepEqual([error.failedCount, error.firstFailed, [...rowStatus]], [1, 1, [0, 10, 0]]);
       const values = expression.evaluateArrays({ x: [1, 0, 2] }, { strict: false });
       assert.deepEqual([...values], [10, NaN, 5]);
+      const x = new Float64Array(10000).fill(4); // of several blocks
+      x[9000] = x[9999] = 0;
+      const inside = new MemoryArray(x);
+      for (const columns of [{ x }, { x: inside }]) {
+        const { failedCount, firstFailed, rowStatus: statuses } = thrownBy(() => expression.evaluateArrays(columns));
+        assert.deepEqual([failedCount, firstFailed, statuses.length], [2, 9000, 10000]);
+        assert.deepEqual([...statuses].flatMap((status, row) => (status === 0 ? [] : [row, status])), [9000, 10, 9999, 10]);
+      }
+      inside.free();
     });
   });
 
