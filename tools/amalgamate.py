@@ -29,11 +29,11 @@ PRAGMA_ONCE = re.compile(r"^\s*#\s*pragma\s+once\b", re.MULTILINE)
 # Inexact arithmetic would change results. What a pragma can switch off is switched off; the rest is an #error.
 EXACTNESS = """\
 #if __cplusplus < 201703L && (!defined(_MSVC_LANG) || _MSVC_LANG < 201703L)
-#error "mathexpr is written in C++17, which this compiler does not take unless it is told: -std=c++17"
+#error "mathexpr requires C++17: compile it with -std=c++17"
 #endif
 #if defined(__FAST_MATH__) || defined(__ASSOCIATIVE_MATH__) || defined(__RECIPROCAL_MATH__) || \\
     defined(__NO_SIGNED_ZEROS__) || (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__) || defined(_M_FP_FAST)
-#error "mathexpr computes exactly: compile it without -ffast-math, /fp:fast, or what they are made of"
+#error "mathexpr computes exactly: compile it without -ffast-math, /fp:fast, or the options they imply"
 #endif
 #if defined(__FLT_EVAL_METHOD__) && __FLT_EVAL_METHOD__ != 0 && __FLT_EVAL_METHOD__ != 16
 #error "mathexpr computes exactly: compile it with SSE2 arithmetic (-msse2 -mfpmath=sse)"
@@ -45,7 +45,7 @@ EXACTNESS = """\
 #elif defined(_MSC_VER)
 #pragma fp_contract(off)
 #else
-#error "mathexpr computes exactly: say here how this compiler is kept from contracting a*b+c"
+#error "mathexpr computes exactly: add here what keeps this compiler from contracting a*b+c"
 #endif
 """
 

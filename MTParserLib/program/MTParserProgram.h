@@ -38,7 +38,7 @@ struct MTProgramStep
     /// variable that is copied, its value; for a variable of the host, noPlace.
     MTPlace first;
     MTPlace second;  ///< The second operand; unspecified if there is none.
-    MTPlace result;  ///< The slot from which the consumer reads, or a slot of its own.
+    MTPlace result;  ///< The slot from which the consumer reads, or the step's own slot.
     std::uint32_t nbArgs;
     std::uint32_t position;  ///< In the rewritten text, for error reports.
 

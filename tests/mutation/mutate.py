@@ -83,7 +83,7 @@ RULES = [
     (re.compile(r"\bfalse\b"), lambda _: "true"),
     (re.compile(r"\+\+"), lambda _: "--"),
     (re.compile(r"--"), lambda _: "++"),
-    (re.compile(r"(?<![\w.'])\d+(?![\w'])"), next_number),              # also what stands before the decimal point
+    (re.compile(r"(?<![\w.'])\d+(?![\w'])"), next_number),              # also the digits before the decimal point
     (re.compile(r"(?<=[(! ])!(?=[\w(])"), lambda _: ""),
     (re.compile(r"(?<=^)(?P<indent> +)[\w.>:-]+\([^;{}\n]*\);$", re.MULTILINE), lambda m: m["indent"] + ";"),
 ]

@@ -101,4 +101,4 @@ class Terminal:
             if told.endswith("\n"):
                 return int(told)
             time.sleep(0.02)
-        raise AssertionError("the command goes on; the screen shows:\n" + self.screen())
+        raise AssertionError("the command has not ended; the screen shows:\n" + self.screen())
