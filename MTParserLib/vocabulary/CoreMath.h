@@ -297,7 +297,7 @@ struct AvgFct final : VariadicFunction<AvgFct>
     }
 };
 
-/// Multiplies the value that the result holds on entry by (n-1)!; so it is no factorial of the argument alone.
+/// Multiplies the value that the result holds on entry by (n-1)!, so it is not a factorial of the argument alone.
 struct FactorialFct final : BuiltInFunction<FactorialFct>
 {
     static constexpr FunctionText text{L"fact", L"fact(x)", L"Return the factorial of x: x*(x-1)*(x-2)*...(x-x+1)", 1,

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* answers.h - one structure of each kind that the editor services fill. */
+/* answers.h - one structure of each type that the editor services fill. */
 #pragma once
 
 #include <mathexpr_editor.h>

@@ -58,7 +58,7 @@ def llvm_line_counts(segments):
 
 
 def is_switch(source, line, column):
-    """Whether a branch is the one of llvm-cov for leaving a switch by none of its cases."""
+    """Whether a branch is the one that llvm-cov adds for a switch in which no case matches."""
     return source[line - 1][:column - 1].endswith("switch (")
 
 
