@@ -73,7 +73,7 @@ void MTParserEmitter::emitCopy(const IMathExprItemEvaluator& variable, MTPlace i
 MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTItemKernels& kernels, std::uint32_t nbArgs,
                                  std::uint32_t position, bool isCall)
 {
-    Operands operands = waiting.cend();
+    auto operands = waiting.cend();
     std::uint32_t nbConstants = 0;
     for (std::uint32_t j = 0; j < nbArgs; ++j)
     {
@@ -89,18 +89,9 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
         return fold(item, kernels, nbArgs, position, isCall);
     }
 
-    MTPlace first = noPlace;
-    MTPlace second = noPlace;
-    if (kernels.readsInPlace)
-    {
-        first = placeOf(operands[0]);
-        second = nbArgs > 1 ? placeOf(operands[1]) : noPlace;
-    }
-    else
-    {
-        first = collectOperands(operands, nbArgs);
-        second = first + 1;
-    }
+    const bool inPlace = kernels.readsInPlace;
+    const MTPlace first = inPlace ? placeOf(operands[0]) : collectOperands(operands, nbArgs);
+    const MTPlace second = !inPlace ? first + 1 : nbArgs > 1 ? placeOf(operands[1]) : noPlace;
     if (!popOperands(operands, isCall))
     {
         return operandMissing(operands);
@@ -132,7 +123,7 @@ MTEmission MTParserEmitter::fold(const IMathExprItemEvaluator& item, const MTIte
     {
         return MTEmission::Refused;
     }
-    const Operands operands = waiting.cend() - nbArgs;
+    const auto operands = waiting.cend() - nbArgs;
     if (!popOperands(operands, isCall))
     {
         return operandMissing(operands);
