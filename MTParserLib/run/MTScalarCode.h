@@ -30,7 +30,7 @@
 //   an intersection; and an operator that computes a number keeps the y and z of an earlier point. So points and
 //   products are stored. Other numbers are stored only if they have to wait.
 // - An item runs on records, as in the program, if it has no kernel for its operands or its slot still holds the kind
-//   of an earlier run; its operands are stored before.
+//   of an earlier run. It first spills the last number if that is one of its operands.
 // - A step that refuses its operands stores nothing and ends the run, so the slots hold what the program would have
 //   stored.
 #pragma once
@@ -129,7 +129,7 @@ struct MTScalarStep
     };
     double* result;        ///< x of the item's slot.
     double* secondResult;  ///< For two items: x of the second item's slot.
-    double* spillSlot;     ///< With SpillMemory: x of the slot for the last number.
+    double* spillSlot;     ///< With SpillMemory, or of an item on records: x of the slot for the last number.
 };
 
 /// The scalar code of one program.
