@@ -445,10 +445,23 @@ TEST(Hints, QuoteTheDifferenceOfALongText)
     EXPECT_EQ(diagnostic.fix->replacement, L"2*pi");
 }
 
+TEST(Hints, CorrectNoExponentWithoutANumber)
+{
+    HintSession session;
+    for (const wchar_t* const text : {L"e5", L"2*(e5)", L"(2)e5"})
+    {
+        session.run(text);
+        EXPECT_FALSE(session.diagnostic().fix.has_value()) << text;
+    }
+}
+
 TEST(Hints, CorrectNoTextThatNobodyTyped)
 {
     HintSession session;
-    session.run((L"2pi+" + std::wstring(1000, L'1') + L".5").c_str());
+    session.run((L"2pi+" + std::wstring(994, L'1') + L".5").c_str());
+    EXPECT_TRUE(session.diagnostic().fix.has_value());
+    session.run((L"2pi+" + std::wstring(995, L'1') + L".5").c_str());
+    EXPECT_FALSE(session.diagnostic().fix.has_value());
     EXPECT_EQ(session.diagnostic().hints, Hints{L"Did you mean pi or PI?"});
 }
 
