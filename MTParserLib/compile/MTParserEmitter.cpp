@@ -7,6 +7,7 @@
 #include "MTParserLib/program/MTValueCopy.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace {
 
@@ -123,7 +124,7 @@ MTEmission MTParserEmitter::fold(const IMathExprItemEvaluator& item, const MTIte
     {
         return MTEmission::Refused;
     }
-    const auto operands = waiting.cend() - nbArgs;
+    const auto operands = waiting.cend() - static_cast<std::ptrdiff_t>(nbArgs);
     if (!popOperands(operands, isCall))
     {
         return operandMissing(operands);
@@ -163,9 +164,9 @@ MTPlace MTParserEmitter::collectOperands(Operands begin, std::uint32_t nbArgs)
 {
     const auto first = static_cast<MTPlace>(program.slots.size());
     program.slots.resize(program.slots.size() + nbArgs);
-    for (std::uint32_t j = 0; j < nbArgs; ++j)
+    for (std::uint32_t j = 0; j < nbArgs; ++j, ++begin)
     {
-        bring(begin[j], first + j);
+        bring(*begin, first + j);
     }
     return first;
 }
