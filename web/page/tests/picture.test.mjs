@@ -97,6 +97,19 @@ test("a finger drags a point, and two zoom", async (t) => {
   assert.ok(Math.min(...heights) >= 44, heights.join());
 });
 
+test("a drag changes nothing once its point is gone", async (t) => {
+  const page = await openPage(t, { sheet: "A=[0,0]\nB=[10,10]\n" });
+  const { x, y } = await centre(point(page, "B"));
+  await page.mouse.move(x, y);
+  await page.mouse.down();
+  await page.setInputFiles("#file", { name: "other.txt", mimeType: "text/plain", buffer: Buffer.from("1+2") });
+  await expectValues(page, ["3"]);
+  await page.locator("#canvas .point").first().waitFor({ state: "detached" });
+  await page.mouse.move(x - 20, y + 5, { steps: 3 });
+  await page.mouse.up();
+  assert.equal(await keptSheet(page), "1+2");
+});
+
 test("a point that is computed cannot be moved", async (t) => {
   const page = await openPage(t, { sheet: "w=3\nA=[w,4]\n" });
   assert.equal(await point(page, "A").getAttribute("role"), "img");

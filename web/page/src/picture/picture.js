@@ -270,9 +270,9 @@ export class Picture {
     const spreadBefore = this.#pointers.size === 2 ? spread() : 0;
     this.#pointers.set(event.pointerId, now);
     if (this.#dragged) {
-      const { at } = this.#point(this.#dragged);
-      const [x, y] = this.#view.toLevel(...now, at[2]);
-      this.#movePoint({ key: this.#dragged, place: [x, y, at[2]], step: 1 / this.#view.scale[0] });
+      const z = this.#point(this.#dragged)?.at[2]; // undefined while its line has no value
+      const [x, y] = this.#view.toLevel(...now, z);
+      this.#movePoint({ key: this.#dragged, place: [x, y, z], step: 1 / this.#view.scale[0] });
       return;
     }
     const [right, down] = [now[0] - before[0], now[1] - before[1]];
