@@ -6,10 +6,10 @@
 //     long_life [OBJECTS]
 //
 // Each object compiles a hundred texts, some of which are refused, and evaluates each compiled text 150 times. The host
-// resolves names, throws from some lookups, and runs out of memory once per object. 100,000 objects, the default, make more
-// than 10^9 evaluations. After each tenth, one row of a table shows the counts and what the process holds. The exit status is
-// 1 if it holds more allocations, descriptors or threads than after the first tenth, or clearly more resident memory. A wrong
-// value aborts.
+// resolves names and throws from some lookups, and allocations fail during one compilation of most objects. 100,000 objects,
+// the default, make more than 10^9 evaluations. After each tenth, one row of a table shows the counts and what the process
+// holds. The exit status is 1 if it holds more allocations, descriptors or threads than after the first tenth, or clearly more
+// resident memory. A wrong value aborts.
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
