@@ -9,6 +9,7 @@
 
 #include <charconv>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include <fast_float/fast_float.h>
@@ -30,10 +31,25 @@ inline from_chars_result from_chars(const char* first, const char* last, double&
     return {result.ptr, result.ec};
 }
 
-/// As many digits as distinguish any two numbers, for messages.
+/// The shortest text that reads back as the same number, without an exponent if that is no longer.
 inline to_chars_result to_chars(char* first, char* last, double value)
 {
-    return {first + snprintf(first, static_cast<size_t>(last - first), "%.17g", value), errc()};
+    char scientific[32];
+    int digits = 1;
+    do
+    {
+        snprintf(scientific, sizeof scientific, "%.*e", digits - 1, value);
+    } while (strtod(scientific, nullptr) != value && digits++ < 17);
+    const size_t length = strlen(scientific);
+    const char* const mark = strchr(scientific, 'e');
+    const int decimals = mark == nullptr ? 0 : digits - 1 - atoi(mark + 1);
+    const int fixed = snprintf(first, static_cast<size_t>(last - first), "%.*f", decimals > 0 ? decimals : 0, value);
+    if (static_cast<size_t>(fixed) > length)
+    {
+        memcpy(first, scientific, length);
+        return {first + length, errc()};
+    }
+    return {first + fixed, errc()};
 }
 
 }
