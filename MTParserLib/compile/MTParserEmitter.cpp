@@ -141,7 +141,6 @@ inline bool MTParserEmitter::popOperands(Operands begin, bool isCall)
 {
     if (isCall)
     {
-        // not covered: there is one below all operands
         if (begin == waiting.cbegin() || begin[-1].kind != Kind::Placeholder)
         {
             return false;
@@ -179,13 +178,11 @@ void MTParserEmitter::bring(const Operand& operand, MTPlace slot)
     case Kind::Constant:
         program.slots[slot] = constants[operand.index];
         break;
-    case Kind::Variable: {
-        const auto input = static_cast<MTPlace>(operand.index);
+    case Kind::Variable:
         // All variables of such a program are read in place, so they have the order of the inputs.
-        const IMathExprItemEvaluator* const variable = program.usedVariables[input - firstInput];
-        program.steps.push_back({&copyingKernels, variable, input, noPlace, slot, 0, operand.position});
+        program.steps.push_back({&copyingKernels, program.usedVariables[operand.index - firstInput],
+                                 static_cast<MTPlace>(operand.index), noPlace, slot, 0, operand.position});
         break;
-    }
     case Kind::Result:
         program.steps[operand.index].result = slot;
         break;
