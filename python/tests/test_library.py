@@ -89,4 +89,4 @@ def test_help_names_things_as_users_import_them():
             assert (thing.__module__, thing.__qualname__) == ("mathexpr", name)
             assert pickle.loads(pickle.dumps(thing)) is thing
     told = " ".join(pydoc.render_doc(mathexpr.function, renderer=pydoc.plaintext).split()).replace("( ", "(")
-    assert "function(text: 'str', *arguments: 'str', points:" in told and ":param points: which arguments are points" in told
+    assert "function(text: 'str', *arguments: 'str', points:" in told and ":param points: names of the arguments that are points" in told
