@@ -188,12 +188,12 @@ inline void MTParserCompiler::setKind(Token kind) noexcept
 
 inline MTParserCompiler::StackRecord* MTParserCompiler::nearestRecord() noexcept
 {
-    auto end = stack.end();
-    if (end != stack.begin() && end[-1].kind == StackRecord::Kind::OpenBracket)
+    std::size_t count = stack.size();
+    if (count > 0 && stack[count - 1].kind == StackRecord::Kind::OpenBracket)
     {
-        --end;
+        --count;
     }
-    return end == stack.begin() ? nullptr : &end[-1];
+    return count > 0 ? &stack[count - 1] : nullptr;
 }
 
 inline void MTParserCompiler::markPending() noexcept
