@@ -7,7 +7,7 @@
 
 Each page is run from first to last line in a separate folder in FOLDER, in which `mathexpr` is the CHECKOUT:
 
-- A fenced block below a line that ends in "as `NAME`:" is a file, and is saved under that name.
+- A fenced block below a paragraph that ends in "as `NAME`:" is a file, and is saved under that name.
 - A block of sh is run, after the lines of earlier blocks that begin with export. If a block of text follows, it is the
   expected output. The command mathexpr is the CALCULATOR, unless the page installs another one.
 - A block of python that is not a file is a session, with >>> before the input. All such blocks of a page are one session,
@@ -26,7 +26,7 @@ import time
 from pathlib import Path
 
 FENCE = re.compile(r"^```(\w*)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
-FILE = re.compile(r"\bas `([\w./-]+)`:\s*\Z")
+FILE = re.compile(r"\bas\s`([\w./-]+)`:\s*\Z")
 CODE = re.compile(r"`([^`]+)`")
 TABLE = re.compile(r"^\| Expression \|.*\n\|[-| :]+\n((?:\|.*\n)+)", re.MULTILINE)
 CELL = re.compile(r"(?<!\\)\|")
