@@ -7,7 +7,7 @@
 //
 //     MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1000000 MATHEXPR_DIFFERENTIAL_SEED=7 reference_tests
 //
-// A difference is reported with the seed of its script, which reproduces it with MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1.
+// A reported difference names the seed of its script. To reproduce it, generate one text from that seed.
 #include "EngineSession.h"
 #include "ExpressionGenerator.h"
 #include "ReferenceEvaluator.h"
