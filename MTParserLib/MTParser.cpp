@@ -103,7 +103,7 @@ void MTParser::noteRefusedAssignment(const SMTDefExcepData& data)
 {
     // The name may be a pending one from an earlier text.
     const MTSpan span = compilation.assignSpan;
-    const std::wstring_view assigned = std::wstring_view(compilation.text).substr(span.begin, span.end - span.begin);
+    const std::wstring_view assigned = compilation.text.substr(span.begin, span.end - span.begin);
     compilation.failure.noteDefinition(data, mathexpr::Expected::NewName, assigned == data.itemName ? span : MTSpan{});
 }
 

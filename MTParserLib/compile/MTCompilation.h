@@ -13,6 +13,10 @@
 
 struct MTCompilation
 {
+    MTCompilation() = default;
+    MTCompilation(const MTCompilation&) = delete;  // text would refer to the original
+    MTCompilation& operator=(const MTCompilation&) = delete;
+
     std::wstring typedText;      ///< The text compiled last, as typed; empty if it exceeded the length limit.
     std::wstring rewrittenText;  ///< The rewritten text, if it differs.
     std::wstring_view text;      ///< The one of the two that is compiled; all positions refer to it.

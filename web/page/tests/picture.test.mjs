@@ -219,10 +219,16 @@ test("in space a point is dragged on its level, and raised by keys", async (t) =
   await eventually(async () => (await level()) < raised, true);
 });
 
-test("columns that are pasted from a spreadsheet are a polyline, whose corners move", async (t) => {
-  const page = await openPage(t, { sheet: "a=1", browser: { permissions: ["clipboard-read", "clipboard-write"] } });
-  await page.evaluate(() => navigator.clipboard.writeText("x\ty\r\n0\t0\r\n10\t2.5\r\n20\t0.5\r\n"));
+/** A page whose sheet has the focus, and a clipboard with columns of a spreadsheet. */
+async function openWithCopied(t, columns, sheet) {
+  const page = await openPage(t, { sheet, browser: { permissions: ["clipboard-read", "clipboard-write"] } });
+  await page.evaluate((text) => navigator.clipboard.writeText(text), columns);
   await page.click(".cm-content");
+  return page;
+}
+
+test("columns that are pasted from a spreadsheet are a polyline, whose corners move", async (t) => {
+  const page = await openWithCopied(t, "x\ty\r\n0\t0\r\n10\t2.5\r\n20\t0.5\r\n", "a=1");
   await page.keyboard.press("Control+End");
   await page.keyboard.press("Control+v");
   const pasted = "a=1\n# x, y\n[0,0]\n[10,2.5]\n[20,0.5]";
@@ -241,9 +247,7 @@ test("columns that are pasted from a spreadsheet are a polyline, whose corners m
 });
 
 test("columns that are pasted within a line stand on lines of their own", async (t) => {
-  const page = await openPage(t, { sheet: "1+2", browser: { permissions: ["clipboard-read", "clipboard-write"] } });
-  await page.evaluate(() => navigator.clipboard.writeText("0\t0\n1\t2"));
-  await page.click(".cm-content");
+  const page = await openWithCopied(t, "0\t0\n1\t2", "1+2");
   await page.keyboard.press("Home");
   await page.keyboard.press("ArrowRight");
   await page.keyboard.press("Control+v");
