@@ -19,7 +19,8 @@ FOLDERS = ["platform", "MathExprRes", "MTParserLib", "mathexpr"]
 HEADERS = ["mathexpr.h", "mathexpr_editor.h", "mathexpr.hpp", "mathexpr_editor.hpp"]  # each after the ones that it includes
 
 # The condition under which a source is compiled, by the end of its name. Sources for DLLs only are omitted.
-CONDITIONS = {"Windows.cpp": "defined(_WIN32)", "Posix.cpp": "!defined(_WIN32)"}
+CONDITIONS = {"Windows.cpp": "defined(_WIN32)", "Posix.cpp": "!defined(_WIN32)",
+              "Wasm.cpp": "defined(MATHEXPR_TILE_SINES)"}
 OF_A_DLL = ("StartUpWindows.cpp", "HostBoundaryMinGW.cpp", "RunTimeMinGW.cpp")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)

@@ -11,13 +11,21 @@
 #include <cstddef>
 #include <cstdint>
 
+/// Returns the result of a call of the same type, by a jump. Optimising compilers make it a jump anyway, except clang in a
+/// function for WebAssembly with several exits.
+#if defined(__wasm_tail_call__)
+#define MATHEXPR_JUMP [[clang::musttail]] return
+#else
+#define MATHEXPR_JUMP return
+#endif
+
 namespace scalarkernels {
 
-/// Runs the next step. Compiled to a jump if it is the last action of a kernel.
+/// Runs the next step.
 inline bool runNext(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
     ++step;
-    return step->kernel(step, value, result, owner, self);
+    MATHEXPR_JUMP step->kernel(step, value, result, owner, self);
 }
 
 /// The record that contains x.
@@ -48,14 +56,18 @@ bool haveHead(const MTScalarStep& step) noexcept
 template <std::uint16_t head, std::size_t count>
 bool checkHeads(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
-    return haveHead<head, count>(*step) ? runNext(step, value, result, owner, self) : owner->changedKinds(self, result);
+    if (!haveHead<head, count>(*step))
+    {
+        return owner->changedKinds(self, result);
+    }
+    MATHEXPR_JUMP runNext(step, value, result, owner, self);
 }
 
 /// Resets the coordinates of a slot to their state before the first run.
 inline bool clearSlot(const MTScalarStep* step, double value, void* result, const MTScalarOwner* owner, void* self)
 {
     step->result[0] = step->result[1] = step->result[2] = 0.0;
-    return runNext(step, value, result, owner, self);
+    MATHEXPR_JUMP runNext(step, value, result, owner, self);
 }
 
 /// Runs a step of the program on records. If the last number is one of its operands, stores it in its slot first.
@@ -67,8 +79,11 @@ bool runRecord(const MTScalarStep* step, double value, void* result, const MTSca
         *step->spillSlot = value;
     }
     const Message::Id refusal = step->record->evaluate(*step->frame, false);
-    return refusal == Message::None ? runNext(step, value, result, owner, self)
-                                    : owner->refused(self, step->result, refusal);
+    if (refusal != Message::None)
+    {
+        return owner->refused(self, step->result, refusal);
+    }
+    MATHEXPR_JUMP runNext(step, value, result, owner, self);
 }
 
 /// Returns the root's record, with the last number as x.

@@ -38,7 +38,7 @@ bool runScaling(const MTScalarStep* step, double value, void* result, const MTSc
     const bool scalesValue = form == MTOperandForm::ValueMemory;
     const double x = scalesValue ? value : *step->a;
     const double* const factors = scalesValue ? step->a : step->b;
-    return scalarkernels::runNext(step, scale<divides...>(x, load<divides...>(factors)), result, owner, self);
+    MATHEXPR_JUMP scalarkernels::runNext(step, scale<divides...>(x, load<divides...>(factors)), result, owner, self);
 }
 
 template <bool... divides>

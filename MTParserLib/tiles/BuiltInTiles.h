@@ -7,9 +7,12 @@
 #include "MTParserLib/run/BuiltInScalars.h"
 #include "MTParserLib/tiles/MTTileCode.h"
 #include "MTParserLib/tiles/TileFormulas.h"
+#include "MTParserLib/tiles/TileSines.h"
+#include "MTParserLib/vocabulary/CoreMath.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 /// Computes a formula and records whether it refuses.
 template <class Formula, class... Operands>
@@ -66,7 +69,16 @@ constexpr MTTileCall findTileCall()  // not covered: runs while compiling
         scalarkernels::hasKernels<Item, double>() || scalarkernels::hasKernels<Item, double, double>();
     if constexpr (computes && findTileFormula<Item>() == noTileFormula)
     {
-        return computeTileRows<Item>;
+#if defined(MATHEXPR_TILE_SINES)
+        if constexpr (std::is_same_v<Item, SinFct> || std::is_same_v<Item, CosFct>)
+        {
+            return tiles::computeSines<std::is_same_v<Item, CosFct>>;
+        }
+        else
+#endif
+        {
+            return computeTileRows<Item>;
+        }
     }
     else
     {

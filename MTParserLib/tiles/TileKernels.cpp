@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // TileKernels.cpp - the tile kernels. Compiled once per instruction set, with its options and with MATHEXPR_TILE_SET as
-// the name of its set. Vectors are as wide as the options allow; a tile has eight.
+// the name of its set. A tile has eight vectors.
 //
 // In WebAssembly a call by address costs as much as computing some vectors, and only few vectors are passed in registers.
 // There a tile has more vectors, and the value is in memory.
@@ -11,21 +11,10 @@
 // instruction set must not replace one that runs on every processor.
 #include "MTParserLib/tiles/MTTileCode.h"
 #include "MTParserLib/tiles/TileFormulas.h"
+#include "MTParserLib/tiles/TileVector.h"
 
 #if !defined(MATHEXPR_TILE_SET)
 #define MATHEXPR_TILE_SET baselineTiles
-#endif
-
-// Not on Windows, unless the stack is known to be aligned: g++ would crash at a call there.
-#if defined(__has_builtin) && (!defined(_WIN32) || defined(MATHEXPR_TILE_STACK_ALIGNED))
-#if __has_builtin(__builtin_shufflevector)
-#define MATHEXPR_TILE_VECTORS
-#endif
-#endif
-#if !defined(MATHEXPR_TILE_VECTORS)
-#include "MTParserLib/vocabulary/FormulaItem.h"  // double's functions
-#elif defined(__SSE2__)
-#include <immintrin.h>
 #endif
 
 // Windows' own convention passes vectors through memory, so kernels use that of the other systems.
@@ -33,30 +22,6 @@
 #define MATHEXPR_TILE_ABI __attribute__((sysv_abi))
 #else
 #define MATHEXPR_TILE_ABI
-#endif
-
-// Operations that have instructions but no operators. g++ 12 warns about what plain _mm512_sqrt_pd leaves undefined.
-#if defined(__AVX512DQ__)
-#define MATHEXPR_TILE_WIDTH 8
-#define MATHEXPR_TILE_HOLDS_IN_ANY(condition) _mm512_movepi64_mask((__m512i)(condition))
-#define MATHEXPR_TILE_SQUARE_ROOT(x) _mm512_maskz_sqrt_pd(0xFF, x)
-#elif defined(__AVX2__)
-#define MATHEXPR_TILE_WIDTH 4
-#define MATHEXPR_TILE_HOLDS_IN_ANY(condition) _mm256_movemask_pd((__m256d)(condition))
-#define MATHEXPR_TILE_SQUARE_ROOT(x) _mm256_sqrt_pd(x)
-#elif defined(__SSE2__)
-#define MATHEXPR_TILE_WIDTH 2
-#define MATHEXPR_TILE_HOLDS_IN_ANY(condition) _mm_movemask_pd((__m128d)(condition))
-#define MATHEXPR_TILE_SQUARE_ROOT(x) _mm_sqrt_pd(x)
-#elif defined(__wasm_simd128__)
-#define MATHEXPR_TILE_WIDTH 2
-#define MATHEXPR_TILE_HOLDS_IN_ANY(condition) __builtin_wasm_any_true_v128((SignedBytes)(condition))
-#define MATHEXPR_TILE_SQUARE_ROOT(x) __builtin_wasm_sqrt_f64x2(x)
-typedef signed char SignedBytes __attribute__((vector_size(16)));  // NOLINT(modernize-use-using): as clang reads it
-#else
-#define MATHEXPR_TILE_WIDTH 2
-#define MATHEXPR_TILE_HOLDS_IN_ANY(condition) ((condition)[0] | (condition)[1])
-#define MATHEXPR_TILE_SQUARE_ROOT(x) (V{__builtin_sqrt((x)[0]), __builtin_sqrt((x)[1])})
 #endif
 
 // The value: a fresh one, as parameters, as arguments, one of its vectors, and what is to be done with each of them.
@@ -89,37 +54,6 @@ namespace {
 constexpr std::ptrdiff_t nbVectors = vectorsPerTile;
 
 #if defined(MATHEXPR_TILE_VECTORS)
-
-constexpr std::ptrdiff_t width = MATHEXPR_TILE_WIDTH;
-typedef double V __attribute__((vector_size(8 * width)));  // NOLINT(modernize-use-using): as clang reads it
-using Condition = decltype(V{} == V{});
-
-V load(const double* from)
-{
-    V vector;
-    __builtin_memcpy(&vector, from, sizeof vector);
-    return vector;
-}
-
-void store(double* to, V vector)
-{
-    __builtin_memcpy(to, &vector, sizeof vector);
-}
-
-bool holdsInAny(Condition condition)
-{
-    return MATHEXPR_TILE_HOLDS_IN_ANY(condition) != 0;
-}
-
-V squareRoot(V x)
-{
-    return MATHEXPR_TILE_SQUARE_ROOT(x);
-}
-
-V magnitude(V x)
-{
-    return (V)((Condition)x & 0x7FFF'FFFF'FFFF'FFFF);
-}
 
 // Three vectors hold as many points as a vector has lanes. Coordinate c of point k is number 3 * k + c. Every lane has
 // each coordinate in one of the vectors, since 3 and the width have no common factor.
@@ -186,7 +120,7 @@ constexpr bool holds(int vector, int lane, int coordinate)  // not covered: runs
 }
 
 template <int vector, int... lanes>
-V putTogether(formulas::PointOf<V> points, Lanes<lanes...>)
+V putTogether(const formulas::PointOf<V>& points, Lanes<lanes...>)
 {
     const V x = __builtin_shufflevector(points.x, points.x, pointOf(vector, lanes)...);
     const V y = __builtin_shufflevector(points.y, points.y, pointOf(vector, lanes)...);
@@ -195,7 +129,7 @@ V putTogether(formulas::PointOf<V> points, Lanes<lanes...>)
     return __builtin_shufflevector(two, z, laneOf(holds(vector, lanes, 2), lanes)...);
 }
 
-void putTogether(double* result, formulas::PointOf<V> points)
+void putTogether(double* result, const formulas::PointOf<V>& points)
 {
     store(result, putTogether<0>(points, AllLanes()));
     store(result + width, putTogether<1>(points, AllLanes()));
@@ -217,22 +151,6 @@ V repeatForCoordinates(V numbers)
 
 #else
 
-constexpr std::ptrdiff_t width = 1;
-using V = double;
-using Condition = bool;
-
-V load(const double* from)
-{
-    return *from;
-}
-void store(double* to, V number)
-{
-    *to = number;
-}
-bool holdsInAny(Condition condition)
-{
-    return condition;
-}
 formulas::PointOf<V> takeApart(const double* point)
 {
     return {point[0], point[1], point[2]};

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "MTParserLib/vocabulary/FormulaItem.h"
+#include "platform/Power.h"
 
 #include <cmath>
 
@@ -70,7 +71,7 @@ struct ExpOp final : BuiltInOperator<ExpOp>
     static constexpr NumberWrites writes = NumberWrites::X;
 
     /// 0 to any power is 0, unlike std::pow, which returns 1 or infinity.
-    static double of(double a, double b) { return a != 0.0 ? std::pow(a, b) : 0.0; }
+    static double of(double a, double b) { return a != 0.0 ? platform::power(a, b) : 0.0; }
 
     static Message::Id apply(const VALTYPE& a, const VALTYPE& b, VALTYPE& result)
     {
