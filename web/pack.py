@@ -35,6 +35,24 @@ export async function bytes() {{
 
 ENTRIES = ("index.js", "inline.js", "node.js")
 
+THIRD_PARTY = """The module contains parts of emscripten and of its C library, musl. It also contains parts of LLVM's libraries,
+whose licence (Apache 2.0 with the LLVM exceptions) asks for no notice in compiled programs.
+
+emscripten
+
+{emscripten}
+musl
+
+{musl}"""
+
+
+def third_party_licences():
+    """The licences of the parts of the module that are not ours. emscripten's has the same words as ours."""
+    copyright_line = "Copyright (c) 2010 The Emscripten Authors"
+    emscripten = (WEB.parent / "LICENSE").read_text("ascii").replace("Copyright (c) 2026 The mathexpr authors", copyright_line)
+    musl = Path(shutil.which("em++")).resolve().parent / "system/lib/libc/musl/COPYRIGHT"
+    return THIRD_PARTY.format(emscripten=emscripten, musl=musl.read_text("utf8"))
+
 
 def join_scripts(sources, folder):
     """Joins the scripts. `node:` imports, and the URL by which bundlers find the module, stay as they are."""
@@ -48,6 +66,7 @@ def main():
     shutil.rmtree(folder, ignore_errors=True)
     shutil.copytree(WEB / "package", folder, ignore=shutil.ignore_patterns("lib", *ENTRIES))
     shutil.copy(WEB.parent / "LICENSE", folder)
+    (folder / "LICENSE-third-party.txt").write_text(third_party_licences(), "utf8")
     module = (wasm / "bin/mathexpr.wasm").read_bytes()
     (folder / "mathexpr.wasm").write_bytes(module)
     packed = base64.b64encode(zlib.compress(module, 9)).decode()

@@ -61,7 +61,7 @@ const worker = await bundle("src/engine/worker.js");
 const style = await bundle("style/all.css");
 const icon = await writeHashed("icon.svg", await readFile(path.join(here, "icon.svg")));
 const page = await bundle("src/page.js", { splitting: true, define: { workerUrl: JSON.stringify(`./${worker}`) } });
-const licences = await writeHashed("licences.txt", await licencesOf(inputs, here));
+const licences = await writeHashed("licences.txt", await licencesOf(inputs, here, packageFolder));
 
 const names = { policy, "icon.svg": icon, "page.css": style, "page.js": page, "licences.txt": licences };
 const template = await readFile(path.join(here, "index.html"), "utf8");

@@ -10,8 +10,9 @@ const ours = path.join("..", "..", "LICENSE");
 /**
  * @param {string[]} inputs  bundled files, relative to the folder
  * @param {string} folder
+ * @param {string} packageFolder  the built npm package
  */
-export async function licencesOf(inputs, folder) {
+export async function licencesOf(inputs, folder, packageFolder) {
   const packages = new Set(inputs.map(packageOf).filter(Boolean));
   const texts = [`mathexpr\n\n${await readFile(path.join(folder, ours), "utf8")}`];
   for (const name of [...packages].sort()) {
@@ -21,6 +22,7 @@ export async function licencesOf(inputs, folder) {
     const title = name.slice(name.lastIndexOf("node_modules/") + "node_modules/".length);
     texts.push(`${title} ${version} (${license})\n\n${await readFile(path.join(folder, name, file), "utf8")}`);
   }
+  texts.push(await readFile(path.join(packageFolder, "LICENSE-third-party.txt"), "utf8"));
   return texts.map((text) => text.trim()).join(`\n\n${"-".repeat(60)}\n\n`) + "\n";
 }
 

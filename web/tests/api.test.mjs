@@ -5,6 +5,7 @@
 import assert from "node:assert/strict";
 import { readFile } from "node:fs/promises";
 import { before, describe, test } from "node:test";
+import { Worker } from "node:worker_threads";
 
 import * as mathexpr from "mathexpr";
 
@@ -431,6 +432,19 @@ test("memory that runs out is an error, and what was made before goes on working
   for (const array of arrays) array.free();
   assert.equal(expression.evaluate(), 2);
   expression.free();
+});
+
+test("a function of many steps needs no more stack than one of few", async () => {
+  const program = `
+    const { fn, init } = await import(${JSON.stringify(import.meta.resolve("mathexpr"))});
+    const { parentPort } = await import("node:worker_threads");
+    await init();
+    const [few, many] = [10, 4000].map((count) => fn("sqrt(".repeat(count) + "x" + ")".repeat(count), "x"));
+    parentPort.postMessage([few(1), many(1), many(2)]);`;
+  const url = new URL(`data:text/javascript,${encodeURIComponent(program)}`);
+  const worker = new Worker(url, { resourceLimits: { stackSizeMb: 0.35 } });
+  const answer = await new Promise((resolve, reject) => worker.on("message", resolve).on("error", reject));
+  assert.deepEqual(answer, [1, 1, 1]);
 });
 
 /** As the statement `using`, which Node 20 does not know. */

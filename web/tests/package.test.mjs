@@ -51,6 +51,13 @@ test(`the module and a bundle of the scripts around it take at most ${mostBytes}
   assert.ok(sizes[0] + sizes[1] <= mostBytes);
 });
 
+test("the licences of the C library and of emscripten are enclosed", async () => {
+  const text = await readFile(join(folder, "LICENSE-third-party.txt"), "utf8");
+  for (const holder of [/^Copyright \(c\) 2010 The Emscripten Authors$/m, /^Copyright © .* Rich Felker/m, /Sun Microsystems/]) {
+    assert.match(text, holder);
+  }
+});
+
 test("the module is ready soon", async () => {
   const bytes = await readFile(join(folder, "mathexpr.wasm"));
   const times = [];
