@@ -62,13 +62,47 @@ bool MTParserCompiler::compile(const wchar_t* given, const MTLimits& limits, std
         preprocess(compiled.typedText, compiled.rewrittenText);
     }
     compiled.text = isRewritten ? compiled.rewrittenText : compiled.typedText;
+    if (!hasCompiled)
+    {
+        reserve();
+    }
     stack.clear();
     levels.assign(1, BracketLevel{});
     if (!compileRewritten(assignTarget) || !compileEnd())
     {
         return false;
     }
-    return emitter.finish() || fail(CompileError::noExpression, __LINE__, 0, {0, text.size()}, text);
+    if (!emitter.finish())
+    {
+        return fail(CompileError::noExpression, __LINE__, 0, {}, text);
+    }
+    if (!hasCompiled)
+    {
+        releaseStacks();
+    }
+    return true;
+}
+
+/// For the first text: arrays that grow from a single element would be allocated several times.
+void MTParserCompiler::reserve()
+{
+    constexpr std::size_t usual = 4;
+    emitter.reserve(usual);
+    stack.reserve(usual);
+    levels.reserve(usual);
+}
+
+/// Most objects compile a single short text. The second one allocates memory for all further ones. Memory for long texts is
+/// kept at once, since the system takes time to provide it.
+void MTParserCompiler::releaseStacks()
+{
+    hasCompiled = true;
+    if (program.fit())
+    {
+        emitter.releaseStacks();
+        std::vector<StackRecord>().swap(stack);
+        std::vector<BracketLevel>().swap(levels);
+    }
 }
 
 bool MTParserCompiler::checkLimits(const wchar_t* typed, const MTLimits& limits)
@@ -403,8 +437,8 @@ bool MTParserCompiler::endArgument(std::uint32_t position, wchar_t character, wc
         }
     }
 
-    std::size_t nbEmitted = 0;
-    if (!emitDownTo(std::numeric_limits<std::int32_t>::min(), nbEmitted))
+    const std::size_t nbRecords = stack.size();
+    if (!emitDownTo(std::numeric_limits<std::int32_t>::min()))
     {
         return false;
     }
@@ -423,7 +457,7 @@ bool MTParserCompiler::endArgument(std::uint32_t position, wchar_t character, wc
             setKind(Token::Value);
         }
     }
-    else if (nbEmitted == 0 && !argumentTaken)
+    else if (stack.size() == nbRecords && !argumentTaken)
     {
         return fail(CompileError::argumentEmpty, __LINE__, position, here);
     }
@@ -475,8 +509,7 @@ bool MTParserCompiler::compileOperator(std::size_t first, std::uint32_t position
     // A waiting unary operator stays if an operator of the same precedence follows: the latter is part of its operand.
     const bool staysUnderEqual = !stack.empty() && stack.back().kind == StackRecord::Kind::Operator &&
                                  stack.back().precedence == precedence && stack.back().nbArgs == 1;
-    std::size_t nbEmitted = 0;
-    if (!emitDownTo(staysUnderEqual ? precedence + 1 : precedence, nbEmitted))
+    if (!staysUnderEqual && !emitDownTo(precedence))
     {
         return false;
     }
@@ -489,7 +522,7 @@ bool MTParserCompiler::compileOperator(std::size_t first, std::uint32_t position
 }
 
 /// Emits the records on top that bind at least as tightly. Stops at an open bracket.
-bool MTParserCompiler::emitDownTo(std::int32_t precedence, std::size_t& nbEmitted)
+bool MTParserCompiler::emitDownTo(std::int32_t precedence)
 {
     while (!stack.empty() && stack.back().kind != StackRecord::Kind::OpenBracket &&
            stack.back().precedence >= precedence)
@@ -499,7 +532,6 @@ bool MTParserCompiler::emitDownTo(std::int32_t precedence, std::size_t& nbEmitte
             return false;
         }
         stack.pop_back();
-        ++nbEmitted;
     }
     return true;
 }

@@ -101,6 +101,8 @@ private:
         std::uint32_t nbArgs;      // of a function: grows as its arguments are read
     };
 
+    void reserve();
+    void releaseStacks();
     bool checkLimits(const wchar_t* typed, const MTLimits& limits);
     bool compileRewritten(std::wstring& assignTarget);
     bool compileEnd();
@@ -121,7 +123,7 @@ private:
     bool takeArgument();
     bool compileOperator(std::size_t first, std::uint32_t position);
 
-    bool emitDownTo(std::int32_t precedence, std::size_t& nbEmitted);
+    bool emitDownTo(std::int32_t precedence);
     bool emit(const StackRecord& record);
 
     void setKind(Token kind) noexcept;
@@ -154,6 +156,7 @@ private:
     bool automaticVariables = false;
 
     MTParserEmitter emitter;
+    bool hasCompiled = false;  // whether a text has been compiled; later ones leave the memory of the stacks allocated
     MTLimitScratch limitScratch;
     std::vector<StackRecord> stack;
     std::vector<BracketLevel> levels;

@@ -222,3 +222,17 @@ bool MTParserEmitter::finish()
     program.choice.begin(isConstant, program.inputs.size());
     return true;
 }
+
+void MTParserEmitter::reserve(std::size_t count)
+{
+    waiting.reserve(count);
+    constants.reserve(count);
+    program.steps.reserve(count);
+    program.slots.reserve(count);
+}
+
+void MTParserEmitter::releaseStacks() noexcept
+{
+    std::vector<Operand>().swap(waiting);
+    std::vector<VALTYPE>().swap(constants);
+}

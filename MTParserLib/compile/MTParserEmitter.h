@@ -80,6 +80,10 @@ public:
     /// @return false if nothing was emitted; the program stays empty
     bool finish();
 
+    /// Reserves memory for so many steps, slots and operands.
+    void reserve(std::size_t count);
+    void releaseStacks() noexcept;
+
 private:
     enum class Kind : std::uint8_t
     {

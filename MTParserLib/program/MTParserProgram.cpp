@@ -35,10 +35,7 @@ Message::Id evaluateWithOnes(const MTProgramStep& step, const MTFrame& frame, VA
     return refusal;
 }
 
-MTParserProgram::MTParserProgram() noexcept
-{
-    clear();
-}
+MTParserProgram::MTParserProgram() noexcept = default;
 
 MTParserProgram::~MTParserProgram() = default;
 
@@ -51,6 +48,26 @@ void MTParserProgram::clear() noexcept
     inputs.clear();
     scalar.clear();
     choice.clear();
+}
+
+bool MTParserProgram::fit()
+{
+    constexpr std::size_t mostSlots = 64;
+    if (slots.size() > mostSlots)
+    {
+        return false;
+    }
+    steps.shrink_to_fit();
+    slots.shrink_to_fit();
+    usedVariables.shrink_to_fit();
+    inputs.shrink_to_fit();
+    frame = {slots.data(), inputs.data()};
+    if (isConstant())
+    {
+        scalar.clear();
+        scalar.buildConstant(getRoot());
+    }
+    return true;
 }
 
 MTPlace MTParserProgram::findInput(const VALTYPE& variable) const noexcept

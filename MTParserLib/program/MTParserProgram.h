@@ -66,6 +66,10 @@ public:
     /// Removes the steps and keeps the memory.
     void clear() noexcept;
 
+    /// Releases memory that a complete program does not use, if it is short.
+    /// @return false if it is long, and stays where it is
+    bool fit();
+
     /// Whether there is a program to evaluate. It is incomplete while it is compiled.
     bool isComplete() const noexcept { return choice.getState() != MTRunState::Empty; }
     /// Whether the value of a complete program is known at compile time, so that no step is run.
@@ -86,7 +90,7 @@ public:
     /// The values of the variables that are read in place, in the same order.
     std::vector<const VALTYPE*> inputs;
 
-    MTFrame frame;  ///< The slots and inputs of a complete program.
+    MTFrame frame{};  ///< The slots and inputs of a complete program.
 
     MTScalarCode scalar;
     MTRunChoice choice;

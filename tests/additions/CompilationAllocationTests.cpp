@@ -15,7 +15,8 @@
 
 namespace {
 
-TEST(Allocations, AreMadeByTheFirstCompilationOnly)
+// A short first text leaves no stacks, since most objects compile a single one.
+TEST(Allocations, AreMadeByTheFirstTwoCompilationsOnly)
 {
     for (const std::uint32_t limit : {0U, 1000U})
     {
@@ -28,6 +29,10 @@ TEST(Allocations, AreMadeByTheFirstCompilationOnly)
         const std::size_t atFirst = memory::madeCount();
         ASSERT_TRUE(session.expression.setExpression(text.c_str()));
         EXPECT_GT(memory::madeCount(), atFirst);
+        constexpr std::size_t nbStacks = 4;
+        const std::size_t aliveAfterFirst = memory::aliveCount();
+        ASSERT_TRUE(session.expression.setExpression(text.c_str()));
+        EXPECT_EQ(memory::aliveCount(), aliveAfterFirst + nbStacks);
         const std::size_t before = memory::madeCount();
         for (int i = 0; i < 10; ++i)
         {
@@ -37,6 +42,52 @@ TEST(Allocations, AreMadeByTheFirstCompilationOnly)
         }
         EXPECT_EQ(memory::madeCount(), before) << "limit " << limit;
     }
+}
+
+// From the beginning there is room for a few operands, operators, brackets, steps and slots.
+TEST(Allocations, OfAShortFirstTextAreAsManyWhateverItsShape)
+{
+    const auto allocationsFor = [](const wchar_t* text) {
+        Session session(true);
+        mathexpr::setVariable(session.expression, L"x", number(2));
+        const std::size_t before = memory::madeCount();
+        EXPECT_TRUE(session.expression.setExpression(text));
+        return memory::madeCount() - before;
+    };
+    EXPECT_EQ(allocationsFor(L"min(1,2,3)"), allocationsFor(L"sin(1)"));
+    EXPECT_EQ(allocationsFor(L"(((1)))"), allocationsFor(L"1+1+1"));
+    EXPECT_EQ(allocationsFor(L"x*x+x*x"), allocationsFor(L"x-(x)"));
+}
+
+TEST(Allocations, AreNotRepeatedAfterALongFirstText)
+{
+    Session session(true);
+    mathexpr::setVariable(session.expression, L"x", number(2));
+    std::wstring text = L"x";
+    for (int i = 0; i < 100; ++i)
+    {
+        text += L"+x*(2-x)";
+    }
+    ASSERT_TRUE(session.expression.setExpression(text.c_str()));
+    const std::size_t before = memory::madeCount();
+    ASSERT_TRUE(session.expression.setExpression(text.c_str()));
+    EXPECT_EQ(memory::madeCount(), before);
+}
+
+// Its value is the only thing left on the compiler's stacks, until the next text.
+TEST(Allocations, AreNotMadeByAConstantHoweverOftenItIsCompiled)
+{
+    Session session(true);
+    const auto compile = [&](int times) {
+        for (int i = 0; i < times; ++i)
+        {
+            ASSERT_TRUE(session.expression.setExpression(L"1"));
+        }
+    };
+    compile(2);
+    const std::size_t before = memory::madeCount();
+    compile(1000);
+    EXPECT_EQ(memory::madeCount(), before);
 }
 
 // After the preparations, bulk evaluation allocates nothing, in blocks and row by row, even if rows fail.
