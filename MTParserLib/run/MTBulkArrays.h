@@ -56,14 +56,19 @@ public:
         return results.kind == mathexpr::BulkKind::Record || isPoint == (results.kind == mathexpr::BulkKind::Point);
     }
 
-    /// The address of a row if the rows are contiguous, as numbers (width 1) or points (3); otherwise null.
-    double* packedValues(std::size_t row, std::size_t width) const noexcept
+    /// Whether the rows are contiguous, as numbers (width 1) or points (3).
+    bool isPacked(std::size_t width) const noexcept
     {
         constexpr auto number = static_cast<std::ptrdiff_t>(sizeof(double));
-        const bool packed = width == 1 ? results.kind == mathexpr::BulkKind::Number && results.stride == number
-                                       : results.kind == mathexpr::BulkKind::Point && results.stride == 3 * number &&
-                                             results.coordinateStride == number;
-        return packed ? static_cast<double*>(results.data) + row * width : nullptr;
+        return width == 1 ? results.kind == mathexpr::BulkKind::Number && results.stride == number
+                          : results.kind == mathexpr::BulkKind::Point && results.stride == 3 * number &&
+                                results.coordinateStride == number;
+    }
+
+    /// The address of a row if the rows are packed; otherwise null.
+    double* packedValues(std::size_t row, std::size_t width) const noexcept
+    {
+        return isPacked(width) ? static_cast<double*>(results.data) + row * width : nullptr;
     }
 
     /// @return false, with nothing written, if the results do not accept the value's kind

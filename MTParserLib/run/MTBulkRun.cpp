@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTBulkRun.cpp - divides the rows into portions; each thread claims the next portion when it is free.
+// MTBulkRun.cpp - divides the rows into portions, and the portions into shares, one for each thread.
 #include "MTParserLib/run/MTBulkRun.h"
 
 #include "MTParserLib/run/MTBulkPlan.h"
@@ -27,42 +27,110 @@ bool isOrderHidden(const MTParserProgram& program)
     });
 }
 
+void addTo(MTBulkTally& sum, const MTBulkTally& part) noexcept
+{
+    if (part.firstFailed < sum.firstFailed)
+    {
+        sum.firstFailed = part.firstFailed;
+        sum.firstStatus = part.firstStatus;
+    }
+    sum.nbFailed += part.nbFailed;
+}
+
+/// The portions of one thread, which takes them from the front. Threads that have finished their own shares take from
+/// the back what is left.
+///
+///     share of thread 2: portions 4 to 7       thread 2 takes 4, 5; thread 1 takes 7; thread 2 takes 6
+///
+/// So repeated calls evaluate most rows on the same processors, whose caches may still hold them.
+class Share
+{
+public:
+    void set(std::size_t first, std::size_t end) noexcept
+    {
+        front = first;
+        back = end;
+        nbPortions = end - first;
+    }
+
+    /// @param isOwner  whether the thread takes from its own share
+    /// @return false if no portion is left
+    bool take(bool isOwner, std::size_t& portion) noexcept
+    {
+        // No more portions are taken from both ends than there are, so the ends do not meet.
+        if (nbTaken.fetch_add(1, std::memory_order_relaxed) >= nbPortions)
+        {
+            return false;
+        }
+        portion = isOwner ? front++ : back.fetch_sub(1, std::memory_order_relaxed) - 1;
+        return true;
+    }
+
+private:
+    std::size_t front = 0;
+    std::atomic<std::size_t> back = 0;
+    std::size_t nbPortions = 0;
+    std::atomic<std::size_t> nbTaken = 0;
+    [[maybe_unused]] std::array<std::uint64_t, 8> apart{};  // keeps the next share in another cache line
+};
+
+std::size_t portionsOf(std::size_t nbRows) noexcept
+{
+    return nbRows / portionRows + (nbRows % portionRows != 0 ? 1 : 0);
+}
+
 /// State shared by all threads.
 class Rows
 {
 public:
-    /// @param lead  number of first rows that form a block of their own
-    Rows(std::size_t rows, std::size_t lead, std::uint32_t* rowStatus) noexcept
-        : nbRows(rows), nbLead(lead), status(rowStatus)
-    {}
+    /// @param lead  number of first rows that form a block of their own, in the first portion
+    Rows(std::size_t rows, std::size_t lead, platform::ArrayView<Share> all, std::uint32_t* rowStatus) noexcept
+        : nbRows(rows), nbLead(lead), shares(all), status(rowStatus)
+    {
+        const std::size_t nbPortions = portionsOf(nbRows - nbLead);
+        const std::size_t nbEach = nbPortions / shares.size();
+        const std::size_t nbMore = nbPortions % shares.size();  // shares with one portion more
+        std::size_t first = 0;
+        for (std::size_t j = 0; j < shares.size(); ++j)
+        {
+            const std::size_t end = first + nbEach + (j < nbMore ? 1 : 0);
+            shares[j].set(first, end);
+            first = end;
+        }
+    }
 
-    /// Evaluates portions until none is left.
-    MTBulkTally evaluatePortions(MTBulkWorker& worker)
+    /// Evaluates the portions of a thread's share, then those that are left in the others.
+    MTBulkTally evaluateShares(std::size_t thread, MTBulkWorker& worker)
     {
         const platform::FloatingPointGuard guard;
         MTBulkTally tally;
         Block block;
         block.fill(mathexpr::RowStatus::Done);
-        for (;;)
+        for (std::size_t j = 0; j < shares.size(); ++j)
         {
-            const std::size_t portion = next.fetch_add(portionRows, std::memory_order_relaxed);
-            std::size_t first = portion == 0 ? 0 : portion + nbLead;
-            if (first >= nbRows)
+            Share& share = shares[(thread + j) % shares.size()];
+            for (std::size_t portion = 0; share.take(j == 0, portion);)
             {
-                return tally;
-            }
-            const std::size_t end = std::min(portion + nbLead + portionRows, nbRows);
-            while (first < end)
-            {
-                const std::size_t count = first < nbLead ? nbLead : std::min(MTBulkWorker::blockRows, end - first);
-                evaluateBlock(worker, first, count, block, tally);
-                first += count;
+                evaluatePortion(worker, portion, block, tally);
             }
         }
+        return tally;
     }
 
 private:
     using Block = std::array<std::uint32_t, MTBulkWorker::blockRows>;
+
+    /// @param block  all Done on entry and on return
+    void evaluatePortion(MTBulkWorker& worker, std::size_t portion, Block& block, MTBulkTally& tally)
+    {
+        const std::size_t end = std::min(nbLead + (portion + 1) * portionRows, nbRows);
+        for (std::size_t first = portion == 0 ? 0 : nbLead + portion * portionRows; first < end;)
+        {
+            const std::size_t count = first < nbLead ? nbLead : std::min(MTBulkWorker::blockRows, end - first);
+            evaluateBlock(worker, first, count, block, tally);
+            first += count;
+        }
+    }
 
     /// @param block  all Done on entry and on return
     void evaluateBlock(MTBulkWorker& worker, std::size_t first, std::size_t count, Block& block, MTBulkTally& tally)
@@ -70,10 +138,9 @@ private:
         const bool allDone = worker.evaluate(first, count, block.data());
         for (std::size_t j = 0; !allDone && j < count; ++j)
         {
-            if (block[j] != mathexpr::RowStatus::Done && tally.nbFailed++ == 0)
+            if (block[j] != mathexpr::RowStatus::Done)
             {
-                tally.firstFailed = first + j;
-                tally.firstStatus = block[j];
+                addTo(tally, {1, first + j, block[j]});
             }
         }
         if (status != nullptr)
@@ -88,24 +155,9 @@ private:
 
     const std::size_t nbRows;
     const std::size_t nbLead;
+    const platform::ArrayView<Share> shares;
     std::uint32_t* const status;
-    std::atomic<std::size_t> next = 0;
 };
-
-void addTo(MTBulkTally& sum, const MTBulkTally& part) noexcept
-{
-    if (part.firstFailed < sum.firstFailed)
-    {
-        sum.firstFailed = part.firstFailed;
-        sum.firstStatus = part.firstStatus;
-    }
-    sum.nbFailed += part.nbFailed;
-}
-
-std::size_t portionsOf(std::size_t nbRows) noexcept
-{
-    return nbRows / portionRows + (nbRows % portionRows != 0 ? 1 : 0);
-}
 
 /// The program's cached plan if it fits, otherwise a new one that replaces it.
 MTBulkPlan& planOf(MTParserProgram& program, platform::ArrayView<const MTBoundColumn> columns, const MTTileSet* set)
@@ -139,10 +191,10 @@ MTBulkTally runInBulk(MTParserProgram& program, platform::ArrayView<const MTBoun
     }
     // A separate block pays off only with many rows.
     const std::size_t nbLead = nbRows > MTBulkWorker::blockRows ? plan.getWorker().getLeadRows() : 0;
-    Rows rows(nbRows, nbLead, results.status);
     if (nbOthers == 0)
     {
-        return rows.evaluatePortions(plan.getWorker());
+        Share all;
+        return Rows(nbRows, nbLead, {&all, 1}, results.status).evaluateShares(0, plan.getWorker());
     }
 
     // All memory is allocated before the first row is evaluated.
@@ -153,8 +205,10 @@ MTBulkTally runInBulk(MTParserProgram& program, platform::ArrayView<const MTBoun
         other->bind(columns, results);
     }
     std::vector<MTBulkTally> tallies(1 + nbOthers);
-    platform::runOnThreads(tallies.size(), [&](std::size_t worker) noexcept {
-        tallies[worker] = rows.evaluatePortions(worker == 0 ? plan.getWorker() : *others[worker - 1]);
+    std::vector<Share> shares(tallies.size());
+    Rows rows(nbRows, nbLead, {shares.data(), shares.size()}, results.status);
+    platform::runOnThreads(tallies.size(), [&](std::size_t thread) noexcept {
+        tallies[thread] = rows.evaluateShares(thread, thread == 0 ? plan.getWorker() : *others[thread - 1]);
     });
     MTBulkTally all;
     for (const MTBulkTally& tally : tallies)

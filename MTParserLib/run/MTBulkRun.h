@@ -15,7 +15,7 @@
 #include <cstdint>
 #include <limits>
 
-/// Rows per portion: large enough to hide the cost of claiming a portion, and to keep threads off each other's cache
+/// Rows per portion: large enough to hide the cost of taking a portion, and to keep threads off each other's cache
 /// lines.
 inline constexpr std::size_t portionRows = 16 * MTBulkWorker::blockRows;
 
