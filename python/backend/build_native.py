@@ -16,7 +16,7 @@ from pathlib import Path
 
 PACKAGE = Path(__file__).resolve().parents[1]
 TREE = PACKAGE / "library" if (PACKAGE / "library").is_dir() else PACKAGE.parent
-BUILD = PACKAGE / "build" if TREE.parent == PACKAGE else TREE / "build" / "python"
+BUILD = TREE / "build" / "python"
 
 FREE_THREADED = bool(sysconfig.get_config_var("Py_GIL_DISABLED"))
 NAME = "_native.so" if FREE_THREADED else "_native.abi3.so"

@@ -274,7 +274,7 @@ static bool haveKinds(const Function* self, const Columns* columns)
 }
 
 /// Bulk evaluation of arrays without conversion. Py_NotImplemented if one needs conversion.
-static PyObject* callArrays(Function* self, PyObject* arguments)
+static PyObject* callArrays(Function* self, PyObject* arguments, uint32_t threadCount)
 {
     Columns columns;
     size_t unfit = 0;
@@ -289,12 +289,29 @@ static PyObject* callArrays(Function* self, PyObject* arguments)
         Lane* lane = takeLane(self);
         if (lane != NULL)
         {
-            answer = computeRows(lane->session, &columns, self->names, arguments, 1, &self->kind);
+            answer = computeRows(lane->session, &columns, self->names, arguments, threadCount, &self->kind);
             leave(lane->session);
         }
     }
     closeColumns(&columns);
     return answer;
+}
+
+/// The number of threads of a call with at most this option; 0 for other keywords and values.
+static uint32_t threadCountOf(PyObject* keywords)
+{
+    if (keywords == NULL)
+    {
+        return 1;
+    }
+    PyObject* given = PyDict_Size(keywords) == 1 ? PyDict_GetItemString(keywords, "threads") : NULL;
+    const unsigned long count = given != NULL && PyLong_CheckExact(given) ? PyLong_AsUnsignedLong(given) : 0;
+    if (PyErr_Occurred())
+    {
+        PyErr_Clear();  // negative, or too large
+        return 0;
+    }
+    return count <= UINT32_MAX ? (uint32_t)count : 0;
 }
 
 static PyObject* call(Function* self, PyObject* arguments, PyObject* keywords)
@@ -317,9 +334,10 @@ static PyObject* call(Function* self, PyObject* arguments, PyObject* keywords)
     {
         return NULL;
     }
-    if (keywords == NULL && PyTuple_Size(arguments) == self->count && areArrays(arguments))
+    const uint32_t threadCount = threadCountOf(keywords);
+    if (threadCount != 0 && PyTuple_Size(arguments) == self->count && areArrays(arguments))
     {
-        PyObject* answer = callArrays(self, arguments);
+        PyObject* answer = callArrays(self, arguments, threadCount);
         if (answer != Py_NotImplemented)
         {
             return answer;

@@ -141,8 +141,11 @@ def test_threads_and_large_arrays_give_the_same_values():
     assert curve(xs, ys, threads=2).tobytes() == expected.tobytes()
     singles = xs.astype("f4")
     assert curve(singles, ys, threads=2).tobytes() == curve(singles.astype(float), ys).tobytes()
-    with pytest.raises(ValueError, match="threads is 0"):
-        curve(xs, ys, threads=0)
+    for threads in (0, -1, 2**40):
+        with pytest.raises(ValueError, match=f"threads is {threads}; it is a whole number from 1 on"):
+            curve(xs, ys, threads=threads)
+    with pytest.raises(ValueError, match="threads is 1.5"):
+        curve(xs, ys, threads=1.5)
 
 
 MISTAKES = {
