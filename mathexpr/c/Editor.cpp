@@ -110,6 +110,14 @@ mathexpr_status answerWith(mathexpr_expression& expression, const Answer& known,
     return MATHEXPR_OK;
 }
 
+/// Writes a list of what is kept. Its structure has a size, a reserved field, the elements and their number.
+template <class Encoding, class List, class Kept>
+mathexpr_status answerWithList(mathexpr_expression& expression, List* given, std::shared_ptr<Kept> kept)
+{
+    const List known{0, 0, kept->data(), kept->elements.size()};
+    return answerWith<Encoding>(expression, known, given, std::move(kept));
+}
+
 bool readQuestions(std::uint32_t flags, mathexpr::HostQuestions& questions) noexcept
 {
     questions = flags == 0 ? mathexpr::HostQuestions::Forbidden : mathexpr::HostQuestions::Allowed;
@@ -161,8 +169,7 @@ mathexpr_status getTokens(mathexpr_expression* handle, const typename Encoding::
                 kept->elements.push_back(
                     {static_cast<std::uint32_t>(token.kind), token.depth, span.start, span.length, partner});
             }
-            const mathexpr_tokens known{0, 0, kept->data(), kept->elements.size()};
-            return answerWith<Encoding>(expression, known, tokens, std::move(kept));
+            return answerWithList<Encoding>(expression, tokens, std::move(kept));
         });
 }
 
@@ -237,8 +244,7 @@ mathexpr_status findReferences(mathexpr_expression* handle, const typename Encod
                                {
                                    kept->elements.push_back(units.spanOf(span));
                                }
-                               const mathexpr_spans known{0, 0, kept->data(), kept->elements.size()};
-                               return answerWith<Encoding>(expression, known, spans, std::move(kept));
+                               return answerWithList<Encoding>(expression, spans, std::move(kept));
                            });
 }
 
@@ -296,8 +302,7 @@ mathexpr_status getLiterals(mathexpr_expression* handle, const typename Encoding
                                    const mathexpr_span span = units.spanOf(literal.span);
                                    kept->elements.push_back({span.start, span.length, toHost(literal.value)});
                                }
-                               const mathexpr_literals known{0, 0, kept->data(), kept->elements.size()};
-                               return answerWith<Encoding>(expression, known, literals, std::move(kept));
+                               return answerWithList<Encoding>(expression, literals, std::move(kept));
                            });
 }
 
@@ -458,8 +463,7 @@ mathexpr_status getCompletions(mathexpr_expression* handle, const typename Encod
                 known.unavailable = kept->keep(item.unavailable);
                 kept->elements.push_back(known);
             }
-            const typename Encoding::Completions known{0, 0, kept->data(), kept->elements.size()};
-            return answerWith<Encoding>(expression, known, completions, std::move(kept));
+            return answerWithList<Encoding>(expression, completions, std::move(kept));
         });
 }
 

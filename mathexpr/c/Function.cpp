@@ -13,14 +13,33 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-/// State shared by copies.
-struct FunctionSource
+struct mathexpr_function
 {
-    MathExpression expression{true, nullptr};
-    std::vector<const VALTYPE*> arguments;  // addresses of the variables, by position
+    /// State shared by copies.
+    struct Source
+    {
+        MathExpression expression{true, nullptr};
+        std::vector<const VALTYPE*> arguments;  // addresses of the variables, by position
+    };
+
+    explicit mathexpr_function(std::shared_ptr<const Source> sharedSource)
+        : source(std::move(sharedSource)),
+          program(mathexpr::EngineAccess::parserOf(source->expression).getProgram(), source->arguments)
+    {}
+
+#if defined(MATHEXPR_CHECK_HANDLES)
+    // NOLINTNEXTLINE(cert-dcl54-cpp): the global operator new allocates, and its counterpart frees in the end
+    static void operator delete(void* memory) noexcept
+    {
+        HandleRegistry::retire(memory);
+    }
+#endif
+
+    const std::shared_ptr<const Source> source;
+    MTBoundFunction program;
 };
+
+namespace {
 
 bool hasNameTwice(const std::vector<std::wstring>& names)
 {
@@ -35,10 +54,10 @@ bool hasNameTwice(const std::vector<std::wstring>& names)
 }
 
 /// Compiles a text again for a function, with the present values of an expression's variables.
-std::shared_ptr<const FunctionSource> makeSource(MathExpression& expression, const std::wstring& text,
-                                                 const std::vector<std::wstring>& arguments)
+std::shared_ptr<const mathexpr_function::Source> makeSource(MathExpression& expression, const std::wstring& text,
+                                                            const std::vector<std::wstring>& arguments)
 {
-    auto source = std::make_shared<FunctionSource>();
+    auto source = std::make_shared<mathexpr_function::Source>();
     for (const std::wstring& name : mathexpr::getUsedNames(expression))
     {
         VALTYPE value;
@@ -53,29 +72,6 @@ std::shared_ptr<const FunctionSource> makeSource(MathExpression& expression, con
     source->expression.setExpression(text.c_str());
     return source;
 }
-
-}
-
-struct mathexpr_function
-{
-    explicit mathexpr_function(std::shared_ptr<const FunctionSource> sharedSource)
-        : source(std::move(sharedSource)),
-          program(mathexpr::EngineAccess::parserOf(source->expression).getProgram(), source->arguments)
-    {}
-
-#if defined(MATHEXPR_CHECK_HANDLES)
-    // NOLINTNEXTLINE(cert-dcl54-cpp): the global operator new allocates, and its counterpart frees in the end
-    static void operator delete(void* memory) noexcept
-    {
-        HandleRegistry::retire(memory);
-    }
-#endif
-
-    const std::shared_ptr<const FunctionSource> source;
-    MTBoundFunction program;
-};
-
-namespace {
 
 void handOver(std::unique_ptr<mathexpr_function> function, mathexpr_function** handle)
 {

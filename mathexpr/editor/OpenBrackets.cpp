@@ -12,7 +12,7 @@ namespace mathexpr::editor {
 std::vector<OpenBracket> openBracketsAt(const TextReading& reading, std::uint32_t cursor)
 {
     std::vector<OpenBracket> open;
-    const TextToken* called = nullptr;  // the name just before it
+    const TextToken* called = nullptr;  // the function just before
     for (const TextToken& token : reading.tokens())
     {
         if (endOf(token) > cursor)
@@ -43,8 +43,7 @@ std::vector<OpenBracket> openBracketsAt(const TextReading& reading, std::uint32_
         {
             ++open.back().argument;
         }
-        const bool isName = token.kind == TokenKind::Function || token.kind == TokenKind::UnknownName;
-        called = isName ? &token : nullptr;
+        called = token.kind == TokenKind::Function ? &token : nullptr;
     }
     return open;
 }

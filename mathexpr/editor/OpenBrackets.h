@@ -14,7 +14,7 @@ namespace mathexpr::editor {
 
 struct OpenBracket
 {
-    std::wstring function;       // the called function, "point" for "["; empty for a plain bracket
+    std::wstring function;       // the called function, "point" for "["; empty for other brackets
     TextSpan name;               // span of its name, or of the square bracket
     std::uint32_t argument = 0;  // index of the argument at the position, from 0
 };
