@@ -55,14 +55,10 @@ public:
                 length = symbol.size();
                 readOperator({at, at + length});
             }
-            else if (character == L'=')
-            {
-                tokenBegin = at + 1;  // the name before it is not a value
-            }
             at += length;
             if (!isToken(character, symbol, separator))
             {
-                tokenBegin = at;
+                tokenBegin = at;  // a name before "=" is not a value, and has not been counted
             }
         }
         if (excess.error == nullptr)

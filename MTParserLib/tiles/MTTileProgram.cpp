@@ -247,12 +247,12 @@ private:
         }
     }
 
+    /// "&" of points is their product here: points that differ between rows are not flagged.
     /// @return false if the formula has no kernel for the current operands
     bool emitFormula(std::uint8_t formula, MTPlace slot, Value& yielded)
     {
-        const bool isCrossProduct = formula == tiles::formulaIndex<formulas::Cross>;
         const bool makesPoint = formula == tiles::formulaIndex<formulas::MakePoint>;
-        if (formula == noTileFormula || operands.size() > 3 || (isCrossProduct && yielded.sample.type == 0))
+        if (formula == noTileFormula || operands.size() > 3)
         {
             return false;
         }
@@ -403,7 +403,7 @@ private:
                 formula.divides(j) ? tiles::formulaIndex<formulas::Div> : tiles::formulaIndex<formulas::Mult>;
             const auto form = takesValue ? MTTileOperands::ValueUniform : MTTileOperands::MemoryUniform;
             append(target->set.findKernel(formulaOfFactor, form),
-                   {takesValue ? 0 : placeOf(operand), placeOfUniform(factor)}, 0);
+                   {takesValue ? 0 : placeOf(operand), placeOfUniform(factor)});
         }
         waiting = slot;
     }

@@ -10,11 +10,6 @@ namespace {
 
 constexpr std::size_t numbersPerLine = 8;  // of a cache line
 
-constexpr std::size_t roundUpToLine(std::size_t count) noexcept
-{
-    return (count + numbersPerLine - 1) / numbersPerLine * numbersPerLine;
-}
-
 bool isPacked(const mathexpr::BulkColumn& column) noexcept
 {
     constexpr auto number = static_cast<std::ptrdiff_t>(sizeof(double));
@@ -61,7 +56,7 @@ void MTTileWorker::bind(platform::ArrayView<const MTBoundColumn> bound, const ma
     writer = MTBulkWriter(results);
     resultsFit = writer.takes(program.rootHead.type != 0);
     const std::size_t width = program.places[columns.size()].width;
-    const std::size_t resultNumbers = movedRows(writer.packedValues(0, width) != nullptr) * width;
+    const std::size_t resultNumbers = movedRows(writer.isPacked(width)) * width;
     std::size_t total = resultNumbers;
     for (std::size_t j = 0; j < columns.size(); ++j)
     {
@@ -98,7 +93,7 @@ void MTTileWorker::Memory::reserve(std::size_t count)
 {
     numbers.resize(std::max(numbers.size(), count + numbersPerLine));
     const std::size_t misaligned = reinterpret_cast<std::uintptr_t>(numbers.data()) / sizeof(double) % numbersPerLine;
-    nbAllocated = roundUpToLine(misaligned) - misaligned;
+    nbAllocated = (numbersPerLine - misaligned) % numbersPerLine;
 }
 
 double* MTTileWorker::Memory::allocate(std::size_t count) noexcept
