@@ -13,13 +13,15 @@ endif()
 if(MSVC)
   target_compile_options(mathexpr_options INTERFACE /utf-8 /fp:precise /W4 /permissive- $<$<BOOL:${MATHEXPR_WARNINGS_AS_ERRORS}>:/WX>)
 else()
+  # In a unity build, a name in one file may shadow that of another.
+  set(shadow_warning $<IF:$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>,-Wno-shadow,-Wshadow>)
   target_compile_options(
     mathexpr_options
     INTERFACE -ffp-contract=off
               -Wall
               -Wextra
               -Wpedantic
-              $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>
+              $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,${shadow_warning}>
               -Wconversion
               -Wsign-conversion
               -Wnon-virtual-dtor
@@ -33,8 +35,8 @@ if(NOT MSVC AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES AND NOT C
 endif()
 
 # For the library in test builds; the test programs are compiled with -O1 -g1 (preset dev), which is faster. Type
-# information is for debuggers, and for the comparison of layouts.
-set(optimised "$<$<AND:$<CXX_COMPILER_ID:GNU,Clang>,$<CONFIG:RelWithDebInfo>>:-O2;-g>")
+# information is for debuggers, and for the comparison of layouts, of the build with g++.
+set(optimised "$<$<AND:$<CXX_COMPILER_ID:GNU,Clang>,$<CONFIG:RelWithDebInfo>>:-O2;$<$<CXX_COMPILER_ID:GNU>:-g>>")
 
 # The code of every evaluation has no stack protector (Hardening.cmake), which would cost a tenth of a short evaluation.
 # These functions have no arrays that a text could overrun.

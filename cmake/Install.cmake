@@ -26,6 +26,13 @@ foreach(component ${MATHEXPR_COMPONENTS})
   install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${folder} RENAME copyright COMPONENT ${component})
 endforeach()
 
+if(MATHEXPR_BUILD_TOOLS)
+  install(
+    FILES ${PROJECT_SOURCE_DIR}/tools/calc/THIRD-PARTY.txt
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${MATHEXPR_TOOL_PACKAGE}
+    COMPONENT tool)
+endif()
+
 install(
   TARGETS mathexpr
   EXPORT mathexprTargets

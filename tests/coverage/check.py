@@ -30,7 +30,7 @@ import re
 import sys
 
 REASON = re.compile(r"(?P<code>.*?)//\s*not covered:\s*(?P<reason>\S.*)")
-OTHER_SYSTEM = {"llvm": re.compile(r"(Windows|MinGW)\.cpp$"), "gcov": re.compile(r"Posix\.cpp$")}
+OTHER_SYSTEM = {"llvm": re.compile(r"(Windows|MinGW|Wasm)\.cpp$"), "gcov": re.compile(r"Posix\.cpp$")}
 
 
 class Coverage:

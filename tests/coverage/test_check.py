@@ -145,6 +145,7 @@ class Check(unittest.TestCase):
     def test_what_was_not_measured(self):
         self.write("int other() { return 0; }\n", "other.cpp")
         self.write("int system() { return 0; }\n", "otherWindows.cpp")
+        self.write("int module() { return 0; }\n", "otherWasm.cpp")
         self.assertEqual([self.check_llvm((1, 2))[at] for at in (0, -1)], [
             "lib/other.cpp: not in the report", "NOT COVERED"])
         self.assertEqual(self.check_report(llvm())[-1], "NOT COVERED")

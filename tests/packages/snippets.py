@@ -27,9 +27,9 @@ FROM_SOURCES = re.compile(r"third_party/mathexpr|FetchContent")
 COMPILERS = {"cpp": ["c++", "-std=c++17"], "c": ["cc", "-std=c99"]}
 
 
-def run(command, folder):
-    """The output of a command without a terminal."""
-    done = subprocess.run(command, cwd=folder, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+def run(command, folder, **variables):
+    """The output of a command without a terminal, with these variables in its environment."""
+    done = subprocess.run(command, cwd=folder, env={**os.environ, **variables}, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                           stderr=subprocess.STDOUT, text=True, encoding="utf-8", check=False)
     if done.returncode != 0:
         raise RuntimeError(f"{' '.join(map(str, command))}: exit status {done.returncode}\n{done.stdout}")
@@ -41,16 +41,26 @@ def pkg_config():
                           text=True).stdout.split()
 
 
-def build_with_cmake(folder, checkout, prefix):
+def build_with_cmake(folder, prefix):
     build = folder / "build"
     shutil.rmtree(build, ignore_errors=True)
-    third_party = folder / "third_party"
-    third_party.mkdir(exist_ok=True)
-    if not (third_party / "mathexpr").exists():
-        (third_party / "mathexpr").symlink_to(checkout)
-    run(["cmake", "-S", ".", "-B", build, "-DCMAKE_BUILD_TYPE=Release", f"-DFETCHCONTENT_SOURCE_DIR_MATHEXPR={checkout}",
+    run(["cmake", "-S", ".", "-B", build, "-DCMAKE_BUILD_TYPE=Release",
          *([f"-DCMAKE_PREFIX_PATH={prefix}"] if prefix else [])], folder)
     run(["cmake", "--build", build, "--parallel", "2"], folder)
+    return run([build / "host"], folder)
+
+
+def build_with_sources(folder, checkout):
+    """Builds in a folder of the sources, relative to which the compiler cache knows them."""
+    sources = folder / "third_party" / "mathexpr"
+    sources.parent.mkdir(exist_ok=True)
+    if not sources.exists():
+        sources.symlink_to(checkout)
+    build = checkout / "build" / "host"
+    shutil.rmtree(build, ignore_errors=True)
+    run(["cmake", "-G", "Ninja", "-S", ".", "-B", build, "-DCMAKE_BUILD_TYPE=Release",
+         f"-DFETCHCONTENT_SOURCE_DIR_MATHEXPR={sources}"], folder)
+    run(["cmake", "--build", build], folder, CCACHE_BASEDIR=str(folder))
     return run([build / "host"], folder)
 
 
@@ -61,7 +71,7 @@ def printed(kind, text, folder, checkout, prefix):
         return run(["./host"], folder)
     if kind == "cmake":
         (folder / "CMakeLists.txt").write_text(text, encoding="utf-8")
-        return build_with_cmake(folder, checkout, prefix)
+        return build_with_sources(folder, checkout) if FROM_SOURCES.search(text) else build_with_cmake(folder, prefix)
     if kind == "sh":
         return run(["bash", "-euc", text], folder)
     raise RuntimeError(f"a block of the kind '{kind}', which nothing here runs")

@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# test_static.sh BUILD-DIRECTORY OPTIONS... - builds a host in C that links the static library, and runs it. The options are
-# for CMake.
+# test_static.sh BUILD-DIRECTORY OPTIONS... - builds a host in C that links the static library, each part of it compiled as one
+# source, and runs it. The options are for CMake.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 source=$(cd "$here/../.." && pwd)
@@ -12,7 +12,8 @@ build=$1
 shift
 
 cmake -G Ninja -S "$host" -B "$build" --toolchain "$source/cmake/windows/toolchain.cmake" -DCMAKE_BUILD_TYPE=Release \
-    -DBUILD_SHARED_LIBS=OFF -DMATHEXPR_SOURCE="$source" "$@" >/dev/null
+    -DBUILD_SHARED_LIBS=OFF -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 -DMATHEXPR_WARNINGS_AS_ERRORS=ON \
+    -DMATHEXPR_SOURCE="$source" "$@" >/dev/null
 cmake --build "$build" --target host
 wine64 "$build/host.exe" | tr -d '\r' | diff "$host/expected.txt" -
 echo 'the library as a static part of a host in C: as expected'
