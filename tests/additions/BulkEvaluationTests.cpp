@@ -149,6 +149,18 @@ TEST_F(BulkTest, WritesRecordsWithTypeAndFlag)
     EXPECT_EQ(records[1].z, 3);
 }
 
+TEST_F(BulkTest, TheStrideOfASingleRecordIsIgnored)
+{
+    compile(L"[x,2,3]");
+    const Numbers x = {1};
+    VALTYPE record = number(99);
+    ASSERT_TRUE(run({numbersOf(L"x", x)}, 1, {&record, doubles(3), mathexpr::BulkKind::Record, doubles(1)}));
+    EXPECT_EQ(record.type, 1);
+    EXPECT_EQ(record.x, 1);
+    EXPECT_EQ(record.y, 2);
+    EXPECT_EQ(record.z, 3);
+}
+
 TEST_F(BulkTest, AResultMayOverwriteTheNumberOfItsRow)
 {
     compile(L"1/x+x");
@@ -325,6 +337,7 @@ TEST_F(BulkTest, RefusesResultsThatCannotBeWritten)
     EXPECT_EQ(refusal(columns, {data, 24, mathexpr::BulkKind::Point, 0}), mathexpr::BulkError::ResultsOverlap);
     EXPECT_EQ(refusal(columns, {data, 0, mathexpr::BulkKind::Point, 8}), mathexpr::BulkError::ResultsOverlap);
     EXPECT_EQ(refusal(columns, {data, 8, mathexpr::BulkKind::Point, 16}, 3), mathexpr::BulkError::ResultsOverlap);
+    EXPECT_EQ(refusal(columns, {data, -8, mathexpr::BulkKind::Point, 16}, 3), mathexpr::BulkError::ResultsOverlap);
     EXPECT_EQ(target, Numbers(24, 99));
     // Every other row of two; and a single row, whose stride is ignored.
     EXPECT_TRUE(run(columns, 3, {data, 16, mathexpr::BulkKind::Point, 40}));

@@ -26,7 +26,7 @@ public:
     const wchar_t* getName(std::uint32_t index) const override { return index == 0 ? L"rate" : nullptr; }
 };
 
-/// A session with the variables size = 3, width = 2, x = 5, 3e1 = 9 and 3;d = 11, whose host offers the name rate.
+/// A session with the variables size = 3, width = 2, x = 5, 3e1 = 9, 3;d = 11 and d~~1 = 13, whose host offers the name rate.
 struct HintSession : Session
 {
     HintSession() : Session(true)
@@ -36,6 +36,7 @@ struct HintSession : Session
         mathexpr::setVariable(expression, L"x", number(5));
         mathexpr::setVariable(expression, L"3e1", number(9));
         mathexpr::setVariable(expression, L"3;d", number(11));
+        mathexpr::setVariable(expression, L"d~~1", number(13));
         host.names[L"rate"] = number(8);
         mathexpr::setNameSource(expression, &offered);
     }
@@ -87,6 +88,7 @@ const Corrected corrections[] = {
     {L"10\u207B\u00B2",               L"10^-2",                 0.01},
     {L"-3\u00B2",                     L"-(3^2)",                -9},
     {L"2*-3\u00B2",                   L"2*-(3^2)",              -18},
+    {L"2* -3\u00B2",                  L"2* -(3^2)",             -18},
     {L"20 - 3\u00B2",                 L"20 - 3^2",              11},
     {L"(1)-3\u00B2",                  L"(1)-3^2",               -8},
     {L"-(3)\u00B2+0*abs([1,0])-2\u00B2", L"-((3)^2)+0*abs([1,0])-2^2", -13},
@@ -105,14 +107,18 @@ const Corrected corrections[] = {
     {L"6\u215E+\u00BC+\u00BE",        L"6.875+0.25+0.75",       7.875},
     {L"1\u215B+1\u215C+1\u215D",      L"1.125+1.375+1.625",     4.125},
     {L"\uFF12\uFF0B\uFF08\uFF13\uFF09", L"2+(3)",               5},
+    {L"(3\uFF01=2)+1",                L"(3!=2)+1",              2},
+    {L"2*d\uFF5E\uFF5E1",                 L"2*d~~1",                 26},
     {L"1\t+\u00A02\u20091\u202F+\u30003", L"1 + 2 1 + 3",       25},
     {L"3\u22652",                     L"3>=2",                  1},
     {L"(3\u22642)+(1\u22602)",        L"(3<=2)+(1!=2)",         1},
 
     {L"1,5",                          L"1.5",                   1.5},
     {L"1,5*2+0,25",                   L"1.5*2+0.25",            3.25},
+    {L"(1+2)*2,5",                    L"(1+2)*2.5",             7.5},
     {L"0,125+1",                      L"0.125+1",               1.125},
     {L"1'000+1",                      L"1000+1",                1001},
+    {L"123'456*2",                    L"123456*2",              246912},
     {L"1\u2019000'000",               L"1000000",               1000000},
     {L"1.000,50",                     L"1000.50",               1000.5},
     {L"1,000,000.5",                  L"1000000.5",             1000000.5},
@@ -132,6 +138,7 @@ const Corrected corrections[] = {
     {L"1,5*2.+1",                     L"1.5*2.+1",              4},
 
     {L"2pi",                          L"2*pi",                  6.28318530718},
+    {L"9pi",                          L"9*pi",                  28.27433388231},
     {L"2 pi",                         L"2* pi",                 6.28318530718},
     {L"2.5x+1",                       L"2.5*x+1",               13.5},
     {L"2rate",                        L"2*rate",                16},
@@ -151,6 +158,7 @@ const Corrected corrections[] = {
     {L"abs30+1",                      L"abs(30)+1",             31},
     {L"sqr 2.5",                      L"sqr(2.5)",              6.25},
     {L"sin 30",                       L"sin(30)",               0.50000000000002986},
+    {L"sin 30+sin 60",                L"sin(30)+sin(60)",       1.366025403784503},
     {L"2 sin -30",                    L"2* sin(-30)",           -1.0000000000000597},
     {L"ln x*0",                       L"ln(x)*0",               0},
     {L"sqr 2x",                       L"sqr(2*x)",              100},
@@ -159,6 +167,7 @@ const Corrected corrections[] = {
     {L"sqr 2pi",                      L"sqr(2*pi)",             39.47841760436263},
     {L"Sqr 2x",                       L"sqr(2*x)",              100},
     {L"sqr 2x(3)",                    L"sqr(2*x)*(3)",          300},
+    {L"sqr 2 abs(3)",                 L"sqr(2)* abs(3)",        12},
     {L"sqr x x",                      L"sqr(x)* x",             125},
     {L"Sin 30",                       L"sin(30)",               0.50000000000002986},
     {L"ABS30",                        L"abs(30)",               30},
@@ -177,6 +186,7 @@ const Corrected corrections[] = {
     {L"Sin(30)",                      L"sin(30)",               0.50000000000002986},
     {L"PI()",                         L"PI",                    3.14159265359},
     {L"Pi()*2",                       L"pi*2",                  6.28318530718},
+    {L"E()*2",                        L"E*2",                   5.43656365691809},
     {L"2*Pi",                         L"2*pi",                  6.28318530718},
     {L"SUM(1,2,3)",                   L"sum(1,2,3)",            6},
 
@@ -255,6 +265,7 @@ const Hinted hinted[] = {
     {L"dist+1", {L"dist takes 2 arguments, not 0."}},
     {L"nothing%", {}},
     {L"nowhere+1", {L"e+ means a power of ten. After a name that ends in e, write (nowhere)+"}},
+    {L"sie+1", {L"e+ means a power of ten. After a name that ends in e, write (sie)+"}},
     {L"nowher e  + 1", {L"e+ means a power of ten. After a name that ends in e, write (nowhere)+"}},
     {L"nowher*2", {}},
     {L"1,500*2", {L"Did you mean 1.500*2 or 1500*2? The decimal mark is a point, and thousands have no mark."}},
@@ -263,6 +274,8 @@ const Hinted hinted[] = {
       L"Did you mean sin(1.500) or sin(1500)? The decimal mark is a point, and thousands have no mark."}},
     {L"1,500*round(3,5e9)", {L"Expected an operator or the end."}},
     {L"1,2,3", {L"Expected an operator or the end."}},
+    {L"2,x", {L"Expected an operator or the end."}},
+    {L"2+sin=3", {L"Expected an operator or the end."}},
     {L"1,00,5", {L"Expected an operator or the end."}},
     {L"1234,500,600", {L"Expected an operator or the end."}},
     {L"1,5+1.000'000,5", {L"Expected an operator or the end."}},
@@ -362,6 +375,20 @@ TEST(Hints, CountAReadingOnlyIfItCompiles)
     EXPECT_EQ(diagnostic.fix->replacement, L"1.500");
 }
 
+TEST(Hints, QuoteOnlyWhatChangesOfALongText)
+{
+    HintSession session;
+    std::wstring sum;
+    for (int term = 0; term < 28; ++term)
+    {
+        sum += L"+1";
+    }
+    session.run((L"2pi" + sum).c_str());
+    EXPECT_EQ(session.diagnostic().hints, Hints{L"Multiplication is written with *. Did you mean 2*pi" + sum + L"?"});
+    session.run((L"22pi" + sum).c_str());
+    EXPECT_EQ(session.diagnostic().hints, Hints{L"Multiplication is written with *. Did you mean 22*pi?"});
+}
+
 /// Offers a name that cannot be used in an expression.
 class Unusable final : public mathexpr::IMathExprNameSource
 {
@@ -377,6 +404,14 @@ TEST(Hints, UseNoNameThatCannotBeDefined)
     session.run(L"2a.b");
     EXPECT_FALSE(session.diagnostic().fix);
     EXPECT_EQ(session.shown.ids, std::vector<std::uint32_t>{});
+}
+
+TEST(Hints, KeepAVariableThatIsNamedLikeACall)
+{
+    HintSession session;
+    mathexpr::setVariable(session.expression, L"sqr5", number(1));
+    session.run(L"2sqr5");
+    EXPECT_EQ(session.diagnostic().hints, Hints{L"Multiplication is written with *. Did you mean 2*sqr5?"});
 }
 
 TEST(Hints, AskForTheHostsNamesOnlyWhereTheyMatter)

@@ -53,11 +53,13 @@ void expectLimit(const Row& row, std::uint32_t mathexpr::ExpressionLimits::*meas
     ASSERT_TRUE(outcome.parsing);
     EXPECT_EQ(outcome.parsing->exID, code);
     EXPECT_EQ(outcome.parsing->pos, beginOf(row.excess));
+    EXPECT_EQ(outcome.parsing->nbArgs, 0U);
     EXPECT_EQ(outcome.messages, std::vector<std::uint32_t>{});
     const mathexpr::ExpressionDiagnostic diagnostic = session.diagnostic();
     EXPECT_EQ(diagnostic.message, 3U);
     EXPECT_EQ(diagnostic.kind, mathexpr::ExpressionDiagnostic::Kind::Parsing);
     EXPECT_EQ(diagnostic.code, code);
+    EXPECT_EQ(diagnostic.nbArgs, 0U);
     EXPECT_EQ(diagnostic.start, beginOf(row.excess));
     EXPECT_EQ(diagnostic.length, lengthOf(row.excess));
     EXPECT_EQ(diagnostic.expected, std::uint32_t{mathexpr::Expected::Less});
@@ -89,6 +91,8 @@ TEST(Limits, RecordsCountValuesOperatorsAndCalls)
     const Row rows[] = {
         // clang-format off
         {L"2",              1, ""},
+        {L"-x",             2,
+           " ^"},
         {L"1+x",            3,
            "  ^"},
         {L"a = 1 + 25",     3,
@@ -195,6 +199,23 @@ TEST(Limits, ATextTooLongIsNotReadToItsEnd)
     EXPECT_EQ(session.diagnostic().itemName, L"");
 }
 
+TEST(Limits, OfATextTooLongTheTextBeforeSaysNothing)
+{
+    Session session(true);
+    EXPECT_TRUE(session.run(L"1+2+3+4+5+6+7").evaluated);
+    mathexpr::setLimits(session.expression, {10, 0, 0});
+    EXPECT_TRUE(session.run(L"7+6+5+4+3+2+1").parsing);
+    EXPECT_EQ(session.diagnostic().start, 10U);
+    EXPECT_EQ(session.diagnostic().itemName, L"");
+}
+
+TEST(Limits, BehindAnEmptyTextNothingIsRead)
+{
+    Session session(true);
+    mathexpr::setLimits(session.expression, {3, 0, 0});
+    EXPECT_EQ(session.run(L"\0002+2+2").parsing->exID, std::uint32_t{mathexpr::ParsingError::NoExpression});
+}
+
 TEST(Limits, OfTwoExceededAtOnePositionReportTheFirst)
 {
     Session session(true);
@@ -239,6 +260,14 @@ TEST(Limits, TextsThatWouldNotCompileAreCountedToo)
         const Outcome outcome = session.run(row.text);
         EXPECT_EQ(outcome.parsing && outcome.parsing->exID >= mathexpr::ParsingError::TextTooLong, row.isExceeded);
     }
+}
+
+TEST(Limits, ABracketThatClosesNothingTakesNothingFromTheNesting)
+{
+    Session session(true);
+    mathexpr::setLimits(session.expression, {0, 0, 1});
+    EXPECT_EQ(session.run(L")+((1))").parsing->exID, std::uint32_t{mathexpr::ParsingError::NestedTooDeep});
+    EXPECT_EQ(session.run(L")+(1)").parsing->exID, std::uint32_t{mathexpr::ParsingError::ClosingWithoutOpening});
 }
 
 TEST(Limits, ABracketIsTheRecordOfItsPoint)

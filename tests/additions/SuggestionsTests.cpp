@@ -78,6 +78,22 @@ TEST(Suggestions, ForAName)
     EXPECT_EQ(suggested(session, L"kw+2"), Names{});  // nothing of "k" would be left
 }
 
+TEST(Suggestions, ForgiveMoreErrorsInLongerNames)
+{
+    Session session(true);
+    for (const wchar_t* name : {L"zw", L"zwxy", L"zwxyv", L"zwxyvuts", L"zwxyvutsr"})
+    {
+        mathexpr::setVariable(session.expression, name, number(1));
+    }
+    EXPECT_EQ(suggested(session, L"z*2"), Names{});
+    EXPECT_EQ(suggested(session, L"zq*2"), Names{L"zw"});
+    EXPECT_EQ(suggested(session, L"zwqq*2"), Names{});
+    EXPECT_EQ(suggested(session, L"zwqqv*2"), Names{L"zwxyv"});
+    EXPECT_EQ(suggested(session, L"zwqqquts*2"), Names{});
+    EXPECT_EQ(suggested(session, L"zwqqqutsr*2"), Names{L"zwxyvutsr"});
+    EXPECT_EQ(suggested(session, L"zwqqqqtsr*2"), Names{});
+}
+
 TEST(Suggestions, BeforeABracketAreFunctionsOnly)
 {
     Session session(true);

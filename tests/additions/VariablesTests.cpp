@@ -144,6 +144,7 @@ TEST_F(VariablesTest, RemovingEmptiesAProgramThatReadsTheVariable)
     EXPECT_EQ(diagnostic.kind, mathexpr::ExpressionDiagnostic::Kind::None);
     EXPECT_EQ(diagnostic.itemName, L"A");
     EXPECT_EQ(diagnostic.nbArgs, 0U);
+    EXPECT_EQ(diagnostic.start, 0U);
     EXPECT_EQ(diagnostic.length, 0U);
 
     EXPECT_THROW(session.expression.setExpression(L"a+1"), mathexpr::ParsingException);
@@ -184,7 +185,7 @@ TEST_F(VariablesTest, ANameThatCannotBeAVariableIsRefusedAndNothingIsLost)
     const RefusedName refused[] = {
         {nullptr, 12, L""}, {L"", 12, L""},     {L"12", 13, L""},     {L"1.5", 13, L""},  {L"pi", 14, L"pi"},
         {L"a.b", 15, L"."}, {L"a,b", 15, L","}, {L"a[", 15, L"["},    {L"a b", 15, L" "}, {L"f(x)", 15, L"("},
-        {L"a=b", 15, L"="}, {L"a+b", 15, L"+"}, {L"a<=b", 15, L"<="},
+        {L"a=b", 15, L"="}, {L"a+b", 15, L"+"}, {L"a<=b", 15, L"<="}, {L"+a", 15, L"+"},  {L" a", 15, L" "},
     };
     for (const RefusedName& row : refused)
     {
@@ -196,6 +197,7 @@ TEST_F(VariablesTest, ANameThatCannotBeAVariableIsRefusedAndNothingIsLost)
         }
         catch (const mathexpr::DefinitionException& exception)
         {
+            EXPECT_EQ(exception.entries.front().reserved, 0U);
             const SMTDefExcepData& data = exception.entries.front().data;
             EXPECT_EQ(data.exID, row.code);
             EXPECT_EQ(data.itemName, row.name == nullptr ? L"" : row.name);

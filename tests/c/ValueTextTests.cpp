@@ -15,6 +15,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -112,8 +113,22 @@ TEST_F(ValueText, keepsItsDigitsWhereRoundingWouldLeaveTheRange)
 {
     EXPECT_EQ(textOf(std::numeric_limits<double>::max(), 2), textOf(std::numeric_limits<double>::max()));
     EXPECT_EQ(textOf(std::numeric_limits<double>::max(), 15), textOf(std::numeric_limits<double>::max()));
+    EXPECT_EQ(textOf(std::numeric_limits<double>::max(), 16), textOf(std::numeric_limits<double>::max()));
     EXPECT_EQ(textOf(1.7e308, 2), "1.7e+308");
+    EXPECT_EQ(textOf(1.7123e308, 2), "1.7e+308");
+    EXPECT_EQ(textOf(1.2345e308, 3), "1.23e+308");
     EXPECT_EQ(textOf(std::numeric_limits<double>::denorm_min(), 3), "0.5*10^-323");
+}
+
+TEST_F(ValueText, hasTheNearestPowerThatYieldsIt)
+{
+    for (const auto& [number, power] :
+         {std::pair(8.9475217037375151e-216, "*10^-216"), std::pair(8.0465956340031387e-73, "*10^-74"),
+          std::pair(1.0551456176986525e-144, "*10^-143"), std::pair(5.4544754849754079e-163, "*10^-165"),
+          std::pair(5.1435248468260936e-141, "*10^-139")})
+    {
+        EXPECT_TRUE(textOf(number).ends_with(power)) << textOf(number);
+    }
 }
 
 TEST_F(ValueText, isReadBackExactly)

@@ -57,12 +57,14 @@ void test_editor_edits(void)
     CHECK_OK(mathexpr_format_text_utf8(expression, UMLAUT "=1*-2", ZT, &text));
     CHECK_TEXT(text.text, UMLAUT " = 1 * -2");
     CHECK_EQUAL(text.text_length, 11);
+    CHECK_EQUAL(text.reserved, 0);
     CHECK_OK(mathexpr_format_text_utf16(expression, wide("1+2"), ZT, &text16));
     CHECK_TEXT16(text16.text, "1 + 2");
     CHECK_EQUAL(text16.text_length, 5);
     CHECK_TEXT(text.text, UMLAUT " = 1 * -2"); /* of the other encoding */
 
     CHECK_OK(mathexpr_find_references_utf8(expression, UMLAUT "+x*X", ZT, "xy", 1, &spans));
+    CHECK_EQUAL(spans.reserved, 0);
     CHECK_EQUAL(spans.span_count, 2);
     CHECK_EQUAL(spans.spans[0].start, 3);
     CHECK_EQUAL(spans.spans[0].length, 1);
@@ -91,6 +93,7 @@ void test_editor_edits(void)
     CHECK_EQUAL(renaming16.refusal, MATHEXPR_RENAME_NOT_A_NAME);
 
     CHECK_OK(mathexpr_get_literals_utf8(expression, UMLAUT "+[1,2]", ZT, &literals));
+    CHECK_EQUAL(literals.reserved, 0);
     CHECK_EQUAL(literals.literal_count, 3);
     CHECK_EQUAL(literals.literals[0].start, 3);
     CHECK_EQUAL(literals.literals[0].length, 5);
@@ -169,6 +172,7 @@ void test_editor_help(void)
     CHECK_EQUAL(signature.overloads[1].parameter_count, 3);
     CHECK_TEXT(signature.overloads[1].parameters[2], "z");
     CHECK_EQUAL(signature.overloads[1].parameter_kind, MATHEXPR_VALUE_NUMBER);
+    CHECK_EQUAL(signature.overloads[1].reserved, 0);
     /* A cursor inside a character means its start. */
     CHECK_OK(mathexpr_get_signature_utf8(expression, "min(" UMLAUT ",2", ZT, 5, &signature));
     CHECK_EQUAL(signature.argument, 0);
@@ -210,7 +214,7 @@ void test_editor_help(void)
 void test_editor_completion(void)
 {
     static const char* const recent[] = {"sqrt"};
-    static const char* const bad[] = {"\xFF", "x"};
+    static const char* const bad[] = {"x", "\xFF", "y"};
     static const mathexpr_char16 text16[] = {0xD83D, 0xDE00, '=', 'w', 0};
     mathexpr_expression* const expression = plain();
     mathexpr_completion_options_utf8 options = {sizeof(options), 1, recent, 1, NULL, NULL};
@@ -238,17 +242,31 @@ void test_editor_completion(void)
     CHECK_EQUAL(completions.items[0].selection.start, 3);
     CHECK_EQUAL(completions.items[0].has_value, 1);
     CHECK_NUMBER(completions.items[0].value.x, 5.0);
+    CHECK_EQUAL(completions.reserved, 0);
     CHECK_OK(mathexpr_get_completions_utf16(expression, text16, ZT, 4, NULL, &completions16));
     CHECK_EQUAL(completions16.item_count, 1);
     CHECK_EQUAL(completions16.items[0].edit.start, 3);
     CHECK_EQUAL(completions16.items[0].selection.start, 5);
-    /* A cursor between the two units of a character. */
+    CHECK_EQUAL(completions16.reserved, 0);
+    /* A cursor between the two units of a character counts as before it. */
     CHECK_OK(mathexpr_get_completions_utf16(expression, text16, ZT, 1, NULL, &completions16));
+    CHECK(completions16.item_count > 0);
+    CHECK_OK(mathexpr_set_variable_utf8(expression, "wz", ZT, &five, NULL));
+    CHECK_OK(mathexpr_get_completions_utf8(expression, "w" UMLAUT, ZT, 3, NULL, &completions));
+    CHECK_EQUAL(completions.item_count, 1);
+    CHECK_OK(mathexpr_get_completions_utf8(expression, "w" UMLAUT, ZT, 2, NULL, &completions));
+    CHECK_EQUAL(completions.item_count, 2);
+
+    /* The same in the first character: what fits there, and not what fits behind it. */
+    CHECK_OK(mathexpr_get_completions_utf8(expression, UMLAUT, ZT, 2, NULL, &completions));
+    CHECK_EQUAL(completions.item_count, 0);
+    CHECK_OK(mathexpr_get_completions_utf8(expression, UMLAUT, ZT, 1, NULL, &completions));
+    CHECK(completions.item_count > 0);
 
     options.recent = NULL;
     CHECK_STATUS(mathexpr_get_completions_utf8(expression, "w", ZT, 1, &options, &completions), MATHEXPR_NULL_ARGUMENT);
     options.recent = bad;
-    options.recent_count = 2;
+    options.recent_count = 3;
     CHECK_STATUS(mathexpr_get_completions_utf8(expression, "w", ZT, 1, &options, &completions), MATHEXPR_BAD_UTF8);
     options.size = 0;
     CHECK_STATUS(mathexpr_get_completions_utf8(expression, "w", ZT, 1, &options, &completions), MATHEXPR_BAD_SIZE);

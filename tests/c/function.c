@@ -66,6 +66,23 @@ void test_function(void)
     CHECK_OK(mathexpr_destroy_function(NULL));
 }
 
+/* Arguments are numbers, whatever the variables of the expression are. */
+void test_function_of_a_point_variable(void)
+{
+    const mathexpr_value corner = point(1, 2, 3);
+    mathexpr_expression* const expression = with_variables();
+    mathexpr_function* product = NULL;
+
+    CHECK_OK(mathexpr_set_variable_utf8(expression, "a", ZT, &corner, NULL));
+    CHECK_OK(mathexpr_create_function_utf8(expression, "a*b", ZT, a_b, 2, &product));
+    if (product != NULL)
+    {
+        check_call(product, 3, 4, 12);
+    }
+    CHECK_OK(mathexpr_destroy_function(product));
+    CHECK_OK(mathexpr_destroy(expression));
+}
+
 void test_function_calls_are_fresh(void)
 {
     mathexpr_expression* const expression = with_variables();

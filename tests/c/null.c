@@ -117,3 +117,21 @@ void test_null_arguments(void)
     CHECK_OK(mathexpr_destroy(calculator));
     CHECK_OK(mathexpr_destroy(expression));
 }
+
+/* Evaluations take a shorter path once a program has run. */
+void test_null_value_of_a_program_that_has_run(void)
+{
+    mathexpr_expression* const expression = plain();
+    mathexpr_value value = number(3);
+    int run;
+
+    CHECK_OK(mathexpr_set_variable_utf8(expression, "a", ZT, &value, NULL));
+    CHECK_OK(mathexpr_set_expression_utf8(expression, "a*2+1", ZT));
+    for (run = 0; run < 3; ++run)
+    {
+        CHECK_OK(mathexpr_evaluate(expression, &value));
+        REFUSES(mathexpr_evaluate(expression, NULL));
+    }
+    CHECK_NUMBER(value.x, 7.0);
+    CHECK_OK(mathexpr_destroy(expression));
+}

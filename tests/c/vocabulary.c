@@ -14,6 +14,7 @@ void test_vocabulary(void)
     uint32_t index = 0;
     int found_pi = 0;
     int found_sin = 0;
+    int found_rand = 0;
     int found_minus = 0;
 
     item.size = sizeof(item);
@@ -51,6 +52,12 @@ void test_vocabulary(void)
             CHECK_TEXT(item.help, "sin(x)");
             CHECK_TEXT16(wider.help, "sin(x)");
             CHECK_TEXT16(wider.description, item.description);
+            CHECK_EQUAL(item.constant, 1);
+        }
+        if (strcmp(item.symbol, "rand") == 0)
+        {
+            found_rand = 1;
+            CHECK_EQUAL(item.constant, 0);
         }
         if (strcmp(item.symbol, "-") == 0)
         {
@@ -62,7 +69,7 @@ void test_vocabulary(void)
     CHECK_STATUS(mathexpr_get_vocabulary_item_utf8(index, &item), MATHEXPR_NOT_FOUND);
     CHECK_STATUS(mathexpr_get_vocabulary_item_utf16(index, &wider), MATHEXPR_NOT_FOUND);
     CHECK_STATUS(mathexpr_get_vocabulary_item_utf8(0xFFFFFFFF, &item), MATHEXPR_NOT_FOUND);
-    CHECK(found_pi && found_sin);
+    CHECK(found_pi && found_sin && found_rand);
     CHECK_EQUAL(found_minus, 2);
     CHECK(counts[MATHEXPR_ITEM_CONSTANT] > 0);
     CHECK_EQUAL(counts[MATHEXPR_ITEM_OPERATOR], 16);

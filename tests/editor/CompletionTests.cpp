@@ -106,6 +106,12 @@ TEST_F(Completing, ReplacesTheWordAtTheCursor)
     EXPECT_EQ(items(L"dis|").front().description, L"Distance between two endpoints");
 }
 
+TEST_F(Completing, OffersNothingBehindAWordAndABlank)
+{
+    EXPECT_EQ(names(L"a |"), std::set<std::wstring>{});  // "a sin(2)" would be read as "asin(2)"
+    EXPECT_EQ(names(L"2+ wi|"), std::set<std::wstring>{L"width"});
+}
+
 TEST_F(Completing, DoesNotChangeTheTextAfterTheWord)
 {
     EXPECT_EQ(first(L"sqr|(4)"), L"sqr<>(4)");
@@ -153,7 +159,8 @@ TEST_F(Completing, MatchesBeginningsThenWordsThenUnits)
     mathexpr::setVariable(edited.expression, L"outer_Wall", number(1));
     mathexpr::setVariable(edited.expression, L"innerWall", number(1));
     mathexpr::setVariable(edited.expression, L"floor2floor", number(1));  // not a conversion
-    EXPECT_EQ(names(L"wal|"), (std::set<std::wstring>{L"outer_Wall", L"innerWall"}));
+    mathexpr::setVariable(edited.expression, L"xWall", number(1));
+    EXPECT_EQ(names(L"wal|"), (std::set<std::wstring>{L"outer_Wall", L"innerWall", L"xWall"}));
 }
 
 /// The conversions from or to units with these symbols.
@@ -210,6 +217,19 @@ TEST_F(Completing, OrdersByKindUseAndLength)
     EXPECT_EQ(items(L"sqr|")[0].name, L"sqr");
     EXPECT_EQ(items(L"|").size(), 200U);
     EXPECT_EQ(items(L"|").back().valueKind == ValueKind::Unknown, false);  // unknown kinds come last
+}
+
+TEST_F(Completing, OffersAFunctionOnceWithItsDescription)
+{
+    CompletionOptions all;
+    all.maxCount = 1000;
+    std::set<std::wstring> found;
+    for (const CompletionItem& item : items(L"|", all))
+    {
+        EXPECT_TRUE(found.insert(item.name).second) << item.name;
+        EXPECT_FALSE(item.kind == TokenKind::Function && item.description.find_first_not_of(L' ') != 0) << item.name;
+    }
+    EXPECT_EQ(items(L"m2s|").front().description, L"Convert Meters to Survey_feet");
 }
 
 TEST_F(Completing, UsesTheHostsNotes)

@@ -67,8 +67,8 @@ TEST(Format, ChangesNothingButBlanksAndIsIdempotent)
 /// The compiled program as text; empty if the text does not compile.
 std::string programOf(EditedExpression& edited, const std::wstring& text)
 {
-    return edited.compiles(text) ? dumpProgram(mathexpr::EngineAccess::parserOf(edited.expression).getProgram())
-                                 : std::string();
+    MTParser& parser = mathexpr::EngineAccess::parserOf(edited.expression);
+    return edited.compiles(text) ? dumpProgram(parser.getProgram(), parser.getRegistrar()) : std::string();
 }
 
 TEST(Format, KeepsTheGoldenProgram)

@@ -49,13 +49,31 @@ TEST_F(NameIndex, FindsNamesByBeginningAndByWord)
     names.add(L"quill_zone");
     names.add(L"innerQuill");
     names.add(L"aquill");
+    names.add(L"xWall");
     EXPECT_EQ(completed(L"quill"), (Names{L"quill_zone", L"Quill_Axis", L"innerQuill"}));
+    EXPECT_EQ(completed(L"wal"), Names{L"xWall"});
     EXPECT_EQ(completed(L"quill_a"), (Names{L"Quill_Axis"}));
     EXPECT_EQ(completed(L"zon"), (Names{L"quill_zone"}));
     EXPECT_TRUE(completed(L"quilt").empty());
     mathexpr::CompletionOptions all;
     all.maxCount = 1000;
-    EXPECT_EQ(completed(L"", all).size(), 4U);
+    EXPECT_EQ(completed(L"", all).size(), 5U);
+}
+
+TEST_F(NameIndex, ForgetsTheWordsOfANameThatIsRemoved)
+{
+    for (int i = 0; i < 1000; ++i)  // more than a completion considers
+    {
+        for (const std::wstring& name : {L"a" + std::to_wstring(i) + L"_quill", L"aWall" + std::to_wstring(i)})
+        {
+            names.add(name.c_str());
+            EXPECT_TRUE(names.remove(name.c_str()));
+        }
+    }
+    names.add(L"z_quill");
+    names.add(L"z_wally");
+    EXPECT_EQ(completed(L"quill"), Names{L"z_quill"});
+    EXPECT_EQ(completed(L"wall"), Names{L"z_wally"});
 }
 
 TEST_F(NameIndex, IsUpdatedByName)
@@ -118,6 +136,19 @@ TEST_F(NameIndex, SuppliesNamesToEveryService)
     EXPECT_EQ(misspelt.failure.suggestions, Names{L"quill_depth"});
     ASSERT_TRUE(misspelt.failure.fix);
     EXPECT_EQ(misspelt.failure.fix->replacement, L"quill_depth");
+}
+
+TEST_F(NameIndex, SuggestsNamesOnBothSides)
+{
+    for (std::size_t index = 1000; index < 2000; ++index)
+    {
+        names.add((L"a" + std::to_wstring(index)).c_str());
+    }
+    names.add(L"quill_angle");
+    names.add(L"quill_widhz_and_more");
+    names.add(L"quill_width");
+    EXPECT_EQ(mathexpr::diagnoseText(expression, L"2*quill_anlge").failure.suggestions, Names{L"quill_angle"});
+    EXPECT_EQ(mathexpr::diagnoseText(expression, L"2*quill_widht").failure.suggestions, Names{L"quill_width"});
 }
 
 /// Lists one name in addition to an index.

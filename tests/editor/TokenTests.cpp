@@ -120,6 +120,10 @@ TEST(Tokens, OfATextBeyondTheLimitAreOne)
     mathexpr::setLimits(edited.expression, {4, 0, 0});
     EXPECT_EQ(kinds(edited.expression, L"1+22"), L"non");
     EXPECT_EQ(kinds(edited.expression, L"1+222"), L"?");
+    const TextToken whole = mathexpr::getTokens(edited.expression, L"1+222").at(0);
+    EXPECT_EQ(whole.start, 0U);
+    EXPECT_EQ(whole.length, 5U);
+    EXPECT_EQ(whole.depth, 0U);
 }
 
 /// Compares the tokens of a text with the outcome of compiling it.

@@ -316,7 +316,7 @@ std::wstring expressionOf(const Element& element)
 std::string programOf(MathExpression& expression)
 {
     MTParser& parser = mathexpr::EngineAccess::parserOf(expression);
-    return std::regex_replace(dumpProgram(parser.getProgram()), std::regex(" at [0-9]+"), "");
+    return std::regex_replace(dumpProgram(parser.getProgram(), parser.getRegistrar()), std::regex(" at [0-9]+"), "");
 }
 
 TEST(Typeset, ReadsBackToTheSameProgram)

@@ -109,6 +109,7 @@ TEST_F(Typing, OffersTheFixOfTheHint)
     EXPECT_EQ(text, L"1+2*pi");
     EXPECT_FALSE(fixes[0].title.empty());
     EXPECT_EQ(mathexpr::getFixes(edited.expression, L"widht").at(0).edit.replacement, L"width");
+    EXPECT_EQ(mathexpr::getFixes(edited.expression, L"dephts").at(0).edit.replacement, L"depth");
     EXPECT_TRUE(mathexpr::getFixes(edited.expression, L"1+2").empty());
     EXPECT_TRUE(mathexpr::getFixes(edited.expression, L"1+").empty());
 }

@@ -4,10 +4,6 @@
 // ProgramDump.cpp - names each slot by the record that writes it, or by the constant in it.
 #include "tests/program/ProgramDump.h"
 
-#include "mathexpr/IMathFunction.h"
-#include "mathexpr/IMathOperator.h"
-#include "mathexpr/IMathVariable.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -37,22 +33,37 @@ std::string ascii(const std::wstring& text)
     return std::string(text.begin(), text.end());
 }
 
-std::string itemText(const IMathExprItemEvaluator& item)
+/// Finds an item among the definitions by its address, since WebAssembly is compiled without run-time types.
+std::string itemText(const IMathExprItemEvaluator* item, const MTParserRegistrar& registrar)
 {
-    if (const auto* anOperator = dynamic_cast<const IMathOperator*>(&item))
+    for (std::size_t index = 0; index < registrar.getNbOperators(); ++index)
     {
-        return (anOperator->isUnaryOp() ? "unary " : "operator ") + ascii(anOperator->getSymbol());
+        if (const MTOperatorDefinition& definition = registrar.getOperatorDefinition(index); definition.item == item)
+        {
+            return (definition.unary ? "unary " : "operator ") + ascii(definition.item->getSymbol());
+        }
     }
-    if (const auto* function = dynamic_cast<const IMathFunction*>(&item))
+    for (std::size_t index = 0; index < registrar.getNbFunctions(); ++index)
     {
-        return "function " + ascii(function->getHelpString());
+        if (const IMathFunction& function = registrar.getFunction(index); &function == item)
+        {
+            return "function " + ascii(function.getHelpString());
+        }
     }
-    return "variable " + ascii(dynamic_cast<const IMathVariable&>(item).getSymbol());
+    for (std::size_t index = 0; index < registrar.getNbVariables(); ++index)
+    {
+        if (const MTVariableDefinition& definition = registrar.getVariableDefinition(index);
+            definition.item.get() == item)
+        {
+            return "variable " + ascii(definition.item->getSymbol());
+        }
+    }
+    return "unknown item";
 }
 
 }
 
-std::string dumpProgram(const MTParserProgram& program)
+std::string dumpProgram(const MTParserProgram& program, const MTParserRegistrar& registrar)
 {
     std::ostringstream dump;
     if (program.isConstant())
@@ -84,13 +95,13 @@ std::string dumpProgram(const MTParserProgram& program)
         const auto holdsOperand = [operand](const IMathVariable* variable) {
             return const_cast<IMathVariable*>(variable)->getValuePtr() == operand;
         };
-        const auto variable = std::ranges::find_if(program.usedVariables, holdsOperand);
+        const auto variable = std::find_if(program.usedVariables.begin(), program.usedVariables.end(), holdsOperand);
         return variable == program.usedVariables.end() ? valueText(*operand) : ascii((*variable)->getSymbol());
     };
     for (std::size_t index = 0; index < steps.size(); ++index)
     {
         const MTProgramStep& step = steps[index];
-        dump << index << ' ' << itemText(*step.item) << " at " << step.position;
+        dump << index << ' ' << itemText(step.item, registrar) << " at " << step.position;
         for (std::uint32_t j = 0; j < step.nbArgs; ++j)
         {
             dump << (j == 0 ? " [" : ", ") << operandText(step.operand(j));

@@ -9,10 +9,10 @@
 // result goes to its own value. An argument that is read in place has the name of its variable.
 #pragma once
 
+#include "MTParserLib/MTParserRegistrar.h"
 #include "MTParserLib/program/MTParserProgram.h"
-#include "mathexpr/IMathVariable.h"
 
 #include <string>
-#include <vector>
 
-std::string dumpProgram(const MTParserProgram& program);
+/// @param registrar  has the program's items
+std::string dumpProgram(const MTParserProgram& program, const MTParserRegistrar& registrar);

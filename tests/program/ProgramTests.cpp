@@ -10,12 +10,16 @@
 #include "MTParserLib/tiles/MTTileProgram.h"
 #include "tests/program/ProgramDump.h"
 #include "tests/program/ScalarDump.h"
+#include "tests/program/TileDump.h"
 #include "tests/unit/EngineItems.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <fstream>
 #include <map>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -123,7 +127,7 @@ void compareWithGoldenFile(const std::string& name, bool inPlace)
         SCOPED_TRACE(path + ":" + std::to_string(golden.line) + ": " + golden.text);
         std::wstring assignTarget;
         ASSERT_TRUE(compiler.compile(std::wstring(golden.text.begin(), golden.text.end()).c_str(), {}, assignTarget));
-        EXPECT_EQ(dumpProgram(compilation.program), golden.dump);
+        EXPECT_EQ(dumpProgram(compilation.program, registrar), golden.dump);
     }
 }
 
@@ -184,6 +188,57 @@ MTRunState stateAfterRun(MTParserProgram& program, bool succeeds = true)
     return program.choice.getState();
 }
 
+/// A text followed by another one, repeated.
+std::wstring withRepeated(std::wstring text, const wchar_t* repeated, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i)
+    {
+        text += repeated;
+    }
+    return text;
+}
+
+/// Whether a program has no memory for more than it consists of.
+bool isFitted(const MTParserProgram& program)
+{
+    return program.steps.capacity() == program.steps.size() && program.slots.capacity() == program.slots.size() &&
+           program.inputs.capacity() == program.inputs.size() &&
+           program.usedVariables.capacity() == program.usedVariables.size();
+}
+
+TEST(Programs, HaveMemoryOfTheirSizeIfTheyAreShortAndTheFirst)
+{
+    const std::vector<std::pair<std::wstring, double>> texts = {
+        {L"2*3+1", 7.0}, {L"x", 2.5}, {L"((x*2+y)*3-z)/(x+z*2)", 20.0 / 7.5}, {L"sqrt(x*x)+y-x", 2.5}};
+    for (const auto& [text, value] : texts)
+    {
+        InPlace compiled(text);
+        MTParserProgram& program = compiled.compilation.program;
+        EXPECT_TRUE(isFitted(program));
+        for (int run = 0; run < 3; ++run)
+        {
+            stateAfterRun(program);
+            EXPECT_EQ(program.getRoot().x, value);
+        }
+    }
+}
+
+TEST(Programs, KeepTheirMemoryIfTheyAreLongOrLater)
+{
+    const std::wstring longText = withRepeated(L"x", L"+x", 64);
+    InPlace compiled(longText);
+    MTParserProgram& program = compiled.compilation.program;
+    EXPECT_EQ(program.slots.size(), 64U);
+    EXPECT_TRUE(isFitted(program));
+
+    InPlace longer(longText + L"+x");
+    EXPECT_FALSE(isFitted(longer.compilation.program));
+
+    compiled.compile(L"x+y");
+    EXPECT_FALSE(isFitted(program));
+    EXPECT_EQ(program.slots.capacity(), 64U);
+}
+
 TEST(ScalarCode, IsWhatTheGoldenFileHolds)
 {
     const std::string path = std::string(PROGRAMS_DIRECTORY) + "/scalar_programs.txt";
@@ -197,6 +252,27 @@ TEST(ScalarCode, IsWhatTheGoldenFileHolds)
         EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
         EXPECT_EQ(stateAfterRun(program), MTRunState::Scalar);
         EXPECT_EQ(dumpScalarCode(program, compiled.registrar), golden.dump);
+    }
+}
+
+// A kernel may go through several steps by itself.
+TEST(ScalarCode, RepeatsFusedItems)
+{
+    for (const wchar_t* const pair : {L")*y+z", L")+z-y", L"*z)/y", L")-y+z)*y-z)/z-y"})
+    {
+        for (std::size_t count = 1; count < 7; ++count)
+        {
+            const std::wstring text = withRepeated(L"x", pair, count);
+            const auto nbOpen = static_cast<std::size_t>(std::count(text.begin(), text.end(), L')'));
+            InPlace compiled(std::wstring(nbOpen, L'(') + text);
+            MTParserProgram& program = compiled.compilation.program;
+            const_cast<VALTYPE*>(compiled.factory.values.at(L"y"))->x = 0.7;
+            const_cast<VALTYPE*>(compiled.factory.values.at(L"z"))->x = -1.1;
+            EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
+            const double interpreted = program.getRoot().x;
+            EXPECT_EQ(stateAfterRun(program), MTRunState::Scalar);
+            EXPECT_EQ(program.getRoot().x, interpreted) << testing::PrintToString(text);
+        }
     }
 }
 
@@ -243,6 +319,15 @@ TEST(RunChoice, FollowsItsTable)
     EXPECT_EQ(program.choice.getArmed(), nullptr);
 }
 
+// What the steps of a constant would refuse is not computed.
+TEST(RunChoice, RunsNoStepOfAConstant)
+{
+    InPlace compiled(L"(p+1,2)");
+    EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Constant);
+    EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Constant);
+    EXPECT_EQ(compiled.compilation.program.getRoot().x, 2.0);
+}
+
 // Any number of waiting values, including values without a consumer.
 TEST(RunChoice, SpillsNumbersThatWait)
 {
@@ -262,18 +347,26 @@ TEST(RunChoice, SpillsNumbersThatWait)
 // If scalar code cannot run a program, its steps run, however its inputs change.
 TEST(RunChoice, InterpretsLongPrograms)
 {
-    std::wstring endless = L"x";
-    for (int step = 0; step < 4097; ++step)
-    {
-        endless += L"+y";
-    }
-    InPlace compiled(endless);
+    InPlace compiled(withRepeated(L"x", L"+y", 4097));
     MTParserProgram& program = compiled.compilation.program;
     EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
     EXPECT_EQ(stateAfterRun(program), MTRunState::Interpreted);
     EXPECT_EQ(stateAfterRun(program), MTRunState::Interpreted);
     const_cast<VALTYPE*>(compiled.factory.values.at(L"x"))->flag = 1;
     EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
+}
+
+// The greatest length is smaller where the compiler does not optimise.
+TEST(RunChoice, TakesScalarCodeUpToAGreatestLength)
+{
+    const auto stateOf = [](std::size_t nbSteps) {
+        InPlace compiled(withRepeated(L"x", L"+y", nbSteps));
+        stateAfterRun(compiled.compilation.program);
+        return stateAfterRun(compiled.compilation.program);
+    };
+    const std::size_t greatest = stateOf(129) == MTRunState::Scalar ? 4096 : 128;
+    EXPECT_EQ(stateOf(greatest), MTRunState::Scalar);
+    EXPECT_EQ(stateOf(greatest + 1), MTRunState::Interpreted);
 }
 
 // If code of the host could run, variables are copied, even if nothing consumes the copy.
@@ -291,6 +384,18 @@ TEST(RunChoice, InterpretsCopiesWithoutAConsumer)
     }
 }
 
+// Results of conversions are flagged, and hosts may flag points.
+TEST(RunChoice, TakesFlaggedNumbersAndPoints)
+{
+    InPlace compiled(L"dist(p,q)*x+y");
+    for (const wchar_t* name : {L"x", L"p"})
+    {
+        const_cast<VALTYPE*>(compiled.factory.values.at(name))->flag = 1;
+    }
+    EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Settled);
+    EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Scalar);
+}
+
 // Only a host can create other kinds.
 TEST(RunChoice, InterpretsUnknownKinds)
 {
@@ -298,6 +403,78 @@ TEST(RunChoice, InterpretsUnknownKinds)
     const_cast<VALTYPE*>(compiled.factory.values.at(L"x"))->type = 2;
     EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Settled);
     EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Interpreted);
+}
+
+/// Three tiles, and a row of a fourth one.
+const std::size_t rowsOfFourTiles = 3 * baselineTiles.nbRows + 1;
+
+/// Runs a text in tiles, with columns for x, y, p and q.
+TileRun runInTiles(const std::wstring& text, std::size_t nbRows = rowsOfFourTiles)
+{
+    static constexpr std::array<double, 3> row = {2.5, 2.5, 2.5};
+    InPlace compiled(text);
+    std::vector<MTBoundColumn> columns;
+    for (const auto& [name, value] : compiled.factory.values)
+    {
+        const auto kind = value->type != 0 ? mathexpr::BulkKind::Point : mathexpr::BulkKind::Number;
+        if (name != L"z")
+        {
+            columns.push_back({value, {name.c_str(), row.data(), 0, kind}});
+        }
+    }
+    return runInTiles(compiled.compilation.program, columns, compiled.registrar, nbRows);
+}
+
+TEST(TileCode, IsWhatTheGoldenFileHolds)
+{
+    const std::string path = std::string(PROGRAMS_DIRECTORY) + "/tile_programs.txt";
+    const std::vector<GoldenProgram> programs = readGoldenPrograms(path);
+    ASSERT_GE(programs.size(), 20U);
+    for (const GoldenProgram& golden : programs)
+    {
+        SCOPED_TRACE(path + ":" + std::to_string(golden.line) + ": " + golden.text);
+        EXPECT_EQ(runInTiles(std::wstring(golden.text.begin(), golden.text.end())).steps, golden.dump);
+    }
+}
+
+TEST(TileCode, ComputesEachTileOnce)
+{
+    for (const wchar_t* text : {L"x*2+y", L"p*x+q", L"fact(x)", L"sin(x)", L"pow(x,y)", L"dist(p,q)", L"max(x,y,1,2)"})
+    {
+        EXPECT_EQ(runInTiles(text).nbTiles, 4U) << testing::PrintToString(text);
+    }
+}
+
+// The tile is filled up with copies of the last row, which no item refuses.
+TEST(TileCode, ComputesATileThatIsNotFull)
+{
+    for (const wchar_t* text : {L"sqrt(x-1)", L"sqrt(abs(p)-1)", L"1/(p*[1,0,0])"})
+    {
+        EXPECT_EQ(runInTiles(text, 1).nbTiles, 1U) << testing::PrintToString(text);
+    }
+}
+
+// A compiler that does not optimise calls each step from the one before. The value is stored before a pause.
+TEST(TileCode, PausesAfterSomeSteps)
+{
+    std::istringstream steps(runInTiles(withRepeated(L"x", L"+1", 1000)).steps);
+    std::vector<std::size_t> lengths = {0};
+    for (std::string step; std::getline(steps, step);)
+    {
+        lengths.back() += 1;
+        if (step == "pause")
+        {
+            lengths.push_back(0);
+        }
+    }
+    EXPECT_EQ(lengths, (std::vector<std::size_t>{130, 130, 130, 130, 130, 130, 130, 105}));
+}
+
+TEST(TileCode, UsesPlacesAgainInLongPrograms)
+{
+    EXPECT_EQ(runInTiles(withRepeated(L"x", L"+fact(y)", 5000)).nbTiles, 4U);
+    EXPECT_EQ(runInTiles(withRepeated(L"x", L"*sqrt(y)/x", 5000)).nbTiles, 4U);
+    EXPECT_EQ(runInTiles(withRepeated(L"p", L"+q*x", 5000)).nbTiles, 4U);
 }
 
 /// Whether a program runs in tiles when a column supplies numbers for x.
@@ -311,8 +488,8 @@ bool runsInTiles(const std::wstring& text)
 
 TEST(Programs, RunInTilesWhereAllKindsAreTaken)
 {
-    for (const wchar_t* text :
-         {L"x*2", L"x*y", L"sqrt(x)", L"min(1,x,y)", L"max(y,3,4)*x", L"-(x+1)", L"point(x,1,2)", L"p*x"})
+    for (const wchar_t* text : {L"x*2", L"x*y", L"sqrt(x)", L"min(1,x,y)", L"max(y,3,4)*x", L"-(x+1)", L"point(x,1,2)",
+                                L"p*x", L"asin(x)", L"asin(x+1)"})
     {
         EXPECT_TRUE(runsInTiles(text)) << testing::PrintToString(text);
     }

@@ -184,6 +184,26 @@ TEST(BoundFunction, ComputesWhatAFreshSessionDoes)
     EXPECT_GT(nbRefused, count);
 }
 
+// "-" of numbers leaves the kind of its result, which was that of a point.
+TEST(BoundFunction, OfAProgramThatHasRunWithPointsIsStillOneOfNumbers)
+{
+    Bound bound(L"a-b");
+    std::array<const VALTYPE*, 2> variables{};
+    for (std::size_t j = 0; j < variables.size(); ++j)
+    {
+        VALTYPE* const value = bound.session.getRegistrar().findVariable(names[j])->getValuePtr();
+        *value = {1, 0, 0, 0, 1.0, 2.0, 3.0};
+        variables[j] = value;
+    }
+    ASSERT_TRUE(bound.session.run(false));
+    MTBoundFunction function(bound.session.getProgram(), variables);
+    EXPECT_FALSE(function.yieldsPoint());
+    const std::array<double, 2> arguments = {5.0, 3.0};
+    double result = 0.0;
+    ASSERT_TRUE(function.call(arguments.data(), result));
+    EXPECT_EQ(result, 2.0);
+}
+
 // The result may overwrite an argument, and each call may pass another array; also if an item runs on records.
 TEST(BoundFunction, ReadsTheArrayOfTheCall)
 {
@@ -233,6 +253,53 @@ TEST(BoundFunction, ComputesTextsOfAnyLength)
         double result = 0.0;
         ASSERT_TRUE(bound.function->call(arguments.data(), result));
         EXPECT_EQ(result, 0.5 + 5000 * b);
+    }
+}
+
+// A product of points is added to what its slot holds.
+TEST(BoundFunction, ForgetsEarlierCallsOfLongTexts)
+{
+    std::wstring text = L"[a,1,2]*[3,b,4]";
+    for (int term = 0; term < 5000; ++term)
+    {
+        text += L"+b";
+    }
+    const Bound bound(text);
+    for (const double b : {2.0, 3.0, 3.0})
+    {
+        const std::array<double, 3> arguments = {0.5, b, 0.0};
+        double result = 0.0;
+        ASSERT_TRUE(bound.function->call(arguments.data(), result));
+        EXPECT_EQ(result, 9.5 + 5001 * b);
+    }
+}
+
+// A product of flagged points is computed on records.
+TEST(BoundFunction, ForgetsEarlierProductsOfFlaggedPoints)
+{
+    Bound bound(L"p*p+a");
+    VALTYPE& p = *bound.session.getRegistrar().findVariable(L"p")->getValuePtr();
+    p.flag = 1;
+    const std::array<const VALTYPE*, 1> arguments = {bound.session.getRegistrar().findVariable(L"a")->getValuePtr()};
+    MTBoundFunction function(bound.session.getProgram(), arguments);
+    for (const double a : {0.5, 2.0, 2.0})
+    {
+        double result = 0.0;
+        ASSERT_TRUE(function.call(&a, result));
+        EXPECT_EQ(result, 14.0 + a);
+    }
+}
+
+// Of parallel lines, the result is what its slot held before the first call.
+TEST(BoundFunction, ForgetsEarlierIntersections)
+{
+    const Bound bound(L"ill([0,0,1],[a,b,1],[0,2,1],[2,0,1])*[1,10,100]");
+    for (const auto& [b, expected] : {std::pair{1.0, 111.0}, {-1.0, 0.0}, {1.0, 111.0}, {-1.0, 0.0}})
+    {
+        const std::array<double, 3> arguments = {1.0, b, 0.0};
+        double result = 77.0;
+        ASSERT_TRUE(bound.function->call(arguments.data(), result));
+        EXPECT_EQ(result, expected);
     }
 }
 

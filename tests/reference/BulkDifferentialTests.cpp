@@ -481,7 +481,8 @@ TEST_F(BulkDifferential, ResultsOnAColumnAreThoseBesideIt)
 {
     const std::array<const wchar_t*, 8> texts = {L"sqrt(x)/y+x*3", L"x/y-x",          L"x",     L"ln(x-y)*x+m2f(x)",
                                                  L"x/y/y+x*x",     L"min(x,y,z,2)/y", L"x/y&x", L"fact(x)+x/y"};
-    const std::array<const wchar_t*, 4> pointTexts = {L"p/y+p*x", L"vec1(p,q)*x/y", L"(p&q/x)-p", L"[x/y,sqrt(x),1]"};
+    const std::array<const wchar_t*, 5> pointTexts = {L"p*ln(x)", L"p/y+p*x", L"vec1(p,q)*x/y", L"(p&q/x)-p",
+                                                      L"[x/y,sqrt(x),1]"};
     Names names;
     names.values[L"p"].type = names.values[L"q"].type = 1;
     for (const std::size_t nbRows :

@@ -7,7 +7,7 @@
 //
 //     MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1000000 MATHEXPR_DIFFERENTIAL_SEED=7 reference_tests
 //
-// A reported difference names the seed of its script. To reproduce it, generate one text from that seed.
+// A failure prints a number N. With MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1 MATHEXPR_DIFFERENTIAL_SEED=N its calls are compared again.
 #include "EngineSession.h"
 #include "ExpressionGenerator.h"
 #include "ReferenceEvaluator.h"

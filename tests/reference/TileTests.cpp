@@ -18,13 +18,24 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <fstream>
+#include <iterator>
 #include <map>
+#include <set>
+#include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
+
+#if defined(__linux__)
+#include <sys/mman.h>
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -309,6 +320,38 @@ TEST_F(Tiles, ComeToWhatEachRowDoesByItself)
     RecordProperty("rows", std::to_string(nbCompared));  // by each instruction set
 }
 
+// Sines and cosines may be computed by vectors, with another way for each range of angles.
+TEST_F(Tiles, TakeSinesOfAnyAngle)
+{
+    constexpr std::size_t nbRows = 20000;
+    Random random(1);
+    const auto fraction = [&] { return static_cast<double>(random.below(1U << 30U)) / (1U << 30U); };
+    const auto exponent = [&](std::size_t limit) { return static_cast<int>(random.below(limit)); };
+    const auto multiple = [&](double angle) { return angle * (static_cast<double>(random.below(401)) - 200); };
+    const auto sometimesNegative = [&](double angle) { return random.chance(50) ? -angle : angle; };
+    makeData(random, nbRows, 0);
+    for (std::size_t row = 0; row < nbRows; row += 8)
+    {
+        const double angles[] = {720 * fraction(),
+                                 45 * fraction(),
+                                 multiple(15),
+                                 multiple(45) * (1 + std::ldexp(fraction() - 0.5, -exponent(54))),
+                                 std::ldexp(fraction(), -exponent(1074)),
+                                 std::ldexp(fraction(), exponent(1024)),
+                                 1.1e8 * fraction(),
+                                 random.pick(std::array{0.0, 5e-324, 8.5e-7, HUGE_VAL, static_cast<double>(NAN)})};
+        std::transform(std::begin(angles), std::end(angles), data[L"x"].begin() + static_cast<std::ptrdiff_t>(row),
+                       sometimesNegative);
+    }
+    data[L"y"].assign(data[L"x"].begin(), data[L"x"].end());
+    std::sort(data[L"y"].begin(), data[L"y"].end(),
+              [](double left, double right) { return std::isnan(left) ? !std::isnan(right) : left < right; });
+    for (const wchar_t* text : {L"sin(x)", L"cos(x)", L"sin(y)", L"cos(y)"})
+    {
+        expectRowsOfAllSets(text, nbRows, BulkKind::Number);
+    }
+}
+
 TEST_F(Tiles, TakeProgramsThatDifferFromRowToRowOnlyByValue)
 {
     Random random(1);
@@ -524,6 +567,180 @@ TEST_F(Tiles, TakeArraysThatBeginAnywhereInAVector)
         }
     }
 }
+
+/// Numbers from one vector boundary to the next.
+std::size_t lanesOf(const MTTileSet& set)
+{
+    return set.nbRows / vectorsPerTile;
+}
+
+/// Where the kernels of a run read and write, in the order of the columns, and then the results.
+std::vector<const double*> placesOfRun;
+
+/// Baseline tiles, whose runs note their places.
+MTTileSet notingPlaces()
+{
+    return {baselineTiles.nbRows, baselineTiles.findKernel, baselineTiles.findJoined, baselineTiles.findControl,
+            [](const MTTileStep* first, MTTileContext& context, const std::size_t* distances, std::size_t nbMoved,
+               std::size_t nbTiles) {
+                placesOfRun.assign(context.places, context.places + 5);
+                return baselineTiles.run(first, context, distances, nbMoved, nbTiles);
+            }};
+}
+
+// Copying would cost more than most formulas.
+TEST_F(Tiles, ReadAndWritePackedArraysInPlace)
+{
+    const MTTileSet set = notingPlaces();
+    Random random(1);
+    makeData(random, set.nbRows, 0);
+    const std::vector<const double*> arrays = {data[L"p"].data(), data[L"q"].data(), data[L"x"].data(),
+                                               data[L"y"].data()};
+    for (const auto& [text, kind] : {std::pair{L"dist(p,q)*x+y", BulkKind::Number}, {L"p*x+q*y", BulkKind::Point}})
+    {
+        ASSERT_TRUE(compile(text));
+        for (const std::ptrdiff_t gap : {0, 1})
+        {
+            std::vector<double> results(6 * set.nbRows);
+            runInBulk(compilation.program, makeColumns(gap), set.nbRows, {results.data(), distanceOf(kind, gap), kind},
+                      1, &set);
+            ASSERT_EQ(placesOfRun.size(), 5U);
+            for (std::size_t column = 0; column < arrays.size(); ++column)
+            {
+                EXPECT_EQ(placesOfRun[column] == arrays[column], gap == 0) << narrow(text) << ", column " << column;
+            }
+            EXPECT_EQ(placesOfRun[4] == results.data(), gap == 0) << narrow(text);
+        }
+    }
+}
+
+// Wherever the memory for them lies, which other allocations move by parts of a cache line.
+TEST_F(Tiles, CopyColumnsToTheBeginningOfACacheLine)
+{
+    const MTTileSet set = notingPlaces();
+    Random random(1);
+    makeData(random, set.nbRows, 0);
+    ASSERT_TRUE(compile(L"dist(p,q)*x+y"));
+    std::vector<std::vector<double>> others;
+    for (int call = 0; call < 16; ++call)
+    {
+        std::vector<double> results(set.nbRows);
+        runInBulk(compilation.program, makeColumns(1), set.nbRows, {results.data()}, 1, &set);
+        ASSERT_EQ(placesOfRun.size(), 5U);
+        for (std::size_t column = 0; column < 4; ++column)
+        {
+            EXPECT_EQ(reinterpret_cast<std::uintptr_t>(placesOfRun[column]) % 64, 0U) << "column " << column;
+        }
+        compilation.program.bulkPlan.reset();
+        others.emplace_back(4097);  // takes the place of the copies
+        others.emplace_back(257);
+    }
+}
+
+#if defined(__linux__)
+// A column may end where the host's memory does.
+TEST_F(Tiles, ReadNothingBehindTheLastRow)
+{
+    const auto size = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    void* const pages = mmap(nullptr, 2 * size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(pages, MAP_FAILED);
+    ASSERT_EQ(mprotect(static_cast<char*>(pages) + size, size, PROT_NONE), 0);
+    const double* const end = static_cast<double*>(pages) + size / sizeof(double);
+    const std::size_t nbRows = baselineTiles.nbRows + 3;
+    for (const auto& [text, kind, width] :
+         {std::tuple{L"x*2", BulkKind::Number, std::ptrdiff_t{1}}, {L"p*2", BulkKind::Point, std::ptrdiff_t{3}}})
+    {
+        ASSERT_TRUE(compile(text));
+        for (const std::ptrdiff_t gap : {0, 1})
+        {
+            const std::ptrdiff_t last = width + static_cast<std::ptrdiff_t>(nbRows - 1) * (width + gap);
+            const std::wstring name(1, text[0]);
+            const MTBoundColumn column{variables[name]->getValuePtr(),
+                                       {name.c_str(), end - last, distanceOf(kind, gap), kind}};
+            std::vector<double> results(3 * nbRows, 77.0);
+            for (const MTTileSet* set : availableTileSets())
+            {
+                runInBulk(compilation.program, {&column, 1}, nbRows, {results.data(), distanceOf(kind, 0), kind}, 1,
+                          set);
+                EXPECT_EQ(results.front(), 0.0) << narrow(text) << ", " << gap;
+            }
+        }
+    }
+    munmap(pages, 2 * size);
+}
+#endif
+
+// Aligned columns are read faster.
+TEST_F(Tiles, BeginWhereMostPackedColumnsAreAligned)
+{
+    ASSERT_TRUE(compile(L"dist(p,q)*x+y"));
+    alignas(64) static std::array<double, 256> numbers;
+    const auto leadRows = [&](const MTTileSet* set, const std::array<std::size_t, 4>& firsts,
+                              const std::array<std::ptrdiff_t, 4>& gaps) {
+        std::vector<MTBoundColumn> columns;
+        for (const auto& [name, kind] : {std::pair{L"x", BulkKind::Number},
+                                         {L"y", BulkKind::Number},
+                                         {L"p", BulkKind::Point},
+                                         {L"q", BulkKind::Point}})
+        {
+            const std::size_t index = columns.size();
+            columns.push_back(
+                {variables[name]->getValuePtr(), {name, &numbers[firsts[index]], distanceOf(kind, gaps[index]), kind}});
+        }
+        MTBulkPlan plan(compilation.program, columns, set);
+        std::vector<double> results(10);
+        plan.getWorker().bind(columns, {results.data()});
+        return plan.getWorker().getLeadRows();
+    };
+    for (const MTTileSet* set : availableTileSets())
+    {
+        const std::size_t lanes = lanesOf(*set);
+        for (std::size_t lead = 0; lead < 8; ++lead)
+        {
+            // The first row of numbers that is aligned, and likewise of points, of which each is three numbers.
+            const std::size_t number = 16 - lead;
+            const std::size_t point = 32 - 3 * lead;
+            const std::size_t expected = lead % lanes;
+            EXPECT_EQ(leadRows(set, {number, number, point, point}, {0, 0, 0, 0}), expected) << lanes;
+            EXPECT_EQ(leadRows(set, {number, number, point + 1, point + 2}, {0, 0, 0, 0}), expected) << lanes;
+            EXPECT_EQ(leadRows(set, {number + 1, number + 1, point, number}, {1, 1, 0, 1}), expected) << lanes;
+        }
+    }
+    EXPECT_EQ(leadRows(nullptr, {15, 15, 29, 29}, {0, 0, 0, 0}), 0U) << "row by row";
+}
+
+#if defined(__linux__) && defined(__x86_64__) && !defined(__ILP32__)
+TEST(TileSets, AreThoseOfTheProcessor)
+{
+    std::ifstream cpuinfo("/proc/cpuinfo");
+    std::set<std::string> features;
+    for (std::string line; features.empty() && std::getline(cpuinfo, line);)
+    {
+        if (line.rfind("flags", 0) == 0)
+        {
+            std::istringstream words(line);
+            features.insert(std::istream_iterator<std::string>(words), {});
+        }
+    }
+    ASSERT_TRUE(features.count("sse2"));
+    std::vector<std::size_t> expected = {2};
+    if (features.count("avx2"))
+    {
+        expected.push_back(4);
+        if (features.count("avx512f") && features.count("avx512dq") && features.count("avx512vl"))
+        {
+            expected.push_back(8);
+        }
+    }
+    std::vector<std::size_t> found;
+    for (const MTTileSet* set : availableTileSets())
+    {
+        found.push_back(lanesOf(*set));
+    }
+    EXPECT_EQ(found, expected);
+    EXPECT_EQ(lanesOf(widestTileSet()), expected.back());
+}
+#endif
 
 TEST_F(Tiles, TakeLongPrograms)
 {

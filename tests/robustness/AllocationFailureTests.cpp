@@ -21,6 +21,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <functional>
@@ -452,7 +453,7 @@ std::size_t nbMadeInBulk(std::size_t nbRows, std::uint32_t nbThreads)
 {
     const AnsweringHost answering({{L"n", number(1)}});
     MathExpression expression(true, &answering);
-    EXPECT_TRUE(expression.setExpression(L"n*2"));
+    EXPECT_TRUE(expression.setExpression(L"abs(n*2)"));
     const std::vector<double> column(nbRows);
     std::vector<double> results(nbRows);
     const mathexpr::BulkColumn columns[] = {{L"n", column.data()}};
@@ -477,6 +478,61 @@ TEST(BulkMemory, IsTakenForAsManyThreadsAsHavePortionsToDo)
     EXPECT_FALSE(takeAlike(2 * portionRows + 1, 1, 2));
     EXPECT_FALSE(takeAlike(2 * portionRows + 1, 2, 3));
     EXPECT_TRUE(takeAlike(2 * portionRows + 1, 3, 300));
+
+    // The second thread takes as much as the third, and a little for all.
+    const std::size_t alone = nbMadeInBulk(3 * portionRows, 1);
+    const std::size_t two = nbMadeInBulk(3 * portionRows, 2);
+    EXPECT_LT(two - alone, 2 * (nbMadeInBulk(3 * portionRows, 3) - two));
+}
+
+// What a call prepares serves the next one, unless a variable without a column has changed.
+TEST(BulkMemory, IsTakenOnceForCallsThatAreAlike)
+{
+    MathExpression expression(true, &host);
+    mathexpr::setVariable(expression, L"m", number(2));
+    ASSERT_TRUE(expression.setExpression(L"n*m"));
+    const std::array<double, 3> column = {1.0, 2.0, 3.0};
+    std::array<double, 3> results{};
+    const auto nbMade = [&] {
+        const mathexpr::BulkColumn columns[] = {{L"n", column.data()}};
+        mathexpr::BulkOutcome outcome;
+        const std::size_t before = memory::madeCount();
+        EXPECT_TRUE(mathexpr::evaluateBulk(expression, columns, 1, 3, {results.data()}, 1, outcome));
+        return memory::madeCount() - before;
+    };
+    nbMade();
+    const std::size_t again = nbMade();
+    EXPECT_EQ(nbMade(), again);
+    mathexpr::setVariable(expression, L"m", number(5));
+    EXPECT_GT(nbMade(), again);
+    EXPECT_EQ(results, (std::array{5.0, 10.0, 15.0}));
+}
+
+// Starting a thread allocates; what the missing threads would have done is left to those that have started.
+TEST(BulkMemory, MayBeTooShortForSomeThreadsAndLeavesOutNoRow)
+{
+    constexpr std::size_t nbRows = 8 * portionRows;
+    const std::vector<double> column(nbRows, 3.0);
+    MathExpression expression(true, &host);
+    ASSERT_TRUE(expression.setExpression(L"n*2"));
+    std::size_t nbDone = 0;
+    for (std::size_t n = 1; nbDone < 3; ++n)
+    {
+        std::vector<double> results(nbRows);
+        const mathexpr::BulkColumn columns[] = {{L"n", column.data()}};
+        mathexpr::BulkOutcome outcome;
+        try
+        {
+            const memory::Shortage shortage(n, Failing::FromThenOn);
+            mathexpr::evaluateBulk(expression, columns, 1, nbRows, {results.data()}, 3, outcome);
+            ++nbDone;
+        }
+        catch (const std::bad_alloc&)
+        {
+            continue;
+        }
+        EXPECT_EQ(std::count(results.begin(), results.end(), 6.0), nbRows) << "allocation " << n;
+    }
 }
 
 // The last allocation of a compilation is for scalar code, when the program is otherwise complete.

@@ -98,7 +98,7 @@ std::atomic<bool> threadWasWrong;
 class EndOfProcess : public testing::TestWithParam<Work>
 {
 protected:
-    EndOfProcess() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+    EndOfProcess() { GTEST_FLAG_SET(death_test_style, DEATH_TEST_STYLE); }
 };
 
 TEST_P(EndOfProcess, GlobalsDestructorComputes)

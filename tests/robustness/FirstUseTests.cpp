@@ -105,7 +105,7 @@ constexpr FirstUse uses[] = {computes, listsTheVocabulary, suggests, completes, 
 
 TEST(FirstUse, IsRacedByManyThreads)
 {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    GTEST_FLAG_SET(death_test_style, DEATH_TEST_STYLE);
     for (int number = 0; number < nbRaces; ++number)
     {
         EXPECT_EXIT(race(), testing::ExitedWithCode(0), "^64 right");

@@ -129,6 +129,30 @@ TEST_P(RegistrarShortages, DefineNothingPartially)
 INSTANTIATE_TEST_SUITE_P(Every, RegistrarShortages, testing::ValuesIn(definitions),
                          [](const auto& each) { return std::string(each.param.kind); });
 
+TEST(VocabularyMemory, SufficesForTheWholeVocabularyOrNothingIsDefined)
+{
+    bool felt = true;
+    for (std::size_t n = 1; felt; ++n)
+    {
+        SCOPED_TRACE("allocation " + std::to_string(n));
+        MTParserRegistrar registrar;
+        bool defined = false;
+        try
+        {
+            const memory::Shortage shortage(n, Failing::Once);
+            registerVocabulary(registrar);
+            felt = shortage.wasFelt();
+            defined = true;
+        }
+        catch (const std::bad_alloc&)
+        {}
+        ASSERT_NE(defined, felt);
+        EXPECT_EQ(registrar.getNbOperators() != 0, defined);
+        EXPECT_EQ(registrar.getNbFunctions() != 0, defined);
+        EXPECT_EQ(registrar.findFunction(L"sin") != MTParserRegistrar::notFound, defined);
+    }
+}
+
 TEST(VocabularyMemory, IsReleasedWithTheRegistrar)
 {
     const std::size_t aliveBefore = memory::aliveCount();

@@ -6,13 +6,16 @@
 
 #include "tests/support/Instrumented.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstddef>
 #include <stdexcept>
 
 #include <pthread.h>
 
-/// Stack size of the host's thread. Sanitizers need more for the same calls.
-inline constexpr std::size_t smallStack = isInstrumented ? 512 * 1024 : 64 * 1024;
+/// Stack size of the host's thread. Sanitizers need more for the same calls; 64-bit ARM allows no less than 128 KiB.
+inline const std::size_t smallStack =
+    std::max<std::size_t>(isInstrumented ? 512 * 1024 : 64 * 1024, static_cast<std::size_t>(PTHREAD_STACK_MIN));
 
 /// Runs code on a thread with a small stack, and waits for it.
 template <class Code>

@@ -9,6 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <string>
+
 namespace {
 
 /// Number of allocations during an evaluation.
@@ -65,6 +68,27 @@ TEST_F(Allocation, IsMadeByNoEvaluation)
         for (int i = 0; i < 3; ++i)
         {
             EXPECT_EQ(allocationsOf(expression), 0u) << testing::PrintToString(std::wstring(text));
+        }
+    }
+}
+
+// The kinds of all variables, of which there are four, are compared before each evaluation.
+TEST_F(Allocation, IsMadeForNoNumberOfVariables)
+{
+    std::map<std::wstring, VALTYPE> variables;
+    std::wstring text;
+    for (std::size_t count = 1; count <= 60; ++count)
+    {
+        const std::wstring name = L"v" + std::to_wstring(count);
+        VALTYPE& value = variables[name] = count % 2 != 0 ? number(2.5) : point(1.0, 2.0, 3.0);
+        value.flag = count % 4 < 2 ? 1 : 0;
+        text += (count == 1 ? L"abs(" : L"+abs(") + name + L")";
+        const AnsweringHost many(variables);
+        MathExpression sum(true, &many);
+        ASSERT_TRUE(sum.setExpression(text.c_str()));
+        for (int i = 0; i < 3; ++i)
+        {
+            EXPECT_EQ(allocationsOf(sum), 0u) << count << " variables";
         }
     }
 }

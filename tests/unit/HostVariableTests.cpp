@@ -146,6 +146,20 @@ TEST_F(HostVariables, ThatRefuseAreShownInTheText)
     }
 }
 
+// The position of a variable of one letter is that of the operator behind it.
+TEST_F(HostVariables, OfOneLetterThatRefuseAreShownInTheText)
+{
+    mathexpr::EngineAccess::automaticVariablesOf(expression) = {true, &refusing};
+    for (const wchar_t* text : {L"n+1", L"1+n*2", L"max(1,n-1)"})
+    {
+        EXPECT_EQ(valueOf(text), std::nullopt);
+        const mathexpr::ExpressionDiagnostic diagnostic = mathexpr::getDiagnostic(expression);
+        EXPECT_EQ(diagnostic.itemName, L"n");
+        EXPECT_EQ(diagnostic.start, std::wstring(text).find(L'n'));
+        EXPECT_EQ(diagnostic.length, 1U);
+    }
+}
+
 TEST_F(HostVariables, ThatThrowAreShownInTheText)
 {
     mathexpr::EngineAccess::automaticVariablesOf(expression) = {true, &throwing};

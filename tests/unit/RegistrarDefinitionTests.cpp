@@ -127,6 +127,8 @@ TEST_F(Registrar, RefusesSyntaxCharactersThatSymbolsContain)
     defineConstant(L"a:c");
     expectRefused({20, L"a:c", L":", 1}, [&] { registrar.setSyntax({L':', L',', L'[', L']'}); });
     EXPECT_NO_THROW(registrar.setSyntax({L'#', L',', L'<', L'>'}));
+    defineOperator(L"?!");
+    expectRefused({5, L"?!", L"?", 1}, [&] { registrar.setSyntax({L'?', L',', L'<', L'>'}); });
 }
 
 TEST_F(Registrar, RefusesOperators)

@@ -82,6 +82,9 @@ TEST_F(Lookup, FindsOperatorsBeyondAscii)
     EXPECT_EQ(symbolAt(L"\u22643"), L"\u2264");
     EXPECT_EQ(symbolAt(L"\u2264\u2264"), L"\u2264\u2264");
     EXPECT_EQ(symbolAt(L"\u2265"), L"none");
+    EXPECT_EQ(symbolAt(L"\x80"), L"none");
+    defineOperator(L"\x80");
+    EXPECT_EQ(symbolAt(L"\x80"), L"\x80");
 }
 
 TEST_F(Lookup, KeepsOperatorsByLengthAndThenInTheirOrder)

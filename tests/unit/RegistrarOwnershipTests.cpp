@@ -93,4 +93,42 @@ TEST_F(Ownership, KeepsAVariableAtItsAddress)
     EXPECT_EQ(nbDeleted, 101);
 }
 
+/// A registrar shares the definitions of its prototype until it gets its own.
+class Prototype : public testing::Test
+{
+protected:
+    Prototype()
+    {
+        prototype.setSyntax({L'.', L',', L'[', L']'});
+        prototype.defineConstant(L"shared", VALTYPE{});
+    }
+
+    static std::size_t countOf(const MTParserRegistrar& counted)
+    {
+        return counted.getNbOperators() + counted.getNbFunctions() + counted.getNbConstants();
+    }
+
+    MTParserRegistrar prototype;
+};
+
+TEST_F(Prototype, HasNoneOfTheDefinitionsThatARegistrarAdds)
+{
+    MTParserRegistrar first(&prototype);
+    first.defineOperator(new TestOperator(L"+"), true);
+    MTParserRegistrar second(&prototype);
+    second.defineFunction(new TestFunction(L"f"), true);
+    MTParserRegistrar third(&prototype);
+    third.defineConstant(L"c", VALTYPE{});
+    MTParserRegistrar fourth(&prototype);
+    fourth.setSyntax({L',', L';', L'[', L']'});
+    for (const MTParserRegistrar* registrar : {&first, &second, &third})
+    {
+        EXPECT_EQ(countOf(*registrar), 2U);
+        EXPECT_NE(registrar->findConstant(L"shared"), MTParserRegistrar::notFound);
+    }
+    EXPECT_EQ(fourth.getSyntax().decimalPoint, L',');
+    EXPECT_EQ(countOf(prototype), 1U);
+    EXPECT_EQ(prototype.getSyntax().decimalPoint, L'.');
+}
+
 }

@@ -118,11 +118,11 @@ TEST(LineIntersection, EndpointsThatCoincide)
 
 TEST(LineIntersection, RelativeBoundBelongsToApart)
 {
-    // The difference is exactly 2 * 1e-11; at that bound the points are distinct, at half of it they are not.
-    const double bound = 2.0 * 1e-11;
-    const double reference = 2.0;
+    // The bound has two bits, so that the difference equals it; there the points are distinct, at half of it not.
+    const double bound = 0x1.8p-35;
+    const double reference = bound / 1e-11;
     const double at = reference - bound;
-    ASSERT_GE(reference - at, bound);
+    ASSERT_EQ(reference - at, reference * 1e-11);
     const Line far{point(0, 0, 0), point(0, 1e6, 0)};
     EXPECT_NE(intersect({point(at, 0, 0), point(reference, 0, 0)}, far).code, Intersection::None);
     EXPECT_EQ(intersect({point(reference - bound / 2, 0, 0), point(reference, 0, 0)}, far).code, Intersection::None);
