@@ -157,12 +157,18 @@ class Programs:
             return "wrong" if "something else" in rows[0]["error_message"] else "refuses"
         return statistics.median(row["cpu_time"] for row in rows) / terms
 
+    def first_objects(self):
+        """{engine: median ns to create the first object of a process}"""
+        self.progress("first objects")
+        engines = [OURS, *(peer for peer in PEERS if " " not in peer)]
+        rounds = [{engine: self.run("benchmark_first_object", engine)["ns"] for engine in engines}
+                  for _ in range(4 * self.effort.compile_rounds)]
+        return {engine: statistics.median(times[engine] for times in rounds) for engine in engines}
+
     def resources(self):
-        """The output of benchmark_resources. The times of the first object are medians over several processes."""
+        """The output of benchmark_resources."""
         self.progress("resources")
-        reports = [self.run("benchmark_resources") for _ in range(self.effort.compile_rounds)]
-        first = [report["first object, ns"] for report in reports]
-        return {**reports[0], "first object, ns": {e: statistics.median(t[e] for t in first) for e in first[0]}}
+        return self.run("benchmark_resources")
 
 
 def medians(rows, engine_of, time="cpu_time"):

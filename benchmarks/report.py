@@ -23,6 +23,7 @@ class Figures:
     bulk: dict
     compiled: dict
     scaled: dict
+    first_objects: dict
     resources: dict
     package: dict
     titles: dict
@@ -110,7 +111,7 @@ def compile_table(compiled, titles):
     return table
 
 
-def object_table(compiled, resources, titles):
+def object_table(compiled, first_objects, titles):
     table = Table("Objects, ns", ["", OURS, *PEERS, "x muparser"])
     for name, figures in compiled.items():
         if name.startswith("compile/"):
@@ -118,7 +119,7 @@ def object_table(compiled, resources, titles):
         title = "construct and destroy" if name == "construct" else "one shot " + titles[name.replace("/", " ")]
         table.rows.append([title, *[marked(figures.get(e)) for e in [OURS, *PEERS]],
                            number(ratio(figures, "muparser"))])
-    first = {engine: (time, 0) for engine, time in resources["first object, ns"].items()}
+    first = {engine: (time, 0) for engine, time in first_objects.items()}
     table.rows.append(["first object of a process", *[marked(first.get(e)) for e in [OURS, *PEERS]],
                        number(ratio(first, "muparser"))])
     return table
@@ -189,13 +190,14 @@ def tables(figures):
     """All tables; the last one has the targets."""
     evaluated, bulk, titles = figures.evaluated, figures.bulk, figures.titles
     return [evaluation_table(evaluated, titles), bulk_table(bulk, titles), compile_table(figures.compiled, titles),
-            object_table(figures.compiled, figures.resources, titles), scale_table(figures.scaled),
+            object_table(figures.compiled, figures.first_objects, titles), scale_table(figures.scaled),
             memory_table(figures.resources), *python_tables(figures.package),
-            summary(evaluated, bulk, figures.compiled, figures.scaled, figures.resources, figures.package)]
+            summary(figures)]
 
 
-def summary(evaluated, bulk, compiled, scaled, resources, python):
+def summary(figures):
     """The targets with their figures. A target is an upper bound unless it says "at least"."""
+    evaluated, bulk, compiled, resources = figures.evaluated, figures.bulk, figures.compiled, figures.resources
     table = Table("Targets", ["what", "figure", "target", "reached"])
 
     def row(what, figure, target, at_least=False, unit=""):
@@ -231,18 +233,19 @@ def summary(evaluated, bulk, compiled, scaled, resources, python):
     row("compile and evaluate once, worst formula, muparser x ours",
         min(1 / ratio(f, "muparser") for f in formulas), 20, at_least=True)
     for shape in SHAPES:
-        figures = scaled[shape][OURS].values()
-        if any(isinstance(f, str) for f in figures):
+        times = figures.scaled[shape][OURS].values()
+        if any(isinstance(f, str) for f in times):
             table.rows.append([f"compile, {shape}, 100 to 1,000,000 terms", "fails", "at most 1.5", "no"])
         else:
             row(f"compile, {shape}, time per term, slowest x fastest of 100 to 1,000,000 terms",
-                max(figures) / min(figures), 1.5)
+                max(times) / min(times), 1.5)
     row("construct and destroy, full vocabulary, x muparser", ratio(compiled["construct"], "muparser"), 1)
+    row("first object of a process, x muparser", figures.first_objects[OURS] / figures.first_objects["muparser"], 1)
     row("one shot, worst, x muparser",
         max(ratio(f, "muparser") for n, f in compiled.items() if n.startswith("oneshot/")), 0.5)
     row("allocations in 1000 evaluations", resources["allocations per 1000 evaluations"], 0)
     row("allocations for compiling again", resources["allocations per compile"], 0)
     row("memory of an expression object", resources["bytes of an object"][OURS], 65536, unit=" bytes")
     row("memory of compiled ((x*2+y)*3-z)/(a+b*2)", resources["bytes of the program"], 1536, unit=" bytes")
-    python_targets(row, python)
+    python_targets(row, figures.package)
     return table

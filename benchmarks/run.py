@@ -73,8 +73,8 @@ def everything(programs):
     engines = [measure.NATIVE, measure.OURS, *measure.DOORS, *measure.PEERS]
     figures = report.Figures(evaluated=programs.evaluate(range(1, measure.NB_FORMULAS + 1), engines),
                              bulk=programs.bulk(), compiled=programs.compile(interpreters),
-                             scaled=programs.scale(interpreters), resources=programs.resources(),
-                             package=programs.python(), titles=programs.titles)
+                             scaled=programs.scale(interpreters), first_objects=programs.first_objects(),
+                             resources=programs.resources(), package=programs.python(), titles=programs.titles)
     for formula, times in figures.package["bulk peers"].items():
         figures.bulk[int(formula)].update(times)
     return figures
