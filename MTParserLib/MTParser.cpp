@@ -47,7 +47,7 @@ bool MTParser::compile(const wchar_t* text, bool automaticVariables, std::wstrin
 bool MTParser::run(bool showMessages)
 {
     compilation.failure.clear();
-    MTRunFailure failed;
+    MTRunFailure failed{};
     try
     {
         if (runProgram(compilation.program, showMessages, failed))

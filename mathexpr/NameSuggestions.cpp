@@ -58,7 +58,6 @@ std::vector<std::wstring> NameSuggestions::take()
     {
         names.push_back(std::move(candidate.name));
     }
-    nearest.clear();
     return names;
 }
 

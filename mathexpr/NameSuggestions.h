@@ -20,7 +20,7 @@ public:
     /// Considers a name. At equal distance the name offered first wins; duplicates are ignored.
     void offer(std::wstring_view name);
 
-    /// The nearest first. Removes them from this object.
+    /// The nearest first. Call once, after all names have been offered.
     std::vector<std::wstring> take();
 
 private:

@@ -22,5 +22,5 @@ struct MTCompilation
     std::wstring_view text;      ///< The one of the two that is compiled; all positions refer to it.
     MTSpan assignSpan;           ///< The span in text of the name that is assigned to.
     MTParserProgram program;
-    MTFailure failure;  ///< Failure of the compilation, or of the program's last run.
+    MTFailure failure{};  ///< Failure of the compilation, or of the program's last run.
 };

@@ -17,13 +17,13 @@
 /// The last failure; message is None if there is none. The fields are explained in ExpressionDiagnostic.h.
 struct MTFailure
 {
-    Message::Id message = Message::None;
-    mathexpr::ExpressionDiagnostic::Kind kind = mathexpr::ExpressionDiagnostic::Kind::None;
-    std::uint32_t code = 0;
-    MTSpan span;                   ///< In the rewritten text; empty if no part of it is concerned.
-    bool spanCountsTyped = false;  ///< The span counts in the typed text instead.
-    std::uint32_t expected = 0;
-    std::uint32_t nbArgs = 0;
+    Message::Id message;
+    mathexpr::ExpressionDiagnostic::Kind kind;
+    std::uint32_t code;
+    MTSpan span;           ///< In the rewritten text; empty if no part of it is concerned.
+    bool spanCountsTyped;  ///< The span counts in the typed text instead.
+    std::uint32_t expected;
+    std::uint32_t nbArgs;
     std::wstring itemName;
     std::wstring conflictItemName;
 

@@ -97,10 +97,7 @@ MTEmission MTParserEmitter::emit(const IMathExprItemEvaluator& item, const MTIte
     {
         return operandMissing(operands);
     }
-    if (nbConstants != 0)
-    {
-        constants.resize(constants.size() - nbConstants);
-    }
+    constants.resize(constants.size() - nbConstants);
     MTProgramStep& step = pushResult(item, kernels, position);
     step.first = first;
     step.second = second;

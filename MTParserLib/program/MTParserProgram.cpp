@@ -16,22 +16,22 @@ const MTItemKernels virtualKernels{[](const MTProgramStep& step, const MTFrame& 
     return evaluated ? Message::None : Message::InvalidExpression;
 }};
 
-namespace {
-
-VALTYPE oneOf(std::uint8_t type) noexcept
+void setOnes(VALTYPE& record) noexcept
 {
-    return {type, 0, 0, 0, 1.0, 1.0, 1.0};
-}
-
+    record.x = 1.0;
+    record.y = record.z = record.type != 0 ? 1.0 : 0.0;
 }
 
 Message::Id evaluateWithOnes(const MTProgramStep& step, const MTFrame& frame, VALTYPE& result)
 {
-    const std::uint8_t secondType = step.nbArgs > 1 ? frame[step.second].type : std::uint8_t{0};
-    std::array<VALTYPE, 3> records{oneOf(frame[step.first].type), oneOf(secondType), VALTYPE{}};
-    const MTProgramStep withOnes{step.kernels, step.item, 0, 1, 2, step.nbArgs, 0};
-    const Message::Id refusal = withOnes.evaluate({records.data(), nullptr}, false);
-    result = records[2];
+    std::array<VALTYPE, 3> records;
+    for (std::uint32_t j = 0; j < step.nbArgs; ++j)
+    {
+        records[j].type = frame[step.operand(j)].type;
+        setOnes(records[j]);
+    }
+    const Message::Id refusal = evaluateItem(*step.kernels, step.item, records.data(), step.nbArgs);
+    result = records[step.nbArgs];
     return refusal;
 }
 

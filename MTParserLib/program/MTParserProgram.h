@@ -51,6 +51,19 @@ struct MTProgramStep
     }
 };
 
+/// Evaluates an item apart from any program.
+/// @param item  may be null if its kernels are those of a class of the vocabulary
+/// @param args  followed by a record for the result, which is reset first
+inline Message::Id evaluateItem(const MTItemKernels& kernels, const IMathExprItemEvaluator* item, VALTYPE* args,
+                                std::uint32_t nbArgs)
+{
+    args[nbArgs] = VALTYPE{};
+    return kernels.evaluate({&kernels, item, 0, 1, nbArgs, nbArgs, 0}, {args, nullptr}, false);
+}
+
+/// Sets a number, or all coordinates of a point, to 1.
+void setOnes(VALTYPE& record) noexcept;
+
 /// Evaluates an item of one or two operands of the same kinds as a step's operands, with all numbers 1, which no item
 /// refuses.
 /// @param result  receives the item's result, written to a fresh slot

@@ -13,6 +13,7 @@
 #include <array>
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -54,16 +55,15 @@ public:
     }
 
     /// @param isOwner  whether the thread takes from its own share
-    /// @return false if no portion is left
-    bool take(bool isOwner, std::size_t& portion) noexcept
+    /// @return the index of a portion, if one is left
+    std::optional<std::size_t> take(bool isOwner) noexcept
     {
         // No more portions are taken from both ends than there are, so the ends do not meet.
         if (nbTaken.fetch_add(1, std::memory_order_relaxed) >= nbPortions)
         {
-            return false;
+            return std::nullopt;
         }
-        portion = isOwner ? front++ : back.fetch_sub(1, std::memory_order_relaxed) - 1;
-        return true;
+        return isOwner ? front++ : back.fetch_sub(1, std::memory_order_relaxed) - 1;
     }
 
 private:
@@ -88,14 +88,9 @@ public:
         : nbRows(rows), nbLead(lead), shares(all), status(rowStatus)
     {
         const std::size_t nbPortions = portionsOf(nbRows - nbLead);
-        const std::size_t nbEach = nbPortions / shares.size();
-        const std::size_t nbMore = nbPortions % shares.size();  // shares with one portion more
-        std::size_t first = 0;
         for (std::size_t j = 0; j < shares.size(); ++j)
         {
-            const std::size_t end = first + nbEach + (j < nbMore ? 1 : 0);
-            shares[j].set(first, end);
-            first = end;
+            shares[j].set(nbPortions * j / shares.size(), nbPortions * (j + 1) / shares.size());
         }
     }
 
@@ -109,9 +104,9 @@ public:
         for (std::size_t j = 0; j < shares.size(); ++j)
         {
             Share& share = shares[(thread + j) % shares.size()];
-            for (std::size_t portion = 0; share.take(j == 0, portion);)
+            while (const std::optional<std::size_t> portion = share.take(j == 0))
             {
-                evaluatePortion(worker, portion, block, tally);
+                evaluatePortion(worker, *portion, block, tally);
             }
         }
         return tally;

@@ -9,9 +9,9 @@
 /// The step that ended a run: which one, its argument count, and why it refused its arguments.
 struct MTRunFailure
 {
-    std::uint32_t position = 0;
-    std::uint32_t nbArgs = 0;
-    Message::Id refusal = Message::None;  ///< None if it raised an exception.
+    std::uint32_t position;
+    std::uint32_t nbArgs;
+    Message::Id refusal;  ///< None if it raised an exception.
 };
 
 /// Describes a step of scalar code that refused its operands.

@@ -55,19 +55,12 @@ bool callWithRecords(const MTTileStep& step, const MTTileContext& context)
             }
         }
         VALTYPE& result = args[call.operands.size()];
-        refusals |= evaluateTileItem(*call.item, args, call.operands.size());
+        refusals |= evaluateItem(*call.item, nullptr, args, static_cast<std::uint32_t>(call.operands.size()));
         std::memcpy(context.places[step.result] + widthOf(result) * row, &result.x, widthOf(result) * sizeof(double));
     }
     return refusals != Message::None;
 }
 
-}
-
-Message::Id evaluateTileItem(const MTItemKernels& item, VALTYPE* args, std::size_t nbArgs)
-{
-    const auto count = static_cast<std::uint32_t>(nbArgs);
-    args[count] = VALTYPE{};
-    return item.evaluate({&item, nullptr, 0, 1, count, count, 0}, {args, nullptr}, false);
 }
 
 class MTTileProgram::Builder
@@ -76,17 +69,13 @@ public:
     Builder(const MTParserProgram& source, platform::ArrayView<const MTBoundColumn> columns, const MTTileSet& set)
         : program(source), target(new MTTileProgram(set))
     {
-        // Enough for most programs.
-        values.reserve(program.slots.size() + program.inputs.size());
-        target->places.reserve(columns.size() + 2 * program.steps.size() + 1);
-        target->steps.reserve(2 * program.steps.size() + 1);
         for (const VALTYPE& slot : program.slots)
         {
-            values.push_back({slot, true, false, 0});
+            values.push_back(uniformValue(slot));
         }
         for (const VALTYPE* input : program.inputs)
         {
-            values.push_back({*input, true, false, 0});
+            values.push_back(uniformValue(*input));
         }
         for (const MTBoundColumn& column : columns)
         {
@@ -149,11 +138,7 @@ private:
         std::uint8_t formula = noTileFormula;
     };
 
-    static void setOnes(VALTYPE& record) noexcept
-    {
-        record.x = 1.0;
-        record.y = record.z = record.type != 0 ? 1.0 : 0.0;
-    }
+    static Value uniformValue(const VALTYPE& value) noexcept { return {value, true, false, 0}; }
 
     bool add(const MTProgramStep& step)
     {
@@ -171,7 +156,7 @@ private:
             operands.push_back({step.operand(j), valueAt(step.operand(j))});
         }
         Value yielded{};
-        if (!evaluateOnce(*step.kernels, yielded.sample))
+        if (!evaluateOnce(*step.kernels, step.nbArgs, yielded.sample))
         {
             return false;
         }
@@ -201,7 +186,7 @@ private:
         return values[place < firstInput ? place : program.slots.size() + (place - firstInput)];
     }
 
-    bool evaluateOnce(const MTItemKernels& item, VALTYPE& yielded)
+    bool evaluateOnce(const MTItemKernels& item, std::uint32_t nbArgs, VALTYPE& yielded)
     {
         args.clear();
         for (const Operand& operand : operands)
@@ -211,7 +196,7 @@ private:
         args.emplace_back();
         try
         {
-            const bool isEvaluated = evaluateTileItem(item, args.data(), operands.size()) == Message::None;
+            const bool isEvaluated = evaluateItem(item, nullptr, args.data(), nbArgs) == Message::None;
             yielded = args.back();
             return isEvaluated;
         }
@@ -242,7 +227,7 @@ private:
         {
             if (operand.value.isBuffer)
             {
-                unusedBuffers(operand.value.sample).push_back(operand.value.place);
+                unusedBuffers[widthOf(operand.value.sample)].push_back(operand.value.place);
             }
         }
     }
@@ -258,7 +243,7 @@ private:
         }
         if (makesPoint)
         {
-            operands.resize(3, {noPlace, {VALTYPE{}, true, false, 0}});
+            operands.resize(3, {noPlace, uniformValue(VALTYPE{})});
         }
         const MTTileOperands form = formOf();
         const MTTileKernel kernel = target->set.findKernel(formula, form);
@@ -498,20 +483,16 @@ private:
     /// Call before the operands' buffers are released, so that a kernel never writes where it reads.
     void takeBuffer(Value& value)
     {
-        std::vector<std::uint32_t>& unused = unusedBuffers(value.sample);
+        const std::size_t width = widthOf(value.sample);
+        std::vector<std::uint32_t>& unused = unusedBuffers[width];
         value.isBuffer = true;
         if (unused.empty())
         {
-            value.place = addPlace(widthOf(value.sample));
+            value.place = addPlace(width);
             return;
         }
         value.place = unused.back();
         unused.pop_back();
-    }
-
-    std::vector<std::uint32_t>& unusedBuffers(const VALTYPE& value) noexcept
-    {
-        return freeBuffers[value.type != 0 ? 1 : 0];
     }
 
     std::uint32_t addPlace(std::size_t width)
@@ -522,12 +503,12 @@ private:
 
     const MTParserProgram& program;
     std::unique_ptr<MTTileProgram> target;
-    std::vector<Value> values;                                       // of the slots, then of the inputs
-    MTPlace waiting = noPlace;                                       // whose value is in the registers
-    std::vector<Operand> operands;                                   // of the current step
-    std::vector<VALTYPE> args;                                       // of the current step, followed by its result
-    std::map<std::array<std::uint64_t, 4>, std::uint32_t> uniforms;  // by kind and bits
-    std::array<std::vector<std::uint32_t>, 2> freeBuffers;           // for numbers, and for points
+    std::vector<Value> values;                                        // of the slots, then of the inputs
+    MTPlace waiting = noPlace;                                        // whose value is in the registers
+    std::vector<Operand> operands;                                    // of the current step
+    std::vector<VALTYPE> args;                                        // of the current step, followed by its result
+    std::map<std::array<std::uint64_t, 4>, std::uint32_t> uniforms;   // by kind and bits
+    std::map<std::size_t, std::vector<std::uint32_t>> unusedBuffers;  // by width
     std::uint32_t result = 0;
     std::size_t lastPause = 0;
     Joinable joinable;

@@ -19,10 +19,6 @@ struct MTTileWorkerContext : MTTileContext
     VALTYPE* args;  ///< For the arguments of any call, and its result.
 };
 
-/// Evaluates a single item.
-/// @param args  followed by a record for the result
-Message::Id evaluateTileItem(const MTItemKernels& item, VALTYPE* args, std::size_t nbArgs);
-
 class MTTileWorker final : public MTBulkWorker
 {
 public:

@@ -19,7 +19,6 @@ public:
     /// @return false if a column's size is invalid, or differs from the first one's
     bool take(const typename Encoding::Column* columns, std::size_t nbColumns)
     {
-        own.reserve(nbColumns);
         names.reserve(nbColumns);
         const auto* bytes = reinterpret_cast<const unsigned char*>(columns);
         for (std::size_t index = 0; index < nbColumns; ++index)

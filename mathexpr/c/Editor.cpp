@@ -191,7 +191,9 @@ mathexpr_status answerWithText(mathexpr_expression& expression, std::wstring_vie
                                typename Encoding::MadeText* given)
 {
     std::shared_ptr<Kept> kept(new Kept{Encoding::encode(made)});
-    const typename Encoding::MadeText known{0, 0, kept->text.c_str(), kept->text.size()};
+    typename Encoding::MadeText known{};
+    known.text = kept->text.c_str();
+    known.text_length = kept->text.size();
     return answerWith<Encoding>(expression, known, given, std::move(kept));
 }
 
@@ -277,13 +279,15 @@ mathexpr_status renameInText(mathexpr_expression* handle, const typename Encodin
                 mathexpr::renameInText(expression.object(), typed.c_str(), wideName.c_str(), wideNewName.c_str());
             auto kept = std::make_shared<KeptAnswer<Encoding, typename Encoding::Edit>>();
             UnitCounter<Encoding> units(typed);
-            const mathexpr_span refusedAt = units.spanOf(own.refusedAt);
+            typename Encoding::Renaming known{};
+            known.refusal = static_cast<std::uint32_t>(own.refusal);
+            known.refused_at = units.spanOf(own.refusedAt);
             for (const mathexpr::TextEdit& edit : own.edits)
             {
                 kept->elements.push_back(describeEdit(edit, units, *kept));
             }
-            const typename Encoding::Renaming known{0, static_cast<std::uint32_t>(own.refusal), refusedAt, kept->data(),
-                                                    kept->elements.size()};
+            known.edits = kept->data();
+            known.edit_count = kept->elements.size();
             return answerWith<Encoding>(expression, known, renaming, std::move(kept));
         });
 }

@@ -37,7 +37,11 @@ mathexpr_status mathexpr_get_limits(const mathexpr_expression* handle, mathexpr_
             return MATHEXPR_BAD_SIZE;
         }
         const mathexpr::ExpressionLimits own = mathexpr::getLimits(expression.object());
-        writeStructure(mathexpr_limits{0, own.maxTextLength, own.maxRecords, own.maxNesting}, limits);
+        mathexpr_limits known{};
+        known.max_text_length = own.maxTextLength;
+        known.max_records = own.maxRecords;
+        known.max_nesting = own.maxNesting;
+        writeStructure(known, limits);
         return MATHEXPR_OK;
     });
 }

@@ -54,7 +54,10 @@ mathexpr_status getNames(mathexpr_expression* handle, std::uint32_t which, typen
             return MATHEXPR_BAD_SIZE;
         }
         auto list = std::make_unique<const TextList<Encoding>>(namesOf(expression.object(), which));
-        writeStructure(typename Encoding::Names{0, 0, list->data(), list->size()}, names);
+        typename Encoding::Names known{};
+        known.names = list->data();
+        known.name_count = list->size();
+        writeStructure(known, names);
         expression.template answers<Encoding>().names = std::move(list);
         return MATHEXPR_OK;
     });
@@ -87,8 +90,11 @@ mathexpr_name_refusal refusalOf(const SMTDefExcepData& data)
         begin = 0;
         size = name.size();
     }
-    return {0, data.exID, Encoding::encode(name.substr(0, begin)).size(),
-            Encoding::encode(name.substr(begin, size)).size()};
+    mathexpr_name_refusal refusal{};
+    refusal.code = data.exID;
+    refusal.start = Encoding::encode(name.substr(0, begin)).size();
+    refusal.length = Encoding::encode(name.substr(begin, size)).size();
+    return refusal;
 }
 
 template <class Encoding>

@@ -61,11 +61,10 @@ SampleRun runSample(const MTFunctionDefinition& function, const SampleArguments&
     std::transform(arguments.begin(), arguments.end(), values.begin(),
                    [](const SampleArgument& argument) { return argument.value; });
     SampleRun run{false, Message::None, {}};
-    const MTProgramStep step{function.kernels, function.item, 0, 1, maxArguments, count, 0};
     try
     {
-        run.refusal = step.evaluate({values.data(), nullptr}, false);
-        run.result = values.back();
+        run.refusal = evaluateItem(*function.kernels, function.item, values.data(), count);
+        run.result = values[count];
         run.accepted = run.refusal == Message::None;
     }
     catch (const ParsingException&)

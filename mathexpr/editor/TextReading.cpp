@@ -24,8 +24,6 @@ public:
     TokenReader(std::wstring_view typed, const KnownNames& knownNames)
         : names(knownNames), separator(knownNames.registrar().getSyntax().argumentSeparator), typedLength(typed.size())
     {
-        stripped.reserve(typed.size());
-        typedIndices.reserve(typed.size());
         for (std::size_t at = 0; at < typed.size(); ++at)
         {
             if (typed[at] != L' ')
