@@ -72,14 +72,15 @@ bool MTParserCompiler::compile(const wchar_t* given, const MTLimits& limits, std
     {
         return false;
     }
-    if (!emitter.finish())
+    if (!emitter.finish(!hasCompiled))
     {
         return fail(CompileError::noExpression, __LINE__, 0, {}, text);
     }
-    if (!hasCompiled)
+    if (!hasCompiled && program.isShort())
     {
         releaseStacks();
     }
+    hasCompiled = true;
     return true;
 }
 
@@ -92,17 +93,13 @@ void MTParserCompiler::reserve()
     levels.reserve(usual);
 }
 
-/// Most objects compile a single short text. The second one allocates memory for all further ones. Memory for long texts is
-/// kept at once, since the system takes time to provide it.
-void MTParserCompiler::releaseStacks()
+/// Most objects compile a single short text. A second text allocates stacks again, and they are kept. A long first text keeps
+/// its stacks, because the system takes time to provide much memory.
+void MTParserCompiler::releaseStacks() noexcept
 {
-    hasCompiled = true;
-    if (program.fit())
-    {
-        emitter.releaseStacks();
-        std::vector<StackRecord>().swap(stack);
-        std::vector<BracketLevel>().swap(levels);
-    }
+    emitter.releaseStacks();
+    std::vector<StackRecord>().swap(stack);
+    std::vector<BracketLevel>().swap(levels);
 }
 
 bool MTParserCompiler::checkLimits(const wchar_t* typed, const MTLimits& limits)

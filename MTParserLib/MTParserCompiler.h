@@ -102,7 +102,7 @@ private:
     };
 
     void reserve();
-    void releaseStacks();
+    void releaseStacks() noexcept;
     bool checkLimits(const wchar_t* typed, const MTLimits& limits);
     bool compileRewritten(std::wstring& assignTarget);
     bool compileEnd();
@@ -156,7 +156,7 @@ private:
     bool automaticVariables = false;
 
     MTParserEmitter emitter;
-    bool hasCompiled = false;  // whether a text has been compiled; later ones leave the memory of the stacks allocated
+    bool hasCompiled = false;  // whether a text has been compiled; from then on the stacks keep their memory
     MTLimitScratch limitScratch;
     std::vector<StackRecord> stack;
     std::vector<BracketLevel> levels;

@@ -188,7 +188,7 @@ void MTParserEmitter::bring(const Operand& operand, MTPlace slot)
     }
 }
 
-bool MTParserEmitter::finish()
+bool MTParserEmitter::finish(bool shrinks)
 {
     const auto last = std::find_if(waiting.rbegin(), waiting.rend(),
                                    [](const Operand& operand) { return operand.kind != Kind::Placeholder; });
@@ -205,6 +205,10 @@ bool MTParserEmitter::finish()
         }
     }
     bring(*last, addSlot());
+    if (shrinks && program.isShort())
+    {
+        program.shrink();
+    }
     program.frame = {program.slots.data(), program.inputs.data()};
     const bool isConstant = last->kind == Kind::Constant;
     if (isConstant)

@@ -77,8 +77,9 @@ public:
     std::uint32_t getPositionFound() const noexcept { return positionFound; }
 
     /// Completes the program. Unconsumed results get slots of their own; the last record is the root.
+    /// @param shrinks  whether a short program is moved to memory of its size
     /// @return false if nothing was emitted; the program stays empty
-    bool finish();
+    bool finish(bool shrinks);
 
     /// Reserves memory for so many steps, slots and operands.
     void reserve(std::size_t count);

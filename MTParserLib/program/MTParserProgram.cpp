@@ -50,24 +50,18 @@ void MTParserProgram::clear() noexcept
     choice.clear();
 }
 
-bool MTParserProgram::fit()
+bool MTParserProgram::isShort() const noexcept
 {
     constexpr std::size_t mostSlots = 64;
-    if (slots.size() > mostSlots)
-    {
-        return false;
-    }
+    return slots.size() <= mostSlots;
+}
+
+void MTParserProgram::shrink()
+{
     steps.shrink_to_fit();
     slots.shrink_to_fit();
     usedVariables.shrink_to_fit();
     inputs.shrink_to_fit();
-    frame = {slots.data(), inputs.data()};
-    if (isConstant())
-    {
-        scalar.clear();
-        scalar.buildConstant(getRoot());
-    }
-    return true;
 }
 
 MTPlace MTParserProgram::findInput(const VALTYPE& variable) const noexcept

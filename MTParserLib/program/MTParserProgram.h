@@ -51,7 +51,7 @@ struct MTProgramStep
     }
 };
 
-/// Evaluates an item apart from any program.
+/// Evaluates an item on given arguments, without a program.
 /// @param item  may be null if its kernels are those of a class of the vocabulary
 /// @param args  followed by a record for the result, which is reset first
 inline Message::Id evaluateItem(const MTItemKernels& kernels, const IMathExprItemEvaluator* item, VALTYPE* args,
@@ -79,9 +79,10 @@ public:
     /// Removes the steps and keeps the memory.
     void clear() noexcept;
 
-    /// Releases memory that a complete program does not use, if it is short.
-    /// @return false if it is long, and stays where it is
-    bool fit();
+    /// Whether it is short enough to be moved to memory of its size.
+    bool isShort() const noexcept;
+    /// Moves it to memory of its size. Call before the frame and the scalar code refer to that memory.
+    void shrink();
 
     /// Whether there is a program to evaluate. It is incomplete while it is compiled.
     bool isComplete() const noexcept { return choice.getState() != MTRunState::Empty; }
