@@ -111,7 +111,7 @@ bool MTTileWorker::evaluate(std::size_t firstRow, std::size_t nbRows, std::uint3
     }
     const std::size_t nbRest = nbRows % tileRows;
     const std::size_t nbWhole = nbRows - nbRest;
-    const bool wholeDone = evaluateTiles(firstRow, nbWhole / tileRows, status);
+    const bool wholeDone = nbWhole == 0 || evaluateTiles(firstRow, nbWhole / tileRows, status);
     return (nbRest == 0 || evaluateRest(firstRow + nbWhole, nbRest, status + nbWhole)) && wholeDone;
 }
 
