@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Power.h - the C library's pow, with a shorter way to the same bits for squares in WebAssembly.
+// Power.h - the C library's pow, and a faster computation of squares in WebAssembly, with the same bits.
 //
 // The module's pow is musl's. Its error is less than half a unit in the last place (ulp) plus 0.0131: at most 0.511 ulp from
 // its exponential, and 2^-67.4 |y ln x| from its logarithm, which is 0.0021 ulp for y = 2 and x between 2^-32 and 2^32. If
 // the exact square is further than 1/64 ulp from the middle between two doubles, the nearest double is therefore the only
-// one that pow can return, and that is the product x*x. A power of two is exact, but the doubles below it are nearer
-// together; pow is exact there too, as the test of all 64 shows.
+// one that pow can return, and that is the product x*x. The square of a power of two is exact, but the doubles below it are
+// closer together; for those 64 powers pow is exact, too (PlatformMath.SquaresHaveTheBitsOfPow).
 #pragma once
 
 #include <cmath>
@@ -18,7 +18,7 @@ namespace platform {
 
 #if defined(__wasm__)
 
-/// Whether x*x is what musl's pow returns; false in one of 32 cases, and outside the range above.
+/// Whether x*x is what musl's pow returns. False for one number in 32, and for all outside 2^-32 <= |x| < 2^32.
 inline bool isSquareByPow(double x) noexcept
 {
     std::uint64_t bits = 0;

@@ -297,7 +297,8 @@ static PyObject* callArrays(Function* self, PyObject* arguments, uint32_t thread
     return answer;
 }
 
-/// The number of threads of a call with at most this option; 0 for other keywords and values.
+/// The value of threads=, or 1 without keywords. 0 if there are other keywords or the value is not a count, which the slow
+/// path refuses.
 static uint32_t threadCountOf(PyObject* keywords)
 {
     if (keywords == NULL)

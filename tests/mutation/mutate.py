@@ -7,14 +7,14 @@
 Usage: mutate.py [--seed N] [--jobs N] [--again | --resume] [--only PREFIX]... [--together] FOLDER [COUNT | --all]
 
 Of all places where one of the rules of mutants.py applies, a seed chooses COUNT (560 unless given), in the files of any PREFIX.
-One build in FOLDER contains nearly all mutants, and an environment variable chooses between them at run time (together.py). Those
-of the table of conversions are tried a mutant of each row at a time (rows.py). The others are built one by one (singly.py),
-except with --together, which omits them. The tests that reach a mutant run until one
-fails, crashes, or exceeds its time or its memory. A change that does not compile is no mutant.
+One build in FOLDER contains three quarters of the mutants, and an environment variable chooses between them at run time
+(together.py). A mutant of each row of the table of conversions is tried in one build (rows.py). The others are built one by one
+(singly.py); --together omits them. The tests that reach a mutant run until one fails, crashes, or exceeds its time or its memory.
+A change that does not compile is no mutant.
 
 FOLDER/results.txt lists the outcomes; --resume continues with mutants that it does not contain, and --again also tries its
 survivors again. survivors.txt beside this script lists accepted survivors with their reasons; --again does not try them. Fails if
-less than 97 % of the mutants are noticed, or if one survives that is not listed.
+less than 95 % of the mutants are noticed, or if one survives that is not listed.
 """
 
 import argparse
@@ -35,7 +35,7 @@ from together import Together
 
 SURVIVORS = pathlib.Path(__file__).with_name("survivors.txt")
 SHARE = 0.08  # upper bound on the part of the mutants in one file: the table of conversions has hundreds of constants
-ENOUGH = 0.97
+ENOUGH = 0.95  # of all mutants 97 % are noticed, of a choice a few more or less
 
 
 def shuffled(mutants, seed=1):

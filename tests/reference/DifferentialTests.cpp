@@ -7,7 +7,7 @@
 //
 //     MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1000000 MATHEXPR_DIFFERENTIAL_SEED=7 reference_tests
 //
-// A failure prints a number N. With MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1 MATHEXPR_DIFFERENTIAL_SEED=N its calls are compared again.
+// A failure prints a number N. MATHEXPR_DIFFERENTIAL_EXPRESSIONS=1 MATHEXPR_DIFFERENTIAL_SEED=N repeats it.
 #include "EngineSession.h"
 #include "ExpressionGenerator.h"
 #include "ReferenceEvaluator.h"
