@@ -10,6 +10,7 @@
 #include "MTParserLib/tiles/TileSines.h"
 #include "MTParserLib/vocabulary/CoreMath.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
@@ -48,6 +49,21 @@ bool computeTileRows(const MTTileStep& step, const MTTileContext& context)
     return refused;
 }
 
+template <class Item>
+using OfRadians = decltype(Item::Formula::ofRadians(double{}));
+
+/// Computes a function of an angle. The angles of all rows come first: if a processor has predicted a branch of the function
+/// wrongly, it notices without waiting for a division.
+template <class Formula>
+bool computeTileAngles(const MTTileStep& step, const MTTileContext& context)
+{
+    const double* const degrees = context.places[step.a];
+    double* const result = context.places[step.result];
+    double* const end = std::transform(degrees, degrees + context.nbRows, result, formulas::Radians::of<double>);
+    std::transform(result, end, result, Formula::ofRadians);
+    return false;
+}
+
 /// Index of an item's formula among those with vector kernels.
 template <class Item>
 constexpr std::uint8_t findTileFormula()  // not covered: runs while compiling
@@ -69,13 +85,15 @@ constexpr MTTileCall findTileCall()  // not covered: runs while compiling
         scalarkernels::hasKernels<Item, double>() || scalarkernels::hasKernels<Item, double, double>();
     if constexpr (computes && findTileFormula<Item>() == noTileFormula)
     {
-#if defined(MATHEXPR_TILE_SINES)
-        if constexpr (std::is_same_v<Item, SinFct> || std::is_same_v<Item, CosFct>)
+        if constexpr (tiles::hasSines && (std::is_same_v<Item, SinFct> || std::is_same_v<Item, CosFct>))
         {
             return tiles::computeSines<std::is_same_v<Item, CosFct>>;
         }
+        else if constexpr (hasForm<OfRadians, Item>)
+        {
+            return computeTileAngles<typename Item::Formula>;
+        }
         else
-#endif
         {
             return computeTileRows<Item>;
         }

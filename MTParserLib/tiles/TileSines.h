@@ -8,8 +8,14 @@
 
 namespace tiles {
 
-/// An MTTileCall, defined only with MATHEXPR_TILE_SINES. The same bits as std::sin or std::cos of each angle in radians, in
-/// half the time or less.
+#if defined(MATHEXPR_TILE_SINES)
+inline constexpr bool hasSines = true;
+#else
+inline constexpr bool hasSines = false;
+#endif
+
+/// An MTTileCall, defined only if hasSines. The same bits as std::sin or std::cos of each angle in radians, in half the
+/// time or less.
 /// @tparam isCosine  whether it computes cosines
 template <bool isCosine>
 bool computeSines(const MTTileStep& step, const MTTileContext& context);

@@ -39,6 +39,13 @@ public:
 template <class Function, Message::Id domainMessage>
 using DomainFunction = UnaryFunction<Function, Function, domainMessage>;
 
+/// A function of an angle in degrees that declares ofRadians.
+template <class Function>
+struct AngleFunction : UnaryFunction<Function>
+{
+    static double of(double degrees) { return Function::ofRadians(formulas::Radians::of(degrees)); }
+};
+
 /// A function of two numbers that declares of, unless it names a formula.
 template <class Function, class FormulaOfNumbers = Function>
 class BinaryFunction : public BuiltInFunction<Function>
@@ -119,10 +126,10 @@ inline double random()
 
 }
 
-struct SinFct final : UnaryFunction<SinFct>
+struct SinFct final : AngleFunction<SinFct>
 {
     static constexpr FunctionText text{L"sin", L"sin(x)", L"Sine", 1, __LINE__};
-    static double of(double x) { return std::sin(formulas::Radians::of(x)); }
+    static double ofRadians(double angle) { return std::sin(angle); }
 };
 
 struct ArcSinFct final : DomainFunction<ArcSinFct, Message::ArcDomain>
@@ -133,16 +140,16 @@ struct ArcSinFct final : DomainFunction<ArcSinFct, Message::ArcDomain>
 };
 
 /// The hyperbolic functions also take degrees.
-struct SinhFct final : UnaryFunction<SinhFct>
+struct SinhFct final : AngleFunction<SinhFct>
 {
     static constexpr FunctionText text{L"sinh", L"sinh(x)", L"Hyperbolic sine", 1, __LINE__};
-    static double of(double x) { return std::sinh(formulas::Radians::of(x)); }
+    static double ofRadians(double angle) { return std::sinh(angle); }
 };
 
-struct CosFct final : UnaryFunction<CosFct>
+struct CosFct final : AngleFunction<CosFct>
 {
     static constexpr FunctionText text{L"cos", L"cos(x)", L"Cosine", 1, __LINE__};
-    static double of(double x) { return std::cos(formulas::Radians::of(x)); }
+    static double ofRadians(double angle) { return std::cos(angle); }
 };
 
 struct ArcCosFct final : DomainFunction<ArcCosFct, Message::ArcDomain>
@@ -152,16 +159,16 @@ struct ArcCosFct final : DomainFunction<ArcCosFct, Message::ArcDomain>
     static double of(double x) { return formulas::Degrees::of(std::acos(x)); }
 };
 
-struct CoshFct final : UnaryFunction<CoshFct>
+struct CoshFct final : AngleFunction<CoshFct>
 {
     static constexpr FunctionText text{L"cosh", L"cosh(x)", L"Hyperbolic cosine", 1, __LINE__};
-    static double of(double x) { return std::cosh(formulas::Radians::of(x)); }
+    static double ofRadians(double angle) { return std::cosh(angle); }
 };
 
-struct TanFct final : UnaryFunction<TanFct>
+struct TanFct final : AngleFunction<TanFct>
 {
     static constexpr FunctionText text{L"tan", L"tan(x)", L"Tangent", 1, __LINE__};
-    static double of(double x) { return std::tan(formulas::Radians::of(x)); }
+    static double ofRadians(double angle) { return std::tan(angle); }
 };
 
 struct ArcTanFct final : UnaryFunction<ArcTanFct>
@@ -170,10 +177,10 @@ struct ArcTanFct final : UnaryFunction<ArcTanFct>
     static double of(double x) { return formulas::Degrees::of(std::atan(x)); }
 };
 
-struct TanhFct final : UnaryFunction<TanhFct>
+struct TanhFct final : AngleFunction<TanhFct>
 {
     static constexpr FunctionText text{L"tanh", L"tanh(x)", L"Hyperbolic tangent", 1, __LINE__};
-    static double of(double x) { return std::tanh(formulas::Radians::of(x)); }
+    static double ofRadians(double angle) { return std::tanh(angle); }
 };
 
 struct SqrtFct final : UnaryFunction<SqrtFct, formulas::Sqrt, Message::SqrtDomain>
