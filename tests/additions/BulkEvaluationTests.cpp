@@ -12,6 +12,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -449,6 +450,24 @@ TEST_F(BulkTest, ThreadsComeToTheSame)
             ASSERT_TRUE(together[row].x == alone[row].x || std::isnan(alone[row].x)) << row;
         }
     }
+}
+
+TEST_F(BulkTest, ThreadsDrawRandomNumbersInTheOrderOfRows)
+{
+    compile(L"rand(0,1)+0*x");
+    const Numbers x(100'000);
+    Numbers expected(x.size());
+    std::srand(7);
+    for (double& drawn : expected)
+    {
+        VALTYPE value;
+        ASSERT_TRUE(session.expression.evaluate(value));
+        drawn = value.x;
+    }
+    Numbers results(x.size());
+    std::srand(7);
+    ASSERT_TRUE(run({numbersOf(L"x", x)}, x.size(), {results.data()}, 3));
+    EXPECT_TRUE(results == expected);
 }
 
 TEST_F(BulkTest, DeepExpressions)
