@@ -22,31 +22,38 @@ namespace {
 constexpr std::uint32_t maxArguments = 4;
 constexpr std::uint32_t argumentsOfAny = 3;
 
-struct SampleArgument
+using SampleTexts = std::array<const wchar_t*, maxArguments>;
+
+constexpr SampleTexts positiveNumbers{L"2", L"3", L"4", L"5"};
+constexpr SampleTexts numbersOfArcFunctions{L"0.5", L"3", L"4", L"5"};
+constexpr SampleTexts pointsOfIntersectingLines{L"[0,0,0]", L"[2,2,0]", L"[0,2,0]", L"[2,0,0]"};
+
+struct SampleArguments
 {
-    std::wstring_view text;
-    VALTYPE value;
+    SampleArguments(const SampleTexts& texts, MTParser& session) : texts(texts)
+    {
+        std::transform(texts.begin(), texts.end(), values.begin(), [&session](const wchar_t* text) {
+            std::wstring assignTarget;
+            session.compile(text, false, assignTarget);
+            session.run(false);
+            return session.getProgram().getRoot();
+        });
+    }
+
+    const SampleTexts& texts;
+    std::array<VALTYPE, maxArguments> values;
 };
 
-using SampleArguments = std::array<SampleArgument, maxArguments>;
+struct Samples
+{
+    explicit Samples(MTParser& session)
+        : numbers{{{positiveNumbers, session}, {numbersOfArcFunctions, session}}},
+          points(pointsOfIntersectingLines, session)
+    {}
 
-/// Positive numbers; then numbers within the domain of the arc functions.
-constexpr std::array<SampleArguments, 2> numberSamples{{
-    {{{L"2", {0, 0, 0, 0, 2, 0, 0}},
-      {L"3", {0, 0, 0, 0, 3, 0, 0}},
-      {L"4", {0, 0, 0, 0, 4, 0, 0}},
-      {L"5", {0, 0, 0, 0, 5, 0, 0}}}},
-    {{{L"0.5", {0, 0, 0, 0, 0.5, 0, 0}},
-      {L"3", {0, 0, 0, 0, 3, 0, 0}},
-      {L"4", {0, 0, 0, 0, 4, 0, 0}},
-      {L"5", {0, 0, 0, 0, 5, 0, 0}}}},
-}};
-
-/// Two intersecting lines.
-constexpr SampleArguments pointSamples{{{L"[0,0,0]", {1, 0, 0, 0, 0, 0, 0}},
-                                        {L"[2,2,0]", {1, 0, 0, 0, 2, 2, 0}},
-                                        {L"[0,2,0]", {1, 0, 0, 0, 0, 2, 0}},
-                                        {L"[2,0,0]", {1, 0, 0, 0, 2, 0, 0}}}};
+    std::array<SampleArguments, 2> numbers;
+    SampleArguments points;
+};
 
 struct SampleRun
 {
@@ -58,8 +65,7 @@ struct SampleRun
 SampleRun runSample(const MTFunctionDefinition& function, const SampleArguments& arguments, std::uint32_t count)
 {
     std::array<VALTYPE, maxArguments + 1> values;  // followed by the result
-    std::transform(arguments.begin(), arguments.end(), values.begin(),
-                   [](const SampleArgument& argument) { return argument.value; });
+    std::copy(arguments.values.begin(), arguments.values.end(), values.begin());
     SampleRun run{false, Message::None, {}};
     try
     {
@@ -75,13 +81,13 @@ SampleRun runSample(const MTFunctionDefinition& function, const SampleArguments&
 }
 
 /// The message of a function of one number for an argument outside its domain.
-Message::Id domainOf(const MTFunctionDefinition& function)
+/// @param arguments  valid ones, of which the first is changed
+Message::Id domainOf(const MTFunctionDefinition& function, SampleArguments arguments)
 {
-    for (const double x : {-1.0, 0.0, 2.0, 3e9})
+    for (const double x : {-1.0, 2.0, 3e9})
     {
-        SampleArguments outside = numberSamples.front();
-        outside.front().value.x = x;
-        const Message::Id refusal = runSample(function, outside, 1).refusal;
+        arguments.values.front().x = x;
+        const Message::Id refusal = runSample(function, arguments, 1).refusal;
         if (expectedInsteadOf(refusal) == Expected::InDomain)
         {
             return refusal;
@@ -123,7 +129,7 @@ std::wstring callOf(const FunctionFacts& facts)
     return call + L')';
 }
 
-FunctionFacts factsOf(const MTFunctionDefinition& function)
+FunctionFacts factsOf(const MTFunctionDefinition& function, const Samples& samples)
 {
     FunctionFacts facts{std::wstring(function.symbol),
                         function.item->getHelpString(),
@@ -140,21 +146,21 @@ FunctionFacts factsOf(const MTFunctionDefinition& function)
     facts.description.erase(0, facts.description.find_first_not_of(L' '));
     facts.parameters = parametersOf(facts.help);
     const std::uint32_t count = function.nbArgs == NB_ARGS_UNDEFINED ? argumentsOfAny : function.nbArgs;
-    const SampleArguments* used = &numberSamples.front();
+    const SampleArguments* used = samples.numbers.data();
     if (function.item->isConstant())  // must not draw a random number
     {
-        facts.domain = count == 1 ? domainOf(function) : Message::None;
-        const bool takesPoints = runSample(function, pointSamples, count).accepted;
-        const auto* const numbers =
-            std::find_if(numberSamples.begin(), numberSamples.end(),
-                         [&](const SampleArguments& samples) { return runSample(function, samples, count).accepted; });
-        const bool takesNumbers = numbers != numberSamples.end();
+        facts.domain = count == 1 ? domainOf(function, samples.numbers.front()) : Message::None;
+        const bool takesPoints = runSample(function, samples.points, count).accepted;
+        const SampleArguments* const end = samples.numbers.data() + samples.numbers.size();
+        const SampleArguments* const numbers =
+            std::find_if(samples.numbers.data(), end,
+                         [&](const SampleArguments& some) { return runSample(function, some, count).accepted; });
+        const bool takesNumbers = numbers != end;
         facts.parameterKind = !takesNumbers ? ValueKind::Point : takesPoints ? ValueKind::Either : ValueKind::Number;
-        used = takesNumbers ? numbers : &pointSamples;
+        used = takesNumbers ? numbers : &samples.points;
         facts.resultKind = runSample(function, *used, count).result.type == 1 ? ValueKind::Point : ValueKind::Number;
     }
-    std::transform(used->begin(), used->begin() + count, std::back_inserter(facts.arguments),
-                   [](const SampleArgument& argument) { return std::wstring(argument.text); });
+    facts.arguments.assign(used->texts.begin(), used->texts.begin() + count);
     facts.call = callOf(facts);
     return facts;
 }
@@ -164,13 +170,14 @@ struct FactsTable
     FactsTable()
     {
         MTParser session(false, nullptr);
+        const Samples samples(session);
         const MTParserRegistrar& registrar = session.getRegistrar();
         for (std::size_t index = 0; index < registrar.getNbFunctions(); ++index)
         {
             const MTFunctionDefinition& function = registrar.getFunctionDefinition(index);
             if (function.nbArgs != 0)  // no expression can call it without arguments
             {
-                all.push_back(factsOf(function));
+                all.push_back(factsOf(function, samples));
             }
         }
         for (const FunctionFacts& facts : all)
