@@ -10,7 +10,7 @@ Of all places where one of the rules of mutants.py applies, a seed chooses COUNT
 One build in FOLDER contains three quarters of the mutants, and an environment variable chooses between them at run time
 (together.py). A mutant of each row of the table of conversions is tried in one build (rows.py). The others are built one by one
 (singly.py); --together omits them. The tests that reach a mutant run until one fails, crashes, or exceeds its time or its memory.
-A change that does not compile is no mutant.
+A change that does not compile, or has no effect on an object file, is no mutant.
 
 FOLDER/results.txt lists the outcomes; --resume continues with mutants that it does not contain, and --again also tries its
 survivors again. survivors.txt beside this script lists accepted survivors with their reasons; --again does not try them. Fails if
@@ -137,16 +137,16 @@ def main():
         if not options.together:  # those of a source one after the other, so that fewer sources are built again
             tried([Singly(together).fate], sorted(set(left) - held - of_rows), report)
 
-    compiled = [mutant for mutant, fate in fates.items() if fate != "not compiled"]
-    survived = sorted(mutant for mutant in compiled if fates[mutant] == "survived")
+    tested = [mutant for mutant, fate in fates.items() if fate not in ("not compiled", "without effect")]
+    survived = sorted(mutant for mutant in tested if fates[mutant] == "survived")
     unlisted = [mutant for mutant in survived if mutant.key() not in accepted]
     for mutant in survived:
         print(f"\nsurvived {mutant}  {accepted.get(mutant.key(), 'NOT LISTED')}")
-    noticed = len(compiled) - len(survived)
-    print(f"\n{len(fates)} changes, of which {len(fates) - len(compiled)} do not compile. Of {len(compiled)} mutants "
-          f"{noticed} are noticed ({100 * noticed / max(1, len(compiled)):.1f} %); of the {len(survived)} survivors "
+    noticed = len(tested) - len(survived)
+    print(f"\n{len(fates)} changes, of which {len(fates) - len(tested)} do not compile or have no effect. Of {len(tested)} mutants "
+          f"{noticed} are noticed ({100 * noticed / max(1, len(tested)):.1f} %); of the {len(survived)} survivors "
           f"{len(unlisted)} are not listed.")
-    return 0 if compiled and noticed >= ENOUGH * len(compiled) and not unlisted else 1
+    return 0 if tested and noticed >= ENOUGH * len(tested) and not unlisted else 1
 
 
 if __name__ == "__main__":
