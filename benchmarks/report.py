@@ -202,7 +202,10 @@ def summary(figures):
 
     def row(what, figure, target, at_least=False, unit=""):
         reached = figure >= target if at_least else figure <= target
-        table.rows.append([what, number(figure) + unit, ("at least " if at_least else "at most ") + f"{target:g}{unit}",
+        shown = number(figure)
+        if not reached and float(shown) == target:
+            shown = f"{figure:.3f}"  # two decimals would look like the target
+        table.rows.append([what, shown + unit, ("at least " if at_least else "at most ") + f"{target:g}{unit}",
                            "yes" if reached else "no"])
 
     worst_peer = max((ratio(evaluated[f], fastest(evaluated[f])), f) for f in MEAN_OF)

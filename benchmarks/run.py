@@ -94,8 +94,9 @@ def machine(cpu):
     compiler = subprocess.run(["g++", "--version"], stdout=subprocess.PIPE, text=True, check=True).stdout.split("\n")[0]
     packages = ["libbenchmark-dev", "libmuparser-dev", "libmuparserx-dev", "libfparser-dev", "libluajit-5.1-dev",
                 "libc6", "python3", "python3-numpy", "python3-numexpr"]
-    versions = subprocess.run(["dpkg-query", "-W", "-f=${Package} ${Version}, ", *packages], stdout=subprocess.PIPE,
-                              text=True, check=True).stdout.rstrip(", ")
+    lines = subprocess.run(["dpkg-query", "-W", "-f=${Package} ${Version}\n", *packages], stdout=subprocess.PIPE, text=True,
+                           check=True).stdout.splitlines()
+    versions = ", ".join(dict.fromkeys(lines))  # once per version, of all architectures
     return (f"{model.group(1) if model else platform.machine()}, {os.cpu_count()} processors, pinned to number {cpu}; "
             f"load average {os.getloadavg()[0]:.1f} at the end; {platform.system()} {platform.release()}; {compiler}; "
             f"{versions}.")
