@@ -11,17 +11,17 @@
 //   not popped by one of its own precedence.
 // - A name before "(" is a function. It is pushed with precedence 5, below the "(" that follows it, and a placeholder
 //   is emitted. It is popped like an operator, after its ")".
-// - "(" is pushed as a wall, and opens a bracket level.
-// - ")" and the separator pop and emit everything down to the wall; ")" removes the wall. Both end an argument. The
-//   record below the wall counts it if it is a function's and something was read since the last separator (its pending
-//   flag).
+// - "(" is pushed as a barrier, and opens a bracket level.
+// - ")" and the separator pop and emit everything down to the barrier; ")" removes the barrier. Both end an argument. If
+//   the record below the barrier is a function, and its pending flag is set, its argument count grows by one. The flag
+//   is set if something was read since the last separator.
 // - At the end of the text, all records left are popped and emitted.
 //
 // A bracket level remembers the last two things read in it. They distinguish a unary from a binary operator, and detect
 // a value that follows a value.
 //
-// The pending flag belongs to the nearest record: the top of the stack, or the one below it if the top is a wall. It is
-// set and read on every record, including operators and walls; only the count is kept for functions alone.
+// The pending flag belongs to the nearest record: the top of the stack, or the one below it if the top is a barrier. It
+// is set and read on every record, including operators and barriers; only the count is kept for functions alone.
 #pragma once
 
 #include "MTParserLib/MTParserRegistrar.h"

@@ -8,8 +8,8 @@
 // DefinitionException and changes nothing. The compiler resolves symbols and names through the look-ups, which use
 // indexes that are maintained by the definitions: they build no string and scan no list.
 //
-// A prototype shares operators, functions, constants and syntax with the registrars made from it. The first of them
-// that defines something copies them (copy on write). Items are stateless, so sharing has no visible effect; it makes
+// A prototype shares operators, functions, constants and syntax with the registrars made from it. A registrar copies
+// them before its first own definition (copy on write). Items are stateless, so sharing has no visible effect; it makes
 // creating an expression object cheap.
 #pragma once
 

@@ -56,10 +56,10 @@
 /// Version of this interface. A library serves every host that was compiled with this number or a smaller one.
 #define MATHEXPR_ABI_VERSION 1
 
-/// Length of a zero-terminated text.
+/// Pass as the length of a zero-terminated text.
 #define MATHEXPR_ZERO_TERMINATED ((size_t)-1)
 
-/// Argument count of a function that takes any number of arguments.
+/// Reported as the argument count of a function that takes any number of arguments.
 #define MATHEXPR_ANY_ARG_COUNT ((uint32_t)0xFFFFFFFF)
 
 /// Upper bound on the member size of a structure.
@@ -97,8 +97,9 @@ enum
     MATHEXPR_BULK_REFUSED = 12,  ///< Invalid arrays; see mathexpr_bulk_outcome.
     MATHEXPR_BUFFER_TOO_SMALL = 13,
 
-    // Failures of the expression. All but MATHEXPR_NO_PROGRAM and MATHEXPR_OTHER_KIND leave a diagnostic
-    // (mathexpr_get_diagnostic_utf8).
+    // Failures of the expression. When a text is compiled or evaluated, all but MATHEXPR_NO_PROGRAM and
+    // MATHEXPR_OTHER_KIND leave a diagnostic (mathexpr_get_diagnostic_utf8). mathexpr_set_variable_utf8 and
+    // mathexpr_call_function leave none.
     MATHEXPR_PARSING_ERROR = 20,     ///< The text does not compile, or a function got a point for a number.
     MATHEXPR_DEFINITION_ERROR = 21,  ///< The name is not allowed for a variable.
     MATHEXPR_REFUSED = 22,           ///< An item refused its arguments, or an integer literal is too large.
@@ -275,7 +276,7 @@ typedef struct mathexpr_options_utf16
 } mathexpr_options_utf16;
 
 /// Creates an expression. The two functions differ only in the encoding of the callbacks.
-/// @param options     read during the call; NULL means all 0: no messages, no callbacks
+/// @param options     read during the call; NULL means all 0: no callbacks, and no message but 19
 /// @param expression  receives the handle, which the caller owns
 /// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT (expression), MATHEXPR_BAD_SIZE, MATHEXPR_BAD_OPTION (an unknown kind or
 ///         flag, a lookup for a calculator, reserved not 0), MATHEXPR_OUT_OF_MEMORY
@@ -292,8 +293,8 @@ MATHEXPR_C_API mathexpr_status mathexpr_create_utf16(const mathexpr_options_utf1
 MATHEXPR_C_API mathexpr_status mathexpr_copy(mathexpr_expression* expression,
                                              mathexpr_expression** copy) MATHEXPR_NOEXCEPT;
 
-/// Destroys an expression. Its handle, its diagnostic and its lists of names become invalid, and the addresses of its variables
-/// with the last copy.
+/// Destroys an expression. Its handle, its diagnostic and its lists of names become invalid. The addresses of its variables
+/// become invalid when its last copy is destroyed.
 /// @param expression  NULL has no effect
 /// @return MATHEXPR_OK, MATHEXPR_STALE_HANDLE, MATHEXPR_BUSY (it is not destroyed)
 MATHEXPR_C_API mathexpr_status mathexpr_destroy(mathexpr_expression* expression) MATHEXPR_NOEXCEPT;
@@ -302,9 +303,8 @@ MATHEXPR_C_API mathexpr_status mathexpr_destroy(mathexpr_expression* expression)
 /// MATHEXPR_BULK_REFUSED) it keeps its former program.
 /// @return MATHEXPR_OK: the program is ready to be evaluated. MATHEXPR_NULL_ARGUMENT, MATHEXPR_STALE_HANDLE,
 ///         MATHEXPR_WRONG_KIND (a calculator), MATHEXPR_BUSY, MATHEXPR_BAD_UTF8 or MATHEXPR_BAD_UTF16,
-///         MATHEXPR_ZERO_IN_TEXT; MATHEXPR_PARSING_ERROR, MATHEXPR_DEFINITION_ERROR, MATHEXPR_REFUSED, in the last
-///         three cases after the user has seen a message, where messages are shown; MATHEXPR_HOST_CALLBACK_...;
-///         MATHEXPR_OUT_OF_MEMORY
+///         MATHEXPR_ZERO_IN_TEXT; MATHEXPR_PARSING_ERROR, MATHEXPR_DEFINITION_ERROR, MATHEXPR_REFUSED (these three
+///         after showing a message, if messages are shown); MATHEXPR_HOST_CALLBACK_...; MATHEXPR_OUT_OF_MEMORY
 MATHEXPR_C_API mathexpr_status mathexpr_set_expression_utf8(mathexpr_expression* expression, const char* text,
                                                             size_t length) MATHEXPR_NOEXCEPT;
 MATHEXPR_C_API mathexpr_status mathexpr_set_expression_utf16(mathexpr_expression* expression,
@@ -339,8 +339,8 @@ MATHEXPR_C_API mathexpr_status mathexpr_calculate_utf16(mathexpr_expression* exp
                                                         size_t length, uint32_t max_integer,
                                                         mathexpr_value* value) MATHEXPR_NOEXCEPT;
 
-/// Drops a pending assignment. Otherwise a failed assignment such as "pi=3" stays pending, and the next successful evaluation
-/// of any text carries it out.
+/// Drops a pending assignment. A refused assignment such as "pi=3" stays pending: each later evaluation that yields a value
+/// tries it again, until it is dropped or a text with another assignment is compiled.
 /// @return MATHEXPR_OK, MATHEXPR_NULL_ARGUMENT, MATHEXPR_STALE_HANDLE, MATHEXPR_BUSY
 MATHEXPR_C_API mathexpr_status mathexpr_drop_assignment(mathexpr_expression* expression) MATHEXPR_NOEXCEPT;
 
@@ -812,11 +812,11 @@ typedef struct mathexpr_bulk_outcome
 } mathexpr_bulk_outcome;
 
 /// Evaluates the program over arrays: columns of values in, one result per row out. The result of a row equals, bit for bit,
-/// the first evaluation after compiling the text with the variables set to the row's values. A variable without a column keeps
-/// its value in all rows. A failed row does not stop the others: its result is NaN (three NaN for a point, the number NaN for a
-/// record), and its status is the reason. No message is shown for a row. An assignment in the text is not carried out; the
-/// assigned value is the result. The call leaves variables, pending assignment and diagnostic as they were, and its memory does
-/// not grow with the number of rows.
+/// the first evaluation after compiling the text with the variables set to the row's values; only the sign and payload of a NaN
+/// may differ. A variable without a column keeps its value in all rows. A failed row does not stop the others: its result is NaN
+/// (three NaN for a point, the number NaN for a record), and its status is the reason. No message is shown for a row. An
+/// assignment in the text is not carried out; the assigned value is the result. The call leaves variables, pending assignment
+/// and diagnostic as they were, and its memory does not grow with the number of rows.
 ///
 /// Accepts both kinds of expression.
 ///

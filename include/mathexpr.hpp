@@ -279,7 +279,7 @@ inline bool operator!=(const Point& left, const Point& right) noexcept
     return !(left == right);
 }
 
-/// A number of digits that means: the fewest that read back to the same bits.
+/// Number of digits for the shortest text that reads back to the same bits.
 inline constexpr std::uint32_t exactDigits = MATHEXPR_EXACT_DIGITS;
 
 /// A number or a point.
@@ -754,15 +754,15 @@ private:
         case MATHEXPR_BULK_COLUMN_NAME:
             return error(whose() + "has no name, or one that is not well-formed UTF-8");
         case MATHEXPR_BULK_COLUMN_TWICE:
-            return error(whose() + "is there twice");
+            return error(whose() + "occurs twice");
         case MATHEXPR_BULK_COLUMN_DATA:
             return error(whose() + "has no data");
         case MATHEXPR_BULK_COLUMN_ALIGNMENT:
-            return error(whose() + "does not lie on a multiple of 8 bytes, or its stride is none");
+            return error(whose() + "is not aligned to 8 bytes, or its stride is not a multiple of 8");
         case MATHEXPR_BULK_RESULTS_DATA:
             return error("the results have no data");
         case MATHEXPR_BULK_RESULTS_ALIGNMENT:
-            return error("the results do not lie on a multiple of 8 bytes, or their stride is none");
+            return error("the results are not aligned to 8 bytes, or their stride is not a multiple of 8");
         case MATHEXPR_BULK_RESULTS_OVERLAP:
             return error("rows of the results share memory");
         default:
@@ -1253,7 +1253,7 @@ private:
         expression.session_->rethrow();
         if (status == MATHEXPR_BAD_OPTION)
         {
-            return detail::errorOf(status, "two arguments have one name");
+            return detail::errorOf(status, "two arguments have the same name");
         }
         if (status == MATHEXPR_OTHER_KIND)
         {

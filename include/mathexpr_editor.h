@@ -490,10 +490,11 @@ MATHEXPR_C_API mathexpr_status mathexpr_get_completions_utf16(
 
 // ----- large models ----------------------------------------------------------
 
-/// A sorted index of names, for models too large to enumerate at every keystroke; get_name need not list them. Of the names
-/// that match the typed word, completion considers those in recent and, in alphabetical order, as many others as it may return,
-/// at least 256. Created by mathexpr_create_name_index, owned by the caller, destroyed by mathexpr_destroy_name_index. Several
-/// expressions may share an index; the index and these expressions are used by one thread at a time.
+/// A sorted index of names, for models too large to enumerate at every keystroke; get_name need not list them. Completion
+/// considers all names in recent that match the typed word, and the first other matches in alphabetical order, as many as it may
+/// return, but at least 256. Descriptions are not searched. Created by mathexpr_create_name_index, owned by the caller, destroyed
+/// by mathexpr_destroy_name_index. Several expressions may share an index; the index and these expressions are used by one
+/// thread at a time.
 typedef struct mathexpr_name_index mathexpr_name_index;
 
 /// Creates an empty index.

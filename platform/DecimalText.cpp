@@ -3,7 +3,7 @@
 //
 // DecimalText.cpp - see DecimalText.h. Some standard libraries have from_chars for integers only, such as LLVM's before
 // version 20; the header-only library fast_float replaces it there. LLVM's to_chars came with version 14; emscripten
-// has 13. The module for the web uses strtod, which is exact, too: fast_float's tables would be a tenth of the
+// has 13. The module for the web uses strtod, which is exact, too: fast_float's tables would be 10 % of the
 // download.
 
 #include "platform/DecimalText.h"

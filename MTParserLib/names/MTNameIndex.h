@@ -4,8 +4,8 @@
 // MTNameIndex.h - hash index of named entries in a vector of the owner.
 //
 // An open-addressing hash table of (hash, index) pairs. The names stay with their entries; the caller supplies the
-// comparison. All kinds of names share one hash, computed once per token: it folds the letters A to Z, as names of
-// variables do; the comparison decides about case. The vocabulary's table is computed at compile time
+// comparison. All kinds of names share one hash, computed once per token. It ignores the case of A to Z, as
+// variables do; the comparison decides whether case matters. The vocabulary's table is computed at compile time
 // (MTNameIndex::Table).
 #pragma once
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTBulkRun.h - evaluates a program for many rows: selects the engine, distributes the rows over threads, counts
+// MTBulkRun.h - evaluates a program for many rows: chooses the runner, distributes the rows over threads, counts
 // failures.
 #pragma once
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MTRunChoice.h - the state of a program between runs; selects the engine of the next run.
+// MTRunChoice.h - the state of a program between runs; chooses the runner of the next run.
 //
 // Example, x/y:
 //

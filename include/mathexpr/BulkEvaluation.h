@@ -41,7 +41,7 @@ enum class BulkError : std::uint32_t
     ColumnKind = 6,         ///< A column is neither of numbers nor of points.
     ColumnData = 7,         ///< A column's data is null.
     ColumnAlignment = 8,    ///< A column's data or a stride is not a multiple of 8.
-    ColumnVariable = 9,     ///< The variable is of a class of the host's, whose value the library must not replace.
+    ColumnVariable = 9,     ///< The variable is of a host class, whose value the library must not replace.
     ResultsKind = 10,       ///< The kind of the results is not a BulkKind.
     ResultsData = 11,       ///< The results' data is null.
     ResultsAlignment = 12,  ///< The data or a stride is not a multiple of 8, or status not of 4.
@@ -66,10 +66,10 @@ struct BulkOutcome
 /// @param results      receives the values
 /// @param threadCount  number of threads, including the calling one; 0 is 1. The library uses fewer if there are too few rows,
 ///                     if the system provides fewer, and if the order of rows matters: random numbers are drawn row by row, and
-///                     items of the host's are called from the calling thread. The results do not depend on it.
+///                     host items are called from the calling thread. The results do not depend on it.
 /// @param outcome      receives the outcome, even if false is returned
 /// @return true if all rows were evaluated, including failed rows; false if no row was evaluated and no result written
-/// @throws std::bad_alloc, before any row is evaluated; and what an item of the host's throws
+/// @throws std::bad_alloc, before any row is evaluated; and what a host item throws
 MATHEXPR_API bool evaluateBulk(MathExpression& expression, const BulkColumn* columns, std::size_t columnCount,
                                std::size_t rowCount, const BulkResults& results, std::uint32_t threadCount,
                                BulkOutcome& outcome);

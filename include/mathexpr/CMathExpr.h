@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-/// Wraps an expression object without a service that is never silent: every error is shown to the user in a message box.
+/// An expression object that shows its failures in message boxes, without a service for names.
 class MATHEXPR_API CMathExpr
 {
 public:

@@ -3,8 +3,8 @@
 //
 // HostRuntime.h - identifies the host's C++ run-time library to the library.
 //
-// The library's exceptions are caught by the host. If both have their own run-time library, as MinGW modules have that need no
-// DLL of the compiler, each counts the exceptions in flight. An exception thrown in the library and caught in the host would
+// The library's exceptions are caught by the host. With MinGW, the library and the host can each contain a C++ run-time library.
+// Each of these counts the exceptions in flight. An exception thrown in the library and caught in the host would
 // be counted up on one side and down on the other, and the host's std::uncaught_exceptions() would drift. The library
 // therefore transfers its count to the host when an exception leaves it. On all other platforms the process has a single
 // run-time library, and this class is empty.

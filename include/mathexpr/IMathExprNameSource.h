@@ -17,8 +17,7 @@ public:
     /// Slot 0: never called by the library.
     virtual ~IMathExprNameSource() = default;
 
-    /// Slot 1: called with 0, 1, 2 and so on until it returns null, while a diagnostic is made whose correction may be one of
-    /// the names.
+    /// Slot 1: called with 0, 1, 2 and so on until it returns null, to find corrections of an unknown name and completions.
     /// @return a name, zero-terminated and valid until the next call; null after the last one
     virtual const wchar_t* getName(std::uint32_t index) const = 0;
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// IMathVariableFactory.h - creates the variables that an expression defines by using their names.
+// IMathVariableFactory.h - creates a variable for a name that a text uses and nothing defines.
 #pragma once
 
 #include "mathexpr/IMathVariable.h"

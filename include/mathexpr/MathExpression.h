@@ -41,7 +41,7 @@ public:
         : MathExpression(silentMode, service, mathexpr::HostRuntime())
     {}
 
-    /// The same for a host that resolves the library's entry points at run time and must pass its run-time library.
+    /// The same for a host that finds this constructor by its name (GetProcAddress) and passes its own HostRuntime.
     MathExpression(bool silent, const IMathExprService* service, const mathexpr::HostRuntime& host);
     ~MathExpression();
 

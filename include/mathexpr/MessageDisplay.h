@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MessageDisplay.h - replaces the message boxes by a display of the host's.
+// MessageDisplay.h - replaces the message boxes by a display function of the host.
 #pragma once
 
 #include "mathexpr/Export.h"

@@ -24,9 +24,9 @@ class NameEntries;
 /// A name source that the library searches instead of enumerating it. Several expressions may share an index; the index
 /// and these expressions are used by one thread at a time.
 ///
-/// Of the names that match the typed word, completion considers recently chosen ones and, in alphabetical order, as many
-/// others as it may return, at least 256; descriptions are not matched. A misspelt name is compared with its 400
-/// neighbours in alphabetical order.
+/// Completion considers all recently chosen names that match the typed word, and the first other matches in alphabetical
+/// order, as many as it may return, but at least 256. Descriptions are not searched. A misspelt name is compared with its
+/// 400 neighbours in alphabetical order.
 class MATHEXPR_API NameIndex final : public IMathExprNameSource
 {
 public:

@@ -32,12 +32,12 @@ enum : std::uint32_t
 /// Data of a parsing exception.
 struct MATHEXPR_EXCEPTION SMTParsingExcepData
 {
-    std::uint32_t exID = 0;  ///< One of mathexpr::ParsingError.
-    std::uint32_t pos = 0;  ///< Position in the rewritten text. Tokens and functions count from 1, brackets, separators
-                            ///< and operators from 0 (from 1 with code 0); 0 if unknown. Codes 17
-                            ///< to 19 count from 0 in the text as typed.
-    std::wstring itemName;  ///< The token, symbol or expression concerned; may be empty.
-    std::uint32_t nbArgs = 0;    ///< With code 7: number of arguments in the call.
+    std::uint32_t exID = 0;    ///< One of mathexpr::ParsingError.
+    std::uint32_t pos = 0;     ///< Position in the rewritten text, or 0 if unknown. For a token or a function, and with
+                               ///< code 0, it counts from 1; for a bracket, a separator or an operator, from 0.
+                               ///< With codes 17 to 19 it counts from 0 in the text as typed.
+    std::wstring itemName;     ///< The token, symbol or expression concerned; may be empty.
+    std::uint32_t nbArgs = 0;  ///< With code 7: number of arguments in the call.
     std::uint32_t reserved = 0;  ///< Never set.
     std::wstring reservedName;   ///< Never set.
 };

@@ -68,8 +68,8 @@ MATHEXPR_API bool removeVariable(MathExpression& expression, const wchar_t* name
 /// @return null if there is no such variable, or name is null
 MATHEXPR_API VALTYPE* getVariableAddress(MathExpression& expression, const wchar_t* name);
 
-/// Drops the pending assignment of a text such as "a=2". Without this call, an assignment that failed, such as "pi=3", stays
-/// pending and is tried again by the next successful evaluate, whatever its text.
+/// Drops a pending assignment. A refused assignment such as "pi=3" stays pending: each later evaluation that yields a value
+/// tries it again, until it is dropped or a text with another assignment is compiled.
 MATHEXPR_API void dropAssignment(MathExpression& expression) noexcept;
 
 }

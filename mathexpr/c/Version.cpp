@@ -37,7 +37,7 @@ const char* mathexpr_status_text(mathexpr_status status) noexcept
     case MATHEXPR_BUFFER_TOO_SMALL:
         return "the buffer is too small for the text";
     case MATHEXPR_PARSING_ERROR:
-        return "the text does not compile, or a point stands where a number is needed";
+        return "the text does not compile, or a function got a point for a number";
     case MATHEXPR_DEFINITION_ERROR:
         return "the name cannot be a variable";
     case MATHEXPR_REFUSED:

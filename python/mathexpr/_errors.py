@@ -162,7 +162,7 @@ _NAME_REFUSALS = {
     12: "a variable needs a name",
     13: "the name of a variable may not be a number",
     14: "the name is that of a constant",
-    15: "the name holds a character that no name can hold",
+    15: "the name contains a character that is not allowed in names",
 }
 
 
@@ -219,7 +219,7 @@ def error_of_status(status: int, text: str) -> Exception:
 # By MATHEXPR_BULK_...
 _REFUSED_COLUMNS = {
     4: "is not a name",
-    5: "is there twice: names are compared without regard to case",
+    5: "occurs twice: names are compared without regard to case",
 }
 _REFUSED_RESULTS = {
     12: "out is not aligned to 8 bytes, or row_status not to 4",

@@ -130,7 +130,7 @@ def _make(
         if name in _OPTIONS:
             raise ValueError(f"an argument cannot be called {name!r}, which is an option of calls")
     if len({_fold(name) for name in arguments}) < len(arguments):
-        raise ValueError(f"two arguments have one name: {', '.join(arguments)}; case makes no difference")
+        raise ValueError(f"two arguments have the same name: {', '.join(arguments)}; case makes no difference")
     for name in points:
         if name not in arguments:
             raise ValueError(f"the point {name!r} is none of the arguments: {', '.join(arguments) or 'there are none'}")

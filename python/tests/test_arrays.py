@@ -258,7 +258,7 @@ def test_refused_calls():
         expression.evaluate_arrays({"x": 1})
     with pytest.raises(ValueError, match="the column 'y' is no variable of the expression"):
         expression.evaluate_arrays({"x": NUMBERS, "y": NUMBERS})
-    with pytest.raises(ValueError, match="the column '[xX]' is there twice"):
+    with pytest.raises(ValueError, match="the column '[xX]' occurs twice"):
         expression.evaluate_arrays({"x": NUMBERS, "X": NUMBERS})
     for status in (np.zeros(3), np.zeros(2, np.uint32), np.zeros(6, np.uint32)[::2], [0, 0, 0]):
         with pytest.raises((TypeError, ValueError), match="row_status"):

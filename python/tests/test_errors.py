@@ -23,7 +23,7 @@ def test_an_unknown_function():
     assert error.diagnostic.kind == "parsing" and error.diagnostic.item == "sine"
     assert error.suggestions == ("sin", "sinh")
     assert str(error) == (
-        "What stands before ( is not a function: check its name, or write * to multiply.\n"
+        "The text before ( is not a function: check its name, or write * to multiply.\n"
         "1 + sine(30)\n"
         "    ^^^^\n"
         "Did you mean sin or sinh?"

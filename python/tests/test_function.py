@@ -173,7 +173,7 @@ def test_what_is_no_function():
     assert caught.value.suggestions == ("width",)
     with pytest.raises(mathexpr.VariableNameError):
         function("2", "a b")
-    with pytest.raises(ValueError, match="two arguments have one name"):
+    with pytest.raises(ValueError, match="two arguments have the same name"):
         function("2*x", "x", "X")
     with pytest.raises(ValueError, match="the point 'p' is none of the arguments: x"):
         function("2*x", "x", points=["p"])

@@ -435,7 +435,7 @@ class WhereItFailed(CalculatorTest):
 
     def test_suggestions(self):
         self.expect_lines(["2*dst([1,2],[3,4])"], [
-            "What stands before ( is not a function: check its name, or write * to multiply.",
+            "The text before ( is not a function: check its name, or write * to multiply.",
             "  2*dst([1,2],[3,4])", "    ^^^", "  Did you mean dist?"])
         self.expect_lines(["--set", "height=1", "heigth"], [UNKNOWN_NAME, "  heigth", "  ^^^^^^",
                                                             "  Did you mean height?"])

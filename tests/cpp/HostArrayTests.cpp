@@ -89,14 +89,14 @@ TEST(HostArrays, ThatCannotBeUsedAreRefused)
     double* const none = nullptr;
     EXPECT_EQ(message({{"x", three}}, two), "different lengths: the column 'x' has 3 rows, the results have 2 rows");
     EXPECT_EQ(message({{"", three}}, results), "the column '' has no name, or one that is not well-formed UTF-8");
-    EXPECT_EQ(message({{"x", three}, {"X", three}}, results), "the column 'X' is there twice");
+    EXPECT_EQ(message({{"x", three}, {"X", three}}, results), "the column 'X' occurs twice");
     EXPECT_EQ(message({{"x", three}, {"y", static_cast<const double*>(none), 3}}, results),
               "the column 'y' has no data");
     EXPECT_EQ(message({{"x", odd, 3}}, results),
-              "the column 'x' does not lie on a multiple of 8 bytes, or its stride is none");
+              "the column 'x' is not aligned to 8 bytes, or its stride is not a multiple of 8");
     EXPECT_EQ(message({{"x", three}}, Results(none, 3)), "the results have no data");
     EXPECT_EQ(message({{"x", three}}, Results(results.data(), 3, 4)),
-              "the results do not lie on a multiple of 8 bytes, or their stride is none");
+              "the results are not aligned to 8 bytes, or their stride is not a multiple of 8");
     EXPECT_EQ(message({{"x", three}}, Results(results.data(), 3, 0)), "rows of the results share memory");
     EXPECT_EQ(results, std::vector<double>(3, 77.0));
     EXPECT_FALSE(mathexpr::tryEvaluateArrays("x", {{"2", three}}, results));

@@ -35,7 +35,7 @@ TEST(HostFailure, ReportsPositionAndReason)
     EXPECT_EQ(error.item(), "sine");
     EXPECT_EQ(error.expected() & MATHEXPR_EXPECTED_FUNCTION, static_cast<std::uint32_t>(MATHEXPR_EXPECTED_FUNCTION));
     EXPECT_EQ(error.suggestions(), (std::vector<std::string>{"sin", "sinh"}));
-    EXPECT_STREQ(error.what(), "What stands before ( is not a function: check its name, or write * to multiply.");
+    EXPECT_STREQ(error.what(), "The text before ( is not a function: check its name, or write * to multiply.");
 }
 
 TEST(HostFailure, OffersACorrection)

@@ -77,7 +77,7 @@ TEST(HostFunction, IsNotMadeOfWhatDoesNotCompile)
     ASSERT_FALSE(missing);
     EXPECT_EQ(missing.error().start(), 2u);
     EXPECT_EQ(missing.error().item(), "y");
-    EXPECT_STREQ(Function::tryCreate("x", {"x", "X"}).error().what(), "two arguments have one name");
+    EXPECT_STREQ(Function::tryCreate("x", {"x", "X"}).error().what(), "two arguments have the same name");
     EXPECT_EQ(Function::tryCreate("x", {"x", "2"}).error().status(), MATHEXPR_DEFINITION_ERROR);
     EXPECT_EQ(Function::tryCreate("x\xFF", {"x"}).error().start(), 1u);
     EXPECT_THROW(Function("2*(", {}), Error);

@@ -103,7 +103,7 @@ private slots:
     {
         edit->setText("1+sine(30)");
         QCOMPARE(underlinesOf(*edit), "..uuuu....");
-        QVERIFY2(edit->problem().startsWith("What stands before ( is not a function"), qPrintable(edit->problem()));
+        QVERIFY2(edit->problem().startsWith("The text before ( is not a function"), qPrintable(edit->problem()));
         QVERIFY2(edit->problem().endsWith("Did you mean sin or sinh?"), qPrintable(edit->problem()));
         QVERIFY(!edit->value());
         QVERIFY(!valueLabel->pixmap().isNull());

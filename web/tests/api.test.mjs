@@ -93,7 +93,7 @@ describe("with the module", () => {
     const error = thrownBy(() => evaluate("2*sni(30)"));
     assert.ok(error instanceof MathExprError && error instanceof Error);
     const { message, stack, ...told } = error;
-    assert.equal(message, "What stands before ( is not a function: check its name, or write * to multiply.");
+    assert.equal(message, "The text before ( is not a function: check its name, or write * to multiply.");
     assert.deepEqual(told, {
       messageNumber: 4,
       kind: "parsing",
