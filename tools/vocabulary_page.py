@@ -24,7 +24,7 @@ calculator; do not edit it.
   mode `evaluate` or `setExpression` returns false instead. *Exception 15* is a parsing exception, thrown in both modes and never
   shown.
 - *With points* shows the results for arguments that are points.
-- A *converted* number, or a distance, has a second flag. `&` treats it differently from a plain number.
+- *Converted* numbers and distances have a flag, which only `&` reads.
 """
 
 PI = Fraction("3.14159265358979323846264338327950288419716939937510")
