@@ -194,4 +194,18 @@ TEST_F(NameIndex, ConsidersRecentNamesAndThenTheFirst)
     EXPECT_EQ(misspelt.failure.suggestions.size(), 3U);
 }
 
+TEST_F(NameIndex, ConsidersTheFirst256EvenIfFewerAreRequested)
+{
+    for (std::size_t index = 1000; index < 1255; ++index)
+    {
+        names.add((L"quill_" + std::to_wstring(index)).c_str());
+    }
+    names.add(L"quill_2");  // the shortest name comes first if it is considered
+    mathexpr::CompletionOptions options;
+    options.maxCount = 1;
+    EXPECT_EQ(completed(L"quill", options), Names{L"quill_2"});
+    names.add(L"quill_1255");
+    EXPECT_EQ(completed(L"quill", options), Names{L"quill_1000"});
+}
+
 }

@@ -296,6 +296,7 @@ TEST_F(Typing, ExplainsBrokenTexts)
     EXPECT_EQ(hover(L"2 - 1", 2).help, L"x - y");
     EXPECT_EQ(hover(L"2*-1", 2).help, L"-x");
     EXPECT_EQ(hover(L"min(1,(2),3,4", 0).help, L"min(v1,v2,v3,...)");
+    EXPECT_EQ(hover(L"min(1,(2),3,4", 0).example, L"min(2,3,4)");
     EXPECT_FALSE(hover(L"min(1,(2),3,4", 0).value);
     EXPECT_FALSE(hover(L"min(1", 3).value);
     EXPECT_EQ(hover(L"min(1,max(2,3,4))", 0).help, L"min(x,y)");

@@ -32,8 +32,10 @@ class Singly:
 
     def begin(self, path):
         """Restores the previous source, and builds everything with this one unchanged."""
-        if self.path is not None:
+        if self.path in self.together.sources:
             self.workspace.write(self.path, self.together.sources[self.path].text.encode("ascii"))
+        elif self.path is not None:  # it has no choices at run time
+            self.workspace.write(self.path, (ROOT / self.path).read_bytes())
         self.path = path
         self.workspace.write(path, (ROOT / path).read_bytes())
         if not self.built("all"):
