@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// benchmark.mjs - the package beside mathjs and beside loops in JavaScript, in one run; prints tables for docs/web.md. It
-// runs in the folder that tests/run has made, where both are installed.
+// benchmark.mjs - compares the package with mathjs and with JavaScript loops; prints tables for docs/web.md. Run it in the
+// folder that tests/run creates, where both packages are installed.
 //
-// Each figure is the minimum of many short rounds in which all contestants take turns, since other work on the machine can only
-// add to a time.
+// The contestants take turns in many short rounds. Each figure is the minimum, since other work on the machine can only add to
+// a time.
 import { all, create } from "mathjs";
 import { performance } from "node:perf_hooks";
 
@@ -28,7 +28,7 @@ const polynomial = Array.from({ length: 15 }, (_, index) => (15 - index) / 100).
 const values = { x: 12.5, y: -48.25, z: 101.75, a: 2.5, b: 7.25, r: 4.5 };
 const radians = (degrees) => (degrees * 3.14159265359) / 180;
 
-/** Text, its text for mathjs if that differs, and a closure that computes it from the values in the above order. */
+/** The text, the text for mathjs if it differs, and a closure whose parameters are the variables used, in the above order. */
 const formulas = [
   ["x+1", null, (x) => x + 1],
   ["a*b+r", null, (a, b, r) => a * b + r],
@@ -47,26 +47,26 @@ const formulas = [
   ["2*3+4*5-6/7", null, () => 2 * 3 + 4 * 5 - 6 / 7],
 ];
 
-/** The polynomial as a closure: its text would be long here. */
+/** The polynomial as a closure. */
 function hornerOf(text) {
   const coefficients = text.match(/[\d.]+/g).map(Number);
   const [first, ...others] = coefficients;
   return (x) => others.reduce((sum, coefficient) => sum * x + coefficient, first);
 }
 
-/** Seconds that a call takes. */
+/** Mean time of a call, in seconds. */
 function timeOf(call, count) {
   const start = performance.now();
   for (let i = 0; i < count; i++) call(i);
   return (performance.now() - start) / 1000 / count;
 }
 
-/** Calls until the engine has optimised the called code. */
+/** Repeats the call until JavaScript's compiler has optimised it. */
 function warmUp(call) {
   for (const end = performance.now() + warmUpMilliseconds; performance.now() < end; ) timeOf(call, 20);
 }
 
-/** The best times of contestants that take turns. */
+/** Minimum time of each contestant; the contestants take turns. */
 function measure(contestants) {
   contestants.forEach(warmUp);
   const counts = contestants.map((call) => Math.max(1, Math.round(secondsPerRound / timeOf(call, 20))));
@@ -111,7 +111,7 @@ for (const [text, textOfMathjs, closure] of formulas) {
   expression.free();
 }
 
-/** A call with positional numbers, the first of which changes. */
+/** A call with positional arguments, the first of which changes in each call. */
 function callOf(called, [a, b, c, d, e]) {
   return [
     () => (sink += called()),

@@ -5,7 +5,7 @@
 """layouts.py INCLUDE JAVASCRIPT CHECK - extracts enumerators and layouts for JavaScript from the headers of the C interface.
 
 Writes a JavaScript module with the enumerators and, for each structure, its size and the offsets of its members in 32-bit
-WebAssembly; and a C++ source that compiles only if the compiler's layouts are the same.
+WebAssembly; and a C++ source that compiles only if the compiler uses the same layouts.
 """
 import re
 import sys
@@ -22,12 +22,12 @@ ENUM = re.compile(r"\benum\s*\{([^}]*)\}")
 STRUCT = re.compile(r"\btypedef struct (\w+)\s*\{([^}]*)\}\s*\1;")
 SIZES = {"uint8_t": 1, "uint16_t": 2, "uint32_t": 4, "int32_t": 4, "size_t": 4, "ptrdiff_t": 4, "double": 8}
 POINTER = 4
-# Types of callbacks, which are pointers.
+# Callback types; they are pointers.
 CALLBACK = re.compile(r"mathexpr_(lookup|show_message|get_name|get_name_notes)_utf16")
 
 
 def constants(text):
-    """Yields name and value of each enumerator, and of each macro that is a plain number."""
+    """Yields the name and value of each enumerator and of each macro whose body is a decimal number."""
     for name, number in MACRO.findall(text):
         yield name, int(number)
     for body in ENUM.findall(text):
@@ -39,7 +39,7 @@ def constants(text):
 
 
 def members(body):
-    """Yields type and name of each; the type of a pointer is None."""
+    """Yields the type and name of each member; the type of a pointer is None."""
     for declaration in filter(None, (part.strip() for part in body.split(";"))):
         written, name = re.fullmatch(r"(.*?)(\w+)", declaration, re.DOTALL).groups()
         kind = written.replace("const", "").strip()
@@ -47,7 +47,7 @@ def members(body):
 
 
 def layouts(text):
-    """The structures by name: size, alignment, and the offset of each member."""
+    """Maps each structure's name to its size, its alignment and the offsets of its members."""
     known = {name: (size, size, {}) for name, size in SIZES.items()}
     for name, body in STRUCT.findall(text):
         if name.endswith("_utf8"):

@@ -4,9 +4,9 @@
 
 """pack.py WASM FOLDER - makes the npm package from its sources and generated files.
 
-WASM is the folder where the module was built. The package contains the module a second time, for mathexpr/inline, in base64
-and compressed in a format that every browser can decompress. esbuild joins the scripts: one file per entry and one that the
-entries share load sooner than twenty, of which each is requested only when another has been read.
+WASM is the folder where the module was built. The package contains the module a second time, for mathexpr/inline: deflated,
+in base64. esbuild bundles the scripts into one file per entry and one shared file, since a browser discovers the twenty
+sources one after another.
 """
 import base64
 import shutil
@@ -47,7 +47,7 @@ musl
 
 
 def third_party_licences():
-    """The licences of the parts of the module that are not ours. emscripten's has the same words as ours."""
+    """The licences of third-party parts of the module. emscripten's has the same text as ours."""
     copyright_line = "Copyright (c) 2010 The Emscripten Authors"
     emscripten = (WEB.parent / "LICENSE").read_text("ascii").replace("Copyright (c) 2026 The mathexpr authors", copyright_line)
     musl = Path(shutil.which("em++")).resolve().parent / "system/lib/libc/musl/COPYRIGHT"
@@ -55,7 +55,7 @@ def third_party_licences():
 
 
 def join_scripts(sources, folder):
-    """Joins the scripts. `node:` imports, and the URL by which bundlers find the module, stay as they are."""
+    """Bundles the scripts. `node:` imports, and the URL by which bundlers find the module, remain unchanged."""
     subprocess.run(["esbuild", *ENTRIES, "--bundle", "--splitting", "--format=esm", "--platform=neutral",
                     "--target=es2022", "--external:node:*", "--chunk-names=lib/[name]-[hash]",
                     f"--outdir={folder.resolve()}", "--log-level=warning"], check=True, cwd=sources)

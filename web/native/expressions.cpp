@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// expressions.cpp - exports in addition to the C interface: for functions that take function pointers, which JavaScript cannot
-// create, and for calls whose arguments would take longer to pass through memory than to compute.
+// expressions.cpp - exports in addition to the C interface: replacements for functions that take function pointers, which
+// JavaScript cannot create; and calls of functions with the arguments as parameters, since writing them to memory would take
+// longer than the computation.
 #include "host.h"
 
 #include <cmath>
@@ -14,7 +15,7 @@ namespace {
 
 mathexpr_status callStatus = MATHEXPR_OK;
 
-/// Suppresses message 19, which even a silent expression would show. JavaScript's error contains it.
+/// Suppresses message 19, which even a silent expression would show. The JavaScript error contains it.
 void showNothing(void*, std::uint32_t, const mathexpr_char16*, std::size_t) {}
 
 }
@@ -30,7 +31,7 @@ extern "C"
         return mathexpr_create_utf16(&options, expression);
     }
 
-    /// Completes with notes from JavaScript.
+    /// Gets completions, with notes from JavaScript.
     mathexpr_status web_complete(mathexpr_expression* expression, const mathexpr_char16* text, std::size_t length,
                                  std::size_t cursor, std::uint32_t maxCount, const mathexpr_char16* const* recent,
                                  std::size_t recentCount, void* context, mathexpr_completions_utf16* completions)
@@ -40,7 +41,7 @@ extern "C"
         return mathexpr_get_completions_utf16(expression, text, length, cursor, &options, completions);
     }
 
-    // These return a function's value, or NaN; the caller then checks the status.
+    // Each returns the function's value, or NaN after a failure; on NaN the caller checks web_call_status().
 
     double web_call_many(mathexpr_function* function, const double* arguments)
     {

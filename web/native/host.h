@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // host.h - the functions that the module imports from JavaScript. The context is the number of the calling expression.
-// They do not throw: JavaScript stores a callback's exception, and rethrows it after the library's call has returned.
+// They do not throw: JavaScript stores an exception of the host, and rethrows it after the library's call has returned.
 #pragma once
 
 #include "mathexpr_editor.h"

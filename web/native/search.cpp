@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// search.cpp - exports the calculator's search of the vocabulary, and its notes, by index of the item.
+// search.cpp - exports the calculator's vocabulary search and notes; items are identified by their index.
 #include "mathexpr.h"
 #include "tools/calc/vocabulary/ItemNotes.h"
 #include "tools/calc/vocabulary/VocabularyItems.h"
@@ -19,7 +19,7 @@ namespace {
 
 using mathexpr::VocabularyItem;
 
-// Result of the last call.
+// Results of the last call, which remain valid until the next one.
 std::vector<std::uint32_t> foundItems;
 std::string notes;
 
@@ -29,7 +29,7 @@ auto keyOf(const VocabularyItem& item)
     return std::tuple(item.kind, std::wstring_view(item.symbol), item.nbArgs);
 }
 
-/// Its index in the vocabulary.
+/// Index in the vocabulary.
 std::uint32_t indexOf(const VocabularyItem& item)
 {
     const std::vector<VocabularyItem>& items = vocabularyItems();
@@ -72,9 +72,9 @@ extern "C"
         return nullptr;
     }
 
-    /// Returns the notes of an item in UTF-8: a line with its units, one with its domain, and one per example.
+    /// Returns the notes of an item in UTF-8: one line with its units, one with its domain, and one per example.
     /// @param length  receives the length of the text
-    /// @return the text; null if memory runs out, or there is no such item
+    /// @return the text; null if memory runs out or no item has the index
     const char* web_notes(std::uint32_t index, std::size_t* length)
     try
     {

@@ -25,15 +25,15 @@ export type ModuleSource =
   | PromiseLike<string | URL | Response | ArrayBuffer | ArrayBufferView | WebAssembly.Module>;
 
 export interface InitOptions {
-  /** By default `mathexpr.wasm` beside this file; with `mathexpr/inline`, the embedded module. */
+  /** By default `mathexpr.wasm` in the folder of the package; with `mathexpr/inline`, the embedded module. */
   wasm?: ModuleSource;
   /** Language of messages and hints, see setLanguage(). By default the browser's or the process's. */
   language?: string;
 }
 
 /**
- * Loads the module. Later calls return the first one's promise, whatever their options; after a failure the next call tries
- * again.
+ * Loads the module. Later calls ignore their options and return the promise of the first call. After a failure, the next call
+ * tries again.
  */
 export function init(options?: InitOptions): Promise<void>;
 
@@ -41,7 +41,7 @@ export function init(options?: InitOptions): Promise<void>;
 export function initSync(options: { wasm: ArrayBuffer | ArrayBufferView | WebAssembly.Module; language?: string }): void;
 
 /**
- * Selects the language of messages and hints by a tag such as "de" or "pt-BR". There are texts in English, German, French,
+ * Selects the language of messages and hints by a tag such as "de" or "pt-BR". The languages are English, German, French,
  * Spanish, Italian, Portuguese, Japanese and simplified Chinese; any other tag selects English.
  */
 export function setLanguage(tag: string): void;
@@ -51,14 +51,14 @@ export function version(): string;
 
 // ----- values -----------------------------------------------------------------
 
-/** A point. Immutable. `[...point]` are its coordinates. */
+/** An immutable point. `[...point]` is the array of its coordinates. */
 export class Point {
   constructor(x: number, y: number, z?: number);
   readonly x: number;
   readonly y: number;
   readonly z: number;
   [Symbol.iterator](): Iterator<number>;
-  /** The same as formatValue(), which an expression reads back. */
+  /** Returns the text of formatValue(), which an expression reads back. */
   toString(): string;
 }
 
@@ -135,16 +135,16 @@ export interface Diagnostic {
   readonly fix: Edit | null;
 }
 
-/** A text does not compile, or has no value. */
+/** Thrown if a text does not compile or has no value. */
 export class MathExprError extends Error {}
 export interface MathExprError extends Omit<Diagnostic, "message"> {}
 
-/** Some rows of arrays have no value; all others have been computed. */
+/** Thrown by evaluateArrays() if some rows have no value. All other rows have been computed. */
 export class RowsError extends Error {
   readonly failedCount: number;
   /** Index of the first row without a value. */
   readonly firstFailed: number;
-  /** Per row: 0 for a value, a message number (1 to 19), or 256 for a value of the other kind. */
+  /** Per row: 0 for a value, a message number (1 to 19), or 256 for a point among numbers or a number among points. */
   readonly rowStatus: Uint32Array;
 }
 
@@ -200,9 +200,9 @@ export type Column = NumberArray | readonly number[] | number | Point;
 export interface ArrayOptions<Out extends NumberArray = NumberArray> {
   /** Receives the values, one number per row, or three for points. */
   out?: Out;
-  /** Receives 0 for each row with a value, otherwise a message number or 256. */
+  /** Receives one status per row, see RowsError.rowStatus. */
   rowStatus?: Uint32Array;
-  /** False: rows without a value are NaN, and no RowsError is thrown. */
+  /** By default true. If false, rows without a value are NaN and no RowsError is thrown. */
   strict?: boolean;
 }
 
@@ -246,8 +246,8 @@ export class Expression implements Disposable {
   readonly hostNames: string[];
   limits: Limits;
 
-  // Editor services. Any text is accepted, also an incomplete or invalid one. The expression does not change. A cursor
-  // beyond the end means the end.
+  // Editor services. They accept any text, including an incomplete or invalid one, and do not change the expression. A
+  // cursor beyond the end counts as the end.
 
   /** Splits a text into tokens, which cover it without gaps. */
   tokens(text: string): Token[];
@@ -337,7 +337,7 @@ export interface Token extends Span {
   readonly text: string;
   /** Number of brackets open around the token. */
   readonly depth: number;
-  /** Of a bracket: index of the matching one; otherwise null. */
+  /** Index of the matching bracket; null for an unmatched bracket and for any other token. */
   readonly partner: number | null;
 }
 
@@ -376,13 +376,13 @@ export interface Completion {
   readonly valueKind: ValueKind;
   /** One line. */
   readonly description: string;
-  /** Of a constant or variable; otherwise null. */
+  /** Value of a constant or variable; otherwise null. */
   readonly value: Value | null;
   /** Inserts the name; a function is inserted as a valid call. */
   readonly edit: Edit;
   /** What to select after the edit: a call's arguments, otherwise an empty span. */
   readonly selection: Span;
-  /** Why the host does not want the name used here; otherwise empty. */
+  /** The host's reason why the name must not be used here; otherwise empty. */
   readonly unavailable: string;
 }
 
@@ -410,7 +410,7 @@ export interface Signature {
   readonly wanted: ValueKind;
 }
 
-/** The token under a cursor. A text that does not apply is empty. */
+/** Description of the token under a cursor. Texts that do not apply are empty. */
 export interface Hover {
   readonly kind: TokenKind;
   readonly span: Span;
@@ -425,7 +425,7 @@ export interface Hover {
   /** A valid call of the function. */
   readonly example: string;
   readonly exampleValue: Value | null;
-  /** Of a number, a constant, a name, a function call or a bracketed part. */
+  /** Value of a number, a constant, a name, a function call or a bracketed part; otherwise null. */
   readonly value: Value | null;
   /** The part of the text that has this value. */
   readonly valueSpan: Span;
@@ -433,9 +433,9 @@ export interface Hover {
 
 export interface Renaming {
   readonly refusal: "done" | "not a name" | "name taken" | "read otherwise";
-  /** The conflicting use, with the last two refusals. */
+  /** Span of the conflicting use, for "name taken" and "read otherwise". */
   readonly refusedAt: Span;
-  /** In text order; none if the renaming is refused. */
+  /** In text order; empty if the renaming is refused. */
   readonly edits: readonly Edit[];
 }
 
@@ -464,13 +464,13 @@ export interface VocabularyItem {
   /** The usage, such as "sin(x)"; empty for a constant. */
   readonly help: string;
   readonly description: string;
-  /** Number of arguments or operands; Infinity for any; 0 for a constant. */
+  /** Number of arguments or operands; Infinity if any number is accepted; 0 for a constant. */
   readonly argCount: number;
-  /** Of an operator, 0 to 4; higher binds tighter. */
+  /** Precedence of an operator, 0 to 4; higher binds tighter. */
   readonly precedence: number;
   /** Whether it is a prefix operator. */
   readonly unary: boolean;
-  /** Of a constant; otherwise null. */
+  /** Value of a constant; otherwise null. */
   readonly value: number | null;
   /** Units of the arguments and the result; empty if there are none. */
   readonly units: string;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// index.js - the package for browsers and workers. The module is loaded from the folder of this file; bundlers find it
-// by the exact expression below.
+// index.js - the package for browsers and workers. The module is loaded from the folder of this file. Bundlers recognize the
+// expression `new URL(...)` below only in exactly this form.
 import { initFrom } from "./lib/start.js";
 
 export * from "./lib/api.js";

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// inline.js - the package with the module embedded, for hosts that cannot load it from beside this file.
+// inline.js - the package with the module embedded, for hosts that cannot load it from the folder of this file.
 import { bytes } from "./lib/inlined.js";
 import { initFrom } from "./lib/start.js";
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * build.mjs - bundles the page into a folder of static files. All but the page itself and its service worker bear the hash of their
- * content in their names.
+ * build.mjs - bundles the page into a folder of static files. The names of all files except index.html and the service worker
+ * contain the hash of their content.
  *
  * Usage: node build.mjs PACKAGE OUTPUT    PACKAGE is the folder of the built npm package
  */
@@ -37,7 +37,7 @@ const common = {
   logLevel: "warning",
 };
 
-/** The name of an entry's output. */
+/** Name of an entry's output file. */
 async function bundle(entry, options = {}) {
   const { metafile } = await esbuild.build({ ...common, entryPoints: [entry], ...options });
   const [name] = Object.entries(metafile.outputs).find(([, { entryPoint }]) => entryPoint === entry);
@@ -52,7 +52,7 @@ async function writeHashed(name, content) {
   return hashed;
 }
 
-/** Files that were bundled, whose packages' licences the page shows. */
+/** The bundled files; the page shows the licences of their packages. */
 const inputs = [];
 
 await rm(output, { recursive: true, force: true });

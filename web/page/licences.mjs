@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** licences.mjs - the licences of everything that a bundle is made of. */
+/** licences.mjs - collects the licences of everything in a bundle. */
 import { readFile, readdir } from "node:fs/promises";
 import path from "node:path";
 

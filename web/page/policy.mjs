@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * policy.mjs - what the page may do: run and load what lies beside it, and compile WebAssembly. The page says so itself, and servers
- * may say it, too. Styles that scripts set are allowed; those that stand in the markup are not.
+ * policy.mjs - the page's Content-Security-Policy: it may load and run files of its own origin, and compile WebAssembly. index.html
+ * contains the policy; a server may also send it as a header. Scripts may set styles; inline styles in the markup are forbidden.
  */
 export const policy = [
   "default-src 'none'",

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * serve.mjs - serves the built page on this machine only, compressed, with its policy as a header.
+ * serve.mjs - serves the built page on the loopback interface, compressed, with its policy as a header.
  *
  * Usage: node serve.mjs FOLDER [PORT]
  */
@@ -28,13 +28,13 @@ const types = new Map([
 
 /**
  * @param {string} folder
- * @param {number} port  0: any that is free
+ * @param {number} port  0: any free port
  * @param {number} quality  of the compression, 0 to 11
  * @returns {Promise<import("node:http").Server>}
  */
 export async function serve(folder, port = 0, quality = constants.BROTLI_MAX_QUALITY) {
   const params = { [constants.BROTLI_PARAM_QUALITY]: quality };
-  /** By the hash of the content, which changes when the page is built again. */
+  /** Compressed content by its hash: a rebuilt page has another hash. */
   const compressed = new Map();
   const answer = async (request, response) => {
     const { pathname } = new URL(request.url, "http://localhost");
@@ -66,7 +66,7 @@ export async function serve(folder, port = 0, quality = constants.BROTLI_MAX_QUA
   return server;
 }
 
-/** Where a server is reached. */
+/** URL of a server. */
 export const addressOf = (server) => `http://127.0.0.1:${server.address().port}/`;
 
 if (process.argv[1] === fileURLToPath(import.meta.url)) {

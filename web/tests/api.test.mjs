@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// What the package does, through its own names, as a host in Node has it.
+// api.test.mjs - tests of the package's public interface in Node.
 import assert from "node:assert/strict";
 import { readFile } from "node:fs/promises";
 import { before, describe, test } from "node:test";
@@ -23,7 +23,7 @@ const {
   vocabulary,
 } = mathexpr;
 
-/** What a call throws. */
+/** The exception that a call throws. */
 function thrownBy(call) {
   try {
     call();
@@ -33,7 +33,7 @@ function thrownBy(call) {
   return assert.fail("nothing was thrown");
 }
 
-test("before init() each call says what is missing", () => {
+test("before init() each call throws an error that says so", () => {
   for (const call of [
     () => evaluate("1"),
     () => new Expression(),
@@ -49,13 +49,13 @@ test("before init() each call says what is missing", () => {
   }
 });
 
-test("init() that failed can be tried again, and ends once", async () => {
+test("init() can be called again after a failure, and initialises once", async () => {
   await assert.rejects(mathexpr.init({ wasm: new Uint8Array(8) }), WebAssembly.CompileError);
   await assert.rejects(mathexpr.init({ wasm: "no/such/file.wasm" }), { code: "ENOENT" });
   const first = mathexpr.init({ language: "en" });
   assert.equal(mathexpr.init({ wasm: "no/such/file.wasm" }), first);
   await first;
-  mathexpr.initSync({ wasm: new Uint8Array(8) }); // there is one already
+  mathexpr.initSync({ wasm: new Uint8Array(8) }); // ignored: the module is loaded
 });
 
 describe("with the module", () => {
@@ -80,7 +80,7 @@ describe("with the module", () => {
     assert.throws(() => formatValue(1, 18), TypeError);
   });
 
-  test("what is no value is refused", () => {
+  test("invalid values are refused", () => {
     for (const value of ["1", null, undefined, [1], [1, 2, 3, 4], { x: 1 }, [1, "2"], 1n]) {
       assert.throws(() => evaluate("a", { a: value }), { name: "TypeError", message: /a value is a number, a point/ });
     }
@@ -89,7 +89,7 @@ describe("with the module", () => {
     }
   });
 
-  test("an error tells what is wrong, where, and what to do", () => {
+  test("an error contains its message, position, suggestions and fix", () => {
     const error = thrownBy(() => evaluate("2*sni(30)"));
     assert.ok(error instanceof MathExprError && error instanceof Error);
     const { message, stack, ...told } = error;
@@ -124,12 +124,12 @@ describe("with the module", () => {
     assert.equal(evaluate("\u{1D465}\u00E9*2", { "\u{1D465}\u00E9": 4 }), 8);
   });
 
-  test("a text that is no text is refused whole", () => {
+  test("an argument that is not a valid text is refused", () => {
     assert.throws(() => evaluate("1+\ud800"), { name: "TypeError", message: /not well-formed UTF-16/ });
     assert.throws(() => evaluate("1\0"), { name: "TypeError", message: /zero in the text/ });
   });
 
-  test("variables stay from one text to the next", () => {
+  test("variables persist from one text to the next", () => {
     using(new Expression(), (sheet) => {
       assert.equal(sheet.evaluate("width=2.5"), 2.5);
       assert.equal(sheet.evaluate("WIDTH*i2mm(1)"), 63.5);
@@ -148,14 +148,14 @@ describe("with the module", () => {
       assert.deepEqual([error.kind, error.code, error.span], ["definition", 15, { start: 1, length: 1 }]);
       assert.throws(() => sheet.evaluateNumber("p"), TypeError);
       assert.throws(() => sheet.evaluatePoint("1"), TypeError);
-      // An assignment that failed is forgotten.
+      // A failed assignment is dropped.
       assert.throws(() => sheet.evaluate("pi=3"), MathExprError);
       assert.equal(sheet.evaluate("4"), 4);
       assert.equal(sheet.variables.has("pi"), false);
     });
   });
 
-  test("a resolver answers names, and what it throws comes out", () => {
+  test("a resolver supplies names, and its exceptions propagate", () => {
     const asked = [];
     const resolver = (name) => {
       asked.push(name);
@@ -172,7 +172,7 @@ describe("with the module", () => {
       assert.deepEqual(thrownBy(() => expression.compile("delt+1")).suggestions, ["delta"]);
       assert.equal(expression.evaluate("d1+1"), 14);
     });
-    // One that uses its own expression is told so, and another expression is free to be used.
+    // A resolver cannot use its own expression, but may use another one.
     const own = new Expression(undefined, {}, { resolver: () => own.evaluate("1") });
     assert.throws(() => own.compile("x"), /cannot be used by its own callbacks/);
     own.free();
@@ -198,13 +198,13 @@ describe("with the module", () => {
     });
   });
 
-  test("functions of numbers by position", () => {
+  test("functions of numbers with positional arguments", () => {
     const area = fn("x^2+y", "x", "y");
     assert.equal(area(3, 1), 10);
     assert.equal(area.text, "x^2+y");
     assert.deepEqual(area.names, ["x", "y"]);
     assert.throws(() => area(3), { name: "TypeError", message: /takes 2 numbers, not 1/ });
-    const names = ["a", "b", "c", "d", "f", "g", "p", "q"]; // more than there are parameters in the module
+    const names = ["a", "b", "c", "d", "f", "g", "p", "q"]; // more than the module's calls have parameters
     for (let count = 0; count <= names.length; count++) {
       const used = names.slice(0, count);
       const sum = fn(["1", ...used].join("+"), ...used);
@@ -234,7 +234,7 @@ describe("with the module", () => {
     });
   });
 
-  test("arrays are copied, or computed with where they are", () => {
+  test("arrays are copied, or used in place", () => {
     using(new Expression("x*x+y", { x: 0, y: 1 }), (expression) => {
       assert.deepEqual(expression.evaluateArrays({ x: [1, 2, 3] }), new Float64Array([2, 5, 10]));
       const rows = 100000;
@@ -272,7 +272,7 @@ describe("with the module", () => {
       assert.deepEqual([error.failedCount, error.firstFailed, [...rowStatus]], [1, 1, [0, 10, 0]]);
       const values = expression.evaluateArrays({ x: [1, 0, 2] }, { strict: false });
       assert.deepEqual([...values], [10, NaN, 5]);
-      const x = new Float64Array(10000).fill(4); // of several blocks
+      const x = new Float64Array(10000).fill(4); // several blocks
       x[9000] = x[9999] = 0;
       const inside = new MemoryArray(x);
       for (const columns of [{ x }, { x: inside }]) {
@@ -343,7 +343,7 @@ describe("with the module", () => {
     });
   });
 
-  test("vocabulary and its search", () => {
+  test("vocabulary and search", () => {
     const items = vocabulary();
     assert.equal(items.length, 277);
     const sine = items.find(({ symbol }) => symbol === "sin");
@@ -369,7 +369,7 @@ describe("with the module", () => {
     assert.equal(new Set(messages.values()).size, 8);
   });
 
-  test("what has been freed says so, and freeing twice has no effect", () => {
+  test("use after free() throws an error, and freeing twice has no effect", () => {
     const expression = new Expression("1");
     expression.free();
     expression.free();
@@ -378,7 +378,7 @@ describe("with the module", () => {
     }
   });
 
-  test("objects that nobody holds give their memory back", { skip: !globalThis.gc }, async () => {
+  test("finalizers release the memory of unreachable objects", { skip: !globalThis.gc }, async () => {
     const rounds = 40;
     const make = () => {
       for (let i = 0; i < 50; i++) {
@@ -398,7 +398,7 @@ describe("with the module", () => {
     assert.ok(bytes() < highest, `the heap has grown to ${bytes()}`);
   });
 
-  test("texts of any length are a value or an error, and the next text is computed", () => {
+  test("a text of any length has a value or throws, and the next text is computed", () => {
     const deep = 200000;
     const texts = {
       "open brackets": "(".repeat(deep),
@@ -420,7 +420,7 @@ describe("with the module", () => {
   });
 });
 
-test("memory that runs out is an error, and what was made before goes on working", async () => {
+test("running out of memory throws an error, and existing objects keep working", async () => {
   const bytes = await readFile(new URL(import.meta.resolve("mathexpr/mathexpr.wasm")));
   assert.ok(WebAssembly.validate(bytes));
   const arrays = [];
@@ -434,7 +434,7 @@ test("memory that runs out is an error, and what was made before goes on working
   expression.free();
 });
 
-test("a function of many steps needs no more stack than one of few", async () => {
+test("a function with deep nesting needs no more stack than a shallow one", async () => {
   const program = `
     const { fn, init } = await import(${JSON.stringify(import.meta.resolve("mathexpr"))});
     const { parentPort } = await import("node:worker_threads");
@@ -447,7 +447,7 @@ test("a function of many steps needs no more stack than one of few", async () =>
   assert.deepEqual(answer, [1, 1, 1]);
 });
 
-/** As the statement `using`, which Node 20 does not know. */
+/** Like the declaration `using`, which Node 20 does not support. */
 function using(resource, use) {
   try {
     use(resource);

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// The language tests of the library (tests/language/FORMAT.md) through the package: each row whose host values and outcomes
-// are those that the package can hold. The others, such as values with a flag in the host, are for the tests in C++.
+// language.test.mjs - runs the language tests of the library (tests/language/FORMAT.md) through the package: all rows whose
+// host values and outcomes the package can represent. The others, such as host values with a flag, run in C++ only.
 import assert from "node:assert/strict";
 import { readFile, readdir } from "node:fs/promises";
 import { join } from "node:path";
@@ -21,7 +21,7 @@ function unescaped(written) {
   );
 }
 
-/** A number of the data, or undefined. */
+/** Parses a number; undefined if it is not one. */
 function numberOf(written) {
   if (/^0x[0-9a-f]{16}$/.test(written)) {
     return new Float64Array(new BigUint64Array([BigInt(written)]).buffer)[0];
@@ -31,7 +31,7 @@ function numberOf(written) {
   return /^-?[\d.]/.test(written) && !Number.isNaN(Number(written)) ? Number(written) : undefined;
 }
 
-/** A value as an array of one number or three, or undefined. */
+/** Parses a value to an array of one or three numbers; undefined if it is not one. */
 function valueOf(written) {
   const text = written.replace(/\/flag$/, "");
   const point = /^\[([^,]+),([^,]+),([^,]+)\]$/.exec(text);
@@ -39,7 +39,7 @@ function valueOf(written) {
   return numbers.includes(undefined) ? undefined : numbers;
 }
 
-/** Of one line `@host`; null where the package cannot answer like it. */
+/** The variables of a line `@host`; null if the package cannot represent them. */
 function hostOf(definitions) {
   const host = new Map();
   for (const definition of definitions.split(" ").filter(Boolean)) {
@@ -51,7 +51,7 @@ function hostOf(definitions) {
   return host;
 }
 
-/** The outcome that is expected first, as text; null where the package has no such form. */
+/** The first expected outcome, as text; null if the package cannot represent it. */
 function firstOutcome(written) {
   const [outcome] = written.split(/ ~> | \| | asked /);
   return /^\{/.test(outcome.trim()) ? null : outcome.trim();
@@ -95,7 +95,7 @@ test("the rows of the language tests", async () => {
       if (/^(#|@|\s*$)/.test(row)) continue;
       const steps = row.split(" ; ").map((step) => / *(.*?) => (.*)$/.exec(step));
       const outcomes = steps.map((step) => step && firstOutcome(step[2]));
-      // The package forgets an assignment that failed.
+      // The package drops a failed assignment.
       const assignsLater = steps.slice(0, -1).some((step, index) => outcomes[index]?.startsWith("!") && step[1].includes("="));
       if (host === null || hasLimit || outcomes.includes(null) || assignsLater) {
         left++;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// What the package is made of.
+// package.test.mjs - tests of the package's files: imports, forbidden code, size, licences, start-up.
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
 import { readFile, readdir } from "node:fs/promises";
@@ -17,7 +17,7 @@ const module = await WebAssembly.compile(await readFile(join(folder, "mathexpr.w
 const scripts = (await readdir(folder, { recursive: true })).filter((name) => name.endsWith(".js"));
 const mostBytes = 160 * 1024;
 
-test("the module imports what the loader gives it, and no mathematics", () => {
+test("the module imports only what the loader supplies, and no mathematical functions", () => {
   assert.deepEqual(
     WebAssembly.Module.imports(module).map(({ module: from, name, kind }) => [from, name, kind].join(" ")).sort(),
     [
@@ -32,7 +32,7 @@ test("the module imports what the loader gives it, and no mathematics", () => {
   );
 });
 
-test("no script makes code out of text, computes with the engine's mathematics, or waits while it loads", async () => {
+test("no script evaluates code, calls functions of Math, or has a top-level await", async () => {
   for (const name of scripts) {
     const text = await readFile(join(folder, name), "utf8");
     assert.doesNotMatch(text, /new Function|\beval\(|\bimport\(/, name);
@@ -51,14 +51,14 @@ test(`the module and a bundle of the scripts around it take at most ${mostBytes}
   assert.ok(sizes[0] + sizes[1] <= mostBytes);
 });
 
-test("the licences of the C library and of emscripten are enclosed", async () => {
+test("the package contains the licences of the C library and of emscripten", async () => {
   const text = await readFile(join(folder, "LICENSE-third-party.txt"), "utf8");
   for (const holder of [/^Copyright \(c\) 2010 The Emscripten Authors$/m, /^Copyright © .* Rich Felker/m, /Sun Microsystems/]) {
     assert.match(text, holder);
   }
 });
 
-test("the module is ready soon", async () => {
+test("the start-up time in new processes is measured", async () => {
   const bytes = await readFile(join(folder, "mathexpr.wasm"));
   const times = [];
   for (let round = 0; round < 5; round++) {

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// The installed package in the projects of its users: each bundler makes a page of the same program, a server sends it with
-// a strict Content-Security-Policy, and Chromium runs it.
+// projects.test.mjs - the installed package in its users' projects: each bundler builds a page from the same program, a server
+// sends it with a strict Content-Security-Policy, and Chromium runs it.
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
 import { copyFile, cp, mkdir, readFile, readdir, rm, writeFile } from "node:fs/promises";
@@ -22,7 +22,7 @@ const here = import.meta.dirname;
 const installed = join(here, "node_modules/mathexpr");
 const projects = join(here, "projects");
 
-/** Shows a value in the title, or what has failed. */
+/** A program that shows a value, or its failure, as the title. */
 const program = (entry) => `
 import { evaluate, init } from "${entry}";
 const show = (text) => (globalThis.document ? (document.title = text) : postMessage(text));
@@ -34,7 +34,7 @@ const page = (script) => `<!doctype html><meta charset="utf-8"><title></title><l
 const policy = "default-src 'none'; img-src data:; script-src 'self' 'wasm-unsafe-eval'; connect-src 'self'; worker-src 'self'";
 const types = { ".html": "text/html", ".js": "text/javascript", ".wasm": "application/wasm" };
 
-/** Serves a folder; answers where. */
+/** Serves a folder; returns the URL. */
 async function serve(folder, typesOfFolder = types) {
   const server = createServer(async (request, response) => {
     const name = new URL(request.url, "http://localhost").pathname;
@@ -61,7 +61,7 @@ before(async () => {
 });
 after(() => browser?.close());
 
-/** What the title of a page becomes; no message may be in its console. */
+/** The title of a page once its program has run; its console must not contain an error. */
 async function titleOf(url) {
   const tab = await browser.newPage();
   const messages = [];
@@ -95,21 +95,21 @@ async function assertRuns(folder, typesOfFolder) {
   }
 }
 
-/** No bundle for browsers speaks of Node's modules. */
+/** Checks that a bundle for browsers does not import Node's modules. */
 async function assertWithoutNode(folder) {
   for (const name of await readdir(folder, { recursive: true })) {
     if (name.endsWith(".js")) assert.doesNotMatch(await readFile(join(folder, name), "utf8"), /node:/, name);
   }
 }
 
-test("Vite, built", async () => {
+test("Vite, production build", async () => {
   const folder = await project("vite");
   await vite.build({ root: folder, base: "./", logLevel: "error" });
   await assertWithoutNode(join(folder, "dist"));
   await assertRuns(join(folder, "dist"));
 });
 
-test("Vite, developing", async () => {
+test("Vite, development server", async () => {
   const folder = await project("vite-dev");
   const server = await vite.createServer({
     root: folder,
@@ -176,7 +176,7 @@ test("esbuild, with the module copied beside the bundle", async () => {
   await assertRuns(out);
 });
 
-test("esbuild, with the module inside", async () => {
+test("esbuild, with the module embedded", async () => {
   await assertRuns(await bundled(await project("inline", "mathexpr/inline")));
 });
 
@@ -184,7 +184,7 @@ test("a plain script, from the package's own files", async () => {
   const folder = await project("script", "./mathexpr/index.js");
   await cp(installed, join(folder, "mathexpr"), { recursive: true });
   await assertRuns(folder);
-  await assertRuns(folder, { ...types, ".wasm": "text/plain" }); // a server that does not know the type
+  await assertRuns(folder, { ...types, ".wasm": "text/plain" }); // a server that does not know the type of .wasm
   await rm(join(folder, "mathexpr/mathexpr.wasm"));
   const server = await serve(folder);
   const tab = await browser.newPage();
@@ -214,7 +214,7 @@ test("Node, as an ES module and as CommonJS", () => {
   }
 });
 
-test("init() takes an address, an answer, bytes and a module", () => {
+test("init() takes a path, a URL, a response, bytes and a module", () => {
   const file = join(installed, "mathexpr.wasm");
   for (const source of [
     JSON.stringify(file),
@@ -232,7 +232,7 @@ test("init() takes an address, an answer, bytes and a module", () => {
   }
 });
 
-test("the types hold under tsc --strict", () => {
+test("the declarations compile under tsc --strict", () => {
   const tsc = join(here, "node_modules/.bin/tsc");
   for (const resolution of [
     ["--module", "nodenext"],

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// typed_use.ts - compiled, never run: the declarations as a host in TypeScript uses them.
+// typed_use.ts - uses the declarations as a TypeScript host does. It is compiled, never run.
 import {
   type Completion,
   type Diagnostic,
@@ -50,9 +50,9 @@ export async function use(): Promise<string> {
   } finally {
     expression.free();
   }
-  // @ts-expect-error: a text is no value
+  // @ts-expect-error: a string is not a value
   evaluate("a", { a: "1" });
-  // @ts-expect-error: there are two notations
+  // @ts-expect-error: no such notation
   expression.typeset("1", "svg");
   return [formatValue(value), area, results.length, out.values[0], completions[0]?.name, diagnostic?.message]
     .concat(items.map(({ symbol }) => symbol), version())

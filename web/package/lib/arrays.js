@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// arrays.js - evaluation over arrays: columns of numbers or points in, a value for each row out.
+// arrays.js - evaluation over arrays: columns of numbers or points in, one value per row out.
 //
-// Arrays in the module's memory are used in place. Other arrays are copied through it in blocks, so that the memory does not
-// grow with them, and a block stays in the processor's cache.
+// Arrays in the module's memory are used in place. Other arrays are copied in blocks: the memory does not grow with the
+// arrays, and a block fits in the processor's cache.
 import * as C from "./layouts.js";
 import { RowsError } from "./errors.js";
 import { allocate, f64, i32, needInstance, u32, wasm, withFrame } from "./module.js";
@@ -53,7 +53,7 @@ export class MemoryArray {
   }
 }
 
-/** Checks a column: its numbers per row, and either an array or one value for all rows. */
+/** Checks a column, which is an array or one value for all rows. Returns its name, width (numbers per row) and data. */
 function columnOf(name, source, variable) {
   if (variable === undefined) throw new TypeError(`mathexpr: the column '${name}' is no variable of the expression`);
   const width = variable instanceof Point ? 3 : 1;
@@ -81,7 +81,7 @@ function countRows(columns) {
   return rows;
 }
 
-/** Evaluates some rows at a time, with blocks for arrays outside the module's memory. */
+/** Evaluates a range of rows per call, with blocks for arrays outside the module's memory. */
 class RowRun {
   constructor(session, frame, columns, rows) {
     this.session = session;
@@ -101,7 +101,7 @@ class RowRun {
     this.outcome = frame.structure(C.bulk_outcome);
   }
 
-  /** Describes the columns from a row on, and copies those outside the module's memory. */
+  /** Describes the columns from row `first` on, and copies those outside the module's memory. */
   #describe(first, count) {
     this.columns.forEach(({ name, width, array }, index) => {
       let data = this.blocks[index];
@@ -118,7 +118,7 @@ class RowRun {
     });
   }
 
-  /** Computes rows, and writes their values and statuses to addresses. Returns the number of failed rows. */
+  /** Computes rows. `values` and `status` are the addresses of the results. Returns the number of failed rows. */
   compute(first, count, width, values, status) {
     this.#describe(first, count);
     const at = this.results >> 2;
@@ -137,7 +137,7 @@ class RowRun {
 
 const sliceOf = (array, begin, end) => (array.subarray ? array.subarray(begin, end) : array.slice(begin, end));
 
-/** The numbers per value, determined by computing rows until one has a value. */
+/** Numbers per value: 1 or 3. Computes rows until one has a value. */
 function widthOfResults(run) {
   return withFrame((frame) => {
     const count = Math.min(run.rows, rowsOfBlock);

@@ -1,20 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// editor.js - editor services, for any text, also an incomplete or invalid one. The expression does not change.
+// editor.js - editor services. They accept any text, including an incomplete or invalid one, and do not change the expression.
 import * as C from "./layouts.js";
 import { readDiagnostic, readEdit, readSpan } from "./errors.js";
 import { notations, renameRefusals, tokenKinds, typingStates, valueKinds } from "./kinds.js";
 import { checkedText, readArray, readPointer, readText, readTexts, readZeroTerminated, u32, wasm } from "./module.js";
 import { readValue } from "./values.js";
 
-/** A numeric member of a structure, or the address in a pointer member. */
+/** Reads a 32-bit member of a structure: a number or an address. */
 const member = (address, layout, name) => readPointer(address + layout[name]);
 
-/** A member that points to a zero-terminated text. */
+/** Reads the zero-terminated text that a member points to. */
 const textOf = (address, layout, name) => readZeroTerminated(member(address, layout, name));
 
-/** A cursor in the form that the library accepts: clamped to the text. */
+/** Clamps a cursor to the text. */
 const cursorIn = (text, cursor) => Math.min(Math.max(Math.trunc(cursor), 0), text.length);
 
 const noPartner = 0xffffffff; // MATHEXPR_NO_PARTNER
@@ -100,7 +100,7 @@ export class EditorServices {
 
   /**
    * Calls a service.
-   * @param use   calls the library with the handle, the text's address and length, and the result's address
+   * @param use   calls the library; takes the handle, the text's address and length, and the result's address
    * @param read  converts the result's structure
    */
   #ask(text, layout, use, read) {

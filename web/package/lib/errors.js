@@ -39,7 +39,7 @@ export function readSpan(address) {
   return { start: u32[address >> 2], length: u32[(address >> 2) + 1] };
 }
 
-/** Reads an edit, as `edit` in layouts.js. */
+/** Reads a structure of layout `edit`. */
 export function readEdit(address) {
   const text = readPointer(address + C.edit.replacement);
   return { ...readSpan(address), replacement: readText(text, readPointer(address + C.edit.replacement_length)) };
@@ -69,7 +69,7 @@ export function readDiagnostic(address, text) {
   };
 }
 
-/** Converts an argument count; any number is Infinity. */
+/** Converts an argument count; "any number" becomes Infinity. */
 export function readArgCount(count) {
   return count === 0xffffffff ? Infinity : count;
 }

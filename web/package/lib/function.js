@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// function.js - texts as functions of numbers, with positional arguments.
+// function.js - compiles texts to functions of numbers with positional arguments.
 //
-// A call passes its numbers to an export of the module and looks at nothing else unless the result is NaN: one call in
-// WebAssembly, no memory touched from here, and no array of arguments, which would take longer than the call.
+// A call passes its numbers as parameters to an export of the module, and checks the status only if the result is NaN. It
+// creates no array of arguments and does not access memory: either would take longer than the call.
 import * as C from "./layouts.js";
 import { checkedText, errorOf, f64, u32, wasm, withFrame } from "./module.js";
 import { MathExprError } from "./errors.js";
@@ -24,7 +24,7 @@ function checked(result, owned, given) {
   throw errorOf(status);
 }
 
-/** Evaluates again in an expression, to get the diagnostic. */
+/** Evaluates the text again in an expression, to get the diagnostic. */
 function refusalOf({ text, names, variables }, given) {
   const session = new Session();
   try {
@@ -119,7 +119,7 @@ function callableOfMany(owned) {
   };
 }
 
-/** @param session  its variables that are not arguments keep their present values in the function */
+/** @param session  supplies the variables that are not arguments; the function keeps their present values */
 export function compileFunction(session, text, names) {
   for (const name of names) {
     if (session.getVariable(checkedText(name, "a name")) === undefined) session.setVariable(name, 0);

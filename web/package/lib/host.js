@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// host.js - the callbacks of the library. They call the host of the running call, and store its exceptions until that call has
-// returned. No exception propagates through the module.
+// host.js - the callbacks of the library. They call the host of the running call. An exception of the host is stored, and
+// rethrown after the library's call has returned: no exception propagates through the module.
 import * as C from "./layouts.js";
 import { allocateText, readText, u32, wasm } from "./module.js";
 import { valueKinds } from "./kinds.js";
@@ -14,13 +14,13 @@ export class Host {
   constructor(resolver, names) {
     this.resolver = resolver;
     this.names = names;
-    this.notes = null; // during a completion
+    this.notes = null; // set during a completion
     this.iterator = null;
-    this.texts = []; // on the heap, until the call has returned
+    this.texts = []; // addresses on the heap, freed when the call returns
     this.thrown = null;
   }
 
-  /** Calls the library for this host, and rethrows the exception of a callback. */
+  /** Runs a call of the library with this host, then rethrows the exception of a callback, if any. */
   during(call) {
     const outer = current;
     current = this;
@@ -38,7 +38,7 @@ export class Host {
     }
   }
 
-  /** Calls the host; returns `otherwise` if that throws. */
+  /** Calls the host; returns `otherwise` if the host throws. */
   ask(question, otherwise) {
     try {
       return question();
@@ -59,7 +59,7 @@ export class Host {
 /** The host of the innermost call. */
 let current = null;
 
-/** The imports of the module, see host.h. */
+/** The functions that the module imports; see host.h. */
 export const callbacks = {
   lookup(_, name, length, value) {
     const host = current;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// kinds.js - names of the C interface's enumerators in JavaScript, in the order of their numbers.
+// kinds.js - JavaScript's names of the C interface's enumerators, in the order of the enumerators' values.
 
 /** MATHEXPR_TOKEN_... */
 export const tokenKinds = [
@@ -48,7 +48,7 @@ export const families = [
 /** MATHEXPR_KIND_... */
 export const failureKinds = ["refused", "parsing", "definition"];
 
-/** MATHEXPR_EXPECTED_..., from the lowest bit on. */
+/** MATHEXPR_EXPECTED_..., from the lowest bit. */
 export const expectations = [
   "value",
   "operator",

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// module.js - the instance of the WebAssembly module: its memory, texts and structures in it, and its imports.
+// module.js - the instance of the WebAssembly module: its imports, its memory, and access to texts and structures.
 //
-// Everything that a call passes by address is in a Frame, which releases the memory when the call ends.
+// A Frame holds everything that a call passes by address, and releases the memory when the call ends.
 import * as C from "./layouts.js";
 
-/** Exports of the instance, empty until there is one. */
+/** Exports of the instance; empty until it exists. */
 export let wasm = {};
 
 /** Views of the memory, renewed whenever it grows. */
@@ -35,7 +35,7 @@ function importsOf(callbacks) {
         return 0;
       },
       environ_get: () => 0,
-      // The library uses no streams; output of its run-time library before it aborts is discarded.
+      // The library uses no streams. What the C library writes before it aborts is discarded.
       fd_read: () => errnoNotSupported,
       fd_write: () => errnoNotSupported,
       fd_fdstat_get: () => errnoNotSupported,
@@ -60,7 +60,7 @@ export function instantiateSync(module, callbacks) {
   begin(new WebAssembly.Instance(module, importsOf(callbacks)));
 }
 
-/** Throws unless there is an instance. */
+/** Throws unless the instance exists. */
 export function needInstance() {
   if (wasm.memory === undefined) throw new Error("mathexpr: call init() first, and await it");
 }
@@ -69,7 +69,7 @@ export function needInstance() {
 
 const unitsAtOnce = 8192;
 
-/** Reads a text of UTF-16 units. */
+/** Reads a UTF-16 text. */
 export function readText(address, length) {
   const begin = address >> 1;
   if (length <= unitsAtOnce) return String.fromCharCode.apply(null, u16.subarray(begin, begin + length));
@@ -136,14 +136,14 @@ class Frame {
     return block;
   }
 
-  /** A text of the string's length, followed by a zero. */
+  /** A zero-terminated text. */
   text(text) {
     const address = this.bytes(2 * text.length + 2);
     writeUnits(address, text);
     return address;
   }
 
-  /** A zeroed structure with its size set, or a zeroed record without a size. */
+  /** A zeroed structure; its member `size` is set if it has one. */
   structure(layout) {
     const address = this.bytes(layout.bytes);
     u8.fill(0, address, address + layout.bytes);
@@ -189,12 +189,12 @@ export function statusText(status) {
   return readBytes(address, u8.indexOf(0, address) - address);
 }
 
-/** Reads a text in UTF-8. */
+/** Reads a UTF-8 text. */
 export function readBytes(address, length) {
   return new TextDecoder().decode(u8.subarray(address, address + length));
 }
 
-/** Writes a text in UTF-8, zero-terminated, to a frame. Returns its address and length. */
+/** Writes a text to a frame as zero-terminated UTF-8. Returns its address and length in bytes. */
 export function writeBytes(frame, text) {
   const bytes = new TextEncoder().encode(text);
   const address = frame.bytes(bytes.length + 1);
@@ -203,7 +203,7 @@ export function writeBytes(frame, text) {
   return { address, length: bytes.length };
 }
 
-/** The error for a status that is not a failure of a text. */
+/** Error for a status other than the failure of a text. */
 export function errorOf(status) {
   const message = `mathexpr: ${statusText(status)}`;
   switch (status) {

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// release.js - releases memory of the module when its owner is collected without having been freed.
+// release.js - releases the module's memory when its owner is garbage-collected without having been freed.
 
 /**
  * A registry of owners.
- * @param release  called with the value registered with the owner, which must not refer to the owner
+ * @param release  called with the value registered for the owner; that value must not refer to the owner
  */
 export function releaseWith(release) {
   const registry = new FinalizationRegistry(release);
@@ -15,5 +15,5 @@ export function releaseWith(release) {
   };
 }
 
-/** The method that `using` calls; in browsers without it, a symbol of the same name. */
+/** Name of the method that `using` calls; where it does not exist, a registered symbol of the same description. */
 export const dispose = Symbol.dispose ?? Symbol.for("Symbol.dispose");

@@ -37,7 +37,7 @@ export class Session {
     return this.#owned.handle;
   }
 
-  /** @throws while one of its callbacks runs */
+  /** @throws while a callback of this expression runs */
   free() {
     if (this.#owned.handle === 0) return;
     this.check(wasm.mathexpr_destroy(this.#owned.handle));
@@ -46,7 +46,7 @@ export class Session {
   }
 
   /**
-   * Calls the library with a frame and the handle, for its host.
+   * Calls the library for this expression's host, with a frame and the handle.
    * @param text  the text that a failure refers to
    */
   call(use, text) {
@@ -54,7 +54,7 @@ export class Session {
     return withFrame((frame) => this.check(this.host.during(() => use(frame, handle)), text));
   }
 
-  /** The same for a function that fills a structure. */
+  /** Like call(), for a function that fills a structure. */
   fill(layout, use, read) {
     return withFrame((frame) => {
       const structure = frame.structure(layout);
@@ -78,7 +78,7 @@ export class Session {
     );
   }
 
-  /** Drops the pending assignment of a failed text. */
+  /** Drops the pending assignment if the attempt fails. */
   withoutAssignment(attempt) {
     try {
       return attempt();
@@ -97,7 +97,7 @@ export class Session {
     );
   }
 
-  /** @param compiled  the last compiled text */
+  /** @param compiled  the compiled text, for diagnostics */
   evaluate(compiled) {
     return this.#value((_, handle, record) => wasm.mathexpr_evaluate(handle, record), compiled);
   }
@@ -110,7 +110,7 @@ export class Session {
     );
   }
 
-  /** @param compute  writes the value of a text to a record */
+  /** @param compute  calls the library, which writes the value to a record */
   #value(compute, text) {
     return this.withoutAssignment(() => {
       let value;
@@ -132,7 +132,7 @@ export class Session {
     );
   }
 
-  /** Undefined if there is no such variable. */
+  /** Value of a variable; undefined if it does not exist. */
   getVariable(name) {
     return withFrame((frame) => {
       const record = frame.bytes(C.value.bytes);

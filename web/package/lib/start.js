@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// start.js - loads the module once, from the host's source or from the default source of an entry.
+// start.js - loads the module once, from the host's source or from the entry's default source.
 import { callbacks } from "./host.js";
 import { instantiate, instantiateSync, wasm, withFrame, writeBytes } from "./module.js";
 
 let started = null;
 
-/** Compiles the module of a response; while it loads, if the server sends the right type. */
+/** Compiles the module of a response; during the download, if its content type is right. */
 async function compileResponse(response) {
   if (!response.ok) throw new Error(`mathexpr: ${response.url} answered ${response.status} ${response.statusText}`);
   const type = response.headers.get("Content-Type")?.split(";")[0].trim().toLowerCase();
@@ -25,13 +25,13 @@ async function compile(source, read) {
     : WebAssembly.compile(loaded);
 }
 
-/** The browser's language, otherwise that of PluralRules: formatters of dates and numbers take milliseconds to create. */
+/** The browser's language, or that of PluralRules: a formatter of dates or numbers takes milliseconds to create. */
 function languageOfUser() {
   return globalThis.navigator?.language ?? new Intl.PluralRules().resolvedOptions().locale;
 }
 
 /**
- * Performs init() of an entry.
+ * Implements init() of an entry.
  * @param defaultSource  returns the module if the host specifies none
  */
 export function initFrom(defaultSource, read, { wasm: source, language } = {}) {

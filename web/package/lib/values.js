@@ -37,7 +37,7 @@ function coordinatesOf(value) {
   return [x, y, z].every((number) => typeof number === "number") && others.length === 0 ? [x, y, z] : null;
 }
 
-/** Writes a record over uninitialised memory. */
+/** Writes a value record; the memory may be uninitialised. */
 export function writeValue(address, value) {
   const coordinates = typeof value === "number" ? [value, 0, 0] : coordinatesOf(value);
   if (coordinates === null) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// vocabulary.js - the constants, operators and functions, and their search.
+// vocabulary.js - lists and searches the constants, operators and functions.
 import * as C from "./layouts.js";
 import { readArgCount } from "./errors.js";
 import { families, itemKinds } from "./kinds.js";

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** announcer.js - what a screen reader says of the line that is being typed: its value, or what is wrong with it, after a pause. */
+/** announcer.js - announces the edited line to screen readers after a pause in typing: its value, or its problem. */
 import { texts } from "./texts.js";
 
 const pause = 900;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** latest.js - a task whose runs never overlap: while one is going on, however many calls make for one more. */
+/** latest.js - runs a task without overlap: any number of calls during a run cause one further run. */
 
 /** @param {() => Promise<void>} task  reads the latest state itself */
 export function latest(task) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** page.js - puts the page's parts together: the editor, the engine in its worker, the picture, and what stands around them. */
+/** page.js - connects the page's parts: the editor, the engine in its worker, the picture, and the controls. */
 import { Announcer } from "./announcer.js";
 import { SheetEditor } from "./editor/editor.js";
 import { Engine } from "./engine/client.js";
@@ -21,7 +21,7 @@ import { VocabularyPanel } from "./vocabulary/panel.js";
 
 const byId = (id) => document.getElementById(id);
 
-/** Says something below the heading, with a button where there is something to do about it. */
+/** Shows a notice below the heading; with a button if there is a label. */
 function notify(text, label = "", act = () => undefined) {
   const notice = byId("notice");
   const button = notice.querySelector("button");
@@ -99,7 +99,7 @@ useTabs((panel) => {
   if (panel === "vocabulary") vocabulary.show();
 });
 
-/** Puts another sheet in the place of the present one, which a button brings back. */
+/** Replaces the sheet. A button of the notice restores the previous one. */
 function replaceSheet(text, said, label) {
   const before = editor.text;
   editor.replaceAll(text);
@@ -129,7 +129,7 @@ byId("link").onclick = async () => {
     await navigator.clipboard.writeText(link);
     notify(texts.linkCopied);
   } catch {
-    history.replaceState(null, "", link); // to be copied from the address bar
+    history.replaceState(null, "", link); // so that the user can copy it from the address bar
   }
 };
 byId("print").onclick = () => print();
@@ -163,4 +163,4 @@ try {
 } catch {
   notify(texts.noEngine);
 }
-navigator.serviceWorker?.register("service-worker.js").catch(() => undefined); // without one the page needs its server
+navigator.serviceWorker?.register("service-worker.js").catch(() => undefined); // only needed offline

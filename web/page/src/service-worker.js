@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * service-worker.js - keeps the page's files, so that it works without a network. Each deployment has a cache of its own, which is
- * filled whole before it is used and removed when no page of that deployment is open: an old page never meets new files.
+ * service-worker.js - caches the page's files, so that it works offline. Each deployment has its own cache, which is complete
+ * before it is used, and is deleted when no page of the deployment is open: an old page never loads files of a new deployment.
  */
-/** Another copy of the page, in another folder of this server, has caches of its own. */
+/** The scope in the name separates the caches of copies of the page in other folders of the server. */
 const ours = `mathexpr ${self.registration.scope} `;
 const cacheName = ours + deployment;
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** settings.js - what the user has chosen: digits, language, colours, and what the picture shows. */
+/** settings.js - the user's settings: digits, language, colours, and options of the picture. */
 import { load, store } from "./sheet/store.js";
 import { texts } from "./texts.js";
 
@@ -30,7 +30,7 @@ const usual = {
   unit: "",
 };
 
-/** The stored settings, as far as they can be chosen; a first visit has the browser's language. */
+/** Reads the stored settings and ignores invalid ones. On a first visit the language is the browser's. */
 export function readSettings() {
   const preferred = navigator.language.slice(0, 2);
   const settings = { ...usual, language: languages.some(([tag]) => tag === preferred) ? preferred : "en" };
@@ -38,7 +38,7 @@ export function readSettings() {
   try {
     stored = JSON.parse(load("settings") ?? "{}") ?? {};
   } catch {
-    // Somebody else's; the usual ones remain.
+    // Not written by this page: the defaults apply.
   }
   for (const name of Object.keys(usual)) if (typeof stored[name] === typeof usual[name]) settings[name] = stored[name];
   if (!languages.some(([tag]) => tag === settings.language)) settings.language = "en";
@@ -48,7 +48,7 @@ export function readSettings() {
 }
 
 /**
- * Fills the fields with the settings, and tells of changes.
+ * Initialises the fields with the settings, and calls `on` when the user changes them.
  * @param {ReturnType<typeof readSettings>} settings
  * @param {{digits: (digits: number) => void, language: (tag: string) => void, typeset: (typeset: boolean) => void,
  *          picture: (options: object) => void}} on

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** signature.js - the call around the cursor, shown below the sheet with the argument that is being typed. */
+/** signature.js - shows the function call around the cursor below the sheet, with the current argument marked. */
 
 /**
  * @param {HTMLElement} host

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** tabs.js - the tabs of the views: chosen by a click, or by the arrow keys, Home and End. */
+/** tabs.js - the tabs of the views, selected by a click, the arrow keys, Home or End. */
 
 /** @param {(panel: string) => void} onShow */
 export function useTabs(onShow) {

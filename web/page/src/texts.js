@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** texts.js - what the page itself says, beside index.html. Messages and hints come from the library, in its languages. */
+/** texts.js - the page's own texts, except those in index.html. Messages and hints come from the library, in its languages. */
 export const texts = {
   editor: "Expressions, one per line",
   plotted: "plotted over x",

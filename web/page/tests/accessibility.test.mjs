@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * accessibility.test.mjs - every state of the page: without a violation of axe-core's rules, looking as recorded, without anything cut
- * off; and the names and roles that a screen reader is told.
+ * accessibility.test.mjs - every state of the page violates no rule of axe-core, cuts nothing off and equals its recorded
+ * screenshot; and the names and roles of the elements.
  *
- * MATHEXPR_RECORD=1 records the pictures instead of comparing them.
+ * With MATHEXPR_RECORD=1 the screenshots are recorded instead of compared.
  */
 import assert from "node:assert/strict";
 import { mkdir, readFile, writeFile } from "node:fs/promises";
@@ -21,7 +21,7 @@ const axe = await readFile(createRequire(import.meta.url).resolve("axe-core/axe.
 const pictures = path.join(path.dirname(fileURLToPath(import.meta.url)), "pictures");
 const narrow = { viewport: { width: 320, height: 640 } };
 
-/** Each state: how the browser is set, and what is done. */
+/** The states: the browser's options, the sheet, and the actions that lead to each. */
 const states = {
   worksheet: {},
   dark: { browser: { colorScheme: "dark" } },
@@ -82,7 +82,7 @@ const states = {
 };
 
 for (const [name, { browser, act, print, sheet = example }] of Object.entries(states)) {
-  test(`${name}: no violation, nothing cut off, looks as recorded`, async (t) => {
+  test(`${name}: no violation, nothing cut off, equals the recorded screenshot`, async (t) => {
     const page = await openPage(t, { sheet, browser: { reducedMotion: "reduce", ...browser } });
     if (sheet === example) {
       await page.getByText("67.0820393249937").waitFor();
@@ -90,7 +90,7 @@ for (const [name, { browser, act, print, sheet = example }] of Object.entries(st
     }
     await act?.(page);
     if (print) await page.emulateMedia({ media: "print" });
-    await page.evaluate(axe); // as an element it would be refused, as any script of others
+    await page.evaluate(axe); // the page's policy would refuse it as a <script> element
     const { violations } = await page.evaluate(() => globalThis.axe.run());
     const found = violations.map(({ id, nodes }) => `${id}: ${nodes.map(({ html, failureSummary }) => `${html} ${failureSummary}`).join("; ")}`);
     assert.deepEqual(found, []);
@@ -112,7 +112,7 @@ async function comparePicture(page, name) {
   assert.ok(share < 0.002, `${(100 * share).toFixed(2)} % of the picture differ from ${file}`);
 }
 
-test("names and roles are told", async (t) => {
+test("elements have names and roles", async (t) => {
   const page = await openPage(t, { sheet: "A=[1,2]\nB=[A*A,3]" });
   await expectValues(page, ["[1,2,0]", "[5,3,0]"]);
   const tree = await page.locator("body").ariaSnapshot();
@@ -135,7 +135,7 @@ test("names and roles are told", async (t) => {
   }
 });
 
-test("the views are chosen by keys", async (t) => {
+test("keys select the views", async (t) => {
   const page = await openPage(t, { sheet: "A=[1,2]" });
   await page.focus("#tab-picture");
   await page.keyboard.press("ArrowRight");
@@ -158,7 +158,7 @@ const names = {
   de: "Ein Name ist nicht bekannt",
 };
 
-test("messages are in the chosen language, the page's own texts in English", async (t) => {
+test("messages appear in the selected language, the page's own texts in English", async (t) => {
   const page = await openPage(t, { sheet: "qqq\n" });
   const said = new Set();
   for (const [language, beginning] of [...Object.entries(names), ...["fr", "es", "it", "pt", "ja", "zh"].map((tag) => [tag, ""])]) {

@@ -1,20 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** browser.mjs - the built page in a real browser: a server, Debian's Chromium, and what every test does with a page. */
+/** browser.mjs - runs the built page in Debian's Chromium: a server, the browser, and helpers of the tests. */
 import assert from "node:assert/strict";
 import { after, before } from "node:test";
 import { fileURLToPath } from "node:url";
 import { chromium } from "playwright-core";
 import { addressOf, serve } from "../serve.mjs";
 
-/** The built page. */
+/** Folder of the built page. */
 export const built = process.env.MATHEXPR_PAGE;
 
-/** What the tests but those of the budget ask of the server. */
+/** Compression quality for all tests except those of the budget. */
 export const quickCompression = 4;
 
-/** Milliseconds that something may take that has to come: other work may keep the machine busy. */
+/** Timeout in milliseconds; long, since the machine may be busy. */
 const patience = 30_000;
 
 let browser;
@@ -24,7 +24,7 @@ before(async () => {
   assert.ok(built, "MATHEXPR_PAGE names the built page");
   browser = await chromium.launch({
     executablePath: "/usr/bin/chromium",
-    args: ["--no-sandbox"], // root, as in CI, has none
+    args: ["--no-sandbox"], // the sandbox does not work for root, as in CI
     env: { ...process.env, FONTCONFIG_FILE: fileURLToPath(new URL("fonts.conf", import.meta.url)) },
   });
   server = await serve(built, 0, quickCompression);
@@ -39,19 +39,19 @@ after(async () => {
 export const address = () => addressOf(server);
 
 /**
- * Opens the page, and holds that nothing is written to the console until the test ends.
+ * Opens the page; the test fails if anything is written to the console.
  * @param {import("node:test").TestContext} t
  * @param {object} [options]
- * @param {string} [options.sheet]  that the browser has kept
+ * @param {string} [options.sheet]  the stored sheet
  * @param {string} [options.fragment]
- * @param {string} [options.at]  where the page is served
+ * @param {string} [options.at]  URL of the page
  * @param {(page: import("playwright-core").Page) => Promise<void>} [options.prepare]  called before the page is opened
  * @param {import("playwright-core").BrowserContextOptions} [options.browser]
  */
 export async function openPage(t, { sheet, fragment = "", at = address(), prepare, browser: contextOptions } = {}) {
   const context = await browser.newContext({ viewport: { width: 1280, height: 800 }, locale: "en", ...contextOptions });
   if (sheet !== undefined) {
-    // Only where nothing is kept yet, so that a reload finds what the page has kept.
+    // Only if nothing is stored, so that a reload finds the sheet that the page has stored.
     await context.addInitScript((text) => localStorage.getItem("mathexpr.sheet") ?? localStorage.setItem("mathexpr.sheet", text), sheet);
   }
   context.setDefaultTimeout(patience);
@@ -77,7 +77,7 @@ export async function type(page, text) {
   await page.keyboard.type(text);
 }
 
-/** Waits for the list of completions, and until it takes keys: not as it appears under the hands of somebody who types. */
+/** Waits for the list of completions, and until it accepts keys: it ignores them just after it appears. */
 export async function completions(page) {
   const list = page.getByRole("listbox", { name: "Completions" });
   await list.waitFor();
@@ -93,15 +93,15 @@ export const values = (page) =>
     ),
   );
 
-/** Waits until the values are as expected. */
+/** Waits for the expected values. */
 export async function expectValues(page, expected) {
   await eventually(() => values(page), expected);
 }
 
-/** The text of the sheet, as the browser keeps it. */
+/** The stored text of the sheet. */
 export const keptSheet = (page) => page.evaluate(() => localStorage.getItem("mathexpr.sheet"));
 
-/** Asks until the answer is as expected. */
+/** Repeats a question until it has the expected answer. */
 export async function eventually(ask, expected) {
   const end = Date.now() + patience;
   for (;;) {

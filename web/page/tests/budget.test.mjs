@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** budget.test.mjs - what the page costs: bytes and time until the first value, and time from a key to the value. Printed, too. */
+/** budget.test.mjs - checks and prints the page's costs: bytes and time until the first value, and time from a key to the value. */
 import assert from "node:assert/strict";
 import { readdir } from "node:fs/promises";
 import { test } from "node:test";
@@ -11,7 +11,7 @@ import { built, expectValues, openPage } from "./browser.mjs";
 const maxTransfer = 300 * 1024;
 const maxAnswer = 16;
 
-test("the first value stands on the screen within 300 KB of compressed transfer", async (t) => {
+test("the first value appears within 300 KB of compressed transfer", async (t) => {
   const server = await serve(built);
   t.after(() => {
     server.closeAllConnections();
@@ -24,7 +24,7 @@ test("the first value stands on the screen within 300 KB of compressed transfer"
       sheet: "1+1",
       at: addressOf(server),
       prepare: async (opened) => {
-        // Files are kept for later visits by a service worker, after the first value.
+        // The service worker would load more files, for later visits, after the first value.
         await opened.addInitScript(() => delete Navigator.prototype.serviceWorker);
         opened.on("response", (response) => {
           const { pathname } = new URL(response.url());
@@ -35,7 +35,7 @@ test("the first value stands on the screen within 300 KB of compressed transfer"
     await expectValues(page, ["2"]);
     return { transfers, time: Date.now() - started };
   };
-  for (const name of await readdir(built)) await (await fetch(addressOf(server) + name)).arrayBuffer(); // compresses it
+  for (const name of await readdir(built)) await (await fetch(addressOf(server) + name)).arrayBuffer(); // compress in advance
   const { transfers, time } = await visit();
   t.diagnostic(`${time} ms from the start of a first visit to the first value`);
   for (const { name, bytes } of transfers) t.diagnostic(`${String(bytes).padStart(7)} bytes  ${name}`);
@@ -47,13 +47,13 @@ test("the first value stands on the screen within 300 KB of compressed transfer"
   assert.ok(total <= maxTransfer, `${total} bytes`);
 });
 
-test("a line of 200 characters answers within 16 ms of the key", async (t) => {
+test("the value of a line of 200 characters appears within 16 ms of the key", async (t) => {
   const line = `${"sin(30)*2+".repeat(19)}sqrt(16)+`;
   const page = await openPage(t, { sheet: line });
   await page.click(".cm-content");
   await page.keyboard.press("Control+End");
   const times = [];
-  // What else runs on the machine only adds to what a key takes: the fastest answer counts, and is waited for.
+  // The minimum counts, since other work on the machine can only add to a time; rounds repeat until it is low enough.
   for (let round = 0; round < 40 || (Math.min(...times) > maxAnswer && round < 300); ++round) {
     times.push(
       await page.evaluate(() => {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** parts.test.mjs - parts that need no browser: sampling of curves, differences of lists, texts of points, pasted columns, the view. */
+/** parts.test.mjs - tests without a browser: curves, differences of lists, texts of points, pasted columns, the view. */
 import assert from "node:assert/strict";
 import { test } from "node:test";
 import { sampleCurve } from "../src/engine/curve.js";
@@ -13,7 +13,7 @@ import { literalOf } from "../src/sheet/literal.js";
 
 const refused = 10;
 
-/** A function as rows of an array: undefined is a refused row. */
+/** Evaluates a function for rows of an array; undefined is a row without a value. */
 const rowsOf = (formula) => (places) => {
   const values = Float64Array.from(places, (x) => formula(x) ?? NaN);
   return { values, status: Uint32Array.from(places, (x) => (formula(x) === undefined ? refused : 0)) };
@@ -28,12 +28,12 @@ test("a smooth curve is one piece", () => {
   assert.deepEqual(pieces[0].at(-1), [10, 100]);
 });
 
-test("a steep curve is not taken for a jump", () => {
+test("a steep curve is not a jump", () => {
   assert.deepEqual(curveOf((x) => 1e6 * x).gaps, []);
   assert.deepEqual(curveOf((x) => Math.tanh(1e6 * x) * 1000).gaps, []);
 });
 
-test("a refused place between two samples is found, and named", () => {
+test("a single x without a value between two samples is found", () => {
   const { pieces, gaps } = curveOf((x) => (x === 0.7 ? undefined : 1 / (x - 0.7)));
   assert.equal(pieces.length, 2);
   assert.equal(gaps.length, 1);
@@ -42,7 +42,7 @@ test("a refused place between two samples is found, and named", () => {
   assert.ok(pieces[0].at(-1)[0] <= 0.7 && pieces[1][0][0] >= 0.7);
 });
 
-test("the end of a domain is found to the last bit", () => {
+test("the boundary of a domain is found to the last bit", () => {
   const { pieces, gaps } = curveOf((x) => (x > 1 / 3 ? Math.sqrt(x) : undefined));
   assert.equal(pieces.length, 1);
   assert.equal(gaps.length, 1);
@@ -52,27 +52,27 @@ test("the end of a domain is found to the last bit", () => {
   assert.equal(gaps[0].message, refused);
 });
 
-test("what is not a number is left open without a message", () => {
+test("a NaN is a gap without a message", () => {
   const { gaps } = curveOf((x) => (Math.abs(x) < 2 ? NaN : x));
   assert.equal(gaps.length, 1);
   assert.equal(gaps[0].message, 0);
   assert.ok(Math.abs(gaps[0].from + 2) < 1e-9 && Math.abs(gaps[0].to - 2) < 1e-9);
 });
 
-test("a step is left open", () => {
+test("a step is a gap", () => {
   const { pieces, gaps } = curveOf((x) => (x < 1 ? 0 : 15));
   assert.equal(pieces.length, 2);
   assert.equal(gaps.length, 1);
   assert.ok(Math.abs(gaps[0].to - 1) < 1e-9);
 });
 
-test("a curve that is refused everywhere is one gap", () => {
+test("a curve without any value is one gap", () => {
   const { pieces, gaps } = curveOf(() => undefined);
   assert.deepEqual(pieces, []);
   assert.deepEqual(gaps, [{ from: -10, to: 10, place: null, message: refused }]);
 });
 
-test("a difference leads from one list to the other", () => {
+test("applying a difference to the first list gives the second", () => {
   const [a, b, c, d] = ["a", "b", "c", "d"];
   for (const [before, after] of [
     [[], [a]],
@@ -89,7 +89,7 @@ test("a difference leads from one list to the other", () => {
   assert.deepEqual(difference([a, b, c], [a, d, c]), { prefix: 1, suffix: 1, changed: [d] });
 });
 
-test("numbers are written as the language reads them", () => {
+test("numbers are written as literals of expressions", () => {
   for (const [value, text] of [
     [2.5, "2.5"],
     [-0, "0"],
@@ -115,13 +115,13 @@ test("the text of a moved point", () => {
   assert.equal(pointText("[1,2]", flat, [-0.01, 2, 5], 1), "[0,2,5]");
 });
 
-test("columns of a spreadsheet are points", () => {
+test("spreadsheet columns become points", () => {
   assert.deepEqual(linesOfColumns("0\t1.5\r\n10\t-2\r\n", "en"), ["[0,1.5]", "[10,-2]"]);
   assert.deepEqual(linesOfColumns("x\ty\tz\n1\t2\t3\n4e3\t.5\t+6\n", "en"), ["# x, y, z", "[1,2,3]", "[4000,0.5,6]"]);
   assert.deepEqual(linesOfColumns("0,5\t1\n\u22122\t3000000000", "de"), ["[0.5,1]", "[-2,3000000000.0]"]);
 });
 
-test("other texts are no columns", () => {
+test("other texts are not columns", () => {
   for (const text of [
     "",
     "1+2",
@@ -133,14 +133,14 @@ test("other texts are no columns", () => {
     "1\t2\t3\t4\n1\t2\t3\t4",
     "1\t2\n3\ta",
     "1\ta\n3\t4",
-    "1,234\t2\n3\t4", // a thousand, where a comma is no decimal sign
+    "1,234\t2\n3\t4", // a comma that separates thousands
     "1\t2\n0x10\tInfinity",
   ]) {
     assert.equal(linesOfColumns(text, "en"), null, JSON.stringify(text));
   }
 });
 
-/** A line of nothing but a written point. */
+/** The result of a line that is a literal point. */
 const cornerOf = (x, name = "") => ({
   source: `[${x},0]`,
   kind: "value",
@@ -151,7 +151,7 @@ const cornerOf = (x, name = "") => ({
 });
 const number = () => ({ source: "1", kind: "value", name: "", point: null, handles: [], constructions: [] });
 
-test("written points one below the other are a polyline", () => {
+test("literal points on consecutive lines are a polyline", () => {
   const { polylines, points } = sceneOf([cornerOf(1), cornerOf(2), number(), cornerOf(3), cornerOf(4, "A"), cornerOf(5), cornerOf(6), cornerOf(7)]);
   assert.deepEqual(polylines, [
     { label: "Line 1–2", at: [[1, 0, 0], [2, 0, 0]] },
@@ -162,13 +162,13 @@ test("written points one below the other are a polyline", () => {
   assert.ok(points.every(({ handle }) => handle !== null));
 });
 
-test("corners of a long polyline are not moved one by one", () => {
+test("corners of a long polyline are not movable", () => {
   const { polylines, points } = sceneOf(Array.from({ length: 51 }, (_, index) => cornerOf(index)));
   assert.equal(polylines[0].at.length, 51);
   assert.deepEqual(points, []);
 });
 
-test("a picture is drawn again where a drawn line has changed", () => {
+test("a picture is redrawn if a drawn line has changed", () => {
   const [a, b, one] = [cornerOf(1), cornerOf(2), number()];
   assert.ok(drawnAlike([a, one], [a, number()]));
   assert.ok(!drawnAlike([a, one], [b, one]));
@@ -177,7 +177,7 @@ test("a picture is drawn again where a drawn line has changed", () => {
   assert.ok(!drawnAlike([a], [a, one]), "the lines' numbers have changed");
 });
 
-test("zooming keeps the place under the mouse", () => {
+test("zooming keeps the point under the mouse in place", () => {
   const view = Object.assign(new View(), { width: 400, height: 300 });
   for (const isSpace of [false, true]) {
     view.isSpace = isSpace;
@@ -190,7 +190,7 @@ test("zooming keeps the place under the mouse", () => {
   }
 });
 
-/** A view of a box, in space. */
+/** A view in space that is fitted to a box. */
 function spaceView(box = [[0, 10], [0, 10], [0, 10]]) {
   const view = Object.assign(new View(), { width: 400, height: 300 });
   view.isSpace = true;
@@ -202,7 +202,7 @@ const assertNear = (actual, expected) => {
   actual.forEach((value, index) => assert.ok(Math.abs(value - expected[index]) < 1e-9, `${actual} ${expected}`));
 };
 
-test("what is seen of space lies within the screen, and the middle in its middle", () => {
+test("a box in space is fitted to the screen, its centre at the centre", () => {
   const view = spaceView([[0, 40], [0, 30], [5, 20]]);
   for (let step = 0; step < 20; ++step) {
     view.orbit(31, step % 2 ? 17 : -23);
@@ -215,7 +215,7 @@ test("what is seen of space lies within the screen, and the middle in its middle
   }
 });
 
-test("a place of the screen is found again on its level, and panned with it", () => {
+test("toLevel() inverts toScreen(), and a point follows the pointer when panned", () => {
   const view = spaceView();
   const place = [3, 7, 2.5];
   assertNear(view.toLevel(...view.toScreen(place), 2.5), place);
@@ -224,7 +224,7 @@ test("a place of the screen is found again on its level, and panned with it", ()
   assertNear(view.toScreen(place), [before[0] + 30, before[1] - 12]);
 });
 
-test("the tilt ends above the plan and before the level is a line", () => {
+test("the tilt is limited to the range from plan to 85 degrees", () => {
   const view = spaceView();
   view.orbit(-30, -500);
   const plan = Object.assign(new View(), { width: 400, height: 300, center: view.center, scale: view.scale });

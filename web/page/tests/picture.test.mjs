@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** picture.test.mjs - what is drawn, and points that are moved. */
+/** picture.test.mjs - drawing, moving points, panning, zooming and rotating. */
 import assert from "node:assert/strict";
 import { readFile } from "node:fs/promises";
 import { test } from "node:test";
@@ -33,7 +33,7 @@ test("points, a distance, an intersection and a vector are drawn", async (t) => 
   ]);
 });
 
-test("a point that is dragged changes its line, and what depends on it", async (t) => {
+test("dragging a point changes its line and dependent lines", async (t) => {
   const page = await openPage(t, { sheet: "A=[0,0]\nB = [30, 40] \nC=B*2\ndist(A,B)" });
   const { x, y } = await centre(point(page, "B"));
   const origin = await centre(point(page, "A"));
@@ -57,7 +57,7 @@ async function centre(locator) {
   return { x: x + width / 2, y: y + height / 2 };
 }
 
-test("the arrow keys move a point, and keep it in focus", async (t) => {
+test("the arrow keys move a point, which keeps the focus", async (t) => {
   const page = await openPage(t, { sheet: "A=[0,0]\nB=[10,10,7]\n" });
   await point(page, "B").focus();
   await page.keyboard.press("Shift+ArrowRight");
@@ -69,7 +69,7 @@ test("the arrow keys move a point, and keep it in focus", async (t) => {
   await eventually(async () => /^B=\[1\d(\.\d+)?,9(\.\d+)?,7\]$/.test((await keptSheet(page)).split("\n")[1]), true);
 });
 
-test("a finger drags a point, and two zoom", async (t) => {
+test("one finger drags a point, two fingers zoom", async (t) => {
   const page = await openPage(t, { sheet: "A=[0,0]\nB=[10,10]\n", browser: { hasTouch: true, isMobile: true, viewport: { width: 390, height: 844 } } });
   await page.locator("#canvas").evaluate((canvas) => canvas.scrollIntoView({ block: "center" }));
   const { x, y } = await centre(point(page, "B"));
@@ -97,7 +97,7 @@ test("a finger drags a point, and two zoom", async (t) => {
   assert.ok(Math.min(...heights) >= 44, heights.join());
 });
 
-test("a drag changes nothing once its point is gone", async (t) => {
+test("a drag changes nothing after its point has disappeared", async (t) => {
   const page = await openPage(t, { sheet: "A=[0,0]\nB=[10,10]\n" });
   const { x, y } = await centre(point(page, "B"));
   await page.mouse.move(x, y);
@@ -110,13 +110,13 @@ test("a drag changes nothing once its point is gone", async (t) => {
   assert.equal(await keptSheet(page), "1+2");
 });
 
-test("a point that is computed cannot be moved", async (t) => {
+test("a computed point is not movable", async (t) => {
   const page = await openPage(t, { sheet: "w=3\nA=[w,4]\n" });
   assert.equal(await point(page, "A").getAttribute("role"), "img");
   assert.equal(await point(page, "A").getAttribute("tabindex"), null);
 });
 
-test("a line with a free x is plotted, and left open where it is refused", async (t) => {
+test("a line with a free x is plotted, with gaps where it has no value", async (t) => {
   const page = await openPage(t, { sheet: "1/(x-1)\nsqrt(x)\nx^2\n" });
   const gaps = () => page.locator("#gaps li").allTextContents();
   await eventually(async () => (await gaps()).length, 2);
@@ -129,7 +129,7 @@ test("a line with a free x is plotted, and left open where it is refused", async
   assert.equal(await page.locator("#canvas .open").count(), 1);
 });
 
-test("pan and zoom by mouse and by keys, and back to all", async (t) => {
+test("mouse and keys pan and zoom, and Fit shows everything again", async (t) => {
   const page = await openPage(t, { sheet: "A=[0,0]\nB=[10,10]\n" });
   const box = () => point(page, "B").locator("circle").first().boundingBox();
   await point(page, "B").waitFor();
@@ -155,7 +155,7 @@ test("pan and zoom by mouse and by keys, and back to all", async (t) => {
   assert.ok((await box()).x !== first.x);
 });
 
-test("the picture is turned in space by mouse and by keys, and back to the plan", async (t) => {
+test("mouse and keys rotate the picture in space, and it returns to the plan", async (t) => {
   const page = await openPage(t, { sheet: "A=[0,0]\nB=[10,0]\nC=[0,0,10]\n" });
   const at = async (label) => {
     const { x, y } = await centre(point(page, label));
@@ -199,7 +199,7 @@ test("the picture is turned in space by mouse and by keys, and back to the plan"
   assert.equal(await page.locator("#canvas .tripod").count(), 0);
 });
 
-test("in space a point is dragged on its level, and raised by keys", async (t) => {
+test("in space a point is dragged at constant z, and keys change its z", async (t) => {
   const page = await openPage(t, { sheet: "A=[0,0]\nB=[10,10,7]\nC=[20,0]\n" });
   await page.check("#space");
   const { x, y } = await centre(point(page, "B"));
@@ -215,11 +215,11 @@ test("in space a point is dragged on its level, and raised by keys", async (t) =
   await eventually(async () => /^C=\[20,0,[125]0?\]$/.test(await line(2)), true);
   const level = async () => Number((await line(2)).match(/^C=\[20,0,(-?\d+)\]$/)[1]);
   const raised = await level();
-  await page.keyboard.press("Shift+PageDown"); // by another step if the picture has changed its scale
+  await page.keyboard.press("Shift+PageDown"); // the step differs if the picture's scale has changed
   await eventually(async () => (await level()) < raised, true);
 });
 
-/** A page whose sheet has the focus, and a clipboard with columns of a spreadsheet. */
+/** Opens a page whose sheet has the focus, with spreadsheet columns in the clipboard. */
 async function openWithCopied(t, columns, sheet) {
   const page = await openPage(t, { sheet, browser: { permissions: ["clipboard-read", "clipboard-write"] } });
   await page.evaluate((text) => navigator.clipboard.writeText(text), columns);
@@ -227,7 +227,7 @@ async function openWithCopied(t, columns, sheet) {
   return page;
 }
 
-test("columns that are pasted from a spreadsheet are a polyline, whose corners move", async (t) => {
+test("pasted spreadsheet columns are a polyline with movable corners", async (t) => {
   const page = await openWithCopied(t, "x\ty\r\n0\t0\r\n10\t2.5\r\n20\t0.5\r\n", "a=1");
   await page.keyboard.press("Control+End");
   await page.keyboard.press("Control+v");
@@ -246,7 +246,7 @@ test("columns that are pasted from a spreadsheet are a polyline, whose corners m
   await page.locator("#canvas .polyline").waitFor({ state: "detached" });
 });
 
-test("columns that are pasted within a line stand on lines of their own", async (t) => {
+test("columns pasted within a line are inserted on separate lines", async (t) => {
   const page = await openWithCopied(t, "0\t0\n1\t2", "1+2");
   await page.keyboard.press("Home");
   await page.keyboard.press("ArrowRight");
@@ -254,7 +254,7 @@ test("columns that are pasted within a line stand on lines of their own", async 
   await eventually(() => keptSheet(page), "1\n[0,0]\n[1,2]\n+2");
 });
 
-test("the picture is taken away as an SVG that stands alone", async (t) => {
+test("the picture is exported as a standalone SVG", async (t) => {
   const page = await openPage(t, { sheet: "A=[0,0]\ndist(A,[3,4])\nx^2\n" });
   await page.locator("#canvas .curve").waitFor();
   const [download] = await Promise.all([page.waitForEvent("download"), page.click("#svg")]);
@@ -268,7 +268,7 @@ test("the picture is taken away as an SVG that stands alone", async (t) => {
   assert.ok(drawn.includes("A") && drawn.includes("5"), drawn.join());
 });
 
-test("an example of the vocabulary goes into the sheet", async (t) => {
+test("a click on an example of the vocabulary adds it to the sheet", async (t) => {
   const page = await openPage(t, { sheet: "1" });
   await page.click("#tab-vocabulary");
   await page.fill("#words", "inch mm");
@@ -280,7 +280,7 @@ test("an example of the vocabulary goes into the sheet", async (t) => {
   await eventually(async () => (await page.locator("#items code").allTextContents()).includes("dist(x,y)"), true);
 });
 
-test("a sheet without points says what would be drawn", async (t) => {
+test("the picture of a sheet without points explains what is drawn", async (t) => {
   const page = await openPage(t, { sheet: "1+1" });
   await expectValues(page, ["2"]);
   assert.ok(await page.locator("#canvas .empty").isVisible());

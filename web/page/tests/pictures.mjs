@@ -3,10 +3,10 @@
 
 /** pictures.mjs - compares two PNG files, which the browser decodes. */
 
-/** A difference of a colour channel that cannot be seen. */
+/** Greatest invisible difference of a colour channel. */
 const threshold = 24;
 
-/** The share of pixels that differ; 1 where the sizes do. */
+/** Share of pixels that differ; 1 if the sizes differ. */
 export async function differentShare(page, one, other) {
   const blank = await page.context().newPage();
   try {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** safety.test.mjs - links, hostile input, working without a network, and deployments that follow one another. */
+/** safety.test.mjs - links, hostile input, working offline, and successive deployments. */
 import assert from "node:assert/strict";
 import { cp, mkdtemp, readFile, readdir, rename, rm, writeFile } from "node:fs/promises";
 import { tmpdir } from "node:os";
@@ -21,7 +21,7 @@ const controlled = (page) =>
     while (!navigator.serviceWorker.controller) await new Promise((resolve) => setTimeout(resolve, 20));
   });
 
-test("a link holds the sheet, and is opened in a new window", async (t) => {
+test("a link contains the sheet, and a new window opens it", async (t) => {
   const page = await openPage(t, { browser: { permissions: ["clipboard-read", "clipboard-write"] } });
   await type(page, "größe = 2\ngröße*3 ");
   await expectValues(page, ["2", "6"]);
@@ -35,7 +35,7 @@ test("a link holds the sheet, and is opened in a new window", async (t) => {
   await expectValues(other, ["49"]);
 });
 
-test("a hostile link is text and nothing else", async (t) => {
+test("a hostile link yields only text", async (t) => {
   const hostile = `<img src=x onerror="document.title='taken'">\n"><script>document.title='taken'</script>\njavascript:1`;
   const page = await openPage(t, { fragment: fragmentOf(hostile) });
   await page.locator(".problem").first().waitFor();
@@ -51,7 +51,7 @@ for (const [what, fragment] of [
   ["text that unpacks to millions of characters", fragmentOf(Buffer.alloc(8_000_000, "1"))],
   ["a fragment of a million characters", `#sheet=${"A".repeat(1_000_000)}`],
 ]) {
-  test(`a link that holds ${what} leaves the sheet alone`, async (t) => {
+  test(`a link that contains ${what} does not change the sheet`, async (t) => {
     const page = await openPage(t, { fragment, sheet: "6*7" });
     await eventually(() => notice(page), "The link holds no sheet.");
     await expectValues(page, ["42"]);
@@ -59,7 +59,7 @@ for (const [what, fragment] of [
   });
 }
 
-test("a line of any length is refused or computed, and the page goes on", async (t) => {
+test("a line of any length is refused or computed, and the page keeps working", async (t) => {
   const page = await openPage(t, { sheet: `${"(".repeat(20_000)}\n${"1+".repeat(4_000)}1\n1+1` });
   await page.click(".cm-content");
   await page.keyboard.press("Control+End");
@@ -67,7 +67,7 @@ test("a line of any length is refused or computed, and the page goes on", async 
   await eventually(async () => (await page.locator(".value").allTextContents()).at(-1), "3");
 });
 
-test("what would make the sheet too long is refused, and says so", async (t) => {
+test("a change that would make the sheet too long is refused with a notice", async (t) => {
   const page = await openPage(t, { sheet: "1+1" });
   await page.click(".cm-content");
   await page.keyboard.press("Control+End");
@@ -78,7 +78,7 @@ test("what would make the sheet too long is refused, and says so", async (t) => 
   await expectValues(page, ["3"]);
 });
 
-test("settings that somebody else has written are those of a first visit", async (t) => {
+test("invalid stored settings are replaced by those of a first visit", async (t) => {
   const page = await openPage(t, {
     sheet: "1/3",
     prepare: (opened) =>
@@ -96,7 +96,7 @@ test("everything comes from the page's own server", async (t) => {
   assert.deepEqual(asked.filter((url) => !url.startsWith(address()) && !url.startsWith("data:") && !url.startsWith("blob:")), []);
 });
 
-test("the page's files hold no eval and no inline script or style", async () => {
+test("the page's files contain no eval and no inline script or style", async () => {
   const html = await readFile(path.join(built, "index.html"), "utf8");
   assert.doesNotMatch(html, /<style|style=|<script(?![^>]*src=)|\son\w+=/);
   assert.match(html, /script-src 'self' 'wasm-unsafe-eval';/);
@@ -107,7 +107,7 @@ test("the page's files hold no eval and no inline script or style", async () => 
   }
 });
 
-test("the page works without a network once it was opened", async (t) => {
+test("the page works offline after the first visit", async (t) => {
   const page = await openPage(t, { sheet: "3*4" });
   await expectValues(page, ["12"]);
   await controlled(page);
@@ -120,7 +120,7 @@ test("the page works without a network once it was opened", async (t) => {
   await eventually(async () => (await page.textContent("#licences")).length > 1000, true);
 });
 
-/** A deployment whose files bear other names. */
+/** Renames the files of a folder, as another deployment would. */
 async function redeploy(folder) {
   const hashed = /-\w{8,10}\./;
   const names = (await readdir(folder)).filter((name) => hashed.test(name));
@@ -135,7 +135,7 @@ async function redeploy(folder) {
   for (const [name, next] of renamed) await rename(path.join(folder, name), path.join(folder, next));
 }
 
-test("an old page beside a new deployment keeps its files, and the next visit has the new ones", async (t) => {
+test("an open page keeps its files after a new deployment, and the next visit gets the new ones", async (t) => {
   const folder = await mkdtemp(path.join(tmpdir(), "mathexpr-page-"));
   t.after(() => rm(folder, { recursive: true }));
   await cp(built, folder, { recursive: true });
@@ -156,7 +156,7 @@ test("an old page beside a new deployment keeps its files, and the next visit ha
   await page.close();
   const next = await context.newPage();
   await eventually(async () => {
-    // A visit ends before the next one begins; only between them the new deployment takes over.
+    // The new deployment becomes active only while no page is open.
     await next.goto("about:blank");
     await next.waitForTimeout(500);
     await next.goto(addressOf(server));

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** worksheet.test.mjs - what is typed, and what the page answers. */
+/** worksheet.test.mjs - typing in the worksheet, and the page's responses. */
 import assert from "node:assert/strict";
 import { readFile } from "node:fs/promises";
 import { test } from "node:test";
@@ -9,7 +9,7 @@ import { completions, eventually, expectValues, keptSheet, openPage, type, value
 
 const announced = (page) => page.textContent("#announcer");
 
-test("values follow what is typed, downwards", async (t) => {
+test("a changed line updates its value and those of the lines below", async (t) => {
   const page = await openPage(t);
   await type(page, "# widths\nwidth = 2.5\nwidth*2\nans+1\nWIDTH^2");
   await expectValues(page, ["", "2.5", "5", "6", "6.25"]);
@@ -30,7 +30,7 @@ test("a value is announced after a pause", async (t) => {
   await eventually(async () => (await announced(page)).startsWith("Line 2: A name is not known"), true);
 });
 
-test("digits are those that are chosen", async (t) => {
+test("values have the selected number of digits", async (t) => {
   const page = await openPage(t, { sheet: "2/3" });
   await expectValues(page, ["0.666666666666667"]);
   await page.selectOption("#digits", "6");
@@ -41,7 +41,7 @@ test("digits are those that are chosen", async (t) => {
   await expectValues(page, ["0.6666666666666666"]);
 });
 
-test("completion by keyboard alone", async (t) => {
+test("completion works by keyboard alone", async (t) => {
   const page = await openPage(t);
   await type(page, "width=4\nsqr");
   const list = await completions(page);
@@ -59,7 +59,7 @@ test("completion by keyboard alone", async (t) => {
   await eventually(async () => /^width=4\nsqrt?\(width\)$/.test(await keptSheet(page)), true);
 });
 
-test("Enter begins a new line though completions are offered", async (t) => {
+test("Enter starts a new line even while completions are listed", async (t) => {
   const page = await openPage(t);
   await type(page, "a");
   await completions(page);
@@ -68,7 +68,7 @@ test("Enter begins a new line though completions are offered", async (t) => {
   await eventually(() => keptSheet(page), "a\n2");
 });
 
-test("a broken line is underlined, explained and mended by a click", async (t) => {
+test("an invalid line is underlined and explained, and a click fixes it", async (t) => {
   const page = await openPage(t);
   await type(page, "2pi\n1+1");
   await page.locator(".problem").waitFor();
@@ -79,7 +79,7 @@ test("a broken line is underlined, explained and mended by a click", async (t) =
   assert.equal(await page.locator(".problem").count(), 0);
 });
 
-test("a broken line is mended by a key", async (t) => {
+test("a key fixes an invalid line", async (t) => {
   const page = await openPage(t);
   await type(page, "sin 30");
   await page.locator(".problem .fix").waitFor();
@@ -87,7 +87,7 @@ test("a broken line is mended by a key", async (t) => {
   await eventually(() => keptSheet(page), "sin(30)");
 });
 
-test("an unfinished line is left in peace while it is typed", async (t) => {
+test("an unfinished line shows no problem while it is typed", async (t) => {
   const page = await openPage(t);
   await type(page, "2*(3+");
   await expectValues(page, ["…"]);
@@ -97,13 +97,13 @@ test("an unfinished line is left in peace while it is typed", async (t) => {
   await page.locator(".problem").waitFor();
 });
 
-test("the call around the cursor is shown with its argument", async (t) => {
+test("the call around the cursor is shown with the current argument", async (t) => {
   const page = await openPage(t);
   await type(page, "dist([1,2],");
   await eventually(() => page.locator("#signature b").textContent(), "point y");
 });
 
-test("what is under the mouse is explained", async (t) => {
+test("the token under the mouse is explained", async (t) => {
   const page = await openPage(t, { sheet: "1\nsqrt(16)" });
   await page.uncheck("#typeset");
   await page.locator(".token-function").hover();
@@ -111,14 +111,14 @@ test("what is under the mouse is explained", async (t) => {
   assert.match(await page.locator(".explanation").textContent(), /sqrt\(x\).*Square root/);
 });
 
-test("brackets that pair are marked at the cursor", async (t) => {
+test("matching brackets at the cursor are marked", async (t) => {
   const page = await openPage(t);
   await type(page, "(1+[2,3]*2)*1");
   for (let step = 0; step < 2; ++step) await page.keyboard.press("ArrowLeft");
   await eventually(() => page.locator(".pair").allTextContents(), ["(", ")"]);
 });
 
-test("a line is typeset where the cursor is elsewhere", async (t) => {
+test("a line is typeset unless the cursor is in it", async (t) => {
   const page = await openPage(t);
   await type(page, "1/(2+3)\n7");
   await page.locator(".typeset mfrac").waitFor();
@@ -136,7 +136,7 @@ test("a point is typeset in one row", async (t) => {
   assert.ok(heights[1] < 1.3 * heights[0], heights.join());
 });
 
-test("the sheet is kept between visits, and opened and saved as a file", async (t) => {
+test("the sheet is stored between visits, and opened and saved as a file", async (t) => {
   const page = await openPage(t);
   await type(page, "r=3\npi*r^2");
   await eventually(() => keptSheet(page), "r=3\npi*r^2");
@@ -154,7 +154,7 @@ test("the sheet is kept between visits, and opened and saved as a file", async (
   await expectValues(page, ["3", "28.27433388231"]);
 });
 
-test("2,000 lines are computed, and a change at the top reaches the end", async (t) => {
+test("2,000 lines are computed, and a change of the first updates the last", async (t) => {
   const lines = ["a0=1", ...Array.from({ length: 1999 }, (_, index) => `a${index + 1}=a${index}+1`)];
   const page = await openPage(t, { sheet: lines.join("\n") });
   await page.click(".cm-content");
@@ -169,13 +169,13 @@ test("2,000 lines are computed, and a change at the top reaches the end", async 
   t.diagnostic(`${(await page.evaluate(() => performance.now() - globalThis.started)).toFixed(0)} ms from the key to the last line`);
 });
 
-test("a line that takes too long is stopped, says so, and the others are computed", async (t) => {
+test("a line that takes too long is marked as stopped, and the others are computed", async (t) => {
   const page = await openPage(t, {
     prepare: (opened) =>
       opened.route(/worker-\w+\.js$/, async (route) => {
         const response = await route.fetch();
         const hang = "addEventListener('message', ({data}) => { while (data.parameters?.lines?.includes('slow') && !globalThis.spared); });";
-        // Stands for a computation that does not end; a worker that was told to leave the line alone is spared.
+        // Simulates a computation that does not end, unless the worker was told not to compute the line.
         const spare = "addEventListener('message', ({data}) => { globalThis.spared ||= data.parameters?.stopped?.includes('slow'); });";
         const announce = "addEventListener('message', ({data}) => { if (data.parameters?.lines?.includes('slow') && !globalThis.spared) postMessage({computing: 'slow'}); });";
         await route.fulfill({ response, body: spare + announce + hang + (await response.text()) });

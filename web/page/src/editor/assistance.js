@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** assistance.js - completion and explanations, which the library's editor services give. */
+/** assistance.js - completion and hover explanations, supplied by the library's editor services. */
 import { acceptCompletion, autocompletion, completionStatus, moveCompletionSelection, selectedCompletion } from "@codemirror/autocomplete";
 import { hoverTooltip } from "@codemirror/view";
 
@@ -12,10 +12,10 @@ import { hoverTooltip } from "@codemirror/view";
  * @returns {Promise<any>}
  */
 
-/** So few that the list needs no scrolling: what is chosen stays in sight. */
+/** Maximum number of listed completions; few enough that the list does not scroll. */
 const shownOptions = 8;
 
-/** Names that were chosen lately, the newest first. */
+/** Recently chosen names, the newest first. */
 const recent = [];
 const maxRecent = 20;
 
@@ -62,7 +62,7 @@ function insert(view, lineStart, { name, edit, selection }) {
   });
 }
 
-/** Accepts the chosen completion, or the first one where none is chosen yet. */
+/** Accepts the selected completion, or the first one if none is selected. */
 export function acceptFirst(view) {
   if (completionStatus(view.state) !== "active") return false;
   if (!selectedCompletion(view.state)) moveCompletionSelection(true)(view);

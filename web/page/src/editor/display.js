@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * display.js - what the lines in view show beside their text: the colours of their tokens, their values, the brackets that pair, and
- * a typeset line in the place of the text where the cursor is elsewhere.
+ * display.js - decorations of the visible lines: colours of tokens, values, matching brackets, and the typeset form, which replaces
+ * the text of a line unless the cursor is in it.
  */
 import { Facet } from "@codemirror/state";
 import { Decoration, ViewPlugin } from "@codemirror/view";
@@ -11,7 +11,7 @@ import { texts } from "../texts.js";
 import { activeLine, currentResult, resultsField, setResults } from "./results.js";
 import { TypesetWidget, ValueWidget } from "./widgets.js";
 
-/** Whether lines are typeset. */
+/** Whether the typeset form is shown. */
 export const typesetting = Facet.define({ combine: (values) => values[0] ?? true });
 
 const tokenMark = new Map(
@@ -74,7 +74,7 @@ function marksOf(result, line, selection) {
   });
 }
 
-/** The bracket at a cursor and its partner. */
+/** The bracket at a cursor and its matching bracket. */
 function pairAt(tokens, cursor) {
   const at = tokens.findIndex(
     ({ partner, start, length }) => partner !== null && (start === cursor || start + length === cursor),

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * editor.js - the worksheet's editor. It lives in a shadow root, where its styles are adopted style sheets: the page's policy
- * allows no <style> element.
+ * editor.js - the worksheet's editor. It is in a shadow root, where its styles are adopted style sheets: the page's policy
+ * forbids <style> elements.
  */
 import { defaultKeymap, history, historyKeymap } from "@codemirror/commands";
 import { lintKeymap, linter } from "@codemirror/lint";
@@ -20,7 +20,7 @@ import { theme } from "./theme.js";
 
 export class SheetEditor {
   #view;
-  /** The text as it is, or is about to be shown. */
+  /** The current text, which the view may not show yet. */
   #doc;
   #typesetting = new Compartment();
   #language = new Compartment();
@@ -34,7 +34,7 @@ export class SheetEditor {
    * @param {string} host.language  of messages
    * @param {import("./assistance.js").Ask} host.ask
    * @param {() => void} host.onChange
-   * @param {() => void} host.onTooLong  called where a change is refused since the sheet would become too long
+   * @param {() => void} host.onTooLong  called when a change is refused because the sheet would become too long
    * @param {() => void} host.onCursor  called when the cursor or the text around it has changed
    */
   constructor(parent, { text, typeset, language, ask, onChange, onTooLong, onCursor }) {
@@ -56,7 +56,7 @@ export class SheetEditor {
       resultsField,
       display,
       problems,
-      linter(null, { tooltipFilter: () => [] }), // the message stands below the line
+      linter(null, { tooltipFilter: () => [] }), // the message is shown below the line
       completion(ask),
       explanation(ask),
       this.#typesetting.of(typesetting.of(typeset)),
@@ -75,7 +75,7 @@ export class SheetEditor {
     ];
     const state = this.#stateOf(text);
     this.#doc = state.doc;
-    // The worker computes a change while the view shows it.
+    // onChange comes first, so that the worker computes while the view updates.
     const dispatchTransactions = (transactions, view) => {
       const isChanged = transactions.some(({ docChanged }) => docChanged);
       this.#doc = transactions.at(-1)?.newDoc ?? this.#doc;
@@ -97,7 +97,7 @@ export class SheetEditor {
     return this.text.split("\n");
   }
 
-  /** The line with the cursor, and where in it the cursor is. */
+  /** The line that contains the cursor, and the cursor's position in it. */
   get cursor() {
     const { head } = this.#view.state.selection.main;
     const line = this.#view.state.doc.lineAt(head);
@@ -108,13 +108,13 @@ export class SheetEditor {
     this.#view.focus();
   }
 
-  /** Replaces the whole text, which can be undone. */
+  /** Replaces the whole text. The user can undo it. */
   replaceAll(text) {
     const { state } = this.#view;
     this.#view.dispatch({ changes: { from: 0, to: state.doc.length, insert: text }, selection: { anchor: 0 } });
   }
 
-  /** Adds a line at the end, and puts the cursor there. */
+  /** Appends a line and moves the cursor to its end. */
   append(text) {
     const { doc } = this.#view.state;
     const insert = doc.line(doc.lines).length ? `\n${text}` : text;
@@ -122,12 +122,12 @@ export class SheetEditor {
     this.#view.dispatch({ changes: { from: doc.length, insert }, selection: { anchor: end }, scrollIntoView: true });
   }
 
-  /** Puts another text in the place of a stretch of a line; false where the line has become another one. */
+  /** Replaces a span of a line; returns false if the text of the line is no longer `source`. */
   rewrite(line, source, { start, length }, insert) {
     const { doc } = this.#view.state;
     if (line >= doc.lines || doc.line(line + 1).text !== source) return false;
     const from = doc.line(line + 1).from + start;
-    // Without the name of a user event, those of one drag are one step of the history.
+    // Without a user event, the history joins all changes of a drag into one step.
     this.#view.dispatch({ changes: { from, to: from + length, insert } });
     return true;
   }
@@ -146,7 +146,7 @@ export class SheetEditor {
   }
 }
 
-/** Columns of a spreadsheet become points, on lines of their own. */
+/** Converts spreadsheet columns to points, on separate lines; other text is unchanged. */
 function pastedText(text, state) {
   const lines = linesOfColumns(text);
   if (!lines) return text;

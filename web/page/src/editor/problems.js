@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * problems.js - lines without a value: underlined, with the message below. A line that is being typed is left in peace: what is
- * unfinished is not shown there, and what is wrong or can be mended only after a pause.
+ * problems.js - lines without a value: underlined, with the message below. On the line being edited a problem is shown only after a
+ * pause in typing, and an unfinished expression only if it has a fix.
  */
 import { setDiagnostics } from "@codemirror/lint";
 import { Facet, StateEffect, StateField } from "@codemirror/state";
@@ -16,7 +16,7 @@ export const messageLanguage = Facet.define({ combine: (values) => values[0] ?? 
 
 const pause = 700;
 
-/** Shows the problems that there are to be shown: a set of decorations. */
+/** Effect that sets the decorations of the shown problems. */
 const showProblems = StateEffect.define();
 
 const problemsField = StateField.define({
@@ -47,7 +47,7 @@ const overseer = ViewPlugin.fromClass(
       if (moved || isNew) this.schedule();
     }
 
-    /** The editor cannot be changed in the middle of an update. */
+    /** Calls show() after the current update, during which the editor cannot be changed. */
     schedule() {
       this.scheduled ??= Promise.resolve().then(() => {
         this.scheduled = undefined;
@@ -113,7 +113,7 @@ function fixProblem(view, problem) {
   return true;
 }
 
-/** Applies the fix of the line with the cursor. */
+/** Applies the fix of the line that contains the cursor. */
 export function fixLine(view) {
   const result = currentResult(view.state, view.state.doc.lineAt(view.state.selection.main.head));
   return result?.problem ? fixProblem(view, result.problem) : false;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** results.js - the results of the lines, kept in the editor's state. While the worker computes, a changed line keeps its old one. */
+/** results.js - the lines' results in the editor's state. A changed line keeps its old result until the worker has answered. */
 import { StateEffect, StateField } from "@codemirror/state";
 
 /** @type {import("@codemirror/state").StateEffectType<import("../engine/line-results.js").LineResult[]>} */
@@ -15,7 +15,7 @@ export const resultsField = StateField.define({
   },
 });
 
-/** Lines that were added or removed move the results below them. */
+/** Moves results along with their lines when lines are inserted or removed. */
 function realign(results, { changes, startState, state }) {
   const aligned = [...results];
   changes.iterChangedRanges((fromA, toA, fromB, toB) => {
@@ -30,7 +30,7 @@ function realign(results, { changes, startState, state }) {
 }
 
 /**
- * The result of a line, where it is that of the text as it stands.
+ * The result of a line; undefined unless it belongs to the line's present text.
  * @param {import("@codemirror/state").EditorState} state
  * @param {import("@codemirror/state").Line} line
  */
@@ -39,7 +39,7 @@ export function currentResult(state, line) {
   return result?.source === line.text ? result : undefined;
 }
 
-/** The line that is being edited; none where the editor has no focus. */
+/** Number of the line being edited; 0 if the editor does not have the focus. */
 export function activeLine(view) {
   return view.hasFocus ? view.state.doc.lineAt(view.state.selection.main.head).number : 0;
 }

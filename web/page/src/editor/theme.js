@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** theme.js - the editor's looks, in the colours of page.css. In a shadow root they are an adopted style sheet. */
+/** theme.js - the editor's styles, in the colours of page.css. In a shadow root they are an adopted style sheet. */
 import { EditorView } from "@codemirror/view";
 
 const underline = {
@@ -104,7 +104,7 @@ export const theme = EditorView.theme({
       width: "100%",
       maxWidth: "none",
       textAlign: "right",
-      verticalAlign: "top", // on the baseline of its last line it would leave room for descenders below
+      verticalAlign: "top", // baseline alignment would leave a gap for descenders below it
     },
     ".cm-lineNumbers .cm-gutterElement": { minWidth: "1.6rem" },
   },

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** widgets.js - what stands between the texts of the editor: values, typeset lines, problems. */
+/** widgets.js - the widgets of the editor: values, typeset lines, problems. */
 import { WidgetType } from "@codemirror/view";
 import { texts } from "../texts.js";
 
@@ -14,7 +14,7 @@ function element(tag, className, text = "") {
   return made;
 }
 
-/** A value at the right of its line. */
+/** The value of a line, at its right. */
 export class ValueWidget extends WidgetType {
   constructor(text, kind) {
     super();
@@ -33,7 +33,7 @@ export class ValueWidget extends WidgetType {
   }
 }
 
-/** A line as it is typeset; as it is written where that is too wide, since formulas do not wrap. */
+/** A typeset line. If it is too wide, the line's text is shown instead, since formulas do not wrap. */
 export class TypesetWidget extends WidgetType {
   constructor(source, mathml) {
     super();
@@ -62,7 +62,7 @@ export class TypesetWidget extends WidgetType {
   }
 }
 
-/** What the library has typeset, which is MathML and nothing else. */
+/** Converts the library's MathML to an element; throws if it contains anything else. */
 function mathOf(source) {
   const { documentElement } = new DOMParser().parseFromString(source, "application/xml");
   const elements = [documentElement, ...documentElement.querySelectorAll("*")];
@@ -75,10 +75,10 @@ function mathOf(source) {
   return math;
 }
 
-/** What brackets grow with; around a mere descender some fonts' brackets grow to two lines. */
+/** Elements that brackets stretch to. Around a mere descender, brackets of some fonts would stretch to two lines. */
 const tall = "mfrac, msqrt, mroot, msup, msub, msubsup, munder, mover";
 
-/** A point's coordinates side by side: a column would take a line of the sheet for each. */
+/** Sets a point's coordinates side by side: as a column they would take several lines of the sheet. */
 function rowOf(column) {
   const row = document.createElementNS(mathMl, "mrow");
   for (const { firstElementChild: cell } of column.children) {
@@ -95,7 +95,7 @@ function separator() {
   return comma;
 }
 
-/** The message below a line that has no value, its hints, and the button of its fix. */
+/** The message below a line without a value, with its hints and the button that applies its fix. */
 export class ProblemWidget extends WidgetType {
   constructor(problem, language, applyFix) {
     super();

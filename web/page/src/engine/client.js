@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * client.js - the page's side of the worker. A worker that does not answer in time is ended; the line that it was computing is
- * not computed again, and a new worker replays the sheet.
+ * client.js - the page's side of the worker. A worker that does not answer in time is terminated, and a new one computes the
+ * sheet without the line that took too long.
  */
 import { patience } from "./limits.js";
 import { applyDifference } from "./line-results.js";
@@ -22,13 +22,13 @@ export class Engine {
   #results = [];
   #lines = [];
   #onStop;
-  /** Settles when the module is ready. */
+  /** Resolves when the module is ready; rejects if it cannot be loaded. */
   ready;
 
   /**
    * @param {string | URL} url  of the worker's script
    * @param {{language: string, digits: number}} settings
-   * @param {(source: string) => void} onStop  called with a line that has taken too long
+   * @param {(source: string) => void} onStop  called with a line that took too long
    */
   constructor(url, settings, onStop) {
     this.#url = url;
@@ -64,7 +64,7 @@ export class Engine {
     this.#worker.onmessage = ({ data }) => this.#receive(data);
     this.#worker.onerror = ({ message }) => this.#fail(message);
     this.ready = this.ask("start", { ...this.#settings, stopped: this.#stopped });
-    this.ready.catch(() => undefined); // whoever waits for it hears of it
+    this.ready.catch(() => undefined); // reported to whoever awaits it
   }
 
   #send(request) {
@@ -87,7 +87,7 @@ export class Engine {
     this.#watch();
   }
 
-  /** The time begins anew with every sign of life. Loading the module is not timed: it waits for the network. */
+  /** Restarts the timeout at every message. Loading the module has none: it depends on the network. */
   #watch() {
     clearTimeout(this.#watchdog);
     const waiting = [...this.#pending.values()];
@@ -103,7 +103,7 @@ export class Engine {
     this.#pending.clear();
     this.#results = [];
     this.#begin();
-    // Requests about a line need the sheet that it belongs to.
+    // Requests about a line need the sheet in the worker.
     if (!pending.some(({ kind }) => kind === "sheet")) this.evaluate(this.#lines);
     for (const request of pending) {
       if (request.parameters.source === this.#computing) request.reject(new Error("stopped"));

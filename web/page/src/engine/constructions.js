@@ -2,18 +2,18 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * constructions.js - the calls of a line that a picture shows with their arguments: a distance, a vector between two points, an
- * intersection of two lines.
+ * constructions.js - finds the calls of a line whose arguments are drawn: a distance, a vector between two points, an intersection
+ * of two lines.
  *
  *     2*dist(A, [3,4])    dist with the values of "A" and "[3,4]"
  */
 
 import { formatValue } from "mathexpr";
 
-/** Significant digits beside a dimension line. */
+/** Significant digits of the text on a dimension line. */
 const digits = 6;
 
-/** Number of points that each takes. */
+/** Number of points that each function takes. */
 const pointCounts = new Map([
   ["dist", 2],
   ["vec", 2],
@@ -45,12 +45,12 @@ export function constructionsOf(source, tokens, evaluate) {
   return found;
 }
 
-/** Index of the first token behind a function's name that is no blank. */
+/** Index of the first token after a function's name that is not a blank. */
 function nextBracket(tokens, index) {
   return tokens.findIndex(({ kind }, other) => other > index && kind !== "blank");
 }
 
-/** The stretches between a bracket, the separators on its level, and its partner. */
+/** Spans of the arguments of a call: [start, end] each. */
 function argumentsOf(tokens, open, close) {
   const stretches = [];
   let start = tokens[open].start + tokens[open].length;
@@ -66,7 +66,7 @@ function argumentsOf(tokens, open, close) {
   return [...stretches, [start, tokens[close].start]];
 }
 
-/** Whether nothing but an assignment stands around a stretch of a line. */
+/** Whether a span is the whole line, apart from blanks and an assignment. */
 export function isWhole(tokens, start, end) {
   const around = ["blank", "assigned name", "assignment sign"];
   return tokens.every((token) => (token.start >= start && token.start < end) || around.includes(token.kind));

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** curve-of-line.js - the curve of a line with one free name, and what is said at its gaps. */
+/** curve-of-line.js - computes the curve of a line with one free variable, and the reasons for its gaps. */
 import { Expression, MathExprError } from "mathexpr";
 import { sampleCurve } from "./curve.js";
 import { freeName } from "./sheet.js";
@@ -27,7 +27,7 @@ export function curveOf(source, names, { from, to, count, height }) {
   }
 }
 
-/** The message of a refused place; empty where a value is no number, or jumps. */
+/** The message for a position without a value; empty if the value is not a number or jumps. */
 function reasonOf({ place, from, to, message }, source, names) {
   if (message === 0) return "";
   const expression = new Expression(undefined, { [freeName]: place ?? (from + to) / 2 }, { resolver: names.get });

@@ -2,16 +2,17 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * curve.js - a line with one free name, sampled over a range. Where the line has no value the curve is left open, and the place is
- * named; it is left open as well where the value jumps.
+ * curve.js - samples a line with one free variable over a range. The curve has a gap where the line has no value, and where the
+ * value jumps.
  *
- * All samples are rows of one array, and so is each step of the bisections that find where a gap begins.
+ * All samples are evaluated as rows of one array. Bisection finds where gaps begin and end; each step evaluates all its midpoints
+ * as rows of one array.
  *
  * @typedef {object} Gap
- * @property {number} from  the last place before it that has a value, or the range's beginning
- * @property {number} to  the first place after it, or the range's end
- * @property {number | null} place  the one place that is refused, where it is one
- * @property {number} message  its number; 0 where the value jumps or is not a number
+ * @property {number} from  the last x before the gap with a value, or the start of the range
+ * @property {number} to  the first x after the gap with a value, or the end of the range
+ * @property {number | null} place  the x without a value, if it is a single one
+ * @property {number} message  message number; 0 if the value jumps or is not a number
  *
  * @typedef {object} Curve
  * @property {[number, number][][]} pieces
@@ -25,7 +26,7 @@ const bisections = 48;
  * @param {number} from
  * @param {number} to
  * @param {number} count  of samples
- * @param {number} height  of what is seen: a step of that size may be a jump
+ * @param {number} height  of the visible range; a step of more than half of it is examined for a jump
  * @returns {Curve}
  */
 export function sampleCurve(compute, from, to, count, height) {
@@ -46,8 +47,8 @@ export function sampleCurve(compute, from, to, count, height) {
 const hasValue = ({ y, status }) => status === 0 && Number.isFinite(y);
 
 /**
- * Halves every edge until its sides are neighbours: a change of having a value, or else the greater step. A place without a value
- * between two with one splits an edge into two.
+ * Bisects every edge until its ends are adjacent numbers. It keeps the half where a value begins or ends, otherwise the half with
+ * the greater step. If both ends have a value and the middle has none, the edge becomes two.
  */
 function narrow(edges, compute) {
   for (let step = 0; step < bisections; ++step) {
@@ -118,7 +119,7 @@ function assemble(samples, edges, compute, height) {
   return { pieces, gaps };
 }
 
-/** Looks in every short gap for a refused place: the number with the fewest decimals in it. */
+/** Tries the number with the fewest decimals in every short gap; if it has no value, it is the gap's `place`. */
 function namePlaces(gaps, compute) {
   for (const gap of gaps) {
     const place = shortestBetween(gap.from, gap.to);

@@ -2,24 +2,24 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * limits.js - upper bounds on a sheet, whatever it comes from: typing, a file, a link. They keep every answer short; what takes
- * too long all the same is stopped by the watchdog of client.js.
+ * limits.js - upper bounds on a sheet, whether typed, from a file or from a link. They bound the time of most answers; the watchdog
+ * of client.js stops a line that takes too long nevertheless.
  */
 
-/** Characters of a sheet. */
+/** Maximum number of characters in a sheet. */
 export const maxSheetLength = 300_000;
 
-/** Lines of a sheet. */
+/** Maximum number of lines in a sheet. */
 export const maxLines = 5_000;
 
-/** Characters of a line that is computed. */
+/** Maximum length of a computed line, in characters. */
 export const maxLineLength = 10_000;
 
-/** Characters of a line that is typeset: laying out formulas of thousands of terms would hold up the page. */
+/** Maximum length of a typeset line: the layout of formulas of thousands of terms would block the page. */
 export const maxTypesetLength = 500;
 
-/** Characters of a line whose tokens are coloured. */
+/** Maximum length of a line whose tokens are coloured. */
 export const maxColouredLength = 2_000;
 
-/** Milliseconds that one line may take. */
+/** Maximum time for one line, in milliseconds. */
 export const patience = 2_000;

@@ -2,45 +2,45 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * line-results.js - what passes from the worker to the page: one result per line, and the difference of two lists of them.
+ * line-results.js - the results that the worker sends to the page, one per line, and differences between two lists of results.
  *
  * @typedef {[number, number, number]} Coordinates
  *
  * @typedef {object} Problem
  * @property {string} message
  * @property {string[]} hints
- * @property {number} start  in the line, as the next one
+ * @property {number} start  position in the line
  * @property {number} length
  * @property {{start: number, length: number, replacement: string} | null} fix
- * @property {boolean} unfinished  something has to follow; there is no mistake yet
+ * @property {boolean} unfinished  the line is valid so far, but incomplete
  *
- * @typedef {object} Handle  a point that is written out in the line
+ * @typedef {object} Handle  a literal point in the line
  * @property {number} start
  * @property {number} length
  * @property {Coordinates} at
- * @property {boolean} whole  nothing but an assignment stands around it
+ * @property {boolean} whole  it is the whole line, apart from an assignment
  *
  * @typedef {object} Construction  a call whose arguments are drawn
  * @property {"dist" | "vec" | "ill"} kind
  * @property {Coordinates[]} at  its arguments
- * @property {string} text  its value, where it has one
- * @property {boolean} whole  nothing but an assignment stands around it
+ * @property {string} text  its value
+ * @property {boolean} whole  it is the whole line, apart from an assignment
  *
  * @typedef {object} LineResult
  * @property {string} source
  * @property {"blank" | "comment" | "value" | "curve" | "problem" | "stopped"} kind
  * @property {{kind: string, start: number, length: number, partner: number | null}[]} tokens
  * @property {string} value  as text
- * @property {string} name  that the line gives its value to; else empty
- * @property {Coordinates | null} point  the value, where it is a point
- * @property {string} mathml  empty where the line is not typeset
+ * @property {string} name  the assigned name; empty if there is none
+ * @property {Coordinates | null} point  the value if it is a point
+ * @property {string} mathml  empty if the line is not typeset
  * @property {Handle[]} handles
  * @property {Construction[]} constructions
  * @property {Problem | null} problem
  */
 
 /**
- * The difference of two lists: how many results they share at the beginning and at the end, and those between.
+ * The difference of two lists: the lengths of their common prefix and suffix, and the results between.
  * @template T
  * @param {T[]} before
  * @param {T[]} after
@@ -55,7 +55,7 @@ export function difference(before, after) {
 }
 
 /**
- * The list that a difference leads to.
+ * Applies a difference to a list.
  * @template T
  * @param {T[]} before
  * @param {{prefix: number, suffix: number, changed: T[]}} change

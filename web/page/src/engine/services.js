@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** services.js - what the editor asks about a line: completions, what is under a place, the call around a cursor. */
+/** services.js - the editor's requests about a line: completions, the token at a position, the call around the cursor. */
 import { Expression, formatValue } from "mathexpr";
 
 /**
- * @param {import("./sheet.js").Names} names  that the line sees
+ * @param {import("./sheet.js").Names} names  visible in the line
  * @param {(expression: Expression) => T} ask
  * @template T
  */

@@ -2,22 +2,22 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * sheet.js - a sheet evaluated from top to bottom: each line sees the variables of the lines above it, and `ans`.
+ * sheet.js - evaluates a sheet from top to bottom: a line can use the variables of the lines above it, and `ans`.
  *
- * A line is evaluated by an expression of its own, which asks for names; so the names that it has asked for are all it
- * depends on. A line is computed again only where its text or one of the answers has changed.
+ * Each line has its own expression, whose resolver records the names that it looks up. A line is computed again only if its
+ * text or the value of one of these names has changed.
  */
 import { Expression, MathExprError, evaluate, formatValue } from "mathexpr";
 import { constructionsOf, isWhole } from "./constructions.js";
 import { maxColouredLength, maxLineLength, maxTypesetLength } from "./limits.js";
 
-/** The name that is free in a line that is plotted. */
+/** The free variable of a plotted line. */
 export const freeName = "x";
 
 /** Names ignore the case of the letters A to Z. */
 const keyOf = (name) => name.replace(/[A-Z]/g, (letter) => letter.toLowerCase());
 
-/** What the lines above have defined. */
+/** The variables that the lines above define. */
 export class Names {
   #values = new Map();
 
@@ -28,7 +28,7 @@ export class Names {
     this.#values.set(keyOf(name), { name, value });
   }
 
-  /** In the spelling of their definition. */
+  /** The names, spelled as in their definitions. */
   *[Symbol.iterator]() {
     for (const { name } of this.#values.values()) yield name;
   }
@@ -43,19 +43,19 @@ export class Names {
 /** @typedef {import("./line-results.js").LineResult} LineResult */
 
 /**
- * @typedef {object} Computed  a line as it was computed, and what it depends on
+ * @typedef {object} Computed  the result of a line, and the names that it depends on
  * @property {LineResult} result
  * @property {import("mathexpr").Value | undefined} value
  * @property {Map<string, import("mathexpr").Value | undefined>} asked
  */
 
 export class Sheet {
-  /** @type {Map<string, Computed[]>} by the line's text: one for each place where it stands */
+  /** @type {Map<string, Computed[]>} by the line's text: one for each occurrence */
   #known = new Map();
   /** @type {string[]} */
   #lines = [];
   #digits = 15;
-  /** Texts that have taken too long. */
+  /** Texts of lines that took too long. */
   #stopped = new Set();
   #beforeLine;
 
@@ -64,18 +64,18 @@ export class Sheet {
     this.#beforeLine = beforeLine;
   }
 
-  /** Computes all lines anew from now on. */
+  /** Discards all results, so that every line is computed again. */
   forget() {
     this.#known.clear();
   }
 
-  /** @param {number} digits  significant digits of values; 0: all that matter */
+  /** @param {number} digits  significant digits of values; 0: the fewest that read back as the same value */
   set digits(digits) {
     this.#digits = digits;
     this.forget();
   }
 
-  /** A line that is not computed again, since it has taken too long. */
+  /** Excludes a line that took too long from computation. */
   stop(source) {
     this.#stopped.add(source);
   }
@@ -101,7 +101,7 @@ export class Sheet {
   }
 
   /**
-   * The names that a line sees.
+   * The names that are visible in a line.
    * @param {number} line  from 0
    */
   namesAt(line) {
@@ -175,7 +175,7 @@ export class Sheet {
 
 const limits = { maxTextLength: maxLineLength };
 
-/** The value of a part of a line; nothing where it has none. */
+/** The value of a part of a line; undefined if it has none. */
 function valueOrNothing(text, resolver) {
   try {
     return evaluate(text, {}, { resolver });
@@ -188,7 +188,7 @@ function valueOrNothing(text, resolver) {
 export const isBlank = (source) => /^\s*$/.test(source);
 export const isComment = (source) => /^[ \t]*#/.test(source);
 
-/** Whether a line compiles where the free name has a value, and asks for no other unknown one. */
+/** Whether a line compiles once the free variable has a value, that is, without any other unknown name. */
 function isCurve(source, asked, names) {
   if (!asked.has(freeName) || names.get(freeName) !== undefined) return false;
   const expression = new Expression(undefined, { [freeName]: 1 }, { resolver: names.get });
@@ -214,15 +214,15 @@ function curveParts(expression, source) {
 }
 
 /**
- * What is wrong with a line. Only here an expression is told all names, for suggestions: going through them for every line would
- * make a long sheet slow.
+ * The problem of a line. Only this expression receives all names, for suggestions: passing them for every line would make long
+ * sheets slow.
  */
 function problemParts(error, source, names) {
   const expression = new Expression(undefined, {}, { resolver: names.get, names, limits });
   try {
     const { state, diagnostic } = expression.diagnose(source, { askResolver: true });
     const tokens = shownTokens(source, expression.tokens(source));
-    // What fails while it is evaluated compiles, and brings no diagnostic.
+    // A line that fails only during evaluation has no diagnostic.
     return { kind: "problem", tokens, problem: problemOf(diagnostic ?? error, state === "unfinished") };
   } finally {
     expression.free();
@@ -245,7 +245,7 @@ function emptyResult(source) {
   };
 }
 
-/** The tokens that are coloured, without what the page does not need. */
+/** The tokens to colour, with only the members that the page uses. */
 function shownTokens(source, tokens) {
   if (source.length > maxColouredLength) return [];
   return tokens.map(({ kind, start, length, partner }) => ({ kind, start, length, partner }));

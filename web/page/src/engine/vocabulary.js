@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** vocabulary.js - the vocabulary as the page lists it: each item with an example that has been computed. */
+/** vocabulary.js - the vocabulary as the page lists it: each item with an example and its value. */
 import { Expression, formatValue } from "mathexpr";
 
 /** Significant digits of an example's value. */
 const digits = 6;
 
-/** Tells the items apart: overloads share their symbol. */
+/** Unique key of an item; overloads share a symbol. */
 export const keyOf = ({ symbol, help }) => help || symbol;
 
 /** @param {import("mathexpr").VocabularyItem} item */

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * worker.js - the worker's script: holds the module and the sheet, and answers the page's requests.
+ * worker.js - the worker's script: owns the module and the sheet, and answers the page's requests.
  *
- * In: {id, kind, parameters}, with a kind of `answers` below. Out: {id, answer} or {id, error}, and {computing} with the text
- * of a line before it is computed, so that the page knows which line has taken too long.
+ * Request: {id, kind, parameters}; the kinds are the keys of `answers` below. Reply: {id, answer} or {id, error}. Before a line
+ * is computed, {computing: text} is sent, so that the page knows which line took too long.
  */
 import { find, init, setLanguage, vocabulary } from "mathexpr";
 import wasm from "mathexpr/mathexpr.wasm";
@@ -61,7 +61,7 @@ async function answer({ id, kind, parameters }) {
   }
 }
 
-/** Requests are answered in their order, so that all wait for the module. */
+/** Requests are answered in order; so all wait until the module is loaded. */
 let turn = Promise.resolve();
 self.onmessage = ({ data }) => {
   turn = turn.then(() => answer(data));

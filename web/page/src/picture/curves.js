@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** curves.js - the curves of a picture, asked for over the range that is seen and half as much again on both sides. */
+/** curves.js - requests the curves of a picture, over the visible range and half its width beyond each side. */
 import { latest } from "../latest.js";
 
 const samplesPerPixel = 1;
@@ -26,7 +26,7 @@ export class Curves {
     this.#onChange = onChange;
   }
 
-  /** The curve of a line, as far as it has been computed. */
+  /** The last computed curve of a line; undefined if there is none for its present text. */
   of({ line, source }) {
     const known = this.#known.get(line);
     return known?.source === source ? known : undefined;
@@ -54,7 +54,7 @@ export class Curves {
         try {
           known.set(line, { source, ...(await this.#ask({ line, source, ...range })) });
         } catch {
-          // The line was stopped, and says so itself.
+          // The line was stopped; its result shows that.
         }
       }),
     );

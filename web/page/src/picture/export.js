@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** export.js - the picture as an SVG file of its own, which carries the looks that the page's style sheet gives it. */
+/** export.js - exports the picture as a standalone SVG file, with the styles of the page's style sheet as attributes. */
 import { svg } from "./shapes.js";
 
 const looks = ["fill", "stroke", "stroke-width", "stroke-dasharray", "font-family", "font-size", "paint-order"];

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * picture.js - the sheet in plan, or turned in space. It pans, zooms and turns by mouse, fingers and keys; a point that is written
- * out in a line is dragged, or moved by keys, and its line changes.
+ * picture.js - draws the sheet in plan or in space. Mouse, touch and keys pan, zoom and rotate. A literal point of a line can be
+ * dragged, or moved by keys, which changes the line.
  */
 import { texts } from "../texts.js";
 import { Curves } from "./curves.js";
@@ -29,12 +29,12 @@ const zoomStep = 1.25;
 const curveRange = [-10, 10];
 const flat = [0, 0];
 
-/** Pixels that a press of an arrow key pans, and degrees that it turns. */
+/** Pixels and degrees by which an arrow key pans and rotates. */
 const panStep = 40;
 const turnStep = 10;
 const degreesPerPixel = 0.4;
 
-/** What a key changes, to the right, up and in height. */
+/** Direction of each key: right, up, height. */
 const directions = {
   ArrowLeft: [-1, 0, 0],
   ArrowRight: [1, 0, 0],
@@ -49,28 +49,28 @@ export class Picture {
   #gaps;
   #onMove;
   #svg;
-  /** What is said where there is nothing to draw. */
+  /** The text for a picture without content. */
   #empty;
   #view = new View();
   #results = [];
   #scene = sceneOf([]);
   #curves;
-  /** Whether the user has chosen what is seen. */
+  /** Whether the user has changed the view since the last fit. */
   #isChosen = false;
   #needsFit = true;
   #pointers = new Map();
   #dragged = "";
-  /** A move that waits until the line's result has come. */
+  /** A move that waits for the result of its line. */
   #waiting = null;
   #options = { grid: true, vectors: false, space: false, unit: "" };
 
   /**
    * @param {HTMLElement} host
-   * @param {HTMLElement} gaps  the list of places that are left open
+   * @param {HTMLElement} gaps  list of the curves' gaps
    * @param {object} sheet
    * @param {(parameters: object) => Promise<any>} sheet.askCurve
    * @param {(line: number, source: string, handle: {start: number, length: number}, text: string) => boolean} sheet.onMove
-   *        false where the line is no longer the source
+   *        returns false if the text of the line is no longer `source`
    */
   constructor(host, gaps, { askCurve, onMove }) {
     this.#host = host;
@@ -110,7 +110,7 @@ export class Picture {
     }
   }
 
-  /** Shows all there is. */
+  /** Fits everything into the view. */
   fit() {
     this.#isChosen = false;
     this.#fit();
@@ -156,7 +156,7 @@ export class Picture {
     this.#empty.hidden = Object.values(this.#scene).some(({ length }) => length > 0);
   }
 
-  /** What is seen or shown has changed. */
+  /** Redraws, and computes the curves for the present view. */
   #change() {
     this.#draw();
     if (this.#scene.curves.length || this.#gaps.childElementCount) this.#curves.compute(this.#scene.curves, this.#view);
@@ -186,7 +186,7 @@ export class Picture {
     }
   }
 
-  /** Shows what most of the curves' values are within. */
+  /** Fits the view to the curves' values, without the extreme ones. */
   #fitCurves() {
     const [from, to] = curveRange;
     const values = this.#scene.curves
@@ -326,7 +326,7 @@ export class Picture {
     return this.#scene.points.find((point) => point.key === key);
   }
 
-  /** Writes a point's new coordinates, in steps that can be seen, into its line. */
+  /** Writes a point's new coordinates into its line, rounded to visible steps. */
   #movePoint(move) {
     this.#waiting = null;
     const point = this.#point(move.key);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** points-table.js - the points of the sheet as a table. */
+/** points-table.js - the table of the sheet's points. */
 import { texts } from "../texts.js";
 
 /**
@@ -33,5 +33,5 @@ export function showPoints(host, results) {
   host.replaceChildren(table);
 }
 
-/** A point's value is its coordinates in square brackets. */
+/** Splits the text of a point, which is in square brackets, into its coordinates. */
 const coordinatesOf = (value) => value.slice(1, -1).split(",");

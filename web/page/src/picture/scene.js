@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * scene.js - what a picture of a sheet shows, in the sheet's own coordinates.
+ * scene.js - converts the results of a sheet to the objects of its picture, in the sheet's coordinates.
  *
- *     A=[1,2]            the point A, which can be moved
- *     dist(A,[3,4])      a dimension line, and a point that can be moved
+ *     A=[1,2]            the movable point A
+ *     dist(A,[3,4])      a dimension line and a movable point
  *     ill(a,b,c,d)       the intersection, and both lines
  *     vec(a,b)           an arrow from a to b
  *     x^2                a curve
- *     [1,2]              lines that are nothing but a written point, one below the other: a polyline
+ *     [1,2]              consecutive lines of one literal point each: a polyline
  *     [3,4]
  *
  * @typedef {import("../engine/line-results.js").Coordinates} Coordinates
@@ -20,7 +20,7 @@
  * @property {string} key  the same from one scene to the next
  * @property {string} label  empty for a point within a line
  * @property {Coordinates} at
- * @property {Handle | null} handle  of a point that can be moved
+ * @property {Handle | null} handle  null if the point is not movable
  *
  * @typedef {object} Segment
  * @property {Coordinates} from
@@ -57,7 +57,7 @@ export function sceneOf(results) {
   return scene;
 }
 
-/** Whether two lists of results make one scene: each line that is drawn has the result that it had. */
+/** Whether two lists of results give the same scene: the results of all drawn lines are identical. */
 export function drawnAlike(before, after) {
   const isAlike = (result, line) => result === before[line] || !(isDrawn(result) || isDrawn(before[line]));
   return before.length === after.length && after.every(isAlike);
@@ -70,10 +70,10 @@ export function labelOf({ name }, line) {
   return name || texts.line(line + 1);
 }
 
-/** So few corners of a polyline can be moved one by one; each is a stop of the Tab key. */
+/** Corners of longer polylines are not movable, since each movable corner is a stop of the Tab key. */
 const maxMovableCorners = 50;
 
-/** Two or more lines, one below the other, of nothing but a written point without a name. */
+/** Runs of two or more consecutive lines that are a literal point without a name. */
 function runsOf(results) {
   const runs = [];
   results.forEach((result, line) => {
@@ -112,10 +112,10 @@ function addValue(scene, result, line) {
   });
 }
 
-/** The written point that is the line's value; null where there is none. */
+/** The literal point that is the whole line; null if there is none. */
 const wholeHandle = ({ handles }) => handles.find(({ whole }) => whole) ?? null;
 
-/** The text of a point that takes the place of a written one. */
+/** Text of the moved point that replaces a literal one. */
 export function pointText(source, { start, length, at }, [x, y, z], decimals) {
   const hasZ = source.slice(start, start + length).split(",").length > 2 || z !== at[2];
   const height = coordinateText(z, z === at[2] ? maxDecimals : decimals);

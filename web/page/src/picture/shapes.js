@@ -7,7 +7,7 @@ import { decimalsOf } from "./view.js";
 
 const svgNames = "http://www.w3.org/2000/svg";
 
-/** An element of SVG. */
+/** Creates an SVG element. */
 export function svg(tag, attributes = {}, ...children) {
   const element = document.createElementNS(svgNames, tag);
   for (const [name, value] of Object.entries(attributes)) element.setAttribute(name, String(value));
@@ -18,11 +18,11 @@ export function svg(tag, attributes = {}, ...children) {
 const round = (value) => Math.round(value * 100) / 100;
 const path = (...points) => `M${points.map(([left, top]) => `${round(left)} ${round(top)}`).join("L")}`;
 
-/** What lies far outside is drawn at the edge of this square, since drawing has a limit. */
+/** Pixel coordinates are clamped to this absolute value, since drawing has a limited range. */
 const farAway = 1e5;
 const near = ([left, top]) => [left, top].map((value) => Math.min(farAway, Math.max(-farAway, value)));
 
-/** A number beside an axis. */
+/** Text of a number beside an axis. */
 export const axisText = (value, step) => String(Number(value.toFixed(decimalsOf(step))));
 
 /** The grid, and the axes with their numbers. */
@@ -54,10 +54,10 @@ function groundInPlan(view, withGrid) {
 
 const axisNames = ["x", "y", "z"];
 
-/** Pixels between two numbers of an axis, below which it has none. */
+/** Minimum distance of two numbers on an axis, in pixels; a closer axis has none. */
 const minNumberPixels = 24;
 
-/** The grid lies on the level of height 0. */
+/** The grid is in the plane z = 0. */
 function groundInSpace(view, withGrid) {
   const grid = svg("g", { class: "grid", "aria-hidden": "true" });
   const axes = svg("g", { class: "axes", "aria-hidden": "true" });
@@ -81,7 +81,7 @@ function groundInSpace(view, withGrid) {
 
 const segment = ([x1, y1], [x2, y2], look = "") => svg("line", { ...(look && { class: look }), x1, y1, x2, y2 });
 
-/** Where the axes point to, in a corner. */
+/** The directions of the axes, drawn in a corner. */
 function tripodOf(view) {
   const [left, top, length] = [52, view.height - 52, 30];
   const at = (axis, factor) => {
@@ -95,7 +95,7 @@ function tripodOf(view) {
   return svg("g", { class: "tripod", "aria-hidden": "true" }, ...arms);
 }
 
-/** From a point of space to its place on the level of height 0. */
+/** A vertical line from a point to the plane z = 0. */
 export function stemOf(view, { at: [x, y, z] }) {
   return segment(near(view.toScreen([x, y, z])), near(view.toScreen([x, y, 0])), "stem");
 }
@@ -105,7 +105,7 @@ export function polylineOf(view, { label, at }) {
   return svg("path", { class: "polyline", d, role: "img", "aria-label": label });
 }
 
-/** A bar of one step of the grid, with its length in the user's unit. */
+/** A scale bar of one grid step, with its length in the user's unit. */
 export function scaleOf(view, unit) {
   const step = view.gridStep(0);
   const length = step * view.scale[0];
@@ -120,7 +120,7 @@ export function scaleOf(view, unit) {
   );
 }
 
-/** A curve, with its label where it leaves the picture at the right. */
+/** A curve, with its label at its right end in the picture. */
 export function curveOf(view, { pieces }, colour, label) {
   const onScreen = pieces.map((piece) => piece.map((place) => near(view.toScreen(place))));
   const d = onScreen.map((piece) => path(...piece)).join("");
@@ -130,16 +130,16 @@ export function curveOf(view, { pieces }, colour, label) {
   return end ? [curve, svg("text", { class: "label", x: end[0], y: end[1] - 8 }, label)] : [curve];
 }
 
-/** Pixels that the label of a curve may take. */
+/** Width reserved for the label of a curve, in pixels. */
 const labelRoom = 56;
 
-/** A mark where a curve is left open at one place. */
+/** A vertical line at a gap of a single x. */
 export function gapOf(view, { place }) {
   const [start, end] = view.range(1).map((y) => near(view.toScreen([place, y])));
   return segment(start, end, "open");
 }
 
-/** A straight line through two points, from edge to edge. */
+/** An infinite straight line through two points. */
 export function lineOf(view, { from, to }) {
   const [a, b] = [near(view.toScreen(from)), near(view.toScreen(to))];
   const length = Math.hypot(b[0] - a[0], b[1] - a[1]);

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * view.js - which part of the sheet is seen, where on the screen, and from where: in plan, or turned in space, without perspective.
- * All axes have one scale, unless only curves are shown.
+ * view.js - the mapping between the sheet and the screen: a parallel projection, in plan or in space. All axes have the same scale,
+ * unless only curves are shown.
  *
  *     turn 0, tilt 0      plan: x to the right, y up, z towards the eye
  *     turn 0, tilt 90     from the front: x to the right, z up
@@ -12,13 +12,13 @@ const margin = 48;
 const minScale = 1e-9;
 const maxScale = 1e12;
 
-/** Steps of a grid, in units: 1, 2 or 5 times a power of ten, of at least so many pixels. */
+/** Minimum grid step in pixels. A grid step is 1, 2 or 5 times a power of ten, in units. */
 const minGridPixels = 56;
 
-/** Degrees. Beyond it a level would be a line, in which no place can be pointed at. */
+/** Degrees. At 90, a horizontal plane would be a line, and the pointer could not select a position in it. */
 const maxTilt = 85;
 
-/** How space is seen at first, in degrees. */
+/** Initial orientation in space, in degrees. */
 const usualTurn = 30;
 const usualTilt = 60;
 
@@ -27,7 +27,7 @@ const degree = Math.PI / 180;
 export class View {
   width = 1;
   height = 1;
-  /** The place in the middle of the screen. */
+  /** The point at the centre of the screen. */
   center = [0, 0, 0];
   /** Pixels per unit of x and y; a unit of z takes the smaller one. */
   scale = [40, 40];
@@ -39,14 +39,14 @@ export class View {
     return this.#isSpace;
   }
 
-  /** Leads from the plan to space, seen as at first, and back. */
+  /** Switches between plan and space, with the initial orientation. */
   set isSpace(isSpace) {
     this.#isSpace = isSpace;
     this.#turn = isSpace ? usualTurn : 0;
     this.#tilt = isSpace ? usualTilt : 0;
   }
 
-  /** Turns what is seen around the middle of the screen, by degrees. */
+  /** Rotates the view around the centre of the screen, by degrees. */
   orbit(turn, tilt) {
     this.#turn = (this.#turn + turn) % 360;
     this.#tilt = Math.min(maxTilt, Math.max(0, this.#tilt + tilt));
@@ -57,7 +57,7 @@ export class View {
     return [this.width / 2 + right, this.height / 2 - up];
   }
 
-  /** The place that is seen at a place of the screen, on the level of a height. */
+  /** The point of the plane of height z at a position on the screen. */
   toLevel(left, top, z = this.center[2]) {
     const { sin, cos } = this.#angles();
     const height = this.#pixels([0, 0, z])[2];
@@ -66,7 +66,7 @@ export class View {
     return this.#units([right * cos.turn + along * sin.turn, along * cos.turn - right * sin.turn, height]);
   }
 
-  /** What is seen: [from, to] of an axis; in space at least that. */
+  /** Range of an axis, [from, to]: in plan the visible one; in space as long as the screen's diagonal. */
   range(axis) {
     const size = this.#isSpace ? Math.hypot(this.width, this.height) : [this.width, this.height][axis];
     const half = size / 2 / this.#scaleOf(axis);
@@ -77,7 +77,7 @@ export class View {
     this.center = this.#onScreen(-left, top);
   }
 
-  /** Zooms around a place of the screen, which stays where it is. */
+  /** Zooms; the point at a position on the screen keeps that position. */
   zoom(factor, left = this.width / 2, top = this.height / 2) {
     const [right, up] = [left - this.width / 2, this.height / 2 - top];
     const before = this.#onScreen(right, up);
@@ -87,9 +87,9 @@ export class View {
   }
 
   /**
-   * Shows a box: [from, to] of each axis.
+   * Fits a box into the view: [from, to] of each axis.
    * @param {[number, number][]} box
-   * @param {boolean} hasOneScale  for all axes
+   * @param {boolean} hasOneScale  the same scale for all axes
    */
   fit(box, hasOneScale) {
     this.center = box.map(([from, to]) => (from + to) / 2);
@@ -108,26 +108,26 @@ export class View {
     });
   }
 
-  /** Units between two lines of the grid. */
+  /** Distance of two grid lines, in units. */
   gridStep(axis) {
     const least = minGridPixels / this.#scaleOf(axis);
     const power = 10 ** Math.floor(Math.log10(least));
     return [1, 2, 5, 10].map((factor) => factor * power).find((step) => step >= least * (1 - 1e-12));
   }
 
-  /** The place on the plane of the screen through its middle that is seen so many pixels from there. */
+  /** The point at an offset in pixels from the centre, in the plane parallel to the screen through the centre. */
   #onScreen(right, up) {
     const { sin, cos } = this.#angles();
     const along = up * cos.tilt;
     return this.#units([right * cos.turn + along * sin.turn, along * cos.turn - right * sin.turn, up * sin.tilt]);
   }
 
-  /** Where an axis points to on the screen: [right, up], shorter where it points towards the eye or away. */
+  /** Projection of an axis's unit vector onto the screen: [right, up]. */
   direction(axis) {
     return this.#rotate([0, 1, 2].map((other) => Number(other === axis)));
   }
 
-  /** From units to pixels from the middle, along the axes of the sheet. */
+  /** Converts a point to pixels from the centre, along the axes of the sheet. */
   #pixels(place) {
     return place.map((value, axis) => (value - this.center[axis]) * this.#scaleOf(axis));
   }
@@ -140,7 +140,7 @@ export class View {
     return axis === 2 ? Math.min(...this.scale) : this.scale[axis];
   }
 
-  /** Pixels to the right and up. */
+  /** Projects pixels along the axes of the sheet onto the screen: [right, up]. */
   #rotate([x, y, z]) {
     const { sin, cos } = this.#angles();
     return [x * cos.turn - y * sin.turn, (x * sin.turn + y * cos.turn) * cos.tilt + z * sin.tilt];
@@ -157,7 +157,7 @@ export class View {
 
 export const maxDecimals = 12;
 
-/** Decimals that tell two numbers apart that differ by a step. */
+/** Number of decimals that distinguishes two numbers that differ by a step. */
 export function decimalsOf(step) {
   return Math.min(maxDecimals, Math.max(0, Math.ceil(-Math.log10(step) - 1e-9)));
 }

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * columns.js - two or three columns of numbers, copied from a spreadsheet, as lines of the sheet: one point per row.
+ * columns.js - converts two or three columns of numbers, copied from a spreadsheet, to lines of the sheet: one point per row.
  *
  *     x <tab> y          # x, y
  *     0 <tab> 1.5        [0,1.5]
@@ -10,10 +10,10 @@
  */
 import { literalOf } from "./literal.js";
 
-/** Whether the user's language writes 1,5 for one and a half. */
+/** Whether the decimal sign of a locale is a comma. */
 const usesComma = (locale) => new Intl.NumberFormat(locale).format(1.5).includes(",");
 
-/** The number of a cell as a literal of the language; null where it holds none. */
+/** The number of a cell as a literal of an expression; null if the cell is not a number. */
 function literalOfCell(cell, locale) {
   const text = usesComma(locale) ? cell.replace(",", ".") : cell;
   return /^[-+\u2212]?(\d+\.?\d*|\.\d+)(e[-+]?\d+)?$/i.test(text) ? literalOf(Number(text.replace("\u2212", "-"))) : null;
@@ -22,7 +22,7 @@ function literalOfCell(cell, locale) {
 /**
  * @param {string} text
  * @param {string} [locale]  by default the browser's
- * @returns {string[] | null}  null where the text is no such columns
+ * @returns {string[] | null}  null if the text is not such columns
  */
 export function linesOfColumns(text, locale) {
   const rows = text

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** files.js - files that are opened and saved. */
+/** files.js - opens and saves files. */
 import { maxSheetLength } from "../engine/limits.js";
 import { acceptedText } from "./link.js";
 
-/** The text of a file; null where it is too large. */
+/** The text of a file; null if it is too large. */
 export async function textOf(file) {
   return file.size > 4 * maxSheetLength ? null : acceptedText(await file.text());
 }

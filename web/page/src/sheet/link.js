@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /**
- * link.js - a link that holds the sheet: its UTF-8, deflated, in the URL's alphabet of base 64, behind "#sheet=". A fragment is never
- * sent to a server. What comes with a link is text of limited length, whatever it unpacks to.
+ * link.js - a link that contains the sheet: after "#sheet=", its UTF-8 text, deflated and encoded in URL-safe base64. A fragment is
+ * never sent to a server. Decoding yields text of limited length, even if the fragment inflates to more.
  */
 import { maxSheetLength } from "../engine/limits.js";
 
@@ -11,7 +11,7 @@ const mark = "#sheet=";
 const maxLinkLength = 32_000;
 const maxBytes = 4 * maxSheetLength;
 
-/** The fragment for a sheet; null where it would be too long. */
+/** The fragment for a sheet; null if it would be too long. */
 export async function fragmentOf(text) {
   const packed = new Blob([text]).stream().pipeThrough(new CompressionStream("deflate-raw"));
   const bytes = new Uint8Array(await new Response(packed).arrayBuffer());
@@ -20,10 +20,10 @@ export async function fragmentOf(text) {
   return fragment.length <= maxLinkLength ? fragment : null;
 }
 
-/** Whether a link claims to hold a sheet. */
+/** Whether a fragment claims to contain a sheet. */
 export const holdsSheet = (fragment) => fragment.startsWith(mark);
 
-/** The sheet of a fragment; null where it holds none. */
+/** The sheet in a fragment; null if it is invalid or too long. */
 export async function sheetOf(fragment) {
   if (fragment.length > maxLinkLength) return null;
   try {
@@ -51,7 +51,7 @@ async function limitedText(stream) {
   }
 }
 
-/** A sheet that came from elsewhere, with this page's line ends; null where it is too long. */
+/** An imported sheet with its line ends converted to this page's; null if it is too long. */
 export function acceptedText(text) {
   return text.length > maxSheetLength ? null : text.replace(/^\uFEFF/, "").replace(/\r\n?/g, "\n");
 }

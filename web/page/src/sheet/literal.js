@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** literal.js - numbers as the language reads them: small ones without exponent, large ones with a decimal point. */
+/** literal.js - writes numbers as literals of expressions: small ones without an exponent, large integers with a decimal point. */
 
 const greatestWholeLiteral = 2_147_483_647;
 
-/** The shortest text that is read back as the same number. */
+/** The shortest literal that reads back as the same number. */
 export function literalOf(value) {
   const text = String(value);
   const small = /^(-?)(\d)\.?(\d*)e-(\d+)$/.exec(text);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** store.js - the sheet and the settings, kept in the browser between visits. A browser that keeps nothing is no failure. */
+/** store.js - stores the sheet and the settings in the browser. A failure of the browser's storage is ignored. */
 
 /** @param {string} name */
 const keyOf = (name) => `mathexpr.${name}`;
@@ -19,6 +19,6 @@ export function store(name, text) {
   try {
     localStorage.setItem(keyOf(name), text);
   } catch {
-    // Full, or forbidden.
+    // The storage is full or disabled.
   }
 }

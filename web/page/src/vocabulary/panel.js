@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/** panel.js - the vocabulary: searched by words and units, by family, with examples that go into the sheet on a click. */
+/** panel.js - the vocabulary, searched by words and units and filtered by family. A click on an example adds it to the sheet. */
 import { texts } from "../texts.js";
 
 export class VocabularyPanel {
