@@ -34,19 +34,18 @@ if(NOT MSVC AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES AND NOT C
   target_compile_options(mathexpr_options INTERFACE -O2)
 endif()
 
-# For the library in test builds; the test programs are compiled with -O1 -g1 (preset dev), which is faster. Type
-# information is for debuggers, and for the comparison of layouts, of the build with g++.
+# For the library in test builds; the test programs are compiled with -O1 -g1 (preset dev), which compiles faster. With
+# g++, -g adds type information, for debuggers and for the comparison of layouts.
 set(optimised "$<$<AND:$<CXX_COMPILER_ID:GNU,Clang>,$<CONFIG:RelWithDebInfo>>:-O2;$<$<CXX_COMPILER_ID:GNU>:-g>>")
 
-# The code of every evaluation has no stack protector (Hardening.cmake), which would cost a tenth of a short evaluation.
-# These functions have no arrays that a text could overrun.
+# Code that runs in every evaluation has no stack protector (Hardening.cmake), which would cost a tenth of the time of a
+# short evaluation. These functions have no arrays that a text could overrun.
 set(unprotected "$<$<CXX_COMPILER_ID:GNU,Clang>:-fno-stack-protector>")
 
-# Functions that a run jumps to start at a cache line, which saves a tenth of the time; no effect without optimisation.
+# Aligns the functions that a run jumps to at cache lines, which saves a tenth of the time; no effect without optimisation.
 set(run_options "$<$<AND:$<CXX_COMPILER_ID:GNU,Clang>,$<NOT:$<CONFIG:Debug>>>:-falign-functions=64>" "${unprotected}")
 
-# For kernels in addition: a root is a single instruction, without setting errno, which nobody reads; and coordinates
-# that were just stored one by one are loaded one by one, since a wider load would wait for both stores. No value
-# changes.
+# Additional options for kernels. A square root is a single instruction, since nobody reads errno. Coordinates that were
+# just stored one by one are loaded one by one, since a wider load would wait for both stores. No value changes.
 set(kernel_options "${run_options}"
                    "$<$<CXX_COMPILER_ID:GNU,Clang>:-fno-math-errno$<SEMICOLON>-fno-tree-slp-vectorize>")

@@ -1,16 +1,16 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# Options that make faults in the library or the calculator hard to exploit. They are for what is shipped, not for
+# Options that make faults in the library or the calculator hard to exploit. They are for shipped files, not for
 # tests: mathexpr_hardening has the compile options, hardening_link_options the link options, which do not propagate to
 # hosts of the static library.
 #
-#   -fstack-protector-strong    a function with an array notices that its return address was overwritten
-#   -fstack-clash-protection    a large frame touches each of its pages, so that it cannot jump over the guard page
+#   -fstack-protector-strong    a function with an array detects an overwritten return address
+#   -fstack-clash-protection    a large frame touches each of its pages, so that it cannot skip the guard page
 #   _FORTIFY_SOURCE             the C library's copying functions check the size of their target
-#   -fcf-protection,            indirect jumps and calls lead to marked places only, on x86-64 and on ARM64, where processor
-#   -mbranch-protection         and system check that
-#   -z relro, -z now            all functions of other libraries are bound at start, in tables that are read-only afterwards
+#   -fcf-protection,            indirect jumps and calls must reach marked instructions, if processor and system check it
+#   -mbranch-protection         (x86-64 and ARM64)
+#   -z relro, -z now            functions of other libraries are bound at start, in tables that are read-only afterwards
 #   PIE                         the calculator is loaded at random addresses
 #
 # No value changes. Sanitizer builds leave the options out: sanitizers check more, and fortified functions would hide

@@ -132,7 +132,7 @@ if(MATHEXPR_BUILD_TOOLS)
       DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
       COMPONENT tool)
   endif()
-  # Shell completion of its options.
+  # Shell completion of the calculator's options.
   if(UNIX AND (NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR))
     set(script_for_bash bash-completion/completions/mathexpr)
     set(script_for_zsh zsh/vendor-completions/_mathexpr)
@@ -154,7 +154,7 @@ if(MATHEXPR_BUILD_TOOLS)
       TYPE DATA
       COMPONENT tool)
   endif()
-  # Finds the library relative to itself; in /usr the system finds it.
+  # The calculator finds the library relative to its own path; in /usr the system finds it.
   if(UNIX AND NOT APPLE AND NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
     file(RELATIVE_PATH library_from_tool /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
     set_target_properties(mathexpr-calc PROPERTIES INSTALL_RPATH "$ORIGIN/${library_from_tool}")

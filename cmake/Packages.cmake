@@ -4,7 +4,7 @@
 # The packages that cpack makes: an archive of everything (TGZ), and one Debian package per component (DEB).
 #
 # Debian packages are made from a tree configured for /usr and its library folder; see cmake/packages. The folder debian
-# contains what only they need.
+# contains files that only they need.
 set(CPACK_PACKAGE_VENDOR "The mathexpr authors")
 set(CPACK_PACKAGE_CONTACT "The mathexpr authors <mathexpr@git.example.com>")
 set(CPACK_PACKAGE_HOMEPAGE_URL "https://git.example.com/mathexpr")

@@ -18,7 +18,7 @@ from pathlib import Path
 FOLDERS = ["platform", "MathExprRes", "MTParserLib", "mathexpr"]
 HEADERS = ["mathexpr.h", "mathexpr_editor.h", "mathexpr.hpp", "mathexpr_editor.hpp"]  # each after the ones that it includes
 
-# The condition under which a source is compiled, by the end of its name. Sources for DLLs only are omitted.
+# The condition under which a source is compiled, by the suffix of its name. Sources for DLLs only are omitted.
 CONDITIONS = {"Windows.cpp": "defined(_WIN32)", "Posix.cpp": "!defined(_WIN32)",
               "Wasm.cpp": "defined(MATHEXPR_TILE_SINES)"}
 OF_A_DLL = ("StartUpWindows.cpp", "HostBoundaryMinGW.cpp", "RunTimeMinGW.cpp")
@@ -27,7 +27,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
 LICENCE_LINES = re.compile(r"\A(?:// SPDX-[^\n]*\n)+(?://)?\n")  # the file as a whole has them
 PRAGMA_ONCE = re.compile(r"^\s*#\s*pragma\s+once\b", re.MULTILINE)
 
-# Inexact arithmetic would change results. What a pragma can switch off is switched off; the rest is an #error.
+# Inexact arithmetic would change results. Pragmas switch it off where they can; the rest is an #error.
 EXACTNESS = """\
 #if __cplusplus < 201703L && (!defined(_MSVC_LANG) || _MSVC_LANG < 201703L)
 #error "mathexpr requires C++17: compile it with -std=c++17"
@@ -100,7 +100,7 @@ class Amalgamation:
         return None
 
     def add_headers(self, path):
-        """Adds the headers that a file includes, before the file, so that conditions in the file do not apply to them."""
+        """Adds the headers that a file includes, before the file, so that the file's own #if conditions do not apply to them."""
         for name in INCLUDE.findall(path.read_text(encoding="utf-8")):
             target = self.resolve(path, name)
             if target is not None and is_included_once(target):

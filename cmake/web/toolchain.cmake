@@ -9,8 +9,8 @@ include(${MATHEXPR_EMSCRIPTEN}/cmake/Modules/Platform/Emscripten.cmake)
 set(ENV{NODE_PATH} /usr/share/nodejs)
 
 # Uses WebAssembly's own exceptions: emscripten's, in JavaScript, would slow down every call. Engines with exceptions also have
-# the instructions of the last three options, which make the module smaller. When emscripten compiles for size, it inlines
-# nothing without an option, not even functions smaller than their call.
+# the instructions of the last three options, which make the module smaller. Without -finline-functions,
+# emscripten inlines nothing when it compiles for size, not even functions smaller than their call.
 set(CMAKE_CXX_FLAGS_INIT
     "-fwasm-exceptions -finline-functions -fno-rtti -mbulk-memory -mnontrapping-fptoint -msign-ext")
 
@@ -27,6 +27,6 @@ set(MATHEXPR_UTF8CPP_INCLUDE_DIR /usr/include/utf8cpp CACHE PATH "Where utf8.h i
 # GoogleTest is compiled from its sources.
 list(PREPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR}/../from_sources)
 
-# Omits an option of emscripten that Node no longer accepts; and disables fetch, which emscripten's loader takes for a browser's.
+# Omits an option of emscripten that Node no longer accepts. Disables fetch, which emscripten's loader takes for a browser's.
 find_program(MATHEXPR_NODE NAMES node nodejs REQUIRED)
 set(CMAKE_CROSSCOMPILING_EMULATOR ${MATHEXPR_NODE} --no-experimental-fetch)

@@ -52,7 +52,7 @@ def build():
 
 
 def forget_other_folders():
-    """Removes a build tree with other paths, which CMake refuses: of a moved checkout, or of an older layout."""
+    """Removes a build tree that CMake would refuse, since the checkout has moved or its layout has changed."""
     cache = BUILD / "CMakeCache.txt"
     if not cache.is_file():
         return
@@ -63,7 +63,7 @@ def forget_other_folders():
 
 
 def python_tag():
-    """The versions of Python that the module supports: all from 3.11 on, or only the free-threaded one that built it."""
+    """The wheel's tag for versions of Python: all from 3.11 on, or only the free-threaded one that built it."""
     if FREE_THREADED:
         version = f"cp{sysconfig.get_config_var('py_version_nodot')}"
         return f"{version}-{version}t"
@@ -71,7 +71,7 @@ def python_tag():
 
 
 def platform_tag(module):
-    """The systems that a module runs on, from the symbols that it uses: those with this version of the C library or later."""
+    """The wheel's tag for systems: those with at least the version of the C library that the module's symbols need."""
     system = re.sub("[-.]", "_", sysconfig.get_platform())
     if not system.startswith("linux_"):
         return system

@@ -20,7 +20,7 @@ from pathlib import Path
 import build_native
 from build_native import PACKAGE, TREE
 
-# What the library is built from.
+# The library's sources.
 LIBRARY = ["CMakeLists.txt", "LICENSE", "LICENSES", "MTParserLib", "MathExprRes", "TarnUInfo", "cmake", "include", "mathexpr",
            "platform"]
 OWN = ["CMakeLists.txt", "backend", "mathexpr", "native", "pyproject.toml", "tests"]
@@ -66,7 +66,7 @@ def without_leftovers(entry):
 
 
 def project():
-    """The table project of pyproject.toml."""
+    """The table [project] of pyproject.toml."""
     return tomllib.loads((PACKAGE / "pyproject.toml").read_text(encoding="utf-8"))["project"]
 
 

@@ -3,9 +3,9 @@
 
 """Bulk evaluation over arrays of any kind.
 
-Input: a session with a compiled text, names and their values. Output: an array of float64, or a table or masked array if
-the values are of that kind. Aligned arrays of float64 are used in place; others are converted in blocks of rows. Unusable
-arrays raise an exception before anything is written.
+Input: a session with a compiled text, names and their values. Output: an array of float64; a table or a masked array
+if a value is one. Aligned arrays of float64 are used in place; others are converted in blocks of rows. Unusable arrays
+raise an exception before anything is written.
 """
 
 from __future__ import annotations
@@ -26,7 +26,7 @@ from ._values import Point
 
 _native.use_arrays(np.ndarray, np.empty)
 
-# Rows converted at a time: large enough to hide the cost per block, small enough for the cache. Threads share a block.
+# Rows converted per thread and block: large enough to hide the cost per block, small enough for the cache.
 _ROWS_PER_BLOCK = 1 << 15
 
 _SHAPES = "the shape (n,) for numbers or (n, 3) for points"
@@ -44,7 +44,7 @@ class _Input:
         self.scalar: Any = None
         self.mask: NDArray[np.bool_] | None = None  #: True where a row has no value.
         self.is_masked = False  #: The result becomes a masked array.
-        self.index: Any = None  #: Of a pandas Series or DataFrame.
+        self.index: Any = None  #: Index of a pandas Series or DataFrame.
         self.rows: tuple[int, ...] = ()  #: The shape without the coordinates of points.
         self.is_point = bool(is_point)
         if isinstance(value, (Real, Point)):
@@ -77,7 +77,7 @@ class _Input:
             self.mask = np.broadcast_to(value.mask, value.shape)
             self.array = value.data
             return
-        null_count: Any = getattr(value, "null_count", 0)  # of polars and of Arrow
+        null_count: Any = getattr(value, "null_count", 0)  # an attribute of some containers, a method of others
         null_count = null_count() if callable(null_count) else null_count
         if null_count > 0:
             raise TypeError(f"{self.what} holds nulls; fill them, or drop their rows, for example with .drop_nulls()")
@@ -145,7 +145,10 @@ def evaluate(
     copy: bool = True,
     what: str = "the argument",
 ) -> Any:
-    """See `Expression.evaluate_arrays` and `Function`. With None in points, an array of shape (n, 3) holds points."""
+    """See `Expression.evaluate_arrays` and `Function`. points has one entry per name.
+
+    If an entry is None, an array of shape (n, 3) holds points.
+    """
     if not isinstance(threads, int) or not 1 <= threads <= 0xFFFFFFFF:
         raise ValueError(f"threads is {threads!r}; it is a whole number from 1 on")
     inputs = [_Input(name, value, point, copy, what) for name, value, point in zip(names, values, points)]
@@ -185,7 +188,7 @@ def _check_out(out: object) -> None:
 
 
 def _common_rows(inputs: list[_Input], out: Any, where: Any, copy: bool) -> tuple[int, ...]:
-    """The common shape of the rows, to which all arrays are broadcast. out has that shape, or 3 coordinates per row."""
+    """The common shape of the rows, to which all arrays are broadcast. For points, out has an additional axis of size 3."""
     shapes = {input.what: input.rows for input in inputs if input.array is not None}
     if where is not True:
         shapes["where"] = np.shape(where)
@@ -208,7 +211,7 @@ def _common_rows(inputs: list[_Input], out: Any, where: Any, copy: bool) -> tupl
 
 
 def _spread(*shapes: tuple[int, ...]) -> tuple[int, ...] | None:
-    """The shape to which shapes are broadcast; None if they are incompatible."""
+    """The shape that broadcasting yields; None if the shapes are incompatible."""
     try:
         return np.broadcast_shapes(*shapes)
     except ValueError:
@@ -233,7 +236,7 @@ def _common_index(inputs: list[_Input]) -> Any:
 
 
 def _common_mask(inputs: list[_Input], rows: tuple[int, ...]) -> NDArray[np.bool_] | None:
-    """Which rows have a missing value, as an array over all rows; None if no input is masked."""
+    """Mask of the rows with a missing value; None if no input has a mask."""
     masks = [input.mask for input in inputs if input.mask is not None]
     if not masks:
         return None
@@ -244,7 +247,7 @@ def _common_mask(inputs: list[_Input], rows: tuple[int, ...]) -> NDArray[np.bool
 
 
 def _chosen(where: Any, mask: NDArray[np.bool_] | None, rows: tuple[int, ...]) -> NDArray[np.bool_] | None:
-    """Which rows to compute; None for all."""
+    """Mask of the rows to compute; None for all rows."""
     if where is not True:
         given = np.asarray(where)
         if given.dtype != np.bool_:
@@ -307,7 +310,7 @@ class _Run:
         return out
 
     def chosen_rows(self, out: Any, chosen: NDArray[np.bool_], mask: Any) -> Any:
-        """Computes the chosen rows; the others of out are unchanged."""
+        """Computes the chosen rows; leaves the other rows of out unchanged."""
         columns = [input.spread(self._rows) for input in self._inputs]
         packed = [
             input.scalar if input.array is None else np.ascontiguousarray(column[chosen], np.float64)
@@ -328,7 +331,7 @@ class _Run:
         return out
 
     def flat_columns(self) -> list[Any]:
-        """The columns with a flat row index, to look up the values of a row."""
+        """The columns, indexed by flat row number, to look up the values of a row."""
         columns = [input.spread(self._rows) for input in self._inputs]
         return [
             column if input.array is None else _FlatRows(column, self._rows)
@@ -336,7 +339,7 @@ class _Run:
         ]
 
     def _make(self, columns: list[Any], out: Any) -> Any:
-        """The array for the results. Evaluating the first rows shows whether they are numbers or points."""
+        """Returns out, or a new array. The first row with a value determines whether the results are points."""
         if out is not None:
             return out
         kind = None
@@ -378,7 +381,7 @@ class _Run:
         self._done_count += len(out)
 
     def _check_overlap(self, columns: list[Any], out: Any) -> None:
-        """Raises ValueError unless every result overlaps at most the number of its own row in a column."""
+        """Raises a ValueError if out overlaps a column in any way other than row by row."""
         for input, column in zip(self._inputs, columns):
             if input.array is None or not np.may_share_memory(column, out):
                 continue
@@ -397,7 +400,7 @@ class _Run:
 
 
 class _FlatRows:
-    """A column with a flat row index."""
+    """A column, indexed by flat row number."""
 
     ndim = 1
 
@@ -410,7 +413,7 @@ class _FlatRows:
 
 
 def _blocks(rows: tuple[int, ...], size: int) -> Iterator[tuple[Any, ...]]:
-    """Indices that divide the rows of a shape, in order, into blocks of at most size rows.
+    """Yields indices that split the rows of a shape, in order, into blocks of at most size rows.
 
     >>> list(_blocks((3, 4), 8))
     [(slice(0, 2, None),), (slice(2, 4, None),)]

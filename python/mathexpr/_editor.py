@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Editor services: what an edit box needs while its user types an expression.
+"""Editor services, which an edit box calls while its user types an expression.
 
 Input: any text, also an incomplete or invalid one, and a cursor. Output: named tuples whose positions count characters.
 The expression does not change.
@@ -16,7 +16,7 @@ from . import _native
 from ._native import Session
 from ._values import Value
 
-# By MATHEXPR_TOKEN_... and MATHEXPR_VALUE_...
+# Indexed by MATHEXPR_TOKEN_... and MATHEXPR_VALUE_...
 _KINDS = (
     "number",
     "constant",
@@ -45,7 +45,7 @@ class Token(NamedTuple):
     text: str
     start: int
     depth: int  #: Number of brackets open around the token.
-    partner: int | None  #: Of a bracket: the index of the matching one.
+    partner: int | None  #: For a bracket, the index of the matching one; otherwise None.
 
 
 class Completion(NamedTuple):
@@ -55,10 +55,10 @@ class Completion(NamedTuple):
     kind: str  #: "constant", "function", "variable" or "host name".
     value_kind: str  #: "number", "point", "either" or "unknown".
     description: str  #: One line.
-    value: Value | None  #: Of a constant or variable.
+    value: Value | None  #: Value of a constant or variable.
     start: int  #: The span of the text to replace.
     length: int
-    replacement: str  #: The name; of a function, a valid call.
+    replacement: str  #: The name; for a function, a valid call.
     selection_start: int  #: What to select after the edit: a call's arguments, otherwise an empty span.
     selection_length: int
 
@@ -68,7 +68,7 @@ class Completion(NamedTuple):
 
 
 class Hover(NamedTuple):
-    """The token under a cursor. A text that does not apply is empty."""
+    """The token under a cursor. Strings that do not apply are empty."""
 
     kind: str  #: As in `Token`.
     start: int
@@ -80,8 +80,8 @@ class Hover(NamedTuple):
     unit: str  #: Unit of a function's argument.
     example: str  #: A valid call of the function.
     example_value: Value | None  #: Value of the example.
-    value: Value | None  #: Of a number, a constant, a name, a function call or a bracketed part.
-    value_start: int  #: The part of the text that has this value.
+    value: Value | None  #: Value of a number, a constant, a name, a function call or a bracketed part.
+    value_start: int  #: Span of the text that has this value.
     value_length: int
 
 
@@ -122,7 +122,7 @@ class EditorServices:
         >>> under.help, under.value
         ('sqrt(x)', 1.4142135623730951)
 
-        :param ask_resolver: whether the resolver may be called for names that are not known otherwise
+        :param ask_resolver: whether the resolver may be called for unknown names
         """
         found = self._session.hover(text, _byte_of(text, cursor), ask_resolver)
         start, length = _stretches(text)(*found[1:3])
@@ -177,7 +177,10 @@ class EditorServices:
 
 
 def _byte_of(text: str, position: int) -> int:
-    """Converts a position to bytes of UTF-8. As in slices, negative positions count from the end, and all are clamped."""
+    """Converts a position from characters to bytes of UTF-8.
+
+    As in slices, negative positions count from the end, and positions out of range are clamped.
+    """
     return len(text[:position].encode())
 
 

@@ -38,7 +38,7 @@ class Fix(NamedTuple):
 class Diagnostic(NamedTuple):
     """A failure and its position in the text. Positions count characters."""
 
-    message: str  #: In the user's language, from the environment.
+    message: str  #: In the language that the environment selects.
     message_number: int  #: 1 to 19; 0 if the library has no message for the failure.
     text: str  #: The expression or name, as given.
     start: int = 0
@@ -66,7 +66,7 @@ class Diagnostic(NamedTuple):
 
 
 class MathExprError(Exception):
-    """An expression cannot be compiled or evaluated. The members of the diagnostic are also members of the exception.
+    """An expression cannot be compiled or evaluated. The exception has the diagnostic's main members.
 
     >>> import mathexpr
     >>> try:
@@ -100,7 +100,7 @@ class MathExprError(Exception):
 
 
 class ParsingError(MathExprError):
-    """The text does not compile, or a function got a point for a number."""
+    """The text does not compile, or a function received a point instead of a number."""
 
 
 class DefinitionError(MathExprError):
@@ -137,7 +137,7 @@ class RowsError(MathExprError):
         return f"{failed}; row {self.first_failed}: {super().__str__()}"
 
 
-# By MATHEXPR_KIND_...
+# Indexed by MATHEXPR_KIND_...
 _KINDS = (("refused", RefusedError), ("parsing", ParsingError), ("definition", DefinitionError))
 
 
@@ -157,7 +157,7 @@ def error_of_diagnostic(text: str, members: dict[str, Any]) -> MathExprError:
     return exception(Diagnostic(**members))
 
 
-# By MATHEXPR_DEFINITION_...
+# Messages by MATHEXPR_DEFINITION_...
 _NAME_REFUSALS = {
     12: "a variable needs a name",
     13: "the name of a variable may not be a number",
@@ -196,7 +196,7 @@ def error_of_unread_name(name: str, known: Iterable[str], what: str = "the expre
     return TypeError(f"{what} does not read {name!r}{meant} It reads {', '.join(known) or 'no name'}")
 
 
-# mathexpr_status
+# Values of mathexpr_status.
 _ZERO_IN_TEXT = 7
 _BUSY = 4
 _NO_PROGRAM = 23
@@ -216,7 +216,7 @@ def error_of_status(status: int, text: str) -> Exception:
     return RuntimeError(f"{text} (status {status})")
 
 
-# By MATHEXPR_BULK_...
+# Messages by MATHEXPR_BULK_...
 _REFUSED_COLUMNS = {
     4: "is not a name",
     5: "occurs twice: names are compared without regard to case",

@@ -66,7 +66,7 @@ class Expression(EditorServices):
             self.compile(text)
 
     def compile(self, text: str) -> None:
-        """Compiles another text. After a failure there is nothing to evaluate. The variables are kept in any case.
+        """Compiles another text. After a failure, no text is compiled. Variables are kept in both cases.
 
         :raises MathExprError: if it does not compile
         """
@@ -75,8 +75,8 @@ class Expression(EditorServices):
     def evaluate(self, text: str | None = None) -> Value:
         """Evaluates the compiled text, or compiles and evaluates another one.
 
-        An assignment such as ``a=2`` takes effect at the first successful evaluation. After a failed evaluation it is
-        dropped.
+        An assignment such as ``a=2`` takes effect at the first successful evaluation. A failed evaluation
+        discards it.
 
         >>> expression = Expression()
         >>> expression.evaluate("width=2.5"), expression.evaluate("width*[1,2,0]")
@@ -144,8 +144,8 @@ class Expression(EditorServices):
         array([ 7.85398163, 31.41592654])
 
         :param columns: values of variables that existed when the text was compiled: anything that NumPy converts to
-            numbers of shape (n,), or (n, 3) if the variable is a `Point`; or one value for all rows. A DataFrame is the
-            mapping of its columns. Aligned arrays of float64 are read in place, with any strides; others are converted
+            numbers of shape (n,), or (n, 3) if the variable is a `Point`; or one value for all rows. A DataFrame maps
+            names to its columns. Aligned arrays of float64 are read in place, with any strides; others are converted
             in blocks.
         :param out: receives the values, float64, (n,) or (n, 3); by default a new array. It may be the array of a column
             of numbers, but must not overlap columns in any other way.
@@ -153,10 +153,10 @@ class Expression(EditorServices):
             19, or 256 if the value is a point and `out` holds numbers, or vice versa
         :param threads: number of threads; the results do not depend on it
         :param strict: whether rows without a value are an error. Otherwise they are NaN; see `row_status`.
-        :param copy: False refuses arrays that need conversion
+        :param copy: if False, arrays that need conversion raise an exception
         :returns: `out`, or a new array of float64; a Series for a Series, a masked array for a masked array
         :raises RowsError: if rows have no value; all others have been computed
-        :raises TypeError, ValueError: for unusable arrays; nothing has been changed
+        :raises TypeError, ValueError: for unusable arrays, before anything is written
         """
         if out is None and row_status is None and strict and isinstance(columns, dict):
             answer = self._session.compute(tuple(columns), tuple(columns.values()), threads)
@@ -245,7 +245,7 @@ def evaluate(
     names: Iterable[str] = (),
     limits: Limits | None = None,
 ) -> Value:
-    """Evaluates a text. The last 256 texts stay compiled.
+    """Evaluates a text. The 256 most recently used texts stay compiled.
 
     >>> evaluate("[1,2,0]+[3,4,0]")
     Point(x=4.0, y=6.0, z=0.0)
@@ -353,12 +353,13 @@ def evaluate_arrays(
 ) -> Any:
     """Evaluates a text for each row of arrays, a table or lists; see `Expression.evaluate_arrays`.
 
+    Columns of a DataFrame that the text does not read are ignored.
+
     >>> import numpy as np
     >>> evaluate_arrays("dist(p,[0,0,0])", {"p": np.array([[3.0, 4.0, 0.0], [0.0, 5.0, 12.0]])})
     array([ 5., 13.])
 
-    :param points: names of the columns of points; by default those of shape (n, 3). Columns of a DataFrame that the text
-        does not read are ignored.
+    :param points: names of the columns of points; by default those of shape (n, 3)
     """
     chosen = None if points is None else frozenset(points)
 
@@ -387,13 +388,13 @@ def _is_table(columns: object) -> bool:
 
 
 def _labels(columns: Any) -> Iterable[str]:
-    """The names of columns; a table's iterator may yield something else."""
+    """The names of the columns; iterating over a table may yield the columns themselves."""
     labels: Iterable[str] = columns.columns if _is_table(columns) else columns
     return labels
 
 
 def _looks_like_points(column: Any) -> bool:
-    """Whether a column has the shape (n, 3)."""
+    """Whether a column has two dimensions, as points do."""
     if isinstance(column, (list, tuple)):
         import numpy
 
@@ -402,5 +403,5 @@ def _looks_like_points(column: Any) -> bool:
 
 
 def _point_of(column: object) -> bool | None:
-    """Whether a column not declared as points holds points: None, as its value shows, for a Point; otherwise False."""
+    """Whether a column for a number variable holds points: None (undeclared) for a Point, otherwise False."""
     return None if isinstance(column, Point) else False

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""`function`: a text as a callable of numbers or of arrays."""
+"""`function`: compiles a text to a callable of numbers or arrays."""
 
 from __future__ import annotations
 
@@ -23,7 +23,7 @@ _OPTIONS = {"out": None, "where": True, "threads": 1, "strict": True, "copy": Tr
 
 
 class Function(_native.Function):
-    """A text as a callable, created by `function`.
+    """A compiled text as a callable, created by `function`.
 
     Arguments are given by position or by name. Numbers yield a float or a `Point`; arrays yield an array of float64,
     computed row by row and broadcast like the arguments of NumPy's universal functions:
@@ -31,7 +31,7 @@ class Function(_native.Function):
     - ``out`` receives the results, ``where`` selects the rows to compute
     - ``threads`` is the number of threads; the results do not depend on it
     - ``strict=False`` yields NaN for rows without a value, instead of raising a RowsError
-    - ``copy=False`` refuses arrays that need conversion
+    - ``copy=False`` raises an exception for arrays that need conversion
 
     Functions are hashed and compared by text, arguments and variables, and can be pickled. Any number of threads may
     call a function at the same time.
@@ -46,7 +46,7 @@ class Function(_native.Function):
 
     @property
     def text(self) -> str:
-        """The text."""
+        """The text as given to `function`."""
         return self._text
 
     @property
@@ -151,12 +151,12 @@ compiled = functools.lru_cache(maxsize=256)(_make)
 
 
 def _fold(name: str) -> str:
-    """A name in the form in which names are compared."""
+    """The name with A to Z in lower case, since names ignore their case."""
     return "".join(letter.lower() if letter.isascii() else letter for letter in name)
 
 
 def call(function: Function, positional: tuple[Any, ...], named: dict[str, Any] | None) -> Any:
-    """A call that the native module does not handle: with options, arrays that need conversion, or an error."""
+    """Handles calls that the native module passes on: with options, with arrays that need conversion, or with an error."""
     options = {}
     values = dict(zip(function.arguments, positional))
     if len(positional) > len(function.arguments):

@@ -11,7 +11,7 @@ from ._native import Session
 
 
 class Limits(NamedTuple):
-    """Upper bounds on an accepted text; 0 is no limit."""
+    """Upper bounds on an accepted text; 0 means no limit."""
 
     max_text_length: int = 0  #: Characters as typed.
     max_records: int = 0  #: Values, operators and function calls, counted at each use.
@@ -19,7 +19,7 @@ class Limits(NamedTuple):
 
 
 def set_limits(session: Session, limits: Limits | None) -> None:
-    """Sets the limits of a session, if there are any."""
+    """Sets the limits of a session; None leaves them unchanged."""
     if limits is None:
         return
     for name, limit in zip(Limits._fields, limits):

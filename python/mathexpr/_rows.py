@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Errors of rows without a value, found by evaluating a row again by itself."""
+"""Exceptions for rows without a value; evaluating one row again yields the diagnostic."""
 
 from __future__ import annotations
 
@@ -19,7 +19,7 @@ if TYPE_CHECKING:
 
 
 def raise_refusal(session: Session, names: Iterable[str], values: Iterable[Value]) -> NoReturn:
-    """Evaluates a row's values, and raises the exception."""
+    """Evaluates a row again, and raises its exception."""
     raise _error(session, names, values)
 
 
@@ -48,5 +48,5 @@ def _error(session: Session, names: Iterable[str], values: Iterable[Value]) -> M
         alone.evaluate()
     except MathExprError as error:
         return error
-    # It has succeeded now, since the refusal depends on random numbers.
+    # The second evaluation succeeded: the refusal depends on random numbers.
     return RefusedError(Diagnostic("An item refused its arguments.", 3, session.text))

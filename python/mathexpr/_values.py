@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Values: a float or a `Point`, and the text of either."""
+"""Values (a float or a `Point`), and their text."""
 
 from __future__ import annotations
 
@@ -166,7 +166,7 @@ def format_value(value: Value, digits: int | None = None) -> str:
     >>> format_value(0.1 + 0.2), format_value(0.1 + 0.2, 15)
     ('0.30000000000000004', '0.3')
 
-    :param digits: significant digits, 1 to 17; by default as few as read back to the same value
+    :param digits: significant digits, 1 to 17; by default the fewest that read back to the same value
     :raises ValueError: for any other number of digits
     """
     if digits is None:

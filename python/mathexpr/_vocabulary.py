@@ -9,7 +9,7 @@ from typing import NamedTuple
 
 from . import _native
 
-# By MATHEXPR_ITEM_... and MATHEXPR_FAMILY_...
+# Indexed by MATHEXPR_ITEM_... and MATHEXPR_FAMILY_...
 _KINDS = ("constant", "operator", "function")
 _FAMILIES = ("operators", "core mathematics", "angle", "length", "area", "volume", "geometry", "constants")
 
@@ -19,14 +19,14 @@ class VocabularyItem(NamedTuple):
 
     kind: str  #: "constant", "operator" or "function".
     family: str
-    symbol: str  #: As written in an expression. Overloads share it, as do two operators "-".
+    symbol: str  #: As written in an expression; shared by overloads, and by the two operators "-".
     help: str  #: The usage, such as "sin(x)"; empty for a constant.
     description: str  #: One line; empty for a constant.
-    arg_count: int | None  #: Arguments or operands; None for any number.
-    precedence: int  #: Of an operator, 0 to 4; higher binds tighter.
+    arg_count: int | None  #: Number of arguments or operands; None for any number.
+    precedence: int  #: Precedence of an operator, 0 to 4; a higher number binds tighter.
     unary: bool  #: Whether it is a prefix operator.
     pure: bool  #: Whether the result depends only on the arguments.
-    value: float  #: Of a constant.
+    value: float  #: Value of a constant.
 
 
 class Vocabulary(tuple[VocabularyItem, ...]):

@@ -11,7 +11,7 @@
 0  1  3.0   3.0    6.0
 1  2  4.0   8.0   16.0
 
-Everything is lazy, and partitions are kept. Workers receive the text and compile it for each partition. If a worker dies,
+Evaluation is lazy and keeps the partitions. Workers receive the text and compile it for each partition. If a worker dies,
 others compute its partitions again. A partition that kills several workers, and a row without a value, raise an exception
 in the computation, so the result has either all rows or none.
 """
@@ -53,14 +53,14 @@ def evaluate(
 
 
 def map_blocks(function: Function, *arrays: Any, **options: Any) -> Any:
-    """Applies a function to arrays block by block, with the arrays' blocks aligned as by dask.array.map_blocks.
+    """Applies a function to arrays block by block, with blocks aligned as in dask.array.map_blocks.
 
     >>> import dask.array, mathexpr
     >>> xs = dask.array.arange(6, chunks=2, dtype=float)
     >>> mathexpr.dask.map_blocks(mathexpr.function("x^2+k", "x", "k"), xs, 1).compute()
     array([ 1.,  2.,  5., 10., 17., 26.])
 
-    :param function: created by mathexpr.function, without points in arguments and results
+    :param function: created by mathexpr.function; its arguments and results are numbers
     :param options: options of the function: threads, strict
     """
     if function.points:
@@ -98,18 +98,18 @@ def _result(part: pandas.DataFrame, text: str, variables: dict[str, Value], limi
     with expression:
         expression.compile(text)
         columns = {name: part[labels[name]] for name in expression.host_names}
-        if not columns:  # the number of rows must be known
+        if not columns:  # one column is needed for the number of rows
             unread = "_" * (1 + max(map(len, variables), default=0))
             expression.variables[unread] = 0.0
             columns[unread] = pandas.Series(0.0, index=part.index)
         if len(part):
             return expression.evaluate_arrays(columns)
-        # Without rows, evaluating sample rows of the same types determines the kind of the result.
+        # An empty partition has no results: sample rows of the same types determine their kind.
         expression.evaluate_arrays(columns)
         sample = {name: _sample(column) for name, column in columns.items()}
         return expression.evaluate_arrays(sample, strict=False).iloc[:0].set_axis(part.index)
 
 
 def _sample(column: Any) -> pandas.Series:
-    """Sample rows for a column without rows."""
+    """Sample rows with the type of an empty column."""
     return pandas.Series(np.arange(1, 65), dtype=column.dtype)

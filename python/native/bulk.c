@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// bulk.c - Columns: arrays, which the library reads and writes in place, and values for all rows.
+// bulk.c - Columns: arrays, used in place, and single values for all rows.
 #include "native.h"
 
 #include <string.h>
@@ -11,7 +11,7 @@ PyObject* makeArray;
 
 enum
 {
-    RowsPerCall = 1 << 20,  // after these Python checks for Ctrl-C
+    RowsPerCall = 1 << 20,  // computed between checks for Ctrl-C
     RowsPerTrial = 1024,    // evaluated at a time to determine the kind of the results
     RowsWithoutGil = 64,    // for fewer rows, releasing the GIL costs more than the computation
     Alignment = 8,
@@ -27,7 +27,7 @@ static bool isAligned(const Py_buffer* view)
     return bits % Alignment == 0;
 }
 
-/// Whether a view is of doubles with the shape (n,) or (n, 3).
+/// Whether a view contains doubles and has the shape (n,) or (n, 3).
 static bool isOfDoubles(const Py_buffer* view)
 {
     return view->format != NULL && strcmp(view->format, "d") == 0 &&
@@ -148,7 +148,7 @@ PyObject* outcomeOf(const Columns* columns)
                          columns->outcome.first_status);
 }
 
-/// Evaluates the rows from start on. The caller has entered the session.
+/// Evaluates rowCount rows from start on. The caller has entered the session.
 static bool evaluateRows(Session* session, Columns* self, PyObject* names, Py_ssize_t start, Py_ssize_t rowCount,
                          const mathexpr_results* results, uint32_t threadCount, mathexpr_bulk_outcome* outcome)
 {
@@ -226,7 +226,7 @@ static bool runChunks(Session* session, Columns* self, PyObject* names, const Py
                                 .stride = out->strides[0],
                                 .coordinate_stride = out->ndim == 2 ? out->strides[1] : 0};
     Py_ssize_t start = 0;
-    do  // also without rows, so that errors in the arrays are reported
+    do  // at least once, to report errors in the arrays
     {
         const Py_ssize_t chunk = rowCount - start < RowsPerCall ? rowCount - start : RowsPerCall;
         results.data = (char*)out->buf + start * out->strides[0];

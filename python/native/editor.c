@@ -7,7 +7,7 @@
 
 #include <mathexpr_editor.h>
 
-/// A text in the library's form, while the session is entered.
+/// A text in UTF-8, valid while the session is entered.
 typedef struct
 {
     const char* text;
@@ -22,7 +22,7 @@ static bool begin(Session* self, PyObject* text, Encoded* encoded)
     return encoded->text != NULL && enter(self);
 }
 
-/// Whether there is a result; otherwise sets an exception, preferably that of a callback.
+/// Whether there is a result; otherwise sets an exception. An exception of a callback takes precedence.
 static bool hasAnswer(Session* self, mathexpr_status status)
 {
     Py_CLEAR(self->answeredNames);
@@ -33,7 +33,7 @@ static bool hasAnswer(Session* self, mathexpr_status status)
     return !PyErr_Occurred();
 }
 
-/// A list of what make returns for each element of an array; NULL with an exception.
+/// Calls make for each element of an array, and returns the results as a list; NULL with an exception.
 static PyObject* listOf(const void* elements, size_t count, PyObject* (*make)(const void* elements, size_t index))
 {
     PyObject* list = PyList_New((Py_ssize_t)count);

@@ -10,8 +10,8 @@
 //     anything else             mathexpr._function.call, which converts, and calls value or borrow
 //
 // A lane is the state that one call needs: a session, and the library's function if all arguments are numbers. A call
-// takes the first free lane; if there is none, it creates one, a copy of the original. So there are as many lanes as
-// there have ever been concurrent calls. With a GIL, numbers need no lane, since the GIL is held.
+// takes the first free lane; if there is none, it creates one with a copy of the session. The number of lanes is
+// therefore the maximum number of concurrent calls so far. With a GIL, numbers need no lane, since the GIL is held.
 #include "native.h"
 
 #include <string.h>
@@ -36,7 +36,7 @@ typedef struct
     Py_ssize_t count;
     Session* source;             ///< Has compiled the text; copied to lanes, never run.
     mathexpr_function* numbers;  ///< NULL if an argument is a point, or there are too many.
-    atomic_int kind;             ///< Whether results are points: 1, 0 or KindUnknown.
+    atomic_int kind;             ///< 1 if results are points, 0 if numbers, or KindUnknown.
     _Atomic(Lane*) lanes;        ///< The newest first; NULL at first.
 } Function;
 
@@ -206,7 +206,7 @@ static bool readNumbers(const Function* self, PyObject* arguments, PyObject* key
     return true;
 }
 
-/// Returns a status other than MATHEXPR_OK also if the value is a point.
+/// If the value is a point, the status is not MATHEXPR_OK.
 static mathexpr_status computeNumber(Function* self, const double* numbers, double* result)
 {
 #if defined(Py_GIL_DISABLED)
@@ -250,7 +250,7 @@ static PyObject* value(Function* self, PyObject* values)
     {
         answer = hook("mathexpr._rows", "raise_refusal", "(OOO)", lane->session, self->names, values);
     }
-    else if (!PyErr_Occurred())  // an array instead of a value
+    else if (!PyErr_Occurred())  // an array instead of a number or a Point
     {
         answer = hook("mathexpr._values", "to_record", "(O)", PyTuple_GetItem(values, (Py_ssize_t)unfit));
     }
@@ -297,8 +297,7 @@ static PyObject* callArrays(Function* self, PyObject* arguments, uint32_t thread
     return answer;
 }
 
-/// The value of threads=, or 1 without keywords. 0 if there are other keywords or the value is not a count, which the slow
-/// path refuses.
+/// The value of threads=; 1 without keywords. 0 for other keywords or an invalid value, which take the general path.
 static uint32_t threadCountOf(PyObject* keywords)
 {
     if (keywords == NULL)

@@ -5,7 +5,7 @@
 //
 // The module is written in C over mathexpr.h and Python's stable ABI. It contains what must be fast: a handle of the
 // library (Session), a text as a callable (Function), and arrays passed to bulk evaluation in place (Columns).
-// Everything else is Python code, which is called by the name of its module (hook).
+// Everything else is Python code, called by the names of module and function (hook).
 //
 //     values.c     Python values <-> records of the library
 //     failures.c   statuses and diagnostics -> exceptions
@@ -16,8 +16,8 @@
 //     module.c     the module, and functions without a handle
 //
 // Locks. With a GIL, a call that does not release it needs no lock. A Session is used by one thread at a time: the
-// thread that enters it owns it until it leaves. Meanwhile other threads are refused (Session) or take another lane
-// (Function).
+// thread that enters it owns it until it leaves. Meanwhile, a Session refuses other threads, and a Function gives them
+// another lane.
 #pragma once
 
 #define PY_SSIZE_T_CLEAN
@@ -65,9 +65,9 @@ typedef struct Session
     PyObject* answeredNames;      ///< Names for the diagnostic in progress: a list of bytes, or NULL.
     PyObject* text;               ///< The last text given to compile, valid or not; NULL before the first.
     PyObject* usedNames;          ///< Dictionary of the folded names that the program reads; NULL until needed.
-    PyThreadState* suspended;     ///< Of the thread that released the GIL for this session, for callbacks.
+    PyThreadState* suspended;     ///< State of the thread that released the GIL for this session, for callbacks.
     atomic_ulong owner;           ///< The thread that has entered; 0 if none has.
-    unsigned depth;               ///< How many times its owner has entered.
+    unsigned depth;               ///< How often the owner has entered without leaving.
 } Session;
 
 extern PyTypeObject* sessionType;
@@ -76,15 +76,15 @@ extern PyType_Spec sessionSpec;
 /// False if another thread has entered; sets no exception.
 bool tryEnter(Session* self);
 
-/// The same, but also false if this thread has entered.
+/// Like tryEnter, but also false if this thread has already entered.
 bool tryEnterFirst(Session* self);
 
-/// tryEnter; raises a RuntimeError on failure, and a ValueError if the session is closed.
+/// Like tryEnter, but sets a RuntimeError on failure. Fails with a ValueError if the session is closed.
 bool enter(Session* self);
 
 void leave(Session* self);
 
-/// Sets the exception for a status of this session, which has been entered; preferably the exception of a callback.
+/// Sets the exception for a status of this session, which has been entered; an exception of a callback has precedence.
 void raiseFailure(Session* self, mathexpr_status status);
 
 /// A session with the same variables, limits and compiled text; NULL with an exception. Waits for a thread that has
@@ -108,7 +108,7 @@ typedef struct
     size_t count;
     Py_ssize_t rowCount;  ///< -1 if no column is an array.
     mathexpr_column_utf8* columns;
-    mathexpr_value* constants;  ///< Of columns with one value for all rows.
+    mathexpr_value* constants;  ///< Values of the columns with one value for all rows.
     Py_buffer* views;           ///< obj is NULL for those columns.
     mathexpr_bulk_outcome outcome;
 } Columns;
@@ -121,15 +121,15 @@ typedef enum
 } OpenResult;
 
 /// Opens columns. names is a tuple of str; values are arrays of aligned doubles, (n,) or (n, 3), numbers or Points.
-/// Close them whatever the result. unfit receives the index of a column that needs conversion.
+/// Call closeColumns whatever the result. unfit receives the index of a column that needs conversion.
 OpenResult openColumns(Columns* self, PyObject* names, PyObject* values, size_t* unfit);
 void closeColumns(Columns* self);
 
-/// Whether the results are points: 1 or 0; -1 if no row has a value, -2 with an exception. All rows with a value have
-/// one of the same kind. names are used in exceptions.
+/// Whether the results are points: 1 or 0; -1 if no row has a value, -2 with an exception. All values have
+/// the same kind. names are used in exceptions.
 int kindOfRows(Session* session, Columns* columns, Py_ssize_t rowCount, PyObject* names);
 
-/// Fills an array of doubles of shape (n,) or (n, 3), and statuses if given. outcome describes all rows.
+/// Fills an array of doubles of shape (n,) or (n, 3), and statuses if given. outcome covers all rows.
 bool runRows(Session* session, Columns* columns, PyObject* names, PyObject* out, PyObject* rowStatus,
              uint32_t threadCount);
 
@@ -146,14 +146,14 @@ extern PyObject* makeArray;
 /// Whether all values are NumPy arrays or plain numbers, and at least one is an array.
 bool areArrays(PyObject* values);
 
-/// Kind of results that is not known yet.
+/// The kind of results before it is known.
 enum
 {
     KindUnknown = -1
 };
 
-/// Returns a new array with the results of all rows. knownKind says whether they are points, or receives it. NULL with
-/// an exception, also if rows have no value.
+/// Returns a new array with the results of all rows. knownKind is 1 for points and 0 for numbers;
+/// if it is KindUnknown, it receives the kind. NULL with an exception, also if rows have no value.
 PyObject* computeRows(Session* session, Columns* columns, PyObject* names, PyObject* values, uint32_t threadCount,
                       atomic_int* knownKind);
 

@@ -10,7 +10,7 @@
 
 PyTypeObject* sessionType;
 
-/// Texts of at least this many bytes take long enough to release the GIL.
+/// Releasing the GIL pays off for texts of at least this many bytes.
 enum
 {
     LongText = 10000
@@ -73,7 +73,7 @@ void leave(Session* self)
     }
 }
 
-/// Releases the GIL for a long text. Callbacks acquire it while they run.
+/// Releases the GIL for a long text. Callbacks acquire it again while they run.
 static void suspend(Session* self, Py_ssize_t length)
 {
     if (length >= LongText)
@@ -126,7 +126,7 @@ static int32_t lookUp(void* context, const char* name, size_t length, mathexpr_v
     return result;
 }
 
-/// The names of the host as a list of bytes, from a new iteration.
+/// Iterates over the host's names, and returns them as a list of bytes.
 static PyObject* encodedNames(PyObject* names)
 {
     PyObject* list = PySequence_List(names);
@@ -273,7 +273,7 @@ static bool compileText(Session* self, PyObject* text)
     suspend(self, length);
     const mathexpr_status status = mathexpr_set_expression_utf8(self->handle, encoded, (size_t)length);
     resume(self);
-    if (status == MATHEXPR_OK || status > MATHEXPR_BULK_REFUSED)  // otherwise nothing was changed
+    if (status == MATHEXPR_OK || status > MATHEXPR_BULK_REFUSED)  // otherwise nothing has changed
     {
         replace(&self->text, Py_NewRef(text));
         Py_CLEAR(self->usedNames);
@@ -446,7 +446,7 @@ static PyObject* setVariable(Session* self, PyObject* const* arguments, Py_ssize
     return done ? Py_NewRef(Py_None) : NULL;
 }
 
-/// Reads a variable; a KeyError if there is none. Without value, removes it.
+/// Reads a variable; removes it if value is NULL. Sets a KeyError if there is none.
 static bool findVariable(Session* self, PyObject* name, mathexpr_value* value)
 {
     Py_ssize_t length = 0;

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""The build backend with an earlier build. The installed package shows that it builds."""
+"""The build backend after an earlier build. The installed package proves that building works."""
 
 import sys
 from pathlib import Path

@@ -160,7 +160,7 @@ def test_missing_values_stay_missing():
     assert str(values.dtype) == "Float64" and values.isna().tolist() == [False, True, False] and values[9] == 4
     values = SUM(pandas.Series([1.5, None], dtype="Float64"), pandas.Series([None, 1], dtype="Int8"))
     assert values.isna().tolist() == [True, True]
-    assert np.isnan(DOUBLE(pandas.Series([1, np.nan]))).tolist() == [False, True]  # not a number is a number
+    assert np.isnan(DOUBLE(pandas.Series([1, np.nan]))).tolist() == [False, True]  # NaN is a value, not a missing one
 
 
 def test_a_missing_value_is_no_row_that_fails():

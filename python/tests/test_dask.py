@@ -1,10 +1,10 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""The example of a partitioned table: all rows or a clear failure, also if workers die, and its command line.
+"""The example of a partitioned table, and its command line: all rows or a clear failure, even if workers die.
 
-Workers die because this process kills them while they compute. The closures that wait for it are sent to the workers with
-their code.
+Workers die because this process kills them while they compute. The closures that wait to be killed are sent to
+the workers with their code.
 """
 
 import os
@@ -75,7 +75,7 @@ def left_behind(folder):
 
 
 def after(step):
-    """Evaluates partitions that have passed another step on the same worker."""
+    """Returns an evaluation that runs another step first, on the same worker."""
 
     def evaluate(frame, assignment):
         return mathexpr.dask.evaluate(frame.map_partitions(step, meta=frame._meta), assignment)
@@ -139,7 +139,7 @@ def test_nothing_is_left_of_what_a_worker_writes_meanwhile(tmp_path, monkeypatch
     remove_all = shutil.rmtree
 
     def lose_the_race(folder, ignore_errors):
-        """Leaves a folder as if a file had appeared after the folder was listed for removal."""
+        """Simulates a file that appears after the folder was listed for removal."""
         (folder / "drafts" / "late").write_text("1")
         assert ignore_errors
         monkeypatch.setattr(shutil, "rmtree", remove_all)

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Editor services: the C++ tests check the results; these tests check that Python gets all of them, in characters."""
+"""Editor services: the C++ tests check the results; these tests check that Python receives them, counted in characters."""
 
 import threading
 from pathlib import Path
@@ -24,7 +24,7 @@ def texts_of_the_language():
 
 
 def prefixes(step=1):
-    """Prefixes of all texts, and some with characters of 2, 3 and 4 bytes before them."""
+    """Prefixes of all texts; some follow characters of 2, 3 and 4 bytes."""
     for number, text in enumerate(texts_of_the_language()):
         for end in range(number % step, len(text) + 1, step):
             yield text[:end]

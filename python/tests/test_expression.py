@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Values, variables, the resolver, limits, and the end of an expression."""
+"""Values, variables, the resolver, limits, and the lifetime of an expression."""
 
 import gc
 import math

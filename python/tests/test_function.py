@@ -282,7 +282,7 @@ def test_a_text_that_stays_compiled_is_told_by_names_and_kinds():
     assert mathexpr.evaluate("2*x", {"x": 3}) == 6
     assert mathexpr.evaluate("2*x", {"x": Point(1)}) == Point(2)
     assert mathexpr.evaluate("2*x", {"y": 1, "x": 4}) == 8
-    assert mathexpr.evaluate("2*x", {"X": 1, "x": 5}) == 10  # the last one counts
+    assert mathexpr.evaluate("2*x", {"X": 1, "x": 5}) == 10  # the last one wins
     with pytest.raises(mathexpr.ParsingError):
         mathexpr.evaluate("2*x", {"y": 1})
     with pytest.raises(mathexpr.ParsingError):

@@ -78,7 +78,7 @@ def test_numexpr_takes_names_from_the_caller():
         mathexpr.evaluate("2*w")
 
 
-# The rows whose cells are compared literally: both compute, or each has its documented result.
+# Rows whose cells are evaluated literally: both agree, or each yields its documented result.
 COMPARED = {
     "x**2", "2**3**2", "-2**2", "1e-3", "-7 % 3", "7 // 2", "0.0**0", "a and b", "1 < x < 3", "x if c else y", "math.log(x)",
     "round(2.5)",

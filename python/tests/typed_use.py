@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Uses of the package for a type checker, which checks the types of the results. Never run."""
+"""Uses of the package, for type checkers; never run."""
 
 from typing import assert_type
 

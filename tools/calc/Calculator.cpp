@@ -41,7 +41,7 @@ RaisedException describe(const mathexpr::DefinitionException& exception)
             toUtf8(newest.data.conflictItemName), toUtf8(newest.file), newest.line, exception.entries.size()};
 }
 
-/// Runs a part of the work, and records exceptions in the answer.
+/// Calls work, and records its exceptions in the answer.
 template <class Work>
 void guarded(Answer& answer, Work work)
 {
@@ -192,8 +192,8 @@ std::optional<mathexpr::ExpressionDiagnostic> Calculator::diagnose()
     return mathexpr::hasFailed(failed) ? std::optional(mathexpr::getDiagnostic(failed)) : std::nullopt;
 }
 
-// The result does not say where it failed. But a text that compiled has left a program, which a bulk evaluation of no
-// rows detects.
+// A one-shot calculation does not report the failed stage. But a text that compiled has left a program, which a bulk
+// evaluation of zero rows detects.
 Answer::Stage Calculator::stageOfOneShotFailure()
 {
     VALTYPE unused;
@@ -203,7 +203,7 @@ Answer::Stage Calculator::stageOfOneShotFailure()
     return isCompiled ? Answer::Stage::Evaluate : Answer::Stage::Compile;
 }
 
-// Otherwise the next successful expression would make a failed assignment.
+// Otherwise the next successful expression would carry out the failed assignment.
 void Calculator::dropAssignment() noexcept
 {
     if (oneShot)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Calculator.h - computes expressions one after the other, according to the options.
+// Calculator.h - computes a sequence of expressions, according to the options.
 #pragma once
 
 #include "mathexpr/CMathExpr.h"
@@ -38,7 +38,7 @@ public:
     /// Notes on the names of the host service.
     const mathexpr::IMathExprNameNotes& hostNotes() const { return hostNames; }
 
-    /// The names that the next expression can use: variables in the order of definition, then names of the host that
+    /// Names that the next expression can use: variables in the order of definition, then names of the host that
     /// have not been looked up yet.
     std::vector<NamedValue> namedValues();
 
@@ -46,8 +46,8 @@ public:
     void setVariable(const wchar_t* name, const VALTYPE& value);
 
 private:
-    /// Fills in the values. answer.failed is the current stage until the end, so that it is right for exceptions as
-    /// well.
+    /// Fills in the values. Keeps answer.failed at the current stage, also when an exception propagates, and resets it
+    /// on success.
     void run(const std::wstring& text, Answer& answer);
 
     void prepareObject();

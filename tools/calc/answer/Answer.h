@@ -19,7 +19,7 @@ struct ShownMessage
     std::string text;
 };
 
-/// An exception of the library: its newest entry, and the number of entries. Fields that its kind lacks are 0 or empty.
+/// An exception of the library: its newest entry, and the number of entries. Fields that do not apply are 0 or empty.
 struct RaisedException
 {
     enum class Kind
@@ -48,9 +48,9 @@ struct Answer
     };
 
     std::string expression;              ///< As given; all texts here are UTF-8.
-    std::optional<Stage> failed;         ///< The stage that failed; nothing on success.
-    std::vector<VALTYPE> values;         ///< Of the successful evaluations.
-    std::vector<ShownMessage> messages;  ///< In order.
+    std::optional<Stage> failed;         ///< The stage that failed; absent on success.
+    std::vector<VALTYPE> values;         ///< One per successful evaluation.
+    std::vector<ShownMessage> messages;  ///< In the order shown.
     std::optional<RaisedException> exception;
     std::optional<mathexpr::ExpressionDiagnostic> diagnostic;  ///< The library's diagnostic, if it failed.
     std::vector<std::string> asked;  ///< Names looked up in the host, in order, whether found or not.

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Escapes some characters with a backslash, and quotes the whole as a single-quoted word of a shell.
+/// Puts a backslash before each escaped character, and the result in single quotes, as a word of a shell.
 std::string shellWord(std::string_view text, std::string_view escaped = {})
 {
     std::string word = "'";

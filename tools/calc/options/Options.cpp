@@ -4,7 +4,7 @@
 // Options.cpp - the command line.
 //
 // All options are long, and expressions are never passed to the option parser: it would read "-2^2" as a short option
-// and "[1,2]" as a list. So the arguments are sorted first, using the parser's table of options.
+// and "[1,2]" as a list. The arguments are therefore sorted first, using the parser's table of options.
 
 #include "tools/calc/options/Options.h"
 
@@ -29,7 +29,7 @@ namespace {
 
 constexpr const char* usageLine = "Usage: mathexpr [OPTION]... [--] [EXPRESSION]...";
 
-/// Bounded, because the values of an expression are kept in memory.
+/// Bounded, because all values of an expression are kept in memory.
 constexpr std::uint32_t maxRepeat = 1'000'000;
 
 constexpr std::uint32_t mostThreads = 256;
@@ -39,7 +39,7 @@ class HelpFormatter final : public CLI::Formatter
 public:
     std::string make_usage(const CLI::App*, std::string) const override { return std::string(usageLine) + "\n"; }
 
-    /// The option and its description, without its conflicts and requirements, which the error messages mention.
+    /// The option and its description. Omits its conflicts and requirements, which the error messages mention.
     std::string make_option(const CLI::Option* option, bool) const override
     {
         constexpr std::size_t indentation = 26;
@@ -58,7 +58,7 @@ public:
     }
 };
 
-/// The value of an option for an integer from lowest to highest, in decimal digits.
+/// Parses an option's value: a decimal integer from lowest to highest.
 std::uint32_t wholeNumber(const std::string& option, const std::string& text, std::uint32_t lowest,
                           std::uint32_t highest)
 {

@@ -26,7 +26,7 @@ struct Options
         std::string heading;
     };
 
-    /// A table over which the expressions are computed.
+    /// A table; the expressions are evaluated for each row.
     struct Table
     {
         std::string file;  ///< "-": standard input.
@@ -43,9 +43,8 @@ struct Options
     std::vector<HostName> hostNames;
     std::optional<Table> table;
     std::uint32_t repeat = 1;                 ///< Number of evaluations per program.
-    std::optional<std::uint32_t> maxInteger;  ///< The limit of one-shot calculation; if absent, expression objects are
-                                              ///< used.
-    std::optional<std::uint32_t> digits;      ///< Of values; if absent, the usual number, or exact for a table.
+    std::optional<std::uint32_t> maxInteger;  ///< For one-shot calculation; if absent, expression objects are used.
+    std::optional<std::uint32_t> digits;      ///< Of values; if absent, usualDigits, or exactDigits for a table.
     std::string wanted;                       ///< Words to search for in the vocabulary, instead of computing.
     bool json = false;
     bool silent = false;
@@ -54,7 +53,7 @@ struct Options
     std::vector<std::string> described;  ///< Items to describe, instead of computing; UTF-8.
 };
 
-/// The program is done (help, version) or has reported an error, and exits with this status.
+/// The program has printed help or the version, or has reported an error, and exits with this status.
 struct ExitStatus
 {
     int status;
@@ -64,7 +63,7 @@ struct ExitStatus
 inline constexpr int statusOk = 0;
 inline constexpr int statusFailure = 1;
 inline constexpr int statusUsage = 2;
-inline constexpr int statusInterrupted = 130;  ///< A shell's status of a program ended by Ctrl-C.
+inline constexpr int statusInterrupted = 130;  ///< The status that shells report after Ctrl-C.
 
 /// Parses the command line. Help and version go to standard output, errors with a usage line to standard error.
 std::variant<Options, ExitStatus> readOptions(int argc, const char* const* argv);

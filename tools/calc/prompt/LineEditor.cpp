@@ -4,10 +4,10 @@
 // LineEditor.cpp - libedit with additional key bindings.
 //
 // libedit redraws the line if a key's function requests it, but not after a character at the end of the line. The
-// signature is in libedit's right-hand prompt. It follows the cursor only because every key that may change it redraws:
-// brackets, commas, cursor movements.
+// signature is libedit's right-hand prompt. So every key that may change it requests a redraw: brackets, commas, cursor
+// movements.
 //
-// A function with work to do after the redraw pushes an internal key, which is bound to the function that does it.
+// A key's function that has work to do after the redraw pushes an internal key, whose function does the work.
 #include "tools/calc/prompt/LineEditor.h"
 
 #include "tools/calc/prompt/PromptHistory.h"
@@ -46,7 +46,7 @@ constexpr std::size_t mostShown = 100;
 constexpr const char* endLineKey = "\r";
 constexpr const char* showCandidatesKey = "\x1e";
 
-/// libedit decodes characters by the locale. If that is not UTF-8, select one that is. Only the prompt is running.
+/// Selects a UTF-8 locale, because libedit decodes characters by the locale. Thread-safe, since only the prompt runs.
 // NOLINTBEGIN(concurrency-mt-unsafe)
 void wantUtf8()
 {
@@ -60,8 +60,8 @@ void wantUtf8()
 
 volatile std::sig_atomic_t isEditing = 0;
 
-/// When the terminal changes its size, libedit assumes that the screen is empty, so text after the cursor would stay on
-/// it. The next key redraws the line.
+/// Erases the text after the cursor when the terminal is resized: libedit then assumes that the screen is empty, and
+/// would leave that text on it. The next key redraws the line.
 void eraseBehindCursor(int)
 {
     constexpr std::string_view eraseBelow = "\033[J";
@@ -73,7 +73,7 @@ void eraseBehindCursor(int)
     errno = error;
 }
 
-/// libedit also handles the signal, and forwards it.
+/// libedit also handles the signal, and forwards it to this handler.
 void noteResizing()
 {
     struct sigaction action = {};
@@ -321,7 +321,7 @@ private:
         el_set(editor, EL_BIND, endLineKey, "ed-newline", nullptr);
     }
 
-    /// Ends the line below everything shown, without the signature.
+    /// Ends the line after a redraw that omits the signature.
     static unsigned char endLine(EditLine* editor, Ending ending)
     {
         self(editor).ending = ending;
@@ -390,7 +390,7 @@ private:
         return CC_REFRESH;
     }
 
-    /// Shown below the line, which is then redrawn.
+    /// Shows the candidates below the line, and redraws the line.
     static unsigned char showCandidates(EditLine* editor, int)
     {
         LineEditor& me = self(editor);

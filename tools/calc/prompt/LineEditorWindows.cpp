@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LineEditorWindows.cpp - there is no line editor; the console's own does.
+// LineEditorWindows.cpp - no line editor: Windows' console edits lines itself.
 #include "tools/calc/prompt/LineEditor.h"
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): elsewhere the line editor keeps them
+// NOLINTNEXTLINE(performance-unnecessary-value-param): other systems store the hooks
 std::unique_ptr<LineReader> makeLineEditor(LineEditorHooks)
 {
     return nullptr;

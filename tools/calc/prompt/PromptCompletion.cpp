@@ -72,7 +72,7 @@ Completion completeExpression(const MathExpression& expression, const mathexpr::
     }
     const mathexpr::TextSpan replaced = items.front().edit.span;
     const std::wstring rest = behind.substr(0, replaced.start + replaced.length - before.size());
-    if (rest.find(L' ') != std::wstring::npos)  // one word for the language, but not for the user
+    if (rest.find(L' ') != std::wstring::npos)  // the language joins words across blanks, users do not
     {
         return {};
     }

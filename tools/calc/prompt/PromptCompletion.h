@@ -15,7 +15,7 @@ struct Completion
 {
     std::size_t replacedBefore = 0;  ///< Number of bytes to replace before the cursor,
     std::size_t replacedBehind = 0;  ///< and after it.
-    /// UTF-8, without duplicates, the best first. Candidates that begin with the typed text; if there are none, those
+    /// UTF-8, without duplicates, the best first: candidates that begin with the typed text; if there are none, those
     /// that begin with it ignoring case; if there are none either, all that match otherwise, such as the conversions of
     /// a unit.
     std::vector<std::string> candidates;
@@ -27,5 +27,5 @@ struct Completion
 Completion complete(const MathExpression& expression, const mathexpr::IMathExprNameNotes* notes,
                     std::string_view before, std::string_view behind);
 
-/// The longest common beginning of all candidates.
+/// The longest common prefix of all candidates.
 std::string commonBeginning(const std::vector<std::string>& candidates);

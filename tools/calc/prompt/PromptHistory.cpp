@@ -170,7 +170,7 @@ void PromptHistory::read()
     }
 }
 
-// Another session that has the file open continues to write to the old one; what it adds from then on is lost.
+// Another session that has the file open continues to write to the old one; the lines that it adds are lost.
 void PromptHistory::shorten()
 {
     std::string text;

@@ -20,13 +20,13 @@ public:
     PromptHistory& operator=(const PromptHistory&) = delete;
     ~PromptHistory();
 
-    /// The oldest first, at most 1000; without ill-formed lines.
+    /// The lines, the oldest first: at most 1000, without ill-formed ones.
     const std::vector<std::string>& lines() const { return kept; }
 
     /// Appends a line at once, so that nothing is lost in a crash. Does nothing after an error.
     void add(const std::string& line);
 
-    /// Why lines are not saved; empty if they are. Reported once.
+    /// Why lines are not saved; empty if they are, and after the first call.
     std::string takeTrouble();
 
 private:

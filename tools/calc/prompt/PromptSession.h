@@ -28,10 +28,10 @@ public:
     /// The arguments must outlive the session.
     PromptSession(const Options& options, Calculator& calculator);
 
-    /// How failures are shown from now on.
+    /// Sets how failures are shown.
     void setStyle(const TerminalStyle& newStyle);
 
-    /// Where settings are saved from now on.
+    /// Sets the file in which settings are saved.
     void keepSettingsIn(const std::string& file);
 
     /// The correction of the last line, if it failed and has an unambiguous one; otherwise empty.

@@ -18,6 +18,6 @@ struct Signature
     std::string after;
 };
 
-/// The innermost open call; nothing outside calls, or if there is no such function.
+/// The signature of the innermost open call; nothing outside of calls, or if the function is unknown.
 /// @param text  from the beginning of the line to the cursor
 std::optional<Signature> signatureAt(const MathExpression& expression, std::string_view text);

@@ -12,6 +12,6 @@
 /// Notes on an answer that did not fail; usually none.
 std::vector<std::string> notesOn(const Answer& answer);
 
-/// What to type instead of a word of other programs, such as "quit"; empty for all other lines.
+/// What to type instead of a command of other programs, such as "quit"; empty for all other lines.
 /// @param atPrompt  whether prompt commands are available
 std::string wordNote(std::string_view line, bool atPrompt);

@@ -33,7 +33,7 @@ std::string printable(std::wstring_view text)
     return toUtf8(line);
 }
 
-/// The columns of one unit of the text; each unit of a surrogate pair has one.
+/// The width of one unit of the text in columns; each unit of a surrogate pair has one.
 std::size_t widthOf(wchar_t unit)
 {
     return displayWidth(printable({&unit, 1}));
@@ -45,7 +45,7 @@ bool belongsToPrevious(wchar_t unit)
     return (unit >= 0xDC00 && unit <= 0xDFFF) || widthOf(unit) == 0;
 }
 
-/// The first unit to show, so that at most columns columns precede the failure.
+/// The first unit to show, so that the text before the failure takes at most `columns` columns.
 std::size_t beginOfExcerpt(std::wstring_view text, std::size_t start, std::size_t columns)
 {
     std::size_t first = start;
@@ -64,7 +64,7 @@ std::size_t beginOfExcerpt(std::wstring_view text, std::size_t start, std::size_
     return first;
 }
 
-/// The end of the text to show, so that it takes at most columns columns from the start of the failure on.
+/// The end of the text to show, so that the text from the failure on takes at most `columns` columns.
 std::size_t endOfExcerpt(std::wstring_view text, std::size_t start, std::size_t columns)
 {
     std::size_t end = start;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DiagnosticText.h - shows a person where an expression failed.
+// DiagnosticText.h - shows users where an expression failed.
 #pragma once
 
 #include "mathexpr/ExpressionDiagnostic.h"
@@ -11,8 +11,8 @@
 #include <string_view>
 
 /// The text with a caret under each column of the failure, then the library's hints. Each line is indented and ends
-/// with a line feed. Of a text that is long, or wider than the terminal, only the part around the failure is shown, so
-/// that the caret stays below what it marks.
+/// with a line feed. A text that is long, or wider than the terminal, is cut to the part around the failure, so that
+/// the caret stays below the failure.
 /// @param expression  as typed
 std::string diagnosticText(std::wstring_view expression, const mathexpr::ExpressionDiagnostic& diagnostic,
                            const TerminalStyle& style = {});

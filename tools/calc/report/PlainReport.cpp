@@ -41,7 +41,7 @@ std::string exceptionText(const RaisedException& exception)
     return text + ".";
 }
 
-/// Where the expression failed, on lines of their own.
+/// Where the expression failed, on separate lines.
 std::string whereText(const Answer& answer, const TerminalStyle& style)
 {
     const auto expression = toWide(answer.expression);

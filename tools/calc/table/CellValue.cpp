@@ -17,8 +17,8 @@ namespace {
 
 constexpr std::size_t mostShown = 40;  // characters of a cell
 
-/// The value of a literal that is too large or too small. Its exponent decides which, or the digits before its decimal
-/// point.
+/// The value of a literal outside the range of double: 0 or infinity. Its exponent decides which; without an exponent,
+/// the digits before its decimal point.
 double outOfRange(std::string_view text)
 {
     const bool isNegative = text.starts_with('-');
@@ -84,7 +84,7 @@ std::optional<VALTYPE> pointIn(std::string_view cell)
     return value;
 }
 
-/// Whether a cell would be a number without these marks, such as marks of thousands.
+/// Whether a cell would be a number without these marks, such as thousands separators.
 bool hasMarks(std::string_view cell, std::string_view marks)
 {
     return cell.find_first_of(marks) != std::string_view::npos &&

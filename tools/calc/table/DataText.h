@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DataText.h - values in tables, for programs: with exponents such as e-07, which programs read and expressions do not.
-// Whole numbers up to 2^53 have all their digits.
+// DataText.h - formats values in tables, for programs. Exponents have the form e-07, which programs read, but
+// expressions do not. Whole numbers up to 2^53 have all their digits.
 #pragma once
 
 #include "mathexpr/ValType.h"
@@ -11,7 +11,7 @@
 #include <cstdint>
 #include <string>
 
-/// @param digits  significant digits, or exactDigits: as few as read back to the same bits
+/// @param digits  significant digits, or exactDigits: the fewest that read back to the same bits
 void appendData(std::string& text, double number, std::uint32_t digits);
 
 /// A number as it is, a point as [x,y,z].

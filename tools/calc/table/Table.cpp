@@ -433,7 +433,7 @@ private:
         }
         catch (const std::system_error&)
         {
-            // The system starts no more threads; continue with the present ones.
+            // The system starts no more threads; continue with those that run.
         }
         work(workers.front());
         for (std::thread& thread : threads)
@@ -513,7 +513,7 @@ private:
         stopped = true;
     }
 
-    /// Called after the last readable row.
+    /// Throws if the table ended because it is unreadable or the user interrupted.
     void end(TableBlocks::Outcome outcome) const
     {
         if (outcome == TableBlocks::Outcome::Unreadable)

@@ -15,7 +15,7 @@ namespace {
 /// Large enough to hide the cost per block, small enough for a cache.
 constexpr std::size_t usualSize = std::size_t{1} << 19;
 
-/// A longer row is taken for an unclosed quote.
+/// A longer row is treated as an unclosed quote.
 constexpr std::size_t longestRow = std::size_t{64} << 20;
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";

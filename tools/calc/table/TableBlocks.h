@@ -14,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-/// A block of rows; the last one ends with its line end or the table.
+/// A block of whole rows. The last row of the table may lack its line end.
 class TableBlock
 {
 public:

@@ -114,7 +114,7 @@ void TableReader::makeViews()
             views.push_back(raw);
             continue;
         }
-        unquoted.reserve(scanned.cells.size());  // so that they are not moved
+        unquoted.reserve(scanned.cells.size());  // reallocation would invalidate the views
         std::string& text = unquoted.emplace_back();
         for (std::size_t at = 0; at < raw.size(); ++at)
         {

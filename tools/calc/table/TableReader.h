@@ -35,7 +35,7 @@ struct TableRow
         QuoteOpen,  ///< The table ends in the row, within quotes.
     };
 
-    std::vector<TableCell> cells;  ///< If the row is complete.
+    std::vector<TableCell> cells;  ///< Set if the row is complete.
     std::size_t end = 0;           ///< After its line end.
     std::uint64_t lineCount = 0;
 
@@ -64,7 +64,7 @@ public:
     const std::vector<std::string_view>& cells() const { return views; }
     /// The last row as it is in the table, without its line end.
     std::string_view rowText() const { return row; }
-    /// Its first line, from 1.
+    /// Number of the last row's first line, from 1.
     std::uint64_t line() const { return rowLine; }
 
 private:

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableStage.cpp - results of an earlier stage form a column of numbers or of points only as long as their kind does
-// not change, so rows are evaluated in runs of one kind; usually all rows are one run.
+// TableStage.cpp - evaluates rows in runs of one kind. A column of bulk evaluation contains either numbers or points,
+// but the results of an earlier stage may change their kind from row to row. Usually all rows are one run.
 #include "tools/calc/table/TableStage.h"
 
 #include "mathexpr/BulkEvaluation.h"
@@ -47,7 +47,7 @@ void TableStage::evaluate(const TableBatch& batch, const std::deque<TableStage>&
     }
 }
 
-/// The end of the rows for which every stage that is read has results of one kind.
+/// The end of the run from begin on in which each stage that is read has results of one kind.
 std::size_t TableStage::endOfKind(const std::deque<TableStage>& stages, std::size_t begin, std::size_t end) const
 {
     for (const Source& source : sources)

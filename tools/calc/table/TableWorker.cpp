@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TableWorker.cpp - computes the rows of a block in batches. Each batch passes all stages in order.
+// TableWorker.cpp - computes the rows of a block in batches. Each batch passes through all stages in order.
 #include "tools/calc/table/TableWorker.h"
 
 #include "tools/calc/table/CellValue.h"
@@ -21,7 +21,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// The message display belongs to the whole process.
+/// Guards the message display, which belongs to the whole process.
 std::mutex messages;
 
 std::string cellsText(std::size_t count)
@@ -90,7 +90,7 @@ TableResult TableWorker::compute(std::string_view rows, std::uint64_t firstLine)
     return result;
 }
 
-/// The row as it is, with as many cells as there are headings.
+/// The row's text, with separators removed or added at its end, so that it has as many cells as the headings.
 std::string TableWorker::textOfRow(const TableReader& reader) const
 {
     std::string text(reader.rowText());

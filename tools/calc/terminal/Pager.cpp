@@ -19,7 +19,7 @@ namespace {
 /// @return whether the text has been shown
 bool showIn(const char* pager, const std::string& text)
 {
-    // The user's own LESS variable wins, for colours and short texts.
+    // For colours and short texts. The user's own LESS variable takes precedence.
     setenv("LESS", "FRX", 0);                     // NOLINT(concurrency-mt-unsafe): the prompt has one thread
     failOnClosedPipes();                          // the user may quit the pager early
     std::FILE* const stream = popen(pager, "w");  // NOLINT(cert-env33-c): the user's own command

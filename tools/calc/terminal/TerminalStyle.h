@@ -13,11 +13,11 @@
 
 struct TerminalStyle
 {
-    std::size_t columns = 1000;  ///< Of the terminal; at the default, nothing is shortened.
+    std::size_t columns = 1000;  ///< Width of the terminal; the default shortens nothing.
     bool coloured = false;
     bool atPrompt = false;               ///< Whether prompt commands are available.
-    bool isTerminal = false;             ///< Whether a person reads the notes beside the values.
-    std::uint32_t digits = usualDigits;  ///< Of values.
+    bool isTerminal = false;             ///< Whether notes are shown with the values.
+    std::uint32_t digits = usualDigits;  ///< Significant digits of values.
 
     /// Formats an error in red.
     std::string failure(std::string_view text) const;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DisplayWidth.cpp - adds up the widths of the characters. Terminals disagree on characters that join to one image, so
-// the sum is the best available estimate.
+// DisplayWidth.cpp - adds up the widths of the characters. Terminals disagree on characters that combine into one
+// glyph, so the sum is the best available estimate.
 #include "tools/calc/text/DisplayWidth.h"
 
 #include <utf8.h>

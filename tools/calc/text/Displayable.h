@@ -12,7 +12,7 @@
 /// Control characters, ill-formed bytes and characters that change the writing direction are shown as numbers, such as
 /// \x1B and \u202E. A longer text is cut between two characters, and ends in "...".
 /// @param text  any bytes
-/// @param most  greatest number of characters shown; 0 for all
+/// @param most  maximum number of characters shown; 0 for all
 std::string displayable(std::string_view text, std::size_t most = 60);
 
 /// Whether the character changes the writing direction of a terminal, or ends such a change.

@@ -9,12 +9,12 @@
 #include <cstdint>
 #include <string>
 
-/// Numbers of significant digits: as many as most people want to read, and as many as read back to the same bits.
+/// Numbers of significant digits: the default, the maximum, and the fewest that read back to the same bits.
 constexpr std::uint32_t usualDigits = 15;
 constexpr std::uint32_t mostDigits = 17;
 constexpr std::uint32_t exactDigits = 0;
 
-/// A number as an expression reads it, independent of the locale; "nan", "inf" and "-inf", which no expression reads.
+/// A number in the syntax of expressions, independent of the locale. "nan", "inf" and "-inf" are not valid there.
 std::string numberText(double number, std::uint32_t digits = exactDigits);
 
 /// The 16 hexadecimal digits of a double, the most significant first.

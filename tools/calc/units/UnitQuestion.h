@@ -7,8 +7,7 @@
 //     3 inch to mm      i2mm(3)                 5'6"         f2mm(5)+i2mm(6)
 //     90 deg to rad     d2r(90)                 11'6-7/8"    f2mm(11)+i2mm(6+7/8)
 //
-// The expression is only a suggestion, which teaches the user the function's name: it is not computed instead of what
-// was typed.
+// The expression is a suggestion that teaches the user the function's name; it never replaces what was typed.
 #pragma once
 
 #include <optional>

@@ -85,7 +85,7 @@ std::string tailOf(const mathexpr::VocabularyItem& item)
     return item.kind == mathexpr::VocabularyKind::Constant ? numberText(item.value) : toUtf8(item.description);
 }
 
-/// An expression and its outcome, in words that hold in both modes of the library.
+/// An expression and its outcome, described in the same way for both modes of the library.
 struct Computed
 {
     std::string expression;
@@ -202,7 +202,7 @@ void printDescription(const mathexpr::VocabularyItem& item)
     printComputed("Points", notes.points);
 }
 
-/// Up to three names with the longest common beginning with a name, in the order of the vocabulary.
+/// Up to three names that share the longest prefix with a name, in the order of the vocabulary.
 std::vector<std::wstring> namesThatBeginAlike(const std::wstring& name)
 {
     std::vector<std::wstring> alike;
@@ -226,7 +226,7 @@ std::vector<std::wstring> namesThatBeginAlike(const std::wstring& name)
     return alike;
 }
 
-/// The names that the library suggests for this name if it is unknown in an expression.
+/// The names that the library suggests if an expression contains this unknown name.
 std::vector<std::wstring> nearestNames(const std::wstring& name)
 {
     MathExpression object(true, nullptr);
