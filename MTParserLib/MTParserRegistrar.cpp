@@ -102,7 +102,7 @@ void MTParserRegistrar::setSyntax(const SyntaxCharacters& characters)
         raise(mathexpr::DefinitionError::DecimalPointIsPointBracket, {}, {});
     }
 
-    const std::array<wchar_t, 4> all{decimalPoint, separator, opening, closing};
+    const std::array all{decimalPoint, separator, opening, closing};
     const auto refuseIn = [&](std::uint32_t exID, std::wstring_view defined) {
         const std::size_t at = defined.find_first_of(all.data(), 0, all.size());
         if (at != std::wstring_view::npos)

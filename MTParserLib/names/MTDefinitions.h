@@ -59,6 +59,8 @@ struct MTConstantDefinition
     VALTYPE value;
 };
 
+inline constexpr std::size_t nbAsciiCharacters = 128;
+
 /// Distinguishes characters that can only be part of a name or number from those that may end one: the first character of
 /// an operator's symbol, a bracket, the separator and "=".
 class MTPlainCharacters
@@ -67,7 +69,7 @@ public:
     bool contains(wchar_t character) const noexcept
     {
         const auto code = static_cast<std::size_t>(character);
-        return code < ascii ? plain[code] : plainBeyondAscii;
+        return code < nbAsciiCharacters ? plain[code] : plainBeyondAscii;
     }
 
     /// @return the index of the first character from an index on that is not plain; the text's size if there is none
@@ -83,14 +85,13 @@ public:
     void set(wchar_t character, bool isPlain) noexcept
     {
         const auto code = static_cast<std::size_t>(character);
-        (code < ascii ? plain[code] : plainBeyondAscii) = isPlain;
+        (code < nbAsciiCharacters ? plain[code] : plainBeyondAscii) = isPlain;
     }
 
     MTPlainCharacters() noexcept { plain.fill(true); }
 
 private:
-    static constexpr std::size_t ascii = 128;
-    std::array<bool, ascii> plain;
+    std::array<bool, nbAsciiCharacters> plain;
     bool plainBeyondAscii = true;  // one flag for all of them
 };
 
@@ -117,7 +118,7 @@ struct MTDefinitions
     bool hasHostItems = false;     // of classes that are not the library's
     SyntaxCharacters syntax;
     MTPlainCharacters plainCharacters;
-    std::array<std::size_t, 128> firstOperator;  // by the ASCII character that its symbol begins with
+    std::array<std::size_t, nbAsciiCharacters> firstOperator;  // by the ASCII character that its symbol begins with
 
     MTDefinitions() noexcept { indexCharacters(); }
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FastEvaluation.cpp - mathexpr_evaluate, which jumps into scalar code whenever it can. It is a separate source file
-// so that the compiler cannot inline the slow path, whose registers every call would then save.
+// FastEvaluation.cpp - mathexpr_evaluate, which jumps into scalar code whenever it can. It is a separate source file so
+// that the compiler cannot inline the slow path: every call would then save the registers that the slow path needs.
 #include "mathexpr/c/Evaluation.h"
 
 namespace {
@@ -40,8 +40,7 @@ mathexpr_status mathexpr_evaluate(mathexpr_expression* handle, mathexpr_value* v
         if (const MTScalarStep* const first = mathexpr::EngineAccess::fastPathOf(expression))
         {
             FastEvaluation evaluation{handle, MATHEXPR_OK};
-            MTScalarCode::run(first, value, &fastEvaluationOwner, &evaluation);
-            return evaluation.status;
+            return MTScalarCode::run(first, value, &fastEvaluationOwner, &evaluation) ? MATHEXPR_OK : evaluation.status;
         }
     }
     return evaluateInFull(handle, value);
