@@ -91,7 +91,7 @@ BulkError checkResults(const BulkResults& results, std::size_t rowCount) noexcep
     return shared ? BulkError::ResultsOverlap : BulkError::None;
 }
 
-/// Index of the first column whose name an earlier one has; columnCount if all names differ.
+/// Index of the first column with the name of an earlier column; columnCount if all names differ.
 std::size_t findColumnTwice(const BulkColumn* columns, std::size_t columnCount)
 {
     MTNameIndex names;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CMathExpr.cpp - one call around an expression object.
+// CMathExpr.cpp - compiles and evaluates with an expression object in one call.
 #include "mathexpr/CMathExpr.h"
 
 #include "mathexpr/EngineAccess.h"

@@ -68,8 +68,8 @@ void offerValues(NameSuggestions& suggestions, const KnownNames& names, std::wst
     }
 }
 
-/// Before a bracket, only functions are candidates; elsewhere everything with a value, and functions without their
-/// brackets.
+/// Before a bracket, only functions are candidates. Elsewhere, candidates are everything with a value, and functions
+/// whose brackets are missing.
 std::vector<std::wstring> suggestionsFor(const MTFailure& failure, const KnownNames& names)
 {
     NameSuggestions suggestions(failure.itemName);

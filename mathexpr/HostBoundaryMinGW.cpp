@@ -22,7 +22,7 @@ ExceptionState& stateOf(abi::__cxa_eh_globals* globals) noexcept
     return *reinterpret_cast<ExceptionState*>(globals);
 }
 
-/// Keeps a count here and moves the rest to the host. The difference may wrap around below zero.
+/// Leaves this count in the library and adds the rest to the host's count. The difference may wrap around below zero.
 void moveCount(const mathexpr::HostRuntime& host, unsigned int remaining) noexcept
 {
     ExceptionState& own = stateOf(abi::__cxa_get_globals());

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MessageDisplay.cpp - shows a message by number: loads its text and passes it to the thread's display, otherwise to
-// the process's, otherwise to the platform's message box.
+// MessageDisplay.cpp - shows a message by number: loads its text and passes it to the display of the thread. A thread
+// without a display uses that of the process; without either, the platform shows a message box.
 
 #include "mathexpr/MessageDisplay.h"
 
@@ -19,7 +19,7 @@ namespace {
 
 mathexpr::ProcessMessageDisplay messageDisplay;
 
-/// Null if the process's display applies.
+/// Null if the thread uses the display of the process.
 PLATFORM_THREAD_SLOT(const mathexpr::ProcessMessageDisplay*, threadsDisplay);
 
 }

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t maxSuggestions = 3;
 
-/// A name of one letter allows no error, since nothing of it would be left.
+/// A name of one letter allows no error, since an error could replace the whole name.
 std::size_t forgivenIn(std::size_t length)
 {
     return length < 2 ? 0 : length < 5 ? 1 : length < 9 ? 2 : 3;
@@ -61,8 +61,8 @@ std::vector<std::wstring> NameSuggestions::take()
     return names;
 }
 
-/// The edit distance (optimal string alignment). Computed only near the diagonal, where it can be small enough, so that
-/// long names take linear time. Larger distances are returned as forgiven + 1.
+/// The edit distance (optimal string alignment). Only cells near the diagonal can hold small distances, so only these
+/// are computed, and long names take linear time. Larger distances are returned as forgiven + 1.
 std::size_t NameSuggestions::distanceTo(std::wstring_view name)
 {
     const std::wstring other = mathexpr::inLowerCase(name);

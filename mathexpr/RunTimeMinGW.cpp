@@ -8,7 +8,7 @@
 // The run-time library allocates thread-local slots and never frees them: a host that loads and unloads the library
 // would run out of slots after about a thousand times. Here everything is released when the library is unloaded, and a
 // thread's data when the thread ends. For the same reason nothing in the library is thread_local (see
-// platform/ThreadSlot.h). The functions are those of the C++ ABI; the linker prefers them to the library's.
+// platform/ThreadSlot.h). These are functions of the C++ ABI; the linker prefers them to those of the run-time library.
 
 #include "platform/KeptWhileLoaded.h"
 
@@ -52,8 +52,8 @@ public:
             // not covered: an allocated slot accepts a value
             if (state == nullptr || !FlsSetValue(index, state))
             {
-                // The run-time library would terminate the process here. With one shared record for all threads without
-                // memory, the exception that reports the lack of memory can still propagate.
+                // The run-time library would terminate the process here. Instead, all threads without memory share one
+                // record, so that the exception that reports the lack of memory can still propagate.
                 std::free(state);
                 state = &spare;
             }
@@ -123,8 +123,8 @@ struct ExceptionHeader
 
 static_assert(sizeof(ExceptionHeader) == 160);
 
-/// Memory for exceptions thrown when there is none left. The run-time library's own reserve is behind a mutex that it
-/// creates, with memory, when it first locks it.
+/// Memory for exceptions that are thrown after memory has run out. The reserve of the run-time library is unsuitable:
+/// its mutex allocates memory when it is first locked.
 class Reserve
 {
 public:
@@ -199,9 +199,9 @@ extern "C" void abi::__cxa_free_exception(void* object) noexcept
     release(static_cast<unsigned char*>(object) - sizeof(ExceptionHeader));
 }
 
-// A record that refers to an exception elsewhere; it is no larger than an exception's header. The library creates none,
-// but without these two functions the linker would add the run-time library's, and with them the functions replaced
-// above.
+// A record that refers to an exception elsewhere; it is no larger than the header of an exception. The library creates
+// none. Without these two functions the linker would add those of the run-time library, and with them the functions
+// that are replaced above.
 
 // not covered: never called, see above
 extern "C" abi::__cxa_dependent_exception* abi::__cxa_allocate_dependent_exception() noexcept

@@ -5,8 +5,8 @@
 // detach: releases what the library keeps, unless the process is ending.
 //
 // Everything runs on the host's thread; attach runs under the loader's lock. The handle is written once, before any
-// other entry point can run, and only read afterwards. It is not released here: TarnUInfo releases what it has loaded
-// when it is unloaded itself, which happens right after this library.
+// other entry point can run, and only read afterwards. It is not released here: TarnUInfo is unloaded right after this
+// library, and releases the libraries that it has loaded.
 
 #include "mathexpr/MessageSource.h"
 

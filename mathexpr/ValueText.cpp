@@ -3,9 +3,9 @@
 //
 // ValueText.cpp - see ValueText.h.
 //
-// The language multiplies a mantissa and a power of ten when it reads the text, so the shortest digits of a number need
-// not read back to it. The exact text is therefore found with the language's own arithmetic: among powers of ten near
-// the number's own, the mantissa with the shortest text whose product is the number.
+// The language reads "2e+3" as a product, 2*10^3, so the shortest digits of a number may read back to another number.
+// The exact text is therefore found with the language's own arithmetic: for powers of ten near that of the number, the
+// shortest mantissa whose product with the power is the number.
 #include "mathexpr/ValueText.h"
 
 #include "MTParserLib/vocabulary/Operators.h"
@@ -21,10 +21,10 @@ namespace mathexpr {
 
 namespace {
 
-/// Up to here every whole number is a double; larger ones are not written with all digits.
+/// Up to this bound, every whole number is a double. Larger numbers are not written with all digits.
 constexpr double maxWholeNumber = 9007199254740992.0;  // 2^53
 
-/// The greatest integer literal that all expressions accept.
+/// The largest integer literal that all expressions accept.
 constexpr std::string_view maxIntegerLiteral = "2147483647";
 
 /// Bounds on the power of ten of the first digit of plain decimals.
@@ -133,7 +133,7 @@ bool isFiniteAndNotZero(double number) noexcept
     return std::isfinite(number) && number != 0.0;
 }
 
-/// As the language computes it.
+/// The power of ten as the language computes it.
 double powerOfTen(int exponent) noexcept
 {
     return ExpOp::of(10.0, exponent);
@@ -186,7 +186,7 @@ void appendExact(double number, NumberText& text) noexcept
     text.appendPlain(number);
 }
 
-/// Whether the language certainly reads this mantissa and power of ten as neither 0 nor infinity.
+/// Whether the language certainly reads this mantissa and power of ten as a finite number other than 0.
 bool staysInRange(const Decimal& decimal) noexcept
 {
     constexpr double margin = 1.0 + 8 * std::numeric_limits<double>::epsilon();

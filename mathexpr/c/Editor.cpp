@@ -70,7 +70,7 @@ struct KeptAnswer
     std::vector<Element> elements;
 };
 
-/// Calls work with the expression and the text, if these and the result's structure are valid.
+/// Calls work with the expression and the text if they and the result structure are valid.
 template <class Encoding, class Answer, class Work>
 mathexpr_status serve(mathexpr_expression* handle, const typename Encoding::Unit* text, std::size_t length,
                       const Answer* answer, Work work) noexcept
@@ -99,7 +99,7 @@ mathexpr_status serve(mathexpr_expression* handle, const typename Encoding::Unit
     });
 }
 
-/// Writes a result. Stores what it points to, and releases what the previous result of the same function pointed to.
+/// Writes a result and stores the data that it points to. Releases the data of this function's previous result.
 template <class Encoding, class Answer, class Kept>
 mathexpr_status answerWith(mathexpr_expression& expression, const Answer& known, Answer* given,
                            std::shared_ptr<Kept> kept)
@@ -110,7 +110,7 @@ mathexpr_status answerWith(mathexpr_expression& expression, const Answer& known,
     return MATHEXPR_OK;
 }
 
-/// Writes a list of what is kept. Its structure has a size, a reserved field, the elements and their number.
+/// Writes a list of the stored elements. Its structure has a size, a reserved field, the elements and their number.
 template <class Encoding, class List, class Kept>
 mathexpr_status answerWithList(mathexpr_expression& expression, List* given, std::shared_ptr<Kept> kept)
 {

@@ -3,8 +3,8 @@
 //
 // Function.cpp - implements the functions of mathexpr.h: programs with positional arguments.
 //
-// A function and its copies share an expression object, which never changes after it has compiled the text. Each of
-// them runs the program with its own slots and arguments.
+// A function and its copies share an expression object, which never changes after it has compiled the text. Each copy
+// runs the program with its own slots and arguments.
 #include "MTParserLib/names/MTNameIndex.h"
 #include "MTParserLib/run/MTBoundFunction.h"
 #include "mathexpr/Variables.h"
@@ -53,7 +53,7 @@ bool hasNameTwice(const std::vector<std::wstring>& names)
     return false;
 }
 
-/// Compiles a text again for a function, with the present values of an expression's variables.
+/// Compiles a text again for a function, with the current values of the expression's variables.
 std::shared_ptr<const mathexpr_function::Source> makeSource(MathExpression& expression, const std::wstring& text,
                                                             const std::vector<std::wstring>& arguments)
 {

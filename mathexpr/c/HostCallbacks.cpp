@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Calls the host. Other uses of the library in the callback show messages in their own way.
+/// Calls the host. Other objects that the callback uses do not show messages in the display of this expression.
 template <class Call>
 auto callHost(Call call)
 {

@@ -78,7 +78,7 @@ mathexpr_status getVariable(const mathexpr_expression* handle, const typename En
     });
 }
 
-/// Finds the offending part of a name.
+/// Finds the invalid part of a name.
 template <class Encoding>
 mathexpr_name_refusal refusalOf(const SMTDefExcepData& data)
 {

@@ -4,10 +4,10 @@
 // Completion.cpp - collects matching candidates, drops those that the object would refuse, and builds items from the
 // best.
 //
-// Not every name is tried. Whether the object accepts a value depends only on its kind, and whether it accepts a call
-// also on the number of records and brackets. So one representative of each class is tried, in the text up to the
-// cursor with all open brackets closed; constants are tried individually. A candidate owns no text, since most
-// candidates are dropped.
+// Not every name is tried. Whether the object accepts a value depends only on the kind of the value; for a call, also
+// on the number of records and brackets. So one representative of each class is tried, in the text up to the cursor
+// with all open brackets closed. Constants are tried individually. A candidate owns no text, since most candidates are
+// dropped.
 #include "mathexpr/Completion.h"
 
 #include "mathexpr/EngineAccess.h"
@@ -31,13 +31,13 @@ namespace mathexpr {
 namespace editor {
 namespace {
 
-/// Minimum number of index names to consider, so that the best of them are found even if few are requested.
+/// Minimum number of index names to consider, so that the best ones are found even if only a few are requested.
 constexpr std::size_t leastConsidered = 256;
 
 /// Unknown kind, match, not of the required kind, position in recent, length, position among the candidates.
 using Rank = std::tuple<bool, Match, bool, std::size_t, std::size_t, std::size_t>;
 
-/// A candidate. It refers to data of the object, the vocabulary, the host's names and their notes.
+/// A candidate. It points to data of the object, the vocabulary, the host's names and their notes.
 struct Candidate
 {
     TokenKind kind;
@@ -173,7 +173,7 @@ private:
         }
     }
 
-    /// Passes the kinds of the host's names before the cursor to the trial: they decide what is accepted at the cursor.
+    /// Passes the kinds of host names before the cursor to the trial: they determine what is accepted at the cursor.
     void tellKinds()
     {
         for (const TextToken& token : reading.tokens())
@@ -226,7 +226,7 @@ private:
         hostNames.push_back({name, known});
     }
 
-    /// Whether the name is the host's alone, and not a variable or part of the language.
+    /// Whether only the host knows the name: it is not a variable and not part of the language.
     bool isHostsAlone(const std::wstring& name) const
     {
         const MTParserRegistrar& registrar = names.registrar();
@@ -315,7 +315,7 @@ private:
         return match == Match::None && isConversion ? Match::Meaning : match;
     }
 
-    /// The part of a call that does not follow the cursor already.
+    /// The part of a call that the text after the cursor does not already contain.
     std::wstring_view insertedCall(const FunctionFacts& facts) const
     {
         const bool opensBracket = place.following == L'[' || place.precedesWord;

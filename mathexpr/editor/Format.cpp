@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Format.cpp - joins the tokens, with or without a blank between each two. The compiler ignores blanks, so the program
-// cannot change.
+// Format.cpp - joins the tokens, with or without a blank between adjacent tokens. The compiler ignores blanks, so the
+// program cannot change.
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
 #include "mathexpr/TextEdits.h"

@@ -18,7 +18,7 @@
 namespace mathexpr::editor {
 namespace {
 
-/// No fixed-count function has more; functions with any number of arguments are called with three.
+/// The maximum for functions with a fixed number of arguments. Functions with any number are called with three.
 constexpr std::uint32_t maxArguments = 4;
 constexpr std::uint32_t argumentsOfAny = 3;
 
@@ -81,13 +81,13 @@ SampleRun runSample(const MTFunctionDefinition& function, const SampleArguments&
 }
 
 /// The message of a function of one number for an argument outside its domain.
-/// @param arguments  valid ones, of which the first is changed
+/// @param arguments  valid arguments; the first one is replaced by values that may be outside the domain
 Message::Id domainOf(const MTFunctionDefinition& function, SampleArguments arguments)
 {
-    for (const double x : {-1.0, 2.0, 3e9})
+    for (const double x : {-1.0, 3e9})
     {
         arguments.values.front().x = x;
-        const Message::Id refusal = runSample(function, arguments, 1).refusal;
+        const Message::Id refusal = runSample(function, arguments, function.nbArgs).refusal;
         if (expectedInsteadOf(refusal) == Expected::InDomain)
         {
             return refusal;
@@ -96,7 +96,7 @@ Message::Id domainOf(const MTFunctionDefinition& function, SampleArguments argum
     return Message::None;
 }
 
-/// The names in the brackets of a usage line; for the one function whose usage has none, the coordinates.
+/// The names in the brackets of a usage line; the coordinates for the one function whose usage has no brackets.
 std::vector<std::wstring> parametersOf(const std::wstring& help)
 {
     const std::size_t open = help.find(L'(');

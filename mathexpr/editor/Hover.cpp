@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Hover.cpp - describes a token from the vocabulary, and evaluates a part of the text. The evaluation uses a separate
-// object, and is skipped if code of the host could run.
+// object, and is skipped if host code could run.
 #include "MTParserLib/MTMessage.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
@@ -84,8 +84,8 @@ private:
         return static_cast<std::size_t>(next - tokens.begin());
     }
 
-    /// The part of the text that an opening bracket begins, including the called function.
-    /// @param open  index of a bracket that has a partner
+    /// The part of the text in a pair of brackets, including the brackets and the called function.
+    /// @param open  index of an opening bracket that has a partner
     TextSpan partOf(std::size_t open) const
     {
         std::size_t begin = open;

@@ -16,7 +16,7 @@ namespace mathexpr {
 namespace editor {
 namespace {
 
-/// Whether a bracket follows the token, so that it is a call, whatever its name.
+/// Whether a bracket follows the token, which makes it a call, whatever its name.
 bool isCalled(const TextReading& reading, const TextToken& token)
 {
     const std::size_t next = reading.typed().find_first_not_of(L' ', endOf(token));
@@ -71,7 +71,7 @@ RenamedText renamed(const TextReading& reading, const std::vector<TextToken>& us
     return result;
 }
 
-/// Index of the first use that is read differently under its new name; the number of uses if there is none.
+/// Index of the first use whose new name is not read as a use of that name; the number of uses if there is none.
 std::size_t firstReadOtherwise(const MathExpression& expression, const RenamedText& text, std::wstring_view newName)
 {
     const TextReading reading(expression, text.text);

@@ -179,7 +179,7 @@ private:
         return isSquare ? TokenKind::Shorthand : TokenKind::Bracket;
     }
 
-    /// Assigns under the same condition as the compiler: nothing waits on the stack.
+    /// Assigns under the same condition as the compiler: no operator, call or open bracket is pending.
     void assign(std::size_t at)
     {
         if (operatorWaits || !open.empty())

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Trial.cpp - the trial is both service and name source of a separate object, and answers in place of the original's
-// host.
+// Trial.cpp - the trial is both service and name source of a separate object, and replaces the host of the original
+// object.
 #include "mathexpr/editor/Trial.h"
 
 #include "mathexpr/Diagnostics.h"

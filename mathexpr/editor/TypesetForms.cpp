@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TypesetForms.cpp - the tables of forms. If the language groups differently than readers expect, as in -2^2, both
-// readings get brackets.
+// TypesetForms.cpp - the tables of forms. If the language groups operands differently than readers expect, as in -2^2,
+// the output has brackets in either case.
 #include "mathexpr/editor/TypesetForms.h"
 
 #include <algorithm>

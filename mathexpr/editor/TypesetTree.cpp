@@ -216,7 +216,7 @@ private:
         return true;
     }
 
-    /// Called after a value. Every operator has its operands: one more value was read than there are binary operators.
+    /// Called after a value. Every operator has its operands then, since values outnumber binary operators by one.
     void emitDownToWall()
     {
         while (!waiting.empty() && waiting.back().kind != Waiting::Kind::Wall)

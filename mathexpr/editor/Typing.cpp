@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Typing.cpp - compiles a text in a separate object. A text is unfinished if its failure is at its end and some
-// continuation is accepted. Continuations are tried, so that no second grammar is needed.
+// Typing.cpp - compiles a text in a separate object. A text is unfinished if it fails at its end and some continuation
+// is accepted. Continuations are found by trial compilation, so no second grammar is needed.
 #include "mathexpr/Completion.h"
 #include "mathexpr/EngineAccess.h"
 #include "mathexpr/HostBoundary.h"
@@ -36,7 +36,7 @@ bool isAtTheEnd(const ExpressionDiagnostic& failure, std::wstring_view typed)
     }
 }
 
-/// Whether a name that is accepted here begins with the last word.
+/// Whether the last word is a prefix of a name that is accepted here.
 bool isBeginningOfName(const MathExpression& expression, const TextReading& reading)
 {
     const std::wstring typed(reading.typed());

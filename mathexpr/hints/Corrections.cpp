@@ -19,7 +19,7 @@ namespace {
 
 using Pieces = std::vector<TextPiece>;
 
-/// Operators that bind their right operand too tightly for a product or quotient to follow without brackets.
+/// Operators after which a product or quotient needs brackets, since they bind their right operand too tightly.
 constexpr std::wstring_view tighter = L"/%^";
 
 /// Length of the number at the beginning; a second decimal point ends it.
@@ -35,7 +35,7 @@ std::size_t lengthOfNumber(std::wstring_view word)
     return length == 1 && pointSeen ? 0 : length;
 }
 
-/// Adds brackets to a product if its neighbours would separate it.
+/// Adds brackets to a product if a neighbouring operator would take only one of its factors.
 /// @param behind  index of the piece after the product
 std::wstring asOperand(const Pieces& pieces, std::size_t at, std::size_t behind, const std::wstring& product)
 {
@@ -117,7 +117,7 @@ std::wstring withBracketsBeforePlus(const std::wstring& text, const KnownNames& 
     return textOf(pieces);
 }
 
-/// Whether a factor begins with a piece that is not a number.
+/// Whether the piece begins a factor other than a number.
 bool isFactor(const TextPiece& piece, const TextPiece& next, const KnownNames& names)
 {
     return piece.isMark(L'(') ||

@@ -22,10 +22,10 @@
 namespace mathexpr {
 namespace {
 
-/// Longer texts are not typed by users, and are not corrected.
+/// Maximum length of a text to correct. Users do not type longer texts.
 constexpr std::size_t maxCorrected = 1000;
 
-/// Of longer corrections, only the part that differs is quoted.
+/// Maximum length of a correction that is quoted in full. Of longer ones, only the changed part is quoted.
 constexpr std::size_t maxQuoted = 60;
 
 /// Replaces the placeholders of a sentence.
@@ -82,7 +82,7 @@ bool compiles(const std::wstring& text, const MTParser& parser, const KnownNames
     }
 }
 
-/// The difference between two texts, in whole words.
+/// The part in which two texts differ, extended to whole words.
 ExpressionFix differenceOf(std::wstring_view typed, std::wstring_view corrected)
 {
     const auto [typedAt, correctedAt] = std::mismatch(typed.begin(), typed.end(), corrected.begin(), corrected.end());
@@ -105,7 +105,7 @@ ExpressionFix differenceOf(std::wstring_view typed, std::wstring_view corrected)
             std::wstring(corrected.substr(begin, corrected.size() - tail - begin))};
 }
 
-/// A corrected text as it is quoted in a sentence.
+/// The quotation of a corrected text in a sentence.
 std::wstring quoted(const std::wstring& corrected, const ExpressionFix& fix)
 {
     return corrected.size() <= maxQuoted ? corrected : fix.replacement;
@@ -285,8 +285,8 @@ private:
         return true;
     }
 
-    /// A name that only the host's service may know, with a final "e" before "+": mentioned, not corrected. The final
-    /// "e" of an unknown name is part of the operator "e+".
+    /// Mentions a name that only the host's service may know, with a final "e" before "+". It is not corrected, since
+    /// the final "e" of an unknown name is part of the operator "e+".
     bool addUnknownBeforePlus()
     {
         const std::size_t end = std::size_t{diagnostic.start} + diagnostic.length;
@@ -299,7 +299,7 @@ private:
         return true;
     }
 
-    /// For a function's name without brackets, its arguments are described instead of repeating the name.
+    /// For a function name without brackets, describes its arguments instead of repeating the name.
     void addSuggestions()
     {
         if (diagnostic.message == Message::UnknownName && names.isFunction(diagnostic.itemName))

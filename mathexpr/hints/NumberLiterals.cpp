@@ -59,7 +59,7 @@ Literal literalOf(std::wstring_view text)
     return literal;
 }
 
-/// The readings of a literal; unchanged if it has none, or is already valid.
+/// The possible readings of a literal; the literal itself if it has none, or is already valid.
 NumberReadings readingsOf(std::wstring_view text)
 {
     const Literal literal = literalOf(text);

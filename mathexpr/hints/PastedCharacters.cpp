@@ -107,7 +107,7 @@ wchar_t plain(wchar_t character)
     return twin != nullptr ? twin->meant : character;
 }
 
-/// Start of the last operand of a text: of a word, or of brackets with the function before them.
+/// Start of the last operand of a text, which is a word, or brackets and the function before them.
 std::size_t beginOfLastOperand(std::wstring_view text)
 {
     std::size_t end = text.size();
@@ -125,7 +125,7 @@ std::size_t beginOfLastOperand(std::wstring_view text)
     return static_cast<std::size_t>(text.rend() - mark);
 }
 
-/// Whether a minus is a sign, and not between two operands.
+/// Whether a minus is a sign, not a subtraction.
 bool isSign(std::wstring_view text, std::size_t at)
 {
     if (text[at] != L'-')

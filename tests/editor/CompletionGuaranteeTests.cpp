@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CompletionGuaranteeTests.cpp - everything that is proposed can be evaluated, and nothing that could be is missing:
-// all names after short texts, and some names after each beginning of the language tests' texts.
+// CompletionGuaranteeTests.cpp - every completion can be evaluated, and none is missing. Tested with all names after
+// short texts, and with some names after each prefix of the language tests' texts.
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/IMathFunction.h"
 #include "mathexpr/SMTDefExcepData.h"
@@ -24,8 +24,8 @@ namespace {
 using mathexpr::CompletionItem;
 using mathexpr::TokenKind;
 
-/// The ways to close a text: every open call with a list of numbers or of points. Empty if more than three brackets are
-/// open.
+/// The possible endings of a text, which close every open call with a list of numbers or points. Empty if more than
+/// three brackets are open.
 std::vector<std::wstring> closings(const MathExpression& expression, const std::wstring& text)
 {
     std::vector<std::wstring> all{L""};
@@ -75,7 +75,7 @@ enum class Verdict
     Works,
 };
 
-/// With a new object, which does not know variables of earlier texts.
+/// Uses a new object, which has no variables of earlier texts.
 Verdict verdictOnClosed(const Bindings& known, const std::wstring& text)
 {
     EditedExpression edited(known);
@@ -105,7 +105,7 @@ Verdict verdictOnClosed(const Bindings& known, const std::wstring& text)
     }
 }
 
-/// For each name of a value, what can be inserted for it: for a function, its calls with numbers and with points.
+/// The texts to insert for each name. For a function, these are calls with numbers and with points.
 using Continuations = std::map<std::wstring, std::vector<std::wstring>>;
 
 const Continuations& continuations()
@@ -140,7 +140,7 @@ const Continuations& continuations()
     return made;
 }
 
-/// "i2mm" and the like: two hundred functions that differ only in their numbers.
+/// Whether the function is a conversion, such as "i2mm". The two hundred conversions differ only in their constants.
 bool isConversion(const std::wstring& name)
 {
     return name.find(L'2') != std::wstring::npos;
@@ -197,7 +197,7 @@ struct Typed
         return best;
     }
 
-    /// The verdict if the name replaces the word at the end, with which it begins.
+    /// The verdict if the name replaces the word at the end, which is a prefix of the name.
     Verdict verdictWith(const Continuations::value_type& continuation) const
     {
         const std::wstring before = text.substr(0, text.size() - word().size());
@@ -230,8 +230,8 @@ std::string narrow(const std::wstring& text)
     return std::string(text.begin(), text.end());
 }
 
-// Every text is tried. Under a sanitizer, where that takes forty times as long, one text in 17; a prime number, so that the
-// sample follows no pattern of the list.
+// Every text is tried. Sanitizers take forty times as long, so under them only every 17th text is tried. The number is
+// prime, so that the sample follows no pattern of the list.
 constexpr std::size_t stride = isInstrumented ? 17 : 1;
 
 TEST(Completions, AreAllThatWorkAfterShortTexts)

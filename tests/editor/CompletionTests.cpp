@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CompletionTests.cpp - the proposals at chosen positions, their order and edits.
+// CompletionTests.cpp - the completions at chosen positions: their order and edits.
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"

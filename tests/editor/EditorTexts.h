@@ -53,7 +53,7 @@ struct TypedText
 /// The texts of all rows of the language tests.
 const std::vector<TypedText>& languageTexts();
 
-/// Calls work with each text and each of its beginnings, including the empty one; for a very long text only with some.
+/// Calls work with each text and each of its prefixes, including the empty one. Very long texts use only some prefixes.
 void forEachBeginning(const std::function<void(const TypedText&)>& work);
 
 /// The texts of the golden programs.

@@ -59,7 +59,7 @@ TEST(Literals, ArePointsWithTheirCoordinates)
               (Found{at(0, 14, 2000, 2e-3, 0), at(1, 1, 2), at(4, 1, 3), at(6, 1, 2), at(8, 2, 10), at(11, 2, -3)}));
     EXPECT_EQ(literals(L"[2*10^3,1]"),
               (Found{at(0, 10, 2000, 1, 0), at(1, 1, 2), at(3, 2, 10), at(6, 1, 3), at(8, 1, 1)}));
-    // A coordinate that is no number is not looked for at the beginning of the text.
+    // If a coordinate is not a number, the scan must not restart at the beginning of the text.
     EXPECT_EQ(literals(L"*10^2,3,[x,1]"), (Found{at(1, 2, 10), at(4, 1, 2), at(6, 1, 3), at(11, 1, 1)}));
     EXPECT_EQ(literals(L"e+2,3,[x,1]"), (Found{at(2, 1, 2), at(4, 1, 3), at(9, 1, 1)}));
     EXPECT_EQ(literals(L",[x,1]"), Found{at(4, 1, 1)});

@@ -208,4 +208,21 @@ TEST_F(NameIndex, ConsidersTheFirst256EvenIfFewerAreRequested)
     EXPECT_EQ(completed(L"quill", options), Names{L"quill_1000"});
 }
 
+TEST_F(NameIndex, ComparesAMisspeltNameWith200NeighboursOnEachSide)
+{
+    const auto suggested = [&] { return mathexpr::diagnoseText(expression, L"qqqqqq").failure.suggestions; };
+    for (const std::wstring correct : {L"qqqqqp", L"qqqqqr"})  // in alphabetical order before and after the typed name
+    {
+        names.add(correct.c_str());
+        const std::wstring between = correct == L"qqqqqp" ? L"qqqqqp_" : L"qqqqqq_";
+        for (std::size_t index = 1000; index < 1199; ++index)
+        {
+            names.add((between + std::to_wstring(index)).c_str());
+        }
+        EXPECT_EQ(suggested(), Names{correct});
+        names.add((between + L"1199").c_str());
+        EXPECT_EQ(suggested(), Names());
+    }
+}
+
 }

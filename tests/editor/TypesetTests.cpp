@@ -363,7 +363,7 @@ bool isNested(const std::wstring& latex)
     return depth == 0;
 }
 
-/// Whether a comma is in brackets that are not a call's, as in "(1,2)"; no notation has this.
+/// Whether a comma is in brackets that do not belong to a call, as in "(1,2)". Such texts have no notation.
 bool hasStrayComma(const MathExpression& expression, const std::wstring& text)
 {
     std::vector<bool> isCall;
@@ -391,7 +391,7 @@ bool hasStrayComma(const MathExpression& expression, const std::wstring& text)
     return false;
 }
 
-/// Whether an assignment has no name, as in "=5", or follows something, as in "(1)x=2".
+/// Whether an assignment has no name, as in "=5", or does not begin the text, as in "(1)x=2".
 bool assignsOddly(const MathExpression& expression, const std::wstring& text)
 {
     using mathexpr::TokenKind;

@@ -10,7 +10,7 @@ Of all places where one of the rules of mutants.py applies, a seed chooses COUNT
 One build in FOLDER contains three quarters of the mutants, and an environment variable chooses between them at run time
 (together.py). A mutant of each row of the table of conversions is tried in one build (rows.py). The others are built one by one
 (singly.py); --together omits them. The tests that reach a mutant run until one fails, crashes, or exceeds its time or its memory.
-A change that does not compile, or has no effect on an object file, is no mutant.
+A change that does not compile, or leaves the built library as it is, is no mutant.
 
 FOLDER/results.txt lists the outcomes; --resume continues with mutants that it does not contain, and --again also tries its
 survivors again. survivors.txt beside this script lists accepted survivors with their reasons; --again does not try them. Fails if
@@ -134,8 +134,12 @@ def main():
         of_rows = {mutant for mutant in left if Rows.holds(mutant)} - held
         if of_rows:
             Rows(together).tried(of_rows, report)
+        singly = Singly(together)
         if not options.together:  # those of a source one after the other, so that fewer sources are built again
-            tried([Singly(together).fate], sorted(set(left) - held - of_rows), report)
+            tried([singly.fate], sorted(set(left) - held - of_rows), report)
+        for mutant in sorted(mutant for mutant in held if fates[mutant] == "survived"):
+            if singly.fate_of_build(mutant) == "without effect":
+                report("without effect", mutant)
 
     tested = [mutant for mutant, fate in fates.items() if fate not in ("not compiled", "without effect")]
     survived = sorted(mutant for mutant in tested if fates[mutant] == "survived")

@@ -1,15 +1,14 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Tries mutants one by one, in the tree of together.py: each replaces its source, what depends on it is built again, and the
-tests run until one notices. For what cannot be chosen at run time: constants that the compiler evaluates, and changes that do
-not compile within an expression.
+"""Tries mutants one by one, in the tree of together.py: each replaces its source, dependent files are built again, and
+the tests run until one fails. Used for mutants that cannot be chosen at run time: constants that the compiler
+evaluates, and changes that do not compile within an expression.
 
-Object files are compared with those of the unchanged source. They are equal if the change is in code of other systems or
-compilers, or if the compiler evaluates both to the same value."""
+The library that is built is first compared with that of the unchanged source. They are equal if the change is in code of other
+systems or compilers, or if the compiler makes the same code of both."""
 
 import collections
-import hashlib
 import os
 
 from mutants import ROOT
@@ -20,7 +19,7 @@ class Singly:
         self.together = together
         self.workspace = together.workspace
         self.path = None  # of the source without choices at run time
-        self.objects = {}  # digests of all object files while that source is unchanged
+        self.library = b""  # built while that source is unchanged
         self.noticing = collections.defaultdict(self.groups)  # by folder, tests that noticed last first
 
     def groups(self):
@@ -31,29 +30,33 @@ class Singly:
         return self.workspace.built(target, self.together.jobs)
 
     def begin(self, path):
-        """Restores the previous source, and builds everything with this one unchanged."""
+        """Restores the previous source, and builds the library with this one unchanged."""
         if self.path in self.together.sources:
             self.workspace.write(self.path, self.together.sources[self.path].text.encode("ascii"))
         elif self.path is not None:  # it has no choices at run time
             self.workspace.write(self.path, (ROOT / self.path).read_bytes())
         self.path = path
         self.workspace.write(path, (ROOT / path).read_bytes())
-        if not self.built("all"):
-            raise SystemExit(f"mutate: the tree does not build with {path} unchanged")
-        self.objects = self.digests()
+        if not self.built("mathexpr"):
+            raise SystemExit(f"mutate: the library does not build with {path} unchanged")
+        self.library = self.built_library()
 
-    def digests(self):
-        return {file: hashlib.sha256(file.read_bytes()).digest() for file in self.workspace.build.rglob("*.o")}
+    def built_library(self):
+        return (self.workspace.build / "lib/libmathexpr.so").read_bytes()
 
-    def fate(self, mutant):
+    def fate_of_build(self, mutant):
+        """Builds the library with a mutant. None if the outcome depends on the tests."""
         if mutant.path != self.path:
             self.begin(mutant.path)
         self.workspace.write(mutant.path, mutant.apply((ROOT / mutant.path).read_text("ascii")).encode("ascii"))
-        if mutant.path.endswith(".cpp"):  # a header may also have an effect on the tests' own object files
-            if not self.built("mathexpr"):
-                return "not compiled"
-            if self.digests() == self.objects:
-                return "without effect"
+        if not self.built("mathexpr"):
+            return "not compiled"
+        return "without effect" if self.built_library() == self.library else None
+
+    def fate(self, mutant):
+        return self.fate_of_build(mutant) or self.fate_of_tests(mutant)
+
+    def fate_of_tests(self, mutant):
         groups = self.noticing[os.path.dirname(mutant.path)]
         for place, (seconds, tests) in enumerate(groups):
             if not self.built(tests[0].program or "all"):
@@ -62,4 +65,4 @@ class Singly:
             if result is not None:
                 groups.insert(0, groups.pop(place))
                 return f"noticed, {tests[0].program or tests[0].name} {result}:"
-        return "without effect" if self.digests() == self.objects else "survived"
+        return "survived"
