@@ -12,10 +12,10 @@
 #define TARNUINFO_API extern "C" __declspec(dllimport)
 #endif
 
-/// Loads a resource library from the folder of the calling module. No other place is searched: neither the search path,
-/// nor the current directory, nor the program's folder, so that no other library of that name can be loaded instead. It
+/// Loads a resource library from the folder of the calling module. No other folder is searched: not the search path,
+/// the current directory or the program's folder. So no other library of that name can be loaded instead. The library
 /// is opened for its resources only and runs no code. If it has strings in several languages, Windows selects the
-/// user's.
+/// language of the user.
 ///
 /// May be called during the caller's process attach.
 ///

@@ -35,8 +35,8 @@ inline bool sameBits(double value, double expected)
     return std::bit_cast<std::uint64_t>(value) == std::bit_cast<std::uint64_t>(expected);
 }
 
-/// Whether a value that is not bit-exact still belongs to the same formula. The tolerance is far above an engine's
-/// rounding errors and far below the difference to another formula.
+/// Whether a value that is not bit-exact still is a result of the same formula. The tolerance is far above an engine's
+/// rounding errors and far below the difference from another formula.
 inline bool isClose(double value, double expected)
 {
     return std::fabs(value - expected) <= 1e-9 * std::fmax(1.0, std::fabs(expected));

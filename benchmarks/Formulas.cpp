@@ -41,7 +41,7 @@ std::string nestedText()
 
 const std::string distanceText = "sqrt((px-qx)*(px-qx)+(py-qy)*(py-qy)+(pz-qz)*(pz-qz))";
 
-/// A formula of numbers that all engines can read unchanged.
+/// A formula of numbers whose text all engines accept unchanged.
 Formula common(const std::string& title, const std::string& variables, const std::string& text,
                Formula::NativeNumber native)
 {

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Native.cpp - compiled with -O2, with two exceptions. pow is not a built-in: g++ would replace pow(x, 2) by x*x, which
-// rounds differently for about one value in a thousand. And nothing is vectorised: loading two coordinates at once that
-// were just stored one by one stalls, which would make the limit slower than it is.
+// rounds differently for about one value in a thousand. And nothing is vectorised: a vector load of two coordinates
+// that were just stored one by one stalls, so vector code would be slower.
 #include "benchmarks/Native.h"
 
 #include <cmath>

@@ -51,7 +51,7 @@ SHAPES = {
 
 @dataclass
 class Engine:
-    """Shape and colour of an engine's mark."""
+    """The shape and colour of an engine's mark."""
     title: str
     shape: str
     colour: str

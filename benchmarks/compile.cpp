@@ -4,9 +4,9 @@
 // compile.cpp - times of: compiling a text and evaluating it once on an existing object; the same for texts of up to a
 // million terms; creating and destroying an object; computing a text with a new object.
 //
-// Compilers allocate, and the state in which one leaves the heap affects the others. So each engine must be measured in
-// a separate process, selected with --benchmark_filter. Names are "compile/FORMULA/ENGINE", "scale/SHAPE/TERMS/ENGINE",
-// "construct/ENGINE" and "oneshot/NUMBER/ENGINE".
+// Compilers allocate memory, and the heap that one engine leaves behind affects the next one. So each engine must be
+// measured in a separate process, selected with --benchmark_filter. Names are "compile/FORMULA/ENGINE",
+// "scale/SHAPE/TERMS/ENGINE", "construct/ENGINE" and "oneshot/NUMBER/ENGINE".
 #include "benchmarks/Checks.h"
 #include "benchmarks/Formulas.h"
 #include "benchmarks/engines/FparserEngine.h"

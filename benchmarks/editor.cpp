@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 //
 // editor.cpp - time of each editor service for texts of 100 and of 1,000 characters, with 600 names of the host, and
-// with 100,000 names in an index. Prints one line each: service, length, microseconds (median of many calls), upper
-// bound. Fails if a bound is exceeded: a keystroke must be handled before the next one.
+// with 100,000 names in an index. Prints one line per service: its name, the length, microseconds (median of many
+// calls), upper bound. Fails if a bound is exceeded: a keystroke must be handled before the next one.
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/Variables.h"

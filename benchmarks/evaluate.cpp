@@ -124,8 +124,8 @@ std::shared_ptr<Candidate<Engine>> makeCandidate(const Formula& formula)
     return candidate;
 }
 
-/// The measured loop. The number of variables is fixed at compile time, so that changing them costs one load and one
-/// store each, for every engine.
+/// The measured loop. The number of variables is fixed at compile time, so that a change costs one load and one store
+/// per variable, for every engine.
 template <std::size_t nbSlots, bool isPoint, class Engine>
 void measure(benchmark::State& state, Candidate<Engine>& candidate)
 {

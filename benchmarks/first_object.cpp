@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// first_object.cpp - the time to create and destroy the first object of a process, and the page faults meanwhile, for the engine
-// whose name is the argument. Each engine needs a process of its own: a second one would find pages of the heap and of the C++
-// library in memory already. Prints one JSON object.
+// first_object.cpp - the time to create and destroy the first object of a process, and the number of page faults, for
+// the engine that the argument names. Each engine needs a separate process: for a second engine, pages of the heap and
+// of the C++ library would already be in memory. Prints one JSON object.
 #include "benchmarks/engines/FparserEngine.h"
 #include "benchmarks/engines/LuajitEngine.h"
 #include "benchmarks/engines/MathexprEngine.h"

@@ -73,7 +73,7 @@ class Programs:
         return [row for row in report["benchmarks"] if row.get("run_type") != "aggregate"]
 
     def evaluate(self, formulas, engines):
-        """{formula: {engine: (ns, differing results)}}, without the engines that cannot compute a formula."""
+        """{formula: {engine: (ns, differing results)}}, without engines that cannot compute the formula."""
         result = {}
         for formula in formulas:
             self.progress(f"evaluate {formula}")

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// resources.cpp - allocations of this library during evaluation, during compilation, for an expression object and a
-// compiled program. Prints one JSON object.
+// resources.cpp - this library's allocations during evaluation and compilation, and the memory of an expression object
+// and of a compiled program. Prints one JSON object.
 //
-// Counts every allocation of the process, including those in the shared library, by replacing operator new.
+// Replaces operator new to count all allocations of the process, including those of the shared library.
 #include "benchmarks/Formulas.h"
 #include "benchmarks/engines/FparserEngine.h"
 #include "benchmarks/engines/MathexprEngine.h"
@@ -159,7 +159,7 @@ std::size_t bytesOfProgram(const Formula& formula)
 
 int main()
 {
-    // This must come first: what the first object of a process allocates for all of them.
+    // This must come first: the first object of a process also allocates the data that all objects share.
     const std::size_t beforeFirst = liveBytes;
     MathexprEngine::construct();
     const std::size_t sharedBytes = liveBytes - beforeFirst;

@@ -35,8 +35,8 @@ constexpr VALTYPE untouched{1, 1, 0x5A5A, 0xA5A5A5A5, 12345.678, -9876.5, 0.0312
 Comparison::Comparison(bool silent) : library(silent, answer), reference(silent, answer)
 {
     history.reserve(16);
-    // A small generator of the C library. It is seeded twice per call; seeding the default one takes thousands of
-    // steps.
+    // Selects the C library's smallest generator. It is seeded twice per call, and seeding the default generator takes
+    // thousands of steps.
     static char state[8];
     initstate(1, state, sizeof(state));
 }

@@ -22,7 +22,7 @@ public:
     void dropAssignment();
     void changeVariable(const std::wstring& name, const VALTYPE& value);
 
-    /// Whatever happened before: after dropping the pending assignment, the object computes 1+1.
+    /// Drops the pending assignment, and expects that the object then computes 1+1, whatever happened before.
     void expectUsable();
 
 private:

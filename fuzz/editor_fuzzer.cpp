@@ -174,7 +174,7 @@ void checkTypesetting(const MathExpression& expression, const Question& asked)
     require(hasPairedTags(mathexpr::typesetText(expression, asked.text.c_str(), mathexpr::Notation::MathMl)));
 }
 
-/// Finding and renaming agree, and the renamed text contains the new name at the position of the old one.
+/// Finding and renaming must agree, and the renamed text must contain the new name at every position of the old name.
 void checkRenaming(const MathExpression& expression, const std::wstring& text, const std::wstring& name)
 {
     const std::vector<mathexpr::TextSpan> uses = mathexpr::findReferences(expression, text.c_str(), name.c_str());
@@ -295,7 +295,7 @@ private:
         host.know(names);
     }
 
-    /// The diagnosis while typing equals that of compiling.
+    /// The diagnosis while typing must equal the diagnostic of compiling.
     void checkDiagnostic(const Question& asked) const
     {
         const mathexpr::TypingDiagnostic diagnostic =

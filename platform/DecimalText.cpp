@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 //
 // DecimalText.cpp - see DecimalText.h. Some standard libraries have from_chars for integers only, such as LLVM's before
-// version 20; the header-only library fast_float replaces it there. LLVM's to_chars came with version 14; emscripten
-// has 13. The module for the web uses strtod, which is exact, too: fast_float's tables would be 10 % of the
-// download.
+// version 20; the header-only library fast_float replaces it there. LLVM's library has to_chars since version 14;
+// emscripten has version 13. The module for the web reads numbers with strtod, which is also exact: the tables of
+// fast_float would be 10 % of the download.
 
 #include "platform/DecimalText.h"
 
@@ -89,7 +89,7 @@ constexpr int mostDecimals = 16;  // 17 digits distinguish any two doubles
 /// Capacity for d.ddde+ddd and a terminating zero.
 constexpr std::size_t scientificCapacity = 32;
 
-/// From here on, numbers are written with all their digits.
+/// Numbers from this bound on are written with all their digits.
 constexpr double maxWholeNumber = 9007199254740992.0;  // 2^53
 
 char* print(char* begin, double number, int decimals) noexcept
@@ -103,8 +103,8 @@ bool readsAs(const char* begin, const char* end, double number) noexcept
     return platform::readDecimal({begin, static_cast<std::size_t>(end - begin)}, value) && value == number;
 }
 
-/// Of the texts with the fewest digits that read back to the number, the nearest. For a power of two this is not always
-/// the nearest text of that many digits, because doubles are closer together below it than above.
+/// The nearest of the shortest texts that read back to the number. For a power of two, another text with as many digits
+/// may be nearer without reading back, because doubles are closer together below a power of two than above.
 char* printShortest(char* begin, double number) noexcept
 {
     for (int decimals = 0; decimals < mostDecimals; ++decimals)

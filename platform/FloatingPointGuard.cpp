@@ -12,7 +12,7 @@ namespace {
 using platform::FloatingPointGuard;
 using platform::FloatingPointWords;
 
-/// The guard that knows the host's words; null if the host has not changed them, or while its code runs.
+/// The guard that holds the host's words; null if the host has not changed them, and while host code runs.
 PLATFORM_THREAD_SLOT(const FloatingPointGuard*, innermost);
 
 #if defined(__x86_64__) || defined(_M_X64)
@@ -33,7 +33,7 @@ void set(const FloatingPointWords& words) noexcept
     _mm_setcsr(words.mxcsr);
 }
 
-/// A pending x87 exception would be raised by the very instruction that masks it.
+/// The instruction that masks an x87 exception would raise it if it is pending.
 void clearX87() noexcept
 {
 #if !defined(_MSC_VER)

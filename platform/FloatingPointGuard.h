@@ -4,9 +4,9 @@
 // FloatingPointGuard.h - computes with the library's floating-point control words, whatever the host has set.
 //
 // A host may have unmasked floating-point exceptions, changed the rounding direction or the precision, or enabled
-// flushing of denormal numbers. An expression must not trap or round differently because of that, and the host must
-// find its words unchanged whenever control returns to it. Every entry point that computes has a FloatingPointGuard,
-// and every call of the host a HostFloatingPoint.
+// flushing of denormal numbers. An expression must not trap or round differently because of that, and the host's words
+// must be restored whenever control returns to the host. Every entry point that computes has a FloatingPointGuard, and
+// every call of the host has a HostFloatingPoint.
 //
 // The guard reads the words, and changes them only if they differ from the library's: all exceptions masked, round to
 // nearest, denormals kept.
@@ -108,7 +108,7 @@ constexpr bool computesAsTheLibrary() noexcept
 
 #else
 
-/// What the standard library can read and set: traps are disabled together with the rest.
+/// The standard library's floating-point environment, which it reads and sets as a whole, including the traps.
 struct FloatingPointWords
 {
     std::fenv_t environment;
@@ -163,8 +163,8 @@ private:
     const FloatingPointGuard* outer = nullptr;
 };
 
-/// While an object of this class exists, the words that the host had when it called are in force again. Changes that
-/// the host makes meanwhile end with the object.
+/// While an object of this class exists, the words that the host had when it called the library are in force. Changes
+/// that the host makes meanwhile end with the object.
 class HostFloatingPoint
 {
 public:

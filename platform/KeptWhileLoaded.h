@@ -6,8 +6,8 @@
 //     static const platform::KeptWhileLoaded<Table> table(makeTable());
 //     use(*table);
 //
-// They are not destroyed at the end of the process, since the destructor of a global, an atexit handler or a thread of
-// the host may still compute then. They are destroyed when the library is unloaded and the process continues (dlclose,
+// They are not destroyed at the end of the process, since the destructor of a global, an atexit handler or a host
+// thread may still compute then. They are destroyed when the library is unloaded and the process continues (dlclose,
 // FreeLibrary), so a host may load and unload the library any number of times.
 #pragma once
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Names.cpp - the comparison of names, as far as it is the same on all platforms.
+// Names.cpp - the part of name comparison that is the same on all platforms.
 
 #include "platform/Platform.h"
 

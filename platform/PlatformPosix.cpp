@@ -13,7 +13,7 @@
 
 namespace {
 
-// Uses the descriptors directly: the host may have put its streams into any state, such as wide orientation.
+// Uses the descriptors directly, since the host's streams may be in any state, such as wide orientation.
 
 void writeToStandardError(std::string_view bytes)
 {

@@ -24,7 +24,7 @@ bool platform::isSameName(std::wstring_view left, std::wstring_view right) noexc
     {
         return false;
     }
-    // As lstrcmpW, for texts that are not zero-terminated.
+    // The same comparison as lstrcmpW, for texts that are not zero-terminated.
     return CompareStringW(GetThreadLocale(), 0, left.data(), static_cast<int>(left.size()), right.data(),
                           static_cast<int>(right.size())) == CSTR_EQUAL;
 }
@@ -40,7 +40,7 @@ void platform::showMessageBox(const wchar_t* text)
 
 namespace {
 
-/// The program's name without folder and extension, which the framework's box has as its title.
+/// The program's name without folder and extension, the title of the framework's message box.
 std::wstring programName()
 {
     std::wstring path(MAX_PATH, L'\0');

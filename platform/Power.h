@@ -3,11 +3,11 @@
 //
 // Power.h - the C library's pow, and a faster computation of squares in WebAssembly, with the same bits.
 //
-// The module's pow is musl's. Its error is less than half a unit in the last place (ulp) plus 0.0131: at most 0.511 ulp from
-// its exponential, and 2^-67.4 |y ln x| from its logarithm, which is 0.0021 ulp for y = 2 and x between 2^-32 and 2^32. If
-// the exact square is further than 1/64 ulp from the middle between two doubles, the nearest double is therefore the only
-// one that pow can return, and that is the product x*x. The square of a power of two is exact, but the doubles below it are
-// closer together; for those 64 powers pow is exact, too (PlatformMath.SquaresHaveTheBitsOfPow).
+// The web module uses musl's pow. Its error is less than 0.5131 units in the last place (ulp): at most 0.511 ulp from
+// its exponential, and 2^-67.4 |y ln x| from its logarithm, which is 0.0021 ulp for y = 2 and x between 2^-32 and 2^32.
+// If the exact square is further than 1/64 ulp from the middle between two doubles, pow can therefore return only the
+// nearest double, which is the product x*x. The square of a power of two is exact, but the doubles below it are closer
+// together; for those 64 powers pow is exact, too (PlatformMath.SquaresHaveTheBitsOfPow).
 #pragma once
 
 #include <cmath>
@@ -25,7 +25,7 @@ inline bool isSquareByPow(double x) noexcept
     std::memcpy(&bits, &x, sizeof bits);
     const std::uint64_t exponent = bits >> 52U & 0x7FFU;
     const std::uint64_t significand = (bits & 0xF'FFFF'FFFF'FFFFU) | 0x10'0000'0000'0000U;
-    // The square has 105 or 106 bits. Those that a double does not hold, as a fraction of 2^64.
+    // The square has 105 or 106 bits. The bits that a double cannot hold, as a fraction of 2^64.
     const unsigned shift = significand < 6'369'051'672'525'773U ? 12 : 11;  // 2^52.5
     const std::uint64_t rest = significand * significand << shift;
     constexpr std::uint64_t middle = std::uint64_t{1} << 63U;

@@ -6,8 +6,8 @@
 //     PLATFORM_THREAD_SLOT(int, depth);
 //     depth.set(depth.get() + 1);
 //
-// With MinGW this replaces thread_local, for which the compiler's run-time library allocates a slot of the process that
-// it does not free when the library is unloaded. A host that loads and unloads the library would run out of slots.
+// With MinGW this replaces thread_local. For thread_local, the compiler's run-time library allocates a slot of the
+// process and does not free it when the library is unloaded, so a host that reloads the library would run out of slots.
 #pragma once
 
 #include <type_traits>

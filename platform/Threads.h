@@ -3,8 +3,8 @@
 //
 // Threads.h - runs the same work on several threads.
 //
-// ThreadsPosix.cpp uses the standard library. ThreadsWindows.cpp uses the system directly: what MinGW's run-time
-// library keeps per thread would not be released when a host unloads the library.
+// ThreadsPosix.cpp uses the standard library. ThreadsWindows.cpp uses the system directly, since MinGW's run-time
+// library does not release its data per thread when a host unloads the library.
 #pragma once
 
 #include <cstddef>

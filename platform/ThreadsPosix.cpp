@@ -22,7 +22,7 @@ void platform::runOnThreads(std::size_t nbThreads, void (*work)(void* context, s
     }
     catch (const std::exception&)
     {
-        // Continue with fewer threads, whether the system or memory ran out.
+        // Continue with fewer threads, whether threads or memory ran out.
     }
     work(context, 0);
     for (std::thread& other : others)

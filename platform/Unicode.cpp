@@ -76,7 +76,7 @@ char32_t readPoint(std::u16string_view text, std::size_t& at) noexcept
     return readPair(text, at);
 }
 
-/// Wide text may contain anything.
+/// Wide text is not checked; it may contain any units.
 char32_t readPoint(std::wstring_view text, std::size_t& at) noexcept
 {
     char32_t point = illFormed;

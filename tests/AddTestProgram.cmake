@@ -3,15 +3,15 @@
 #
 # add_test_program(NAME SOURCES... [LIBRARIES target...] [PROPERTIES property value...])
 #
-# A program of GoogleTest, which CTest runs whole: a green run prints one line for it, a failure what GoogleTest says.
-# NAME is that of the target and of the test. What a test program does not hold open is quick to build: it is not
-# optimised, shares one precompiled header, and is linked by a fast linker where one is installed.
+# Adds a GoogleTest program as the target NAME, and as one CTest test of that name. If it fails, CTest prints the output
+# of GoogleTest. Test programs are built quickly: without optimisation, with one shared precompiled header, and with a
+# fast linker if one is installed.
 add_library(test_options INTERFACE)
 target_link_libraries(test_options INTERFACE mathexpr_options GTest::gtest_main)
-# Of presets whose library is the one that is shipped, the tests alone check indices and iterators.
+# Only the tests check indices and iterators if the preset builds the library as shipped.
 target_compile_definitions(test_options INTERFACE _GLIBCXX_ASSERTIONS)
 if(NOT MSVC)
-  # Without time stamps a precompiled header may come from a compiler cache.
+  # A compiler cache can supply a precompiled header only if it has no time stamps.
   target_compile_options(test_options INTERFACE -O0 $<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>)
 endif()
 find_program(MATHEXPR_FAST_LINKER NAMES ld.mold ld.lld)

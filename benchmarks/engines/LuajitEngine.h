@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LuajitEngine.h - LuaJIT as an engine: a formula is a function that reads its variables through a pointer, which its
-// machine code does without a call.
+// LuajitEngine.h - LuaJIT as an engine: a formula is a function that reads its variables through a pointer, without a
+// call in machine code.
 #pragma once
 
 #include "benchmarks/Formulas.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// CompilationAllocationTests.cpp - data kept for later calls of the host allocates nothing as long as nothing fails.
+// CompilationAllocationTests.cpp - which compilations and bulk evaluations allocate memory, and which reuse it.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"
@@ -15,7 +15,7 @@
 
 namespace {
 
-// A short first text leaves no stacks, since most objects compile a single one.
+// The compiler's stacks are not kept after a short first text, since most objects compile only one text.
 TEST(Allocations, AreMadeByTheFirstTwoCompilationsOnly)
 {
     for (const std::uint32_t limit : {0U, 1000U})
@@ -44,7 +44,7 @@ TEST(Allocations, AreMadeByTheFirstTwoCompilationsOnly)
     }
 }
 
-// From the beginning there is room for a few operands, operators, brackets, steps and slots.
+// Initially there is room for a few operands, operators, brackets, steps and slots.
 TEST(Allocations, OfAShortFirstTextAreAsManyWhateverItsShape)
 {
     const auto allocationsFor = [](const wchar_t* text) {
@@ -74,7 +74,7 @@ TEST(Allocations, AreNotRepeatedAfterALongFirstText)
     EXPECT_EQ(memory::madeCount(), before);
 }
 
-// Its value is the only thing left on the compiler's stacks, until the next text.
+// Only its value remains on the compiler's stacks, until the next text.
 TEST(Allocations, AreNotMadeByAConstantHoweverOftenItIsCompiled)
 {
     Session session(true);
@@ -90,7 +90,7 @@ TEST(Allocations, AreNotMadeByAConstantHoweverOftenItIsCompiled)
     EXPECT_EQ(memory::madeCount(), before);
 }
 
-// After the preparations, bulk evaluation allocates nothing, in blocks and row by row, even if rows fail.
+// After its preparations, bulk evaluation allocates nothing, in blocks or row by row, even if rows fail.
 TEST(Allocations, AreNotMadeForRows)
 {
     Session session(true);

@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DiagnosticsTests.cpp - the diagnostic of every failure: its contents, and the characters of the typed text that it
-// underlines.
+// DiagnosticsTests.cpp - the diagnostic of every failure: its contents, and the span of the typed text.
 //
-// The underlines are written by hand, below the text.
+// An expected span is drawn as an underline below the text.
 #include "mathexpr/Variables.h"
 #include "tests/additions/Session.h"
 
@@ -261,7 +260,7 @@ const Row rows[] = {
 };
 // clang-format on
 
-/// The columns that an underline covers.
+/// The span that an underline covers.
 std::pair<std::uint32_t, std::uint32_t> spanOf(const std::string& underline)
 {
     const std::size_t begin = underline.find('^');

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FailureTests.cpp - what hosts cannot reach: mapping spans of the rewritten text to the typed text, for all spans, and
-// failures of items outside the vocabulary.
+// FailureTests.cpp - cases that hosts cannot cause: the mapping of every span of the rewritten text to the typed text,
+// and failures of items outside the vocabulary.
 #include "MTParserLib/MTMessage.h"
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
@@ -53,7 +53,7 @@ TEST(TypedSpans, OfLongerStretchesIncludeTheBlanksWithin)
         const MTSpan found = typedSpanOf(typed, {begin, end});
         return std::wstring(typed.substr(found.begin, found.end - found.begin));
     };
-    // 2*point(1,2*10^3)
+    // The rewritten text is 2*point(1,2*10^3).
     EXPECT_EQ(span(0, 2), L"2 *");
     EXPECT_EQ(span(2, 8), L"[");
     EXPECT_EQ(span(7, 9), L"[ 1");
@@ -63,7 +63,7 @@ TEST(TypedSpans, OfLongerStretchesIncludeTheBlanksWithin)
     EXPECT_EQ(span(0, 17), std::wstring(typed));
 }
 
-/// A span of the rewritten text maps to the typed characters that it was rewritten from.
+/// A span of the rewritten text maps to the typed characters that it replaces.
 TEST(TypedSpans, CoverTheTextInOrder)
 {
     std::mt19937 generator(20);
@@ -95,7 +95,7 @@ TEST(TypedSpans, CoverTheTextInOrder)
     }
 }
 
-/// A function of one number that accepts or refuses as told by the test.
+/// A function of one number; the test decides whether it accepts or refuses.
 class Told final : public IMathFunction
 {
 public:

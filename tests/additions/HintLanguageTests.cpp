@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HintLanguageTests.cpp - every hint in every language: the message and its hints are in the same language.
+// HintLanguageTests.cpp - every hint in every language. A message and its hints must be in the same language.
 #include "MathExprRes/MessageTexts.h"
 #include "mathexpr/hints/HintNumbers.h"
 #include "tests/additions/Session.h"
@@ -21,7 +21,7 @@ namespace {
 constexpr const char* locales[] = {"en_US.UTF-8", "de_DE.UTF-8", "fr_FR.UTF-8", "es_ES.UTF-8",
                                    "it_IT.UTF-8", "pt_BR.UTF-8", "ja_JP.UTF-8", "zh_CN.UTF-8"};
 
-/// The last hint for a text, and its arguments; two names of a list are one argument.
+/// The last hint for a text, and its arguments. A list of two names is one argument.
 struct Example
 {
     Hint::Id hint;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HintTests.cpp - hints below the message of a failure, and corrections: each one is applied, compiles, and has the
-// value that a reader expects.
+// HintTests.cpp - the hints below a message, and corrections. Every correction is applied; the corrected text must
+// compile and have the expected value.
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"
@@ -26,7 +26,8 @@ public:
     const wchar_t* getName(std::uint32_t index) const override { return index == 0 ? L"rate" : nullptr; }
 };
 
-/// A session with the variables size = 3, width = 2, x = 5, 3e1 = 9, 3;d = 11 and d~~1 = 13, whose host offers the name rate.
+/// A session with the variables size = 3, width = 2, x = 5, 3e1 = 9, 3;d = 11 and d~~1 = 13. Its host offers the name
+/// rate.
 struct HintSession : Session
 {
     HintSession() : Session(true)

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LimitsTests.cpp - the host's limits: what they count, and that nothing is done if they are exceeded.
+// LimitsTests.cpp - the host's limits: what they count, and that an exceeded limit leaves everything unchanged.
 //
-// The underlines are written by hand, below the text.
+// An expected span is drawn as an underline below the text.
 #include "mathexpr/Limits.h"
 #include "mathexpr/Variables.h"
 #include "tests/additions/Session.h"

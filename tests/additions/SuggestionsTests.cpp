@@ -134,7 +134,7 @@ TEST(Suggestions, WhatTheHostThrowsPasses)
     EXPECT_TRUE(session.run(L"1+1").evaluated);
 }
 
-/// Comparing every character of one with every character of the other would take hours.
+/// A full table of edit distances would take hours for names of this length.
 TEST(Suggestions, OfLongNamesTakeLinearTime)
 {
     Session session(true);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BoundaryTests.cpp - every exception becomes a status at the boundary of the C interface.
+// BoundaryTests.cpp - the C interface converts every exception to a status.
 #include "mathexpr/c/Boundary.h"
 
 #include <gtest/gtest.h>

@@ -40,7 +40,7 @@ mathexpr_options_utf8 options(std::uint32_t kind)
     return made;
 }
 
-/// Makes a call in which only the first allocations succeed.
+/// Makes a call in which all allocations after the first few fail.
 template <class Call>
 mathexpr_status callWith(std::size_t allocations, Call call)
 {

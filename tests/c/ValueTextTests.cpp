@@ -148,7 +148,7 @@ TEST_F(ValueText, isReadBackExactly)
             expectExact(number);
         }
     }
-    // Hardly any number needs the hundreds of digits of a plain decimal.
+    // Few numbers need the hundreds of digits of a plain decimal.
     EXPECT_LT(nbLong, 200);
 }
 

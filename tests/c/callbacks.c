@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* callbacks.c - arguments of a host's callbacks, their valid results, and the outcome of invalid ones. */
+/* callbacks.c - host callbacks: their arguments, their valid results, and the outcome of invalid results. */
 #include "tests/c/check.h"
 #include "tests/c/throwing_host.h"
 
@@ -75,7 +75,7 @@ void test_lookup(void)
     CHECK_EQUAL(value.type, MATHEXPR_POINT);
     CHECK_NUMBER(value.z, 6.0);
 
-    /* The host knows the name, but it cannot be a variable. */
+    /* The host knows this name, but a variable cannot have it. */
     CHECK_STATUS(mathexpr_evaluate_text_utf8(expression, "1+a.b", ZT, &value), MATHEXPR_DEFINITION_ERROR);
     CHECK_TEXT(host.last, "a.b");
     host.answer = MATHEXPR_LOOKUP_NOT_KNOWN;
@@ -163,7 +163,7 @@ static void show(void* context, uint32_t id, const char* text, size_t length)
     {
         memcpy(screen->last, text, length + 1);
     }
-    /* It may be requested, but need not be complete yet. */
+    /* The diagnostic may be requested here, but may be incomplete. */
     diagnostic.size = sizeof(diagnostic);
     CHECK_OK(mathexpr_get_diagnostic_utf8(screen->expression, &diagnostic));
 }
@@ -336,7 +336,7 @@ void test_exceptions(void)
     CHECK_OK(mathexpr_evaluate_text_utf8(expression, "1+1", ZT, &value));
     CHECK_OK(mathexpr_destroy(expression));
 
-    /* The library's own std::bad_alloc is distinguished from that of a callback. */
+    /* A std::bad_alloc of the library is distinguished from one that a callback throws. */
     options16.size = sizeof(options16);
     options16.lookup = throwing_lookup16;
     CHECK_OK(mathexpr_create_utf16(&options16, &expression));
@@ -365,7 +365,7 @@ void test_exceptions(void)
     CHECK_OK(mathexpr_destroy(expression));
 }
 
-/* What a callback may do with the expression that called it, and what it may not. */
+/* Calls that a callback may make on its expression, and calls that are refused. */
 static int meddled_count = 0;
 
 static void meddle(mathexpr_expression* expression)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* check.c - see check.h; and the program, which runs all tests, or the one that is named. */
+/* check.c - see check.h. The program runs all tests, or the one named by its argument. */
 #include "tests/c/check.h"
 
 #include <setjmp.h>

@@ -104,7 +104,7 @@ void test_diagnostic_record(void)
     CHECK_OK(mathexpr_destroy(expression));
 }
 
-/* An umlaut takes two bytes and one unit of UTF-16, an euro sign three and one, a face four and two. */
+/* Length in UTF-8 bytes and UTF-16 units: UMLAUT 2 and 1, EURO 3 and 1, FACE 4 and 2. */
 #define UMLAUT "\xC3\xA4"
 #define EURO "\xE2\x82\xAC"
 #define FACE "\xF0\x9F\x98\x80"
@@ -181,7 +181,7 @@ void test_diagnostic_lifetime(void)
     CHECK_STATUS(mathexpr_set_expression_utf16(expression, face, ZT), MATHEXPR_PARSING_ERROR);
     first = diagnostic8(expression);
     CHECK_TEXT(first.item, FACE);
-    /* It outlives another text, and a diagnostic in the other encoding. */
+    /* It stays valid after another text is compiled, and after a diagnostic in the other encoding is read. */
     CHECK_OK(mathexpr_set_expression_utf8(expression, "1+1", ZT));
     other = diagnostic16(expression);
     CHECK_EQUAL(other.message, 0);

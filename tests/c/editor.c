@@ -10,7 +10,7 @@
 #include <stddef.h>
 #include <string.h>
 
-/* Two bytes or one unit, and four bytes or two units. */
+/* Lengths in UTF-8 bytes and UTF-16 units: 2 and 1; 4 and 2. */
 #define UMLAUT "\xC3\xA4"
 #define SMILE "\xF0\x9F\x98\x80"
 
@@ -257,7 +257,7 @@ void test_editor_completion(void)
     CHECK_OK(mathexpr_get_completions_utf8(expression, "w" UMLAUT, ZT, 2, NULL, &completions));
     CHECK_EQUAL(completions.item_count, 2);
 
-    /* The same in the first character: what fits there, and not what fits behind it. */
+    /* The same inside the first character: the completions are those before it, not those after it. */
     CHECK_OK(mathexpr_get_completions_utf8(expression, UMLAUT, ZT, 2, NULL, &completions));
     CHECK_EQUAL(completions.item_count, 0);
     CHECK_OK(mathexpr_get_completions_utf8(expression, UMLAUT, ZT, 1, NULL, &completions));
@@ -407,7 +407,7 @@ void test_editor_name_index(void)
     CHECK_STATUS(mathexpr_add_indexed_name_utf8(index, "d", ZT, &notes), MATHEXPR_BAD_OPTION);
     notes.size = 3;
     CHECK_STATUS(mathexpr_add_indexed_name_utf8(index, "d", ZT, &notes), MATHEXPR_BAD_SIZE);
-    /* An earlier version's notes had no texts: those members are not read. */
+    /* In an earlier version, notes had no texts: these members are not read. */
     notes.size = offsetof(mathexpr_name_notes_utf8, description);
     notes.value_kind = MATHEXPR_VALUE_NUMBER;
     notes.description = "\xFF";

@@ -160,7 +160,7 @@ static void check_thrice(mathexpr_expression* expression, mathexpr_value w, math
     }
 }
 
-/* Preparations for one value are not used for another that an item refuses. */
+/* The fast path for one value is not used for another value that an item refuses. */
 void test_repeated_evaluation(void)
 {
     mathexpr_expression* const expression = plain();

@@ -51,7 +51,7 @@ void test_function(void)
     check_call(function, 1, 2, 0);
     check_call(function, -1, 0.5, 1);
 
-    /* The function does not depend on the expression, and keeps the former value of k. */
+    /* The function is independent of the expression: it keeps the previous value of k. */
     set(expression, "k", 4);
     set(expression, "a", 5);
     check_call(function, 1, 2, 0);

@@ -23,7 +23,7 @@ static const struct
     {"\xC2\x80\xDF\xBF", 4, MATHEXPR_OK, UNTOUCHED},
     {"\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBF", 12, MATHEXPR_OK, UNTOUCHED},
     {"\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", 8, MATHEXPR_OK, UNTOUCHED},
-    /* a byte that continues nothing, and one that never occurs */
+    /* a stray continuation byte, and a byte that never occurs */
     {"a\x80", 2, MATHEXPR_BAD_UTF8, 1},
     {"a\xBF", 2, MATHEXPR_BAD_UTF8, 1},
     {"ab\xF5\x80\x80\x80", 6, MATHEXPR_BAD_UTF8, 2},
@@ -33,11 +33,11 @@ static const struct
     {"\xC1\xBF", 2, MATHEXPR_BAD_UTF8, 0},
     {"a\xE0\x9F\xBF", 4, MATHEXPR_BAD_UTF8, 1},
     {"a\xF0\x8F\xBF\xBF", 5, MATHEXPR_BAD_UTF8, 1},
-    /* encoded surrogates, and numbers above the last */
+    /* encoded surrogates, and numbers above the last code point */
     {"a\xED\xA0\x80", 4, MATHEXPR_BAD_UTF8, 1},
     {"a\xED\xBF\xBF", 4, MATHEXPR_BAD_UTF8, 1},
     {"a\xF4\x90\x80\x80", 5, MATHEXPR_BAD_UTF8, 1},
-    /* a truncated character, and one that is interrupted by another */
+    /* a truncated character, at the end and before another character */
     {"a\xC3", 2, MATHEXPR_BAD_UTF8, 1},
     {"a\xE2\x82", 3, MATHEXPR_BAD_UTF8, 1},
     {"a\xF0\x9F\x98", 4, MATHEXPR_BAD_UTF8, 1},
@@ -45,7 +45,7 @@ static const struct
     {"a\xE2\x82\x41", 4, MATHEXPR_BAD_UTF8, 1},
     {"a\xE2\x82\xAC\xF0\x9F\x98\xC0", 8, MATHEXPR_BAD_UTF8, 4},
     {"a\xC3\xA4", 2, MATHEXPR_BAD_UTF8, 1},
-    /* zeros; the first fault counts */
+    /* zeros; the position of the first error is reported */
     {"1\0+2", 4, MATHEXPR_ZERO_IN_TEXT, 1},
     {"\0", 1, MATHEXPR_ZERO_IN_TEXT, 0},
     {"1\0\xFF", 3, MATHEXPR_ZERO_IN_TEXT, 1},

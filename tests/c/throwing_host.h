@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* throwing_host.h - callbacks that throw C++ exceptions. Their context is not used. */
+/* throwing_host.h - callbacks that throw C++ exceptions and ignore their context. */
 #pragma once
 
 #include <mathexpr_editor.h>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* value_text.c - values as text in both encodings: buffers and refusals. ValueTextTests.cpp reads the texts back.
+/* value_text.c - formatted values in both encodings: buffers and refusals. ValueTextTests.cpp reads the texts back.
  */
 #include "tests/c/check.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// header_alone.cpp - the headers and their templates compile by themselves.
+// header_alone.cpp - the headers and their templates compile without any other header.
 #include <mathexpr_editor.hpp>
 
 std::size_t useTemplates(const std::vector<mathexpr::Point>& corners, std::vector<double>& lengths)

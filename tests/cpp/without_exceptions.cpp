@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// without_exceptions.cpp - a host compiled without exceptions and run-time type information. Returns the number of
-// failed expectations.
+// without_exceptions.cpp - a host compiled without exceptions and run-time type information. The exit status is the
+// number of failed expectations.
 #include <mathexpr_editor.hpp>
 
 #include <cstdio>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FloatingPointTests.cpp - a host with its own floating-point control words gets no trap and the usual values, and
-// finds its words unchanged after every call, every callback and every exception.
+// FloatingPointTests.cpp - a host with its own floating-point control words gets the usual values and no trap. Its
+// words are unchanged after every call, every callback and every exception.
 
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
@@ -314,7 +314,7 @@ TEST_P(ControlWords, AreTheHostsWhileAMessageIsShown)
 
 INSTANTIATE_TEST_SUITE_P(Hosts, ControlWords, testing::ValuesIn(hostsHere()));
 
-// Otherwise the tests above would prove nothing.
+// Without this, the tests above would prove nothing.
 TEST(HostsWords, ChangeWhatTheHostComputes)
 {
     EXPECT_GT(quotient(roundsUp, 1.0, 3.0), quotient(librarys, 1.0, 3.0));
@@ -330,7 +330,7 @@ TEST(HostsWords, ChangeWhatTheHostComputes)
 #if !defined(__aarch64__)  // which has them in another register
 TEST(StatusFlags, OfTheHostAreKeptWhereItsWordsDiffer)
 {
-    // The division by zero of an expression does not become visible in the host's flags.
+    // The overflow sets no flag of the host, and the host's own flag, division by zero, stays set.
     CMathExpr calculator;
     VALTYPE result;
     _mm_setcsr(0x1F80 | 0x4000 | 0x04);

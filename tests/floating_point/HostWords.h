@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// HostWords.h - floating-point control words of hosts, by architecture: how to set them, and which ones to try.
+// HostWords.h - floating-point control words of hosts: for each architecture, how to set them and the values to test.
 #pragma once
 
 #include "platform/FloatingPointGuard.h"

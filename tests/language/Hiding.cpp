@@ -49,7 +49,7 @@ std::size_t tokenEnd(std::wstring_view text, std::size_t start)
     return std::min(text.find_first_of(boundaries, start), text.size());
 }
 
-/// Whether the text after a token makes it a call or an assignment.
+/// Whether the text that follows a token makes it a call or an assignment target.
 bool continues(std::wstring_view rest)
 {
     return !rest.empty() && (rest[0] == L'(' || rest[0] == L'[' || (rest[0] == L'=' && rest.substr(0, 2) != L"=="));

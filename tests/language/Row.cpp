@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Row.cpp - reads data files. Every line that is not a row is an error, so that no typing error disables a test.
+// Row.cpp - reads data files. Every line that is not a row is an error, so that a typing error cannot disable a test.
 #include "tests/language/Row.h"
 
 #include "tests/ReadNumber.h"
@@ -109,7 +109,7 @@ std::wstring widen(std::string_view text)
     return wide;
 }
 
-/// A typed text: as it is, or in double quotes if blanks at its ends matter.
+/// A typed text, unchanged or in double quotes. The quotes keep blanks at its ends.
 std::wstring parseText(std::string_view text)
 {
     if (text.size() >= 2 && text.front() == '"' && text.back() == '"')
@@ -289,8 +289,7 @@ std::vector<Outcome> parseOutcomes(std::string_view text)
     return outcomes;
 }
 
-/// Whether the outcome is the same with hidden operands: a failure's is not, because it may contain positions and
-/// tokens.
+/// Whether the outcome is the same with hidden operands. A failure is not, because it may contain positions and tokens.
 bool survivesHiding(const Outcome& outcome)
 {
     const auto* const failure = std::get_if<ExpectedFailure>(&outcome.expected);

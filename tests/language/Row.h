@@ -24,7 +24,7 @@ enum class Stage
     Evaluate,
 };
 
-/// The newest entry of an exception, and the number of entries.
+/// The latest entry of an exception, and the number of entries.
 struct ExpectedRecord
 {
     enum class Kind

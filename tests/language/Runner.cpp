@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// Runner.cpp - see Runner.h. A path runs step by step, and ends at the first difference.
+// Runner.cpp - see Runner.h. A path runs its steps in order, and stops at the first difference.
 #include "tests/language/Runner.h"
 
 #include "mathexpr/CMathExpr.h"
@@ -306,7 +306,7 @@ private:
         return true;
     }
 
-    /// After a text that does not compile, there is nothing to evaluate.
+    /// After a failed compilation, evaluation must return false and change nothing.
     bool staysEmpty(const std::wstring& text, MathExpression& expression)
     {
         const Observed observed =
@@ -319,7 +319,7 @@ private:
         return true;
     }
 
-    /// Leaves every kind of state that must not affect later texts.
+    /// Leaves state of every kind; it must not affect later texts.
     void useBefore(MathExpression& expression)
     {
         for (const wchar_t* const text : {L"[1,2,3]*7+[4,5,6]", L"1+2*(3", L"1/0", L"sin(30)+rand(0,1)", L"((2+3)*4,"})

@@ -3,9 +3,9 @@
 //
 // VariableAccess.h - changes a variable of an expression object in place, between two evaluations of one program.
 //
-// Compiling an assignment would replace the program; only a change in place shows items that read the previous content
-// of their result. The engine's session is private to the expression object. An explicit instantiation may name a
-// private member, which gives access here.
+// Compiling an assignment would replace the program. Only a change in place reveals items that read the previous
+// content of their result. The engine's session is a private member of the expression object; it is accessed here
+// through an explicit instantiation, which may name private members.
 #pragma once
 
 #include "MTParserLib/MTParser.h"

@@ -24,7 +24,7 @@ std::size_t nbFailures(const std::string& text)
 
 TEST(Runner, DrivesARowThroughEveryPath)
 {
-    // Written and hidden, each with and without messages, on a new and a used object; and two with CMathExpr.
+    // As written and hidden, each with and without messages, on a new and a used object; and two with CMathExpr.
     EXPECT_EQ(run("2+3 => 5").nbPaths, 4u + 4u + 2u);
     EXPECT_EQ(run("[1,2,3]*2 => [2,4,6]").nbPaths, 4u + 4u + 4u + 2u);
     EXPECT_EQ(run("@host x=1\nx => 1").nbPaths, 4u);

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// MutantChoice.cpp - reads the choice when the process starts, before any constructor of the library. A shared library of its
-// own, so that every module of the process makes the same choice.
+// MutantChoice.cpp - reads the choice when the process starts, before any constructor of the library runs. It is a
+// separate shared library, so that all modules of the process make the same choice.
 #include "MutantChoice.h"
 
 #include <cstdlib>

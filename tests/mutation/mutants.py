@@ -16,7 +16,7 @@ COMMENT_OR_TEXT = re.compile(
     r"""//[^\n]* | /\*.*?\*/ | L?"(?:\\.|[^"\\\n])*" | \bL?'(?:\\.|[^'\\\n])+' | ^[ ]*\#(?:\\\n|[^\n])*"""
     r"""| ^[ ]*template\b[^;{]*\bconcept\b[^;{]*(?:;|\{.*?^\};) | ^[ ]*(?:static_assert|template|using)\b[^;{]*""",
     re.VERBOSE | re.DOTALL | re.MULTILINE)  # fmt: skip
-# As coverage has it, but for what compilers run, whose changes show.
+# Code that tests cannot reach, as in tests/coverage. Code that only compilers run is mutated: its changes have effects.
 EXTENT = r"[^\n]*\n(?:\1 *\S[^\n]*\n)*"
 NOT_COVERED = re.compile(rf"^( *)[^\n]*// not covered: (?!runs while compiling){EXTENT}", re.MULTILINE)
 RUN_BY_COMPILER = re.compile(rf"^( *)[^\n]*// not covered: runs while compiling{EXTENT}", re.MULTILINE)

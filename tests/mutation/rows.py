@@ -1,9 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""Tries the mutants of the table of conversions, in the tree of together.py. The compiler evaluates the constants of a row, so no
-mutant can be chosen at run time. But rows do not depend on each other, and the test of their values names each row that fails:
-one build contains a mutant of every row."""
+"""Tries the mutants of the table of conversions, in the tree of together.py. The compiler evaluates the constants of a
+row, so no mutant can be chosen at run time. But rows are independent, and the test of their values names each row that
+fails. So one build contains a mutant of every row."""
 
 import re
 import subprocess

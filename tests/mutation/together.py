@@ -4,8 +4,9 @@
 """Tries mutants that one build contains together, chosen at run time (schemata.py).
 
 Each test first runs alone without a mutant, and its reach is recorded: the numbers of the mutants whose places it runs. A mutant
-is then tried only with tests that reach it, quickest first. What the build cannot hold, or no test reaches, is left to singly.py:
-the compiler may have evaluated it. The reach is kept in reach.json for a later run with the same sources.
+is then tried only with tests that reach it, quickest first. Mutants that the build cannot contain, or that no test
+reaches, are left to singly.py: the compiler may have evaluated them. reach.json keeps the reach for a later run with
+the same sources.
 """
 
 import collections
@@ -175,7 +176,7 @@ class Together:
         return number not in self.left and number in self.reaching
 
     def groups(self, tests):
-        """Tests as those of one process each, quickest first, with their processor time."""
+        """Tests grouped by process, with the processor time of each group, quickest first."""
         by_program, slow = collections.defaultdict(list), []
         for test in tests:
             if test.seconds > SLOW or test.program is None:
@@ -200,7 +201,7 @@ class Together:
         return "survived"
 
     def outcome_of(self, tests, seconds, environment):
-        """How tests of one process failed, which take this processor time without a mutant; None if they passed."""
+        """How the tests of one process failed; None if they passed. seconds: their processor time without a mutant."""
         command = self.command(tests[0].program, [test.name for test in tests])
         return outcome(exit_code(command, self.workspace.build, environment, 2 + int(3 * seconds)))
 

@@ -13,8 +13,8 @@ import subprocess
 
 from mutants import ROOT
 
-# Quick to build and to run: this measures whether the tests notice, not how a change is optimised. A library of its own makes
-# the choice, for all modules of a process (MutantChoice.cpp).
+# The build is quick to make and to run: optimisation does not affect whether the tests notice a change. A separate
+# library makes the choice, for all modules of a process (MutantChoice.cpp).
 CONFIGURATION = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O1", "-DCMAKE_C_COMPILER=clang",
                  "-DCMAKE_CXX_COMPILER=clang++", "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld",
                  "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld", "-DMATHEXPR_CHECK_HANDLES=ON", "-DMATHEXPR_INSTALL=OFF")

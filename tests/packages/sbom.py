@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 
-"""sbom.py SBOM LIBRARY - the list of what the library is made of has the form of SPDX 2.3, and is true.
+"""sbom.py SBOM LIBRARY - checks that the bill of materials has the form of SPDX 2.3 and is correct.
 
 It states that the library has no dependencies, so LIBRARY may need only libraries of the compiler and the system.
 """

@@ -1,7 +1,7 @@
 -- SPDX-FileCopyrightText: 2026 The mathexpr authors
 -- SPDX-License-Identifier: MIT
 --
--- use_cdef.lua CDEF - a host in LuaJIT: a value, an error with its place, a name from the host, an array.
+-- use_cdef.lua CDEF - a host in LuaJIT: a value, an error with its position, a name from the host, an array.
 local ffi = require("ffi")
 ffi.cdef(assert(io.open(arg[1])):read("*a"))
 local library = ffi.load("libmathexpr.so.1")

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// DecimalTests.cpp - numbers are read as the nearest double, whichever way a platform reads them.
+// DecimalTests.cpp - numbers are read as the nearest double, with the method of every platform.
 #include "platform/DecimalText.h"
 
 #include <bit>
@@ -39,7 +39,7 @@ TEST(Decimals, AreTheNearestDoubles)
     EXPECT_EQ(read("2.2250738585072012e-308"), 0x1p-1022);
     EXPECT_EQ(read("2.4703282292062328e-324"), 0x1p-1074);
     EXPECT_EQ(read("1.7976931348623158e308"), std::numeric_limits<double>::max());
-    // The middle between two doubles, and a digit far behind it that decides.
+    // A tie between two doubles; and a number just above it, by a digit far after the decimal point.
     EXPECT_EQ(read("9007199254740993" + zeros + "e-1000"), 0x1p53);
     EXPECT_EQ(read("9007199254740993." + zeros + "1"), 0x1.0000000000001p53);
 }
@@ -69,7 +69,7 @@ TEST(Decimals, OfSeventeenDigitsReadBack)
     }
 }
 
-// A processor's conversion of an integer rounds to nearest, to even in the middle.
+// The processor's conversion of an integer rounds to nearest, ties to even.
 TEST(Decimals, BetweenTwoDoublesAreRounded)
 {
     std::mt19937_64 random(1);

@@ -4,8 +4,8 @@
 // PlatformMathTests.cpp - the difference between the platform's sin, pow and so on and the true values (reference.py),
 // in units in the last place.
 //
-// Arithmetic and square roots are exact everywhere. These functions are not: they belong to the C library, or on
-// Windows to msvcrt.dll, and may round differently on each system. The tests bound the difference.
+// Arithmetic and square roots are correctly rounded on every platform. The other functions belong to the C library, or
+// on Windows to msvcrt.dll, and may round differently on each system. The tests bound the difference.
 
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/Variables.h"
@@ -100,7 +100,7 @@ struct Bound
     std::uint64_t units;
 };
 
-// A function may be off by two doubles. A following multiplication by 180 and division by pi adds up to two more.
+// The error of a function may be 2 doubles. A subsequent multiplication by 180 and division by pi adds up to 2 more.
 // clang-format off
 constexpr Bound bounds[] = {
     {"sin(x)",   2},
@@ -137,8 +137,8 @@ TEST(PlatformMath, IsWithinAFewUnitsInTheLastPlaceOfTheTrueValue)
     }
 }
 
-// The operator may compute a square without the platform's pow, but with its bits, which the function "pow" returns. They
-// differ from those of a product in about one of a thousand.
+// The operator may compute a square without the platform's pow, but must return the same bits as the function "pow".
+// The bits of a product differ for about one number in a thousand.
 TEST(PlatformMath, SquaresHaveTheBitsOfPow)
 {
     std::vector<double> numbers = {0.0, -0.0, 5e-324, -1e-200, 1e200, HUGE_VAL, -HUGE_VAL};

@@ -164,7 +164,7 @@ struct InPlace
     MTParserCompiler compiler{registrar, compilation, false, &host};
 };
 
-/// Code of the host may change any variable when it runs between two steps.
+/// Host code that runs between two steps may change any variable.
 TEST(Programs, CopyTheirVariablesWhereCodeOfTheHostsCanRun)
 {
     const auto nbSteps = [](auto define) {
@@ -198,7 +198,7 @@ std::wstring withRepeated(std::wstring text, const wchar_t* repeated, std::size_
     return text;
 }
 
-/// Whether a program has no memory for more than it consists of.
+/// Whether a program has no spare capacity.
 bool isFitted(const MTParserProgram& program)
 {
     return program.steps.capacity() == program.steps.size() && program.slots.capacity() == program.slots.size() &&
@@ -255,7 +255,7 @@ TEST(ScalarCode, IsWhatTheGoldenFileHolds)
     }
 }
 
-// A kernel may go through several steps by itself.
+// One kernel may run several steps.
 TEST(ScalarCode, RepeatsFusedItems)
 {
     for (const wchar_t* const pair : {L")*y+z", L")+z-y", L"*z)/y", L")-y+z)*y-z)/z-y"})
@@ -319,7 +319,7 @@ TEST(RunChoice, FollowsItsTable)
     EXPECT_EQ(program.choice.getArmed(), nullptr);
 }
 
-// What the steps of a constant would refuse is not computed.
+// The steps of a constant do not run, even those that would refuse their operands.
 TEST(RunChoice, RunsNoStepOfAConstant)
 {
     InPlace compiled(L"(p+1,2)");
@@ -328,7 +328,7 @@ TEST(RunChoice, RunsNoStepOfAConstant)
     EXPECT_EQ(compiled.compilation.program.getRoot().x, 2.0);
 }
 
-// Any number of waiting values, including values without a consumer.
+// Any number of values may be pending, including values that no step consumes.
 TEST(RunChoice, SpillsNumbersThatWait)
 {
     std::wstring nested = L"x";
@@ -344,7 +344,7 @@ TEST(RunChoice, SpillsNumbersThatWait)
     }
 }
 
-// If scalar code cannot run a program, its steps run, however its inputs change.
+// The interpreter runs programs that scalar code does not support, even after their inputs change.
 TEST(RunChoice, InterpretsLongPrograms)
 {
     InPlace compiled(withRepeated(L"x", L"+y", 4097));
@@ -356,7 +356,7 @@ TEST(RunChoice, InterpretsLongPrograms)
     EXPECT_EQ(stateAfterRun(program), MTRunState::Settled);
 }
 
-// The greatest length is smaller where the compiler does not optimise.
+// The maximum length is smaller in builds without optimisation.
 TEST(RunChoice, TakesScalarCodeUpToAGreatestLength)
 {
     const auto stateOf = [](std::size_t nbSteps) {
@@ -369,7 +369,7 @@ TEST(RunChoice, TakesScalarCodeUpToAGreatestLength)
     EXPECT_EQ(stateOf(greatest + 1), MTRunState::Interpreted);
 }
 
-// If code of the host could run, variables are copied, even if nothing consumes the copy.
+// Variables are copied if host code could run, even if no step consumes the copy.
 TEST(RunChoice, InterpretsCopiesWithoutAConsumer)
 {
     InPlace compiled(L"x");
@@ -396,7 +396,7 @@ TEST(RunChoice, TakesFlaggedNumbersAndPoints)
     EXPECT_EQ(stateAfterRun(compiled.compilation.program), MTRunState::Scalar);
 }
 
-// Only a host can create other kinds.
+// Only a host can create kinds other than number and point.
 TEST(RunChoice, InterpretsUnknownKinds)
 {
     InPlace compiled(L"[x,y,2]");
@@ -445,7 +445,7 @@ TEST(TileCode, ComputesEachTileOnce)
     }
 }
 
-// The tile is filled up with copies of the last row, which no item refuses.
+// The rest of the tile is filled with copies of the last row, which no item refuses.
 TEST(TileCode, ComputesATileThatIsNotFull)
 {
     for (const wchar_t* text : {L"sqrt(x-1)", L"sqrt(abs(p)-1)", L"1/(p*[1,0,0])"})
@@ -454,7 +454,7 @@ TEST(TileCode, ComputesATileThatIsNotFull)
     }
 }
 
-// A compiler that does not optimise calls each step from the one before. The value is stored before a pause.
+// Without optimisation, each step calls the next one. The value is stored before a pause.
 TEST(TileCode, PausesAfterSomeSteps)
 {
     std::istringstream steps(runInTiles(withRepeated(L"x", L"+1", 1000)).steps);

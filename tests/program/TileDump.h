@@ -3,9 +3,12 @@
 //
 // TileDump.h - runs a program in tiles, and dumps its tile code.
 //
-//     * numbers                     a formula, and its operands: "number" and "point" are in places, "value" is that of
-//     *, + numbers                  the step before, "uniform" is the same in all rows; two formulas in one step, the
-//     end                           second with the value; a step without a formula
+//     * numbers                     one formula, and the kind of its operands
+//     *, + numbers                  two formulas in one step; the second one reads the value of the first
+//     end                           a step without a formula
+//
+// Operands: "number" and "point" are read from memory, "value" is the result of the previous step, "uniform" is the
+// same in all rows.
 #pragma once
 
 #include "MTParserLib/MTParserRegistrar.h"
@@ -16,7 +19,7 @@
 #include <cstddef>
 #include <string>
 
-/// What a run in tiles has done.
+/// The outcome of a run in tiles.
 struct TileRun
 {
     std::string steps;        // empty if the program runs row by row

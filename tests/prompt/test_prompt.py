@@ -266,7 +266,7 @@ class Signature(PromptTest):
         terminal.expect("\n>")
 
     def test_resizing_near_the_top_leaves_no_pieces_on_the_screen(self):
-        """No program can reach what tmux moves above its screen while it rewraps lines."""
+        """Programs cannot change lines that tmux moves above its screen while it rewraps lines."""
         for lines_before in (0, 2):
             for sizes in ((45, 80), (30,), (45, 100, 50), (41, 40, 39, 38, 80)):
                 with self.subTest(lines_before=lines_before, sizes=sizes):

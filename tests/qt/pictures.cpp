@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 //
 // pictures.cpp - qt_pictures FOLDER REFERENCES - renders the pictures of the dialog of examples/qt for
-// docs/embedding.md: filled in, with an error, with the list and the tip open; light and dark. Each is compared with
-// the picture of that name in REFERENCES; a difference is reported and fails.
-// one of its name in REFERENCES; where one does not, it says so and fails.
+// docs/embedding.md: filled in, with an error, with the list and the tip open; light and dark. Compares each with the
+// picture of the same name in REFERENCES. Reports every difference, and fails if there is one.
 #include "InsertDialog.h"
 
 #include <QApplication>
@@ -19,8 +18,8 @@
 
 namespace {
 
-/// Whether two pictures show the same. Another version of the font or of Qt changes the edges of letters, which are few
-/// pixels; a changed colour, text or position affects more.
+/// Whether two pictures show the same. Another version of the font or of Qt changes only the edges of letters, which
+/// are a few pixels. A changed colour, text or position changes more.
 bool isAlike(const QImage& one, const QImage& other)
 {
     if (one.size() != other.size())

@@ -184,7 +184,7 @@ TEST(BoundFunction, ComputesWhatAFreshSessionDoes)
     EXPECT_GT(nbRefused, count);
 }
 
-// "-" of numbers leaves the kind of its result, which was that of a point.
+// "-" for numbers does not write the kind of its result, which was a point before.
 TEST(BoundFunction, OfAProgramThatHasRunWithPointsIsStillOneOfNumbers)
 {
     Bound bound(L"a-b");
@@ -204,7 +204,7 @@ TEST(BoundFunction, OfAProgramThatHasRunWithPointsIsStillOneOfNumbers)
     EXPECT_EQ(result, 2.0);
 }
 
-// The result may overwrite an argument, and each call may pass another array; also if an item runs on records.
+// The result may overwrite an argument, and each call may pass another array. One text is computed on records.
 TEST(BoundFunction, ReadsTheArrayOfTheCall)
 {
     for (const wchar_t* text : {L"a-2*b", L"a-m2m(b)"})
@@ -225,7 +225,7 @@ TEST(BoundFunction, ReadsTheArrayOfTheCall)
     }
 }
 
-// Nothing consumes the copy of a; scalar code has no step for that.
+// No step consumes the copy of a, which scalar code does not support.
 TEST(BoundFunction, InterpretsAProgramThatScalarCodeCannotRun)
 {
     const Bound bound(L"-((a),b)", true);
@@ -238,7 +238,7 @@ TEST(BoundFunction, InterpretsAProgramThatScalarCodeCannotRun)
     }
 }
 
-// Longer programs than scalar code supports are interpreted.
+// Programs that are too long for scalar code are interpreted.
 TEST(BoundFunction, ComputesTextsOfAnyLength)
 {
     std::wstring text = L"a";
@@ -256,7 +256,7 @@ TEST(BoundFunction, ComputesTextsOfAnyLength)
     }
 }
 
-// A product of points is added to what its slot holds.
+// A dot product is added to the content of its slot.
 TEST(BoundFunction, ForgetsEarlierCallsOfLongTexts)
 {
     std::wstring text = L"[a,1,2]*[3,b,4]";
@@ -274,7 +274,7 @@ TEST(BoundFunction, ForgetsEarlierCallsOfLongTexts)
     }
 }
 
-// A product of flagged points is computed on records.
+// A dot product of flagged points is computed on records.
 TEST(BoundFunction, ForgetsEarlierProductsOfFlaggedPoints)
 {
     Bound bound(L"p*p+a");
@@ -290,7 +290,7 @@ TEST(BoundFunction, ForgetsEarlierProductsOfFlaggedPoints)
     }
 }
 
-// Of parallel lines, the result is what its slot held before the first call.
+// For parallel lines, the result is the content of its slot before the first call.
 TEST(BoundFunction, ForgetsEarlierIntersections)
 {
     const Bound bound(L"ill([0,0,1],[a,b,1],[0,2,1],[2,0,1])*[1,10,100]");

@@ -50,8 +50,8 @@ public:
     Values values;
 };
 
-/// Bit for bit, except that all NaNs are equal: sign and payload depend on the order in which the compiler puts two NaN
-/// operands.
+/// Bit for bit, except that all NaNs are equal: the sign and payload of a result depend on the order in which the
+/// compiler puts two NaN operands.
 bool isSame(const VALTYPE& left, const VALTYPE& right)
 {
     const auto same = [](double a, double b) {
@@ -93,7 +93,7 @@ Row evaluateAlone(const std::wstring& text, const Values& values)
     }
     catch (const mathexpr::ParsingException&)
     {}
-    // A refused assignment is not a failure of the value, and bulk evaluation does not assign.
+    // Bulk evaluation does not assign, so a refused assignment does not fail the row.
     if (!evaluated && mathexpr::getDiagnostic(expression).kind != mathexpr::ExpressionDiagnostic::Kind::Definition)
     {
         row.status = mathexpr::getDiagnostic(expression).message;
@@ -281,7 +281,7 @@ protected:
         return true;
     }
 
-    /// Leaves values of earlier evaluations in the slots; they must not affect bulk evaluation.
+    /// Fills the slots by single evaluations; these values must not affect bulk evaluation.
     static void leaveTraces(MathExpression& expression)
     {
         try
@@ -329,7 +329,7 @@ TEST_F(BulkDifferential, AnyExpression)
     EXPECT_GT(nbCompiled, count / 2);
 }
 
-/// A formula of items of the vocabulary, with numbers as arguments.
+/// A random formula of vocabulary items, with numbers as arguments.
 std::wstring numberFormula(Random& random, const std::vector<mathexpr::VocabularyItem>& items, std::size_t depth)
 {
     if (depth == 0 || random.chance(10))
@@ -437,7 +437,7 @@ TEST_F(BulkDifferential, RandomNumbersAreDrawnRowByRow)
     EXPECT_TRUE(compare(random, L"rand(0,x)/y+sqrt(rand(y,x))", {}, 2000, false, 4));
 }
 
-/// Numbers of which some are refused by divisions, roots or logarithms.
+/// Numbers, some of which divisions, roots or logarithms refuse.
 std::vector<double> numbersToRefuse(Random& random, std::size_t count)
 {
     static constexpr std::array<double, 8> numbers = {0.0, 1.0, -3.0, 2.5, 9.0, 0.3048, 30.0, 1e-9};
@@ -458,7 +458,7 @@ struct BulkRows
     bool operator==(const BulkRows&) const = default;
 };
 
-/// Evaluates into an array, which may be that of a column.
+/// Evaluates into an array, which may also be a column.
 BulkRows evaluateInto(std::vector<double>& results, MathExpression& expression,
                       const std::vector<mathexpr::BulkColumn>& columns, mathexpr::BulkKind kind, std::size_t nbRows)
 {

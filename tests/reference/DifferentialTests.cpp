@@ -118,7 +118,7 @@ std::string history(const Script& script, std::size_t last, bool silent)
     return lines.str();
 }
 
-/// Stops at the first step with different outcomes, since the following ones would differ because of it.
+/// Stops at the first different outcome, since it would affect all later ones.
 bool playsTheSame(const Script& script, bool silent)
 {
     reference::EngineSession engine(silent, hostOf(script));
@@ -212,7 +212,7 @@ TEST(Differential, Calculator)
     }
 }
 
-// The comparison is only as good as its texts: they must reach every code, every message, and enough successes.
+// The generated texts must reach every error code and every message, and enough of them must succeed.
 TEST(Generator, TextsReachEveryOutcome)
 {
     std::set<std::uint32_t> codes;

@@ -14,8 +14,8 @@
 
 namespace reference {
 
-/// A MathExpression. Only one session or calculator may be in use at a time, because each records the messages of the
-/// whole process.
+/// A MathExpression. Only one session or calculator may exist at a time, because each records the messages of the
+/// process.
 class EngineSession
 {
 public:

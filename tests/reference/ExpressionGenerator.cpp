@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ExpressionGenerator.cpp - a small grammar, a list of odd texts, mutations, and scripts composed from them.
+// ExpressionGenerator.cpp - a small grammar, a list of unusual texts, mutations, and scripts composed of them.
 #include "ExpressionGenerator.h"
 
 #include "ReferenceVocabulary.h"
@@ -160,8 +160,8 @@ const Texts soupTokens = {L"+",    L"-",    L"*",       L"/",     L"^",     L"%"
 
 const std::wstring mutationCharacters = L"+-*/^%<>=!&|()[],.e 01239xyp\u00e9";
 
-// Concatenates parts. The elements of a braced list are evaluated from left to right; the operands of "+" are not, so
-// that the texts would depend on the compiler.
+// Concatenates parts. Elements of a braced list are evaluated from left to right. The order of the operands of "+" is
+// unspecified, so with "+" the texts would depend on the compiler.
 std::wstring joined(std::initializer_list<std::wstring> parts)
 {
     std::wstring text;
@@ -261,7 +261,7 @@ std::wstring ExpressionGenerator::wellFormed()
     return operand(depth, random.chance(35));
 }
 
-// Many consecutive terms, or many levels of one kind.
+// Many consecutive terms, or many nested levels of one kind.
 std::wstring ExpressionGenerator::longText()
 {
     static const Texts openings = {L"(", L"-", L"!", L"sqr(", L"abs(", L"-(", L"sum(1,", L"(,"};
@@ -364,7 +364,7 @@ std::wstring ExpressionGenerator::number(std::size_t depth)
     return numberCall(depth);
 }
 
-// Brackets with more than a value: extra arguments, leading separators, nesting.
+// Brackets that contain more than one value: extra arguments, leading separators, nesting.
 std::wstring ExpressionGenerator::brackets(std::size_t depth)
 {
     std::wstring text = random.chance(20) ? L"(," : L"(";

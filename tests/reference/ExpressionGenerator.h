@@ -38,8 +38,8 @@ private:
     std::mt19937_64 engine;
 };
 
-/// Generates texts: well-formed ones, the same with a few characters changed, known oddities with a few characters
-/// changed, and random sequences of tokens.
+/// Generates texts: well-formed texts, well-formed and unusual texts with a few characters changed, and random
+/// sequences of tokens.
 class ExpressionGenerator
 {
 public:

@@ -4,9 +4,9 @@
 // ItemDifferentialTests.cpp - calls every operator and function of the library and of the reference with the same
 // arguments and the same stale result, and compares all effects.
 //
-// Expressions cannot reach everything: no text passes fact a product to continue with, and few reach the tolerances of
-// the line intersection. MATHEXPR_DIFFERENTIAL_CALLS is the number of calls per item, MATHEXPR_DIFFERENTIAL_SEED the
-// seed.
+// Expressions cannot reach everything: no text calls fact with a stale product in its result, and few reach the
+// tolerances of the line intersection. MATHEXPR_DIFFERENTIAL_CALLS is the number of calls per item,
+// MATHEXPR_DIFFERENTIAL_SEED the seed.
 #include "EngineSession.h"
 #include "ExpressionGenerator.h"
 #include "ReferenceEvaluator.h"
@@ -114,7 +114,7 @@ public:
         return args;
     }
 
-    /// A result on entry. Its z is often that of an argument, for the comparisons with endpoints.
+    /// A stale result. Its z is often that of an argument, since intersections compare it with endpoints.
     VALTYPE result(const std::vector<VALTYPE>& args)
     {
         VALTYPE made = value();
@@ -136,7 +136,7 @@ private:
 
     double coordinate() { return static_cast<double>(random.below(2000001)) / 250000.0 - 4.0; }
 
-    /// As the generator's, with additional magnitudes that expressions seldom reach.
+    /// A value from the generator, often with a magnitude that expressions seldom reach.
     VALTYPE value()
     {
         VALTYPE made = generator.value();
@@ -182,7 +182,7 @@ protected:
     const std::uint64_t calls = reference::fromEnvironment("MATHEXPR_DIFFERENTIAL_CALLS", 1000);
     const std::uint64_t seed = reference::firstSeed();
 
-    /// Stops at the first difference of an item.
+    /// Stops an item's calls at the first difference.
     void compare(const IMathExprItemEvaluator& ofLibrary, const Item& ofReference, std::size_t index)
     {
         Arguments arguments(seed * 1000 + index);

@@ -3,7 +3,7 @@
 //
 // ReferenceCompiler.cpp - one pass over the text, with operator stack, bracket levels and folding.
 //
-// Nothing is optimised: every step is written as the language is defined, so that oddities follow by themselves.
+// Nothing is optimised: every step is written as the language defines it, so the special cases need no extra code.
 #include "ReferenceCompiler.h"
 
 #include "ReferenceVocabulary.h"
@@ -441,7 +441,7 @@ private:
         fold();
     }
 
-    // Folding.
+    // Folding
 
     bool allOperandsConstant = false;
     std::size_t consumed = 0;

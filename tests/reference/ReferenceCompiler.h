@@ -14,7 +14,7 @@
 
 namespace reference {
 
-/// State outside a compilation that it reads and changes.
+/// State that a compilation reads and changes, and that exists beyond it.
 struct Surroundings
 {
     const Host& host;

@@ -5,10 +5,10 @@
 // library.
 //
 // A Session has the calls of a MathExpression, and reports everything that a host could observe: the returned value,
-// messages shown, exceptions raised, names looked up. It shares no code with the library except VALTYPE, and is literal
+// messages shown, exceptions raised, names looked up. It shares no code with the library except VALTYPE, and is simple
 // rather than fast: three replacements rewrite the text, folding visits the whole subtree recursively after every
-// emitted record, and look-ups scan lists. Its recursion is as deep as the text is nested, so texts should have at most
-// some ten thousand characters.
+// emitted record, and look-ups scan lists. The recursion depth is the nesting depth of the text, so texts should have
+// at most about ten thousand characters.
 //
 // The entry point is Session; describe() converts an Outcome to a line that tests compare and print.
 #pragma once
@@ -99,7 +99,7 @@ public:
     Outcome calculate(const std::wstring& text, const VALTYPE& result, std::uint32_t limit);
 
     /// Changes a variable between two evaluations of a program; returns false if there is no such variable. The library
-    /// exports no such operation: it tests what slots keep from one evaluation to the next.
+    /// has no such function. Tests use it to observe what slots keep from one evaluation to the next.
     bool changeVariable(const std::wstring& name, const VALTYPE& value);
 
 private:

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReferenceEvaluatorTests.cpp - compares the reference with hand-written outcomes, so that an error in both the
-// reference and the library is found.
+// ReferenceEvaluatorTests.cpp - compares the reference with hand-written outcomes, to find errors that the reference
+// and the library share.
 #include "ReferenceCompiler.h"
 #include "ReferenceEvaluator.h"
 #include "ReferenceVocabulary.h"
@@ -52,8 +52,8 @@ Outcome calculate(Session& session, const std::string& text)
     return compiled.returned ? session.evaluate({}) : compiled;
 }
 
-/// Texts for one object, separated by blanks, and the outcome of the last one, with messages and in silent mode; an
-/// empty second outcome is the same as the first.
+/// Texts for one object, separated by blanks, and the outcome of the last text: with messages, and in silent mode. If
+/// the silent outcome is empty, both are the same.
 struct Row
 {
     const char* texts;

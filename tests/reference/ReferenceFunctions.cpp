@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReferenceFunctions.cpp - the core mathematical functions. Each checks the kind of its first argument only, writes
-// type and x, and leaves the rest of the result.
+// ReferenceFunctions.cpp - the core mathematical functions. Each checks the kind of its first argument only, and writes
+// only type and x of the result.
 #include "ReferenceVocabulary.h"
 
 #include <cmath>
@@ -27,7 +27,7 @@ double degrees(double radians)
     return product / shortPi;
 }
 
-// Computed with pow, not exp10, by which a compiler may replace it for a constant base.
+// Computed with pow. The volatile base keeps compilers from replacing pow by exp10.
 double powerOfTen(double exponent)
 {
     volatile double base = 10.0;
@@ -129,8 +129,8 @@ bool truncate(const Args& args, VALTYPE& result, Messages& messages)
     return number(result, toInteger(args[0].x));
 }
 
-// Multiplies the value that the result holds. Once the product is zero, infinite or NaN, further factors do not change
-// it.
+// The initial product is the value in the result. The loop ends early if the product is zero, infinite or NaN, since
+// further factors would not change it.
 bool factorial(const Args& args, VALTYPE& result, Messages&)
 {
     requireNumber(args[0]);

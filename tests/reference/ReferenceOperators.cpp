@@ -179,7 +179,7 @@ bool equal(const Args& args, VALTYPE& result, Messages&)
     return true;
 }
 
-// For two plain numbers, or a point and a number, the result is unchanged.
+// For two unflagged numbers, or for a point and a number, the result is unchanged.
 bool logicalAnd(const Args& args, VALTYPE& result, Messages&)
 {
     const VALTYPE& a = args[0];

@@ -19,7 +19,7 @@ struct Messages
     bool shown = true;
     std::vector<std::uint32_t> numbers;
 
-    /// Returns false always, so that an item can return the result.
+    /// Always returns false, so that an item can return the result of this call.
     bool refuse(std::uint32_t number)
     {
         if (shown)

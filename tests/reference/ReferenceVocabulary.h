@@ -28,7 +28,7 @@ const Item* findOperator(const std::wstring& symbol, bool unary);
 
 bool isFunction(const std::wstring& name);
 
-/// An exact count wins; a function with any number of arguments needs at least one, except point.
+/// Prefers an exact number of arguments. A function with any number of arguments needs at least one, except point.
 const Item* findOverload(const std::wstring& name, std::uint32_t nbArgs);
 
 /// pi, PI, e or E.

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// RunStateTests.cpp - compares what runs leave in the slots with the reference.
+// RunStateTests.cpp - compares the slots' contents after each run with the reference.
 //
 // Items write only some fields of their result, and some read its previous content. So a run depends on earlier runs,
 // even on those that were refused half-way. These tests evaluate one program repeatedly, with variables whose values
-// change often and whose kinds change occasionally, and compare every outcome.
+// often change and whose kinds occasionally change, and compare every outcome.
 #include "ExpressionGenerator.h"
 #include "LongRun.h"
 #include "Settings.h"
@@ -94,7 +94,8 @@ void setKinds(LongRun& run, const std::vector<std::wstring>& names, std::size_t 
     }
 }
 
-// Every operand of every item gets numbers and points in turn, with runs between them that are refused after the item.
+// Every operand of every item is a number in some runs and a point in others. Between them, runs are refused after the
+// item.
 TEST(RunState, EveryItemWithEveryKindInEveryPlace)
 {
     const std::vector<std::wstring> names = {L"x", L"y", L"z", L"u"};
@@ -213,7 +214,7 @@ double someNumber(Random& random)
     return random.pick(numbers);
 }
 
-/// The other one of the two values of a type or flag.
+/// Inverts a type or flag.
 std::uint8_t otherOf(std::uint8_t value)
 {
     return value == 0 ? 1 : 0;
@@ -254,7 +255,7 @@ TEST(RunState, OfRandomPrograms)
     }
 }
 
-// Two sets of kinds alternate, so that nothing prepared for one may be used for the other.
+// Two sets of kinds alternate; code prepared for one must not run for the other.
 TEST(RunState, OfKindsThatAlternate)
 {
     const std::uint64_t first = reference::firstSeed();

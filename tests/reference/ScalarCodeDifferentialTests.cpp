@@ -3,9 +3,9 @@
 //
 // ScalarCodeDifferentialTests.cpp - long runs of a program whose variables change from numbers to points and back.
 //
-// While everything is a number, scalar code replaces the program. Formulas that it supports are evaluated many times,
-// with occasional refusals (a zero divisor, a root of a negative number) and points. After every step the value, what a
-// slot kept from an earlier evaluation, and every message are compared with the reference.
+// Scalar code runs only while the variables keep their kinds. Formulas that it supports are evaluated many times, with
+// occasional refusals (a zero divisor, a root of a negative number) and points. After every step the value, the content
+// of the slots, and every message are compared with the reference.
 #include "tests/reference/LongRun.h"
 
 #include <gtest/gtest.h>
@@ -106,7 +106,7 @@ TEST(ScalarCode, FollowsThePrograms)
     }
 }
 
-// A product keeps its last number in its slot; the dot product of later points is added to it.
+// A product of numbers stays in its slot; a later dot product in that slot is added to it.
 TEST(ScalarCode, StoresProductsForTheDotProductsThatFollow)
 {
     for (const wchar_t* text :
@@ -119,8 +119,8 @@ TEST(ScalarCode, StoresProductsForTheDotProductsThatFollow)
     }
 }
 
-// The product of two points is a number. When the variable becomes one too, all slots are numbers except the
-// constant's.
+// The product of two points is a number. When the variable becomes a number too, only the constant's slot holds a
+// point.
 TEST(ScalarCode, DoesNotTakeAConstantPointForANumber)
 {
     for (const wchar_t* text : {L"[2,3,4]*x", L"x*[2,3,4]", L"1+[2,3,4]*x", L"(x*[2,3,4]-5)/2"})

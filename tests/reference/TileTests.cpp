@@ -320,7 +320,7 @@ TEST_F(Tiles, ComeToWhatEachRowDoesByItself)
     RecordProperty("rows", std::to_string(nbCompared));  // by each instruction set
 }
 
-// Sines and cosines may be computed by vectors, with another way for each range of angles.
+// Vector code may compute sines and cosines, with a different method for each range of angles.
 TEST_F(Tiles, TakeSinesOfAnyAngle)
 {
     constexpr std::size_t nbRows = 20000;
@@ -574,10 +574,10 @@ std::size_t lanesOf(const MTTileSet& set)
     return set.nbRows / vectorsPerTile;
 }
 
-/// Where the kernels of a run read and write, in the order of the columns, and then the results.
+/// The addresses that the kernels of a run read and write: the columns in order, then the results.
 std::vector<const double*> placesOfRun;
 
-/// Baseline tiles, whose runs note their places.
+/// Baseline tiles that record the addresses in placesOfRun.
 MTTileSet notingPlaces()
 {
     return {baselineTiles.nbRows, baselineTiles.findKernel, baselineTiles.findJoined, baselineTiles.findControl,
@@ -588,7 +588,7 @@ MTTileSet notingPlaces()
             }};
 }
 
-// Copying would cost more than most formulas.
+// Copying would take longer than computing most formulas.
 TEST_F(Tiles, ReadAndWritePackedArraysInPlace)
 {
     const MTTileSet set = notingPlaces();
@@ -614,7 +614,7 @@ TEST_F(Tiles, ReadAndWritePackedArraysInPlace)
     }
 }
 
-// Wherever the memory for them lies, which other allocations move by parts of a cache line.
+// Copies are aligned to cache lines, wherever their memory is. The other allocations move it by parts of a cache line.
 TEST_F(Tiles, CopyColumnsToTheBeginningOfACacheLine)
 {
     const MTTileSet set = notingPlaces();
@@ -638,7 +638,7 @@ TEST_F(Tiles, CopyColumnsToTheBeginningOfACacheLine)
 }
 
 #if defined(__linux__)
-// A column may end where the host's memory does.
+// The end of a column may be the end of the host's mapped memory.
 TEST_F(Tiles, ReadNothingBehindTheLastRow)
 {
     const auto size = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
@@ -697,7 +697,7 @@ TEST_F(Tiles, BeginWhereMostPackedColumnsAreAligned)
         const std::size_t lanes = lanesOf(*set);
         for (std::size_t lead = 0; lead < 8; ++lead)
         {
-            // The first row of numbers that is aligned, and likewise of points, of which each is three numbers.
+            // The addresses of columns whose row "lead" is aligned; a point takes three numbers.
             const std::size_t number = 16 - lead;
             const std::size_t point = 32 - 3 * lead;
             const std::size_t expected = lead % lanes;

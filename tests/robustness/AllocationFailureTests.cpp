@@ -63,7 +63,7 @@ struct Subject
     CMathExpr calculator;
 };
 
-/// An operation, and its preparations, which do not run out of memory.
+/// An operation, and its preparations, which always have enough memory.
 struct Operation
 {
     std::string name;
@@ -91,7 +91,7 @@ Outcome outcomeOf(const Operation& operation, Subject& subject)
     Outcome outcome;
     try
     {
-        // Not assigned directly: g++ 12 left a value behind when the operation threw.
+        // Not assigned directly: with g++ 12, a value remained when the operation threw.
         const std::optional<VALTYPE> value = operation.run(subject);
         outcome.value = value;
     }
@@ -127,7 +127,7 @@ void expectUsable(Subject& subject)
     EXPECT_EQ(value.x, 2.0);
 }
 
-/// Runs the operation with enough memory, which also creates what the process then keeps.
+/// Runs the operation with enough memory. This also creates the data that the process keeps.
 Outcome rehearse(const Operation& operation, bool silent)
 {
     Subject subject(silent);
@@ -463,7 +463,7 @@ std::size_t nbMadeInBulk(std::size_t nbRows, std::uint32_t nbThreads)
     return memory::madeCount() - before;
 }
 
-// Every thread allocates for its start and for its results.
+// Every thread allocates memory when it starts, and for its results.
 TEST(BulkMemory, IsTakenForAsManyThreadsAsHavePortionsToDo)
 {
     const auto takeAlike = [](std::size_t nbRows, std::uint32_t first, std::uint32_t second) {
@@ -479,13 +479,13 @@ TEST(BulkMemory, IsTakenForAsManyThreadsAsHavePortionsToDo)
     EXPECT_FALSE(takeAlike(2 * portionRows + 1, 2, 3));
     EXPECT_TRUE(takeAlike(2 * portionRows + 1, 3, 300));
 
-    // The second thread takes as much as the third, and a little for all.
+    // The second thread allocates as much as the third, plus a little that all threads share.
     const std::size_t alone = nbMadeInBulk(3 * portionRows, 1);
     const std::size_t two = nbMadeInBulk(3 * portionRows, 2);
     EXPECT_LT(two - alone, 2 * (nbMadeInBulk(3 * portionRows, 3) - two));
 }
 
-// What a call prepares serves the next one, unless a variable without a column has changed.
+// A call reuses the preparations of the previous one, unless a variable without a column has changed.
 TEST(BulkMemory, IsTakenOnceForCallsThatAreAlike)
 {
     MathExpression expression(true, &host);
@@ -508,7 +508,7 @@ TEST(BulkMemory, IsTakenOnceForCallsThatAreAlike)
     EXPECT_EQ(results, (std::array{5.0, 10.0, 15.0}));
 }
 
-// Starting a thread allocates; what the missing threads would have done is left to those that have started.
+// Starting a thread allocates memory. If a thread cannot start, the others compute its rows.
 TEST(BulkMemory, MayBeTooShortForSomeThreadsAndLeavesOutNoRow)
 {
     constexpr std::size_t nbRows = 8 * portionRows;
@@ -535,8 +535,8 @@ TEST(BulkMemory, MayBeTooShortForSomeThreadsAndLeavesOutNoRow)
     }
 }
 
-// Of an object's first text, the program is moved to memory of its size once it is otherwise complete; some C++ libraries do
-// without that memory if there is none. The last allocation is for scalar code.
+// At the end of an object's first compilation, the program is moved to memory of its exact size. Some C++ libraries
+// keep the old memory if this allocation fails. The last allocation is for scalar code.
 TEST(CompilationShortages, LeaveNothingToEvaluate)
 {
     for (const bool isFirst : {true, false})

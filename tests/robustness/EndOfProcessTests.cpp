@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // EndOfProcessTests.cpp - code that computes while the process ends: the destructor of a global, an atexit handler, and
-// a thread that continues while main ends. Each runs in a separate process, which reports the outcome on standard
-// error.
+// a thread that outlives main. Each runs in a separate process, which reports the outcome on standard error.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
@@ -74,7 +73,7 @@ void report(bool right)
     std::fputs(right ? "computed\n" : "wrong\n", stderr);
 }
 
-/// Its destructor runs after those of everything that the library has created since main began.
+/// Its destructor runs after the destructors of everything that the library creates during main.
 struct Global
 {
     ~Global()
@@ -122,7 +121,7 @@ TEST_P(EndOfProcess, ExitHandlerComputes)
     EXPECT_EXIT(end(), testing::ExitedWithCode(0), "^computed");
 }
 
-// The handler runs after those of everything that the library has created, and lets the thread compute some more
+// The handler runs after the destructors of everything that the library creates, and lets the thread continue for some
 // rounds.
 TEST_P(EndOfProcess, ThreadGoesOnComputing)
 {

@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FirstUseTests.cpp - sixty-four threads use the library for the first time, all at the same moment: what the process
-// shares, in particular the vocabulary, is created once and is complete for every thread. Each race runs in a separate
-// process.
+// FirstUseTests.cpp - sixty-four threads use the library for the first time, all at the same moment. Shared data, such
+// as the vocabulary, must be created once and be complete for every thread. Each race runs in a separate process.
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
 #include "mathexpr/EditorServices.h"
@@ -27,7 +26,7 @@ namespace {
 constexpr int nbThreads = 64;
 constexpr int nbRaces = 8;
 
-/// A way to use the library first. @return whether the result was right
+/// A first use of the library. @return whether the result was right
 using FirstUse = bool (*)();
 
 bool computes()

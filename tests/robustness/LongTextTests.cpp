@@ -25,7 +25,7 @@ namespace {
 
 constexpr std::size_t characters = isInstrumented ? 100000 : 10000000;
 
-/// The outcome of a text: the value or the failure; the other one is default-constructed.
+/// The outcome of a text: a value or a failure. The other member is default-constructed.
 struct Answer
 {
     VALTYPE value;
@@ -91,7 +91,7 @@ TEST_P(LongTexts, CompileAndEvaluateOnASmallStack)
     EXPECT_EQ(afterwards.x, 2.0);
 }
 
-// The expectations for long texts are those of the reference, which is recursive, for short ones.
+// The reference is recursive, so it checks the expectations with short texts of the same shapes.
 TEST_P(LongTexts, AreExpectedToDoWhatShortOnesDo)
 {
     const LongText& shape = GetParam();

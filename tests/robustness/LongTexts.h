@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LongTexts.h - texts of any length, with a part repeated before and after a middle, and their expected outcome.
+// LongTexts.h - texts of any length, with parts repeated before and after a middle, and their expected outcome.
 #pragma once
 
 #include "mathexpr/ValType.h"
@@ -35,7 +35,7 @@ struct LongText
     bool isPoint = false;  // whether the value is a point
     bool isNamed = false;  // whether the failure names all of the openings
 
-    /// The number of parts of a text of about this length: an even number.
+    /// The number of repetitions for a text of about this length; even.
     std::size_t partsOf(std::size_t characters) const;
 
     std::wstring make(std::size_t parts) const;

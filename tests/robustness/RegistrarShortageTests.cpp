@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// RegistrarShortageTests.cpp - memory runs out at every allocation of a definition. Then nothing is defined, and the
-// same definition succeeds afterwards.
+// RegistrarShortageTests.cpp - memory runs out at every allocation of a definition. A failed definition changes
+// nothing, and succeeds when it is repeated with enough memory.
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"
 #include "tests/support/FailingMemory.h"
@@ -19,7 +19,7 @@ namespace {
 
 using memory::Failing;
 
-/// A kind of definition. Every index gives another name.
+/// A kind of definition. Each index has a different name.
 struct Definition
 {
     const char* kind;
@@ -35,7 +35,7 @@ std::wstring nameOf(int index)
     return L"a_name_so_long_that_its_string_takes_memory_" + std::to_wstring(index);
 }
 
-/// Of characters that are in no other name.
+/// A symbol of characters that no other symbol contains.
 std::wstring symbolOf(int index)
 {
     return std::wstring(20, static_cast<wchar_t>(0x3041 + index));
@@ -105,7 +105,7 @@ void defineWithShortages(const Definition& definition, MTParserRegistrar& regist
 class RegistrarShortages : public testing::TestWithParam<Definition>
 {};
 
-// So many definitions that every container grows several times.
+// There are enough definitions for every container to grow several times.
 TEST_P(RegistrarShortages, DefineNothingPartially)
 {
     SCOPED_TRACE(GetParam());  // the first trace allocates permanently

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// SmallStack.h - runs code on a small stack, so that a recursion as deep as a text is long would crash.
+// SmallStack.h - runs code on a small stack, so that a recursion whose depth grows with the length of a text crashes.
 #pragma once
 
 #include "tests/support/Instrumented.h"

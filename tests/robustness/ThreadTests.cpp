@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ThreadTests.cpp - sixteen threads with separate objects do all that a host does: no thread observes another, and
-// ThreadSanitizer finds no shared access.
+// ThreadTests.cpp - sixteen threads use the library with separate objects. No thread observes another, and
+// ThreadSanitizer finds no data race.
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
 #include "mathexpr/Diagnostics.h"
@@ -186,7 +186,7 @@ TEST(Threads, WorkOnObjectsOfTheirOwn)
     EXPECT_EQ(nbWrong, 0);
 }
 
-/// The first thread creates what the process shares.
+/// The first thread creates the data that the process shares.
 TEST(Threads, EditSeparateTexts)
 {
     std::atomic<int> nbWrong = 0;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // UnloadingTests.cpp - a host that loads and unloads the library repeatedly. This program is not linked with the
-// library. Under AddressSanitizer, memory that an unloaded library has not freed is reported as a leak.
+// library. AddressSanitizer reports memory that the unloaded library has not freed as a leak.
 #include <mathexpr.h>
 
 #include <cstddef>

@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// long_life.cpp - uses the library as a host does in weeks, and checks that the process does not grow.
+// long_life.cpp - uses the library as much as a host does in weeks, and checks that the process does not grow.
 //
 //     long_life [OBJECTS]
 //
 // Each object compiles a hundred texts, some of which are refused, and evaluates each compiled text 150 times. The host
-// resolves names and throws from some lookups, and allocations fail during one compilation of most objects. 100,000 objects,
-// the default, make more than 10^9 evaluations. After each tenth, one row of a table shows the counts and what the process
-// holds. The exit status is 1 if it holds more allocations, descriptors or threads than after the first tenth, or clearly more
-// resident memory. A wrong value aborts.
+// resolves names and throws from some lookups, and allocations fail during one compilation of most objects. 100,000
+// objects, the default, make more than 10^9 evaluations. After each tenth of the objects, one row of a table shows the
+// counts and the resources of the process. The exit status is 1 if the process has more allocations, descriptors or
+// threads than after the first tenth, or clearly more resident memory. A wrong value aborts.
 #include "mathexpr/EditorServices.h"
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
@@ -288,7 +288,7 @@ private:
     mathexpr_expression* expression = nullptr;
 };
 
-/// Compiles while allocations fail from a given one on; if that fails, compiles again with memory available.
+/// Compiles while all allocations fail from a given one on. If that fails, compiles again with enough memory.
 template <class Object>
 bool compileShortOfMemory(Object& object, const Task& task, std::size_t failing)
 {
@@ -322,7 +322,7 @@ void live()
     for (std::uint64_t text = 0; text < textsPerObject; ++text)
     {
         const Task& task = tasks()[(counts.objects + text) % tasks().size()];
-        // Without memory the host could not throw its exception either.
+        // The host needs memory, too, to throw its exception.
         const bool isShort = text == counts.objects % textsPerObject && task.outcome == Task::Outcome::Value;
         const bool isCompiled = isShort ? compileShortOfMemory(object, task, 1 + counts.objects / textsPerObject % 20)
                                         : object.compile(task);

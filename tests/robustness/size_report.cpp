@@ -3,11 +3,11 @@
 //
 // size_report.cpp - time and memory per character of a text, from ten thousand to ten million characters.
 //
-// Each text is compiled and evaluated by a new object, on a thread with a small stack. Prints a table; the exit status
-// is 1 if a character in some longer text costs more than twice as much as in the shortest.
+// Each text is compiled and evaluated by a new object, on a thread with a small stack. Prints a table. The exit status
+// is 1 if the cost per character of a longer text is more than twice that of the shortest text.
 //
-// The process allocates all memory at its start. Otherwise the system's time for first touching pages would dominate
-// for long texts, and not occur for short ones.
+// The process allocates all memory at its start. Otherwise page faults would dominate the times of long texts, but not
+// those of short ones.
 #include "mathexpr/MathExpression.h"
 #include "mathexpr/SMTParsingExcepData.h"
 #include "tests/robustness/CountedMemory.h"

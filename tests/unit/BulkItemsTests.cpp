@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BulkItemsTests.cpp - bulk evaluation of programs with items and variables of the host's classes: they are called row
-// by row, on the calling thread.
+// BulkItemsTests.cpp - bulk evaluation of programs with items and variables of host classes. They are called row by
+// row, on the calling thread.
 #include "MTParserLib/MTParserCompiler.h"
 #include "MTParserLib/MTParserDefFuncs.h"
 #include "MTParserLib/MTParserRegistrar.h"

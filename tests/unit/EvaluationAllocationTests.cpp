@@ -72,7 +72,7 @@ TEST_F(Allocation, IsMadeByNoEvaluation)
     }
 }
 
-// The kinds of all variables, of which there are four, are compared before each evaluation.
+// Each evaluation first compares the kinds of all variables. There are four kinds.
 TEST_F(Allocation, IsMadeForNoNumberOfVariables)
 {
     std::map<std::wstring, VALTYPE> variables;

@@ -155,7 +155,7 @@ private:
     Exception exception;
 };
 
-/// How an engine exception thrown by the host is handled, in both modes.
+/// The outcome of an engine exception that the host throws, in both modes.
 template <class Data>
 void expectPassedOn(const Data& data, mathexpr::ExpressionDiagnostic::Kind kind)
 {

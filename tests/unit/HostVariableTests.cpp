@@ -146,7 +146,7 @@ TEST_F(HostVariables, ThatRefuseAreShownInTheText)
     }
 }
 
-// The position of a variable of one letter is that of the operator behind it.
+// The reported position of a variable of one letter is that of the operator after it.
 TEST_F(HostVariables, OfOneLetterThatRefuseAreShownInTheText)
 {
     mathexpr::EngineAccess::automaticVariablesOf(expression) = {true, &refusing};

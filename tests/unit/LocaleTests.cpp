@@ -35,7 +35,7 @@ void expectTheSameLanguage()
     EXPECT_EQ(value.x, 1.0);
     EXPECT_THROW(expression.setExpression(L"1,5"), mathexpr::ParsingException);
 
-    // Names fold A to Z only: neither the dotless i nor letters with an accent.
+    // Names fold A to Z only. The dotless i and accented letters are not folded.
     ASSERT_TRUE(expression.setExpression(L"Idle=4"));
     ASSERT_TRUE(expression.evaluate(value));
     EXPECT_TRUE(expression.setExpression(L"iDLE"));
@@ -47,7 +47,7 @@ void expectTheSameLanguage()
     EXPECT_THROW(expression.setExpression(L"\u00e9"), mathexpr::ParsingException);
 }
 
-/// Sets a locale of the C library during its lifetime.
+/// Sets the C library's locale while the object exists.
 class CLocale
 {
 public:

@@ -3,7 +3,7 @@
 //
 // MessageDisplayTests.cpp - selection of the message display, and messages without a text.
 //
-// The display is compiled into this program, because the library shows its own numbers only.
+// The display is compiled into this program, because the library shows only its own message numbers.
 #include "mathexpr/MessageDisplay.h"
 
 #include "MTParserLib/MTMessage.h"
@@ -44,7 +44,7 @@ TEST_F(Displays, ShowNothingWhereThereIsNoText)
     EXPECT_EQ(processes, Ids{Message::DivisionByZero});
 }
 
-// Not a message box: these tests run without a user.
+// The message goes to standard error: nobody would close a message box.
 TEST_F(Displays, AreLeftToTheSystemWhereNoneIsSet)
 {
     mathexpr::setMessageDisplay({});

@@ -52,7 +52,7 @@ TEST(RandomNumbers, FollowTheHostsSeed)
     EXPECT_NE(first[0], first[1]);
 }
 
-// A run draws one number per evaluated item, even if it is refused later.
+// A run draws one number per evaluated "rand", even if a later item refuses.
 TEST(RandomNumbers, ARefusedRunHasDrawn)
 {
     constexpr unsigned seed = 5;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// RegistrarDefinitionTests.cpp - every reason for which the registrar refuses a definition: code, items, entries, order
-// of the checks; and that nothing is stored.
+// RegistrarDefinitionTests.cpp - every error of a definition: code, items, entries, and the order of the checks. A
+// refused definition stores nothing.
 #include "MTParserLib/MTParserRegistrar.h"
 #include "tests/unit/EngineItems.h"
 

@@ -93,7 +93,7 @@ TEST_F(Ownership, KeepsAVariableAtItsAddress)
     EXPECT_EQ(nbDeleted, 101);
 }
 
-/// A registrar shares the definitions of its prototype until it gets its own.
+/// A registrar shares the definitions of its prototype until it has definitions of its own.
 class Prototype : public testing::Test
 {
 protected:

@@ -108,8 +108,8 @@ TEST(MemoryVariable, StartsWithItsInitialValue)
 
 #if defined(__GNUC__) && defined(__x86_64__) && !defined(_WIN32)
 
-/// The slot of a virtual function. In this ABI, a pointer to it is 1 plus its offset in the table, in which the
-/// destructor, slot 0, has two entries.
+/// The slot of a virtual function. In this ABI, a pointer to a virtual function is 1 plus its offset in the table. The
+/// destructor, slot 0, has two entries in the table.
 template <class Operation>
 std::size_t slotOf(Operation operation)
 {

@@ -52,7 +52,7 @@ protected:
     std::wstring assignTarget;
 };
 
-// Also below -1, since an open bracket has no precedence.
+// The precedence may be below -1, since an open bracket has none.
 TEST_F(Syntax, KeepsOperatorsOfAnyPrecedenceWithinTheirBrackets)
 {
     registrar.setSyntax({L'.', L',', L'[', L']'});
@@ -86,7 +86,7 @@ TEST_F(Syntax, TakesOperatorsThatAreWords)
     EXPECT_EQ(valueOf(L"2plus-3"), -1.0);
     EXPECT_EQ(valueOf(L"2plus"), std::nullopt);
     EXPECT_EQ(messages.take(), Ids{3});
-    // A name may begin with their symbols.
+    // A name may begin with the symbol of such an operator.
     registrar.defineFunction(new TestFunction(L"pair", 2), true);
     EXPECT_EQ(valueOf(L"pair(4,5)plus3"), 5.0);
 }
@@ -240,7 +240,7 @@ TEST_F(Syntax, StoresTheNameAssignedTo)
     registrar.setSyntax({L'.', L',', L'[', L']'});
     EXPECT_EQ(valueOf(L"a=2+3"), 5.0);
     EXPECT_EQ(assignTarget, L"a");
-    // Another text leaves the target unchanged, unless it assigns too.
+    // Another text changes the target only if it contains an assignment.
     EXPECT_EQ(valueOf(L"2+3"), 5.0);
     EXPECT_EQ(assignTarget, L"a");
     EXPECT_EQ(valueOf(L"b=c=2+"), std::nullopt);

@@ -188,7 +188,7 @@ struct Worst
     }
 };
 
-// The acre has a separate literal; the conversions between it and the imperial areas count square feet.
+// These conversions use 4,840 square yards per acre; the others use a literal for the acre in square metres.
 const std::set<std::string> acreByCount{"sa2sf", "sa2si", "sa2sy", "sf2sa", "si2sa", "sy2sa"};
 
 TEST_F(Conversions, AreExactUpToRounding)

@@ -159,7 +159,7 @@ TEST(Exp10Fct, IsPowToTheLastBit)
     {
         EXPECT_TRUE(yields(Exp10Fct{}, {number(x)}, withNumber(std::pow(opaque(10.0), opaque(x)))));
     }
-    // The standard library's exp10 is off by one unit for both.
+    // For both arguments, the standard library's exp10 differs by one unit in the last place.
     EXPECT_TRUE(yields(Exp10Fct{}, {number(-48)}, withNumber(std::pow(opaque(10.0), -48))));
     EXPECT_TRUE(yields(Exp10Fct{}, {number(-49.25)}, withNumber(std::pow(opaque(10.0), -49.25))));
 }

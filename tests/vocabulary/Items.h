@@ -3,8 +3,8 @@
 //
 // Items.h - calls items, and compares the records that they fill.
 //
-// An item writes only the fields that it sets. So every call gets a result record without zero bytes, and the whole
-// record is compared: an expectation is that record with the named fields changed.
+// An item writes only some fields of its result. So every call gets a stale record without zero bytes, and the whole
+// record is compared: the expected record is the stale record with the named fields changed.
 #pragma once
 
 #include "MTParserLib/MTParserDefFuncs.h"
@@ -25,7 +25,7 @@
 inline constexpr double infinity = std::numeric_limits<double>::infinity();
 inline constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Returns the value, hidden from the compiler, so that it cannot compute with it at compile time.
+/// Returns the value, but hides it from the compiler, to prevent computation at compile time.
 double opaque(double value);
 
 inline std::uint64_t bitsOf(double value)

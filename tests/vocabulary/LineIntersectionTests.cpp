@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LineIntersectionTests.cpp - the tolerances and codes of the line intersection, from both sides.
+// LineIntersectionTests.cpp - the codes of the line intersection, and its tolerances with values on either side.
 #include "MTParserLib/vocabulary/LineIntersection.h"
 
 #include "Items.h"
@@ -21,7 +21,7 @@ struct Outcome
     VALTYPE meeting;
 };
 
-/// On entry the record contains z, which is compared with the z of the endpoints.
+/// Before the call, the result record contains z, which the intersection compares with the z of the endpoints.
 Outcome intersect(const Line& first, const Line& second, double z = 0.0)
 {
     Outcome outcome{Intersection::None, stale()};
@@ -66,7 +66,7 @@ TEST(LineIntersection, SteepAndFlatLinesTradePlaces)
     EXPECT_TRUE(meetsAt(intersect(upward, {point(-1, 6, 100), point(1, 6, 200)}), Intersection::OnSecond, 0, 6, 150));
 }
 
-// If a segment is as high as wide, z is interpolated along x. Along y, rounding would differ here.
+// On a diagonal, z is interpolated along x. Along y, the result would be rounded differently.
 TEST(LineIntersection, ZOfADiagonalIsInterpolatedAlongX)
 {
     const Line diagonal{point(30.5, -9.4, 0), point(7.4, -32.5, 7)};
@@ -107,7 +107,7 @@ TEST(LineIntersection, DeterminantWithinTheToleranceIsZero)
 
 TEST(LineIntersection, EndpointsThatCoincide)
 {
-    // Long enough for a determinant above the tolerance, but relatively at the same place.
+    // The determinant is above the tolerance, but the endpoints coincide within the relative bound.
     const Line far{point(0, 0, 0), point(0, 1e6, 0)};
     EXPECT_TRUE(meetsNowhere({point(1e6, 0, 0), point(1e6 + 1e-6, 0, 0)}, far));
     EXPECT_TRUE(meetsNowhere(far, {point(1e6, 0, 0), point(1e6 + 1e-6, 0, 0)}));
@@ -118,7 +118,8 @@ TEST(LineIntersection, EndpointsThatCoincide)
 
 TEST(LineIntersection, RelativeBoundBelongsToApart)
 {
-    // The bound has two bits, so that the difference equals it; there the points are distinct, at half of it not.
+    // The bound has two significant bits, so that the difference equals it exactly. At the bound, the points are
+    // distinct; at half of it, they coincide.
     const double bound = 0x1.8p-35;
     const double reference = bound / 1e-11;
     const double at = reference - bound;
@@ -151,7 +152,7 @@ TEST(LineIntersection, SlopesWithinTheTolerance)
 
 TEST(LineIntersection, SlopeOfATinyLineIsZero)
 {
-    // Distinct for the endpoint test, but without a direction for the slope, which is then that of an upward line.
+    // The endpoints are distinct, but too close for a slope. The line then has the slope of an upward line.
     EXPECT_TRUE(meetsNowhere({point(1e-4, 0, 0), point(1e-4 + 1e-12, 0, 0)}, {point(0, 0, 0), point(0, 1000, 0)}));
 }
 
@@ -184,7 +185,8 @@ TEST(LineIntersection, TheBoundBeyondTheEndIsOn)
 
 TEST(LineIntersection, EndpointTestReadsZOnEntry)
 {
-    // Beyond the end by more than the product allows, but relatively at the endpoint, if its z is.
+    // The point is outside the line according to the product test, but equals the endpoint within the relative bound if
+    // z is equal, too.
     const Line longLine{point(0, 0, 0), point(1e6, 0, 5)};
     const double x = 1e6 + 1e-6;
     const Line beside{point(x, 1, 9), point(x, 2, 11)};

@@ -3,8 +3,8 @@
 //
 // VocabularyTests.cpp - names, strings, counts and order of the whole vocabulary, and the lines of its exceptions.
 //
-// The classes contain their strings in full. The same strings are stated a second time here, those of the conversions
-// as rules with exceptions, so that a typing error in either is found.
+// The classes contain their strings in full. These tests contain the same strings again, those of the conversions as
+// rules with exceptions, to detect typing errors in either place.
 #include "Items.h"
 
 #include "MTParserLib/vocabulary/Conversions.h"
@@ -53,7 +53,7 @@ const std::vector<ExpectedOperator> expectedOperators{
     {L"NotOp",              L"!",  L"!x",     L"Not logical operator. Return 1 if x is 0, else return 1",                1, 2},
 };
 
-/// In the order of registration: the functions before the conversions and those after them.
+/// The functions before the conversions, and those after them, in the order of registration.
 const std::vector<ExpectedFunction> firstFunctions{
     {L"SinFct",        L"sin",   L"sin(x)",            L"Sine",                                                1},
     {L"ArcSinFct",     L"asin",  L"asin(x)",           L"Arcsine",                                             1},

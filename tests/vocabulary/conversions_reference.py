@@ -104,7 +104,7 @@ class Conversion:
         return x
 
     def constants(self):
-        """Each constant as written, and its exact value: the radian's is irrational."""
+        """Each constant as written, and its exact value. The exact value of the radian is irrational."""
         for operator, literal in self.steps:
             meant = exact("648000/pi") if literal == "206264.80624709636" else Fraction(literal)
             yield operator, literal, meant

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// BoxWatch.h - watches for message boxes of this process or of a given one, from another process. Boxes are read and
-// dismissed.
+// BoxWatch.h - starts a process that watches for message boxes of this process or of a given one, reads and dismisses
+// them.
 #pragma once
 
 #include "tests/windows/BoxReport.h"

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// FrameworkBoxTests.cpp - the message display for Microsoft's framework, compiled against a stub of the framework's
-// header: it requests the box from the framework, and passes only the text.
+// FrameworkBoxTests.cpp - the message display for Microsoft's framework, compiled with a stub of the framework's
+// header. The display calls the framework's message box and passes only the text.
 
 #include "platform/Platform.h"
 

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LibraryMemoryTests.cpp - memory runs out inside the DLL: std::bad_alloc reaches the host, whose count of exceptions
-// stays right.
+// LibraryMemoryTests.cpp - memory runs out inside the DLL: std::bad_alloc reaches the host, and the host's count of
+// exceptions stays correct.
 //
-// The DLL has its own operator new. It allocates through an entry in its import table, which the tests replace by a
-// function of their own.
+// The DLL has its own operator new, which allocates through an entry in its import table. The tests replace this entry
+// by a test function.
 
 #include "mathexpr/BulkEvaluation.h"
 #include "mathexpr/CMathExpr.h"
@@ -49,7 +49,7 @@ void* limitedCalloc(std::size_t count, std::size_t size)
     return memory == nullptr ? nullptr : std::memset(memory, 0, count * size);
 }
 
-/// Limits the DLL's memory during its lifetime.
+/// Limits the memory of the DLL while the object exists.
 struct LimitedMemory
 {
     ReplacedImport malloc{L"mathexpr.dll", "malloc", &limitedMalloc};
@@ -207,8 +207,8 @@ TEST_F(Memory, RunsOutForAThreadsFirstException)
     EXPECT_GE(nbRefused, 2);
 }
 
-/// Holds depth exceptions at once, each of which left the library while there was no memory. Memory becomes available
-/// soon after the last one was requested.
+/// Holds depth exceptions at once, each thrown by the library without memory. Memory becomes available soon after the
+/// last one is requested.
 int nbHeld(int depth)
 {
     std::thread relief;

@@ -15,7 +15,7 @@
 class LoadedLibrary
 {
 public:
-    /// @param path  full path of mathexpr.dll; its folder is searched for its dependencies
+    /// @param path  full path of mathexpr.dll; the dependencies are loaded from its folder
     explicit LoadedLibrary(const std::wstring& path)
         : module(LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH))
     {}

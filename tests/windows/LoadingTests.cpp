@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// LoadingTests.cpp - attaching to a process, with and without the resource library, once and a thousand times.
+// LoadingTests.cpp - loads the library with and without its resource library, once and a thousand times.
 //
 // This program is not linked with the library.
 
@@ -41,7 +41,7 @@ private:
 
 TEST(Loading, IsRefusedWithoutTheResourceLibrary)
 {
-    // There is one in the program's folder, which is also the current directory and on the search path.
+    // The program's folder has a resource library. It is also the current directory and on the search path.
     SetCurrentDirectoryW(programFolder().c_str());
     ASSERT_NE(GetFileAttributesW(L"MathExprRes.dll"), INVALID_FILE_ATTRIBUTES);
     const std::wstring searchPath = programFolder();
@@ -78,7 +78,7 @@ TEST(Loading, SucceedsWithTheResourceLibraryBesideIt)
     EXPECT_EQ(watch.count(), 0);
 }
 
-// The first call creates the vocabulary. It is slowed down so that the second call arrives meanwhile.
+// The first call creates the vocabulary. It is slowed down so that the second call begins before it ends.
 TEST(Loading, MakesTheVocabularyOnceForTwoThreads)
 {
     LibraryCopy copy;
@@ -164,10 +164,10 @@ TEST(Loading, LeavesNothingBehindAThousandTimes)
     std::printf("handles %llu -> %llu, working set %llu -> %llu bytes\n",
                 static_cast<unsigned long long>(handlesBefore), static_cast<unsigned long long>(handlesAfter),
                 static_cast<unsigned long long>(memoryBefore), static_cast<unsigned long long>(memoryAfter));
-    // The lowest free number varies by some handles that Wine itself keeps or has not closed yet, such as those of
-    // ended threads. A leak of one handle per load would be 1,000.
+    // The lowest free number varies by a few handles that Wine keeps or has not closed yet, such as those of ended
+    // threads. A leak of one handle per load would add 1,000.
     EXPECT_LE(handlesAfter, handlesBefore + 100);
-    // A leak of a single mapping of the resource library per load would be 28 MB.
+    // A leak of one mapping of the resource library per load would add 28 MB.
     EXPECT_LE(memoryAfter, memoryBefore + 1024 * 1024);
     EXPECT_EQ(GetModuleHandleW(L"mathexpr.dll"), nullptr);
 }

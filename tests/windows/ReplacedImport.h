@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// ReplacedImport.h - replaces a function that a library imports by one of the tests.
+// ReplacedImport.h - replaces a function that a library imports by a test function.
 #pragma once
 
 #include <cstring>
@@ -35,7 +35,7 @@ inline void** importedFunction(HMODULE module, const char* name)
     return nullptr;
 }
 
-/// During its lifetime, a module calls another function instead of the imported one.
+/// While the object exists, a module calls another function instead of the imported one.
 class ReplacedImport
 {
 public:

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// TelltaleExpressions.h - for each message, an expression that shows it.
+// TelltaleExpressions.h - for each message, an expression whose failure shows it.
 #pragma once
 
 #include <cstdint>

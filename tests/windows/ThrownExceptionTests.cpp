@@ -111,7 +111,7 @@ TEST_F(Exceptions, AreCountedWhileInFlight)
     EXPECT_EQ(seen, 0);
 }
 
-/// A destructor that uses the library while one of its exceptions is in flight.
+/// Its destructor uses the library during the stack unwinding of a library exception.
 struct UsesTheLibrary
 {
     MathExpression& expression;

@@ -27,7 +27,7 @@ def exports(dump):
 
 
 def file_version(data):
-    """The version in the fixed part of the VERSIONINFO, which a signature begins."""
+    """The version in the fixed part of the VERSIONINFO, which begins with a signature."""
     at = data.find(struct.pack("<II", 0xFEEF04BD, 0x00010000))
     if at < 0:
         return None

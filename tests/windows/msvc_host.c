@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 //
-// msvc_host.c - a host built by another compiler for Microsoft's ABI, linked with the package's mathexpr.lib, without a
-// run-time library. test_package.sh builds and runs it.
+// msvc_host.c - a host for Microsoft's ABI, built by another compiler without a run-time library and linked with the
+// package's mathexpr.lib. test_package.sh builds and runs it.
 //
 // The exit status is 0, or the number of the first failed step.
 

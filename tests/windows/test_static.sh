@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The mathexpr authors
 # SPDX-License-Identifier: MIT
 #
-# test_static.sh BUILD-DIRECTORY OPTIONS... - builds a host in C that links the static library, each part of it compiled as one
-# source, and runs it. The options are for CMake.
+# test_static.sh BUILD-DIRECTORY OPTIONS... - builds and runs a host in C that links the static library. Each part of
+# the library is compiled as one source. The options are for CMake.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 source=$(cd "$here/../.." && pwd)

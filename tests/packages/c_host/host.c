@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The mathexpr authors
 // SPDX-License-Identifier: MIT
 
-/* A host in C: computes a point, and reads a diagnostic. */
+/* host.c - a host in C: computes a point, and reads a diagnostic. */
 #include <mathexpr.h>
 #include <stdio.h>
 
