@@ -74,6 +74,25 @@ TEST(Allocations, AreNotRepeatedAfterALongFirstText)
     EXPECT_EQ(memory::madeCount(), before);
 }
 
+TEST(Allocations, AreNotRepeatedAfterAFirstTextOfMoreThan64Slots)
+{
+    const auto areRepeatedAfter = [](std::size_t nbSums) {
+        Session session(true);
+        mathexpr::setVariable(session.expression, L"x", number(2));
+        std::wstring text = L"x";
+        for (std::size_t sum = 0; sum < nbSums; ++sum)  // each has a slot
+        {
+            text += L"+x";
+        }
+        EXPECT_TRUE(session.expression.setExpression(text.c_str()));
+        const std::size_t before = memory::madeCount();
+        EXPECT_TRUE(session.expression.setExpression(text.c_str()));
+        return memory::madeCount() != before;
+    };
+    EXPECT_TRUE(areRepeatedAfter(64));
+    EXPECT_FALSE(areRepeatedAfter(65));
+}
+
 // Only its value remains on the compiler's stacks, until the next text.
 TEST(Allocations, AreNotMadeByAConstantHoweverOftenItIsCompiled)
 {

@@ -225,4 +225,14 @@ TEST_F(NameIndex, ComparesAMisspeltNameWith200NeighboursOnEachSide)
     }
 }
 
+TEST_F(NameIndex, TriesBothKindsOfFourNamesOfUnknownKind)
+{
+    for (const wchar_t* name : {L"quill_a", L"quill_b", L"quill_c", L"quill_d", L"quill_e", L"quill_f"})
+    {
+        names.add(name);
+    }
+    EXPECT_EQ(completed(L"dist(quill_a,quill_b)+dist(quill_c,quill_d)+dist([0,0],quill_f"), Names{L"quill_f"});
+    EXPECT_EQ(completed(L"dist(quill_a,quill_b)+dist(quill_c,quill_d)+dist(quill_e,quill_f"), Names());
+}
+
 }
